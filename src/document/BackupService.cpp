@@ -1,0 +1,83 @@
+#include "document/BackupService.h"
+
+#include "document/ProjectFileIO.h"
+#include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+const QString kSuffix = QStringLiteral(".corvane.bak");
+
+struct Backup {
+    QString path;
+    FileTime modified;
+};
+
+QList<Backup> backupsOf(const QString &folder, const QString &stem) {
+    QList<Backup> backups;
+    const QList<DirectoryEntry> entries = fileSystem().list(folder);
+    for (const DirectoryEntry &entry : entries) {
+        if (!entry.hasValidName || !entry.name.startsWith(stem + QLatin1Char('.')) ||
+            !entry.name.endsWith(kSuffix)) {
+            continue;
+        }
+        const QString path = paths::joined(folder, entry.name);
+        if (const auto status = fileSystem().linkStatus(path)) {
+            backups.append({path, status->modified});
+        }
+    }
+    return backups;
+}
+
+/// Of backups with one date the one with the later stamp in its name counts as newer.
+void rotate(const QString &folder, const QString &stem) {
+    QList<Backup> backups = backupsOf(folder, stem);
+    std::ranges::sort(backups, std::ranges::greater(),
+                      [](const Backup &backup) { return std::pair(backup.modified, backup.path); });
+    for (const Backup &old : backups.mid(BackupService::kKeptBackups)) {
+        try {
+            fileSystem().remove(old.path);
+        } catch (const FileError &) {
+            // It stays until the next backup; there is one too many, not one too few.
+        }
+    }
+}
+
+} // namespace
+
+BackupService::BackupError BackupService::BackupError::writeFailed(const QString &file,
+                                                                   const QString &error) {
+    return BackupError(QStringLiteral("Backup write failed at %1: %2").arg(file, error));
+}
+
+BackupService::BackupService(Clock &clock)
+    : m_clock(clock), m_executor(QStringLiteral("BackupService")) {}
+
+QCoro::Task<QString> BackupService::write(Project project) {
+    co_return co_await m_executor.run(
+        [project = std::move(project), now = m_clock.now()] { return writeNow(project, now); });
+}
+
+QString BackupService::writeNow(const Project &project, const QDateTime &now) {
+    const QString folder = paths::parentFolder(project.filePath);
+    const QString stem = paths::split(paths::lastComponent(project.filePath)).stem;
+    const QString stamp = isoDate::toText(now).replace(QLatin1Char(':'), QLatin1Char('-'));
+    const QString path = paths::joined(folder, stem + QLatin1Char('.') + stamp + kSuffix);
+    try {
+        writeAtomically(path, encodeDocument(project));
+    } catch (const Failure &error) {
+        throw BackupError::writeFailed(path, error.description());
+    }
+    try {
+        rotate(folder, stem);
+    } catch (const FileError &) {
+        // The folder can't be listed: nothing is removed, and the backup just written stands.
+    }
+    return path;
+}
+
+} // namespace corvane

@@ -1,0 +1,242 @@
+#include "document/ProjectFileIO.h"
+
+#include "document/ProjectMigration.h"
+#include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
+
+namespace corvane {
+
+namespace {
+
+QString megabytes(qint64 bytes) {
+    return QString::asprintf("%.0f MB", double(bytes) / double(qint64(1) << 20));
+}
+
+/// The document in the current schema. Raising an older one changes the parsed object, and the
+/// decoder then reads that object's text as it reads any other.
+Project decodeDocument(const QString &file, const JSONDocument &document) {
+    using LoadError = ProjectFileIO::LoadError;
+    try {
+        const qint64 version = ProjectMigration::schemaVersion(document.root());
+        if (version == kCurrentSchemaVersion) {
+            return decodeJSON<Project>(document.root());
+        }
+        if (version > kCurrentSchemaVersion) {
+            throw ProjectMigration::MigrationError::unknownFutureSchema(version);
+        }
+        JSONValue value = document.root().toValue();
+        ProjectMigration::migrate(*value.object());
+        return decodeJSON<Project>(
+            JSONDocument::parse(encodeJSON(value, JSONWriter::Style::Compact)).root());
+    } catch (const ProjectMigration::MigrationError &error) {
+        throw LoadError::unknownFutureSchema(file, error.version());
+    } catch (const Failure &error) {
+        throw LoadError::decodeFailed(file, error.description());
+    }
+}
+
+QByteArray readProjectFile(const QString &file) {
+    using LoadError = ProjectFileIO::LoadError;
+    if (const auto status = fileSystem().targetStatus(file)) {
+        if (status->type != FileType::Regular) {
+            throw LoadError::notAProjectFile(file);
+        }
+        if (status->size > ProjectFileIO::kFileLimit) {
+            throw LoadError::fileTooLarge(file, status->size, ProjectFileIO::kFileLimit);
+        }
+    }
+    try {
+        QByteArray bytes = readAll(file, ProjectFileIO::kFileLimit);
+        if (bytes.size() > ProjectFileIO::kFileLimit) {
+            throw LoadError::fileTooLarge(file, bytes.size(), ProjectFileIO::kFileLimit);
+        }
+        return bytes;
+    } catch (const FileError &error) {
+        throw LoadError::readFailed(file, error);
+    }
+}
+
+} // namespace
+
+using LoadError = ProjectFileIO::LoadError;
+using SaveError = ProjectFileIO::SaveError;
+
+LoadError LoadError::readFailed(const QString &file, const FileError &error) {
+    LoadError made(Kind::readFailed, file,
+                   QStringLiteral("Failed to read %1: %2").arg(file, error.description()));
+    made.m_isMissingFile = error.isMissingFile();
+    return made;
+}
+
+LoadError LoadError::invalidJSON(const QString &file) {
+    return {Kind::invalidJSON, file,
+            QStringLiteral("%1 is not a valid `.corvane` JSON document.").arg(file)};
+}
+
+LoadError LoadError::decodeFailed(const QString &file, const QString &error) {
+    return {Kind::decodeFailed, file, QStringLiteral("Failed to decode %1: %2").arg(file, error)};
+}
+
+LoadError LoadError::unknownFutureSchema(const QString &file, qint64 version) {
+    return {Kind::unknownFutureSchema, file,
+            QStringLiteral("%1 uses schema version %2, which is newer than this build supports (7). "
+                           "Update Corvane to open this file.")
+                .arg(file, QString::number(version))};
+}
+
+LoadError LoadError::notAProjectFile(const QString &file) {
+    return {Kind::notAProjectFile, file,
+            QStringLiteral("%1 is not a file. Pick the `.corvane` file itself.").arg(file)};
+}
+
+LoadError LoadError::fileTooLarge(const QString &file, qint64 bytes, qint64 limit) {
+    return {Kind::fileTooLarge, file,
+            QStringLiteral("%1 is %2, past the %3 limit for a `.corvane` file. Opening it would run "
+                           "Corvane out of memory. If this is a real project, it's corrupt — open "
+                           "the `.corvane.bak` next to it instead.")
+                .arg(file, megabytes(bytes), megabytes(limit))};
+}
+
+SaveError SaveError::diskGuardTripped(qsizetype inMemoryVideos, qsizetype onDiskVideos) {
+    return {Kind::diskGuardTripped,
+            QStringLiteral("Save aborted: in-memory has %1 videos but disk has %2. Refusing to "
+                           "overwrite a fuller file.")
+                .arg(inMemoryVideos)
+                .arg(onDiskVideos)};
+}
+
+SaveError SaveError::diskGuardTrippedSubclips(qsizetype inMemory, qsizetype onDisk) {
+    return {Kind::diskGuardTrippedSubclips,
+            QStringLiteral("Save aborted: in-memory has %1 subclips but disk has %2. Refusing to "
+                           "overwrite a fuller file.")
+                .arg(inMemory)
+                .arg(onDisk)};
+}
+
+SaveError SaveError::diskCorruptAbort(const QString &file, const LoadError &error) {
+    return {Kind::diskCorruptAbort,
+            QStringLiteral("Save aborted: existing %1 is corrupt or unreadable (%2). Inspect the file "
+                           "and recover from a `.corvane.bak` if needed.")
+                .arg(file, error.description())};
+}
+
+SaveError SaveError::writeFailed(const QString &file, const QString &error) {
+    return {Kind::writeFailed, QStringLiteral("Failed to write %1: %2").arg(file, error)};
+}
+
+ProjectFileIO::ProjectFileIO() : m_executor(QStringLiteral("ProjectFileIO")) {}
+
+QCoro::Task<Project> ProjectFileIO::load(QString file) {
+    co_return co_await m_executor.run([file] { return loadNow(file); });
+}
+
+QCoro::Task<void> ProjectFileIO::save(Project project, QString file, bool allowDecrease) {
+    co_await m_executor.run([this, project = std::move(project), file, allowDecrease] {
+        saveNow(project, file, allowDecrease);
+    });
+}
+
+Project ProjectFileIO::loadNow(const QString &file) {
+    QByteArray bytes = readProjectFile(file);
+    JSONDocument document;
+    try {
+        document = JSONDocument::parse(std::move(bytes));
+    } catch (const JSONSyntaxError &) {
+        throw LoadError::invalidJSON(file);
+    }
+    if (document.root().kind() != JSONView::Kind::Object) {
+        throw LoadError::invalidJSON(file);
+    }
+    Project project = decodeDocument(file, document);
+    project.filePath = file;
+    return project;
+}
+
+std::optional<ProjectFileIO::Stamp> ProjectFileIO::readStamp(const QString &file) {
+    const auto status = fileSystem().targetStatus(file);
+    return status ? std::optional(Stamp{status->inode, status->modified}) : std::nullopt;
+}
+
+void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecrease) {
+    project.filePath = file;
+    project.schemaVersion = kCurrentSchemaVersion;
+    if (!allowDecrease) {
+        guardDisk(project, file);
+    }
+    try {
+        const QByteArray bytes = encodeDocument(project);
+        if (bytes.size() > kFileLimit) {
+            throw SaveError::writeFailed(
+                file, QStringLiteral("The document would be %1 bytes, past the %2 limit beyond which "
+                                     "it could not be opened again.")
+                          .arg(bytes.size())
+                          .arg(megabytes(kFileLimit)));
+        }
+        writeAtomically(file, bytes);
+    } catch (const SaveError &) {
+        throw;
+    } catch (const Failure &error) {
+        throw SaveError::writeFailed(file, error.description());
+    }
+    if (const auto stamp = readStamp(file)) {
+        m_diskGuardCache.insert(file, {stamp->inode, stamp->modified, project.videos.size(),
+                                       project.subclipCount()});
+    } else {
+        m_diskGuardCache.remove(file);
+    }
+}
+
+void ProjectFileIO::guardDisk(const Project &project, const QString &file) {
+    if (!fileSystem().targetStatus(file)) {
+        return;
+    }
+    const auto stamp = readStamp(file);
+    auto onDisk = knownStamp(file, stamp);
+    if (!onDisk) {
+        onDisk = reload(file, stamp);
+    }
+    if (!onDisk) {
+        return;
+    }
+    if (project.videos.size() < onDisk->videos) {
+        throw SaveError::diskGuardTripped(project.videos.size(), onDisk->videos);
+    }
+    if (project.subclipCount() < onDisk->subclips) {
+        throw SaveError::diskGuardTrippedSubclips(project.subclipCount(), onDisk->subclips);
+    }
+}
+
+std::optional<ProjectFileIO::DiskGuardStamp>
+ProjectFileIO::knownStamp(const QString &file, const std::optional<Stamp> &stamp) const {
+    const auto known = m_diskGuardCache.constFind(file);
+    if (!stamp || known == m_diskGuardCache.cend() || known->inode != stamp->inode ||
+        known->modified != stamp->modified) {
+        return std::nullopt;
+    }
+    return *known;
+}
+
+/// The counts of the file on disk, or nothing if it vanished meanwhile.
+std::optional<ProjectFileIO::DiskGuardStamp>
+ProjectFileIO::reload(const QString &file, const std::optional<Stamp> &stamp) {
+    ++m_fullReloads;
+    try {
+        const Project project = loadNow(file);
+        DiskGuardStamp found{.videos = project.videos.size(), .subclips = project.subclipCount()};
+        if (stamp) {
+            found.inode = stamp->inode;
+            found.modified = stamp->modified;
+            m_diskGuardCache.insert(file, found);
+        }
+        return found;
+    } catch (const LoadError &error) {
+        if (error.kind() == LoadError::Kind::readFailed && error.isMissingFile()) {
+            return std::nullopt;
+        }
+        throw SaveError::diskCorruptAbort(file, error);
+    }
+}
+
+QByteArray encodeDocument(const Project &project) { return encodeJSON(project); }
+
+} // namespace corvane

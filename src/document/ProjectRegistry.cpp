@@ -1,0 +1,76 @@
+#include "document/ProjectRegistry.h"
+
+#include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+/// Far beyond any list that this program writes; a larger file isn't one.
+constexpr qint64 kFileLimit = qint64(32) << 20;
+
+} // namespace
+
+ProjectRegistry::ProjectRegistry(const QString &dataFolder, Clock &clock)
+    : m_fileURL(paths::joined(dataFolder, QStringLiteral("registry.json"))), m_clock(clock),
+      m_executor(QStringLiteral("ProjectRegistry")) {
+    try {
+        fileSystem().createFolders(dataFolder);
+    } catch (const FileError &) {
+        // Writing will fail as silently: the list then lasts as long as the process.
+    }
+    load();
+}
+
+QCoro::Task<QList<ProjectSummary>> ProjectRegistry::touch(Project project, QString file) {
+    co_return co_await m_executor.run(
+        [this, project = std::move(project), file, now = m_clock.now()] {
+            m_summaries.removeIf([&](const ProjectSummary &known) { return known.filePath == file; });
+            m_summaries.prepend({.id = project.id,
+                                 .filePath = file,
+                                 .name = project.name,
+                                 .lastOpenedAt = now,
+                                 .videoCount = int(project.videos.size())});
+            persist();
+            return m_summaries;
+        });
+}
+
+QCoro::Task<QList<ProjectSummary>> ProjectRegistry::remove(QString path) {
+    co_return co_await m_executor.run([this, path] {
+        m_summaries.removeIf([&](const ProjectSummary &known) { return known.filePath == path; });
+        persist();
+        return m_summaries;
+    });
+}
+
+QCoro::Task<QList<ProjectSummary>> ProjectRegistry::summaries() {
+    co_return co_await m_executor.run([this] { return m_summaries; });
+}
+
+void ProjectRegistry::load() {
+    try {
+        const QByteArray bytes = readAll(m_fileURL, kFileLimit);
+        m_summaries = decodeJSON<QList<ProjectSummary>>(JSONDocument::parse(bytes).root());
+    } catch (const Failure &) {
+        m_summaries.clear();
+    }
+}
+
+void ProjectRegistry::persist() const {
+    try {
+        writeAtomically(m_fileURL, encodeJSON(m_summaries));
+    } catch (const Failure &) {
+        // The list in memory stands; the next change tries again.
+    }
+}
+
+QList<ProjectSummary> newestFirst(QList<ProjectSummary> summaries) {
+    std::ranges::stable_sort(summaries, std::ranges::greater(), &ProjectSummary::lastOpenedAt);
+    return summaries;
+}
+
+} // namespace corvane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/JSONRecord.h"
+
+#include <QSharedDataPointer>
+
+namespace corvane {
+
+/// A record whose copies share one storage until one of them is changed, so that copying a document
+/// of thousands of them copies a pointer for each. Reading goes through `->` and never copies;
+/// writing goes through `edit()`, which makes the storage this value's own first.
+template <typename Record> class SharedRecord {
+  public:
+    SharedRecord() : m_data(new Data) {}
+    SharedRecord(Record record) : m_data(new Data(std::move(record))) {}
+
+    const Record *operator->() const { return &m_data->record; }
+    const Record &operator*() const { return m_data->record; }
+    Record &edit() { return m_data->record; }
+    /// True if both are one storage: equal, without looking at a field.
+    bool sharesWith(const SharedRecord &other) const {
+        return m_data.constData() == other.m_data.constData();
+    }
+
+    bool operator==(const SharedRecord &other) const {
+        return sharesWith(other) || **this == *other;
+    }
+
+  private:
+    struct Data : QSharedData {
+        Data() = default;
+        explicit Data(Record given) : record(std::move(given)) {}
+        Record record;
+    };
+    QSharedDataPointer<Data> m_data;
+};
+
+template <typename Record> size_t qHash(const SharedRecord<Record> &value, size_t seed = 0) {
+    return qHash(*value, seed);
+}
+
+template <typename Record> struct JSONCodec<SharedRecord<Record>> {
+    static void decode(JSONView view, SharedRecord<Record> &value) {
+        JSONCodec<Record>::decode(view, value.edit());
+    }
+    static void encode(JSONWriter &writer, const SharedRecord<Record> &value) {
+        JSONCodec<Record>::encode(writer, *value);
+    }
+};
+
+} // namespace corvane

@@ -1,0 +1,71 @@
+#include "platform/AtomicWrite.h"
+
+#include "platform/Paths.h"
+
+#include <QUuid>
+
+namespace corvane {
+
+namespace {
+
+/// So much is written before the system is asked to begin storing it. It keeps the sync at the end
+/// of a large file short, and the disk busy meanwhile.
+constexpr qint64 kWriteBackStep = qint64(8) << 20;
+
+} // namespace
+
+TemporaryFile::TemporaryFile(QString path, quint32 permissions)
+    : m_path(std::move(path)), m_file(fileSystem().createForWriting(m_path, permissions)) {}
+
+TemporaryFile::~TemporaryFile() {
+    if (m_placed) {
+        return;
+    }
+    m_file = Descriptor();
+    try {
+        fileSystem().remove(m_path);
+    } catch (const FileError &) {
+        // The name is hidden and holds nothing that anyone needs; there is nobody to tell.
+    }
+}
+
+void TemporaryFile::write(const char *bytes, qint64 count) {
+    fileSystem().write(m_file, bytes, count);
+    m_written += count;
+    if (m_written - m_handedToDisk >= kWriteBackStep) {
+        fileSystem().startWriteBack(m_file, m_handedToDisk, m_written - m_handedToDisk);
+        m_handedToDisk = m_written;
+    }
+}
+
+void TemporaryFile::finish() {
+    fileSystem().sync(m_file);
+    fileSystem().close(m_file);
+}
+
+void TemporaryFile::place(const QString &target) {
+    if (fileSystem().linkStatus(target)) {
+        fileSystem().rename(m_path, target);
+    } else {
+        fileSystem().renameToFreeName(m_path, target);
+    }
+    m_placed = true;
+    fileSystem().syncFolder(paths::parentFolder(target));
+}
+
+void writeAtomically(const QString &path, const QByteArray &bytes) {
+    const auto link = fileSystem().linkStatus(path);
+    const bool isLink = link && link->type == FileType::SymbolicLink;
+    const QString target = isLink ? paths::resolvingLinks(path) : path;
+    const auto existing = isLink ? fileSystem().linkStatus(target) : link;
+    const QString name = QStringLiteral(".tmp-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    TemporaryFile file(paths::joined(paths::parentFolder(target), name));
+    if (existing && existing->type == FileType::Regular) {
+        fileSystem().setPermissions(file.descriptor(), existing->permissions);
+    }
+    file.write(bytes.constData(), bytes.size());
+    file.finish();
+    file.place(target);
+}
+
+} // namespace corvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+namespace corvane {
+
+/// A file in the making under a hidden name beside its target. It is removed on every way out but
+/// `place`. Used by one thread.
+///
+/// Each step throws `FileError`, so that a caller can word each one's failure differently.
+class TemporaryFile {
+  public:
+    /// Creates the empty file. `path` must be in the target's folder and not exist.
+    explicit TemporaryFile(QString path, quint32 permissions = 0666);
+    ~TemporaryFile();
+    Q_DISABLE_COPY_MOVE(TemporaryFile)
+
+    const QString &path() const noexcept { return m_path; }
+    const Descriptor &descriptor() const noexcept { return m_file; }
+
+    void write(const char *bytes, qint64 count);
+    /// Data to the disk, then the descriptor closed.
+    void finish();
+    /// Moves the finished file to the target's name. Nothing there: the name must still be free when
+    /// the move happens. A regular file there: it is replaced in one step. The folder is synced.
+    void place(const QString &target);
+
+  private:
+    QString m_path;
+    Descriptor m_file;
+    qint64 m_written = 0;
+    qint64 m_handedToDisk = 0;
+    bool m_placed = false;
+};
+
+/// Replaces the file at `path` by `bytes` in one step, or leaves it as it was and throws `FileError`.
+/// A reader sees the old file or the new one, never a part. A symbolic link stays and its target is
+/// replaced; a replaced file's permissions are kept.
+void writeAtomically(const QString &path, const QByteArray &bytes);
+
+} // namespace corvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Failure.h"
+
+#include <QLockFile>
+
+#include <memory>
+
+namespace corvane {
+
+/// Another process owns the application's data folder. The description says which.
+class AlreadyRunning : public Failure {
+  public:
+    using Failure::Failure;
+};
+
+/// The right to write the application's data folder, held by one process at a time for as long as
+/// the object lives: two writers never meet at the registry of grants. A lock left by a process that
+/// died is taken over.
+class InstanceLock {
+  public:
+    /// Creates the folder if it is missing. Throws `AlreadyRunning`, or `Failure` where no lock file
+    /// can be made.
+    explicit InstanceLock(const QString &dataFolder);
+
+  private:
+    std::unique_ptr<QLockFile> m_lock;
+};
+
+} // namespace corvane

@@ -1,0 +1,98 @@
+#include "platform/JSONRecord.h"
+
+#include <limits>
+
+namespace corvane {
+
+JSONDecodeError::JSONDecodeError(const QString &fault, const QString &place)
+    : Failure(place.isEmpty() ? fault : place + QStringLiteral(": ") + fault), m_fault(fault),
+      m_place(place) {}
+
+JSONDecodeError JSONDecodeError::within(const QString &outer) const {
+    const bool needsPoint = !m_place.isEmpty() && !m_place.startsWith(QLatin1Char('['));
+    return JSONDecodeError(m_fault, needsPoint ? outer + QLatin1Char('.') + m_place : outer + m_place);
+}
+
+void failExpecting(const char *what) {
+    throw JSONDecodeError(QStringLiteral("expected %1").arg(QLatin1String(what)));
+}
+
+void failUnknownRawValue(std::string_view text) {
+    throw JSONDecodeError(
+        QStringLiteral("unknown value \"%1\"").arg(QUtf8StringView(text.data(), qsizetype(text.size())).toString()));
+}
+
+void failMissing(std::string_view name) {
+    throw JSONDecodeError(QStringLiteral("is missing"),
+                          QString::fromLatin1(name.data(), qsizetype(name.size())));
+}
+
+void JSONCodec<bool>::decode(JSONView view, bool &value) {
+    const auto read = view.boolean();
+    if (!read) {
+        failExpecting("true or false");
+    }
+    value = *read;
+}
+
+void JSONCodec<int>::decode(JSONView view, int &value) {
+    const auto read = view.integer();
+    if (!read || *read < std::numeric_limits<int>::min() || *read > std::numeric_limits<int>::max()) {
+        failExpecting("a whole number of 32 bits");
+    }
+    value = int(*read);
+}
+
+void JSONCodec<qint64>::decode(JSONView view, qint64 &value) {
+    const auto read = view.integer();
+    if (!read) {
+        failExpecting("a whole number");
+    }
+    value = *read;
+}
+
+void JSONCodec<quint64>::decode(JSONView view, quint64 &value) {
+    const auto read = view.unsignedInteger();
+    if (!read) {
+        failExpecting("a whole number that isn't negative");
+    }
+    value = *read;
+}
+
+void JSONCodec<double>::decode(JSONView view, double &value) {
+    const auto read = view.real();
+    if (!read) {
+        failExpecting("a number");
+    }
+    value = *read;
+}
+
+void JSONCodec<QString>::decode(JSONView view, QString &value) {
+    const auto read = view.string();
+    if (!read) {
+        failExpecting("a text");
+    }
+    value = QString::fromUtf8(read->data(), qsizetype(read->size()));
+}
+
+void JSONCodec<QDateTime>::decode(JSONView view, QDateTime &value) {
+    const auto text = view.string();
+    if (!text) {
+        failExpecting("a text");
+    }
+    const auto date = isoDate::fromText(*text);
+    if (!date) {
+        throw JSONDecodeError(
+            QStringLiteral("Invalid ISO-8601 date: %1")
+                .arg(QString::fromUtf8(text->data(), qsizetype(text->size()))));
+    }
+    value = *date;
+}
+
+void JSONCodec<QDateTime>::encode(JSONWriter &writer, const QDateTime &value) {
+    char text[isoDate::kTextSize];
+    isoDate::write(value, text);
+    writer.string(std::string_view(text, sizeof text));
+}
+
+} // namespace corvane

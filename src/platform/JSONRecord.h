@@ -1,0 +1,338 @@
+#pragma once
+
+#include "platform/ISODate.h"
+#include "platform/JSONDocument.h"
+#include "platform/JSONWriter.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+#include <array>
+#include <bitset>
+#include <optional>
+#include <tuple>
+
+/// How records become JSON and back: one table for each record names each field once.
+///
+/// A table is a specialisation of `JSONFields`:
+///
+///     template <> struct JSONFields<Point> {
+///         static constexpr auto table = std::tuple(jsonField("x", &Point::x), ...);
+///     };
+///
+/// A member of type `std::optional` may be missing or null and is left out when it is absent; every
+/// other member is required and always written. Keys that the table doesn't know are passed over. An
+/// enumeration has a table of its raw texts, a specialisation of `RawValues`.
+namespace corvane {
+
+/// A JSON value isn't what the record asks for. The description names the place and the fault:
+/// "videos[3].rating: expected a whole number".
+class JSONDecodeError : public Failure {
+  public:
+    explicit JSONDecodeError(const QString &fault, const QString &place = {});
+
+    /// The same fault, told from one level further out.
+    JSONDecodeError within(const QString &outer) const;
+
+  private:
+    QString m_fault;
+    QString m_place;
+};
+
+template <typename Record, typename Member> struct JSONField {
+    std::string_view name;
+    Member Record::*member;
+};
+
+template <typename Record, typename Member>
+constexpr JSONField<Record, Member> jsonField(std::string_view name, Member Record::*member) {
+    return {name, member};
+}
+
+template <typename Record> struct JSONFields;
+template <typename Record>
+concept JSONRecord = requires { JSONFields<Record>::table; };
+
+/// `static constexpr std::array<std::pair<Enumeration, std::string_view>, N> table`.
+template <typename Enumeration> struct RawValues;
+template <typename Enumeration>
+concept RawRepresentable = requires { RawValues<Enumeration>::table; };
+
+template <RawRepresentable Enumeration> constexpr std::string_view rawText(Enumeration value) {
+    for (const auto &[known, text] : RawValues<Enumeration>::table) {
+        if (known == value) {
+            return text;
+        }
+    }
+    return {};
+}
+
+template <RawRepresentable Enumeration> QString rawValue(Enumeration value) {
+    const std::string_view text = rawText(value);
+    return QString::fromLatin1(text.data(), qsizetype(text.size()));
+}
+
+template <RawRepresentable Enumeration>
+constexpr std::optional<Enumeration> fromRawValue(std::string_view text) {
+    for (const auto &[known, raw] : RawValues<Enumeration>::table) {
+        if (raw == text) {
+            return known;
+        }
+    }
+    return std::nullopt;
+}
+
+template <typename Value> struct IsOptional : std::false_type {};
+template <typename Value> struct IsOptional<std::optional<Value>> : std::true_type {};
+
+/// Reads and writes one type. `decode` throws `JSONDecodeError`, `encode` throws `JSONEncodeError`.
+template <typename Value> struct JSONCodec;
+
+template <> struct JSONCodec<bool> {
+    static void decode(JSONView view, bool &value);
+    static void encode(JSONWriter &writer, bool value) { writer.boolean(value); }
+};
+template <> struct JSONCodec<int> {
+    static void decode(JSONView view, int &value);
+    static void encode(JSONWriter &writer, int value) { writer.integer(value); }
+};
+template <> struct JSONCodec<qint64> {
+    static void decode(JSONView view, qint64 &value);
+    static void encode(JSONWriter &writer, qint64 value) { writer.integer(value); }
+};
+template <> struct JSONCodec<quint64> {
+    static void decode(JSONView view, quint64 &value);
+    static void encode(JSONWriter &writer, quint64 value) { writer.unsignedInteger(value); }
+};
+template <> struct JSONCodec<double> {
+    static void decode(JSONView view, double &value);
+    static void encode(JSONWriter &writer, double value) { writer.real(value); }
+};
+template <> struct JSONCodec<QString> {
+    static void decode(JSONView view, QString &value);
+    static void encode(JSONWriter &writer, const QString &value) { writer.string(value); }
+};
+template <> struct JSONCodec<QDateTime> {
+    static void decode(JSONView view, QDateTime &value);
+    static void encode(JSONWriter &writer, const QDateTime &value);
+};
+template <> struct JSONCodec<JSONValue> {
+    static void decode(JSONView view, JSONValue &value) { value = view.toValue(); }
+    static void encode(JSONWriter &writer, const JSONValue &value) { writer.value(value); }
+};
+
+/// Throws the fault that the value is of the wrong kind.
+[[noreturn]] void failExpecting(const char *what);
+[[noreturn]] void failUnknownRawValue(std::string_view text);
+[[noreturn]] void failMissing(std::string_view name);
+
+template <RawRepresentable Enumeration> struct JSONCodec<Enumeration> {
+    static void decode(JSONView view, Enumeration &value) {
+        const auto text = view.string();
+        if (!text) {
+            failExpecting("a text");
+        }
+        const auto known = fromRawValue<Enumeration>(*text);
+        if (!known) {
+            failUnknownRawValue(*text);
+        }
+        value = *known;
+    }
+    static void encode(JSONWriter &writer, Enumeration value) { writer.string(rawText(value)); }
+};
+
+template <typename Value> struct JSONCodec<std::optional<Value>> {
+    static void decode(JSONView view, std::optional<Value> &value) {
+        if (view.isNull()) {
+            value.reset();
+        } else {
+            JSONCodec<Value>::decode(view, value.emplace());
+        }
+    }
+    static void encode(JSONWriter &writer, const std::optional<Value> &value) {
+        if (value) {
+            JSONCodec<Value>::encode(writer, *value);
+        } else {
+            writer.null();
+        }
+    }
+};
+
+template <typename Value> struct JSONCodec<QList<Value>> {
+    static void decode(JSONView view, QList<Value> &list) {
+        if (view.kind() != JSONView::Kind::Array) {
+            failExpecting("an array");
+        }
+        list.clear();
+        view.forEachElement([&list](JSONView element) {
+            try {
+                JSONCodec<Value>::decode(element, list.emplaceBack());
+            } catch (const JSONDecodeError &error) {
+                throw error.within(QStringLiteral("[%1]").arg(list.size() - 1));
+            }
+        });
+    }
+    static void encode(JSONWriter &writer, const QList<Value> &list) {
+        writer.beginArray();
+        for (const Value &element : list) {
+            JSONCodec<Value>::encode(writer, element);
+        }
+        writer.endArray();
+    }
+};
+
+/// An object whose keys are data, as a `QMap` or a `QHash`. Of a key that stands twice the last counts.
+template <typename Map> struct JSONMapCodec {
+    using Value = typename Map::mapped_type;
+
+    static void decode(JSONView view, Map &map) {
+        if (view.kind() != JSONView::Kind::Object) {
+            failExpecting("an object");
+        }
+        map.clear();
+        view.forEachMember([&map](std::string_view key, JSONView member) {
+            const QString name = QString::fromUtf8(key.data(), qsizetype(key.size()));
+            try {
+                Value value{};
+                JSONCodec<Value>::decode(member, value);
+                map.insert(name, std::move(value));
+            } catch (const JSONDecodeError &error) {
+                throw error.within(name);
+            }
+        });
+    }
+    static void encode(JSONWriter &writer, const Map &map) {
+        writer.beginObject();
+        for (auto [name, member] : map.asKeyValueRange()) {
+            writer.key(QStringView(name));
+            JSONCodec<Value>::encode(writer, member);
+        }
+        writer.endObject();
+    }
+};
+
+template <typename Value>
+struct JSONCodec<QMap<QString, Value>> : JSONMapCodec<QMap<QString, Value>> {};
+template <typename Value>
+struct JSONCodec<QHash<QString, Value>> : JSONMapCodec<QHash<QString, Value>> {};
+
+template <JSONRecord Record> struct JSONCodec<Record> {
+    static constexpr size_t kFields = std::tuple_size_v<decltype(JSONFields<Record>::table)>;
+
+    struct Entry {
+        std::string_view name;
+        bool isRequired;
+        void (*decode)(JSONView, Record &);
+    };
+
+    template <size_t Index> static void decodeMember(JSONView view, Record &record) {
+        constexpr auto field = std::get<Index>(JSONFields<Record>::table);
+        using Member = std::remove_cvref_t<decltype(record.*field.member)>;
+        JSONCodec<Member>::decode(view, record.*field.member);
+    }
+
+    template <size_t... Index>
+    static constexpr std::array<Entry, kFields> makeEntries(std::index_sequence<Index...>) {
+        return {makeEntry<Index>()...};
+    }
+
+    template <size_t Index> static constexpr Entry makeEntry() {
+        constexpr auto field = std::get<Index>(JSONFields<Record>::table);
+        using Member = std::remove_cvref_t<decltype(std::declval<Record &>().*field.member)>;
+        return {field.name, !IsOptional<Member>::value, &decodeMember<Index>};
+    }
+
+    static constexpr std::array<Entry, kFields> entries =
+        makeEntries(std::make_index_sequence<kFields>());
+
+    /// Where the key stands in the table. Files are mostly written in the table's order, so the
+    /// search begins behind the field found last.
+    static size_t find(std::string_view key, size_t begin) {
+        for (size_t step = 0; step < kFields; ++step) {
+            const size_t index = begin + step < kFields ? begin + step : begin + step - kFields;
+            if (entries[index].name == key) {
+                return index;
+            }
+        }
+        return kFields;
+    }
+
+    static void decode(JSONView view, Record &record) {
+        if (view.kind() != JSONView::Kind::Object) {
+            failExpecting("an object");
+        }
+        std::bitset<kFields> present;
+        size_t next = 0;
+        view.forEachMember([&](std::string_view key, JSONView member) {
+            const size_t index = find(key, next);
+            if (index == kFields) {
+                return;
+            }
+            next = index + 1 == kFields ? 0 : index + 1;
+            present.set(index, !member.isNull());
+            decodeEntry(entries[index], member, record);
+        });
+        for (size_t index = 0; index < kFields; ++index) {
+            if (entries[index].isRequired && !present.test(index)) {
+                failMissing(entries[index].name);
+            }
+        }
+    }
+
+    static void decodeEntry(const Entry &entry, JSONView member, Record &record) {
+        if (entry.isRequired && member.isNull()) {
+            return; // told as missing when the whole object has been read
+        }
+        try {
+            entry.decode(member, record);
+        } catch (const JSONDecodeError &error) {
+            throw error.within(QString::fromLatin1(entry.name.data(), qsizetype(entry.name.size())));
+        }
+    }
+
+    static void encode(JSONWriter &writer, const Record &record) {
+        writer.beginObject();
+        std::apply([&](const auto &...field) { (encodeMember(writer, record, field), ...); },
+                   JSONFields<Record>::table);
+        writer.endObject();
+    }
+
+    template <typename Owner, typename Member>
+    static void encodeMember(JSONWriter &writer, const Record &record,
+                             const JSONField<Owner, Member> &field) {
+        const Member &member = record.*field.member;
+        if constexpr (IsOptional<Member>::value) {
+            if (!member) {
+                return;
+            }
+        }
+        writer.key(field.name);
+        JSONCodec<Member>::encode(writer, member);
+    }
+};
+
+/// A value out of a parsed text, or `JSONDecodeError`.
+template <typename Value> Value decodeJSON(JSONView view) {
+    Value value{};
+    JSONCodec<Value>::decode(view, value);
+    return value;
+}
+
+/// The text of a value, or `JSONEncodeError`.
+template <typename Value>
+QByteArray encodeJSON(const Value &value, JSONWriter::Style style = JSONWriter::Style::Pretty) {
+    JSONWriter writer(style);
+    JSONCodec<Value>::encode(writer, value);
+    return writer.finish();
+}
+
+/// The value as a free-standing tree, made by way of its text: what is in the tree is what would be
+/// in the file.
+template <typename Value> JSONValue toJSONValue(const Value &value) {
+    return JSONDocument::parse(encodeJSON(value, JSONWriter::Style::Compact)).root().toValue();
+}
+
+} // namespace corvane

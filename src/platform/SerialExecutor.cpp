@@ -1,0 +1,68 @@
+#include "platform/SerialExecutor.h"
+
+#include <pthread.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace corvane {
+
+namespace {
+
+/// Under Linux a nice value belongs to a thread. Raising it needs no right.
+void setThreadPriority(SerialExecutor::Priority priority) {
+    if (priority == SerialExecutor::Priority::Utility) {
+        ::setpriority(PRIO_PROCESS, id_t(::gettid()), 10);
+    }
+}
+
+} // namespace
+
+SerialExecutor::SerialExecutor(QString name, Priority priority)
+    : m_thread([this, name = std::move(name), priority] { work(name, priority); }) {}
+
+SerialExecutor::~SerialExecutor() {
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_ending = true;
+    }
+    m_wake.notify_one();
+    m_thread.join();
+}
+
+void SerialExecutor::post(std::function<void()> work) {
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_queue.push_back(std::move(work));
+    }
+    m_wake.notify_one();
+}
+
+void SerialExecutor::work(const QString &name, Priority priority) {
+    ::pthread_setname_np(::pthread_self(), name.left(15).toLatin1().constData());
+    setThreadPriority(priority);
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_wake.wait(lock, [this] { return m_ending || !m_queue.empty(); });
+        if (m_queue.empty()) {
+            return;
+        }
+        const auto next = std::move(m_queue.front());
+        m_queue.pop_front();
+        lock.unlock();
+        next();
+        lock.lock();
+    }
+}
+
+SerialExecutor &utilityExecutor() {
+    static SerialExecutor executor(QStringLiteral("utility"), SerialExecutor::Priority::Utility);
+    return executor;
+}
+
+SerialExecutor &userInitiatedExecutor() {
+    static SerialExecutor executor(QStringLiteral("userInitiated"),
+                                   SerialExecutor::Priority::UserInitiated);
+    return executor;
+}
+
+} // namespace corvane

@@ -1,0 +1,43 @@
+#include "platform/Sha256.h"
+
+#include <new>
+#include <openssl/evp.h>
+
+namespace corvane {
+
+void Sha256::Free::operator()(evp_md_ctx_st *context) const noexcept { EVP_MD_CTX_free(context); }
+
+Sha256::Sha256() : m_context(EVP_MD_CTX_new()) {
+    if (!m_context || EVP_DigestInit_ex(m_context.get(), EVP_sha256(), nullptr) != 1) {
+        throw std::bad_alloc();
+    }
+}
+
+Sha256::Sha256(const Sha256 &other) : m_context(EVP_MD_CTX_new()) {
+    if (!m_context || EVP_MD_CTX_copy_ex(m_context.get(), other.m_context.get()) != 1) {
+        throw std::bad_alloc();
+    }
+}
+
+Sha256 &Sha256::operator=(const Sha256 &other) {
+    *this = Sha256(other);
+    return *this;
+}
+
+Sha256::Sha256(Sha256 &&) noexcept = default;
+Sha256 &Sha256::operator=(Sha256 &&) noexcept = default;
+Sha256::~Sha256() = default;
+
+void Sha256::update(const char *bytes, qint64 count) {
+    EVP_DigestUpdate(m_context.get(), bytes, size_t(count));
+}
+
+QByteArray Sha256::finish() {
+    QByteArray digest(EVP_MAX_MD_SIZE, Qt::Uninitialized);
+    unsigned int size = 0;
+    EVP_DigestFinal_ex(m_context.get(), reinterpret_cast<unsigned char *>(digest.data()), &size);
+    digest.resize(size);
+    return digest;
+}
+
+} // namespace corvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <memory>
+
+struct evp_md_ctx_st;
+
+namespace corvane {
+
+/// A running SHA-256. A plain value: a copy goes on from where the original stands.
+class Sha256 {
+  public:
+    Sha256();
+    Sha256(const Sha256 &other);
+    Sha256 &operator=(const Sha256 &other);
+    Sha256(Sha256 &&) noexcept;
+    Sha256 &operator=(Sha256 &&) noexcept;
+    ~Sha256();
+
+    void update(const char *bytes, qint64 count);
+    void update(const QByteArray &bytes) { update(bytes.constData(), bytes.size()); }
+    /// The 32 bytes. The hasher is used up.
+    QByteArray finish();
+
+  private:
+    struct Free {
+        void operator()(evp_md_ctx_st *context) const noexcept;
+    };
+    std::unique_ptr<evp_md_ctx_st, Free> m_context;
+};
+
+} // namespace corvane

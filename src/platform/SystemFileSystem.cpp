@@ -1,0 +1,281 @@
+#include "platform/SystemFileSystem.h"
+
+#include "platform/MountTable.h"
+#include "platform/Paths.h"
+
+#include <QStringDecoder>
+
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+namespace corvane {
+
+namespace {
+
+QByteArray encoded(const QString &path) {
+    if (path.contains(QChar(u'\0'))) {
+        throw FileError(path, EINVAL);
+    }
+    return path.toUtf8();
+}
+
+/// Repeats a call that a signal interrupted and throws on any other failure.
+template <typename Call> auto checked(const QString &path, Call call) {
+    for (;;) {
+        const auto result = call();
+        if (result >= 0) {
+            return result;
+        }
+        if (errno != EINTR) {
+            throw FileError(path, errno);
+        }
+    }
+}
+
+FileType typeOfMode(mode_t mode) {
+    switch (mode & S_IFMT) {
+    case S_IFREG:
+        return FileType::Regular;
+    case S_IFDIR:
+        return FileType::Directory;
+    case S_IFLNK:
+        return FileType::SymbolicLink;
+    default:
+        return FileType::Other;
+    }
+}
+
+FileStatus fromStat(const struct stat &raw) {
+    return {.type = typeOfMode(raw.st_mode),
+            .size = raw.st_size,
+            .device = raw.st_dev,
+            .inode = raw.st_ino,
+            .modified = FileTime(std::chrono::seconds(raw.st_mtim.tv_sec) +
+                                 std::chrono::nanoseconds(raw.st_mtim.tv_nsec)),
+            .permissions = raw.st_mode & 07777U};
+}
+
+Descriptor opened(const QString &path, int flags, mode_t mode = 0) {
+    const QByteArray name = encoded(path);
+    return Descriptor(
+        checked(path, [&] { return ::open(name.constData(), flags | O_CLOEXEC, mode); }), path);
+}
+
+Descriptor openedAt(const Descriptor &folder, const QString &name, int flags) {
+    const QString path = paths::joined(folder.path(), name);
+    const QByteArray raw = encoded(name);
+    return Descriptor(checked(path,
+                              [&] {
+                                  return ::openat(folder.number(), raw.constData(),
+                                                  flags | O_CLOEXEC | O_NOFOLLOW);
+                              }),
+                      path);
+}
+
+DirectoryEntry fromDirent(const dirent &raw) {
+    const QByteArrayView name(raw.d_name);
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+    DirectoryEntry entry{.name = decoder.decode(name)};
+    entry.hasValidName = !decoder.hasError();
+    entry.typeIsKnown = raw.d_type != DT_UNKNOWN;
+    if (entry.typeIsKnown) {
+        entry.type = typeOfMode(DTTOIF(raw.d_type));
+    }
+    return entry;
+}
+
+} // namespace
+
+std::optional<FileStatus> SystemFileSystem::linkStatus(const QString &path) const {
+    struct stat raw {};
+    if (path.contains(QChar(u'\0')) || ::lstat(path.toUtf8().constData(), &raw) != 0) {
+        return std::nullopt;
+    }
+    return fromStat(raw);
+}
+
+std::optional<FileStatus> SystemFileSystem::targetStatus(const QString &path) const {
+    struct stat raw {};
+    if (path.contains(QChar(u'\0')) || ::stat(path.toUtf8().constData(), &raw) != 0) {
+        return std::nullopt;
+    }
+    return fromStat(raw);
+}
+
+FileStatus SystemFileSystem::status(const QString &path) const {
+    struct stat raw {};
+    const QByteArray name = encoded(path);
+    checked(path, [&] { return ::stat(name.constData(), &raw); });
+    return fromStat(raw);
+}
+
+FileStatus SystemFileSystem::status(const Descriptor &file) const {
+    struct stat raw {};
+    checked(file.path(), [&] { return ::fstat(file.number(), &raw); });
+    return fromStat(raw);
+}
+
+QList<DirectoryEntry> SystemFileSystem::list(const QString &folder) const {
+    Descriptor descriptor = opened(folder, O_RDONLY | O_DIRECTORY);
+    const std::unique_ptr<DIR, int (*)(DIR *)> stream(::fdopendir(descriptor.number()), &::closedir);
+    if (!stream) {
+        throw FileError(folder, errno);
+    }
+    descriptor.release();
+    QList<DirectoryEntry> entries;
+    for (;;) {
+        errno = 0;
+        const dirent *raw = ::readdir(stream.get());
+        if (!raw) {
+            break;
+        }
+        if (qstrcmp(raw->d_name, ".") != 0 && qstrcmp(raw->d_name, "..") != 0) {
+            entries.append(fromDirent(*raw));
+        }
+    }
+    if (errno != 0) {
+        throw FileError(folder, errno);
+    }
+    return entries;
+}
+
+QString SystemFileSystem::realPath(const QString &path) const {
+    const QByteArray name = encoded(path);
+    const std::unique_ptr<char, void (*)(void *)> real(::realpath(name.constData(), nullptr), &::free);
+    if (!real) {
+        throw FileError(path, errno);
+    }
+    return QString::fromUtf8(real.get());
+}
+
+Descriptor SystemFileSystem::openForReading(const QString &path, Follow follow) {
+    return opened(path, O_RDONLY | O_NONBLOCK | (follow == Follow::Nothing ? O_NOFOLLOW : 0));
+}
+
+Descriptor SystemFileSystem::openFolder(const QString &path) {
+    return opened(path, O_RDONLY | O_DIRECTORY);
+}
+
+Descriptor SystemFileSystem::openFolderAt(const Descriptor &folder, const QString &name) {
+    return openedAt(folder, name, O_RDONLY | O_DIRECTORY);
+}
+
+Descriptor SystemFileSystem::openFileAt(const Descriptor &folder, const QString &name) {
+    return openedAt(folder, name, O_RDONLY | O_NONBLOCK);
+}
+
+qint64 SystemFileSystem::read(const Descriptor &file, char *into, qint64 most) {
+    return checked(file.path(), [&] { return ::read(file.number(), into, size_t(most)); });
+}
+
+qint64 SystemFileSystem::readAt(const Descriptor &file, qint64 offset, char *into, qint64 most) {
+    return checked(file.path(), [&] { return ::pread(file.number(), into, size_t(most), offset); });
+}
+
+Descriptor SystemFileSystem::createForWriting(const QString &path, quint32 permissions) {
+    return opened(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, permissions);
+}
+
+void SystemFileSystem::write(const Descriptor &file, const char *bytes, qint64 count) {
+    while (count > 0) {
+        const qint64 done =
+            checked(file.path(), [&] { return ::write(file.number(), bytes, size_t(count)); });
+        bytes += done;
+        count -= done;
+    }
+}
+
+void SystemFileSystem::startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept {
+    ::sync_file_range(file.number(), offset, count, SYNC_FILE_RANGE_WRITE);
+}
+
+void SystemFileSystem::setPermissions(const Descriptor &file, quint32 permissions) {
+    checked(file.path(), [&] { return ::fchmod(file.number(), permissions); });
+}
+
+void SystemFileSystem::sync(const Descriptor &file) {
+    checked(file.path(), [&] { return ::fsync(file.number()); });
+}
+
+void SystemFileSystem::close(Descriptor &file) {
+    const QString path = file.path();
+    // After EINTR the descriptor is closed all the same on Linux, so the call isn't repeated.
+    if (::close(file.release()) != 0 && errno != EINTR) {
+        throw FileError(path, errno);
+    }
+}
+
+void SystemFileSystem::createFolders(const QString &path) {
+    if (const auto existing = targetStatus(path)) {
+        if (existing->type != FileType::Directory) {
+            throw FileError(path, ENOTDIR);
+        }
+        return;
+    }
+    const QString parent = paths::parentFolder(path);
+    if (parent != path) {
+        createFolders(parent);
+    }
+    const QByteArray name = encoded(path);
+    if (::mkdir(name.constData(), 0777) != 0 && errno != EEXIST) {
+        throw FileError(path, errno);
+    }
+}
+
+void SystemFileSystem::rename(const QString &from, const QString &to) {
+    const QByteArray source = encoded(from);
+    const QByteArray target = encoded(to);
+    checked(to, [&] { return ::rename(source.constData(), target.constData()); });
+}
+
+void SystemFileSystem::renameToFreeName(const QString &from, const QString &to) {
+    const QByteArray source = encoded(from);
+    const QByteArray target = encoded(to);
+    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
+        0) {
+        return;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        throw FileError(to, errno);
+    }
+    // A file system that knows no exclusive rename: a second name is exclusive everywhere, and
+    // where there are no second names either, the look just before the move has to do.
+    if (::link(source.constData(), target.constData()) == 0) {
+        ::unlink(source.constData());
+    } else if (errno == EEXIST || linkStatus(to)) {
+        throw FileError(to, EEXIST);
+    } else {
+        rename(from, to);
+    }
+}
+
+void SystemFileSystem::remove(const QString &path) {
+    const QByteArray name = encoded(path);
+    checked(path, [&] { return ::unlink(name.constData()); });
+}
+
+void SystemFileSystem::syncFolder(const QString &path) {
+    const Descriptor folder = openFolder(path);
+    // Some network and FUSE file systems can't sync a folder and say so; that is all they promise.
+    if (::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != ENOSYS) {
+        throw FileError(path, errno);
+    }
+}
+
+Mount SystemFileSystem::mount(const Descriptor &file) const {
+    struct statfs raw {};
+    checked(file.path(), [&] { return ::fstatfs(file.number(), &raw); });
+    const auto &id = raw.f_fsid.__val;
+    return {.fileSystemId = (quint64(quint32(id[0])) << 32) | quint32(id[1]),
+            .mountPoint = mountPointOf(file.number())};
+}
+
+std::optional<QString> SystemFileSystem::volumeUUID(const QString &path) const {
+    return volumeUUIDAt(encoded(path));
+}
+
+} // namespace corvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+namespace corvane {
+
+/// The operating system's files, by POSIX calls. Stateless.
+class SystemFileSystem : public FileSystem {
+  public:
+    std::optional<FileStatus> linkStatus(const QString &path) const override;
+    std::optional<FileStatus> targetStatus(const QString &path) const override;
+    FileStatus status(const QString &path) const override;
+    FileStatus status(const Descriptor &file) const override;
+    QList<DirectoryEntry> list(const QString &folder) const override;
+    QString realPath(const QString &path) const override;
+
+    Descriptor openForReading(const QString &path, Follow follow) override;
+    Descriptor openFolder(const QString &path) override;
+    Descriptor openFolderAt(const Descriptor &folder, const QString &name) override;
+    Descriptor openFileAt(const Descriptor &folder, const QString &name) override;
+    qint64 read(const Descriptor &file, char *into, qint64 most) override;
+    qint64 readAt(const Descriptor &file, qint64 offset, char *into, qint64 most) override;
+
+    Descriptor createForWriting(const QString &path, quint32 permissions) override;
+    void write(const Descriptor &file, const char *bytes, qint64 count) override;
+    void startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept override;
+    void setPermissions(const Descriptor &file, quint32 permissions) override;
+    void sync(const Descriptor &file) override;
+    void close(Descriptor &file) override;
+
+    void createFolders(const QString &path) override;
+    void rename(const QString &from, const QString &to) override;
+    void renameToFreeName(const QString &from, const QString &to) override;
+    void remove(const QString &path) override;
+    void syncFolder(const QString &path) override;
+
+    Mount mount(const Descriptor &file) const override;
+    std::optional<QString> volumeUUID(const QString &path) const override;
+};
+
+} // namespace corvane

@@ -1,0 +1,127 @@
+#include "support/FaultyFileSystem.h"
+
+#include <QFile>
+
+#include <cerrno>
+
+namespace corvane::test {
+
+void FaultyFileSystem::failAt(int call, int code) {
+    m_calls = 0;
+    m_failingCall = call;
+    m_failingCode = code;
+}
+
+void FaultyFileSystem::setObserver(std::function<void(const QString &, const QString &)> observer) {
+    m_observer = std::move(observer);
+}
+
+void FaultyFileSystem::dropUnsynced() {
+    for (const QString &path : m_unsynced) {
+        QFile::resize(path, 0);
+    }
+    m_unsynced.clear();
+}
+
+void FaultyFileSystem::count(const char *operation, const QString &path) {
+    if (m_observer) {
+        m_observer(QLatin1String(operation), path);
+    }
+    if (++m_calls == m_failingCall) {
+        throw FileError(path, m_failingCode);
+    }
+}
+
+void FaultyFileSystem::noteRename(const QString &from, const QString &to) {
+    const std::scoped_lock lock(m_mutex);
+    if (m_unsynced.removeAll(from) > 0) {
+        m_unsynced.append(to);
+    }
+}
+
+Descriptor FaultyFileSystem::openForReading(const QString &path, Follow follow) {
+    count("openForReading", path);
+    return SystemFileSystem::openForReading(path, follow);
+}
+
+Descriptor FaultyFileSystem::openFolder(const QString &path) {
+    count("openFolder", path);
+    return SystemFileSystem::openFolder(path);
+}
+
+Descriptor FaultyFileSystem::openFolderAt(const Descriptor &folder, const QString &name) {
+    count("openFolderAt", name);
+    return SystemFileSystem::openFolderAt(folder, name);
+}
+
+Descriptor FaultyFileSystem::openFileAt(const Descriptor &folder, const QString &name) {
+    count("openFileAt", name);
+    return SystemFileSystem::openFileAt(folder, name);
+}
+
+qint64 FaultyFileSystem::read(const Descriptor &file, char *into, qint64 most) {
+    count("read", file.path());
+    return SystemFileSystem::read(file, into, most);
+}
+
+Descriptor FaultyFileSystem::createForWriting(const QString &path, quint32 permissions) {
+    count("createForWriting", path);
+    Descriptor file = SystemFileSystem::createForWriting(path, permissions);
+    const std::scoped_lock lock(m_mutex);
+    m_unsynced.append(path);
+    return file;
+}
+
+void FaultyFileSystem::write(const Descriptor &file, const char *bytes, qint64 size) {
+    count("write", file.path());
+    if (m_freeSpace >= 0 && (m_freeSpace -= size) < 0) {
+        m_freeSpace = 0;
+        throw FileError(file.path(), ENOSPC);
+    }
+    SystemFileSystem::write(file, bytes, size);
+}
+
+void FaultyFileSystem::setPermissions(const Descriptor &file, quint32 permissions) {
+    count("setPermissions", file.path());
+    SystemFileSystem::setPermissions(file, permissions);
+}
+
+void FaultyFileSystem::sync(const Descriptor &file) {
+    count("sync", file.path());
+    SystemFileSystem::sync(file);
+    const std::scoped_lock lock(m_mutex);
+    m_unsynced.removeAll(file.path());
+}
+
+void FaultyFileSystem::close(Descriptor &file) {
+    count("close", file.path());
+    SystemFileSystem::close(file);
+}
+
+void FaultyFileSystem::createFolders(const QString &path) {
+    count("createFolders", path);
+    SystemFileSystem::createFolders(path);
+}
+
+void FaultyFileSystem::rename(const QString &from, const QString &to) {
+    count("rename", to);
+    SystemFileSystem::rename(from, to);
+    noteRename(from, to);
+}
+
+void FaultyFileSystem::renameToFreeName(const QString &from, const QString &to) {
+    count("renameToFreeName", to);
+    SystemFileSystem::renameToFreeName(from, to);
+    noteRename(from, to);
+}
+
+void FaultyFileSystem::syncFolder(const QString &path) {
+    count("syncFolder", path);
+    SystemFileSystem::syncFolder(path);
+}
+
+std::optional<QString> FaultyFileSystem::volumeUUID(const QString &path) const {
+    return m_volumeUUID ? *m_volumeUUID : SystemFileSystem::volumeUUID(path);
+}
+
+} // namespace corvane::test
