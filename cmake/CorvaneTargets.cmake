@@ -29,6 +29,7 @@ function(corvane_floor folder)
     set(root "${CMAKE_BINARY_DIR}/include/${folder}")
     file(MAKE_DIRECTORY "${root}")
     file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${root}/${folder}" SYMBOLIC)
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
     add_library(corvane_${folder} STATIC ${sources})
     target_include_directories(corvane_${folder} PUBLIC "${root}")
     target_link_libraries(corvane_${folder} PUBLIC ${FLOOR_LINKS}

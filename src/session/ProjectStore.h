@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QSet>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -59,11 +60,14 @@ class ProjectStore : public QObject {
   public:
     static constexpr qsizetype kUndoLimit = 50;
 
+    /// What brings an older registry of grants along, given the recent list; run once at start-up.
+    using StartUpMigrations = std::function<QCoro::Task<>(QList<ProjectSummary>)>;
+
     /// The objects handed in must outlive the store. Starts the start-up task: the sink for content
-    /// mismatches, the recent list, and the registry's start-up migrations.
+    /// mismatches, the recent list, then the migrations if there are any.
     ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupService &backups,
                  MediaSourceAuthorization &authorization, Clock &clock = Clock::system(),
-                 QObject *parent = nullptr);
+                 StartUpMigrations migrations = {}, QObject *parent = nullptr);
     ~ProjectStore() override;
 
     // Published fields. Each has a signal that is raised when the value differs.
@@ -174,24 +178,33 @@ class ProjectStore : public QObject {
   private:
     enum class Undoable { Yes, No };
 
-    QCoro::Task<> startUp();
-    QCoro::Task<> refreshMediaConfirmationState();
-    QCoro::Task<> waitForRunningSaves();
+    QCoro::Task<> startUp(StartUpMigrations migrations);
+    QCoro::Task<> performSave();
+    /// Saves until memory and file agree; false where a save failed.
+    QCoro::Task<bool> saveEverything();
     QCoro::Task<> touchRecents();
+    QCoro::Task<> refreshMediaConfirmationState();
+    QCoro::Task<bool> legacyPackageNeedsAuthorization(Project project, QString file);
     void adoptProject(Project project, const QString &file);
     void leaveProject();
-    void makeSaver();
+    void setPendingImportOnLoad(bool pending);
+    void setDirty(bool dirty);
+    void setLastError(std::optional<ProjectStoreError> error);
+    void setStatusMessage(std::optional<QString> text);
+    void setMediaConfirmation(MediaConfirmation state);
     void noteContentMismatch(const ContentMismatchEvent &event);
 
     /// The frame of every edit: snapshot, change on a copy, date, publish, mark dirty, schedule.
-    template <typename Change> void edit(Undoable undoable, Change change);
-    template <typename Change> void editVideo(Undoable undoable, const QString &id, Change change);
-    template <typename Change>
-    void editSubclip(Undoable undoable, const SubclipKey &key, Change change);
-    void publishEdit(Project project);
+    using ProjectChange = std::function<void(Project &)>;
+    using VideoChange = std::function<void(VideoRecord &)>;
+    using SubclipChange = std::function<void(VideoRecord &, Subclip &)>;
+    void edit(Undoable undoable, const ProjectChange &change);
+    void editVideo(Undoable undoable, const QString &id, const VideoChange &change);
+    void editSubclip(Undoable undoable, const SubclipKey &key, const SubclipChange &change);
+    int editSubclips(const QList<SubclipKey> &keys, bool select);
+    int editSelection(const QStringList &videoIds, bool select);
+    void autoReview(VideoRecord &video) const;
     void replay(QList<Project> &from, QList<Project> &to);
-
-    template <typename Value> bool assign(Value &field, Value value, void (ProjectStore::*changed)());
 
     ProjectFileIO &m_io;
     ProjectRegistry &m_registry;
@@ -211,6 +224,8 @@ class ProjectStore : public QObject {
     MediaConfirmation m_mediaConfirmation;
 
     std::shared_ptr<DebounceSaver> m_saver; ///< while a project is open
+    /// The save begun last. Saves run in the order in which they began, so it also ends last.
+    std::shared_ptr<QCoro::Task<>> m_lastSave;
     /// Counts edits, so that a save knows whether what it wrote still is what is in memory.
     quint64 m_revision = 0;
     bool m_nextSaveAllowsDecrease = false;

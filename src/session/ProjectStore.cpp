@@ -1,0 +1,330 @@
+#include "session/ProjectStore.h"
+
+#include "document/ProjectMigration.h"
+#include "platform/Paths.h"
+#include "platform/Tasks.h"
+
+#include <QPointer>
+
+namespace corvane {
+
+namespace {
+
+QString errorPrefix(ProjectStoreError::Kind kind) {
+    switch (kind) {
+    case ProjectStoreError::Kind::openFailed:
+        return QStringLiteral("Open failed: ");
+    case ProjectStoreError::Kind::saveFailed:
+        return QStringLiteral("Save failed: ");
+    case ProjectStoreError::Kind::createFailed:
+        return QStringLiteral("Create failed: ");
+    case ProjectStoreError::Kind::backupFailed:
+        break;
+    }
+    return QStringLiteral("Backup failed: ");
+}
+
+std::optional<QString> absentIfEmpty(const QString &text) {
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+Project makeProject(const NewProject &fields, const QString &file, const QDateTime &now) {
+    return {.id = newIdentifier(),
+            .name = fields.name,
+            .filePath = file,
+            .projectName = fields.name,
+            .shootDate = absentIfEmpty(fields.shootDate.trimmed()),
+            .clientOrSeries = absentIfEmpty(fields.clientOrSeries.trimmed()),
+            .location = absentIfEmpty(fields.location.trimmed()),
+            .notes = absentIfEmpty(fields.notes.trimmed()),
+            .createdAt = now,
+            .updatedAt = now};
+}
+
+} // namespace
+
+ProjectStoreError::ProjectStoreError(Kind kind, const QString &error)
+    : Failure(errorPrefix(kind) + error), m_kind(kind) {}
+
+ProjectStore::ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupService &backups,
+                           MediaSourceAuthorization &authorization, Clock &clock,
+                           StartUpMigrations migrations, QObject *parent)
+    : QObject(parent), m_io(io), m_registry(registry), m_backups(backups),
+      m_authorization(authorization), m_clock(clock) {
+    detach(startUp(std::move(migrations)));
+}
+
+ProjectStore::~ProjectStore() { m_authorization.setContentMismatchContinuation({}); }
+
+QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
+    const QPointer self(this);
+    m_authorization.setContentMismatchContinuation([self](const ContentMismatchEvent &event) {
+        if (self) {
+            self->noteContentMismatch(event);
+        }
+    });
+    co_await refreshRecents();
+    if (self && migrations) {
+        co_await migrations(m_recentProjects);
+    }
+}
+
+QCoro::Task<> ProjectStore::openProject(QString file) {
+    const QPointer self(this);
+    setLastError({});
+    file = paths::standardized(file);
+    // What a save writes to the very file that is opened again must be in what is read.
+    const bool isReopening = m_fileURL && MediaSourceAuthorization::projectKey(file) ==
+                                              MediaSourceAuthorization::projectKey(*m_fileURL);
+    if (isReopening && !co_await saveEverything()) {
+        co_return;
+    }
+    std::optional<Project> loaded;
+    try {
+        loaded = co_await m_io.load(file);
+    } catch (const ProjectFileIO::LoadError &error) {
+        if (self) {
+            setLastError(ProjectStoreError(ProjectStoreError::Kind::openFailed, error.description()));
+            setStatusMessage({});
+        }
+        co_return;
+    }
+    if (!self || !co_await saveEverything() || !self) {
+        co_return;
+    }
+    adoptProject(std::move(*loaded), file);
+    Project migrated = *m_project;
+    if (ProjectMigration::migrateReviewedFlags(migrated, m_clock.now())) {
+        updateProject(std::move(migrated));
+        setStatus(QStringLiteral("Migrated reviewed flags on legacy clips."));
+    } else {
+        setStatusMessage({});
+    }
+    co_await touchRecents();
+    if (self) {
+        co_await refreshMediaConfirmationState();
+    }
+}
+
+QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file) {
+    const QPointer self(this);
+    setLastError({});
+    if (!co_await saveEverything() || !self) {
+        co_return;
+    }
+    const bool wasPending = m_pendingImportOnLoad;
+    setPendingImportOnLoad(true);
+    file = paths::standardized(file);
+    const Project created = makeProject(fields, file, m_clock.now());
+    try {
+        co_await m_io.save(created, file, false);
+    } catch (const ProjectFileIO::SaveError &error) {
+        if (self) {
+            setLastError(ProjectStoreError(ProjectStoreError::Kind::createFailed, error.description()));
+            setPendingImportOnLoad(m_project && wasPending);
+        }
+        co_return;
+    }
+    // Nobody can edit a project that isn't published, but the one before may have been edited.
+    if (!self || !co_await saveEverything() || !self) {
+        co_return;
+    }
+    adoptProject(created, file);
+    m_lastSavedAt = m_clock.now();
+    Q_EMIT lastSavedAtChanged();
+    setStatus(QStringLiteral("Created project %1").arg(created.name));
+    co_await touchRecents();
+}
+
+QCoro::Task<> ProjectStore::closeProject() {
+    const QPointer self(this);
+    if (!co_await saveEverything() || !self) {
+        co_return;
+    }
+    leaveProject();
+    setLastError({});
+}
+
+QCoro::Task<> ProjectStore::flushPendingSave() {
+    const QPointer self(this);
+    if (const auto saver = m_saver) {
+        co_await saver->flush();
+    }
+    if (!self) {
+        co_return;
+    }
+    if (const auto running = m_lastSave) {
+        co_await *running;
+    }
+    if (self && m_isDirty) {
+        co_await saveNow();
+    }
+}
+
+QCoro::Task<bool> ProjectStore::saveEverything() {
+    const QPointer self(this);
+    while (self && (m_isDirty || isSaving() || (m_saver && m_saver->hasPending()))) {
+        const quint64 before = m_revision;
+        co_await flushPendingSave();
+        if (self && m_isDirty && m_revision == before) {
+            co_return false; // nothing was edited meanwhile, so the save failed
+        }
+    }
+    co_return true;
+}
+
+QCoro::Task<> ProjectStore::saveNow() {
+    const auto save = std::make_shared<QCoro::Task<>>(performSave());
+    m_lastSave = save;
+    co_await *save;
+}
+
+QCoro::Task<> ProjectStore::performSave() {
+    if (!m_project || !m_fileURL) {
+        co_return;
+    }
+    const QPointer self(this);
+    const QString file = *m_fileURL;
+    const QString id = m_project->id;
+    const quint64 revision = m_revision;
+    const bool allowDecrease = std::exchange(m_nextSaveAllowsDecrease, false);
+    if (++m_runningSaves == 1) {
+        Q_EMIT isSavingChanged();
+    }
+    std::optional<ProjectStoreError> failure;
+    try {
+        co_await m_io.save(*m_project, file, allowDecrease);
+    } catch (const ProjectFileIO::SaveError &error) {
+        failure.emplace(ProjectStoreError::Kind::saveFailed, error.description());
+    }
+    if (!self) {
+        co_return;
+    }
+    const bool isStillOpen = m_project && m_project->id == id && m_fileURL == file;
+    if (isStillOpen && !failure) {
+        setDirty(m_revision != revision);
+        m_lastSavedAt = m_clock.now();
+        Q_EMIT lastSavedAtChanged();
+    }
+    if (isStillOpen) {
+        setLastError(failure);
+    }
+    if (--m_runningSaves == 0) {
+        Q_EMIT isSavingChanged();
+    }
+}
+
+QCoro::Task<> ProjectStore::writeBackup() {
+    if (!m_project) {
+        co_return;
+    }
+    const QPointer self(this);
+    try {
+        const QString backup = co_await m_backups.write(*m_project);
+        if (self) {
+            setStatus(QStringLiteral("Backup written: %1").arg(paths::lastComponent(backup)));
+        }
+    } catch (const BackupService::BackupError &error) {
+        if (self) {
+            setLastError(ProjectStoreError(ProjectStoreError::Kind::backupFailed, error.description()));
+        }
+    }
+}
+
+QCoro::Task<> ProjectStore::refreshRecents() {
+    const QPointer self(this);
+    const auto summaries = newestFirst(co_await m_registry.summaries());
+    if (self && summaries != m_recentProjects) {
+        m_recentProjects = summaries;
+        Q_EMIT recentProjectsChanged();
+    }
+}
+
+QCoro::Task<> ProjectStore::touchRecents() {
+    const QPointer self(this);
+    const auto summaries = newestFirst(co_await m_registry.touch(*m_project, *m_fileURL));
+    if (self && summaries != m_recentProjects) {
+        m_recentProjects = summaries;
+        Q_EMIT recentProjectsChanged();
+    }
+}
+
+void ProjectStore::adoptProject(Project project, const QString &file) {
+    m_undoStack.clear();
+    m_redoStack.clear();
+    m_inUndoBatch = false;
+    m_isReplayingHistory = false;
+    m_nextSaveAllowsDecrease = false;
+    m_project = std::move(project);
+    m_fileURL = file;
+    ++m_revision;
+    m_lastSavedAt.reset();
+    m_saver = std::make_shared<DebounceSaver>(
+        [self = QPointer(this)]() -> QCoro::Task<> {
+            if (self) {
+                co_await self->saveNow();
+            }
+        },
+        m_clock);
+    setDirty(false);
+    setMediaConfirmation({});
+    Q_EMIT projectChanged();
+    Q_EMIT fileURLChanged();
+    Q_EMIT lastSavedAtChanged();
+}
+
+void ProjectStore::leaveProject() {
+    m_saver.reset();
+    m_undoStack.clear();
+    m_redoStack.clear();
+    m_inUndoBatch = false;
+    m_isReplayingHistory = false;
+    m_nextSaveAllowsDecrease = false;
+    setDirty(false);
+    setStatusMessage({});
+    setMediaConfirmation({});
+    if (m_project) {
+        m_project.reset();
+        m_fileURL.reset();
+        Q_EMIT projectChanged();
+        Q_EMIT fileURLChanged();
+    }
+}
+
+void ProjectStore::setStatus(const QString &text) { setStatusMessage(text); }
+
+void ProjectStore::clearLastError() { setLastError({}); }
+
+void ProjectStore::consumePendingImport() { setPendingImportOnLoad(false); }
+
+void ProjectStore::setPendingImportOnLoad(bool pending) {
+    if (std::exchange(m_pendingImportOnLoad, pending) != pending) {
+        Q_EMIT pendingImportOnLoadChanged();
+    }
+}
+
+void ProjectStore::setDirty(bool dirty) {
+    if (std::exchange(m_isDirty, dirty) != dirty) {
+        Q_EMIT isDirtyChanged();
+    }
+}
+
+void ProjectStore::setLastError(std::optional<ProjectStoreError> error) {
+    if (std::exchange(m_lastError, std::move(error)) != m_lastError) {
+        Q_EMIT lastErrorChanged();
+    }
+}
+
+void ProjectStore::setStatusMessage(std::optional<QString> text) {
+    if (std::exchange(m_statusMessage, std::move(text)) != m_statusMessage) {
+        Q_EMIT statusMessageChanged();
+    }
+}
+
+void ProjectStore::setMediaConfirmation(MediaConfirmation state) {
+    if (std::exchange(m_mediaConfirmation, std::move(state)) != m_mediaConfirmation) {
+        Q_EMIT mediaConfirmationChanged();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,307 @@
+#include "review/ReviewLists.h"
+
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+
+namespace corvane {
+
+namespace {
+
+Subclip makeSubclip(const QString &id, int creationIndex) {
+    Subclip subclip;
+    subclip.id = id;
+    subclip.creationIndex = creationIndex;
+    return subclip;
+}
+
+VideoRecord makeVideo(const QString &id, const QString &fileName) {
+    VideoRecord video;
+    video.id = id;
+    video.fileName = fileName;
+    return video;
+}
+
+Project makeProject(const QList<VideoItem> &videos) {
+    Project project;
+    project.videos = videos;
+    return project;
+}
+
+QStringList identities(const QList<MixedSidebarRow> &rows) {
+    QStringList texts;
+    for (const MixedSidebarRow &row : rows) {
+        texts.append(row.identity());
+    }
+    return texts;
+}
+
+QStringList shown(const ReviewState &state, const Project &project) {
+    return identities(ReviewLists::shownRows(state, project));
+}
+
+/// A small project of everything that a filter looks at, the same for the same seed.
+class RandomProject {
+  public:
+    explicit RandomProject(quint32 seed) : m_random(seed) {}
+
+    Project make() {
+        Project project;
+        for (int index = m_random.bounded(12); index > 0; --index) {
+            project.videos.append(video(QStringLiteral("V%1").arg(index)));
+        }
+        return project;
+    }
+
+    ReviewState state() {
+        ReviewState state;
+        state.unreviewedOnly = chance(4);
+        state.favoritesOnly = chance(4);
+        state.selectedOnly = chance(3);
+        state.subclipsView = chance(3);
+        state.includeRejects = chance(2);
+        state.searchQuery = chance(2) ? QStringLiteral("  ") + text() : QString();
+        state.ratingFilter = chance(2) ? ReviewState::RatingFilter()
+                             : chance(3)
+                                 ? ReviewState::RatingFilter::fiveOnly()
+                                 : ReviewState::RatingFilter::threshold(m_random.bounded(5));
+        return state;
+    }
+
+  private:
+    bool chance(int oneIn) { return m_random.bounded(oneIn) == 0; }
+    QString text() {
+        static const QStringList words{QStringLiteral("Gull"), QStringLiteral("GULL wide"),
+                                       QStringLiteral("ÄRA 2"), QStringLiteral("l w")};
+        return words.at(m_random.bounded(int(words.size())));
+    }
+    std::optional<QString> maybeText() { return chance(3) ? std::optional(text()) : std::nullopt; }
+
+    VideoItem video(const QString &id) {
+        VideoRecord video = makeVideo(id, chance(2) ? text() : QStringLiteral("a.mov"));
+        video.rating = m_random.bounded(6);
+        video.rejected = chance(3);
+        video.favorite = chance(2);
+        video.selectedForExport = chance(2);
+        video.reviewed = chance(2);
+        video.notes = maybeText();
+        if (chance(3)) {
+            video.tags = {QStringLiteral("tag"), text()};
+        }
+        for (int index = m_random.bounded(4); index > 0; --index) {
+            Subclip subclip =
+                makeSubclip(id + QStringLiteral("-%1").arg(index), m_random.bounded(3));
+            subclip.rating = chance(2) ? 0 : m_random.bounded(6);
+            subclip.favorite = chance(2);
+            subclip.selectedForExport = chance(2);
+            subclip.label = maybeText();
+            subclip.notes = maybeText();
+            video.subclips.append(subclip);
+        }
+        return video;
+    }
+
+    QRandomGenerator m_random;
+};
+
+/// The filter once more, one condition after another, with nothing prepared ahead.
+class PlainReading {
+  public:
+    explicit PlainReading(const ReviewState &state) : m_state(state) {}
+
+    QStringList shown(const Project &project) const {
+        QStringList rows;
+        for (const VideoItem &video : project.videos) {
+            if (!m_state.subclipsView && listsClip(*video)) {
+                rows.append(QStringLiteral("clip-") + video->id);
+            }
+            if (m_state.subclipsView || m_state.selectedOnly) {
+                appendSubclips(rows, *video);
+            }
+        }
+        return rows;
+    }
+
+  private:
+    bool finds(QStringList texts) const {
+        const QString query = m_state.searchQuery.trimmed().toLower();
+        if (query.isEmpty()) {
+            return true;
+        }
+        for (const QString &text : texts) {
+            if (text.toLower().indexOf(query) >= 0) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    bool rates(int rating) const {
+        using Kind = ReviewState::RatingFilter::Kind;
+        if (m_state.ratingFilter.kind == Kind::fiveOnly) {
+            return rating == 5;
+        }
+        return m_state.ratingFilter.kind == Kind::off || rating >= m_state.ratingFilter.least;
+    }
+
+    QStringList texts(const VideoRecord &video) const {
+        return QStringList{video.fileName, video.notes.value_or(QString())} + video.tags;
+    }
+
+    bool listsClip(const VideoRecord &video) const {
+        QStringList all = texts(video);
+        for (const Subclip &subclip : video.subclips) {
+            all << subclip.label.value_or(QString()) << subclip.notes.value_or(QString());
+        }
+        return !(video.rejected && !m_state.includeRejects) &&
+               !(video.reviewed && m_state.unreviewedOnly) &&
+               !(!video.favorite && m_state.favoritesOnly) &&
+               !(!video.selectedForExport && m_state.selectedOnly) && rates(video.rating) &&
+               finds(all);
+    }
+
+    bool listsSubclip(const Subclip &subclip, const VideoRecord &video) const {
+        const QStringList all = texts(video) << subclip.label.value_or(QString())
+                                             << subclip.notes.value_or(QString());
+        return !(video.rejected && !m_state.includeRejects) &&
+               !(video.reviewed && m_state.unreviewedOnly) &&
+               !(!subclip.favorite && m_state.favoritesOnly) &&
+               !(!subclip.selectedForExport && m_state.selectedOnly) &&
+               rates(subclip.rating > 0 ? subclip.rating : video.rating) && finds(all);
+    }
+
+    void appendSubclips(QStringList &rows, const VideoRecord &video) const {
+        for (int index = 0; index < 3; ++index) {
+            for (const Subclip &subclip : video.subclips) {
+                if (subclip.creationIndex == index && listsSubclip(subclip, video)) {
+                    rows.append(QStringLiteral("sub-") + subclip.id);
+                }
+            }
+        }
+    }
+
+    const ReviewState &m_state;
+};
+
+} // namespace
+
+TEST(ReviewState, ShowsWhatAPlainReadingOfTheConditionsShows) {
+    for (quint32 seed = 1; seed <= 3000; ++seed) {
+        RandomProject random(seed);
+        const Project project = random.make();
+        ReviewState state = random.state();
+        const QStringList expected = PlainReading(state).shown(project);
+        // Nothing to sort by: all clips tie and stay in project order.
+        state.sort = ReviewState::Sort::duration;
+        ASSERT_EQ(shown(state, project), expected) << "seed " << seed;
+        EXPECT_EQ(ReviewLists::visibleCount(state, project), expected.size());
+    }
+}
+
+TEST(ReviewState, SortsClipsByOneKeyAndKeepsProjectOrderOnTies) {
+    VideoRecord ten = makeVideo(QStringLiteral("1"), QStringLiteral("clip10.mov"));
+    VideoRecord two = makeVideo(QStringLiteral("2"), QStringLiteral("Clip2.mov"));
+    VideoRecord one = makeVideo(QStringLiteral("3"), QStringLiteral("clip1.mov"));
+    ten.rating = one.rating = 3;
+    two.rating = 4;
+    ten.durationSeconds = 0.5;
+    one.durationSeconds = 7;
+    ten.createdAt = QDateTime::fromMSecsSinceEpoch(2, Qt::UTC);
+    two.createdAt = QDateTime::fromMSecsSinceEpoch(3, Qt::UTC);
+    one.createdAt = QDateTime::fromMSecsSinceEpoch(1, Qt::UTC);
+    const Project project = makeProject({ten, two, one});
+
+    const auto order = [&](ReviewState::Sort sort) {
+        ReviewState state;
+        state.sort = sort;
+        return shown(state, project).join(QLatin1Char(' ')).remove(QStringLiteral("clip-"));
+    };
+    using Sort = ReviewState::Sort;
+    EXPECT_EQ(order(Sort::filename), QStringLiteral("3 2 1"));
+    EXPECT_EQ(order(Sort::imported), QStringLiteral("2 1 3"));
+    EXPECT_EQ(order(Sort::rating), QStringLiteral("2 1 3"));
+    EXPECT_EQ(order(Sort::duration), QStringLiteral("3 1 2"));
+}
+
+TEST(ReviewState, IsDefaultUntilSomethingIsFilteredAndAgainOnceCleared) {
+    ReviewState state;
+    state.searchQuery = QStringLiteral(" \n\t");
+    state.sort = ReviewState::Sort::rating;
+    state.useLargeThumbnails = true;
+    EXPECT_TRUE(state.filtersAreDefault());
+
+    state.searchQuery = QStringLiteral("x");
+    state.unreviewedOnly = state.favoritesOnly = state.selectedOnly = true;
+    state.subclipsView = state.includeRejects = true;
+    state.ratingFilter = ReviewState::RatingFilter::threshold(1);
+    EXPECT_FALSE(state.filtersAreDefault());
+
+    state.clearFilters();
+    ReviewState expected;
+    expected.sort = ReviewState::Sort::rating;
+    expected.useLargeThumbnails = true;
+    EXPECT_EQ(state, expected);
+}
+
+TEST(ReviewState, RatesASubclipByItsParentOnlyWhileItHasNoRatingOfItsOwn) {
+    ReviewState state;
+    state.ratingFilter = ReviewState::RatingFilter::threshold(3);
+    VideoRecord parent = makeVideo(QStringLiteral("V"), {});
+    parent.rating = 4;
+    Subclip subclip = makeSubclip(QStringLiteral("S"), 1);
+    EXPECT_TRUE(state.matches(subclip, parent));
+    subclip.rating = 2;
+    EXPECT_FALSE(state.matches(subclip, parent));
+}
+
+TEST(ReviewLists, OrdersTheRowsOfEachViewAsTheyAreDisplayed) {
+    VideoRecord second = makeVideo(QStringLiteral("B"), QStringLiteral("b.mov"));
+    VideoRecord first = makeVideo(QStringLiteral("A"), QStringLiteral("a.mov"));
+    second.subclips = {makeSubclip(QStringLiteral("B2"), 2), makeSubclip(QStringLiteral("B1"), 1)};
+    second.subclips.first().selectedForExport = true;
+    first.selectedForExport = true;
+    const Project project = makeProject({second, first});
+    const auto order = [&](const ReviewState &state) {
+        QStringList texts;
+        const QList<SidebarRowId> ids = ReviewLists::orderedRowIds(state, project);
+        for (const SidebarRowId &id : ids) {
+            texts.append(id.subclipId.value_or(id.videoId));
+        }
+        return texts.join(QLatin1Char(' '));
+    };
+
+    ReviewState state;
+    EXPECT_EQ(order(state), QStringLiteral("A B B1 B2"));
+    state.selectedOnly = true;
+    EXPECT_EQ(order(state), QStringLiteral("B2 A"));
+    EXPECT_EQ(ReviewLists::totalCount(state, project), 4);
+    state.subclipsView = true;
+    EXPECT_EQ(order(state), QStringLiteral("B2"));
+    EXPECT_EQ(ReviewLists::totalCount(state, project), 2);
+}
+
+TEST(ReviewLists, LabelsTheCounts) {
+    ReviewState state;
+    EXPECT_EQ(ReviewLists::countLabel(state, 0, 0), QStringLiteral("No clips yet"));
+    EXPECT_EQ(ReviewLists::countLabel(state, 1, 1), QStringLiteral("1 clip"));
+    EXPECT_EQ(ReviewLists::countLabel(state, 2, 2), QStringLiteral("2 clips"));
+    state.favoritesOnly = true;
+    EXPECT_EQ(ReviewLists::countLabel(state, 0, 2), QStringLiteral("0 of 2 visible"));
+}
+
+TEST(MixedSidebarRow, TellsAClipFromASubclipByIdentityEqualityAndHash) {
+    const VideoItem video = makeVideo(QStringLiteral("V"), {});
+    const MixedSidebarRow clip{video, {}};
+    const MixedSidebarRow subclip{video, makeSubclip(QStringLiteral("V"), 1)};
+    EXPECT_EQ(clip.identity(), QStringLiteral("clip-V"));
+    EXPECT_EQ(subclip.identity(), QStringLiteral("sub-V"));
+    EXPECT_NE(clip, subclip);
+    EXPECT_NE(qHash(clip), qHash(subclip));
+    EXPECT_NE(SidebarRowId::of(clip), SidebarRowId::of(subclip));
+    MixedSidebarRow renamed = subclip;
+    renamed.subclip->label = QStringLiteral("other");
+    EXPECT_NE(renamed, subclip);
+    EXPECT_EQ(SidebarRowId::of(renamed), SidebarRowId::of(subclip));
+}
+
+} // namespace corvane
