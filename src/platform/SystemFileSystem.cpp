@@ -259,7 +259,7 @@ void SystemFileSystem::remove(const QString &path) {
 }
 
 void SystemFileSystem::syncFolder(const QString &path) {
-    const Descriptor folder = openFolder(path);
+    const Descriptor folder = opened(path, O_RDONLY | O_DIRECTORY);
     // Some network and FUSE file systems can't sync a folder and say so; that is all they promise.
     if (::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != ENOSYS) {
         throw FileError(path, errno);

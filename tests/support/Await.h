@@ -2,8 +2,6 @@
 
 #include "platform/Tasks.h"
 
-#include <QTest>
-
 namespace corvane::test {
 
 /// Runs a task to its end and gives its value or throws what it threw.

@@ -1,0 +1,145 @@
+#include "document/ProjectFileIO.h"
+#include "support/Await.h"
+#include "support/FaultyFileSystem.h"
+#include "support/SampleProject.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+using namespace corvane;
+using namespace corvane::test;
+
+namespace {
+
+using LoadError = ProjectFileIO::LoadError;
+using SaveError = ProjectFileIO::SaveError;
+
+class ProjectFileIOTest : public testing::Test {
+  protected:
+    QString loadFailure(const QString &path) {
+        try {
+            await(io.load(path));
+            return QStringLiteral("none");
+        } catch (const LoadError &error) {
+            return error.description();
+        }
+    }
+    QString saveFailure(const Project &project, bool allowDecrease = false) {
+        try {
+            await(io.save(project, file, allowDecrease));
+            return QStringLiteral("none");
+        } catch (const SaveError &error) {
+            return error.description();
+        }
+    }
+
+    TestFolder folder;
+    QString file = folder.at(QStringLiteral("Harbor.corvane"));
+    ProjectFileIO io;
+};
+
+} // namespace
+
+TEST_F(ProjectFileIOTest, EachBadFileHasItsOwnText) {
+    const auto expect = [this](const QByteArray &bytes, const QString &text) {
+        folder.write(QStringLiteral("Harbor.corvane"), bytes);
+        EXPECT_EQ(loadFailure(file), text.arg(file));
+    };
+    const QByteArray good = encodeDocument(sampleProject(2, 1));
+    const QString notJSON = QStringLiteral("%1 is not a valid `.corvane` JSON document.");
+    EXPECT_EQ(loadFailure(file),
+              QStringLiteral("Failed to read %1: No such file or directory").arg(file));
+    expect({}, notJSON);
+    expect("[1,2]", notJSON);
+    expect(good.left(good.size() / 2), notJSON);
+    expect("{\"schemaVersion\": 8}",
+           QStringLiteral("%1 uses schema version 8, which is newer than this build supports (7). "
+                          "Update Corvane to open this file."));
+    expect("{\"schemaVersion\": 7}", QStringLiteral("Failed to decode %1: id: is missing"));
+    folder.folder(QStringLiteral("Folder.corvane"));
+    const QString asFolder = folder.at(QStringLiteral("Folder.corvane"));
+    EXPECT_EQ(loadFailure(asFolder),
+              QStringLiteral("%1 is not a file. Pick the `.corvane` file itself.").arg(asFolder));
+}
+
+TEST_F(ProjectFileIOTest, ReadsExactlyTheLimitAndNoByteMore) {
+    QByteArray bytes = encodeDocument(sampleProject(2, 1));
+    bytes.append(ProjectFileIO::kFileLimit - bytes.size(), ' ');
+    folder.write(QStringLiteral("Harbor.corvane"), bytes);
+    EXPECT_EQ(await(io.load(file)).videos.size(), 2);
+    folder.write(QStringLiteral("Harbor.corvane"), bytes + ' ');
+    EXPECT_EQ(loadFailure(file),
+              QStringLiteral("%1 is 32 MB, past the 32 MB limit for a `.corvane` file. Opening it would "
+                             "run Corvane out of memory. If this is a real project, it's corrupt — open "
+                             "the `.corvane.bak` next to it instead.")
+                  .arg(file));
+}
+
+TEST_F(ProjectFileIOTest, TakesThePathThatWasOpenedWhateverTheFileSays) {
+    await(io.save(sampleProject(1), file, false));
+    const QString moved = folder.write(QStringLiteral("moved/Other.corvane"),
+                                       folder.read(QStringLiteral("Harbor.corvane")));
+    EXPECT_EQ(await(io.load(moved)).filePath, moved);
+    const QString link = folder.link(QStringLiteral("link.corvane"), moved);
+    EXPECT_EQ(await(io.load(link)).filePath, link);
+}
+
+TEST_F(ProjectFileIOTest, TheGuardReadsTheDiskOnlyWhenSomebodyElseWrote) {
+    EXPECT_EQ(saveFailure(sampleProject(10, 2)), QStringLiteral("none"));
+    EXPECT_EQ(saveFailure(sampleProject(10, 2)), QStringLiteral("none"));
+    EXPECT_EQ(io.diskGuardFullReloadCountForTesting(), 0);
+    await(ProjectFileIO().save(sampleProject(11, 2), file, false));
+    EXPECT_EQ(saveFailure(sampleProject(10, 2)),
+              QStringLiteral("Save aborted: in-memory has 10 videos but disk has 11. Refusing to "
+                             "overwrite a fuller file."));
+    EXPECT_EQ(io.diskGuardFullReloadCountForTesting(), 1);
+    EXPECT_EQ(saveFailure(sampleProject(11, 1)),
+              QStringLiteral("Save aborted: in-memory has 11 subclips but disk has 22. Refusing to "
+                             "overwrite a fuller file."));
+    EXPECT_EQ(io.diskGuardFullReloadCountForTesting(), 1);
+    EXPECT_EQ(saveFailure(sampleProject(1), true), QStringLiteral("none"));
+    EXPECT_EQ(await(io.load(file)).videos.size(), 1);
+}
+
+TEST_F(ProjectFileIOTest, ADamagedFileIsNotOverwritten) {
+    const QByteArray half = encodeDocument(sampleProject(2)).left(200);
+    folder.write(QStringLiteral("Harbor.corvane"), half);
+    EXPECT_EQ(saveFailure(sampleProject(3)),
+              QStringLiteral("Save aborted: existing %1 is corrupt or unreadable (%1 is not a valid "
+                             "`.corvane` JSON document.). Inspect the file and recover from a "
+                             "`.corvane.bak` if needed.")
+                  .arg(file));
+    EXPECT_EQ(folder.read(QStringLiteral("Harbor.corvane")), half);
+}
+
+TEST_F(ProjectFileIOTest, AFailureAtAnyCallOfASaveLeavesAFileThatOpens) {
+    FaultyFileSystem faulty;
+    const FileSystemScope scope(faulty);
+    await(io.save(sampleProject(2), file, false));
+    const QByteArray before = folder.read(QStringLiteral("Harbor.corvane"));
+    faulty.failAt(0, 0);
+    await(io.save(sampleProject(3), file, false));
+    const int calls = faulty.calls();
+    for (int call = 1; call <= calls; ++call) {
+        folder.write(QStringLiteral("Harbor.corvane"), before);
+        faulty.failAt(call, ENOSPC);
+        EXPECT_THROW(await(ProjectFileIO().save(sampleProject(3), file, true)), SaveError);
+        const qsizetype videos = await(io.load(file)).videos.size();
+        EXPECT_TRUE(videos == 2 || call == calls) << "call " << call;
+        EXPECT_TRUE(folder.temporaries().isEmpty()) << "call " << call;
+    }
+}
+
+TEST_F(ProjectFileIOTest, RefusesToWriteWhatItCouldNotRead) {
+    Project project = sampleProject(1);
+    await(io.save(project, file, false));
+    project.notes = QString(ProjectFileIO::kFileLimit, QLatin1Char('x'));
+    EXPECT_THAT(saveFailure(project).toStdString(), testing::HasSubstr("past the 32 MB limit"));
+    EXPECT_FALSE(await(io.load(file)).notes);
+    project.notes.reset();
+    project.videos[0].edit().durationSeconds = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(saveFailure(project),
+              QStringLiteral("Failed to write %1: A number is infinite or not a number.").arg(file));
+}

@@ -1,0 +1,133 @@
+#include "platform/AtomicWrite.h"
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
+#include "support/FaultyFileSystem.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <sys/stat.h>
+
+using namespace corvane;
+using corvane::test::FaultyFileSystem;
+using corvane::test::TestFolder;
+
+TEST(AtomicWrite, FailingAtAnyCallLeavesTheOldFileOrTheNewOneAndNoTemporary) {
+    const TestFolder folder;
+    FaultyFileSystem faulty;
+    const FileSystemScope scope(faulty);
+    const QByteArray before("the old content");
+    const QByteArray after(100'000, 'n');
+    const QString path = folder.write(QStringLiteral("file"), before);
+    faulty.failAt(0, 0);
+    writeAtomically(path, after);
+    const int calls = faulty.calls();
+    ASSERT_GE(calls, 6);
+    for (int call = 1; call <= calls; ++call) {
+        folder.write(QStringLiteral("file"), before);
+        faulty.failAt(call, EIO);
+        EXPECT_THROW(writeAtomically(path, after), FileError) << "call " << call;
+        const QByteArray left = folder.read(QStringLiteral("file"));
+        EXPECT_TRUE(left == before || (call == calls && left == after)) << "call " << call;
+        EXPECT_TRUE(folder.temporaries().isEmpty()) << "call " << call;
+    }
+}
+
+TEST(AtomicWrite, WhatItPlacedSurvivesALossOfPower) {
+    const TestFolder folder;
+    FaultyFileSystem faulty;
+    const FileSystemScope scope(faulty);
+    writeAtomically(folder.at(QStringLiteral("file")), QByteArray("content"));
+    faulty.dropUnsynced();
+    EXPECT_EQ(folder.read(QStringLiteral("file")), "content");
+}
+
+TEST(AtomicWrite, AFullDiskLeavesTheOldFile) {
+    const TestFolder folder;
+    FaultyFileSystem faulty;
+    const FileSystemScope scope(faulty);
+    const QString path = folder.write(QStringLiteral("file"), "old");
+    faulty.setFreeSpace(2);
+    try {
+        writeAtomically(path, QByteArray("newer"));
+        FAIL() << "the write passed";
+    } catch (const FileError &error) {
+        EXPECT_EQ(error.code(), ENOSPC);
+        EXPECT_EQ(error.description(), QStringLiteral("No space left on device"));
+    }
+    EXPECT_EQ(folder.read(QStringLiteral("file")), "old");
+    EXPECT_TRUE(folder.temporaries().isEmpty());
+}
+
+TEST(AtomicWrite, GoesThroughALinkAndKeepsThePermissions) {
+    const TestFolder folder;
+    const QString target = folder.write(QStringLiteral("real/file"), "old");
+    ASSERT_EQ(::chmod(target.toUtf8().constData(), 0600), 0);
+    const QString link = folder.link(QStringLiteral("link"), target);
+    writeAtomically(link, "new");
+    EXPECT_EQ(folder.read(QStringLiteral("real/file")), "new");
+    EXPECT_EQ(fileSystem().linkStatus(link)->type, FileType::SymbolicLink);
+    EXPECT_EQ(fileSystem().linkStatus(target)->permissions, 0600U);
+}
+
+TEST(FileSystem, AMoveToAFreeNameNeverReplacesWhatTookTheNameMeanwhile) {
+    const TestFolder folder;
+    const QString from = folder.write(QStringLiteral("from"), "mine");
+    const QString to = folder.write(QStringLiteral("to"), "theirs");
+    EXPECT_THROW(fileSystem().renameToFreeName(from, to), FileError);
+    EXPECT_EQ(folder.read(QStringLiteral("to")), "theirs");
+    EXPECT_EQ(folder.read(QStringLiteral("from")), "mine");
+}
+
+TEST(FileSystem, ListsNamesThatAreNoUtf8AsSuch) {
+    const TestFolder folder;
+    const QByteArray raw = folder.path().toUtf8() + "/bad\xFF.mov";
+    FILE *const file = std::fopen(raw.constData(), "w");
+    ASSERT_NE(file, nullptr);
+    std::fclose(file);
+    folder.write(QStringLiteral("new\nline.mov"), "x");
+    const QList<DirectoryEntry> entries = fileSystem().list(folder.path());
+    ASSERT_EQ(entries.size(), 2);
+    for (const DirectoryEntry &entry : entries) {
+        EXPECT_EQ(entry.hasValidName, entry.name == QStringLiteral("new\nline.mov"));
+    }
+}
+
+TEST(FileSystem, RefusesAPathThatHoldsANul) {
+    const QString path = QStringLiteral("/tmp/a") + QChar(u'\0') + QStringLiteral("b");
+    EXPECT_FALSE(fileSystem().linkStatus(path));
+    EXPECT_THROW(fileSystem().openForReading(path, FileSystem::Follow::Links), FileError);
+}
+
+TEST(FileSystem, CreatesFoldersButNotOverAFile) {
+    const TestFolder folder;
+    fileSystem().createFolders(folder.at(QStringLiteral("a/b/c")));
+    EXPECT_EQ(fileSystem().linkStatus(folder.at(QStringLiteral("a/b/c")))->type, FileType::Directory);
+    folder.write(QStringLiteral("file"), "x");
+    EXPECT_THROW(fileSystem().createFolders(folder.at(QStringLiteral("file"))), FileError);
+    EXPECT_THROW(fileSystem().createFolders(folder.at(QStringLiteral("file/below"))), FileError);
+    EXPECT_EQ(folder.read(QStringLiteral("file")), "x");
+}
+
+TEST(Paths, ResolveLinksAsFarAsThePathExists) {
+    const TestFolder folder;
+    folder.folder(QStringLiteral("real"));
+    const QString link = folder.link(QStringLiteral("link"), folder.at(QStringLiteral("real")));
+    EXPECT_EQ(paths::resolvingLinks(link + QStringLiteral("/not/there")),
+              folder.at(QStringLiteral("real/not/there")));
+    EXPECT_EQ(paths::standardized(link + QStringLiteral("/x/../y//z")), link + QStringLiteral("/y/z"));
+}
+
+TEST(Paths, CutNamesAtTheLastPoint) {
+    const auto cut = [](const char *name) {
+        const auto [stem, extension] = paths::split(QString::fromUtf8(name));
+        return stem + QLatin1Char('|') + extension;
+    };
+    EXPECT_EQ(cut("a.b.mov"), QStringLiteral("a.b|.mov"));
+    EXPECT_EQ(cut("take"), QStringLiteral("take|"));
+    EXPECT_EQ(cut(".hidden"), QStringLiteral("|.hidden"));
+    EXPECT_FALSE(paths::isBelow(QStringLiteral("/a/bc/x"), QStringLiteral("/a/b")));
+    EXPECT_FALSE(paths::isBelow(QStringLiteral("/a/b"), QStringLiteral("/a/b")));
+    EXPECT_TRUE(paths::isBelow(QStringLiteral("/a"), QStringLiteral("/")));
+}

@@ -1,0 +1,52 @@
+#include "platform/SerialExecutor.h"
+#include "platform/InstanceLock.h"
+#include "support/Await.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+using namespace corvane;
+using corvane::test::await;
+
+TEST(SerialExecutor, RunsInOrderOffTheCallersThreadAndComesBack) {
+    SerialExecutor executor(QStringLiteral("test"));
+    std::vector<int> order;
+    const auto main = std::this_thread::get_id();
+    const auto story = [&]() -> QCoro::Task<int> {
+        auto first = executor.run([&] { order.push_back(1); });
+        auto second = executor.run([&] {
+            order.push_back(2);
+            return std::this_thread::get_id();
+        });
+        const auto worker = co_await second;
+        EXPECT_NE(worker, main);
+        EXPECT_EQ(std::this_thread::get_id(), main);
+        co_await first;
+        co_return 7;
+    };
+    EXPECT_EQ(await(story()), 7);
+    EXPECT_EQ(order, (std::vector{1, 2}));
+}
+
+TEST(SerialExecutor, PassesExceptionsThroughWhole) {
+    SerialExecutor executor(QStringLiteral("test"));
+    const auto fail = []() -> int { throw Failure(QStringLiteral("as it was")); };
+    try {
+        await(executor.run(fail));
+        FAIL();
+    } catch (const Failure &failure) {
+        EXPECT_EQ(failure.description(), QStringLiteral("as it was"));
+    }
+}
+
+TEST(InstanceLock, TellsWhoHoldsTheFolder) {
+    const test::TestFolder folder;
+    const InstanceLock first(folder.at(QStringLiteral("data")));
+    try {
+        const InstanceLock second(folder.at(QStringLiteral("data")));
+        FAIL() << "two owners";
+    } catch (const AlreadyRunning &refusal) {
+        EXPECT_THAT(refusal.description().toStdString(),
+                    testing::HasSubstr(std::to_string(QCoreApplication::applicationPid())));
+    }
+}

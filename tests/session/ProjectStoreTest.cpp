@@ -1,0 +1,290 @@
+#include "session/ProjectStore.h"
+#include "support/Await.h"
+#include "support/FaultyFileSystem.h"
+#include "support/SampleProject.h"
+#include "support/TestClock.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+using namespace corvane;
+using namespace corvane::test;
+using namespace std::chrono_literals;
+
+namespace {
+
+class ProjectStoreTest : public testing::Test {
+  protected:
+    QString make(const QString &name, const Project &project) {
+        const QString path = folder.at(name);
+        await(ProjectFileIO().save(project, path, false));
+        return path;
+    }
+    Project onDisk(const QString &path) const { return ProjectFileIO::loadNow(path); }
+    QString error() const { return store.lastError() ? store.lastError()->description() : QString(); }
+
+    TestFolder folder;
+    FaultyFileSystem files;
+    FileSystemScope scope{files};
+    TestClock clock;
+    ProjectFileIO io;
+    ProjectRegistry registry{folder.at(QStringLiteral("data")), clock};
+    BackupService backups{clock};
+    MediaSourceAuthorization authorization{folder.at(QStringLiteral("data"))};
+    ProjectStore store{io, registry, backups, authorization, clock};
+    QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(3, 1));
+    const QString clip = QStringLiteral("clip-0");
+    const SubclipKey subclip{QStringLiteral("clip-0"), QStringLiteral("clip-0-sub-0")};
+};
+
+} // namespace
+
+TEST_F(ProjectStoreTest, OpensAndTellsFailuresWithoutLosingTheOpenProject) {
+    await(store.openProject(file));
+    await(store.flushPendingSave());
+    store.setRating(clip, 3);
+    const QString bad = folder.write(QStringLiteral("bad.corvane"), "{");
+    await(store.openProject(bad));
+    EXPECT_EQ(error(),
+              QStringLiteral("Open failed: %1 is not a valid `.corvane` JSON document.").arg(bad));
+    EXPECT_EQ(store.fileURL(), file);
+    EXPECT_TRUE(store.canUndo());
+    EXPECT_EQ(store.recentProjects().size(), 1);
+    await(store.openProject(file));
+    EXPECT_FALSE(store.lastError());
+    EXPECT_FALSE(store.canUndo());
+    EXPECT_EQ(store.project()->videos.at(0)->rating, 3) << "reopening reads what was typed";
+}
+
+TEST_F(ProjectStoreTest, OpeningAnotherProjectSavesTheFirstOrStaysWithIt) {
+    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
+    await(store.openProject(file));
+    await(store.flushPendingSave());
+    store.setNotes(clip, QStringLiteral("typed"));
+    files.setFreeSpace(0);
+    await(store.openProject(other));
+    EXPECT_EQ(store.fileURL(), file);
+    EXPECT_EQ(error(), QStringLiteral("Save failed: Failed to write %1: No space left on device").arg(file));
+    await(store.closeProject());
+    EXPECT_TRUE(store.project()) << "what can't be saved isn't thrown away";
+    files.setFreeSpace(-1);
+    await(store.openProject(other));
+    EXPECT_EQ(store.fileURL(), other);
+    EXPECT_EQ(onDisk(file).videos.at(0)->notes, QStringLiteral("typed"));
+}
+
+TEST_F(ProjectStoreTest, OldProjectsGetTheirReviewedFlagsOnOpening) {
+    Project project = sampleProject(2);
+    project.videos[1].edit().rating = 4;
+    const QString old = make(QStringLiteral("Old.corvane"), project);
+    await(store.openProject(old));
+    EXPECT_TRUE(store.isDirty());
+    EXPECT_EQ(store.statusMessage(), QStringLiteral("Migrated reviewed flags on legacy clips."));
+    EXPECT_EQ(store.project()->updatedAt, project.updatedAt);
+    await(store.closeProject());
+    EXPECT_TRUE(onDisk(old).videos.at(1)->reviewed);
+    await(store.openProject(old));
+    EXPECT_FALSE(store.isDirty());
+    EXPECT_FALSE(store.statusMessage());
+}
+
+TEST_F(ProjectStoreTest, CreatesAProjectAndNeverOverAFullerOne) {
+    const QString created = folder.at(QStringLiteral("New.corvane"));
+    await(store.createProject({.name = QStringLiteral("New"), .location = QStringLiteral(" Pier ")}, created));
+    EXPECT_EQ(error(), QString());
+    EXPECT_TRUE(store.pendingImportOnLoad());
+    EXPECT_EQ(store.statusMessage(), QStringLiteral("Created project New"));
+    EXPECT_EQ(onDisk(created), *store.project());
+    EXPECT_EQ(store.project()->location, QStringLiteral("Pier"));
+    EXPECT_FALSE(store.project()->notes);
+    await(store.closeProject());
+    store.consumePendingImport();
+    await(store.createProject({.name = QStringLiteral("Harbor")}, file));
+    EXPECT_EQ(error(), QStringLiteral("Create failed: Save aborted: in-memory has 0 videos but disk has "
+                                      "3. Refusing to overwrite a fuller file."));
+    EXPECT_FALSE(store.project());
+    EXPECT_FALSE(store.pendingImportOnLoad());
+    EXPECT_EQ(onDisk(file).videos.size(), 3);
+}
+
+TEST_F(ProjectStoreTest, AutosaveTrailsTheLastEditAndCloseWritesWhatWaits) {
+    await(store.openProject(file));
+    await(store.flushPendingSave());
+    store.setRating(clip, 2);
+    EXPECT_TRUE(store.isDirty());
+    EXPECT_EQ(clock.nextDelay(), 250ms);
+    clock.advance(250ms);
+    EXPECT_TRUE(store.isSaving());
+    store.setRating(clip, 4); // while the save runs
+    await(store.flushPendingSave());
+    EXPECT_FALSE(store.isDirty());
+    EXPECT_EQ(onDisk(file).videos.at(0)->rating, 4);
+    store.addTag(clip, QStringLiteral("  pier \n"));
+    await(store.closeProject());
+    EXPECT_FALSE(store.project());
+    EXPECT_FALSE(store.fileURL());
+    EXPECT_EQ(onDisk(file).videos.at(0)->tags, QStringList(QStringLiteral("pier")));
+    await(store.saveNow());
+    EXPECT_FALSE(store.lastError());
+}
+
+TEST_F(ProjectStoreTest, ASaveThatEndsWhileNewerEditsWaitLeavesItDirty) {
+    await(store.openProject(file));
+    await(store.flushPendingSave());
+    store.setRating(clip, 1);
+    auto save = store.saveNow();
+    store.setRating(clip, 2);
+    await(std::move(save));
+    EXPECT_TRUE(store.isDirty());
+    EXPECT_EQ(onDisk(file).videos.at(0)->rating, 1);
+}
+
+TEST_F(ProjectStoreTest, DeletingAllowsOneThinnerSaveAndNoMore) {
+    await(store.openProject(file));
+    await(store.flushPendingSave());
+    store.deleteSubclip(subclip);
+    await(store.flushPendingSave());
+    EXPECT_FALSE(store.lastError());
+    EXPECT_EQ(onDisk(file).subclipCount(), 2);
+    make(QStringLiteral("Harbor.corvane"), sampleProject(5, 5));
+    store.setRating(clip, 1);
+    await(store.flushPendingSave());
+    EXPECT_EQ(error(), QStringLiteral("Save failed: Save aborted: in-memory has 3 videos but disk has 5. "
+                                      "Refusing to overwrite a fuller file."));
+    EXPECT_TRUE(store.isDirty());
+    EXPECT_EQ(store.project()->videos.at(0)->rating, 1);
+    store.undo();
+    await(store.flushPendingSave());
+    EXPECT_FALSE(store.lastError());
+    EXPECT_EQ(onDisk(file).videos.size(), 3);
+}
+
+TEST_F(ProjectStoreTest, EditsFollowTheirRules) {
+    await(store.openProject(file));
+    const auto video = [this]() -> const VideoRecord & { return *store.project()->videos.at(1); };
+    const QString id = QStringLiteral("clip-1");
+    store.toggleReviewed(id);
+    EXPECT_FALSE(video().reviewed) << "its subclip had it marked on opening";
+    EXPECT_FALSE(video().reviewedAt);
+    store.setRating(id, 7);
+    EXPECT_EQ(video().rating, 5);
+    EXPECT_TRUE(video().reviewed);
+    store.setRating(id, -1);
+    EXPECT_EQ(video().rating, 0);
+    store.toggleReviewed(id);
+    store.toggleSelectedForExport(id);
+    EXPECT_EQ(video().reviewedAt, clock.now());
+    store.toggleReviewed(id);
+    store.toggleRejected(id);
+    EXPECT_TRUE(video().rejected);
+    EXPECT_FALSE(video().selectedForExport);
+    EXPECT_FALSE(video().reviewed) << "rejecting doesn't review";
+    store.toggleRejected(id);
+    EXPECT_FALSE(video().selectedForExport);
+    store.setNotes(id, QStringLiteral(" "));
+    EXPECT_EQ(video().notes, QStringLiteral(" "));
+    store.setNotes(id, QString());
+    EXPECT_FALSE(video().notes);
+    store.addTag(id, QStringLiteral("Tag"));
+    store.addTag(id, QStringLiteral("tag"));
+    store.addTag(id, QStringLiteral("Tag "));
+    store.addTag(id, QStringLiteral(" "));
+    EXPECT_EQ(video().tags, (QStringList{QStringLiteral("Tag"), QStringLiteral("tag")}));
+    EXPECT_EQ(store.selectClips({id, clip, QStringLiteral("nobody")}), 2);
+    EXPECT_EQ(store.selectClips({id}), 0);
+    EXPECT_EQ(store.deselectClips({id, clip}), 2);
+    EXPECT_EQ(store.project()->updatedAt, clock.now());
+}
+
+TEST_F(ProjectStoreTest, SubclipEditsFollowTheirRules) {
+    await(store.openProject(file));
+    const auto subclips = [this] { return store.project()->videos.at(0)->subclips; };
+    const QString added = store.addSubclip(clip, 2, 3);
+    ASSERT_EQ(subclips().size(), 2);
+    EXPECT_EQ(subclips().at(1).creationIndex, 2);
+    EXPECT_TRUE(subclips().at(1).selectedForExport);
+    EXPECT_EQ(store.addSubclip(QStringLiteral("nobody"), 0, 1), QString());
+    const SubclipKey key{clip, added};
+    store.renameSubclip(key, QStringLiteral("  Wide \n"));
+    EXPECT_EQ(subclips().at(1).label, QStringLiteral("Wide"));
+    store.renameSubclip(key, QStringLiteral(" "));
+    EXPECT_FALSE(subclips().at(1).label);
+    store.setSubclipRating(key, 9);
+    store.toggleSubclipFavorite(key);
+    EXPECT_EQ(subclips().at(1).rating, 5);
+    EXPECT_TRUE(subclips().at(1).favorite);
+    store.toggleSubclipSelected(key);
+    EXPECT_EQ(store.selectSubclips({key, subclip}), 2);
+    EXPECT_EQ(store.deselectSubclips({key, key}), 1);
+    store.deleteSubclips({key, subclip});
+    EXPECT_TRUE(subclips().isEmpty());
+    store.addSubclip(clip, 0, 1);
+    EXPECT_EQ(subclips().at(0).creationIndex, 1) << "the highest number was freed";
+}
+
+TEST_F(ProjectStoreTest, HistoryHoldsFiftyStepsAndBatchesAreOne) {
+    await(store.openProject(file));
+    for (int i = 0; i < 51; ++i) {
+        store.setRating(clip, i % 2 + 1);
+    }
+    int undone = 0;
+    for (; store.canUndo(); ++undone) {
+        store.undo();
+    }
+    EXPECT_EQ(undone, 50);
+    EXPECT_EQ(store.project()->videos.at(0)->rating, 1) << "the oldest snapshot was dropped";
+    store.redo();
+    store.toggleFavorite(clip);
+    EXPECT_FALSE(store.canRedo()) << "a new edit ends what could be redone";
+    {
+        const ProjectStore::UndoBatch outer(store);
+        const ProjectStore::UndoBatch inner(store);
+        for (const VideoItem &video : store.project()->videos) {
+            store.setRating(video->id, 5);
+        }
+    }
+    store.addSubclip(clip, 1, 2);
+    store.undo();
+    EXPECT_EQ(store.project()->videos.at(2)->rating, 0) << "one undo takes the batch back";
+    EXPECT_EQ(store.project()->videos.at(0)->subclips.size(), 1) << "and what came after it";
+    EXPECT_TRUE(store.project()->videos.at(0)->favorite);
+}
+
+TEST_F(ProjectStoreTest, BackupsAreToldAndFailingOnesChangeNothing) {
+    await(store.openProject(file));
+    await(store.writeBackup());
+    EXPECT_EQ(store.statusMessage(),
+              QStringLiteral("Backup written: Harbor.2026-03-01T09-30-12.345Z.corvane.bak"));
+    files.setFreeSpace(0);
+    await(store.writeBackup());
+    EXPECT_THAT(error().toStdString(), testing::StartsWith("Backup failed: Backup write failed at "));
+    EXPECT_TRUE(store.project());
+}
+
+TEST(DebounceSaver, WaitsAQuarterSecondButNeverPastTwo) {
+    TestClock clock;
+    int saves = 0;
+    DebounceSaver saver(
+        [&saves]() -> QCoro::Task<> {
+            ++saves;
+            co_return;
+        },
+        clock);
+    await(saver.flush());
+    EXPECT_EQ(saves, 0);
+    for (int edit = 0; edit < 10; ++edit) {
+        saver.schedule();
+        clock.advance(190ms);
+    }
+    saver.schedule(); // 1.9 s into the window
+    EXPECT_EQ(clock.nextDelay(), 100ms);
+    clock.advance(100ms);
+    EXPECT_EQ(saves, 1);
+    saver.schedule();
+    await(saver.flush());
+    EXPECT_EQ(saves, 2);
+    clock.advance(5s);
+    EXPECT_EQ(saves, 2) << "the flushed edit isn't saved again";
+}
