@@ -12,6 +12,7 @@ template <typename Value> size_t hashOf(const Value &value, size_t seed) {
     if constexpr (std::is_enum_v<Value>) {
         return ::qHash(int(value), seed);
     } else {
+        using ::qHash; // this namespace's own hide those of the plain types
         return qHash(value, seed);
     }
 }

@@ -60,13 +60,13 @@ size_t qHash(const JSONValue &value, size_t seed) {
     case JSONValue::Kind::Null:
         return seed;
     case JSONValue::Kind::Bool:
-        return qHash(*value.boolean(), seed);
+        return ::qHash(*value.boolean(), seed);
     case JSONValue::Kind::Int:
-        return qHash(*value.integer(), seed);
+        return ::qHash(*value.integer(), seed);
     case JSONValue::Kind::Double:
-        return qHash(*value.real(), seed);
+        return ::qHash(*value.real(), seed);
     case JSONValue::Kind::String:
-        return qHash(*value.string(), seed);
+        return ::qHash(*value.string(), seed);
     case JSONValue::Kind::Array:
         return qHashRange(value.array()->begin(), value.array()->end(), seed);
     case JSONValue::Kind::Object:

@@ -62,9 +62,11 @@ TEST(JSONValue, CopiesAreIndependent) {
 }
 
 TEST(JSONWriter, RefusesNumbersThatJSONCannotHold) {
-    JSONWriter writer(JSONWriter::Style::Pretty);
-    EXPECT_THROW(writer.real(std::numeric_limits<double>::infinity()), JSONEncodeError);
-    EXPECT_THROW(writer.real(std::numeric_limits<double>::quiet_NaN()), JSONEncodeError);
+    for (const double value : {std::numeric_limits<double>::infinity(),
+                               std::numeric_limits<double>::quiet_NaN()}) {
+        JSONWriter writer(JSONWriter::Style::Pretty);
+        EXPECT_THROW(writer.real(value), JSONEncodeError);
+    }
 }
 
 TEST(ISODate, ReadsBothFormsAndWritesMilliseconds) {
