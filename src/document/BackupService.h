@@ -22,8 +22,8 @@ class BackupService {
 
     explicit BackupService(Clock &clock = Clock::system());
 
-    /// Writes `<stem>.<stamp>.corvane.bak` and gives its path. Throws `BackupError`. What fails while
-    /// older backups are removed is passed over.
+    /// Writes `<stem>.<stamp>.corvane.bak` and gives its path. Throws `BackupError`. What fails
+    /// while older backups are removed is passed over.
     QCoro::Task<QString> write(Project project);
 
   private:

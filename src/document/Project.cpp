@@ -30,9 +30,8 @@ template <typename Value> size_t hashOf(const std::optional<Value> &value, size_
 
 /// Each field feeds its hash into the next one's seed.
 template <JSONRecord Record> size_t hashFields(const Record &record, size_t seed) {
-    std::apply(
-        [&](const auto &...field) { ((seed = hashOf(record.*field.member, seed)), ...); },
-        JSONFields<Record>::table);
+    std::apply([&](const auto &...field) { ((seed = hashOf(record.*field.member, seed)), ...); },
+               JSONFields<Record>::table);
     return seed;
 }
 
@@ -55,9 +54,13 @@ qsizetype Project::subclipCount() const {
     return count;
 }
 
-QString newIdentifier() { return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(); }
+QString newIdentifier() {
+    return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+}
 
-QString projectFolder(const QString &projectFile) { return paths::parentFolder(projectFile); }
+QString projectFolder(const QString &projectFile) {
+    return paths::parentFolder(projectFile);
+}
 
 QString mediaFolder(const QString &projectFile) {
     return paths::joined(projectFolder(projectFile), QStringLiteral("media"));
@@ -67,10 +70,20 @@ QString cacheRoot(const QString &projectFile) {
     return paths::joined(projectFolder(projectFile), QStringLiteral(".corvane-cache"));
 }
 
-size_t qHash(const Subclip &record, size_t seed) { return hashFields(record, seed); }
-size_t qHash(const VideoRecord &record, size_t seed) { return hashFields(record, seed); }
-size_t qHash(const ExportNamingOptions &record, size_t seed) { return hashFields(record, seed); }
-size_t qHash(const ExportBatch &record, size_t seed) { return hashFields(record, seed); }
-size_t qHash(const Project &record, size_t seed) { return hashFields(record, seed); }
+size_t qHash(const Subclip &record, size_t seed) {
+    return hashFields(record, seed);
+}
+size_t qHash(const VideoRecord &record, size_t seed) {
+    return hashFields(record, seed);
+}
+size_t qHash(const ExportNamingOptions &record, size_t seed) {
+    return hashFields(record, seed);
+}
+size_t qHash(const ExportBatch &record, size_t seed) {
+    return hashFields(record, seed);
+}
+size_t qHash(const Project &record, size_t seed) {
+    return hashFields(record, seed);
+}
 
 } // namespace corvane

@@ -257,15 +257,15 @@ template <> struct JSONFields<VideoRecord> {
 
 template <> struct JSONFields<ExportNamingOptions> {
     using Options = ExportNamingOptions;
-    static constexpr auto table = std::tuple(
-        jsonField("keepOriginalForWholeVideos", &Options::keepOriginalForWholeVideos),
-        jsonField("baseName", &Options::baseName),
-        jsonField("includeShootDate", &Options::includeShootDate),
-        jsonField("includeOriginalFilename", &Options::includeOriginalFilename),
-        jsonField("includeOriginalFileNumber", &Options::includeOriginalFileNumber),
-        jsonField("numberingMode", &Options::numberingMode),
-        jsonField("includeSubclipLabel", &Options::includeSubclipLabel),
-        jsonField("includeSelectType", &Options::includeSelectType));
+    static constexpr auto table =
+        std::tuple(jsonField("keepOriginalForWholeVideos", &Options::keepOriginalForWholeVideos),
+                   jsonField("baseName", &Options::baseName),
+                   jsonField("includeShootDate", &Options::includeShootDate),
+                   jsonField("includeOriginalFilename", &Options::includeOriginalFilename),
+                   jsonField("includeOriginalFileNumber", &Options::includeOriginalFileNumber),
+                   jsonField("numberingMode", &Options::numberingMode),
+                   jsonField("includeSubclipLabel", &Options::includeSubclipLabel),
+                   jsonField("includeSelectType", &Options::includeSelectType));
 };
 
 template <> struct JSONFields<ExportBatch> {
@@ -289,8 +289,7 @@ template <> struct JSONFields<Project> {
     static constexpr auto table = std::tuple(
         jsonField("id", &Project::id), jsonField("name", &Project::name),
         jsonField("filePath", &Project::filePath), jsonField("rootFolders", &Project::rootFolders),
-        jsonField("videos", &Project::videos),
-        jsonField("exportBatches", &Project::exportBatches),
+        jsonField("videos", &Project::videos), jsonField("exportBatches", &Project::exportBatches),
         jsonField("projectName", &Project::projectName),
         jsonField("shootDate", &Project::shootDate),
         jsonField("clientOrSeries", &Project::clientOrSeries),

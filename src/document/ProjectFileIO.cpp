@@ -78,10 +78,11 @@ LoadError LoadError::decodeFailed(const QString &file, const QString &error) {
 }
 
 LoadError LoadError::unknownFutureSchema(const QString &file, qint64 version) {
-    return {Kind::unknownFutureSchema, file,
-            QStringLiteral("%1 uses schema version %2, which is newer than this build supports (7). "
-                           "Update Corvane to open this file.")
-                .arg(file, QString::number(version))};
+    return {
+        Kind::unknownFutureSchema, file,
+        QStringLiteral("%1 uses schema version %2, which is newer than this build supports (7). "
+                       "Update Corvane to open this file.")
+            .arg(file, QString::number(version))};
 }
 
 LoadError LoadError::notAProjectFile(const QString &file) {
@@ -90,11 +91,12 @@ LoadError LoadError::notAProjectFile(const QString &file) {
 }
 
 LoadError LoadError::fileTooLarge(const QString &file, qint64 bytes, qint64 limit) {
-    return {Kind::fileTooLarge, file,
-            QStringLiteral("%1 is %2, past the %3 limit for a `.corvane` file. Opening it would run "
-                           "Corvane out of memory. If this is a real project, it's corrupt — open "
-                           "the `.corvane.bak` next to it instead.")
-                .arg(file, megabytes(bytes), megabytes(limit))};
+    return {
+        Kind::fileTooLarge, file,
+        QStringLiteral("%1 is %2, past the %3 limit for a `.corvane` file. Opening it would run "
+                       "Corvane out of memory. If this is a real project, it's corrupt — open "
+                       "the `.corvane.bak` next to it instead.")
+            .arg(file, megabytes(bytes), megabytes(limit))};
 }
 
 SaveError SaveError::diskGuardTripped(qsizetype inMemoryVideos, qsizetype onDiskVideos) {
@@ -114,10 +116,11 @@ SaveError SaveError::diskGuardTrippedSubclips(qsizetype inMemory, qsizetype onDi
 }
 
 SaveError SaveError::diskCorruptAbort(const QString &file, const LoadError &error) {
-    return {Kind::diskCorruptAbort,
-            QStringLiteral("Save aborted: existing %1 is corrupt or unreadable (%2). Inspect the file "
-                           "and recover from a `.corvane.bak` if needed.")
-                .arg(file, error.description())};
+    return {
+        Kind::diskCorruptAbort,
+        QStringLiteral("Save aborted: existing %1 is corrupt or unreadable (%2). Inspect the file "
+                       "and recover from a `.corvane.bak` if needed.")
+            .arg(file, error.description())};
 }
 
 SaveError SaveError::writeFailed(const QString &file, const QString &error) {
@@ -167,10 +170,11 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
         const QByteArray bytes = encodeDocument(project);
         if (bytes.size() > kFileLimit) {
             throw SaveError::writeFailed(
-                file, QStringLiteral("The document would be %1 bytes, past the %2 limit beyond which "
-                                     "it could not be opened again.")
-                          .arg(bytes.size())
-                          .arg(megabytes(kFileLimit)));
+                file,
+                QStringLiteral("The document would be %1 bytes, past the %2 limit beyond which "
+                               "it could not be opened again.")
+                    .arg(bytes.size())
+                    .arg(megabytes(kFileLimit)));
         }
         writeAtomically(file, bytes);
     } catch (const SaveError &) {
@@ -179,8 +183,8 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
         throw SaveError::writeFailed(file, error.description());
     }
     if (const auto stamp = readStamp(file)) {
-        m_diskGuardCache.insert(file, {stamp->inode, stamp->modified, project.videos.size(),
-                                       project.subclipCount()});
+        m_diskGuardCache.insert(
+            file, {stamp->inode, stamp->modified, project.videos.size(), project.subclipCount()});
     } else {
         m_diskGuardCache.remove(file);
     }
@@ -237,6 +241,8 @@ ProjectFileIO::reload(const QString &file, const std::optional<Stamp> &stamp) {
     }
 }
 
-QByteArray encodeDocument(const Project &project) { return encodeJSON(project); }
+QByteArray encodeDocument(const Project &project) {
+    return encodeJSON(project);
+}
 
 } // namespace corvane

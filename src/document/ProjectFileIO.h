@@ -13,11 +13,11 @@ namespace corvane {
 /// The only code that reads or writes a project file for the session.
 ///
 /// Reading is defensive: the file must be a regular file of at most 32 MiB, JSON, an object, and of
-/// a schema that this build knows. Writing never replaces a fuller file on disk by a thinner document
-/// in memory, unless the caller allows it.
+/// a schema that this build knows. Writing never replaces a fuller file on disk by a thinner
+/// document in memory, unless the caller allows it.
 ///
-/// The calls are serialised on the object's own executor: `load` and `save` are called and awaited on
-/// the main thread. `loadNow` is the same reading for a thread that may wait.
+/// The calls are serialised on the object's own executor: `load` and `save` are called and awaited
+/// on the main thread. `loadNow` is the same reading for a thread that may wait.
 class ProjectFileIO {
   public:
     /// What is known of a file on disk since it was last read or written here.
@@ -93,8 +93,8 @@ class ProjectFileIO {
 
     /// Throws `LoadError`.
     QCoro::Task<Project> load(QString file);
-    /// Writes the document with `filePath` set to `file`. Throws `SaveError`; the file on disk is then
-    /// as it was.
+    /// Writes the document with `filePath` set to `file`. Throws `SaveError`; the file on disk is
+    /// then as it was.
     QCoro::Task<void> save(Project project, QString file, bool allowDecrease);
 
     /// The reading itself, on whatever thread calls it.
@@ -108,7 +108,8 @@ class ProjectFileIO {
   private:
     void saveNow(Project project, const QString &file, bool allowDecrease);
     void guardDisk(const Project &project, const QString &file);
-    std::optional<DiskGuardStamp> knownStamp(const QString &file, const std::optional<Stamp> &stamp) const;
+    std::optional<DiskGuardStamp> knownStamp(const QString &file,
+                                             const std::optional<Stamp> &stamp) const;
     std::optional<DiskGuardStamp> reload(const QString &file, const std::optional<Stamp> &stamp);
 
     QHash<QString, DiskGuardStamp> m_diskGuardCache; ///< by path; the executor's

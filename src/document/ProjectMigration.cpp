@@ -86,8 +86,8 @@ void addSubclipFavorites(Object &document) {
 void changeNothing(Object &) {}
 
 /// The step at index i raises a document from version i + 1.
-constexpr std::array kSteps = {&addCreationIndexes, &addBatchCounts, &addSubclipRatings,
-                               &addSubclipFavorites, &changeNothing, &changeNothing};
+constexpr std::array kSteps = {&addCreationIndexes,  &addBatchCounts, &addSubclipRatings,
+                               &addSubclipFavorites, &changeNothing,  &changeNothing};
 static_assert(kSteps.size() == kCurrentSchemaVersion - 1);
 
 } // namespace

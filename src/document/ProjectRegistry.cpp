@@ -15,7 +15,8 @@ constexpr qint64 kFileLimit = qint64(32) << 20;
 } // namespace
 
 ProjectRegistry::ProjectRegistry(const QString &dataFolder, Clock &clock)
-    : m_fileURL(paths::joined(dataFolder, QStringLiteral("registry.json"))), m_clock(clock),
+    : m_fileURL(paths::joined(dataFolder, QStringLiteral("registry.json"))),
+      m_clock(clock),
       m_executor(QStringLiteral("ProjectRegistry")) {
     try {
         fileSystem().createFolders(dataFolder);
@@ -26,17 +27,17 @@ ProjectRegistry::ProjectRegistry(const QString &dataFolder, Clock &clock)
 }
 
 QCoro::Task<QList<ProjectSummary>> ProjectRegistry::touch(Project project, QString file) {
-    co_return co_await m_executor.run(
-        [this, project = std::move(project), file, now = m_clock.now()] {
-            m_summaries.removeIf([&](const ProjectSummary &known) { return known.filePath == file; });
-            m_summaries.prepend({.id = project.id,
-                                 .filePath = file,
-                                 .name = project.name,
-                                 .lastOpenedAt = now,
-                                 .videoCount = int(project.videos.size())});
-            persist();
-            return m_summaries;
-        });
+    co_return co_await m_executor.run([this, project = std::move(project), file,
+                                       now = m_clock.now()] {
+        m_summaries.removeIf([&](const ProjectSummary &known) { return known.filePath == file; });
+        m_summaries.prepend({.id = project.id,
+                             .filePath = file,
+                             .name = project.name,
+                             .lastOpenedAt = now,
+                             .videoCount = int(project.videos.size())});
+        persist();
+        return m_summaries;
+    });
 }
 
 QCoro::Task<QList<ProjectSummary>> ProjectRegistry::remove(QString path) {

@@ -26,8 +26,8 @@ template <> struct JSONFields<ProjectSummary> {
 };
 
 /// The projects that this user has opened, in "registry.json" in the application's data folder. A
-/// convenience: its failures are silent, and losing it loses nothing but the list. Called and awaited
-/// on the main thread.
+/// convenience: its failures are silent, and losing it loses nothing but the list. Called and
+/// awaited on the main thread.
 class ProjectRegistry {
   public:
     /// Creates the folder and reads the list. A list that can't be read is empty.

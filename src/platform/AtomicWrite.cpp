@@ -58,7 +58,8 @@ void writeAtomically(const QString &path, const QByteArray &bytes) {
     const bool isLink = link && link->type == FileType::SymbolicLink;
     const QString target = isLink ? paths::resolvingLinks(path) : path;
     const auto existing = isLink ? fileSystem().linkStatus(target) : link;
-    const QString name = QStringLiteral(".tmp-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QString name =
+        QStringLiteral(".tmp-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
     TemporaryFile file(paths::joined(paths::parentFolder(target), name));
     if (existing && existing->type == FileType::Regular) {
         fileSystem().setPermissions(file.descriptor(), existing->permissions);

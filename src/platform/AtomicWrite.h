@@ -21,8 +21,9 @@ class TemporaryFile {
     void write(const char *bytes, qint64 count);
     /// Data to the disk, then the descriptor closed.
     void finish();
-    /// Moves the finished file to the target's name. Nothing there: the name must still be free when
-    /// the move happens. A regular file there: it is replaced in one step. The folder is synced.
+    /// Moves the finished file to the target's name. Nothing there: the name must still be free
+    /// when the move happens. A regular file there: it is replaced in one step. The folder is
+    /// synced.
     void place(const QString &target);
 
   private:
@@ -33,9 +34,9 @@ class TemporaryFile {
     bool m_placed = false;
 };
 
-/// Replaces the file at `path` by `bytes` in one step, or leaves it as it was and throws `FileError`.
-/// A reader sees the old file or the new one, never a part. A symbolic link stays and its target is
-/// replaced; a replaced file's permissions are kept.
+/// Replaces the file at `path` by `bytes` in one step, or leaves it as it was and throws
+/// `FileError`. A reader sees the old file or the new one, never a part. A symbolic link stays and
+/// its target is replaced; a replaced file's permissions are kept.
 void writeAtomically(const QString &path, const QByteArray &bytes);
 
 } // namespace corvane

@@ -18,6 +18,8 @@ BlockBuffer::BlockBuffer()
     }
 }
 
-void BlockBuffer::Free::operator()(char *bytes) const noexcept { std::free(bytes); }
+void BlockBuffer::Free::operator()(char *bytes) const noexcept {
+    std::free(bytes);
+}
 
 } // namespace corvane

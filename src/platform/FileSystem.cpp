@@ -24,7 +24,9 @@ constexpr qint64 kReadStep = qint64(1) << 20;
 FileError::FileError(QString path, int code)
     : Failure(QString::fromLocal8Bit(std::strerror(code))), m_path(std::move(path)), m_code(code) {}
 
-bool FileError::isMissingFile() const noexcept { return m_code == ENOENT; }
+bool FileError::isMissingFile() const noexcept {
+    return m_code == ENOENT;
+}
 
 Descriptor::Descriptor(Descriptor &&other) noexcept
     : m_number(std::exchange(other.m_number, -1)), m_path(std::move(other.m_path)) {}
@@ -46,11 +48,15 @@ Descriptor::~Descriptor() {
     }
 }
 
-int Descriptor::release() noexcept { return std::exchange(m_number, -1); }
+int Descriptor::release() noexcept {
+    return std::exchange(m_number, -1);
+}
 
 FileSystem::~FileSystem() = default;
 
-FileSystem &fileSystem() { return *installedFileSystem().load(std::memory_order_acquire); }
+FileSystem &fileSystem() {
+    return *installedFileSystem().load(std::memory_order_acquire);
+}
 
 FileSystemScope::FileSystemScope(FileSystem &replacement)
     : m_previous(installedFileSystem().exchange(&replacement, std::memory_order_acq_rel)) {}

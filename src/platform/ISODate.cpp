@@ -124,6 +124,11 @@ std::optional<QDateTime> fromText(QByteArrayView text) {
     }
     const sys_time<milliseconds> time =
         sys_days(date) + hours(h) + minutes(min) + seconds(s) + milliseconds(ms) - offset;
+    // The offset can move a date out of the four-digit years, which the form couldn't write again.
+    const int written = int(year_month_day(floor<days>(time)).year());
+    if (written < 0 || written > 9999) {
+        return std::nullopt;
+    }
     return QDateTime::fromMSecsSinceEpoch(time.time_since_epoch().count(), Qt::UTC);
 }
 

@@ -15,12 +15,12 @@ class AlreadyRunning : public Failure {
 };
 
 /// The right to write the application's data folder, held by one process at a time for as long as
-/// the object lives: two writers never meet at the registry of grants. A lock left by a process that
-/// died is taken over.
+/// the object lives: two writers never meet at the registry of grants. A lock left by a process
+/// that died is taken over.
 class InstanceLock {
   public:
-    /// Creates the folder if it is missing. Throws `AlreadyRunning`, or `Failure` where no lock file
-    /// can be made.
+    /// Creates the folder if it is missing. Throws `AlreadyRunning`, or `Failure` where no lock
+    /// file can be made.
     explicit InstanceLock(const QString &dataFolder);
 
   private:

@@ -121,7 +121,9 @@ JSONDocument JSONDocument::parse(QByteArray bytes) {
     return document;
 }
 
-JSONDocument::View JSONDocument::root() const { return View(m_tokens.data()); }
+JSONDocument::View JSONDocument::root() const {
+    return View(m_tokens.data());
+}
 
 std::optional<bool> JSONDocument::View::boolean() const {
     return kind() == Kind::Bool ? std::optional(m_token->integer != 0) : std::nullopt;

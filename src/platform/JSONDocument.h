@@ -17,8 +17,8 @@ class JSONSyntaxError : public Failure {
     using Failure::Failure;
 };
 
-/// A parsed JSON text as a flat list of tokens, which costs one append for each value. Decoders walk
-/// it with `JSONView`s; `toValue` makes the free-standing tree where one is needed.
+/// A parsed JSON text as a flat list of tokens, which costs one append for each value. Decoders
+/// walk it with `JSONView`s; `toValue` makes the free-standing tree where one is needed.
 class JSONDocument {
   public:
     static constexpr int kDeepestNesting = 512;

@@ -5,12 +5,14 @@
 namespace corvane {
 
 JSONDecodeError::JSONDecodeError(const QString &fault, const QString &place)
-    : Failure(place.isEmpty() ? fault : place + QStringLiteral(": ") + fault), m_fault(fault),
+    : Failure(place.isEmpty() ? fault : place + QStringLiteral(": ") + fault),
+      m_fault(fault),
       m_place(place) {}
 
 JSONDecodeError JSONDecodeError::within(const QString &outer) const {
     const bool needsPoint = !m_place.isEmpty() && !m_place.startsWith(QLatin1Char('['));
-    return JSONDecodeError(m_fault, needsPoint ? outer + QLatin1Char('.') + m_place : outer + m_place);
+    return JSONDecodeError(m_fault,
+                           needsPoint ? outer + QLatin1Char('.') + m_place : outer + m_place);
 }
 
 void failExpecting(const char *what) {
@@ -19,7 +21,8 @@ void failExpecting(const char *what) {
 
 void failUnknownRawValue(std::string_view text) {
     throw JSONDecodeError(
-        QStringLiteral("unknown value \"%1\"").arg(QUtf8StringView(text.data(), qsizetype(text.size())).toString()));
+        QStringLiteral("unknown value \"%1\"")
+            .arg(QUtf8StringView(text.data(), qsizetype(text.size())).toString()));
 }
 
 void failMissing(std::string_view name) {
@@ -37,7 +40,8 @@ void JSONCodec<bool>::decode(JSONView view, bool &value) {
 
 void JSONCodec<int>::decode(JSONView view, int &value) {
     const auto read = view.integer();
-    if (!read || *read < std::numeric_limits<int>::min() || *read > std::numeric_limits<int>::max()) {
+    if (!read || *read < std::numeric_limits<int>::min() ||
+        *read > std::numeric_limits<int>::max()) {
         failExpecting("a whole number of 32 bits");
     }
     value = int(*read);
@@ -82,9 +86,8 @@ void JSONCodec<QDateTime>::decode(JSONView view, QDateTime &value) {
     }
     const auto date = isoDate::fromText(*text);
     if (!date) {
-        throw JSONDecodeError(
-            QStringLiteral("Invalid ISO-8601 date: %1")
-                .arg(QString::fromUtf8(text->data(), qsizetype(text->size()))));
+        throw JSONDecodeError(QStringLiteral("Invalid ISO-8601 date: %1")
+                                  .arg(QString::fromUtf8(text->data(), qsizetype(text->size()))));
     }
     value = *date;
 }

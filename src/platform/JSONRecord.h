@@ -24,8 +24,8 @@
 ///     };
 ///
 /// A member of type `std::optional` may be missing or null and is left out when it is absent; every
-/// other member is required and always written. Keys that the table doesn't know are passed over. An
-/// enumeration has a table of its raw texts, a specialisation of `RawValues`.
+/// other member is required and always written. Keys that the table doesn't know are passed over.
+/// An enumeration has a table of its raw texts, a specialisation of `RawValues`.
 namespace corvane {
 
 /// A JSON value isn't what the record asks for. The description names the place and the fault:
@@ -184,7 +184,8 @@ template <typename Value> struct JSONCodec<QList<Value>> {
     }
 };
 
-/// An object whose keys are data, as a `QMap` or a `QHash`. Of a key that stands twice the last counts.
+/// An object whose keys are data, as a `QMap` or a `QHash`. Of a key that stands twice the last
+/// counts.
 template <typename Map> struct JSONMapCodec {
     using Value = typename Map::mapped_type;
 
@@ -289,7 +290,8 @@ template <JSONRecord Record> struct JSONCodec<Record> {
         try {
             entry.decode(member, record);
         } catch (const JSONDecodeError &error) {
-            throw error.within(QString::fromLatin1(entry.name.data(), qsizetype(entry.name.size())));
+            throw error.within(
+                QString::fromLatin1(entry.name.data(), qsizetype(entry.name.size())));
         }
     }
 

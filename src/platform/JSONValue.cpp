@@ -31,9 +31,13 @@ const JSONValue::Object *JSONValue::object() const {
     return shared ? shared->get() : nullptr;
 }
 
-JSONValue::Array *JSONValue::array() { return unshared(std::get_if<SharedArray>(&m_value)); }
+JSONValue::Array *JSONValue::array() {
+    return unshared(std::get_if<SharedArray>(&m_value));
+}
 
-JSONValue::Object *JSONValue::object() { return unshared(std::get_if<SharedObject>(&m_value)); }
+JSONValue::Object *JSONValue::object() {
+    return unshared(std::get_if<SharedObject>(&m_value));
+}
 
 double JSONValue::number() const {
     if (const qint64 *whole = integer()) {

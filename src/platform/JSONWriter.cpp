@@ -57,8 +57,12 @@ void JSONWriter::endArray() {
     m_state->write([](auto &writer) { return writer.EndArray(); });
 }
 
-void JSONWriter::key(std::string_view utf8) { string(utf8); }
-void JSONWriter::key(QStringView name) { string(name); }
+void JSONWriter::key(std::string_view utf8) {
+    string(utf8);
+}
+void JSONWriter::key(QStringView name) {
+    string(name);
+}
 
 void JSONWriter::null() {
     m_state->write([](auto &writer) { return writer.Null(); });
@@ -82,7 +86,9 @@ void JSONWriter::real(double value) {
     }
 }
 
-void JSONWriter::string(QStringView value) { string(m_state->utf8(value)); }
+void JSONWriter::string(QStringView value) {
+    string(m_state->utf8(value));
+}
 
 void JSONWriter::string(std::string_view utf8) {
     m_state->write([utf8](auto &writer) {

@@ -14,10 +14,12 @@ namespace {
 
 struct MountLine {
     QByteArray mountPoint;
-    QByteArray device; ///< what is mounted: "/dev/sda1", or a word for file systems without a device
+    QByteArray
+        device; ///< what is mounted: "/dev/sda1", or a word for file systems without a device
 };
 
-/// mountinfo writes blanks, tabs, newlines and backslashes as three octal digits behind a backslash.
+/// mountinfo writes blanks, tabs, newlines and backslashes as three octal digits behind a
+/// backslash.
 QByteArray unescaped(const QByteArray &text) {
     QByteArray out;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -32,7 +34,7 @@ QByteArray unescaped(const QByteArray &text) {
 /// The line of the mount that the path (or, with an empty path, the descriptor) lies on. The fields
 /// are: id, parent, major:minor, root, mount point, options, ..., "-", type, device, options.
 std::optional<MountLine> mountLine(int folder, const char *path) {
-    struct statx raw {};
+    struct statx raw{};
     if (::statx(folder, path, AT_EMPTY_PATH, STATX_MNT_ID, &raw) != 0 ||
         !(raw.stx_mask & STATX_MNT_ID)) {
         return std::nullopt;
@@ -67,7 +69,8 @@ std::optional<QString> volumeUUIDAt(const QByteArray &path) {
     }
     const QString device = QFileInfo(QString::fromUtf8(line->device)).canonicalFilePath();
     const QDir links(QStringLiteral("/dev/disk/by-uuid"));
-    const QFileInfoList entries = links.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    const QFileInfoList entries =
+        links.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
         if (!device.isEmpty() && entry.canonicalFilePath() == device) {
             return entry.fileName();

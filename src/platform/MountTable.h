@@ -11,8 +11,8 @@ namespace corvane {
 /// The folder at which the mount of an open descriptor hangs; empty where the system won't say.
 QString mountPointOf(int descriptor);
 
-/// The UUID of the file system mounted at (or above) a path, or nothing: no such path, a file system
-/// without a device, or a device without a UUID.
+/// The UUID of the file system mounted at (or above) a path, or nothing: no such path, a file
+/// system without a device, or a device without a UUID.
 std::optional<QString> volumeUUIDAt(const QByteArray &path);
 
 } // namespace corvane

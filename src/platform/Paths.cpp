@@ -32,7 +32,8 @@ QString lastComponent(const QString &path) {
     while (rest.size() > 1 && rest.endsWith(QLatin1Char('/'))) {
         rest.chop(1);
     }
-    return rest.size() == 1 ? rest.toString() : rest.mid(rest.lastIndexOf(QLatin1Char('/')) + 1).toString();
+    return rest.size() == 1 ? rest.toString()
+                            : rest.mid(rest.lastIndexOf(QLatin1Char('/')) + 1).toString();
 }
 
 QString parentFolder(const QString &path) {
@@ -54,7 +55,8 @@ bool isBelow(const QString &path, const QString &folder) {
 
 StemAndExtension split(const QString &name) {
     const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
-    return point < 0 ? StemAndExtension{name, {}} : StemAndExtension{name.left(point), name.mid(point)};
+    return point < 0 ? StemAndExtension{name, {}}
+                     : StemAndExtension{name.left(point), name.mid(point)};
 }
 
 QString lowerCaseExtension(const QString &name) {

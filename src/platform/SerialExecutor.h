@@ -17,8 +17,8 @@ namespace corvane {
 /// One thread with a queue: work handed to it runs in order, one piece at a time.
 ///
 /// An object whose calls are serialised owns one. `run` is called on the main thread and awaited
-/// there; the awaiting coroutine goes on on the main thread, with the value or with the exception as
-/// it was thrown. The application object must live until all awaited work is done.
+/// there; the awaiting coroutine goes on on the main thread, with the value or with the exception
+/// as it was thrown. The application object must live until all awaited work is done.
 class SerialExecutor {
   public:
     enum class Priority {
@@ -36,17 +36,17 @@ class SerialExecutor {
     void post(std::function<void()> work);
 
     /// Runs `work` on the executor's thread and gives what it returns.
-    template <std::invocable Work>
-    QCoro::Task<std::invoke_result_t<Work>> run(Work work) {
+    template <std::invocable Work> QCoro::Task<std::invoke_result_t<Work>> run(Work work) {
         co_return co_await Job<Work>{*this, std::move(work)};
     }
 
   private:
-    /// Lives in the awaiting coroutine's frame until it has been resumed. `m_guard` hands the result
-    /// from the executor's thread to the main thread.
+    /// Lives in the awaiting coroutine's frame until it has been resumed. `m_guard` hands the
+    /// result from the executor's thread to the main thread.
     template <typename Work> struct Job {
         using Result = std::invoke_result_t<Work>;
-        using Stored = std::conditional_t<std::is_void_v<Result>, std::monostate, std::optional<Result>>;
+        using Stored =
+            std::conditional_t<std::is_void_v<Result>, std::monostate, std::optional<Result>>;
 
         SerialExecutor &executor;
         Work work;
@@ -54,7 +54,8 @@ class SerialExecutor {
         std::exception_ptr error{};
         std::mutex guard{};
 
-        Job(SerialExecutor &onExecutor, Work toRun) : executor(onExecutor), work(std::move(toRun)) {}
+        Job(SerialExecutor &onExecutor, Work toRun)
+            : executor(onExecutor), work(std::move(toRun)) {}
 
         bool await_ready() const noexcept { return false; }
         void await_suspend(std::coroutine_handle<> waiting) {

@@ -5,7 +5,9 @@
 
 namespace corvane {
 
-void Sha256::Free::operator()(evp_md_ctx_st *context) const noexcept { EVP_MD_CTX_free(context); }
+void Sha256::Free::operator()(evp_md_ctx_st *context) const noexcept {
+    EVP_MD_CTX_free(context);
+}
 
 Sha256::Sha256() : m_context(EVP_MD_CTX_new()) {
     if (!m_context || EVP_DigestInit_ex(m_context.get(), EVP_sha256(), nullptr) != 1) {

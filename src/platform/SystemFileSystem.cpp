@@ -91,7 +91,7 @@ DirectoryEntry fromDirent(const dirent &raw) {
 } // namespace
 
 std::optional<FileStatus> SystemFileSystem::linkStatus(const QString &path) const {
-    struct stat raw {};
+    struct stat raw{};
     if (path.contains(QChar(u'\0')) || ::lstat(path.toUtf8().constData(), &raw) != 0) {
         return std::nullopt;
     }
@@ -99,7 +99,7 @@ std::optional<FileStatus> SystemFileSystem::linkStatus(const QString &path) cons
 }
 
 std::optional<FileStatus> SystemFileSystem::targetStatus(const QString &path) const {
-    struct stat raw {};
+    struct stat raw{};
     if (path.contains(QChar(u'\0')) || ::stat(path.toUtf8().constData(), &raw) != 0) {
         return std::nullopt;
     }
@@ -107,21 +107,22 @@ std::optional<FileStatus> SystemFileSystem::targetStatus(const QString &path) co
 }
 
 FileStatus SystemFileSystem::status(const QString &path) const {
-    struct stat raw {};
+    struct stat raw{};
     const QByteArray name = encoded(path);
     checked(path, [&] { return ::stat(name.constData(), &raw); });
     return fromStat(raw);
 }
 
 FileStatus SystemFileSystem::status(const Descriptor &file) const {
-    struct stat raw {};
+    struct stat raw{};
     checked(file.path(), [&] { return ::fstat(file.number(), &raw); });
     return fromStat(raw);
 }
 
 QList<DirectoryEntry> SystemFileSystem::list(const QString &folder) const {
     Descriptor descriptor = opened(folder, O_RDONLY | O_DIRECTORY);
-    const std::unique_ptr<DIR, int (*)(DIR *)> stream(::fdopendir(descriptor.number()), &::closedir);
+    const std::unique_ptr<DIR, int (*)(DIR *)> stream(::fdopendir(descriptor.number()),
+                                                      &::closedir);
     if (!stream) {
         throw FileError(folder, errno);
     }
@@ -145,7 +146,8 @@ QList<DirectoryEntry> SystemFileSystem::list(const QString &folder) const {
 
 QString SystemFileSystem::realPath(const QString &path) const {
     const QByteArray name = encoded(path);
-    const std::unique_ptr<char, void (*)(void *)> real(::realpath(name.constData(), nullptr), &::free);
+    const std::unique_ptr<char, void (*)(void *)> real(::realpath(name.constData(), nullptr),
+                                                       &::free);
     if (!real) {
         throw FileError(path, errno);
     }
@@ -189,7 +191,8 @@ void SystemFileSystem::write(const Descriptor &file, const char *bytes, qint64 c
     }
 }
 
-void SystemFileSystem::startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept {
+void SystemFileSystem::startWriteBack(const Descriptor &file, qint64 offset,
+                                      qint64 count) noexcept {
     ::sync_file_range(file.number(), offset, count, SYNC_FILE_RANGE_WRITE);
 }
 
@@ -267,7 +270,7 @@ void SystemFileSystem::syncFolder(const QString &path) {
 }
 
 Mount SystemFileSystem::mount(const Descriptor &file) const {
-    struct statfs raw {};
+    struct statfs raw{};
     checked(file.path(), [&] { return ::fstatfs(file.number(), &raw); });
     const auto &id = raw.f_fsid.__val;
     return {.fileSystemId = (quint64(quint32(id[0])) << 32) | quint32(id[1]),

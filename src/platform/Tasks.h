@@ -43,6 +43,8 @@ template <typename Value> Value waitUntilDone(QCoro::Task<Value> task) {
 }
 
 /// Lets a task run on with nobody waiting. The task must handle its own failures.
-inline void detach(QCoro::Task<> task) { Q_UNUSED(task) }
+inline void detach(QCoro::Task<> task) {
+    Q_UNUSED(task)
+}
 
 } // namespace corvane

@@ -30,7 +30,8 @@ class DebounceSaver {
   private:
     Action m_action;
     Clock &m_clock;
-    std::optional<std::chrono::milliseconds> m_firstPendingTime; ///< when the oldest unsaved edit was
+    std::optional<std::chrono::milliseconds>
+        m_firstPendingTime; ///< when the oldest unsaved edit was
     std::unique_ptr<Clock::Timer> m_pending;
 };
 

@@ -49,12 +49,18 @@ ProjectStoreError::ProjectStoreError(Kind kind, const QString &error)
 ProjectStore::ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupService &backups,
                            MediaSourceAuthorization &authorization, Clock &clock,
                            StartUpMigrations migrations, QObject *parent)
-    : QObject(parent), m_io(io), m_registry(registry), m_backups(backups),
-      m_authorization(authorization), m_clock(clock) {
+    : QObject(parent),
+      m_io(io),
+      m_registry(registry),
+      m_backups(backups),
+      m_authorization(authorization),
+      m_clock(clock) {
     detach(startUp(std::move(migrations)));
 }
 
-ProjectStore::~ProjectStore() { m_authorization.setContentMismatchContinuation({}); }
+ProjectStore::~ProjectStore() {
+    m_authorization.setContentMismatchContinuation({});
+}
 
 QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
     const QPointer self(this);
@@ -84,7 +90,8 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
         loaded = co_await m_io.load(file);
     } catch (const ProjectFileIO::LoadError &error) {
         if (self) {
-            setLastError(ProjectStoreError(ProjectStoreError::Kind::openFailed, error.description()));
+            setLastError(
+                ProjectStoreError(ProjectStoreError::Kind::openFailed, error.description()));
             setStatusMessage({});
         }
         co_return;
@@ -120,7 +127,8 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file) {
         co_await m_io.save(created, file, false);
     } catch (const ProjectFileIO::SaveError &error) {
         if (self) {
-            setLastError(ProjectStoreError(ProjectStoreError::Kind::createFailed, error.description()));
+            setLastError(
+                ProjectStoreError(ProjectStoreError::Kind::createFailed, error.description()));
             setPendingImportOnLoad(m_project && wasPending);
         }
         co_return;
@@ -226,7 +234,8 @@ QCoro::Task<> ProjectStore::writeBackup() {
         }
     } catch (const BackupService::BackupError &error) {
         if (self) {
-            setLastError(ProjectStoreError(ProjectStoreError::Kind::backupFailed, error.description()));
+            setLastError(
+                ProjectStoreError(ProjectStoreError::Kind::backupFailed, error.description()));
         }
     }
 }
@@ -291,11 +300,17 @@ void ProjectStore::leaveProject() {
     }
 }
 
-void ProjectStore::setStatus(const QString &text) { setStatusMessage(text); }
+void ProjectStore::setStatus(const QString &text) {
+    setStatusMessage(text);
+}
 
-void ProjectStore::clearLastError() { setLastError({}); }
+void ProjectStore::clearLastError() {
+    setLastError({});
+}
 
-void ProjectStore::consumePendingImport() { setPendingImportOnLoad(false); }
+void ProjectStore::consumePendingImport() {
+    setPendingImportOnLoad(false);
+}
 
 void ProjectStore::setPendingImportOnLoad(bool pending) {
     if (std::exchange(m_pendingImportOnLoad, pending) != pending) {

@@ -49,8 +49,8 @@ struct SubclipKey {
     bool operator==(const SubclipKey &) const = default;
 };
 
-/// The session: the one object that owns the open project and all that is known about it while it is
-/// open. Front ends read its fields and call its operations; nothing else changes the document.
+/// The session: the one object that owns the open project and all that is known about it while it
+/// is open. Front ends read its fields and call its operations; nothing else changes the document.
 ///
 /// Main thread. Operations that give a task wait for files without blocking the thread; a task that
 /// outlives the store ends quietly. Failures are told through `lastError`, never thrown.

@@ -35,19 +35,17 @@ bool isRefused(const QString &clip, const PathSafety::SourceGrants &grants) {
     }
 }
 
-/// True if the media folder holds clips, nothing in it was ever granted, and one is refused. Looks at
-/// the disk.
+/// True if the media folder holds clips, nothing in it was ever granted, and one is refused. Looks
+/// at the disk.
 bool isUnauthorizedPackage(const Project &project, const PathSafety::SourceGrants &grants) {
     const QString media = paths::joined(grants.projectFolder, QStringLiteral("media"));
     if (PathSafety::fileType(media) != FileType::Directory) {
         return false;
     }
     const QStringList clips = clipsInMediaFolder(project, media);
-    const bool anyGranted =
-        std::ranges::any_of(grants.authorizedSourcePaths.keyBegin(),
-                            grants.authorizedSourcePaths.keyEnd(), [&](const QString &path) {
-                                return path == media || paths::isBelow(path, media);
-                            });
+    const bool anyGranted = std::ranges::any_of(
+        grants.authorizedSourcePaths.keyBegin(), grants.authorizedSourcePaths.keyEnd(),
+        [&](const QString &path) { return path == media || paths::isBelow(path, media); });
     return !anyGranted &&
            std::ranges::any_of(clips, [&](const QString &clip) { return isRefused(clip, grants); });
 }

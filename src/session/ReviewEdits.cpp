@@ -13,7 +13,9 @@ namespace {
 
 constexpr int kHighestRating = 5;
 
-int clampedRating(int rating) { return std::clamp(rating, 0, kHighestRating); }
+int clampedRating(int rating) {
+    return std::clamp(rating, 0, kHighestRating);
+}
 
 Subclip *subclipOf(VideoRecord &video, const QString &subclipId) {
     const auto found = std::ranges::find(video.subclips, subclipId, &Subclip::id);
@@ -177,7 +179,9 @@ void ProjectStore::removeTag(const QString &videoId, const QString &text) {
     editVideo(Undoable::No, videoId, [&](VideoRecord &video) { video.tags.removeAll(text); });
 }
 
-int ProjectStore::selectClips(const QStringList &videoIds) { return editSelection(videoIds, true); }
+int ProjectStore::selectClips(const QStringList &videoIds) {
+    return editSelection(videoIds, true);
+}
 
 int ProjectStore::deselectClips(const QStringList &videoIds) {
     return editSelection(videoIds, false);
@@ -252,7 +256,9 @@ void ProjectStore::toggleSubclipSelected(const SubclipKey &key) {
     });
 }
 
-int ProjectStore::selectSubclips(const QList<SubclipKey> &keys) { return editSubclips(keys, true); }
+int ProjectStore::selectSubclips(const QList<SubclipKey> &keys) {
+    return editSubclips(keys, true);
+}
 
 int ProjectStore::deselectSubclips(const QList<SubclipKey> &keys) {
     return editSubclips(keys, false);
@@ -312,9 +318,13 @@ void ProjectStore::pushUndoState() {
     m_redoStack.clear();
 }
 
-void ProjectStore::undo() { replay(m_undoStack, m_redoStack); }
+void ProjectStore::undo() {
+    replay(m_undoStack, m_redoStack);
+}
 
-void ProjectStore::redo() { replay(m_redoStack, m_undoStack); }
+void ProjectStore::redo() {
+    replay(m_redoStack, m_undoStack);
+}
 
 void ProjectStore::replay(QList<Project> &from, QList<Project> &to) {
     if (from.isEmpty()) {
@@ -338,6 +348,8 @@ ProjectStore::UndoBatch::UndoBatch(ProjectStore &store)
     m_store.m_inUndoBatch = true;
 }
 
-ProjectStore::UndoBatch::~UndoBatch() { m_store.m_inUndoBatch = m_before; }
+ProjectStore::UndoBatch::~UndoBatch() {
+    m_store.m_inUndoBatch = m_before;
+}
 
 } // namespace corvane

@@ -40,9 +40,10 @@ TEST(BackupService, TellsWhereItCouldNotWrite) {
         await(backups.write(project));
         FAIL();
     } catch (const BackupService::BackupError &error) {
-        EXPECT_EQ(error.description(),
-                  QStringLiteral("Backup write failed at %1: No such file or directory")
-                      .arg(folder.at(QStringLiteral("gone/a.2026-03-01T09-30-12.345Z.corvane.bak"))));
+        EXPECT_EQ(
+            error.description(),
+            QStringLiteral("Backup write failed at %1: No such file or directory")
+                .arg(folder.at(QStringLiteral("gone/a.2026-03-01T09-30-12.345Z.corvane.bak"))));
     }
 }
 

@@ -70,11 +70,12 @@ TEST_F(ProjectFileIOTest, ReadsExactlyTheLimitAndNoByteMore) {
     folder.write(QStringLiteral("Harbor.corvane"), bytes);
     EXPECT_EQ(await(io.load(file)).videos.size(), 2);
     folder.write(QStringLiteral("Harbor.corvane"), bytes + ' ');
-    EXPECT_EQ(loadFailure(file),
-              QStringLiteral("%1 is 32 MB, past the 32 MB limit for a `.corvane` file. Opening it would "
-                             "run Corvane out of memory. If this is a real project, it's corrupt — open "
-                             "the `.corvane.bak` next to it instead.")
-                  .arg(file));
+    EXPECT_EQ(
+        loadFailure(file),
+        QStringLiteral("%1 is 32 MB, past the 32 MB limit for a `.corvane` file. Opening it would "
+                       "run Corvane out of memory. If this is a real project, it's corrupt — open "
+                       "the `.corvane.bak` next to it instead.")
+            .arg(file));
 }
 
 TEST_F(ProjectFileIOTest, TakesThePathThatWasOpenedWhateverTheFileSays) {
@@ -106,11 +107,12 @@ TEST_F(ProjectFileIOTest, TheGuardReadsTheDiskOnlyWhenSomebodyElseWrote) {
 TEST_F(ProjectFileIOTest, ADamagedFileIsNotOverwritten) {
     const QByteArray half = encodeDocument(sampleProject(2)).left(200);
     folder.write(QStringLiteral("Harbor.corvane"), half);
-    EXPECT_EQ(saveFailure(sampleProject(3)),
-              QStringLiteral("Save aborted: existing %1 is corrupt or unreadable (%1 is not a valid "
-                             "`.corvane` JSON document.). Inspect the file and recover from a "
-                             "`.corvane.bak` if needed.")
-                  .arg(file));
+    EXPECT_EQ(
+        saveFailure(sampleProject(3)),
+        QStringLiteral("Save aborted: existing %1 is corrupt or unreadable (%1 is not a valid "
+                       "`.corvane` JSON document.). Inspect the file and recover from a "
+                       "`.corvane.bak` if needed.")
+            .arg(file));
     EXPECT_EQ(folder.read(QStringLiteral("Harbor.corvane")), half);
 }
 
@@ -140,6 +142,7 @@ TEST_F(ProjectFileIOTest, RefusesToWriteWhatItCouldNotRead) {
     EXPECT_FALSE(await(io.load(file)).notes);
     project.notes.reset();
     project.videos[0].edit().durationSeconds = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(saveFailure(project),
-              QStringLiteral("Failed to write %1: A number is infinite or not a number.").arg(file));
+    EXPECT_EQ(
+        saveFailure(project),
+        QStringLiteral("Failed to write %1: A number is infinite or not a number.").arg(file));
 }

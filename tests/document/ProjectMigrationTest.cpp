@@ -1,5 +1,5 @@
-#include "document/ProjectFileIO.h"
 #include "document/ProjectMigration.h"
+#include "document/ProjectFileIO.h"
 #include "support/SampleProject.h"
 #include "support/TestFolder.h"
 
@@ -31,15 +31,15 @@ QByteArray olderDocument(int version) {
         text = encodeJSON(value);
     };
     const QList<std::pair<int, QByteArray>> introduced = {
-        {2, "creationIndex"},  {3, "succeededCount"}, {3, "failedCount"},
-        {3, "cancelledCount"}, {3, "cancelled"},      {4, "rating"},
-        {5, "favorite"}};
+        {2, "creationIndex"}, {3, "succeededCount"}, {3, "failedCount"}, {3, "cancelledCount"},
+        {3, "cancelled"},     {4, "rating"},         {5, "favorite"}};
     for (const auto &[since, key] : introduced) {
         if (version < since) {
             drop(key);
         }
     }
-    return text.replace("\"schemaVersion\": 7", "\"schemaVersion\": " + QByteArray::number(version));
+    return text.replace("\"schemaVersion\": 7",
+                        "\"schemaVersion\": " + QByteArray::number(version));
 }
 
 } // namespace
@@ -92,7 +92,8 @@ TEST(ProjectMigration, MarksClipsThatShowReview) {
     Project project = sampleProject(3);
     EXPECT_FALSE(ProjectMigration::migrateReviewedFlags(project, now));
     project.videos[1].edit().rejected = true;
-    project.videos[2].edit().subclips.append(sampleSubclip(QStringLiteral("s"), QStringLiteral("c")));
+    project.videos[2].edit().subclips.append(
+        sampleSubclip(QStringLiteral("s"), QStringLiteral("c")));
     EXPECT_TRUE(ProjectMigration::migrateReviewedFlags(project, now));
     EXPECT_FALSE(project.videos.at(0)->reviewed);
     EXPECT_EQ(project.videos.at(1)->reviewedAt, now);

@@ -1,5 +1,5 @@
-#include "platform/AtomicWrite.h"
 #include "platform/FileSystem.h"
+#include "platform/AtomicWrite.h"
 #include "platform/Paths.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TestFolder.h"
@@ -103,7 +103,8 @@ TEST(FileSystem, RefusesAPathThatHoldsANul) {
 TEST(FileSystem, CreatesFoldersButNotOverAFile) {
     const TestFolder folder;
     fileSystem().createFolders(folder.at(QStringLiteral("a/b/c")));
-    EXPECT_EQ(fileSystem().linkStatus(folder.at(QStringLiteral("a/b/c")))->type, FileType::Directory);
+    EXPECT_EQ(fileSystem().linkStatus(folder.at(QStringLiteral("a/b/c")))->type,
+              FileType::Directory);
     folder.write(QStringLiteral("file"), "x");
     EXPECT_THROW(fileSystem().createFolders(folder.at(QStringLiteral("file"))), FileError);
     EXPECT_THROW(fileSystem().createFolders(folder.at(QStringLiteral("file/below"))), FileError);
@@ -116,7 +117,8 @@ TEST(Paths, ResolveLinksAsFarAsThePathExists) {
     const QString link = folder.link(QStringLiteral("link"), folder.at(QStringLiteral("real")));
     EXPECT_EQ(paths::resolvingLinks(link + QStringLiteral("/not/there")),
               folder.at(QStringLiteral("real/not/there")));
-    EXPECT_EQ(paths::standardized(link + QStringLiteral("/x/../y//z")), link + QStringLiteral("/y/z"));
+    EXPECT_EQ(paths::standardized(link + QStringLiteral("/x/../y//z")),
+              link + QStringLiteral("/y/z"));
 }
 
 TEST(Paths, CutNamesAtTheLastPoint) {

@@ -10,7 +10,9 @@ using namespace corvane;
 
 namespace {
 
-JSONValue parsed(const QByteArray &text) { return JSONDocument::parse(text).root().toValue(); }
+JSONValue parsed(const QByteArray &text) {
+    return JSONDocument::parse(text).root().toValue();
+}
 
 QByteArray compact(const JSONValue &value) {
     JSONWriter writer(JSONWriter::Style::Compact);
@@ -46,7 +48,8 @@ TEST(JSONDocument, RefusesWhatIsNoJSON) {
 }
 
 TEST(JSONDocument, KeepsValuesThroughTextAndBack) {
-    const QByteArray text = R"({"a":[null,true,-1,0.1,"x\u0000\n/\"\\",{},[]],"b":{"c":{"d":[1]}}})";
+    const QByteArray text =
+        R"({"a":[null,true,-1,0.1,"x\u0000\n/\"\\",{},[]],"b":{"c":{"d":[1]}}})";
     EXPECT_EQ(compact(parsed(text)), text);
     EXPECT_EQ(parsed("\xEF\xBB\xBF[1]"), parsed("[1]"));
     EXPECT_EQ(parsed(R"({"k":1,"k":2})"), parsed(R"({"k":2})"));
@@ -62,8 +65,8 @@ TEST(JSONValue, CopiesAreIndependent) {
 }
 
 TEST(JSONWriter, RefusesNumbersThatJSONCannotHold) {
-    for (const double value : {std::numeric_limits<double>::infinity(),
-                               std::numeric_limits<double>::quiet_NaN()}) {
+    for (const double value :
+         {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
         JSONWriter writer(JSONWriter::Style::Pretty);
         EXPECT_THROW(writer.real(value), JSONEncodeError);
     }
@@ -76,11 +79,13 @@ TEST(ISODate, ReadsBothFormsAndWritesMilliseconds) {
     };
     EXPECT_EQ(rewritten("2026-03-01T09:30:12.345Z"), QStringLiteral("2026-03-01T09:30:12.345Z"));
     EXPECT_EQ(rewritten("2026-03-01T09:30:12Z"), QStringLiteral("2026-03-01T09:30:12.000Z"));
-    EXPECT_EQ(rewritten("2026-03-01T09:30:12.3456789Z"), QStringLiteral("2026-03-01T09:30:12.345Z"));
+    EXPECT_EQ(rewritten("2026-03-01T09:30:12.3456789Z"),
+              QStringLiteral("2026-03-01T09:30:12.345Z"));
     EXPECT_EQ(rewritten("2026-03-01T00:30:00+02:00"), QStringLiteral("2026-02-28T22:30:00.000Z"));
     EXPECT_EQ(rewritten("1969-12-31T23:59:59.999Z"), QStringLiteral("1969-12-31T23:59:59.999Z"));
-    for (const char *text : {"", "2026-02-30T00:00:00Z", "2026-03-01 09:30:12Z", "2026-03-01T09:30:12",
-                             "2026-03-01T24:00:00Z", "2026-03-01T09:30:12.Z", "1772357412"}) {
+    for (const char *text :
+         {"", "2026-02-30T00:00:00Z", "2026-03-01 09:30:12Z", "2026-03-01T09:30:12",
+          "2026-03-01T24:00:00Z", "2026-03-01T09:30:12.Z", "1772357412"}) {
         EXPECT_EQ(rewritten(text), QStringLiteral("none")) << text;
     }
 }

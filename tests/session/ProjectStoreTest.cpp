@@ -23,7 +23,9 @@ class ProjectStoreTest : public testing::Test {
         return path;
     }
     Project onDisk(const QString &path) const { return ProjectFileIO::loadNow(path); }
-    QString error() const { return store.lastError() ? store.lastError()->description() : QString(); }
+    QString error() const {
+        return store.lastError() ? store.lastError()->description() : QString();
+    }
 
     TestFolder folder;
     FaultyFileSystem files;
@@ -66,7 +68,8 @@ TEST_F(ProjectStoreTest, OpeningAnotherProjectSavesTheFirstOrStaysWithIt) {
     files.setFreeSpace(0);
     await(store.openProject(other));
     EXPECT_EQ(store.fileURL(), file);
-    EXPECT_EQ(error(), QStringLiteral("Save failed: Failed to write %1: No space left on device").arg(file));
+    EXPECT_EQ(error(),
+              QStringLiteral("Save failed: Failed to write %1: No space left on device").arg(file));
     await(store.closeProject());
     EXPECT_TRUE(store.project()) << "what can't be saved isn't thrown away";
     files.setFreeSpace(-1);
@@ -92,7 +95,8 @@ TEST_F(ProjectStoreTest, OldProjectsGetTheirReviewedFlagsOnOpening) {
 
 TEST_F(ProjectStoreTest, CreatesAProjectAndNeverOverAFullerOne) {
     const QString created = folder.at(QStringLiteral("New.corvane"));
-    await(store.createProject({.name = QStringLiteral("New"), .location = QStringLiteral(" Pier ")}, created));
+    await(store.createProject({.name = QStringLiteral("New"), .location = QStringLiteral(" Pier ")},
+                              created));
     EXPECT_EQ(error(), QString());
     EXPECT_TRUE(store.pendingImportOnLoad());
     EXPECT_EQ(store.statusMessage(), QStringLiteral("Created project New"));
@@ -102,8 +106,9 @@ TEST_F(ProjectStoreTest, CreatesAProjectAndNeverOverAFullerOne) {
     await(store.closeProject());
     store.consumePendingImport();
     await(store.createProject({.name = QStringLiteral("Harbor")}, file));
-    EXPECT_EQ(error(), QStringLiteral("Create failed: Save aborted: in-memory has 0 videos but disk has "
-                                      "3. Refusing to overwrite a fuller file."));
+    EXPECT_EQ(error(),
+              QStringLiteral("Create failed: Save aborted: in-memory has 0 videos but disk has "
+                             "3. Refusing to overwrite a fuller file."));
     EXPECT_FALSE(store.project());
     EXPECT_FALSE(store.pendingImportOnLoad());
     EXPECT_EQ(onDisk(file).videos.size(), 3);
@@ -151,8 +156,9 @@ TEST_F(ProjectStoreTest, DeletingAllowsOneThinnerSaveAndNoMore) {
     make(QStringLiteral("Harbor.corvane"), sampleProject(5, 5));
     store.setRating(clip, 1);
     await(store.flushPendingSave());
-    EXPECT_EQ(error(), QStringLiteral("Save failed: Save aborted: in-memory has 3 videos but disk has 5. "
-                                      "Refusing to overwrite a fuller file."));
+    EXPECT_EQ(error(),
+              QStringLiteral("Save failed: Save aborted: in-memory has 3 videos but disk has 5. "
+                             "Refusing to overwrite a fuller file."));
     EXPECT_TRUE(store.isDirty());
     EXPECT_EQ(store.project()->videos.at(0)->rating, 1);
     store.undo();
@@ -259,7 +265,8 @@ TEST_F(ProjectStoreTest, BackupsAreToldAndFailingOnesChangeNothing) {
               QStringLiteral("Backup written: Harbor.2026-03-01T09-30-12.345Z.corvane.bak"));
     files.setFreeSpace(0);
     await(store.writeBackup());
-    EXPECT_THAT(error().toStdString(), testing::StartsWith("Backup failed: Backup write failed at "));
+    EXPECT_THAT(error().toStdString(),
+                testing::StartsWith("Backup failed: Backup write failed at "));
     EXPECT_TRUE(store.project());
 }
 

@@ -14,8 +14,8 @@ namespace corvane::test {
 /// The real file system, but for one call that fails, and a memory of what was synced.
 ///
 /// Put it in place with a `FileSystemScope`. Calls that change or read files are counted from 1;
-/// `failAt(n, code)` makes the n-th throw. A test that wants each operation to fail in turn first runs
-/// its work to learn `calls()`, then again for each n.
+/// `failAt(n, code)` makes the n-th throw. A test that wants each operation to fail in turn first
+/// runs its work to learn `calls()`, then again for each n.
 class FaultyFileSystem : public SystemFileSystem {
   public:
     void failAt(int call, int code);

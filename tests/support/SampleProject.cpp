@@ -4,7 +4,9 @@ namespace corvane::test {
 
 namespace {
 
-QDateTime sampleDate() { return QDateTime::fromMSecsSinceEpoch(1772357412345, Qt::UTC); }
+QDateTime sampleDate() {
+    return QDateTime::fromMSecsSinceEpoch(1772357412345, Qt::UTC);
+}
 
 } // namespace
 

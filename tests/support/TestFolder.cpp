@@ -49,7 +49,8 @@ bool TestFolder::has(const QString &relative) const {
 QStringList TestFolder::names(const QString &relative) const {
     QStringList names;
     const QString root = at(relative);
-    QDirIterator entries(root, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+    QDirIterator entries(root,
+                         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                          QDirIterator::Subdirectories);
     while (entries.hasNext()) {
         entries.next();
@@ -61,7 +62,9 @@ QStringList TestFolder::names(const QString &relative) const {
     return names;
 }
 
-QStringList TestFolder::temporaries() const { return names().filter(QStringLiteral(".tmp")); }
+QStringList TestFolder::temporaries() const {
+    return names().filter(QStringLiteral(".tmp"));
+}
 
 QByteArray noise(qsizetype count, quint32 seed) {
     QRandomGenerator generator(seed);

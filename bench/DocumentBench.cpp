@@ -1,0 +1,212 @@
+// Reading and writing a document of the largest size, beside the JSON library doing the least that
+// could be done with the same bytes; one edit in a large project.
+
+#include "BenchData.h"
+
+#include "document/ProjectFileIO.h"
+#include "platform/AtomicWrite.h"
+#include "platform/Tasks.h"
+#include "session/ProjectStore.h"
+
+#include <benchmark/benchmark.h>
+
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace corvane;
+using namespace corvane::bench;
+
+namespace {
+
+/// A file as close under 32 MiB as whole clips allow.
+const QString &largeDocument() {
+    static const QString path = [] {
+        const qsizetype sample = encodeDocument(largeProject(100)).size();
+        int videos = int(ProjectFileIO::kFileLimit * 100 / sample);
+        QByteArray bytes = encodeDocument(largeProject(videos));
+        while (bytes.size() > ProjectFileIO::kFileLimit) {
+            videos -= int((bytes.size() - ProjectFileIO::kFileLimit) * 100 / sample) + 1;
+            bytes = encodeDocument(largeProject(videos));
+        }
+        const QString file = dataPath(QStringLiteral("large.corvane"));
+        writeAtomically(file, bytes);
+        return file;
+    }();
+    return path;
+}
+
+const QByteArray &largeBytes() {
+    static const QByteArray bytes = readAll(largeDocument(), ProjectFileIO::kFileLimit);
+    return bytes;
+}
+
+/// Plays a document's values into a writer, as the events come from a parser.
+template <typename Writer> void play(JSONView view, Writer &writer) {
+    switch (view.kind()) {
+    case JSONView::Kind::Null:
+        writer.Null();
+        break;
+    case JSONView::Kind::Bool:
+        writer.Bool(*view.boolean());
+        break;
+    case JSONView::Kind::Int:
+        writer.Int64(*view.integer());
+        break;
+    case JSONView::Kind::Double:
+        writer.Double(*view.real());
+        break;
+    case JSONView::Kind::String:
+        writer.String(view.string()->data(), rapidjson::SizeType(view.string()->size()));
+        break;
+    case JSONView::Kind::Array:
+        writer.StartArray();
+        view.forEachElement([&](JSONView element) { play(element, writer); });
+        writer.EndArray();
+        break;
+    case JSONView::Kind::Object:
+        writer.StartObject();
+        view.forEachMember([&](std::string_view key, JSONView member) {
+            writer.Key(key.data(), rapidjson::SizeType(key.size()));
+            play(member, writer);
+        });
+        writer.EndObject();
+        break;
+    }
+}
+
+void loadOurs(benchmark::State &state) {
+    largeBytes();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ProjectFileIO::loadNow(largeDocument()));
+    }
+}
+
+void loadTheirs(benchmark::State &state) {
+    const QByteArray &bytes = largeBytes();
+    constexpr unsigned kFlags = rapidjson::kParseIterativeFlag |
+                                rapidjson::kParseFullPrecisionFlag |
+                                rapidjson::kParseValidateEncodingFlag;
+    for (auto _ : state) {
+        rapidjson::BaseReaderHandler<> handler;
+        rapidjson::StringStream stream(bytes.constData());
+        rapidjson::Reader reader;
+        benchmark::DoNotOptimize(reader.Parse<kFlags>(stream, handler));
+    }
+}
+
+void encodeOurs(benchmark::State &state) {
+    const Project project = ProjectFileIO::loadNow(largeDocument());
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(encodeDocument(project));
+    }
+}
+
+void encodeTheirs(benchmark::State &state) {
+    const JSONDocument document = JSONDocument::parse(largeBytes());
+    for (auto _ : state) {
+        rapidjson::StringBuffer buffer;
+        rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+        writer.SetIndent(' ', 2);
+        play(document.root(), writer);
+        benchmark::DoNotOptimize(buffer.GetString());
+    }
+}
+
+/// The most memory that a child process ever held while it ran `work`, less what it began with.
+template <typename Work> double peakMemory(Work work) {
+    int channel[2];
+    if (pipe(channel) != 0) {
+        std::exit(1);
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        rusage before{};
+        rusage after{};
+        getrusage(RUSAGE_SELF, &before);
+        work();
+        getrusage(RUSAGE_SELF, &after);
+        const double grown = double(after.ru_maxrss - before.ru_maxrss) * 1024;
+        _exit(write(channel[1], &grown, sizeof grown) == sizeof grown ? 0 : 1);
+    }
+    double grown = 0;
+    if (read(channel[0], &grown, sizeof grown) != sizeof grown) {
+        std::exit(1);
+    }
+    waitpid(child, nullptr, 0);
+    close(channel[0]);
+    close(channel[1]);
+    return grown;
+}
+
+void loadMemory(benchmark::State &state) {
+    const QString path = largeDocument();
+    for (auto _ : state) {
+        const double peak =
+            peakMemory([&] { benchmark::DoNotOptimize(ProjectFileIO::loadNow(path)); });
+        state.counters["times_the_file"] = peak / double(fileSystem().status(path).size);
+    }
+}
+
+/// A store over a project of 25,000 clips.
+struct Session {
+    ProjectFileIO io;
+    ProjectRegistry registry{dataPath(QStringLiteral("session"))};
+    BackupService backups;
+    MediaSourceAuthorization authorization{dataPath(QStringLiteral("session"))};
+    ProjectStore store{io, registry, backups, authorization};
+
+    Session() {
+        const QString file = dataPath(QStringLiteral("session/empty.corvane"));
+        Project project = largeProject(25'000);
+        waitUntilDone(io.save(Project{.id = newIdentifier(),
+                                      .createdAt = project.createdAt,
+                                      .updatedAt = project.createdAt},
+                              file, true));
+        waitUntilDone(store.openProject(file));
+        store.updateProject(std::move(project));
+    }
+};
+
+void rateOneClip(benchmark::State &state) {
+    Session session;
+    const QString id = session.store.project()->videos.at(12'500)->id;
+    int rating = 0;
+    for (auto _ : state) {
+        session.store.setRating(id, ++rating % 6);
+    }
+}
+
+void fiftyUndoSteps(benchmark::State &state) {
+    for (auto _ : state) {
+        const double peak = peakMemory([] {
+            Session session;
+            rusage before{};
+            getrusage(RUSAGE_SELF, &before);
+            for (int step = 0; step < 50; ++step) {
+                session.store.setRating(session.store.project()->videos.at(step * 400)->id, 3);
+            }
+            rusage after{};
+            getrusage(RUSAGE_SELF, &after);
+            const double megabytes = double(after.ru_maxrss - before.ru_maxrss) / 1024;
+            writeAtomically(dataPath(QStringLiteral("undo-megabytes")),
+                            QByteArray::number(megabytes));
+        });
+        benchmark::DoNotOptimize(peak);
+        state.counters["megabytes"] =
+            readAll(dataPath(QStringLiteral("undo-megabytes")), 100).toDouble();
+    }
+}
+
+BENCHMARK(loadOurs)->Name("load/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(loadTheirs)->Name("load/theirs")->Unit(benchmark::kMillisecond);
+BENCHMARK(encodeOurs)->Name("encode/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(encodeTheirs)->Name("encode/theirs")->Unit(benchmark::kMillisecond);
+BENCHMARK(rateOneClip)->Name("rating/ours")->Unit(benchmark::kMicrosecond);
+BENCHMARK(loadMemory)->Name("load-memory/ours")->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(fiftyUndoSteps)->Name("undo-memory/ours")->Iterations(1)->Unit(benchmark::kMillisecond);
+
+} // namespace

@@ -1,0 +1,24 @@
+// Any bytes as the registry of grants: they are read without a fault, and what was read survives
+// being written and read again.
+
+#include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
+#include "trust/AuthorizationFile.h"
+
+#include <QTemporaryDir>
+
+#include <cstdlib>
+
+using namespace corvane;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    static const QTemporaryDir folder(QStringLiteral("/dev/shm/corvane-fuzz-XXXXXX"));
+    const QString file = paths::joined(folder.path(), QStringLiteral("media-authorizations.json"));
+    writeAtomically(file, QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
+    const AuthorizationTables tables = AuthorizationFile::read(file);
+    AuthorizationFile::write(tables, file);
+    if (AuthorizationFile::read(file) != tables) {
+        std::abort();
+    }
+    return 0;
+}
