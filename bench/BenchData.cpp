@@ -3,6 +3,8 @@
 #include "platform/AtomicWrite.h"
 #include "platform/Paths.h"
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <QRandomGenerator>
 
 #include <cstdlib>
@@ -117,6 +119,33 @@ void runCommand(const QString &command) {
         std::cerr << "failed: " << command.toStdString() << '\n';
         std::exit(1);
     }
+}
+
+namespace {
+
+double memoryLine(const QByteArray &key) {
+    const QList<QByteArray> lines = readAll(QStringLiteral("/proc/self/status"), 1 << 20).split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith(key)) {
+            return line.mid(key.size()).trimmed().split(' ').first().toDouble() * 1024;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+double currentMemory() { return memoryLine("VmRSS:"); }
+double peakMemory() { return memoryLine("VmHWM:"); }
+
+double measuredByItself(const QString &what) {
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), what});
+    if (!process.waitForFinished(120'000) || process.exitCode() != 0) {
+        std::cerr << "failed to measure " << what.toStdString() << '\n';
+        std::exit(1);
+    }
+    return process.readAllStandardOutput().trimmed().toDouble();
 }
 
 } // namespace corvane::bench

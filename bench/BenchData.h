@@ -19,4 +19,14 @@ QString largeFile(const QString &name, qint64 bytes);
 /// Runs a shell command and ends the program with its text where it fails.
 void runCommand(const QString &command);
 
+/// Bytes of memory that this process holds now, and the most it ever held.
+double currentMemory();
+double peakMemory();
+
+/// A figure that only a fresh process can tell: starts this program again to measure it.
+double measuredByItself(const QString &what);
+/// What that process measures.
+double timesTheFileToLoad();
+double megabytesOfFiftyUndoSteps();
+
 } // namespace corvane::bench

@@ -17,7 +17,8 @@ target_compile_definitions(corvane_flags INTERFACE
     QT_NO_URL_CAST_FROM_STRING QT_STRICT_ITERATORS)
 if(CORVANE_SANITIZE)
     target_compile_options(corvane_flags INTERFACE
-        -fsanitize=${CORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
+        -fsanitize=${CORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1
+        -fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/cmake/sanitizer-ignore.txt)
     target_link_options(corvane_flags INTERFACE -fsanitize=${CORVANE_SANITIZE})
 endif()
 

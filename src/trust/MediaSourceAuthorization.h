@@ -10,8 +10,11 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace corvane {
+
+struct AuthorizationTables;
 
 /// The grant of a project's whole media folder. All but the path describe the folder itself.
 struct MediaRootRecord {
@@ -32,10 +35,10 @@ struct ContentMismatchEvent {
 /// The memory of which files each project may read. It lives outside every project, so that a
 /// project file handed around can't grant itself anything.
 ///
-/// A project is known by its key: the project file's path with links resolved, then standardized. The
-/// registry is the file "media-authorizations.json" in the application's data folder, written whole
-/// at each change. No operation throws: what can't be read becomes an entry without identity or a
-/// pending path, and a registry that can't be read authorizes nothing.
+/// A project is known by its key: the project file's path with links resolved, then standardized.
+/// The registry is the file "media-authorizations.json" in the application's data folder, written
+/// whole at each change. No operation throws: what can't be read becomes an entry without identity
+/// or a pending path, and a registry that can't be read authorizes nothing.
 ///
 /// Every operation is called and awaited on the main thread; the tables are touched on the object's
 /// own executor alone. Hashing happens off it, so that a long read doesn't hold up the others.
@@ -71,14 +74,20 @@ class MediaSourceAuthorization {
     void setContentMismatchContinuation(std::function<void(ContentMismatchEvent)> sink);
 
   private:
-    struct Tables;
-    struct Hashed;
+    /// A file that is to be granted, and what could be learned of it.
+    struct Candidate {
+        QString path;                         ///< standardized
+        std::optional<RootIdentity> identity; ///< of its folder; nothing where that can't be read
+        std::optional<QString> anchor;        ///< nothing where the file can't be hashed
+    };
 
     void persist() const;
-    void storeGrants(const QString &key, const QList<Hashed> &granted);
+    void storeGrants(const QString &key, const QList<Candidate> &candidates);
+    QStringList takePending(const QString &key, const QStringList &paths);
+    void restoreUnconfirmed(const QString &key, const QStringList &paths);
 
     QString m_fileURL;
-    std::unique_ptr<Tables> m_tables; ///< the executor's
+    std::unique_ptr<AuthorizationTables> m_tables;                           ///< the executor's
     std::function<void(ContentMismatchEvent)> m_contentMismatchContinuation; ///< the main thread's
     SerialExecutor m_executor;
 };

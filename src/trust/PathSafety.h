@@ -40,11 +40,12 @@ bool isMediaFile(const QString &path);
 /// True if the candidate isn't inside root, or a component of it below root is a symbolic link.
 bool reachesOutsideOrThroughSymlink(const QString &candidate, const QString &root);
 
-/// True if root is no symbolic link, the path lies strictly inside it, and no component below root is
-/// a link.
+/// True if root is no symbolic link, the path lies strictly inside it, and no component below root
+/// is a link.
 bool isInsideWithoutSymlinks(const QString &path, const QString &root);
 
-/// The folder's identity without a content hash; links are followed. Nothing where it can't be read.
+/// The folder's identity without a content hash; links are followed. Nothing where it can't be
+/// read.
 std::optional<RootIdentity> folderIdentity(const QString &folder);
 
 /// What a source is vetted against: one snapshot of the grants, taken when the run was planned.
@@ -52,7 +53,8 @@ struct SourceGrants {
     QString projectFolder;
     AuthorizedPaths authorizedSourcePaths;
     bool mediaRootAuthorized = false;
-    /// Verdicts that were reached ahead of time; a path that is missing here is verified on the spot.
+    /// Verdicts that were reached ahead of time; a path that is missing here is verified on the
+    /// spot.
     QHash<QString, ContentHasher::AnchorVerification> preverifiedAnchors;
 };
 
@@ -60,7 +62,8 @@ struct SourceGrants {
 void validateSource(const QString &path, const SourceGrants &grants, const QString &label);
 
 /// A stored cache path (absolute, or relative to the cache root) as an absolute path; nothing where
-/// it is empty, leaves the project folder or reaches through a link. The caller then shows no image.
+/// it is empty, leaves the project folder or reaches through a link. The caller then shows no
+/// image.
 std::optional<QString> resolveCachePath(const QString &storedPath, const QString &projectFolder);
 
 /// Where a subclip's thumbnail lies; nothing for an id that is no UUID.

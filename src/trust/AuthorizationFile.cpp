@@ -1,0 +1,121 @@
+#include "trust/AuthorizationFile.h"
+
+#include "platform/AtomicWrite.h"
+#include "trust/FolderIdentities.h"
+
+namespace corvane {
+
+template <> struct JSONCodec<QSet<QString>> {
+    static void decode(JSONView view, QSet<QString> &set) {
+        const auto list = decodeJSON<QStringList>(view);
+        set = QSet<QString>(list.cbegin(), list.cend());
+    }
+    static void encode(JSONWriter &writer, const QSet<QString> &set) {
+        writer.beginArray();
+        for (const QString &path : set) {
+            writer.string(path);
+        }
+        writer.endArray();
+    }
+};
+
+namespace {
+
+using PathSets = AuthorizationTables::PathSets;
+using PathLists = QHash<QString, QStringList>;
+
+/// The object in the file. `Paths` is the current form's tables or the older form's lists.
+template <typename Paths> struct RegistryFile {
+    Paths paths;
+    std::optional<QHash<QString, MediaRootRecord>> mediaRoots;
+    std::optional<PathSets> pendingLegacy;
+    std::optional<PathSets> contentMismatch;
+};
+
+using CurrentRegistryFile = RegistryFile<QHash<QString, AuthorizedPaths>>;
+using LegacyPathsRegistryFile = RegistryFile<PathLists>;
+
+} // namespace
+
+template <typename Paths> struct JSONFields<RegistryFile<Paths>> {
+    using File = RegistryFile<Paths>;
+    static constexpr auto table =
+        std::tuple(jsonField("paths", &File::paths), jsonField("mediaRoots", &File::mediaRoots),
+                   jsonField("pendingLegacy", &File::pendingLegacy),
+                   jsonField("contentMismatch", &File::contentMismatch));
+};
+
+namespace {
+
+QHash<QString, AuthorizedPaths> withPresentIdentities(const PathLists &lists) {
+    FolderIdentities identities;
+    QHash<QString, AuthorizedPaths> tables;
+    for (const auto &[key, paths] : lists.asKeyValueRange()) {
+        AuthorizedPaths &table = tables[key];
+        for (const QString &listed : paths) {
+            const QString path = paths::standardized(listed);
+            table.insert(path, identities.ofParent(path));
+        }
+    }
+    return tables;
+}
+
+/// Nothing where the text isn't of that form.
+template <typename File> std::optional<File> decoded(JSONView view) {
+    try {
+        return decodeJSON<File>(view);
+    } catch (const JSONDecodeError &) {
+        return std::nullopt;
+    }
+}
+
+template <typename Value> Value orEmpty(const std::optional<Value> &value) {
+    return value.value_or(Value());
+}
+
+AuthorizationTables decodeAnyForm(JSONView view) {
+    if (auto file = decoded<CurrentRegistryFile>(view)) {
+        return {std::move(file->paths), orEmpty(file->mediaRoots), orEmpty(file->pendingLegacy),
+                orEmpty(file->contentMismatch)};
+    }
+    if (auto file = decoded<LegacyPathsRegistryFile>(view)) {
+        return {withPresentIdentities(file->paths),
+                orEmpty(file->mediaRoots),
+                orEmpty(file->pendingLegacy),
+                {}};
+    }
+    if (const auto lists = decoded<PathLists>(view)) {
+        return {.authorizedPaths = withPresentIdentities(*lists)};
+    }
+    return {};
+}
+
+} // namespace
+
+AuthorizationTables AuthorizationFile::read(const QString &file) {
+    constexpr qint64 kLimit = MediaSourceAuthorization::kFileLimit;
+    try {
+        QByteArray bytes = readAll(file, kLimit);
+        if (bytes.size() <= kLimit) {
+            return decodeAnyForm(JSONDocument::parse(std::move(bytes)).root());
+        }
+    } catch (const Failure &) {
+        // Nothing is authorized then, which is the safe answer to a registry that can't be read.
+    }
+    return {};
+}
+
+void AuthorizationFile::write(const AuthorizationTables &tables, const QString &file) {
+    const CurrentRegistryFile stored{tables.authorizedPaths, tables.authorizedMediaRoots,
+                                     tables.pendingLegacyPaths, tables.contentMismatchPaths};
+    try {
+        const QByteArray bytes = encodeJSON(stored, JSONWriter::Style::Compact);
+        if (bytes.size() <= MediaSourceAuthorization::kFileLimit) {
+            writeAtomically(file, bytes);
+        }
+    } catch (const Failure &) {
+        // The memory stands; the next change tries again.
+    }
+}
+
+} // namespace corvane

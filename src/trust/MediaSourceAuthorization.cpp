@@ -1,0 +1,269 @@
+#include "trust/MediaSourceAuthorization.h"
+
+#include "platform/ApplicationFolders.h"
+#include "trust/AuthorizationFile.h"
+#include "trust/ContentHasher.h"
+#include "trust/FolderIdentities.h"
+
+namespace corvane {
+
+namespace {
+
+/// What the folder is now; nothing where it is no real folder, as a link to one isn't.
+std::optional<MediaRootRecord> mediaRootRecord(const QString &mediaFolder) {
+    const QString path = paths::standardized(mediaFolder);
+    const auto status = fileSystem().linkStatus(path);
+    if (!status || status->type != FileType::Directory) {
+        return std::nullopt;
+    }
+    return MediaRootRecord{.path = path,
+                           .device = int(status->device),
+                           .inode = status->inode,
+                           .volumeUUID = fileSystem().volumeUUID(path)};
+}
+
+bool isSameRoot(const MediaRootRecord &stored, const MediaRootRecord &present) {
+    const RootIdentity was{stored.device, stored.inode, stored.volumeUUID, {}};
+    const RootIdentity is{present.device, present.inode, present.volumeUUID, {}};
+    return stored.path == present.path && was.isSameFolder(is);
+}
+
+std::optional<QString> anchorIfReadable(const QString &path) {
+    try {
+        return ContentHasher::makeAnchor(path);
+    } catch (const ContentHasher::HashError &) {
+        return std::nullopt;
+    }
+}
+
+/// A clip that can't be looked at is taken too: granting it makes it pending, not forgotten.
+QStringList clipsInMediaFolder(const Project &project, const QString &folder) {
+    QStringList clips;
+    if (PathSafety::fileType(folder) != FileType::Directory) {
+        return clips;
+    }
+    for (const VideoItem &video : project.videos) {
+        const QString &path = video->sourcePath;
+        if (!PathSafety::reachesOutsideOrThroughSymlink(path, folder) &&
+            PathSafety::fileType(path).value_or(FileType::Regular) == FileType::Regular) {
+            clips.append(path);
+        }
+    }
+    return clips;
+}
+
+} // namespace
+
+MediaSourceAuthorization &MediaSourceAuthorization::shared() {
+    static MediaSourceAuthorization instance(applicationFolders::applicationSupport());
+    return instance;
+}
+
+MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder)
+    : m_fileURL(paths::joined(dataFolder, QStringLiteral("media-authorizations.json"))),
+      m_tables(std::make_unique<AuthorizationTables>()),
+      m_executor(QStringLiteral("MediaSourceAuth")) {
+    // The first piece of work, so that whatever is asked finds the file read.
+    m_executor.post([this, dataFolder] {
+        try {
+            fileSystem().createFolders(dataFolder);
+        } catch (const FileError &) {
+            // Writing will fail as silently: grants then last as long as the process.
+        }
+        *m_tables = AuthorizationFile::read(m_fileURL);
+    });
+}
+
+MediaSourceAuthorization::~MediaSourceAuthorization() = default;
+
+QString MediaSourceAuthorization::projectKey(const QString &projectFile) {
+    return paths::resolvingLinks(projectFile);
+}
+
+QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString projectFile) {
+    if (paths.isEmpty()) {
+        co_return;
+    }
+    struct Request {
+        QString key;
+        QList<Candidate> candidates;
+    };
+    Request request = co_await m_executor.run([paths, projectFile] {
+        Request made{.key = projectKey(projectFile)};
+        FolderIdentities identities;
+        QSet<QString> seen;
+        for (const QString &given : paths) {
+            const QString path = paths::standardized(given);
+            if (!seen.contains(path)) {
+                seen.insert(path);
+                made.candidates.append({path, identities.ofParent(path), {}});
+            }
+        }
+        return made;
+    });
+    // One file at a time, so that other work on that executor isn't held up by a whole import.
+    for (Candidate &candidate : request.candidates) {
+        if (candidate.identity) {
+            candidate.anchor = co_await utilityExecutor().run(
+                [path = candidate.path] { return anchorIfReadable(path); });
+        }
+    }
+    co_await m_executor.run([this, request] { storeGrants(request.key, request.candidates); });
+}
+
+void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candidate> &candidates) {
+    AuthorizedPaths &table = m_tables->authorizedPaths[key];
+    QSet<QString> unproved;
+    for (const Candidate &candidate : candidates) {
+        const auto known = table.constFind(candidate.path);
+        if (!candidate.identity) {
+            if (known == table.cend()) {
+                table.insert(candidate.path, std::nullopt);
+            }
+            continue;
+        }
+        RootIdentity identity = *candidate.identity;
+        identity.contentHash = candidate.anchor;
+        if (!identity.contentHash && known != table.cend() && *known) {
+            identity.contentHash = (*known)->contentHash;
+        }
+        if (identity.contentHash) {
+            table.insert(candidate.path, identity);
+        } else {
+            table.insert(candidate.path, std::nullopt);
+            unproved.insert(candidate.path);
+        }
+    }
+    if (!unproved.isEmpty()) {
+        m_tables->pendingLegacyPaths[key].unite(unproved);
+    }
+    persist();
+}
+
+QCoro::Task<void> MediaSourceAuthorization::authorizeMediaRoot(QString mediaFolder,
+                                                               QString projectFile) {
+    co_await m_executor.run([this, mediaFolder, projectFile] {
+        if (const auto record = mediaRootRecord(mediaFolder)) {
+            m_tables->authorizedMediaRoots.insert(projectKey(projectFile), *record);
+            persist();
+        }
+    });
+}
+
+QCoro::Task<bool> MediaSourceAuthorization::isMediaRootAuthorized(QString mediaFolder,
+                                                                  QString projectFile) {
+    co_return co_await m_executor.run([this, mediaFolder, projectFile] {
+        const auto stored = m_tables->authorizedMediaRoots.constFind(projectKey(projectFile));
+        if (stored == m_tables->authorizedMediaRoots.cend()) {
+            return false;
+        }
+        const auto present = mediaRootRecord(mediaFolder);
+        return present && isSameRoot(*stored, *present);
+    });
+}
+
+QCoro::Task<AuthorizedPaths> MediaSourceAuthorization::authorizedPaths(QString projectFile) {
+    co_return co_await m_executor.run(
+        [this, projectFile] { return m_tables->authorizedPaths.value(projectKey(projectFile)); });
+}
+
+QCoro::Task<QSet<QString>> MediaSourceAuthorization::pendingLegacyPaths(QString projectFile) {
+    co_return co_await m_executor.run([this, projectFile] {
+        return m_tables->pendingLegacyPaths.value(projectKey(projectFile));
+    });
+}
+
+QCoro::Task<QSet<QString>> MediaSourceAuthorization::contentMismatchPaths(QString projectFile) {
+    co_return co_await m_executor.run([this, projectFile] {
+        return m_tables->contentMismatchPaths.value(projectKey(projectFile));
+    });
+}
+
+QCoro::Task<QSet<QString>> MediaSourceAuthorization::unresolvedPaths(QString projectFile) {
+    co_return co_await m_executor.run([this, projectFile] {
+        const QString key = projectKey(projectFile);
+        QSet<QString> unresolved;
+        const AuthorizedPaths table = m_tables->authorizedPaths.value(key);
+        for (const auto &[path, identity] : table.asKeyValueRange()) {
+            if (!identity) {
+                unresolved.insert(path);
+            }
+        }
+        if (!m_tables->pendingLegacyPaths.value(key).contains(unresolved)) {
+            m_tables->pendingLegacyPaths[key].unite(unresolved);
+            persist();
+        }
+        return unresolved;
+    });
+}
+
+QCoro::Task<void> MediaSourceAuthorization::confirmPendingPaths(QStringList paths,
+                                                                QString projectFile) {
+    const QStringList confirmed = co_await m_executor.run(
+        [this, paths, projectFile] { return takePending(projectKey(projectFile), paths); });
+    if (confirmed.isEmpty()) {
+        co_return;
+    }
+    co_await authorize(confirmed, projectFile);
+    co_await m_executor.run([this, confirmed, projectFile] {
+        restoreUnconfirmed(projectKey(projectFile), confirmed);
+        persist();
+    });
+}
+
+/// Takes those of the paths that are pending out of the set, and gives them.
+QStringList MediaSourceAuthorization::takePending(const QString &key, const QStringList &paths) {
+    const auto pending = m_tables->pendingLegacyPaths.find(key);
+    QStringList taken;
+    if (pending == m_tables->pendingLegacyPaths.end()) {
+        return taken;
+    }
+    for (const QString &path : paths) {
+        if (pending->remove(path)) {
+            taken.append(path);
+        }
+    }
+    if (pending->isEmpty()) {
+        m_tables->pendingLegacyPaths.erase(pending);
+    }
+    return taken;
+}
+
+/// Makes pending again what a confirmation couldn't grant. A file whose contents were told to have
+/// changed is granted by the hash of its new contents or not at all.
+void MediaSourceAuthorization::restoreUnconfirmed(const QString &key, const QStringList &paths) {
+    AuthorizedPaths &table = m_tables->authorizedPaths[key];
+    const QSet<QString> mismatched = m_tables->contentMismatchPaths.value(key);
+    QSet<QString> unconfirmed;
+    for (const QString &path : paths) {
+        const std::optional<RootIdentity> granted = table.value(path);
+        if (!granted) {
+            unconfirmed.insert(path);
+        } else if (mismatched.contains(path) && !granted->contentHash) {
+            table.insert(path, std::nullopt);
+            unconfirmed.insert(path);
+        }
+    }
+    if (!unconfirmed.isEmpty()) {
+        m_tables->pendingLegacyPaths[key].unite(unconfirmed);
+    }
+}
+
+QCoro::Task<void> MediaSourceAuthorization::authorizeMediaFolderClips(Project project,
+                                                                      QString projectFile) {
+    const QStringList clips = co_await m_executor.run([project = std::move(project), projectFile] {
+        return clipsInMediaFolder(project, mediaFolder(projectFile));
+    });
+    co_await authorize(clips, projectFile);
+}
+
+void MediaSourceAuthorization::setContentMismatchContinuation(
+    std::function<void(ContentMismatchEvent)> sink) {
+    m_contentMismatchContinuation = std::move(sink);
+}
+
+void MediaSourceAuthorization::persist() const {
+    AuthorizationFile::write(*m_tables, m_fileURL);
+}
+
+} // namespace corvane

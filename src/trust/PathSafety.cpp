@@ -1,0 +1,146 @@
+#include "trust/PathSafety.h"
+
+#include "platform/Paths.h"
+
+#include <QUuid>
+
+namespace corvane::PathSafety {
+
+namespace {
+
+QString sentence(Violation::Kind kind) {
+    using Kind = Violation::Kind;
+    switch (kind) {
+    case Kind::notARegularFile:
+        return QStringLiteral("%1 is not a regular file, refusing to use it: %2");
+    case Kind::notMediaFile:
+        return QStringLiteral("%1 is not a media file, refusing to copy it: %2");
+    case Kind::symlinkedPathComponent:
+        return QStringLiteral("%1 reaches through a symbolic link, refusing to use it: %2");
+    case Kind::notAuthorizedForProject:
+        return QStringLiteral("%1 was never imported or relinked for this project, refusing to use "
+                              "it: %2. Re-import or relink it, then try again.");
+    case Kind::sourceIdentityChanged:
+        return QStringLiteral(
+            "%1's folder changed since it was authorized, refusing to use it: %2. "
+            "Re-import or relink it, then try again.");
+    case Kind::sourcePendingRelink:
+        break;
+    }
+    return QStringLiteral("%1 was authorized but its folder was never confirmed, refusing to use "
+                          "it: %2. Re-import or relink it, then try again.");
+}
+
+/// Both paths standardized, the candidate below root.
+bool reachesThroughSymlink(const QString &candidate, const QString &root) {
+    qsizetype end = root.size();
+    while (end < candidate.size()) {
+        const qsizetype slash = candidate.indexOf(QLatin1Char('/'), end + 1);
+        end = slash < 0 ? candidate.size() : slash;
+        if (fileType(candidate.left(end)) == FileType::SymbolicLink) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// An anchor that can't be understood says nothing against the file.
+bool contentsChanged(const QString &path, const QString &anchor, const SourceGrants &grants) {
+    using Verdict = ContentHasher::AnchorVerification;
+    const auto known = grants.preverifiedAnchors.constFind(path);
+    if (known != grants.preverifiedAnchors.cend() && ContentHasher::parseFullAnchor(anchor)) {
+        return *known == Verdict::mismatches;
+    }
+    return ContentHasher::verifyAnchor(anchor, path) == Verdict::mismatches;
+}
+
+/// A folder that can't be read passes: the read that follows fails by itself.
+bool folderChanged(const QString &path, const RootIdentity &granted) {
+    const auto folder = folderIdentity(paths::parentFolder(path));
+    return folder && !folder->isSameFolder(granted);
+}
+
+bool liesInAuthorizedMediaRoot(const QString &path, const SourceGrants &grants) {
+    return grants.mediaRootAuthorized &&
+           isInsideWithoutSymlinks(path,
+                                   paths::joined(grants.projectFolder, QStringLiteral("media")));
+}
+
+} // namespace
+
+Violation::Violation(Kind kind, const QString &path, const QString &label)
+    : Failure(sentence(kind).arg(label, path)), m_kind(kind) {}
+
+std::optional<FileType> fileType(const QString &path) {
+    const auto status = fileSystem().linkStatus(path);
+    return status ? std::optional(status->type) : std::nullopt;
+}
+
+bool reachesOutsideOrThroughSymlink(const QString &candidate, const QString &root) {
+    const QString path = paths::standardized(candidate);
+    const QString folder = paths::standardized(root);
+    return !paths::isBelow(path, folder) || reachesThroughSymlink(path, folder);
+}
+
+bool isInsideWithoutSymlinks(const QString &path, const QString &root) {
+    const QString folder = paths::standardized(root);
+    return fileType(folder) != FileType::SymbolicLink &&
+           !reachesOutsideOrThroughSymlink(path, folder);
+}
+
+std::optional<RootIdentity> folderIdentity(const QString &folder) {
+    const auto status = fileSystem().targetStatus(folder);
+    if (!status) {
+        return std::nullopt;
+    }
+    return RootIdentity{.device = int(status->device),
+                        .inode = status->inode,
+                        .volumeUUID = fileSystem().volumeUUID(folder)};
+}
+
+void validateSource(const QString &path, const SourceGrants &grants, const QString &label) {
+    using Kind = Violation::Kind;
+    const QString url = paths::standardized(path);
+    const auto refuseIf = [&](bool isFault, Kind kind) {
+        if (isFault) {
+            throw Violation(kind, url, label);
+        }
+    };
+    const auto type = fileType(url);
+    refuseIf(type && *type != FileType::Regular, Kind::notARegularFile);
+    refuseIf(!isMediaFile(url), Kind::notMediaFile);
+
+    const auto entry = grants.authorizedSourcePaths.constFind(url);
+    refuseIf(entry == grants.authorizedSourcePaths.cend(), Kind::notAuthorizedForProject);
+    const std::optional<RootIdentity> &granted = *entry;
+    refuseIf(!granted, Kind::sourcePendingRelink);
+    refuseIf(granted->contentHash && contentsChanged(url, *granted->contentHash, grants),
+             Kind::sourceIdentityChanged);
+    refuseIf(!liesInAuthorizedMediaRoot(url, grants) && folderChanged(url, *granted),
+             Kind::sourceIdentityChanged);
+}
+
+std::optional<QString> resolveCachePath(const QString &storedPath, const QString &projectFolder) {
+    if (storedPath.isEmpty()) {
+        return std::nullopt;
+    }
+    const QString cacheRoot = paths::joined(projectFolder, QStringLiteral(".corvane-cache"));
+    const bool isAbsolute = storedPath.startsWith(QLatin1Char('/'));
+    QString path =
+        paths::standardized(isAbsolute ? storedPath : paths::joined(cacheRoot, storedPath));
+    if (reachesOutsideOrThroughSymlink(path, projectFolder)) {
+        return std::nullopt;
+    }
+    return path;
+}
+
+std::optional<QString> subclipThumbnailPath(const QString &subclipId,
+                                            const QString &projectFolder) {
+    const QString uuid = QUuid::fromString(subclipId).toString(QUuid::WithoutBraces).toUpper();
+    if (uuid != subclipId.toUpper()) { // also another spelling of a UUID, such as one in braces
+        return std::nullopt;
+    }
+    return resolveCachePath(QStringLiteral("subclip-thumbs/%1.jpg").arg(uuid), projectFolder);
+}
+
+} // namespace corvane::PathSafety

@@ -1,0 +1,83 @@
+#include "trust/AuthorizationFile.h"
+
+#include "support/TestFolder.h"
+#include "trust/PathSafety.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using corvane::test::TestFolder;
+
+namespace {
+
+const QString kName = QStringLiteral("media-authorizations.json");
+const QString kKey = QStringLiteral("/p/a.corvane");
+
+AuthorizationTables readText(const TestFolder &folder, const QByteArray &text) {
+    return AuthorizationFile::read(folder.write(kName, text));
+}
+
+AuthorizationTables withPaths(const AuthorizedPaths &paths) {
+    return {.authorizedPaths = {{kKey, paths}}};
+}
+
+} // namespace
+
+TEST(AuthorizationFile, ReadsBackWhatItWrote) {
+    const TestFolder folder;
+    const QString path = QStringLiteral("/m/\u00e9 \"x\".mov");
+    const RootIdentity identity{-7, std::numeric_limits<quint64>::max(),
+                                QStringLiteral("1111-AAAA"), QStringLiteral("3:00")};
+    AuthorizationTables tables = withPaths(
+        {{path, identity}, {QStringLiteral("/m/b.mov"), std::nullopt}, {{}, RootIdentity{}}});
+    tables.authorizedMediaRoots.insert(kKey, {QStringLiteral("/p/media"), 5, 6, {}});
+    tables.pendingLegacyPaths.insert(kKey, {path, QStringLiteral("/m/b.mov")});
+    tables.contentMismatchPaths.insert(kKey, {path});
+    AuthorizationFile::write(tables, folder.at(kName));
+    EXPECT_EQ(AuthorizationFile::read(folder.at(kName)), tables);
+}
+
+TEST(AuthorizationFile, TakesPresentIdentitiesForTheOlderForms) {
+    const TestFolder folder;
+    folder.folder(QStringLiteral("card"));
+    const QByteArray lists = QByteArray(R"({"/p/a.corvane":["%/x/../card/a.mov","%/gone/b.mov"]})")
+                                 .replace("%", folder.path().toUtf8());
+    AuthorizationTables tables =
+        withPaths({{folder.at(QStringLiteral("card/a.mov")),
+                    PathSafety::folderIdentity(folder.at(QStringLiteral("card")))},
+                   {folder.at(QStringLiteral("gone/b.mov")), std::nullopt}});
+    EXPECT_EQ(readText(folder, lists), tables);
+    tables.authorizedMediaRoots.insert(kKey, {QStringLiteral("/p/media"), 1, 2, {}});
+    tables.pendingLegacyPaths.insert(kKey, {QStringLiteral("/c.mov")});
+    EXPECT_EQ(readText(folder, R"({"paths":)" + lists + R"(,"mediaRoots":{"/p/a.corvane":
+        {"path":"/p/media","device":1,"inode":2}},"pendingLegacy":{"/p/a.corvane":["/c.mov"]}})"),
+              tables);
+}
+
+TEST(AuthorizationFile, AuthorizesNothingWhereItCannotBeRead) {
+    const TestFolder folder;
+    EXPECT_EQ(AuthorizationFile::read(folder.at(kName)), AuthorizationTables());
+    EXPECT_EQ(AuthorizationFile::read(folder.path()), AuthorizationTables());
+    for (const char *text : {"", "[]", "{", R"({"paths":7})", R"({"/p":["/a",3]})",
+                             R"({"paths":{"/p":{"/a":{"device":1,"inode":-2}}}})",
+                             R"({"paths":{"/p":{"/a":{"inode":2}}}})"}) {
+        EXPECT_EQ(readText(folder, text), AuthorizationTables()) << text;
+    }
+}
+
+TEST(AuthorizationFile, ReadsAndWritesUpToEightMebibytes) {
+    const TestFolder folder;
+    QByteArray text = R"({"paths":{"/p/a.corvane":{"/b":null}},"mediaRoots":{},)"
+                      R"("pendingLegacy":{},"contentMismatch":{}})";
+    const qsizetype room = 8388608 - text.size();
+    text.insert(text.indexOf("/b") + 2, QByteArray(room, 'x'));
+    const QString longest = QStringLiteral("/b") + QString(room, QLatin1Char('x'));
+    const AuthorizationTables tables = withPaths({{longest, std::nullopt}});
+    EXPECT_EQ(readText(folder, text + ' '), AuthorizationTables());
+    EXPECT_EQ(readText(folder, text), tables);
+    AuthorizationFile::write(tables, folder.at(kName));
+    EXPECT_EQ(folder.read(kName), text);
+    AuthorizationFile::write(withPaths({{longest + QLatin1Char('x'), std::nullopt}}),
+                             folder.at(kName));
+    EXPECT_EQ(folder.read(kName), text);
+}

@@ -1,0 +1,190 @@
+#include "trust/MediaSourceAuthorization.h"
+
+#include "support/Await.h"
+#include "support/FaultyFileSystem.h"
+#include "support/TestFolder.h"
+#include "trust/ContentHasher.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+using namespace corvane;
+using corvane::test::await;
+using corvane::test::FaultyFileSystem;
+
+namespace {
+
+const QString kRegistry = QStringLiteral("data/media-authorizations.json");
+
+/// A registry over a folder of its own, beside a project and a card with one clip.
+class MediaSourceAuthorizationTest : public testing::Test {
+  protected:
+    using Paths = QSet<QString>;
+
+    Paths pending() { return await(registry->pendingLegacyPaths(project)); }
+    AuthorizedPaths table() { return await(registry->authorizedPaths(project)); }
+    std::optional<RootIdentity> entry(const QString &path) { return table().value(path); }
+    bool isEmptyEntry(const QString &path) { return table().contains(path) && !entry(path); }
+    bool isGrantedAsItIs(const QString &path) {
+        using Verdict = ContentHasher::AnchorVerification;
+        const auto granted = entry(path);
+        return granted && granted->contentHash &&
+               ContentHasher::verifyAnchor(*granted->contentHash, path) == Verdict::matches;
+    }
+    void authorize(const QStringList &paths) { await(registry->authorize(paths, project)); }
+    void confirm(const QStringList &paths) { await(registry->confirmPendingPaths(paths, project)); }
+    void reopen() {
+        registry.reset();
+        registry = std::make_unique<MediaSourceAuthorization>(folder.at(QStringLiteral("data")));
+    }
+
+    test::TestFolder folder;
+    QString project = folder.write(QStringLiteral("p/shoot.corvane"), "{}");
+    QString clip = folder.write(QStringLiteral("card/clip.mov"), "take one");
+    QString offline = folder.at(QStringLiteral("offline/clip.mov"));
+    QString unhashable = folder.folder(QStringLiteral("card/folder.mov"));
+    std::unique_ptr<MediaSourceAuthorization> registry =
+        std::make_unique<MediaSourceAuthorization>(folder.at(QStringLiteral("data")));
+};
+
+} // namespace
+
+TEST_F(MediaSourceAuthorizationTest, GrantsWhatItCanProveAndListsTheRest) {
+    authorize({clip, folder.at(QStringLiteral("card/./clip.mov")), offline, unhashable});
+    EXPECT_TRUE(isGrantedAsItIs(clip));
+    EXPECT_TRUE(isEmptyEntry(offline) && isEmptyEntry(unhashable));
+    EXPECT_EQ(pending(), Paths{unhashable});
+    EXPECT_EQ(await(registry->unresolvedPaths(project)), (Paths{offline, unhashable}));
+    EXPECT_EQ(pending(), (Paths{offline, unhashable}));
+    const auto before = table();
+    reopen();
+    EXPECT_EQ(table(), before);
+    folder.write(QStringLiteral("card/clip.mov"), "take two");
+    authorize({clip});
+    EXPECT_TRUE(isGrantedAsItIs(clip));
+}
+
+TEST_F(MediaSourceAuthorizationTest, ConfirmsAPendingPathOnlyOnceItsFileCanBeHashed) {
+    authorize({offline, unhashable});
+    await(registry->unresolvedPaths(project));
+    confirm({clip, offline, unhashable});
+    EXPECT_EQ(pending(), (Paths{offline, unhashable}));
+    EXPECT_FALSE(table().contains(clip));
+    folder.write(QStringLiteral("offline/clip.mov"), "back again");
+    confirm({offline});
+    EXPECT_TRUE(isGrantedAsItIs(offline));
+    EXPECT_EQ(pending(), Paths{unhashable});
+}
+
+TEST_F(MediaSourceAuthorizationTest, GrantsAChangedFileOnlyByTheHashOfItsNewContents) {
+    registry.reset();
+    folder.write(kRegistry, QByteArray(R"({"paths":{"%p":{"%o":{"device":1,"inode":2}}},
+        "pendingLegacy":{"%p":["%c","%o"]},"contentMismatch":{"%p":["%c","%o"]}})")
+                                .replace("%p", project.toUtf8())
+                                .replace("%c", clip.toUtf8())
+                                .replace("%o", offline.toUtf8()));
+    reopen();
+    confirm({clip, offline});
+    EXPECT_TRUE(isGrantedAsItIs(clip));
+    EXPECT_TRUE(isEmptyEntry(offline));
+    EXPECT_EQ(pending(), Paths{offline});
+    EXPECT_EQ(await(registry->contentMismatchPaths(project)), (Paths{clip, offline}));
+}
+
+TEST_F(MediaSourceAuthorizationTest, KeepsTheOldAnchorOfAFileThatCannotBeHashedNow) {
+    authorize({clip});
+    const auto before = entry(clip);
+    ASSERT_TRUE(QDir().rename(folder.at(QStringLiteral("card")), folder.at(QStringLiteral("old"))));
+    authorize({clip}); // the folder is gone: nothing is known, and nothing forgotten
+    EXPECT_EQ(entry(clip), before);
+    folder.folder(QStringLiteral("card"));
+    authorize({clip});
+    const auto after = entry(clip);
+    ASSERT_TRUE(before && after);
+    EXPECT_EQ(after->contentHash, before->contentHash);
+    EXPECT_NE(after->inode, before->inode);
+    EXPECT_TRUE(pending().isEmpty());
+}
+
+TEST_F(MediaSourceAuthorizationTest, WritesNothingWhereNothingChanges) {
+    authorize({});
+    confirm({clip});
+    await(registry->authorizeMediaRoot(folder.at(QStringLiteral("missing")), project));
+    EXPECT_FALSE(folder.has(kRegistry));
+    authorize({clip, offline});
+    await(registry->unresolvedPaths(project));
+    ASSERT_TRUE(QFile::remove(folder.at(kRegistry)));
+    confirm({clip});
+    await(registry->unresolvedPaths(project));
+    EXPECT_FALSE(folder.has(kRegistry));
+}
+
+TEST_F(MediaSourceAuthorizationTest, KnowsAProjectThroughALinkButNotUnderANewName) {
+    const QString link = folder.link(QStringLiteral("desk/link.corvane"), project);
+    await(registry->authorize({clip}, link));
+    EXPECT_TRUE(isGrantedAsItIs(clip));
+    project = folder.at(QStringLiteral("p/new.corvane"));
+    EXPECT_TRUE(table().isEmpty());
+}
+
+TEST_F(MediaSourceAuthorizationTest, KnowsAMediaFolderByItsIdentity) {
+    FaultyFileSystem volumes;
+    const FileSystemScope scope(volumes);
+    volumes.setVolumeUUID(QStringLiteral("1111-AAAA"));
+    const QString media = folder.folder(QStringLiteral("p/media"));
+    const QString link = folder.link(QStringLiteral("p/link"), media);
+    const auto isAuthorized = [&](const QString &root) {
+        return await(registry->isMediaRootAuthorized(root, project));
+    };
+    await(registry->authorizeMediaRoot(link, project));
+    EXPECT_FALSE(isAuthorized(link) || isAuthorized(media));
+    await(registry->authorizeMediaRoot(media + QLatin1Char('/'), project));
+    EXPECT_TRUE(isAuthorized(media));
+    EXPECT_FALSE(isAuthorized(folder.at(QStringLiteral("card"))));
+    volumes.setVolumeUUID(QStringLiteral("2222-BBBB"));
+    EXPECT_FALSE(isAuthorized(media));
+    volumes.setVolumeUUID(std::nullopt);
+    EXPECT_TRUE(isAuthorized(media));
+    ASSERT_TRUE(QDir().rename(media, folder.at(QStringLiteral("p/kept"))));
+    EXPECT_FALSE(isAuthorized(media) || isAuthorized(folder.at(QStringLiteral("p/kept"))));
+    folder.folder(QStringLiteral("p/media"));
+    EXPECT_FALSE(isAuthorized(media));
+}
+
+TEST_F(MediaSourceAuthorizationTest, GrantsTheClipsThatReallyLieInTheMediaFolder) {
+    const QString own = folder.at(QStringLiteral("p/media/own.mov"));
+    const QString missing = folder.at(QStringLiteral("p/media/missing.mov"));
+    Project document;
+    for (const QString &path : {own, missing, clip, folder.at(QStringLiteral("p/media/link.mov")),
+                                folder.at(QStringLiteral("p/media/dir.mov"))}) {
+        document.videos.append(VideoItem(VideoRecord{.sourcePath = path}));
+    }
+    await(registry->authorizeMediaFolderClips(document, project));
+    EXPECT_TRUE(table().isEmpty()); // there is no such folder yet
+    folder.write(QStringLiteral("p/media/own.mov"), "own");
+    folder.folder(QStringLiteral("p/media/dir.mov"));
+    folder.link(QStringLiteral("p/media/link.mov"), clip);
+    await(registry->authorizeMediaFolderClips(document, project));
+    EXPECT_EQ(table().size(), 2);
+    EXPECT_TRUE(isGrantedAsItIs(own) && isEmptyEntry(missing));
+}
+
+TEST_F(MediaSourceAuthorizationTest, LetsOverlappingGrantsAndAFullDiskLoseNothing) {
+    FaultyFileSystem full;
+    const FileSystemScope scope(full);
+    full.setFreeSpace(0);
+    const QString second = folder.write(QStringLiteral("card/second.mov"), "take two");
+    auto first = registry->authorize({clip}, project);
+    auto other = registry->authorize({second}, project);
+    EXPECT_TRUE(table().isEmpty()); // answered while the hashing goes on
+    await(std::move(first));
+    await(std::move(other));
+    EXPECT_TRUE(isGrantedAsItIs(clip) && isGrantedAsItIs(second));
+    EXPECT_FALSE(folder.has(kRegistry));
+    full.setFreeSpace(-1);
+    authorize({offline});
+    reopen();
+    EXPECT_EQ(table().size(), 3);
+}
