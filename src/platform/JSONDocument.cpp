@@ -34,8 +34,9 @@ class JSONTokenCollector {
     bool Double(double value) {
         // 2^63 itself is no 64-bit integer; a negative zero would lose its sign.
         constexpr double kLimit = 9223372036854775808.0;
-        const bool isWhole = value >= -kLimit && value < kLimit && value == std::trunc(value) &&
-                             !(value == 0 && std::signbit(value));
+        const bool isNegativeZero = value == 0 && std::signbit(value);
+        const bool fits = value >= -kLimit && value < kLimit;
+        const bool isWhole = fits && value == std::trunc(value) && !isNegativeZero;
         if (isWhole) {
             return append(Kind::Int, qint64(value));
         }

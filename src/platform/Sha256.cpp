@@ -1,21 +1,38 @@
 #include "platform/Sha256.h"
 
 #include <new>
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 namespace corvane {
+
+namespace {
+
+/// The library would clean up when the process exits, while executors may still end behind it and
+/// ask for its per-thread state once more. The system takes the memory back all the same.
+void keepUntilProcessEnds() {
+    static const int done = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
+    Q_UNUSED(done)
+}
+
+EVP_MD_CTX *newContext() {
+    keepUntilProcessEnds();
+    return EVP_MD_CTX_new();
+}
+
+} // namespace
 
 void Sha256::Free::operator()(evp_md_ctx_st *context) const noexcept {
     EVP_MD_CTX_free(context);
 }
 
-Sha256::Sha256() : m_context(EVP_MD_CTX_new()) {
+Sha256::Sha256() : m_context(newContext()) {
     if (!m_context || EVP_DigestInit_ex(m_context.get(), EVP_sha256(), nullptr) != 1) {
         throw std::bad_alloc();
     }
 }
 
-Sha256::Sha256(const Sha256 &other) : m_context(EVP_MD_CTX_new()) {
+Sha256::Sha256(const Sha256 &other) : m_context(newContext()) {
     if (!m_context || EVP_MD_CTX_copy_ex(m_context.get(), other.m_context.get()) != 1) {
         throw std::bad_alloc();
     }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "cli/Command.h"
+#include "platform/InstanceLock.h"
+#include "session/ProjectStore.h"
+
+namespace corvane {
+
+/// The session of one command: the lock on the user's data, the store and all that it stands on.
+/// Operations run the event loop until they are done, and throw what the store tells as its last
+/// error. Main thread.
+class CliSession {
+  public:
+    /// Throws `AlreadyRunning` where another process has the data.
+    explicit CliSession(const Console &console);
+
+    ProjectStore &store() { return m_store; }
+    /// The open project.
+    const Project &project() const { return *m_store.project(); }
+
+    void create(const NewProject &fields, const QString &file);
+    void open(const QString &file);
+    /// Returns when every edit is in the file.
+    void save();
+
+    /// The ids of the clips that the texts name, each by its id or by a file name that no other
+    /// clip has, each clip once. Throws before anything is changed where one names none or several.
+    QStringList resolveClips(const QStringList &texts) const;
+
+  private:
+    void throwLastError() const;
+    QString resolveClip(const QString &text) const;
+
+    InstanceLock m_lock;
+    ProjectFileIO m_io;
+    ProjectRegistry m_registry;
+    BackupService m_backups;
+    MediaSourceAuthorization m_authorization;
+    ProjectStore m_store;
+};
+
+} // namespace corvane

@@ -1,0 +1,64 @@
+#include "cli/Command.h"
+
+#include "platform/Paths.h"
+
+namespace corvane {
+
+namespace {
+
+QString absolutePath(const QString &text) {
+    if (text.isEmpty()) {
+        throw UsageError(QStringLiteral("A path is empty."));
+    }
+    return paths::standardized(text);
+}
+
+} // namespace
+
+Invocation::Invocation(const QCommandLineParser &parser, Console &console)
+    : m_parser(parser), m_console(console) {}
+
+QString Invocation::path(int index) const {
+    return absolutePath(argument(index));
+}
+
+QStringList Invocation::pathsFrom(int index) const {
+    QStringList found;
+    for (const QString &text : arguments().mid(index)) {
+        found.append(absolutePath(text));
+    }
+    return found;
+}
+
+std::optional<QString> Invocation::value(const char *option) const {
+    return isSet(option) ? std::optional(m_parser.value(QLatin1String(option))) : std::nullopt;
+}
+
+std::optional<QString> Invocation::pathValue(const char *option) const {
+    const auto text = value(option);
+    return text ? std::optional(absolutePath(*text)) : std::nullopt;
+}
+
+void Invocation::printLine(const QString &line) const {
+    m_console.writeOutput(printable(line).toUtf8() + '\n');
+}
+
+void Invocation::printNotice(const QString &line) const {
+    m_console.writeError(printable(line).toUtf8() + '\n');
+}
+
+void Invocation::printJSON(const std::function<void(JSONWriter &)> &write) const {
+    JSONWriter writer(JSONWriter::Style::Pretty);
+    write(writer);
+    m_console.writeOutput(writer.finish() + '\n');
+}
+
+QCommandLineOption flagOption(const char *name, const char *description) {
+    return {QLatin1String(name), QLatin1String(description)};
+}
+
+QCommandLineOption valueOption(const char *name, const char *value, const char *description) {
+    return {QLatin1String(name), QLatin1String(description), QLatin1String(value)};
+}
+
+} // namespace corvane

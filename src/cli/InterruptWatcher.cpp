@@ -1,0 +1,60 @@
+#include "cli/InterruptWatcher.h"
+
+#include "platform/FileSystem.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+
+namespace corvane {
+
+namespace {
+
+std::atomic<int> interruptPipe = -1;
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may not wait for a lock");
+
+/// A full pipe loses the byte; what has been written already says enough.
+void noteInterrupt(int) {
+    const int saved = errno;
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = ::write(interruptPipe, &byte, 1);
+    errno = saved;
+}
+
+} // namespace
+
+InterruptWatcher::InterruptWatcher(std::function<void()> onInterrupt)
+    : m_onInterrupt(std::move(onInterrupt)) {
+    if (::pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK) != 0) {
+        throw FileError(QStringLiteral("pipe"), errno);
+    }
+    m_notifier = std::make_unique<QSocketNotifier>(m_pipe[0], QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                     [this] { drain(); });
+    interruptPipe = m_pipe[1];
+    struct sigaction action = {};
+    action.sa_handler = noteInterrupt;
+    action.sa_flags = SA_RESTART;
+    ::sigemptyset(&action.sa_mask);
+    ::sigaction(SIGINT, &action, &m_previous);
+}
+
+InterruptWatcher::~InterruptWatcher() {
+    ::sigaction(SIGINT, &m_previous, nullptr);
+    interruptPipe = -1;
+    m_notifier.reset();
+    ::close(m_pipe[0]);
+    ::close(m_pipe[1]);
+}
+
+void InterruptWatcher::drain() {
+    char byte = 0;
+    while (::read(m_pipe[0], &byte, 1) == 1) {
+        m_wasInterrupted = true;
+        m_onInterrupt();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,83 @@
+#include "cli/ArgumentValues.h"
+#include "cli/CliSession.h"
+#include "cli/JSONMembers.h"
+#include "cli/ReviewRows.h"
+#include "review/ReviewLists.h"
+
+namespace corvane {
+
+namespace {
+
+ReviewState::RatingFilter ratingFilterOf(const QString &text) {
+    if (text == QStringLiteral("5only")) {
+        return ReviewState::RatingFilter::fiveOnly();
+    }
+    const QString what = QStringLiteral("--rating");
+    return ReviewState::RatingFilter::threshold(argumentValues::rating(text, what));
+}
+
+ReviewState reviewStateOf(const Invocation &call) {
+    ReviewState state;
+    state.unreviewedOnly = call.isSet("unreviewed");
+    state.favoritesOnly = call.isSet("favorites");
+    state.selectedOnly = call.isSet("selected");
+    state.subclipsView = call.isSet("subclips");
+    state.includeRejects = call.isSet("rejects");
+    state.searchQuery = call.value("search").value_or(QString());
+    if (const auto rating = call.value("rating")) {
+        state.ratingFilter = ratingFilterOf(*rating);
+    }
+    if (const auto sort = call.value("sort")) {
+        state.sort = argumentValues::choice<ReviewState::Sort>(*sort, QStringLiteral("--sort"));
+    }
+    return state;
+}
+
+int runList(const Invocation &call) {
+    const ReviewState state = reviewStateOf(call);
+    CliSession session(call.console());
+    session.open(call.path(0));
+    const QList<MixedSidebarRow> rows = ReviewLists::shownRows(state, session.project());
+    const qsizetype total = ReviewLists::totalCount(state, session.project());
+    const QString label = ReviewLists::countLabel(state, rows.size(), total);
+    if (call.wantsJSON()) {
+        call.printJSON([&](JSONWriter &writer) {
+            writer.beginObject();
+            writeMember(writer, "visible", rows.size());
+            writeMember(writer, "total", total);
+            writeMember(writer, "label", label);
+            writeReviewRows(writer, rows);
+            writer.endObject();
+        });
+    } else {
+        printReviewRows(call, rows);
+        call.printLine(label);
+    }
+    return kAllDone;
+}
+
+} // namespace
+
+Command listCommand() {
+    return {.name = QStringLiteral("list"),
+            .synopsis = QStringLiteral("PROJECT"),
+            .summary = QStringLiteral("Lists clips and subclips, filtered and sorted."),
+            .options = {flagOption("unreviewed", "Only what isn't reviewed."),
+                        flagOption("favorites", "Only favorites."),
+                        flagOption("selected", "Only what is selected for export: clips and "
+                                               "subclips, in project order."),
+                        flagOption("subclips", "List subclips instead of clips."),
+                        flagOption("rejects", "List rejected clips too."),
+                        valueOption("rating", "N|5only", "Only ratings of N and above, or of 5."),
+                        valueOption("search", "Q",
+                                    "Only what holds the text in its file name, "
+                                    "notes, tags or subclip labels."),
+                        valueOption("sort", "KEY",
+                                    "The clips' order: filename, imported, rating "
+                                    "or duration.")},
+            .fewestArguments = 1,
+            .mostArguments = 1,
+            .run = runList};
+}
+
+} // namespace corvane

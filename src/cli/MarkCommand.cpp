@@ -1,0 +1,126 @@
+#include "cli/ArgumentValues.h"
+#include "cli/CliSession.h"
+#include "cli/JSONMembers.h"
+#include "cli/ReviewRows.h"
+
+namespace corvane {
+
+namespace {
+
+/// What one call marks. Everything that is asked for holds at the end: selecting comes behind
+/// rejecting, which takes a selection back, and the reviewed mark comes behind what sets it.
+struct Marks {
+    std::optional<int> rating;
+    std::optional<bool> favorite;
+    std::optional<bool> rejected;
+    std::optional<bool> selected;
+    std::optional<bool> reviewed;
+    std::optional<QString> notes;
+    QStringList tagsToRemove;
+    QStringList tagsToAdd;
+
+    bool operator==(const Marks &) const = default;
+};
+
+std::optional<bool> switchOf(const Invocation &call, const char *option) {
+    const auto text = call.value(option);
+    return text ? std::optional(
+                      argumentValues::onOrOff(*text, QStringLiteral("--") + QLatin1String(option)))
+                : std::nullopt;
+}
+
+Marks marksOf(const Invocation &call) {
+    Marks marks{.favorite = switchOf(call, "favorite"),
+                .rejected = switchOf(call, "reject"),
+                .selected = switchOf(call, "select"),
+                .reviewed = switchOf(call, "reviewed"),
+                .notes = call.value("notes"),
+                .tagsToRemove = call.values("untag"),
+                .tagsToAdd = call.values("tag")};
+    if (const auto rating = call.value("rating")) {
+        marks.rating = argumentValues::rating(*rating, QStringLiteral("--rating"));
+    }
+    if (marks == Marks()) {
+        throw UsageError(QStringLiteral("Nothing to mark: give one of the options."));
+    }
+    return marks;
+}
+
+void markClip(ProjectStore &store, const QString &id, const Marks &marks) {
+    const auto clip = [&]() -> const VideoRecord & {
+        return *store.project()->videos.at(store.project()->indexOfVideo(id));
+    };
+    if (marks.rating) {
+        store.setRating(id, *marks.rating);
+    }
+    if (marks.favorite && clip().favorite != *marks.favorite) {
+        store.toggleFavorite(id);
+    }
+    if (marks.rejected && clip().rejected != *marks.rejected) {
+        store.toggleRejected(id);
+    }
+    if (marks.selected && clip().selectedForExport != *marks.selected) {
+        store.toggleSelectedForExport(id);
+    }
+    if (marks.reviewed && clip().reviewed != *marks.reviewed) {
+        store.toggleReviewed(id);
+    }
+    if (marks.notes) {
+        store.setNotes(id, *marks.notes);
+    }
+    for (const QString &tag : marks.tagsToRemove) {
+        store.removeTag(id, tag);
+    }
+    for (const QString &tag : marks.tagsToAdd) {
+        store.addTag(id, tag);
+    }
+}
+
+int runMark(const Invocation &call) {
+    const Marks marks = marksOf(call);
+    CliSession session(call.console());
+    session.open(call.path(0));
+    const QStringList ids = session.resolveClips(call.arguments().mid(1));
+    {
+        const ProjectStore::UndoBatch batch(session.store());
+        for (const QString &id : ids) {
+            markClip(session.store(), id, marks);
+        }
+    }
+    session.save();
+    QList<MixedSidebarRow> rows;
+    for (const QString &id : ids) {
+        rows.append({session.project().videos.at(session.project().indexOfVideo(id)), {}});
+    }
+    if (call.wantsJSON()) {
+        call.printJSON([&](JSONWriter &writer) {
+            writer.beginObject();
+            writeReviewRows(writer, rows);
+            writer.endObject();
+        });
+    } else {
+        printReviewRows(call, rows);
+    }
+    return kAllDone;
+}
+
+} // namespace
+
+Command markCommand() {
+    return {.name = QStringLiteral("mark"),
+            .synopsis = QStringLiteral("PROJECT CLIP..."),
+            .summary = QStringLiteral("Rates, flags, tags and annotates clips."),
+            .options = {valueOption("rating", "N", "0 to 5 stars."),
+                        valueOption("favorite", "on|off", "The favorite flag."),
+                        valueOption("select", "on|off", "Selected for export."),
+                        valueOption("reject", "on|off", "Rejected, which takes a selection back."),
+                        valueOption("reviewed", "on|off", "The reviewed mark."),
+                        valueOption("notes", "T", "The notes; an empty text removes them."),
+                        valueOption("tag", "T", "Add a tag. May be given more than once."),
+                        valueOption("untag", "T", "Remove a tag. May be given more than once.")},
+            .fewestArguments = 2,
+            .mostArguments = -1,
+            .run = runMark};
+}
+
+} // namespace corvane

@@ -1,0 +1,89 @@
+#include "cli/CliSession.h"
+#include "cli/ProjectOutput.h"
+
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
+
+namespace corvane {
+
+namespace {
+
+/// A name as the setup of a project takes it.
+QString nameOfNewProject(const Invocation &call) {
+    const QString name = call.value("name").value_or(QString()).trimmed();
+    if (name.isEmpty()) {
+        throw UsageError(QStringLiteral("--name is missing."));
+    }
+    if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.'))) {
+        throw UsageError(
+            QStringLiteral("--name takes a name without \"/\" that doesn't begin with \".\", not "
+                           "\"%1\".")
+                .arg(name));
+    }
+    return name;
+}
+
+QString fileOfNewProject(const Invocation &call) {
+    const QString path = call.path(0);
+    const QString extension = QStringLiteral(".corvane");
+    return path.endsWith(extension, Qt::CaseInsensitive) ? path : path + extension;
+}
+
+int runCreate(const Invocation &call) {
+    const NewProject fields{.name = nameOfNewProject(call),
+                            .shootDate = call.value("shoot-date").value_or(QString()),
+                            .clientOrSeries = call.value("client").value_or(QString()),
+                            .location = call.value("location").value_or(QString()),
+                            .notes = call.value("notes").value_or(QString())};
+    const QString file = fileOfNewProject(call);
+    CliSession session(call.console());
+    if (fileSystem().linkStatus(file)) {
+        throw Failure(QStringLiteral("%1 already exists. Nothing was changed.").arg(file));
+    }
+    session.create(fields, file);
+    if (call.wantsJSON()) {
+        call.printJSON([&](JSONWriter &writer) { writeProject(writer, session.project()); });
+    } else {
+        call.printLine(session.store().statusMessage().value_or(QString()));
+        call.printLine(file);
+    }
+    return kAllDone;
+}
+
+int runInfo(const Invocation &call) {
+    CliSession session(call.console());
+    session.open(call.path(0));
+    if (call.wantsJSON()) {
+        call.printJSON([&](JSONWriter &writer) { writeProject(writer, session.project()); });
+    } else {
+        printProject(call, session.project());
+    }
+    return kAllDone;
+}
+
+} // namespace
+
+Command createCommand() {
+    return {.name = QStringLiteral("create"),
+            .synopsis = QStringLiteral("PROJECT --name NAME"),
+            .summary = QStringLiteral("Creates a project."),
+            .options = {valueOption("name", "NAME", "The project's name."),
+                        valueOption("shoot-date", "D", "The date of the shoot, as 2026-03-01."),
+                        valueOption("client", "T", "The client or series."),
+                        valueOption("location", "T", "Where it was shot."),
+                        valueOption("notes", "T", "Notes.")},
+            .fewestArguments = 1,
+            .mostArguments = 1,
+            .run = runCreate};
+}
+
+Command infoCommand() {
+    return {.name = QStringLiteral("info"),
+            .synopsis = QStringLiteral("PROJECT"),
+            .summary = QStringLiteral("Shows what a project is."),
+            .fewestArguments = 1,
+            .mostArguments = 1,
+            .run = runInfo};
+}
+
+} // namespace corvane

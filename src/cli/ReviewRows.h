@@ -1,0 +1,16 @@
+#pragma once
+
+#include "cli/Command.h"
+#include "review/MixedSidebarRow.h"
+
+/// How commands show rows of the review: clips, and subclips with the clip that they belong to.
+namespace corvane {
+
+/// "kind", "parentId" (null for a clip), the clip's "fileName" and every field of the record.
+void writeReviewRow(JSONWriter &writer, const MixedSidebarRow &row);
+void writeReviewRows(JSONWriter &writer, const QList<MixedSidebarRow> &rows);
+
+/// A line for each row.
+void printReviewRows(const Invocation &call, const QList<MixedSidebarRow> &rows);
+
+} // namespace corvane

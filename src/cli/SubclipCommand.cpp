@@ -1,0 +1,82 @@
+#include "cli/ArgumentValues.h"
+#include "cli/CliSession.h"
+#include "cli/ReviewRows.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+struct SubclipMarks {
+    double inSeconds = 0;
+    double outSeconds = 0;
+    std::optional<QString> label;
+    std::optional<int> rating;
+    bool selected = true;
+};
+
+SubclipMarks subclipMarksOf(const Invocation &call) {
+    SubclipMarks marks{.inSeconds = argumentValues::seconds(call.argument(2), QStringLiteral("IN")),
+                       .outSeconds =
+                           argumentValues::seconds(call.argument(3), QStringLiteral("OUT")),
+                       .label = call.value("label")};
+    if (marks.inSeconds >= marks.outSeconds) {
+        throw UsageError(QStringLiteral("IN must be less than OUT, and %1 isn't less than %2.")
+                             .arg(call.argument(2), call.argument(3)));
+    }
+    if (const auto rating = call.value("rating")) {
+        marks.rating = argumentValues::rating(*rating, QStringLiteral("--rating"));
+    }
+    if (const auto selected = call.value("select")) {
+        marks.selected = argumentValues::onOrOff(*selected, QStringLiteral("--select"));
+    }
+    return marks;
+}
+
+/// The store adds a subclip selected, unrated and without a label.
+MixedSidebarRow addSubclip(ProjectStore &store, const QString &videoId, const SubclipMarks &marks) {
+    const SubclipKey key{videoId, store.addSubclip(videoId, marks.inSeconds, marks.outSeconds)};
+    if (marks.label) {
+        store.renameSubclip(key, marks.label);
+    }
+    if (marks.rating) {
+        store.setSubclipRating(key, *marks.rating);
+    }
+    if (!marks.selected) {
+        store.toggleSubclipSelected(key);
+    }
+    const VideoItem video = store.project()->videos.at(store.project()->indexOfVideo(videoId));
+    return {video, *std::ranges::find(video->subclips, key.subclipId, &Subclip::id)};
+}
+
+int runSubclip(const Invocation &call) {
+    const SubclipMarks marks = subclipMarksOf(call);
+    CliSession session(call.console());
+    session.open(call.path(0));
+    const QString videoId = session.resolveClips({call.argument(1)}).first();
+    const MixedSidebarRow row = addSubclip(session.store(), videoId, marks);
+    session.save();
+    if (call.wantsJSON()) {
+        call.printJSON([&](JSONWriter &writer) { writeReviewRow(writer, row); });
+    } else {
+        printReviewRows(call, {row});
+    }
+    return kAllDone;
+}
+
+} // namespace
+
+Command subclipCommand() {
+    return {.name = QStringLiteral("subclip"),
+            .synopsis = QStringLiteral("PROJECT CLIP IN OUT"),
+            .summary = QStringLiteral("Marks a range of a clip, in seconds, as a subclip."),
+            .options = {valueOption("label", "T", "The subclip's label."),
+                        valueOption("rating", "N", "0 to 5 stars."),
+                        valueOption("select", "on|off", "Selected for export; on unless said.")},
+            .fewestArguments = 4,
+            .mostArguments = 4,
+            .run = runSubclip};
+}
+
+} // namespace corvane

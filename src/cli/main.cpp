@@ -1,0 +1,30 @@
+#include "cli/CommandLine.h"
+
+#include <QCoreApplication>
+
+#include <langinfo.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+/// Paths are UTF-8 whatever the user's locale says; Qt would warn on the error stream.
+static void useUtf8Locale() {
+    std::setlocale(LC_ALL, "");
+    if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) {
+        ::setenv("LC_ALL", "C.UTF-8", 1);
+    }
+}
+
+int main(int argc, char **argv) {
+    useUtf8Locale();
+    const QCoreApplication application(argc, argv);
+    corvane::SystemConsole console;
+    const int status = corvane::runCli(QCoreApplication::arguments(), console);
+    if (!console.finishOutput()) {
+        std::fputs("Cannot write to standard output.\n", stderr);
+        return corvane::kRefused;
+    }
+    return status;
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "document/Project.h"
+
+namespace corvane {
+
+/// What the review screen's filter row says: which clips and subclips are listed, and the clips'
+/// order. A plain value that lives in memory alone; nothing of it is saved with the project.
+///
+/// The operations are pure functions of the value and what they are given. They touch no file.
+/// The lists of the screen, made of these, are in `ReviewLists`.
+struct ReviewState {
+    /// Which ratings pass: all, those from `least` up, or exactly 5.
+    struct RatingFilter {
+        enum class Kind { off, threshold, fiveOnly };
+
+        static RatingFilter threshold(int least) { return {Kind::threshold, least}; }
+        static RatingFilter fiveOnly() { return {Kind::fiveOnly, 0}; }
+
+        bool passes(int rating) const;
+
+        bool operator==(const RatingFilter &) const = default;
+
+        Kind kind = Kind::off;
+        int least = 0; ///< only with `threshold`
+    };
+
+    enum class Sort { filename, imported, rating, duration };
+
+    bool unreviewedOnly = false;
+    bool favoritesOnly = false;
+    bool selectedOnly = false;
+    bool subclipsView = false;
+    RatingFilter ratingFilter;
+    QString searchQuery; ///< as it was typed
+    Sort sort = Sort::filename;
+    bool includeRejects = false;
+    bool useLargeThumbnails = false;
+
+    bool operator==(const ReviewState &) const = default;
+
+    /// The query as it is searched for: trimmed and in lower case; empty searches for nothing.
+    QString normalizedQuery() const;
+
+    /// The clips that pass, in the order given. `sorted` is still to be applied.
+    QList<VideoItem> visibleVideos(const QList<VideoItem> &videos) const;
+    /// A stable sort by `sort` alone: clips that tie keep their order.
+    QList<VideoItem> sorted(QList<VideoItem> videos) const;
+    /// Whether one subclip passes. A caller with many takes a `ReviewFilter`.
+    bool matches(const Subclip &subclip, const VideoRecord &parent) const;
+
+    /// True if nothing is filtered. The sort and the thumbnails have no part in it.
+    bool filtersAreDefault() const;
+    /// Takes every filter back; the sort and the thumbnails stay.
+    void clearFilters();
+};
+
+/// The raw keys of the sort; the labels on the screen are another table.
+template <> struct RawValues<ReviewState::Sort> {
+    using Sort = ReviewState::Sort;
+    static constexpr std::array<std::pair<Sort, std::string_view>, 4> table{{
+        {Sort::filename, "filename"},
+        {Sort::imported, "imported"},
+        {Sort::rating, "rating"},
+        {Sort::duration, "duration"},
+    }};
+};
+
+/// The predicates of a state with its query made ready once, for a walk over many clips. Valid as
+/// long as the state it was made of.
+class ReviewFilter {
+  public:
+    explicit ReviewFilter(const ReviewState &state);
+
+    /// A clip is also found by the texts of its subclips.
+    bool passes(const VideoRecord &video) const;
+    /// A subclip has no rejected and no reviewed state of its own: the parent's count. Unrated, it
+    /// counts with the parent's rating. Its siblings' texts aren't searched.
+    bool passes(const Subclip &subclip, const VideoRecord &parent) const;
+
+  private:
+    bool passesFlags(const VideoRecord &video) const;
+    bool holdsQuery(const QString &text) const;
+    bool holdsQuery(const std::optional<QString> &text) const { return text && holdsQuery(*text); }
+    bool clipTextsHoldQuery(const VideoRecord &video) const;
+
+    const ReviewState &m_state;
+    QString m_query;
+};
+
+} // namespace corvane

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "cli/CommandLine.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+namespace corvane::test {
+
+/// Keeps what a command prints.
+class TestConsole : public Console {
+  public:
+    explicit TestConsole(QString dataFolder) : m_dataFolder(std::move(dataFolder)) {}
+
+    void writeOutput(const QByteArray &utf8) override { output += utf8; }
+    void writeError(const QByteArray &utf8) override { error += utf8; }
+    bool errorIsTerminal() const override { return isTerminal; }
+    QString dataFolder() const override { return m_dataFolder; }
+
+    QByteArray output;
+    QByteArray error;
+    bool isTerminal = false;
+
+  private:
+    QString m_dataFolder;
+};
+
+/// Runs commands in the process, on data and a folder of the test's own.
+class CliTest : public testing::Test {
+  protected:
+    /// Splits the text at blanks; "P" stands for the project file and "@name" for a path in the
+    /// test's folder.
+    int run(const char *line) {
+        console.output.clear();
+        console.error.clear();
+        QStringList arguments{QStringLiteral("corvane-cli")};
+        const QStringList words =
+            QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        for (const QString &word : words) {
+            arguments.append(word == QStringLiteral("P")         ? project
+                             : word.startsWith(QLatin1Char('@')) ? folder.at(word.mid(1))
+                                                                 : word);
+        }
+        return runCli(arguments, console);
+    }
+
+    /// Runs the command with --json and gives the one object that it must print.
+    JSONValue::Object json(const char *line, int status = kAllDone) {
+        EXPECT_EQ(run((QByteArray(line) + " --json").constData()), status)
+            << line << console.error.data();
+        try {
+            const JSONValue answer = JSONDocument::parse(console.output).root().toValue();
+            EXPECT_TRUE(answer.object()) << console.output.data();
+            return answer.object() ? *answer.object() : JSONValue::Object();
+        } catch (const JSONSyntaxError &) {
+            ADD_FAILURE() << "no JSON: " << console.output.data();
+            return {};
+        }
+    }
+
+    static JSONValue::Array list(const JSONValue::Object &object, const char *key) {
+        const JSONValue value = object.value(QLatin1String(key));
+        return value.array() ? *value.array() : JSONValue::Array();
+    }
+
+    static QString text(const JSONValue &object, const char *key) {
+        const JSONValue value =
+            object.object() ? object.object()->value(QLatin1String(key)) : JSONValue();
+        return value.string() ? *value.string() : QString();
+    }
+
+    /// One member of each row, in the rows' order.
+    static QStringList column(const JSONValue::Array &rows, const char *key) {
+        QStringList texts;
+        for (const JSONValue &row : rows) {
+            texts.append(text(row, key));
+        }
+        return texts;
+    }
+
+    /// A project with so many clips in place: clip1.mp4, clip2.mp4, ...
+    void createWithClips(int count) {
+        for (int index = 1; index <= count; ++index) {
+            folder.write(QStringLiteral("card/clip%1.mp4").arg(index), noise(5000, quint32(index)));
+        }
+        folder.folder(QStringLiteral("p"));
+        ASSERT_EQ(run("create P --name Harbor"), kAllDone) << console.error.data();
+        ASSERT_EQ(run("import P @card"), kAllDone) << console.error.data();
+    }
+
+    TestFolder folder;
+    TestConsole console{folder.at(QStringLiteral("data"))};
+    QString project = folder.at(QStringLiteral("p/Harbor.corvane"));
+};
+
+} // namespace corvane::test

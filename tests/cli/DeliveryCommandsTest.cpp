@@ -1,0 +1,197 @@
+#include "CliTest.h"
+#include "support/FaultyFileSystem.h"
+
+#include <atomic>
+#include <csignal>
+
+namespace corvane {
+
+namespace {
+
+using test::CliTest;
+using test::noise;
+using testing::HasSubstr;
+
+class DeliveryCommands : public CliTest {
+  protected:
+    QString sourcePathOf(const char *clip) {
+        const QByteArray command = "list P --search " + QByteArray(clip);
+        return text(list(json(command.constData()), "rows").first(), "sourcePath");
+    }
+};
+
+/// Sends SIGINT the first time that something is done with a path that ends like this.
+void interruptAt(test::FaultyFileSystem &files, const QString &end) {
+    const auto isDone = std::make_shared<std::atomic<bool>>(false);
+    files.setObserver([end, isDone](const QString &, const QString &path) {
+        if (path.endsWith(end) && !isDone->exchange(true)) {
+            ::raise(SIGINT);
+        }
+    });
+}
+
+} // namespace
+
+TEST_F(DeliveryCommands, ScansFoldersForMediaAndTellsWhatItLeftOut) {
+    const QString clip = folder.write(QStringLiteral("card/A/C0001.MP4"), noise(100));
+    const QString sidecar = folder.write(QStringLiteral("card/A/C0001M01.XML"), "<x/>");
+    folder.write(QStringLiteral("card/plain.mov"), "");
+    folder.write(QStringLiteral("card/notes.txt"), "text");
+
+    EXPECT_EQ(list(json("scan @card"), "videos").size(), 1);
+    const JSONValue::Array videos = list(json("scan @card --recursive"), "videos");
+    ASSERT_EQ(videos.size(), 2);
+    const JSONValue::Object first = *videos.first().object();
+    EXPECT_EQ(text(first, "path"), clip);
+    EXPECT_EQ(first.value(QStringLiteral("fileSizeBytes")), JSONValue(100));
+    EXPECT_EQ(text(first, "sidecarPath"), sidecar);
+    EXPECT_EQ(text(first, "sidecarType"), QStringLiteral("xml"));
+    EXPECT_EQ(text(first, "contentHash").size(), 64);
+    EXPECT_TRUE(videos.last().object()->value(QStringLiteral("sidecarPath")).isNull());
+
+    EXPECT_EQ(run("scan @card"), kAllDone);
+    EXPECT_TRUE(console.output.endsWith("Left out: 1 file that isn't a video or audio file\n"))
+        << console.output.data();
+    EXPECT_EQ(run("scan @card @missing"), kRefused);
+    EXPECT_THAT(console.error.toStdString(), HasSubstr("missing: No such file or directory"));
+}
+
+TEST_F(DeliveryCommands, ImportsInPlaceAndByCopyAndSkipsWhatItHas) {
+    createWithClips(2);
+    EXPECT_EQ(sourcePathOf("clip1"), folder.at(QStringLiteral("card/clip1.mp4")));
+    folder.write(QStringLiteral("other/clip3.mp4"), noise(10, 3));
+    folder.write(QStringLiteral("other/clip3.xml"), "<x/>");
+    folder.write(QStringLiteral("other/same.mp4"), noise(5000, 1));
+
+    const auto imported = json("import P @other --copy");
+    EXPECT_EQ(imported.value(QStringLiteral("succeeded")), JSONValue(1));
+    EXPECT_EQ(imported.value(QStringLiteral("skipped")), JSONValue(1));
+    EXPECT_EQ(imported.value(QStringLiteral("sidecarsImported")), JSONValue(1));
+    EXPECT_EQ(list(imported, "videos").first(),
+              JSONValue(text(list(json("info P"), "videos").last(), "id")));
+    EXPECT_EQ(folder.read(QStringLiteral("p/media/clip3.mp4")), noise(10, 3));
+    EXPECT_TRUE(folder.has(QStringLiteral("p/media/clip3.xml")));
+
+    const auto again = json("import P @card @other --copy --to @elsewhere");
+    EXPECT_EQ(again.value(QStringLiteral("succeeded")), JSONValue(0));
+    EXPECT_EQ(again.value(QStringLiteral("skipped")), JSONValue(4));
+    EXPECT_FALSE(folder.has(QStringLiteral("elsewhere")));
+}
+
+TEST_F(DeliveryCommands, TellsWhichFilesCouldNotBeImported) {
+    createWithClips(1);
+    folder.write(QStringLiteral("other/clip2.mp4"), noise(10, 2));
+    folder.write(QStringLiteral("elsewhere"), "a file");
+    const auto failed = json("import P @other --copy --to @elsewhere", kRefused);
+    EXPECT_EQ(failed.value(QStringLiteral("succeeded")), JSONValue(0));
+    ASSERT_EQ(list(failed, "failures").size(), 1);
+    EXPECT_FALSE(text(list(failed, "failures").first(), "message").isEmpty());
+    EXPECT_THAT(console.error.toStdString(), HasSubstr("elsewhere: "));
+}
+
+TEST_F(DeliveryCommands, ShowsWhatItWouldExportAndThenDeliversIt) {
+    createWithClips(3);
+    ASSERT_EQ(run("mark P clip1.mp4 clip3.mp4 --select on"), kAllDone);
+    const auto preview =
+        json("export P --preview --to @out --naming custom --custom baseName=Gulls "
+             "--custom keepOriginalForWholeVideos=off "
+             "--custom includeOriginalFilename=off --custom numberingMode=sequential");
+    EXPECT_THAT(
+        column(list(preview, "rows"), "proposedName"),
+        testing::ElementsAre(QStringLiteral("Gulls_001.mp4"), QStringLiteral("Gulls_002.mp4")));
+    EXPECT_FALSE(folder.has(QStringLiteral("out")));
+
+    const auto result = json("export P --to @out");
+    EXPECT_EQ(result.value(QStringLiteral("succeededCount")), JSONValue(2));
+    EXPECT_TRUE(result.value(QStringLiteral("manifestError")).isNull());
+    EXPECT_EQ(folder.read(QStringLiteral("out/clip3.mp4")), noise(5000, 3));
+    JSONValue::Object manifest = result;
+    manifest.remove(QStringLiteral("manifestPath"));
+    manifest.remove(QStringLiteral("manifestError"));
+    const QString written = text(result, "manifestPath").mid(folder.path().size() + 1);
+    EXPECT_EQ(JSONDocument::parse(folder.read(written)).root().toValue(), JSONValue(manifest));
+
+    const auto nothing = json("export P --to @out");
+    EXPECT_EQ(nothing.value(QStringLiteral("succeededCount")), JSONValue(0));
+    EXPECT_TRUE(nothing.value(QStringLiteral("manifestPath")).isNull());
+    EXPECT_EQ(list(json("info P"), "exportBatches").size(), 1);
+}
+
+TEST_F(DeliveryCommands, RefusesAFileThatChangedAndDeliversTheOthers) {
+    createWithClips(2);
+    ASSERT_EQ(run("mark P clip1.mp4 clip2.mp4 --select on"), kAllDone);
+    folder.write(QStringLiteral("card/clip2.mp4"), noise(5000, 9));
+    const auto result = json("export P --to @out", kRefused);
+    EXPECT_EQ(result.value(QStringLiteral("succeededCount")), JSONValue(1));
+    EXPECT_EQ(result.value(QStringLiteral("failedCount")), JSONValue(1));
+    EXPECT_THAT(text(list(result, "rows").last(), "error").toStdString(), HasSubstr("clip2.mp4"));
+    EXPECT_THAT(console.error.toStdString(), HasSubstr("clip2.mp4: "));
+    EXPECT_TRUE(folder.has(QStringLiteral("out/clip1.mp4")));
+    EXPECT_FALSE(folder.has(QStringLiteral("out/clip2.mp4")));
+}
+
+TEST_F(DeliveryCommands, SaysAheadWhichRowsNeedAMediaFrameworkAndFailsThem) {
+    createWithClips(1);
+    ASSERT_EQ(run("subclip P clip1.mp4 0 1 --label Pan"), kAllDone);
+    EXPECT_EQ(run("export P --preview"), kAllDone);
+    EXPECT_THAT(console.error.toStdString(),
+                HasSubstr("1 row can't be made in full:\n  clip1_Pan.mp4"));
+    const auto result = json("export P", kRefused);
+    EXPECT_EQ(result.value(QStringLiteral("failedCount")), JSONValue(1));
+}
+
+TEST_F(DeliveryCommands, KeepsWhatWasDoneWhenItIsInterrupted) {
+    constexpr int kFiles = 40;
+    createWithClips(1);
+    for (int index = 0; index < kFiles; ++index) {
+        folder.write(QStringLiteral("many/m%1.mp4").arg(index, 2, 10, QLatin1Char('0')),
+                     noise(300, quint32(100 + index)));
+    }
+    test::FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    interruptAt(files, QStringLiteral("media"));
+    const auto imported = json("import P @many --copy", kRefused);
+    const qsizetype count = list(imported, "videos").size();
+    EXPECT_LT(count, kFiles);
+    EXPECT_EQ(imported.value(QStringLiteral("succeeded")), JSONValue(count));
+    EXPECT_EQ(json("info P").value(QStringLiteral("clips")), JSONValue(count + 1));
+    EXPECT_TRUE(folder.temporaries().isEmpty());
+
+    ASSERT_EQ(run("import P @many"), kAllDone);
+    ASSERT_EQ(run("mark P clip1.mp4 m30.mp4 m31.mp4 m32.mp4 m33.mp4 --select on"), kAllDone);
+    interruptAt(files, QStringLiteral("out"));
+    const auto exported = json("export P --to @out", kRefused);
+    EXPECT_EQ(exported.value(QStringLiteral("cancelled")), JSONValue(true));
+    EXPECT_EQ(list(exported, "rows").size(), 5);
+    EXPECT_FALSE(text(exported, "manifestPath").isEmpty());
+}
+
+TEST_F(DeliveryCommands, DrawsAProgressBarOnATerminalAndTakesItAway) {
+    console.isTerminal = true;
+    createWithClips(2);
+    ASSERT_EQ(run("mark P clip1.mp4 --select on"), kAllDone);
+    EXPECT_EQ(run("export P"), kAllDone);
+    EXPECT_TRUE(console.error.contains("[")) << console.error.data();
+    EXPECT_TRUE(console.error.endsWith("\r\x1b[K")) << console.error.data();
+}
+
+TEST_F(DeliveryCommands, TellsWhichMediaWaitForAConfirmation) {
+    createWithClips(1);
+    const auto state = json("media P");
+    EXPECT_EQ(state.size(), 7);
+    EXPECT_EQ(state.value(QStringLiteral("legacyPackageMediaNeedsAuthorization")),
+              JSONValue(false));
+    EXPECT_EQ(state.value(QStringLiteral("unresolvedMediaPendingPaths")),
+              JSONValue(JSONValue::Array()));
+
+    // A project that came with its media folder was granted nothing.
+    folder.write(QStringLiteral("p/media/clip2.mp4"), noise(10, 2));
+    ASSERT_EQ(run("import P @p/media"), kAllDone);
+    test::TestConsole elsewhere(folder.at(QStringLiteral("data2")));
+    EXPECT_EQ(runCli({QStringLiteral("corvane-cli"), QStringLiteral("media"), project}, elsewhere),
+              kAllDone);
+    EXPECT_TRUE(elsewhere.output.startsWith("yes  The media folder isn't authorized.\n"))
+        << elsewhere.output.data();
+}
+
+} // namespace corvane
