@@ -8,8 +8,8 @@
 #include <stop_token>
 
 /// Copies one file, trusting nothing that was seen of it before: the root is proved again by its
-/// identity, the way down goes on descriptors without following links, what is read is hashed on its
-/// way, and only a complete, synced file is moved to the destination's name.
+/// identity, the way down goes on descriptors without following links, what is read is hashed on
+/// its way, and only a complete, synced file is moved to the destination's name.
 namespace corvane::ImportCopier {
 
 class CopyError : public Failure {
@@ -45,8 +45,8 @@ class CopyError : public Failure {
 };
 
 /// The folder that the source must be reached through, and what it was. A `contentHash` in the
-/// identity that is a full anchor must be reproduced by the bytes that are read. Without an identity
-/// the folder is only walked from.
+/// identity that is a full anchor must be reproduced by the bytes that are read. Without an
+/// identity the folder is only walked from.
 struct SourceRoot {
     QString url;
     std::optional<RootIdentity> identity;
@@ -55,9 +55,9 @@ struct SourceRoot {
 /// Receives the bytes copied so far, on the copying thread.
 using Progress = std::function<void(quint64 bytesDone)>;
 
-/// Copies on the calling thread, which belongs to an executor. Without a root the source is opened by
-/// its plain path. Throws `CopyError`, or `Cancelled` once `stop` asks for it; then the destination is
-/// as it was and no temporary file is left.
+/// Copies on the calling thread, which belongs to an executor. Without a root the source is opened
+/// by its plain path. Throws `CopyError`, or `Cancelled` once `stop` asks for it; then the
+/// destination is as it was and no temporary file is left.
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
           const Progress &progress, std::stop_token stop);
 

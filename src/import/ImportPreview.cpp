@@ -1,0 +1,132 @@
+#include "import/ImportPreview.h"
+
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
+
+#include <QHash>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kFirstNumber = 2;
+
+QString numbered(const QString &name, int number) {
+    const auto [stem, extension] = paths::split(name);
+    return QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), extension);
+}
+
+/// Gives out names, each once. What it tried for a name it doesn't try again, so that thousands of
+/// one name cost no more than thousands of different ones.
+class NameGiver {
+  public:
+    explicit NameGiver(QSet<QString> taken) : m_taken(std::move(taken)) {}
+
+    /// The name itself where it is free, else the first free number of it.
+    QString give(const QString &name) {
+        QString given = name;
+        if (m_taken.contains(name)) {
+            int &next = m_nextNumber.insert(name, m_nextNumber.value(name, kFirstNumber)).value();
+            do {
+                given = numbered(name, next++);
+            } while (m_taken.contains(given));
+        }
+        m_taken.insert(given);
+        return given;
+    }
+
+  private:
+    QSet<QString> m_taken;
+    QHash<QString, int> m_nextNumber;
+};
+
+QSet<QString> namesIn(const QString &folder) {
+    QSet<QString> names;
+    try {
+        const auto entries = fileSystem().list(folder);
+        for (const DirectoryEntry &entry : entries) {
+            names.insert(entry.name);
+        }
+    } catch (const FileError &) {
+        // Most often the folder doesn't exist yet. What can't be listed refuses the copies later.
+    }
+    return names;
+}
+
+QSet<QString> contentHashes(const Project &project) {
+    QSet<QString> hashes;
+    for (const VideoItem &video : project.videos) {
+        if (!video->contentHash.value_or(QString()).isEmpty()) {
+            hashes.insert(*video->contentHash);
+        }
+    }
+    return hashes;
+}
+
+ImportPreviewRow rowAsItStands(const ScannedVideo &video) {
+    ImportPreviewRow row{.id = video.id,
+                         .source = video,
+                         .proposedName = paths::lastComponent(video.url),
+                         .included = true};
+    if (video.sidecarURL) {
+        row.proposedSidecarName = paths::lastComponent(*video.sidecarURL);
+    }
+    return row;
+}
+
+void giveNames(ImportPreviewRow &row, NameGiver &names) {
+    const QString ownName = row.proposedName;
+    row.proposedName = names.give(ownName);
+    const bool isRenamed = row.proposedName != ownName;
+    row.status = isRenamed ? CollisionStatus::renamed : CollisionStatus::ok;
+    if (!row.proposedSidecarName) {
+        return;
+    }
+    const QString following = isRenamed
+                                  ? sidecarName(*row.source.sidecarURL, paths::split(ownName).stem,
+                                                paths::split(row.proposedName).stem)
+                                  : *row.proposedSidecarName;
+    row.proposedSidecarName = names.give(following);
+}
+
+} // namespace
+
+QList<ImportPreviewRow> buildPreviewRows(const QList<ScannedVideo> &scannedVideos,
+                                         const std::optional<Project> &project,
+                                         SourceImportMode mode,
+                                         const std::optional<QString> &destinationFolder) {
+    const QSet<QString> known = project ? contentHashes(*project) : QSet<QString>();
+    const bool isCopied = mode == SourceImportMode::copied;
+    NameGiver names(isCopied && destinationFolder ? namesIn(*destinationFolder) : QSet<QString>());
+    QList<ImportPreviewRow> rows;
+    rows.reserve(scannedVideos.size());
+    for (const ScannedVideo &video : scannedVideos) {
+        ImportPreviewRow row = rowAsItStands(video);
+        if (video.contentHash && known.contains(*video.contentHash)) {
+            row.status = CollisionStatus::alreadyImported;
+            row.included = false;
+        } else if (isCopied) {
+            giveNames(row, names);
+        }
+        rows.append(std::move(row));
+    }
+    return rows;
+}
+
+QString uniqueName(const QString &name, const QSet<QString> &taken) {
+    for (int number = kFirstNumber;; ++number) {
+        const QString candidate = numbered(name, number);
+        if (!taken.contains(candidate)) {
+            return candidate;
+        }
+    }
+}
+
+QString sidecarName(const QString &sidecarURL, const QString &videoStem,
+                    const QString &newVideoStem) {
+    const auto [stem, extension] = paths::split(paths::lastComponent(sidecarURL));
+    const bool follows = stem.startsWith(videoStem);
+    return newVideoStem + (follows ? stem.mid(videoStem.size()) : QString()) + extension;
+}
+
+} // namespace corvane

@@ -1,0 +1,113 @@
+#include "import/RowImport.h"
+
+#include "platform/Paths.h"
+
+namespace corvane::RowImport {
+
+namespace {
+
+/// The name, or the next one that nothing in the folder has where a file took it. Something that is
+/// no file keeps the name, and the copier refuses it.
+QString freeName(const QString &folder, const QString &name) {
+    const auto existing = fileSystem().linkStatus(paths::joined(folder, name));
+    if (!existing || existing->type != FileType::Regular) {
+        return name;
+    }
+    QSet<QString> taken;
+    for (;;) {
+        const QString candidate = uniqueName(name, taken);
+        if (!fileSystem().linkStatus(paths::joined(folder, candidate))) {
+            return candidate;
+        }
+        taken.insert(candidate);
+    }
+}
+
+/// Where the sidecar goes: its proposed name, or what follows the video's other name.
+QString sidecarDestination(const ImportPreviewRow &row, const QString &folder,
+                           const QString &videoName) {
+    const QString following =
+        videoName == row.proposedName
+            ? *row.proposedSidecarName
+            : sidecarName(*row.proposedSidecarName, paths::split(row.proposedName).stem,
+                          paths::split(videoName).stem);
+    return paths::joined(folder, freeName(folder, following));
+}
+
+void removeCopy(const QString &path) {
+    try {
+        fileSystem().remove(path);
+    } catch (const FileError &) {
+        // The copy is whole and under a name of its own; a user can remove it.
+    }
+}
+
+} // namespace
+
+Outcome inPlace(const ImportPreviewRow &row) {
+    return {.sourcePath = row.source.url, .sidecarPath = row.source.sidecarURL};
+}
+
+Outcome copied(const ImportPreviewRow &row, const QString &destinationFolder,
+               const ImportCopier::Progress &progress, std::stop_token stop) {
+    const ImportCopier::SourceRoot root{row.source.scanRoot.url, row.source.scanRoot.identity};
+    const QString videoName = freeName(destinationFolder, row.proposedName);
+    const QString video = paths::joined(destinationFolder, videoName);
+    try {
+        ImportCopier::copy(row.source.url, video, root, progress, stop);
+    } catch (const Cancelled &) {
+        throw;
+    } catch (const std::exception &error) {
+        return {.failures = {{paths::lastComponent(row.source.url), describe(error)}}};
+    }
+    Outcome outcome{.sourcePath = video};
+    if (!row.source.sidecarURL || !row.proposedSidecarName) {
+        return outcome;
+    }
+    try {
+        const QString sidecar = sidecarDestination(row, destinationFolder, videoName);
+        ImportCopier::copy(*row.source.sidecarURL, sidecar, root, {}, stop);
+        outcome.sidecarPath = sidecar;
+    } catch (const Cancelled &) {
+        removeCopy(video);
+        throw;
+    } catch (const std::exception &error) {
+        const QString name = paths::lastComponent(*row.source.sidecarURL);
+        outcome.failures.append({QStringLiteral("sidecar: ") + name, describe(error)});
+    }
+    return outcome;
+}
+
+void ensureDestination(const QString &folder) {
+    const auto existing = fileSystem().linkStatus(folder);
+    if (existing && existing->type != FileType::Directory) {
+        throw ImportCopier::CopyError::destinationUnwritable(
+            folder, QStringLiteral("something that isn't a folder is already there"));
+    }
+    try {
+        fileSystem().createFolders(folder);
+    } catch (const FileError &error) {
+        throw ImportCopier::CopyError::destinationUnwritable(folder, error.description());
+    }
+}
+
+VideoItem makeVideoItem(const ImportPreviewRow &row, SourceImportMode mode, const Outcome &outcome,
+                        const QDateTime &now) {
+    VideoRecord video{.id = newIdentifier(),
+                      .sourcePath = *outcome.sourcePath,
+                      .sourceImportMode = mode,
+                      .fileName = paths::lastComponent(*outcome.sourcePath),
+                      .parentFolder = paths::parentFolder(*outcome.sourcePath),
+                      .fileSizeBytes = qint64(row.source.fileSizeBytes),
+                      .sidecarPath = outcome.sidecarPath,
+                      .sidecarType = row.source.sidecarType,
+                      .contentHash = row.source.contentHash,
+                      .createdAt = now,
+                      .updatedAt = now};
+    if (mode == SourceImportMode::copied) {
+        video.originalSourcePath = row.source.url;
+    }
+    return video;
+}
+
+} // namespace corvane::RowImport

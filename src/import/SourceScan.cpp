@@ -1,0 +1,220 @@
+#include "import/SourceScan.h"
+
+#include "import/SidecarIndex.h"
+#include "platform/Paths.h"
+#include "trust/PathSafety.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+bool isSkippedFolder(const QString &name) {
+    return name == QLatin1String(".git") || name == QLatin1String("node_modules");
+}
+
+/// One look at a folder: what a walk visits, and what the videos in it are paired with.
+struct FolderListing {
+    QList<DirectoryEntry> entries; ///< without hidden names, sorted by name
+    SidecarIndex sidecars;
+};
+
+/// Collects the videos of one scan.
+///
+/// A walk steps down only into what a listing calls a folder, which a link to a folder isn't, so
+/// that nothing it finds lies outside its root or behind a link.
+class SourceScanner {
+  public:
+    SourceScanner(bool recursive, std::stop_token stop)
+        : m_recursive(recursive), m_stop(std::move(stop)) {}
+
+    void scanSource(const QString &source);
+    ScanResult result() &&;
+
+  private:
+    const std::optional<ScanRoot> &rootAt(const QString &folder);
+    static std::optional<FolderListing> listed(const QString &folder);
+    void walk(const QString &folder);
+    void visit(const QString &folder, const DirectoryEntry &entry, const SidecarIndex &sidecars);
+    void scanSingleFile(const QString &folder, const QString &name);
+    void scanFile(const QString &folder, const QString &name, const SidecarIndex &sidecars);
+    void append(const QString &path, quint64 size, const QString &folder,
+                const std::optional<SidecarIndex::Sidecar> &sidecar);
+    void leaveOutNonMedia(const QString &folder, const QString &name);
+    void checkCancelled() const;
+
+    bool m_recursive;
+    std::stop_token m_stop;
+    ScanRoot m_root; ///< of the source at work
+    ScanResult m_result;
+    QHash<QString, std::optional<ScanRoot>> m_roots;
+    /// Of the folders of sources that are single files, which are often many of one folder.
+    QHash<QString, SidecarIndex> m_sidecarsBesideFiles;
+    /// Names that look like sidecars are counted once it is known which found a video.
+    QStringList m_possibleSidecars;
+    QSet<QString> m_pairedSidecars;
+};
+
+void SourceScanner::scanSource(const QString &source) {
+    checkCancelled();
+    const QString path = paths::standardized(source);
+    const auto target = fileSystem().targetStatus(path);
+    const bool isFolder = target && target->type == FileType::Directory;
+    const QString folder = isFolder ? path : paths::parentFolder(path);
+    const auto &root = rootAt(folder);
+    if (!root) {
+        ++m_result.leftOut.unreadable;
+        return;
+    }
+    m_root = *root;
+    if (isFolder) {
+        walk(folder);
+    } else {
+        scanSingleFile(folder, paths::lastComponent(path));
+    }
+}
+
+ScanResult SourceScanner::result() && {
+    for (const QString &path : std::as_const(m_possibleSidecars)) {
+        m_result.leftOut.notMedia += m_pairedSidecars.contains(path) ? 0 : 1;
+    }
+    return std::move(m_result);
+}
+
+const std::optional<ScanRoot> &SourceScanner::rootAt(const QString &folder) {
+    auto known = m_roots.find(folder);
+    if (known == m_roots.end()) {
+        const auto identity = PathSafety::folderIdentity(folder);
+        known = m_roots.insert(folder, identity ? std::optional(ScanRoot{folder, *identity})
+                                                : std::nullopt);
+    }
+    return *known;
+}
+
+std::optional<FolderListing> SourceScanner::listed(const QString &folder) {
+    FolderListing listing;
+    try {
+        listing.entries = fileSystem().list(folder);
+    } catch (const FileError &) {
+        return std::nullopt;
+    }
+    listing.entries.removeIf(
+        [](const DirectoryEntry &entry) { return entry.name.startsWith(QLatin1Char('.')); });
+    std::ranges::sort(listing.entries, {}, &DirectoryEntry::name);
+    for (DirectoryEntry &entry : listing.entries) {
+        if (!entry.typeIsKnown && entry.hasValidName) {
+            const auto status = fileSystem().linkStatus(paths::joined(folder, entry.name));
+            entry.typeIsKnown = status.has_value();
+            entry.type = status ? status->type : FileType::Other;
+        }
+        if (entry.hasValidName && entry.type == FileType::Regular) {
+            listing.sidecars.add(entry.name);
+        }
+    }
+    return listing;
+}
+
+void SourceScanner::walk(const QString &folder) {
+    const auto listing = listed(folder);
+    if (!listing) {
+        ++m_result.leftOut.unreadable;
+        return;
+    }
+    for (const DirectoryEntry &entry : listing->entries) {
+        checkCancelled();
+        visit(folder, entry, listing->sidecars);
+    }
+}
+
+void SourceScanner::visit(const QString &folder, const DirectoryEntry &entry,
+                          const SidecarIndex &sidecars) {
+    const bool isFolder = entry.typeIsKnown && entry.type == FileType::Directory;
+    if (isFolder && (!m_recursive || isSkippedFolder(entry.name))) {
+        return;
+    }
+    if (!entry.hasValidName) {
+        ++m_result.leftOut.invalidNames;
+    } else if (isFolder) {
+        walk(paths::joined(folder, entry.name));
+    } else if (!entry.typeIsKnown) {
+        ++m_result.leftOut.unreadable;
+    } else if (entry.type == FileType::SymbolicLink) {
+        ++m_result.leftOut.symbolicLinks;
+    } else if (entry.type == FileType::Regular && PathSafety::isMediaFile(entry.name)) {
+        scanFile(folder, entry.name, sidecars);
+    } else {
+        leaveOutNonMedia(folder, entry.name);
+    }
+}
+
+/// A video whose folder can't be listed has no sidecar.
+void SourceScanner::scanSingleFile(const QString &folder, const QString &name) {
+    const auto status = fileSystem().linkStatus(paths::joined(folder, name));
+    if (status && status->type == FileType::Regular && !PathSafety::isMediaFile(name)) {
+        leaveOutNonMedia(folder, name);
+        return;
+    }
+    auto known = m_sidecarsBesideFiles.constFind(folder);
+    if (known == m_sidecarsBesideFiles.cend()) {
+        known =
+            m_sidecarsBesideFiles.insert(folder, listed(folder).value_or(FolderListing()).sidecars);
+    }
+    scanFile(folder, name, *known);
+}
+
+/// Of a name that is a media file's, unless it is no regular file after all.
+void SourceScanner::scanFile(const QString &folder, const QString &name,
+                             const SidecarIndex &sidecars) {
+    const QString path = paths::joined(folder, name);
+    const auto status = fileSystem().linkStatus(path);
+    if (!status) {
+        ++m_result.leftOut.unreadable;
+    } else if (status->type == FileType::SymbolicLink) {
+        ++m_result.leftOut.symbolicLinks;
+    } else if (status->type != FileType::Regular) {
+        leaveOutNonMedia(folder, name);
+    } else {
+        append(path, quint64(status->size), folder, sidecars.find(paths::split(name).stem));
+    }
+}
+
+void SourceScanner::append(const QString &path, quint64 size, const QString &folder,
+                           const std::optional<SidecarIndex::Sidecar> &sidecar) {
+    ScannedVideo video{
+        .id = newIdentifier(), .url = path, .fileSizeBytes = size, .scanRoot = m_root};
+    if (sidecar) {
+        video.sidecarURL = paths::joined(folder, sidecar->name);
+        video.sidecarType = sidecar->type;
+        m_pairedSidecars.insert(*video.sidecarURL);
+    }
+    m_result.videos.append(std::move(video));
+}
+
+void SourceScanner::leaveOutNonMedia(const QString &folder, const QString &name) {
+    if (SidecarIndex::isSidecarName(name)) {
+        m_possibleSidecars.append(paths::joined(folder, name));
+    } else {
+        ++m_result.leftOut.notMedia;
+    }
+}
+
+void SourceScanner::checkCancelled() const {
+    if (m_stop.stop_requested()) {
+        throw Cancelled();
+    }
+}
+
+} // namespace
+
+ScanResult scan(const QStringList &sources, bool recursive, std::stop_token stop) {
+    SourceScanner scanner(recursive, std::move(stop));
+    for (const QString &source : sources) {
+        scanner.scanSource(source);
+    }
+    return std::move(scanner).result();
+}
+
+} // namespace corvane

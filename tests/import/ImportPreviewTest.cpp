@@ -1,0 +1,78 @@
+#include "import/ImportPreview.h"
+
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using corvane::test::TestFolder;
+
+namespace {
+
+ScannedVideo scannedVideo(const char *path, const char *sidecar = nullptr,
+                          const char *key = nullptr) {
+    ScannedVideo video{.id = newIdentifier(), .url = QString::fromLatin1(path)};
+    if (sidecar) {
+        video.sidecarURL = QString::fromLatin1(sidecar);
+    }
+    if (key) {
+        video.contentHash = QString::fromLatin1(key);
+    }
+    return video;
+}
+
+/// "name + sidecar, name, ..."
+std::string namesOf(const QList<ImportPreviewRow> &rows) {
+    QStringList names;
+    for (const ImportPreviewRow &row : rows) {
+        const QString sidecar = row.proposedSidecarName.value_or(QString());
+        names.append(sidecar.isEmpty() ? row.proposedName
+                                       : row.proposedName + QStringLiteral(" + ") + sidecar);
+    }
+    return names.join(QStringLiteral(", ")).toStdString();
+}
+
+} // namespace
+
+TEST(ImportPreview, GivesClipsOfOneNameNamesOfTheirOwnWithTheirSidecars) {
+    const TestFolder destination;
+    destination.write(QStringLiteral("C1 (3).MP4"), "there");
+    destination.write(QStringLiteral("A2.XML"), "there");
+    const auto rows = buildPreviewRows(
+        {scannedVideo("/a/C1.MP4", "/a/C1M01.XML"), scannedVideo("/b/C1.MP4", "/b/C1M01.XML"),
+         scannedVideo("/c/C1.MP4", "/c/C1.b.xmp"), scannedVideo("/c/C1.MOV", "/c/C1M01.XML"),
+         scannedVideo("/c/c1.mp4"), scannedVideo("/c/A2.MP4", "/c/A2.XML")},
+        std::nullopt, SourceImportMode::copied, destination.path());
+    EXPECT_EQ(namesOf(rows), "C1.MP4 + C1M01.XML, C1 (2).MP4 + C1 (2)M01.XML, "
+                             "C1 (4).MP4 + C1 (4).b.xmp, C1.MOV + C1M01 (2).XML, "
+                             "c1.mp4, A2.MP4 + A2 (2).XML");
+    EXPECT_EQ(rows.at(0).status, CollisionStatus::ok);
+    EXPECT_EQ(rows.at(1).status, CollisionStatus::renamed);
+    EXPECT_EQ(rows.at(5).status, CollisionStatus::ok);
+    EXPECT_TRUE(rows.at(1).included);
+}
+
+TEST(ImportPreview, LeavesOutWhatTheProjectHoldsAndReservesNothingForIt) {
+    Project project;
+    project.videos = {VideoRecord{.contentHash = QStringLiteral("k1")}, VideoRecord{}};
+    const QList<ScannedVideo> videos{
+        scannedVideo("/a/x.mov", nullptr, "k1"), scannedVideo("/b/x.mov", nullptr, "k2"),
+        scannedVideo("/c/x.mov", nullptr, "k2"), scannedVideo("/d/y.mov")};
+    const auto copied = buildPreviewRows(videos, project, SourceImportMode::copied, std::nullopt);
+    EXPECT_EQ(namesOf(copied), "x.mov, x.mov, x (2).mov, y.mov");
+    EXPECT_EQ(copied.first().status, CollisionStatus::alreadyImported);
+    EXPECT_FALSE(copied.first().included);
+    EXPECT_EQ(copied.last().status, CollisionStatus::ok);
+
+    const auto inPlace = buildPreviewRows(videos, project, SourceImportMode::inPlace, std::nullopt);
+    EXPECT_EQ(namesOf(inPlace), "x.mov, x.mov, x.mov, y.mov");
+    EXPECT_EQ(inPlace.at(2).status, CollisionStatus::ok);
+    EXPECT_EQ(inPlace.first().status, CollisionStatus::alreadyImported);
+}
+
+TEST(ImportPreview, NamesThousandsOfOneNameInNoMoreTimeThanOthers) {
+    const auto rows =
+        buildPreviewRows(QList<ScannedVideo>(10'000, scannedVideo("/a/x.mov")), std::nullopt,
+                         SourceImportMode::copied, QStringLiteral("/nowhere"));
+    EXPECT_EQ(rows.last().proposedName, QStringLiteral("x (10000).mov"));
+}

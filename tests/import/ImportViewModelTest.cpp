@@ -1,0 +1,254 @@
+#include "import/ImportViewModel.h"
+
+#include "support/Await.h"
+#include "support/FaultyFileSystem.h"
+#include "support/TestClock.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <QFile>
+
+#include <semaphore>
+
+using namespace corvane;
+using corvane::test::await;
+using corvane::test::FaultyFileSystem;
+using corvane::test::TestFolder;
+
+namespace {
+
+using Stage = ImportViewModel::Stage;
+
+/// An import into a new project, from a folder "cards" beside it.
+class ImportViewModelTest : public testing::Test {
+  protected:
+    ImportViewModelTest() {
+        await(store.createProject({.name = QStringLiteral("Shoot")}, projectFile));
+    }
+
+    /// Writes files that each hold their own path; the paths stand in one text, with blanks
+    /// between.
+    void fill(const char *paths) const {
+        for (const QString &path : QString::fromLatin1(paths).split(QLatin1Char(' '))) {
+            folder.write(path, path.toUtf8());
+        }
+    }
+    void scanCards(SourceImportMode mode = SourceImportMode::inPlace) {
+        import.setSources({at("cards")});
+        import.setRecursive(true);
+        import.setMode(mode);
+        await(import.startScan());
+        EXPECT_EQ(import.stage(), Stage::results);
+    }
+    void run() {
+        await(import.beginImport());
+        EXPECT_EQ(import.stage(), Stage::done);
+    }
+    const QList<VideoItem> &videos() const { return store.project()->videos; }
+    std::string imported() const {
+        QStringList names;
+        for (const VideoItem &video : videos()) {
+            names.append(video->fileName);
+        }
+        return names.join(QStringLiteral(", ")).toStdString();
+    }
+    /// Succeeded, failed, skipped, sidecars.
+    QList<int> counters() const {
+        return {import.succeededCount(), import.failedCount(), import.skippedCount(),
+                import.sidecarsImportedCount()};
+    }
+    QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
+    QByteArray read(const char *name) const { return folder.read(QString::fromLatin1(name)); }
+    AuthorizedPaths grants() { return await(authorization.authorizedPaths(projectFile)); }
+    /// Calls `action` when the row of that number is at work.
+    void atRow(int index, const std::function<void()> &action) {
+        QObject::connect(&import, &ImportViewModel::progressChanged, &import, [=, this] {
+            if (import.progress() && import.progress()->index == index) {
+                action();
+            }
+        });
+    }
+
+    TestFolder folder;
+    QString projectFile = at("p/shoot.corvane");
+    QString media = at("p/media");
+    QString made = folder.folder(QStringLiteral("p"));
+    test::TestClock clock;
+    ProjectFileIO io;
+    ProjectRegistry registry{at("data"), clock};
+    BackupService backups{clock};
+    MediaSourceAuthorization authorization{at("data")};
+    ProjectStore store{io, registry, backups, authorization, clock};
+    ImportViewModel import{&store};
+};
+
+} // namespace
+
+TEST_F(ImportViewModelTest, ImportsInPlaceAsOneStepThatIsGrantedAndSaved) {
+    fill("cards/a/C1.MP4 cards/a/C1M01.XML cards/b/C2.MP4");
+    const QString first = at("cards/a/C1.MP4");
+    scanCards();
+    run();
+    ASSERT_EQ(imported(), "C1.MP4, C2.MP4");
+    const VideoItem clip = videos().first();
+    EXPECT_EQ(clip->sourcePath, first);
+    EXPECT_EQ(clip->parentFolder, at("cards/a"));
+    EXPECT_EQ(clip->sidecarPath, at("cards/a/C1M01.XML"));
+    EXPECT_EQ(clip->contentHash, ContentHasher::duplicateKey(first));
+    EXPECT_FALSE(clip->originalSourcePath);
+    EXPECT_EQ(import.importedVideoIds(), (QStringList{clip->id, videos().last()->id}));
+    EXPECT_EQ(counters(), (QList{2, 0, 0, 1}));
+    EXPECT_EQ(store.project()->rootFolders, QStringList{at("cards")});
+    EXPECT_TRUE(grants().value(first) && grants().value(first)->contentHash);
+    await(store.flushPendingSave());
+    EXPECT_EQ(ProjectFileIO::loadNow(projectFile).videos.size(), 2);
+    store.undo();
+    EXPECT_TRUE(videos().isEmpty());
+}
+
+TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
+    fill("cards/a/C1.MP4 cards/a/C1M01.XML cards/b/C1.MP4 cards/b/C1M01.XML");
+    scanCards(SourceImportMode::copied);
+    EXPECT_EQ(import.destinationLabel(), QStringLiteral("media folder (created on import)"));
+    quint64 bytesOfSecond = 0;
+    atRow(2, [&] { bytesOfSecond = import.progress()->bytesDone; });
+    run();
+    EXPECT_EQ(bytesOfSecond, read("cards/b/C1.MP4").size());
+    EXPECT_EQ(read("p/media/C1.MP4"), "cards/a/C1.MP4");
+    EXPECT_EQ(read("p/media/C1M01.XML"), "cards/a/C1M01.XML");
+    EXPECT_EQ(read("p/media/C1 (2).MP4"), "cards/b/C1.MP4");
+    EXPECT_EQ(read("p/media/C1 (2)M01.XML"), "cards/b/C1M01.XML");
+    ASSERT_EQ(videos().size(), 2);
+    const VideoItem clip = videos().last();
+    EXPECT_EQ(clip->originalSourcePath, at("cards/b/C1.MP4"));
+    EXPECT_EQ(clip->parentFolder, media);
+    EXPECT_EQ(clip->sidecarPath, media + QStringLiteral("/C1 (2)M01.XML"));
+    EXPECT_TRUE(grants().value(clip->sourcePath));
+    EXPECT_TRUE(await(authorization.isMediaRootAuthorized(media, projectFile)));
+}
+
+TEST_F(ImportViewModelTest, GoesOnAfterAFailedRowAndKeepsAVideoWithoutItsSidecar) {
+    fill("cards/a.mov cards/a.xml cards/b.mov cards/c.mov cards/d.mov");
+    scanCards(SourceImportMode::copied);
+    ASSERT_TRUE(QFile::remove(at("cards/a.xml")));
+    folder.folder(QStringLiteral("p/media/b.mov"));
+    fill("p/media/c.mov");
+    import.togglePreviewRow(import.previewRows().last().id);
+    run();
+    EXPECT_EQ(imported(), "a.mov, c (2).mov");
+    EXPECT_EQ(read("p/media/c.mov"), "p/media/c.mov");
+    EXPECT_FALSE(videos().first()->sidecarPath);
+    ASSERT_EQ(import.failures().size(), 2);
+    EXPECT_EQ(import.failures().first(),
+              (ImportFailure{QStringLiteral("sidecar: a.xml"),
+                             QStringLiteral("Cannot read a.xml: No such file or directory")}));
+    EXPECT_EQ(counters(), (QList{2, 1, 1, 0}));
+}
+
+TEST_F(ImportViewModelTest, EndsTheRunWhereTheDestinationIsNoFolder) {
+    fill("cards/a.mov");
+    folder.link(QStringLiteral("p/media"), folder.folder(QStringLiteral("elsewhere")));
+    scanCards(SourceImportMode::copied);
+    run();
+    ASSERT_EQ(import.failures().size(), 1);
+    EXPECT_THAT(import.failures().first().message.toStdString(),
+                testing::StartsWith("Cannot write to media: "));
+    EXPECT_TRUE(videos().isEmpty());
+    EXPECT_FALSE(store.canUndo());
+    EXPECT_THAT(folder.names(QStringLiteral("elsewhere")), testing::IsEmpty());
+}
+
+TEST_F(ImportViewModelTest, KeepsTheRowsBeforeTheCancelledOne) {
+    fill("cards/1.mov cards/2.mov cards/3.mov cards/4.mov cards/5.mov");
+    scanCards(SourceImportMode::copied);
+    atRow(3, [&] { import.cancelImport(); });
+    run();
+    EXPECT_EQ(imported(), "1.mov, 2.mov");
+    EXPECT_EQ(folder.names(QStringLiteral("p/media")).size(), 2);
+    EXPECT_EQ(grants().size(), 2);
+    EXPECT_EQ(counters(), (QList{2, 0, 0, 0}));
+}
+
+TEST_F(ImportViewModelTest, TakesTheVideoBackWhenItsSidecarIsCancelled) {
+    fill("cards/a.mov cards/a.xml");
+    scanCards(SourceImportMode::copied);
+    FaultyFileSystem faulty;
+    const FileSystemScope scope(faulty);
+    std::stop_source task;
+    faulty.setObserver([&](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("openFileAt") && path == QLatin1String("a.xml")) {
+            task.request_stop();
+        }
+    });
+    EXPECT_THROW(RowImport::copied(import.previewRows().first(), media, {}, task.get_token()),
+                 Cancelled);
+    EXPECT_THAT(folder.names(QStringLiteral("p/media")), testing::IsEmpty());
+}
+
+TEST_F(ImportViewModelTest, AddsNothingToAnotherProject) {
+    fill("cards/a.mov cards/b.mov");
+    scanCards(SourceImportMode::copied);
+    std::optional<QCoro::Task<>> creating;
+    std::binary_semaphore isCreated{0};
+    atRow(1, [&] {
+        if (!creating) {
+            creating =
+                store.createProject({.name = QStringLiteral("Other")}, at("p/other.corvane"));
+        }
+    });
+    QObject::connect(&store, &ProjectStore::fileURLChanged, &store, [&] { isCreated.release(); });
+    FaultyFileSystem waiting;
+    waiting.setObserver([&](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("openFileAt") && path == QLatin1String("a.mov")) {
+            EXPECT_TRUE(isCreated.try_acquire_for(std::chrono::minutes(1)));
+        }
+    });
+    const FileSystemScope scope(waiting);
+    run();
+    await(std::move(*creating));
+    EXPECT_TRUE(videos().isEmpty());
+    EXPECT_TRUE(grants().isEmpty());
+    EXPECT_EQ(counters(), (QList{0, 2, 0, 0}));
+}
+
+TEST_F(ImportViewModelTest, ShowsWhatItFoundAndWhatIsIncluded) {
+    fill("cards/a.mov");
+    scanCards();
+    EXPECT_EQ(import.foundText(), QStringLiteral("Found 1 video"));
+    run();
+    import.reset();
+    fill("cards/b.mov");
+    scanCards();
+    EXPECT_EQ(import.foundText(), QStringLiteral("Found 2 videos · 1 already imported."));
+    EXPECT_EQ(import.includedText(), QStringLiteral("1 included"));
+    import.togglePreviewRow(import.previewRows().first().id);
+    import.togglePreviewRow(import.previewRows().last().id);
+    EXPECT_EQ(import.includedCount(), 0);
+    EXPECT_FALSE(import.canBeginImport());
+    await(import.beginImport());
+    EXPECT_EQ(import.stage(), Stage::results);
+    import.setMode(SourceImportMode::copied);
+    EXPECT_EQ(import.includedCount(), 1);
+    import.setDestinationFolder(at("cards"));
+    EXPECT_EQ(import.previewRows().last().proposedName, QStringLiteral("b (2).mov"));
+    import.backToSources();
+    EXPECT_TRUE(import.canScan());
+}
+
+TEST_F(ImportViewModelTest, DropsACancelledScanAndOutlivesNothing) {
+    fill("cards/a.mov");
+    import.setSources({at("cards")});
+    auto cancelled = import.startScan();
+    EXPECT_EQ(import.stage(), Stage::scanning);
+    import.cancelScan();
+    EXPECT_EQ(import.stage(), Stage::sources);
+    await(std::move(cancelled));
+    EXPECT_TRUE(import.scannedVideos().isEmpty());
+
+    auto gone = std::make_unique<ImportViewModel>(&store);
+    gone->setSources({at("cards")});
+    auto scanning = gone->startScan();
+    gone.reset();
+    await(std::move(scanning));
+}

@@ -1,0 +1,137 @@
+#include "import/SourceScan.h"
+
+#include "platform/SystemFileSystem.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace corvane;
+using corvane::test::TestFolder;
+
+namespace {
+
+/// The real files, but folders that can't be listed, and a count of what is looked at.
+class WatchedFileSystem : public SystemFileSystem {
+  public:
+    QList<DirectoryEntry> list(const QString &folder) const override {
+        ++lists[folder];
+        if (folder.endsWith(QStringLiteral("/locked"))) {
+            throw FileError(folder, EACCES);
+        }
+        QList<DirectoryEntry> entries = SystemFileSystem::list(folder);
+        for (DirectoryEntry &entry : entries) {
+            entry.typeIsKnown = entry.typeIsKnown && !hidesTypes;
+        }
+        return entries;
+    }
+    std::optional<FileStatus> linkStatus(const QString &path) const override {
+        ++looks[path];
+        return SystemFileSystem::linkStatus(path);
+    }
+
+    mutable QHash<QString, int> lists;
+    mutable QHash<QString, int> looks;
+    bool hidesTypes = false;
+};
+
+/// Names stand in one text, with a blank between them.
+class SourceScanTest : public testing::Test {
+  protected:
+    QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
+    void fill(const char *names) const {
+        for (const QString &name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
+            folder.write(name, "12345");
+        }
+    }
+    std::string found(const ScanResult &result) const {
+        QStringList names;
+        for (const ScannedVideo &video : result.videos) {
+            names.append(video.url.mid(folder.path().size() + 1));
+        }
+        return names.join(QLatin1Char(' ')).toStdString();
+    }
+
+    TestFolder folder;
+    WatchedFileSystem watched;
+    FileSystemScope scope{watched};
+};
+
+/// The sidecar of a clip A001.mov among the files of its folder.
+std::string sidecarAmong(const char *names) {
+    const TestFolder card;
+    for (const QString &name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
+        card.write(name, "sidecar");
+    }
+    const QString clip = card.write(QStringLiteral("A001.mov"), "clip");
+    const ScanResult result = scan({card.path()}, false, {});
+    EXPECT_EQ(result.videos.value(0).url, clip);
+    const QString sidecar = result.videos.value(0).sidecarURL.value_or(QString());
+    return sidecar.mid(card.path().size() + 1).toStdString();
+}
+
+} // namespace
+
+TEST_F(SourceScanTest, WalksSortedAndPassesOverHiddenAndKnownFolders) {
+    fill("b/2.MOV a.mp4 c.mxf b/1.mov b/clip.mov/in.mov "
+         "b/node_modules/x.mov .hidden/x.mov .git/x.mov .x.mov");
+    const std::string all = "a.mp4 b/1.mov b/2.MOV b/clip.mov/in.mov c.mxf";
+    const ScanResult result = scan({folder.path()}, true, {});
+    EXPECT_EQ(found(result), all);
+    EXPECT_EQ(result.leftOut, LeftOut());
+    EXPECT_EQ(result.videos.first().fileSizeBytes, 5U);
+    EXPECT_EQ(result.videos.at(1).scanRoot.url, folder.path());
+    EXPECT_FALSE(result.videos.first().contentHash);
+    EXPECT_THAT(watched.lists.values() + watched.looks.values(), testing::Each(1));
+    EXPECT_EQ(found(scan({folder.path()}, false, {})), "a.mp4 c.mxf");
+    watched.hidesTypes = true;
+    EXPECT_EQ(found(scan({folder.path()}, true, {})), all);
+}
+
+TEST_F(SourceScanTest, PairsAVideoWithTheSidecarOfItsStem) {
+    EXPECT_EQ(sidecarAmong("A001M01.json A001.xmp A001.xml"), "A001.xml");
+    EXPECT_EQ(sidecarAmong("A001.xml A001M01.XML"), "A001.xml");
+    EXPECT_EQ(sidecarAmong("A001m02.Xml B.xml"), "A001m02.Xml");
+    EXPECT_EQ(sidecarAmong("A001M01.json A001.txt"), "A001M01.json");
+    EXPECT_EQ(sidecarAmong("A001M1.xml A001MAB.xml A001M001.xml A001.mov.xml a001.xml"), "");
+}
+
+TEST_F(SourceScanTest, CountsWhatItLeavesOut) {
+    fill("a.mov a.xml b.xml notes.txt locked/x.mov elsewhere/notes.txt");
+    folder.link(QStringLiteral("link.mov"), at("a.mov"));
+    folder.link(QStringLiteral("linked"), at("elsewhere"));
+    const QByteArray invalid = folder.path().toUtf8() + "/bad\xff.mov";
+    ::close(::open(invalid.constData(), O_CREAT | O_WRONLY, 0600));
+    const ScanResult result = scan({folder.path()}, true, {});
+    ::unlink(invalid.constData()); // Qt can't remove what it can't name
+    EXPECT_EQ(found(result), "a.mov");
+    EXPECT_EQ(result.leftOut,
+              (LeftOut{.notMedia = 3, .symbolicLinks = 2, .unreadable = 1, .invalidNames = 1}));
+}
+
+TEST_F(SourceScanTest, TakesSingleFilesThroughTheirFolderAndALinkedFolderAsARoot) {
+    fill("card/a.mov card/a.xml card/b.mov card/notes.txt");
+    const QString link = folder.link(QStringLiteral("link.mov"), at("card/a.mov"));
+    const ScanResult files = scan({at("card/b.mov"), at("card/./a.mov"), link, at("card/notes.txt"),
+                                   at("card/gone.mov"), at("gone/x.mov")},
+                                  false, {});
+    EXPECT_EQ(found(files), "card/b.mov card/a.mov");
+    EXPECT_EQ(files.videos.first().scanRoot.url, at("card"));
+    EXPECT_EQ(files.videos.last().sidecarURL, at("card/a.xml"));
+    EXPECT_EQ(files.videos.last().sidecarType, SidecarType::xml);
+    EXPECT_EQ(files.leftOut, (LeftOut{.notMedia = 1, .symbolicLinks = 1, .unreadable = 2}));
+    EXPECT_EQ(watched.lists.value(at("card")), 1);
+
+    const QString linked = folder.link(QStringLiteral("linked"), at("card"));
+    EXPECT_EQ(found(scan({linked}, true, {})), "linked/a.mov linked/b.mov");
+}
+
+TEST_F(SourceScanTest, EndsWhenItIsCancelled) {
+    fill("a.mov");
+    std::stop_source task;
+    task.request_stop();
+    EXPECT_THROW(scan({folder.path()}, true, task.get_token()), Cancelled);
+}
