@@ -1,0 +1,55 @@
+#include "export/DestinationSafety.h"
+
+#include "platform/Paths.h"
+#include "trust/PathSafety.h"
+
+#include <QHash>
+
+namespace corvane::DestinationSafety {
+
+void assertContained(const QString &child, const QString &parent, const QString &label) {
+    const QString childPath = paths::standardized(child);
+    const QString parentPath = paths::standardized(parent);
+    if (!paths::isBelow(childPath, parentPath)) {
+        throw ExportEngineError(ExportEngineError::Code::outsideFolder,
+                                QStringLiteral("%1 escapes containing folder: child=%2 parent=%3")
+                                    .arg(label, childPath, parentPath));
+    }
+}
+
+void assertNoLinkedFolder(const QString &output, const QString &outputFolder,
+                          const QString &label) {
+    const QString folder = paths::parentFolder(paths::standardized(output));
+    const QString root = paths::standardized(outputFolder);
+    if (folder != root && PathSafety::reachesOutsideOrThroughSymlink(folder, root)) {
+        throw PathSafety::Violation(PathSafety::Violation::Kind::symlinkedPathComponent, output,
+                                    label);
+    }
+}
+
+QSet<QString> placesOf(const QStringList &files) {
+    QHash<QString, QString> resolvedFolders; // many files lie in few folders
+    QSet<QString> places;
+    for (const QString &file : files) {
+        const QString standardized = paths::standardized(file);
+        const QString folder = paths::parentFolder(standardized);
+        auto resolved = resolvedFolders.constFind(folder);
+        if (resolved == resolvedFolders.constEnd()) {
+            resolved = resolvedFolders.insert(folder, paths::resolvingLinks(folder));
+        }
+        places.insert(paths::joined(*resolved, paths::lastComponent(standardized)));
+    }
+    return places;
+}
+
+void assertReplacesNoMedia(const QString &output, const QSet<QString> &mediaPlaces) {
+    if (mediaPlaces.intersects(placesOf({output}))) {
+        throw ExportEngineError(
+            ExportEngineError::Code::destinationIsProjectMedia,
+            QStringLiteral("%1 belongs to the media of this project, refusing to replace it: %2. "
+                           "Pick another export folder, then run the export again.")
+                .arg(paths::lastComponent(output), output));
+    }
+}
+
+} // namespace corvane::DestinationSafety

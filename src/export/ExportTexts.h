@@ -1,0 +1,51 @@
+#pragma once
+
+#include "export/CancelToken.h"
+#include "export/ExportPlanning.h"
+
+#include <QStringList>
+
+/// What the export screens say, apart from their titles and buttons that never change.
+namespace corvane::ExportTexts {
+
+// Configure.
+QString outputFolder(const ExportChoices &choices);
+QString label(ExportBatch::Mode mode);
+QString help(ExportBatch::Mode mode);
+QString label(OutputMode mode);
+QString help(OutputMode mode);
+QString label(NamingPreset preset);
+QString label(ExportNamingOptions::NumberingMode mode);
+/// The handles that are offered, in seconds, and what they are called: "None", "0.5s", "1s".
+const QList<double> &handleChoices();
+QString handleLabel(double seconds);
+
+/// "<planned> of <selected> rows". `selected` is `countSelects`, `planned` the number of rows.
+QString countLine(qsizetype selected, qsizetype planned);
+/// The symbol of a row in the preview.
+QString symbol(ExportRowKind kind);
+
+// Running.
+QString progressLine(const ExportProgress &progress);
+/// Of the row's output in hand.
+QString rowLine(const ExportProgress &progress);
+/// How much of the run the progress stands for, from 0 to 1.
+double overallFraction(const ExportProgress &progress);
+/// "38%", cut off so that 100% is said only when all is done.
+QString percent(double fraction);
+QString cancelButton(CancelStage stage);
+
+// Done.
+QString headline(const ExportBatchResult &result);
+/// Where the manifest is, or why there is none.
+QString manifestLine(const ExportBatchResult &result);
+/// Empty where the backup was made.
+QString backupLine(const std::optional<QString> &backupError);
+QString succeededTitle(const ExportBatchResult &result);
+QString failedTitle(const ExportBatchResult &result);
+/// The file name, and what became of the HD copy.
+QString row(const ExportRowOutcome &outcome);
+QString row(const ExportRowFailure &failure);
+QString symbol(const ExportRowFailure &failure);
+
+} // namespace corvane::ExportTexts

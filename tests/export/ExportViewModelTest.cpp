@@ -1,0 +1,166 @@
+#include "export/ExportViewModel.h"
+
+#include "export/ExportTexts.h"
+#include "export/ExportWriteBack.h"
+#include "ExportFixture.h"
+
+using namespace corvane;
+using namespace corvane::test;
+using testing::SizeIs;
+using Stage = ExportViewModel::Stage;
+
+namespace {
+
+/// Two clips, to be exported beside the project.
+class ExportViewModelTest : public ExportTest {
+  protected:
+    ExportViewModelTest() {
+        addClip("A", "a.mov", "a");
+        addClip("B", "b.mov", "b");
+        grantAndOpen();
+        flow->reset(*store.project());
+    }
+    void run() { await(flow->start(*store.project())); }
+    void atRow(int index, const std::function<void()> &action) {
+        QObject::connect(flow.get(), &ExportViewModel::progressChanged, flow.get(), [=, this] {
+            const auto &progress = flow->progress();
+            if (progress && progress->index == index &&
+                progress->phase == ExportProgress::Phase::starting) {
+                action();
+            }
+        });
+    }
+    bool isExported(int clip) const {
+        return store.project()->videos.at(clip)->exportedAt.has_value();
+    }
+
+    std::unique_ptr<ExportViewModel> flow = std::make_unique<ExportViewModel>(&store, sessions);
+};
+
+} // namespace
+
+TEST_F(ExportViewModelTest, OffersItsDefaultsAndTellsOfChangesOnly) {
+    EXPECT_EQ(flow->choices().outputFolder, at("project/selects"));
+    EXPECT_EQ(flow->choices(), defaultExportChoices(project));
+    int changes = 0;
+    QObject::connect(flow.get(), &ExportViewModel::choicesChanged, flow.get(), [&] { ++changes; });
+    flow->setMode(ExportBatch::Mode::fastCopy);
+    flow->setNamingPreset(NamingPreset::keepOriginal);
+    EXPECT_EQ(changes, 0);
+    flow->setNamingPreset(NamingPreset::projectNameNumber);
+    EXPECT_EQ(flow->choices().naming.baseName, text("Harbor"));
+    flow->setNamingPreset(NamingPreset::custom);
+    EXPECT_EQ(flow->choices().naming.baseName, text("Harbor"));
+    EXPECT_EQ(changes, 2);
+    flow->setOutputFolder(QString());
+    EXPECT_FALSE(flow->canStart(flow->planRows(project, false)));
+    run();
+    EXPECT_EQ(flow->stage(), Stage::configure);
+}
+
+TEST_F(ExportViewModelTest, ARunIsWrittenBackAsTwoUndoSteps) {
+    project = *store.project();
+    run();
+    EXPECT_EQ(flow->stage(), Stage::done);
+    EXPECT_EQ(flow->overallFraction(), 1);
+    EXPECT_TRUE(has("project/selects/b.mov"));
+    EXPECT_TRUE(isExported(0) && isExported(1));
+    ASSERT_THAT(store.project()->exportBatches, SizeIs(1));
+    const ExportBatch batch = store.project()->exportBatches.at(0);
+    EXPECT_EQ(batch.id, flow->runInput()->batchId);
+    EXPECT_EQ(batch.succeededCount, 2);
+    EXPECT_EQ(batch.outputMode, OutputMode::primaryOnly);
+    EXPECT_TRUE(store.isDirty());
+    store.undo();
+    EXPECT_THAT(store.project()->exportBatches, testing::IsEmpty());
+    EXPECT_TRUE(isExported(0));
+    store.undo();
+    EXPECT_EQ(store.project()->videos, project.videos);
+    store.redo();
+    flow->reset(*store.project());
+    run();
+    EXPECT_EQ(flow->stage(), Stage::configure) << "nothing new";
+}
+
+TEST_F(ExportViewModelTest, OnlyDeliveredRowsAreMarked) {
+    folder.write(footage("a.mov"), "changed");
+    run();
+    EXPECT_FALSE(isExported(0));
+    EXPECT_TRUE(isExported(1));
+    EXPECT_EQ(store.project()->exportBatches.at(0).failedCount, 1);
+}
+
+TEST_F(ExportViewModelTest, AFailedBackupIsAWarning) {
+    files.setObserver([this](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("createForWriting") && path.startsWith(at("project/.tmp"))) {
+            throw FileError(path, ENOSPC);
+        }
+    });
+    run();
+    files.setObserver({});
+    ASSERT_TRUE(flow->backupError());
+    EXPECT_TRUE(flow->backupError()->startsWith(text("Backup failed: Backup write failed at")));
+    EXPECT_FALSE(store.lastError());
+    EXPECT_THAT(flow->result()->succeeded, SizeIs(2));
+}
+
+TEST_F(ExportViewModelTest, ACancelIsHeardEvenBeforeTheFirstRow) {
+    auto running = flow->start(*store.project());
+    flow->requestCancel();
+    EXPECT_EQ(flow->cancelStage(), CancelStage::graceful);
+    flow->reset(*store.project());
+    EXPECT_EQ(flow->stage(), Stage::running);
+    await(std::move(running));
+    EXPECT_EQ(flow->result()->cancelledCount, 2);
+    EXPECT_TRUE(store.project()->exportBatches.at(0).cancelled);
+    EXPECT_FALSE(isExported(0));
+}
+
+TEST_F(ExportViewModelTest, WritesIntoNoOtherProject) {
+    const ExportOrigin origin = ExportOrigin::of(*store.project(), store);
+    const ExportBatchResult result{.succeeded = {{.rowId = exportRowId(text("A"))}}};
+    const QString other = at("project/Other.corvane");
+    await(io.save(project, other, false)); // a copy, of the same id
+    await(store.openProject(other));
+    writeBack(store, origin, {}, result);
+    EXPECT_FALSE(isExported(0));
+    EXPECT_THAT(store.project()->exportBatches, testing::IsEmpty());
+    await(store.closeProject());
+    writeBack(store, origin, {}, result);
+    EXPECT_FALSE(store.project());
+    await(store.openProject(projectFile));
+    writeBack(store, origin, {}, result);
+    EXPECT_TRUE(isExported(0)) << "open again";
+}
+
+TEST_F(ExportViewModelTest, ADestroyedViewModelEndsItsRunAndRecordsWhatWasDelivered) {
+    auto running = flow->start(*store.project());
+    atRow(1, [this] { flow.release()->deleteLater(); });
+    await(std::move(running));
+    EXPECT_TRUE(isExported(0));
+    EXPECT_THAT(store.project()->exportBatches, SizeIs(1));
+}
+
+TEST_F(ExportViewModelTest, TellsWhichRowsNeedAFrameworkThatIsNotThere) {
+    media::NoExportSessions none;
+    ExportViewModel bare(&store, none);
+    bare.reset(*store.project());
+    const auto rows = bare.planRows(*store.project(), false);
+    EXPECT_THAT(bare.rowsWithoutSession(rows), testing::IsEmpty());
+    bare.setOutputMode(OutputMode::primaryAndHd);
+    EXPECT_THAT(bare.rowsWithoutSession(rows), SizeIs(2));
+    EXPECT_THAT(flow->rowsWithoutSession(rows), testing::IsEmpty());
+}
+
+TEST(ExportTexts, CountsRowsAndIssuesAsPeopleRead) {
+    EXPECT_EQ(ExportTexts::countLine(0, 0), text("No selects"));
+    EXPECT_EQ(ExportTexts::countLine(1, 0), text("0 of 1 row"));
+    EXPECT_EQ(ExportTexts::countLine(2, 2), text("2 rows"));
+    const ExportProgress progress{.index = 4, .total = 12, .rowProgress = 0.62};
+    EXPECT_EQ(ExportTexts::rowLine(progress), text("62% this row"));
+    EXPECT_EQ(ExportTexts::percent(ExportTexts::overallFraction(progress)), text("38%"));
+    ExportBatchResult result{.failed = {ExportRowFailure{}}};
+    EXPECT_EQ(ExportTexts::headline(result), text("Export finished with 1 issue"));
+    result.manifestError = text("x");
+    EXPECT_EQ(ExportTexts::headline(result), text("Export finished with 2 issues"));
+}
