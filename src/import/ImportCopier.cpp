@@ -119,16 +119,6 @@ struct Transfer {
     const std::stop_token &stop;
 };
 
-/// So much is written at a time. From larger writes the system makes larger pages for its cache,
-/// and those cost twice the time to fill where the memory is fresh.
-constexpr qint64 kWriteStep = qint64(128) << 10;
-
-void writeInSteps(TemporaryFile &into, const char *bytes, qint64 count) {
-    for (qint64 done = 0; done < count; done += kWriteStep) {
-        into.write(bytes + done, std::min(kWriteStep, count - done));
-    }
-}
-
 /// Moves the bytes, each read once: what is written is what is hashed.
 void transferBytes(const Transfer &transfer, const Descriptor &from, TemporaryFile &into,
                    PipelinedHasher *hasher) {
@@ -147,7 +137,7 @@ void transferBytes(const Transfer &transfer, const Descriptor &from, TemporaryFi
         if (hasher) {
             hasher->hashBlock(count);
         }
-        writing(transfer.destination, [&] { writeInSteps(into, block, count); });
+        writing(transfer.destination, [&] { into.write(block, count); });
         bytesDone += quint64(count);
         if (transfer.progress) {
             transfer.progress(bytesDone);

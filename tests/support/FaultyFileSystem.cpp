@@ -7,12 +7,13 @@
 namespace corvane::test {
 
 void FaultyFileSystem::failAt(int call, int code) {
-    m_calls = 0;
-    m_failingCall = call;
     m_failingCode = code;
+    m_failingCall = call;
+    m_calls = 0;
 }
 
 void FaultyFileSystem::setObserver(std::function<void(const QString &, const QString &)> observer) {
+    const std::scoped_lock lock(m_mutex);
     m_observer = std::move(observer);
 }
 
@@ -24,8 +25,12 @@ void FaultyFileSystem::dropUnsynced() {
 }
 
 void FaultyFileSystem::count(const char *operation, const QString &path) {
-    if (m_observer) {
-        m_observer(QLatin1String(operation), path);
+    const auto observer = [this] {
+        const std::scoped_lock lock(m_mutex);
+        return m_observer;
+    }();
+    if (observer) {
+        observer(QLatin1String(operation), path);
     }
     if (++m_calls == m_failingCall) {
         throw FileError(path, m_failingCode);

@@ -52,8 +52,8 @@ class FaultyFileSystem : public SystemFileSystem {
     void noteRename(const QString &from, const QString &to);
 
     std::atomic<int> m_calls = 0;
-    int m_failingCall = 0;
-    int m_failingCode = 0;
+    std::atomic<int> m_failingCall = 0;
+    std::atomic<int> m_failingCode = 0;
     std::atomic<qint64> m_freeSpace = -1;
     std::function<void(const QString &, const QString &)> m_observer;
     std::optional<std::optional<QString>> m_volumeUUID;
