@@ -6,6 +6,8 @@
 
 #include <QUtf8StringView>
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
@@ -22,30 +24,34 @@ class JSONTokenCollector {
 
     bool Null() { return append(Kind::Null); }
     bool Bool(bool value) { return append(Kind::Bool, qint64(value)); }
-    bool Int(int value) { return append(Kind::Int, qint64(value)); }
-    bool Uint(unsigned value) { return append(Kind::Int, qint64(value)); }
-    bool Int64(int64_t value) { return append(Kind::Int, qint64(value)); }
-    bool Uint64(uint64_t value) {
-        const bool isSigned = value <= uint64_t(std::numeric_limits<qint64>::max());
-        append(isSigned ? Kind::Int : Kind::Double, qint64(value));
-        m_tokens.back().isUnsigned = !isSigned;
-        return true;
-    }
-    bool Double(double value) {
-        // 2^63 itself is no 64-bit integer; a negative zero would lose its sign.
-        constexpr double kLimit = 9223372036854775808.0;
-        const bool isNegativeZero = value == 0 && std::signbit(value);
-        const bool fits = value >= -kLimit && value < kLimit;
-        const bool isWhole = fits && value == std::trunc(value) && !isNegativeZero;
-        if (isWhole) {
-            return append(Kind::Int, qint64(value));
+    /// The parser has checked the number's form and leaves its value to the standard library, which
+    /// is exact; the parser's own exact arithmetic is undefined for a zero with an exponent.
+    bool RawNumber(const char *text, rapidjson::SizeType length, bool) {
+        const char *const end = text + length;
+        const bool isInteger = std::none_of(
+            text, end, [](char c) { return c == '.' || c == 'e' || c == 'E'; });
+        qint64 number = 0;
+        if (isInteger && std::from_chars(text, end, number).ec == std::errc()) {
+            return append(Kind::Int, number);
         }
-        Token token{.real = value};
-        token.kind = Kind::Double;
-        m_tokens.push_back(token);
-        return true;
+        quint64 large = 0;
+        if (isInteger && std::from_chars(text, end, large).ec == std::errc()) {
+            append(Kind::Double, qint64(large));
+            m_tokens.back().isUnsigned = true;
+            return true;
+        }
+        double value = 0;
+        if (std::from_chars(text, end, value).ec != std::errc()) {
+            value = QByteArrayView(text, length).toDouble(); // 0 below the range, infinite above it
+        }
+        return std::isfinite(value) && appendReal(value);
     }
-    bool RawNumber(const char *, rapidjson::SizeType, bool) { return false; }
+    // The parser hands every number on as its text.
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(int64_t) { return false; }
+    bool Uint64(uint64_t) { return false; }
+    bool Double(double) { return false; }
     bool String(const char *text, rapidjson::SizeType length, bool) {
         Token token{.text = text};
         token.kind = Kind::String;
@@ -62,6 +68,19 @@ class JSONTokenCollector {
     bool EndArray(rapidjson::SizeType) { return close(); }
 
   private:
+    bool appendReal(double value) {
+        // 2^63 itself is no 64-bit integer; a negative zero would lose its sign.
+        constexpr double kLimit = 9223372036854775808.0;
+        const bool isNegativeZero = value == 0 && std::signbit(value);
+        const bool fits = value >= -kLimit && value < kLimit;
+        if (fits && value == std::trunc(value) && !isNegativeZero) {
+            return append(Kind::Int, qint64(value));
+        }
+        Token token{.real = value};
+        token.kind = Kind::Double;
+        m_tokens.push_back(token);
+        return true;
+    }
     bool append(Kind kind, qint64 value = 0) {
         Token token{.integer = value};
         token.kind = kind;
@@ -87,7 +106,7 @@ namespace {
 /// The vector scan reads whole blocks of 16 bytes, so the text ends in as many zeros.
 constexpr qsizetype kPadding = 16;
 constexpr unsigned kParseFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
-                                 rapidjson::kParseFullPrecisionFlag;
+                                 rapidjson::kParseNumbersAsStringsFlag;
 
 /// A document of many short values has about one token in each 16 bytes; starting there saves most
 /// of the growing, and a text of fewer values wastes no more than its own size.

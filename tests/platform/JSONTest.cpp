@@ -29,6 +29,9 @@ TEST(JSONDocument, ReadsNumbersAsWhatTheyAre) {
     EXPECT_EQ(parsed("1e300"), JSONValue(1e300));
     EXPECT_EQ(parsed("23.976023976023978"), JSONValue(23.976023976023978));
     EXPECT_EQ(parsed("9223372036854775808"), JSONValue(9223372036854775808.0));
+    EXPECT_EQ(parsed("0e86"), JSONValue(0));
+    EXPECT_EQ(parsed("1e-999"), JSONValue(0));
+    EXPECT_EQ(parsed("5e-324"), JSONValue(5e-324));
     const JSONDocument large = JSONDocument::parse("18446744073709551615");
     EXPECT_EQ(large.root().unsignedInteger(), std::numeric_limits<quint64>::max());
     EXPECT_FALSE(large.root().integer());
