@@ -127,7 +127,7 @@ struct Session {
     Session() {
         const QString file = dataPath(QStringLiteral("session/empty.corvane"));
         Project project = largeProject(25'000);
-        waitUntilDone(io.save(Project{.id = newIdentifier(),
+        waitUntilDone(io.save(Project{.id = project.id,
                                       .createdAt = project.createdAt,
                                       .updatedAt = project.createdAt},
                               file, true));

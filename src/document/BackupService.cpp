@@ -34,11 +34,13 @@ QList<Backup> backupsOf(const QString &folder, const QString &stem) {
 }
 
 /// Of backups with one date the one with the later stamp in its name counts as newer.
-void rotate(const QString &folder, const QString &stem) {
+/// Keeps the one just written whatever its date, for clocks are set back and files are copied.
+void rotate(const QString &folder, const QString &stem, const QString &written) {
     QList<Backup> backups = backupsOf(folder, stem);
+    backups.removeIf([&written](const Backup &backup) { return backup.path == written; });
     std::ranges::sort(backups, std::ranges::greater(),
                       [](const Backup &backup) { return std::pair(backup.modified, backup.path); });
-    for (const Backup &old : backups.mid(BackupService::kKeptBackups)) {
+    for (const Backup &old : backups.mid(BackupService::kKeptBackups - 1)) {
         try {
             fileSystem().remove(old.path);
         } catch (const FileError &) {
@@ -73,7 +75,7 @@ QString BackupService::writeNow(const Project &project, const QDateTime &now) {
         throw BackupError::writeFailed(path, error.description());
     }
     try {
-        rotate(folder, stem);
+        rotate(folder, stem, path);
     } catch (const FileError &) {
         // The folder can't be listed: nothing is removed, and the backup just written stands.
     }

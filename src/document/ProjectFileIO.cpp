@@ -4,6 +4,8 @@
 #include "platform/AtomicWrite.h"
 #include "platform/Paths.h"
 
+#include <cerrno>
+
 namespace corvane {
 
 namespace {
@@ -53,6 +55,20 @@ QByteArray readProjectFile(const QString &file) {
         return bytes;
     } catch (const FileError &error) {
         throw LoadError::readFailed(file, error);
+    }
+}
+
+/// A file that can't be looked at may well be there, and is then no file to write over.
+bool existsOnDisk(const QString &file) {
+    try {
+        fileSystem().status(file);
+        return true;
+    } catch (const FileError &error) {
+        if (error.code() == ENOENT || error.code() == ENOTDIR) {
+            return false;
+        }
+        throw ProjectFileIO::SaveError::diskCorruptAbort(
+            file, ProjectFileIO::LoadError::readFailed(file, error));
     }
 }
 
@@ -176,22 +192,20 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
                     .arg(bytes.size())
                     .arg(megabytes(kFileLimit)));
         }
-        writeAtomically(file, bytes);
+        // The identity is the written file's own, so that a file which somebody else puts in its
+        // place right afterwards isn't taken for it.
+        const FileStatus written = writeAtomically(file, bytes);
+        m_diskGuardCache.insert(
+            file, {written.inode, written.modified, project.videos.size(), project.subclipCount()});
     } catch (const SaveError &) {
         throw;
     } catch (const Failure &error) {
         throw SaveError::writeFailed(file, error.description());
     }
-    if (const auto stamp = readStamp(file)) {
-        m_diskGuardCache.insert(
-            file, {stamp->inode, stamp->modified, project.videos.size(), project.subclipCount()});
-    } else {
-        m_diskGuardCache.remove(file);
-    }
 }
 
 void ProjectFileIO::guardDisk(const Project &project, const QString &file) {
-    if (!fileSystem().targetStatus(file)) {
+    if (!existsOnDisk(file)) {
         return;
     }
     const auto stamp = readStamp(file);

@@ -4,6 +4,8 @@
 
 #include <QUuid>
 
+#include <cerrno>
+
 namespace corvane {
 
 namespace {
@@ -11,6 +13,19 @@ namespace {
 /// So much is written before the system is asked to begin storing it. It keeps the sync at the end
 /// of a large file short, and the disk busy meanwhile.
 constexpr qint64 kWriteBackStep = qint64(8) << 20;
+
+/// Network and FUSE mounts that know no permissions refuse to set them; the file is as good there.
+void keepPermissions(const Descriptor &file, quint32 permissions) {
+    try {
+        if (fileSystem().status(file).permissions != permissions) {
+            fileSystem().setPermissions(file, permissions);
+        }
+    } catch (const FileError &error) {
+        if (error.code() != EPERM && error.code() != ENOTSUP && error.code() != ENOSYS) {
+            throw;
+        }
+    }
+}
 
 } // namespace
 
@@ -38,13 +53,19 @@ void TemporaryFile::write(const char *bytes, qint64 count) {
     }
 }
 
-void TemporaryFile::finish() {
+FileStatus TemporaryFile::finish() {
     fileSystem().sync(m_file);
+    const FileStatus status = fileSystem().status(m_file);
     fileSystem().close(m_file);
+    return status;
 }
 
 void TemporaryFile::place(const QString &target) {
-    if (fileSystem().linkStatus(target)) {
+    const auto existing = fileSystem().linkStatus(target);
+    if (existing && existing->type != FileType::Regular) {
+        throw FileError(target, EEXIST);
+    }
+    if (existing) {
         fileSystem().rename(m_path, target);
     } else {
         fileSystem().renameToFreeName(m_path, target);
@@ -53,20 +74,21 @@ void TemporaryFile::place(const QString &target) {
     fileSystem().syncFolder(paths::parentFolder(target));
 }
 
-void writeAtomically(const QString &path, const QByteArray &bytes) {
+FileStatus writeAtomically(const QString &path, const QByteArray &bytes) {
     const auto link = fileSystem().linkStatus(path);
     const bool isLink = link && link->type == FileType::SymbolicLink;
-    const QString target = isLink ? paths::resolvingLinks(path) : path;
+    const QString target = isLink ? fileSystem().realPath(path) : path;
     const auto existing = isLink ? fileSystem().linkStatus(target) : link;
     const QString name =
         QStringLiteral(".tmp-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
     TemporaryFile file(paths::joined(paths::parentFolder(target), name));
     if (existing && existing->type == FileType::Regular) {
-        fileSystem().setPermissions(file.descriptor(), existing->permissions);
+        keepPermissions(file.descriptor(), existing->permissions);
     }
     file.write(bytes.constData(), bytes.size());
-    file.finish();
+    const FileStatus written = file.finish();
     file.place(target);
+    return written;
 }
 
 } // namespace corvane

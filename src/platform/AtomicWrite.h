@@ -19,11 +19,12 @@ class TemporaryFile {
     const Descriptor &descriptor() const noexcept { return m_file; }
 
     void write(const char *bytes, qint64 count);
-    /// Data to the disk, then the descriptor closed.
-    void finish();
+    /// Data to the disk, then the descriptor closed. Gives the finished file's identity, which it
+    /// keeps under its final name.
+    FileStatus finish();
     /// Moves the finished file to the target's name. Nothing there: the name must still be free
-    /// when the move happens. A regular file there: it is replaced in one step. The folder is
-    /// synced.
+    /// when the move happens. A regular file there: it is replaced in one step; anything else
+    /// fails with `EEXIST`. The folder is synced.
     void place(const QString &target);
 
   private:
@@ -36,7 +37,11 @@ class TemporaryFile {
 
 /// Replaces the file at `path` by `bytes` in one step, or leaves it as it was and throws
 /// `FileError`. A reader sees the old file or the new one, never a part. A symbolic link stays and
-/// its target is replaced; a replaced file's permissions are kept.
-void writeAtomically(const QString &path, const QByteArray &bytes);
+/// its target is replaced; one that leads nowhere fails with `ENOENT`. A replaced file's
+/// permissions are kept where the file system lets them be set. Gives the new file's identity.
+///
+/// Where only the folder's sync at the end fails, the new file is in place and may not survive a
+/// loss of power; that is thrown all the same.
+FileStatus writeAtomically(const QString &path, const QByteArray &bytes);
 
 } // namespace corvane

@@ -136,7 +136,8 @@ class FileSystem {
     /// Moves a file to a name that nothing has; `EEXIST` where something has it after all.
     virtual void renameToFreeName(const QString &from, const QString &to) = 0;
     virtual void remove(const QString &path) = 0;
-    /// Returns when the folder's names are on the disk.
+    /// Returns when the folder's names are on the disk, or at once where the system knows no way to
+    /// see to it: on some network mounts, and for a folder that may be written but not read.
     virtual void syncFolder(const QString &path) = 0;
 
     // Volumes.

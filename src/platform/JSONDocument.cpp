@@ -28,8 +28,8 @@ class JSONTokenCollector {
     /// is exact; the parser's own exact arithmetic is undefined for a zero with an exponent.
     bool RawNumber(const char *text, rapidjson::SizeType length, bool) {
         const char *const end = text + length;
-        const bool isInteger = std::none_of(
-            text, end, [](char c) { return c == '.' || c == 'e' || c == 'E'; });
+        const bool isInteger =
+            std::none_of(text, end, [](char c) { return c == '.' || c == 'e' || c == 'E'; });
         qint64 number = 0;
         if (isInteger && std::from_chars(text, end, number).ec == std::errc()) {
             return append(Kind::Int, number);

@@ -267,7 +267,14 @@ void SystemFileSystem::remove(const QString &path) {
 }
 
 void SystemFileSystem::syncFolder(const QString &path) {
-    const Descriptor folder = opened(path, O_RDONLY | O_DIRECTORY);
+    const QByteArray name = encoded(path);
+    const Descriptor folder(::open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), path);
+    if (!folder.isOpen() && (errno == EACCES || errno == EPERM)) {
+        return; // a folder that may be written but not read can't be asked to
+    }
+    if (!folder.isOpen()) {
+        throw FileError(path, errno);
+    }
     // Some network and FUSE file systems can't sync a folder and say so; that is all they promise.
     if (::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != ENOSYS) {
         throw FileError(path, errno);

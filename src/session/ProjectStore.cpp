@@ -79,27 +79,24 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     const QPointer self(this);
     setLastError({});
     file = paths::standardized(file);
-    // What a save writes to the very file that is opened again must be in what is read.
-    const bool isReopening = m_fileURL && MediaSourceAuthorization::projectKey(file) ==
-                                              MediaSourceAuthorization::projectKey(*m_fileURL);
-    if (isReopening && !co_await saveEverything()) {
-        co_return;
-    }
     std::optional<Project> loaded;
-    try {
-        loaded = co_await m_io.load(file);
-    } catch (const ProjectFileIO::LoadError &error) {
-        if (self) {
-            setLastError(
-                ProjectStoreError(ProjectStoreError::Kind::openFailed, error.description()));
-            setStatusMessage({});
+    // What is saved to the very file that is opened again must be in what is read, so it is read
+    // again until nothing was saved behind the reading.
+    for (bool isCurrent = false; !isCurrent;) {
+        if (isOpen(file) && (!co_await saveEverything() || !self)) {
+            co_return;
         }
-        co_return;
-    }
-    if (!self || !co_await saveEverything() || !self) {
-        co_return;
+        const quint64 revision = m_revision;
+        loaded = co_await loadProject(file);
+        if (!self || !loaded || !co_await saveEverything() || !self) {
+            co_return;
+        }
+        isCurrent = !isOpen(file) || m_revision == revision;
     }
     adoptProject(std::move(*loaded), file);
+    if (!self || !m_project) {
+        co_return; // whoever heard of it closed it
+    }
     Project migrated = *m_project;
     if (ProjectMigration::migrateReviewedFlags(migrated, m_clock.now())) {
         updateProject(std::move(migrated));
@@ -107,10 +104,31 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     } else {
         setStatusMessage({});
     }
-    co_await touchRecents();
+    if (self && m_project) {
+        co_await touchRecents();
+    }
     if (self) {
         co_await refreshMediaConfirmationState();
     }
+}
+
+/// Nothing where the file can't be read; that is told.
+QCoro::Task<std::optional<Project>> ProjectStore::loadProject(QString file) {
+    const QPointer self(this);
+    try {
+        co_return co_await m_io.load(file);
+    } catch (const std::exception &error) {
+        if (self) {
+            setLastError(ProjectStoreError(ProjectStoreError::Kind::openFailed, describe(error)));
+            setStatusMessage({});
+        }
+    }
+    co_return std::nullopt;
+}
+
+bool ProjectStore::isOpen(const QString &file) const {
+    return m_fileURL && MediaSourceAuthorization::projectKey(file) ==
+                            MediaSourceAuthorization::projectKey(*m_fileURL);
 }
 
 QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file) {
@@ -125,23 +143,30 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file) {
     const Project created = makeProject(fields, file, m_clock.now());
     try {
         co_await m_io.save(created, file, false);
-    } catch (const ProjectFileIO::SaveError &error) {
+    } catch (const std::exception &error) {
         if (self) {
-            setLastError(
-                ProjectStoreError(ProjectStoreError::Kind::createFailed, error.description()));
+            setLastError(ProjectStoreError(ProjectStoreError::Kind::createFailed, describe(error)));
             setPendingImportOnLoad(m_project && wasPending);
         }
         co_return;
     }
     // Nobody can edit a project that isn't published, but the one before may have been edited.
-    if (!self || !co_await saveEverything() || !self) {
+    if (!self || !co_await saveEverything()) {
+        if (self) {
+            setPendingImportOnLoad(wasPending);
+        }
+        co_return;
+    }
+    if (!self) {
         co_return;
     }
     adoptProject(created, file);
     m_lastSavedAt = m_clock.now();
     Q_EMIT lastSavedAtChanged();
     setStatus(QStringLiteral("Created project %1").arg(created.name));
-    co_await touchRecents();
+    if (m_project) {
+        co_await touchRecents();
+    }
 }
 
 QCoro::Task<> ProjectStore::closeProject() {
@@ -155,6 +180,8 @@ QCoro::Task<> ProjectStore::closeProject() {
 
 QCoro::Task<> ProjectStore::flushPendingSave() {
     const QPointer self(this);
+    const quint64 revision = m_revision;
+    const bool saveIsDue = isSaving() || (m_saver && m_saver->hasPending());
     if (const auto saver = m_saver) {
         co_await saver->flush();
     }
@@ -164,7 +191,10 @@ QCoro::Task<> ProjectStore::flushPendingSave() {
     if (const auto running = m_lastSave) {
         co_await *running;
     }
-    if (self && m_isDirty) {
+    // A save that was due and failed isn't tried again at once: its failure is what is to be told.
+    const bool hasJustFailed = self && saveIsDue && m_revision == revision && m_lastError &&
+                               m_lastError->kind() == ProjectStoreError::Kind::saveFailed;
+    if (self && m_isDirty && !hasJustFailed) {
         co_await saveNow();
     }
 }
@@ -202,8 +232,8 @@ QCoro::Task<> ProjectStore::performSave() {
     std::optional<ProjectStoreError> failure;
     try {
         co_await m_io.save(*m_project, file, allowDecrease);
-    } catch (const ProjectFileIO::SaveError &error) {
-        failure.emplace(ProjectStoreError::Kind::saveFailed, error.description());
+    } catch (const std::exception &error) {
+        failure.emplace(ProjectStoreError::Kind::saveFailed, describe(error));
     }
     if (!self) {
         co_return;
@@ -232,10 +262,9 @@ QCoro::Task<> ProjectStore::writeBackup() {
         if (self) {
             setStatus(QStringLiteral("Backup written: %1").arg(paths::lastComponent(backup)));
         }
-    } catch (const BackupService::BackupError &error) {
+    } catch (const std::exception &error) {
         if (self) {
-            setLastError(
-                ProjectStoreError(ProjectStoreError::Kind::backupFailed, error.description()));
+            setLastError(ProjectStoreError(ProjectStoreError::Kind::backupFailed, describe(error)));
         }
     }
 }
@@ -249,6 +278,7 @@ QCoro::Task<> ProjectStore::refreshRecents() {
     }
 }
 
+/// Called while a project is open.
 QCoro::Task<> ProjectStore::touchRecents() {
     const QPointer self(this);
     const auto summaries = newestFirst(co_await m_registry.touch(*m_project, *m_fileURL));

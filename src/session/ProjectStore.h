@@ -119,7 +119,7 @@ class ProjectStore : public QObject {
 
     // Changing the document as a whole, for the flows.
     /// Publishes the document as it is given, marks it dirty and schedules a save. It takes no
-    /// snapshot and sets no date.
+    /// snapshot and sets no date. A document of another project than the open one changes nothing.
     void updateProject(Project project);
     void pushUndoState();
 
@@ -151,7 +151,8 @@ class ProjectStore : public QObject {
     bool canUndo() const { return !m_undoStack.isEmpty(); }
     bool canRedo() const { return !m_redoStack.isEmpty(); }
     /// While it lives, the operations that run are one undo step: the snapshot taken when it was
-    /// made. Batches may nest.
+    /// made. `projectChanged` is raised once, when the outermost ends. Batches may nest, and none
+    /// lives across a wait.
     class UndoBatch {
       public:
         explicit UndoBatch(ProjectStore &store);
@@ -179,6 +180,8 @@ class ProjectStore : public QObject {
     enum class Undoable { Yes, No };
 
     QCoro::Task<> startUp(StartUpMigrations migrations);
+    QCoro::Task<std::optional<Project>> loadProject(QString file);
+    bool isOpen(const QString &file) const;
     QCoro::Task<> performSave();
     /// Saves until memory and file agree; false where a save failed.
     QCoro::Task<bool> saveEverything();
@@ -204,6 +207,8 @@ class ProjectStore : public QObject {
     int editSubclips(const QList<SubclipKey> &keys, bool select);
     int editSelection(const QStringList &videoIds, bool select);
     void autoReview(VideoRecord &video) const;
+    void publishEdit();
+    qsizetype indexOfVideo(const QString &id);
     void replay(QList<Project> &from, QList<Project> &to);
 
     ProjectFileIO &m_io;
@@ -232,6 +237,9 @@ class ProjectStore : public QObject {
     QList<Project> m_undoStack; ///< newest last
     QList<Project> m_redoStack;
     bool m_inUndoBatch = false;
+    /// Of a batch: whether it changed anything yet, and where each clip stands, once it was asked.
+    bool m_batchChangedProject = false;
+    QHash<QString, qsizetype> m_batchIndexes;
     bool m_isReplayingHistory = false;
 };
 

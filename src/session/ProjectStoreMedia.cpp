@@ -64,6 +64,9 @@ QCoro::Task<bool> ProjectStore::legacyPackageNeedsAuthorization(Project project,
 
 /// A path shows in one list at most: a mismatch goes first, then a missing identity, then the rest.
 QCoro::Task<> ProjectStore::refreshMediaConfirmationState() {
+    if (!m_project || !m_fileURL) {
+        co_return; // closed while it was being opened
+    }
     const QPointer self(this);
     auto &authorization = m_authorization;
     const QString file = *m_fileURL;

@@ -6,6 +6,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <limits>
 
 namespace corvane {
 
@@ -32,15 +33,15 @@ int nextCreationIndex(const VideoRecord &video) {
     for (const Subclip &subclip : video.subclips) {
         highest = std::max(highest, subclip.creationIndex);
     }
-    return highest + 1;
+    return highest == std::numeric_limits<int>::max() ? highest : highest + 1;
 }
 
 /// Where each clip stands, for edits of many.
 QHash<QString, qsizetype> indexesById(const Project &project) {
     QHash<QString, qsizetype> indexes;
     indexes.reserve(project.videos.size());
-    for (qsizetype index = 0; index < project.videos.size(); ++index) {
-        indexes.insert(project.videos.at(index)->id, index);
+    for (qsizetype index = project.videos.size() - 1; index >= 0; --index) {
+        indexes.insert(project.videos.at(index)->id, index); // of one id twice, the first counts
     }
     return indexes;
 }
@@ -50,18 +51,26 @@ void deselect(VideoRecord &video) {
     video.exportedAt.reset();
 }
 
-void removeSubclips(Project &project, const QList<SubclipKey> &keys) {
-    QHash<QString, QSet<QString>> doomed;
+/// Calls `change(video, ids)` once for each clip that is named, with the subclips named of it.
+template <typename Change>
+void changeClipsOf(Project &project, const QList<SubclipKey> &keys, Change change) {
+    QHash<QString, QSet<QString>> named;
     for (const SubclipKey &key : keys) {
-        doomed[key.videoId].insert(key.subclipId);
+        named[key.videoId].insert(key.subclipId);
     }
     for (qsizetype index = 0; index < project.videos.size(); ++index) {
-        const auto found = doomed.constFind(project.videos.at(index)->id);
-        if (found != doomed.cend()) {
-            project.videos[index].edit().subclips.removeIf(
-                [&](const Subclip &subclip) { return found->contains(subclip.id); });
+        const auto found = named.constFind(project.videos.at(index)->id);
+        if (found != named.cend()) {
+            change(project.videos[index].edit(), *found);
         }
     }
+}
+
+void removeSubclips(Project &project, const QList<SubclipKey> &keys) {
+    changeClipsOf(project, keys, [](VideoRecord &video, const QSet<QString> &doomed) {
+        video.subclips.removeIf(
+            [&](const Subclip &subclip) { return doomed.contains(subclip.id); });
+    });
 }
 
 } // namespace
@@ -73,15 +82,39 @@ void ProjectStore::edit(Undoable undoable, const ProjectChange &change) {
     if (undoable == Undoable::Yes) {
         pushUndoState();
     }
-    Project copy = *m_project;
-    change(copy);
-    copy.updatedAt = m_clock.now();
-    updateProject(std::move(copy));
+    // In place: what shares storage with the document, a snapshot or a save under way, keeps it.
+    change(*m_project);
+    m_project->updatedAt = m_clock.now();
+    publishEdit();
+}
+
+void ProjectStore::publishEdit() {
+    ++m_revision;
+    setDirty(true);
+    if (m_saver) {
+        m_saver->schedule();
+    }
+    if (m_inUndoBatch) {
+        m_batchChangedProject = true;
+    } else {
+        Q_EMIT projectChanged();
+    }
+}
+
+/// A batch asks for many clips, so it makes a table at its first question.
+qsizetype ProjectStore::indexOfVideo(const QString &id) {
+    if (!m_inUndoBatch) {
+        return m_project->indexOfVideo(id);
+    }
+    if (m_batchIndexes.isEmpty()) {
+        m_batchIndexes = indexesById(*m_project);
+    }
+    return m_batchIndexes.value(id, -1);
 }
 
 void ProjectStore::editVideo(Undoable undoable, const QString &id, const VideoChange &change) {
     edit(undoable, [&](Project &project) {
-        const qsizetype index = project.indexOfVideo(id);
+        const qsizetype index = indexOfVideo(id);
         if (index >= 0) {
             change(project.videos[index].edit());
         }
@@ -91,7 +124,7 @@ void ProjectStore::editVideo(Undoable undoable, const QString &id, const VideoCh
 void ProjectStore::editSubclip(Undoable undoable, const SubclipKey &key,
                                const SubclipChange &change) {
     edit(undoable, [&](Project &project) {
-        const qsizetype index = project.indexOfVideo(key.videoId);
+        const qsizetype index = indexOfVideo(key.videoId);
         if (index >= 0 && holdsSubclip(*project.videos.at(index), key.subclipId)) {
             VideoRecord &video = project.videos[index].edit();
             change(video, *subclipOf(video, key.subclipId));
@@ -100,13 +133,12 @@ void ProjectStore::editSubclip(Undoable undoable, const SubclipKey &key,
 }
 
 void ProjectStore::updateProject(Project project) {
-    m_project = std::move(project);
-    ++m_revision;
-    Q_EMIT projectChanged();
-    setDirty(true);
-    if (m_saver) {
-        m_saver->schedule();
+    if (!m_project || m_project->id != project.id) {
+        return;
     }
+    m_project = std::move(project);
+    m_batchIndexes.clear();
+    publishEdit();
 }
 
 void ProjectStore::autoReview(VideoRecord &video) const {
@@ -266,16 +298,9 @@ int ProjectStore::deselectSubclips(const QList<SubclipKey> &keys) {
 
 int ProjectStore::editSubclips(const QList<SubclipKey> &keys, bool select) {
     int changed = 0;
-    edit(Undoable::No, [&](Project &project) {
-        const auto indexes = indexesById(project);
-        for (const SubclipKey &key : keys) {
-            const qsizetype index = indexes.value(key.videoId, -1);
-            if (index < 0 || !holdsSubclip(*project.videos.at(index), key.subclipId)) {
-                continue;
-            }
-            VideoRecord &video = project.videos[index].edit();
-            Subclip &subclip = *subclipOf(video, key.subclipId);
-            if (subclip.selectedForExport == select) {
+    const auto changeClip = [&](VideoRecord &video, const QSet<QString> &named) {
+        for (Subclip &subclip : video.subclips) {
+            if (subclip.selectedForExport == select || !named.contains(subclip.id)) {
                 continue;
             }
             subclip.selectedForExport = select;
@@ -286,7 +311,8 @@ int ProjectStore::editSubclips(const QList<SubclipKey> &keys, bool select) {
             }
             ++changed;
         }
-    });
+    };
+    edit(Undoable::No, [&](Project &project) { changeClipsOf(project, keys, changeClip); });
     return changed;
 }
 
@@ -350,6 +376,13 @@ ProjectStore::UndoBatch::UndoBatch(ProjectStore &store)
 
 ProjectStore::UndoBatch::~UndoBatch() {
     m_store.m_inUndoBatch = m_before;
+    if (m_before) {
+        return;
+    }
+    m_store.m_batchIndexes.clear();
+    if (std::exchange(m_store.m_batchChangedProject, false)) {
+        Q_EMIT m_store.projectChanged();
+    }
 }
 
 } // namespace corvane

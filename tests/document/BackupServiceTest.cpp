@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 using namespace corvane;
 using namespace corvane::test;
 using namespace std::chrono_literals;
@@ -28,6 +30,22 @@ TEST(BackupService, KeepsTheNewestThreeOfThisProject) {
     EXPECT_FALSE(folder.has(QStringLiteral("a.b.2026-03-01T09-30-12.345Z.corvane.bak")));
     EXPECT_EQ(folder.names().size(), 4);
     EXPECT_EQ(ProjectFileIO::loadNow(written.at(3)).videos, project.videos);
+}
+
+TEST(BackupService, KeepsWhatItJustWroteThoughOthersCarryLaterDates) {
+    const TestFolder folder;
+    TestClock clock;
+    BackupService backups(clock);
+    Project project = sampleProject(1);
+    project.filePath = folder.at(QStringLiteral("a.corvane"));
+    const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(48);
+    for (int i = 0; i < 3; ++i) {
+        const QString old = folder.write(QStringLiteral("a.%1.corvane.bak").arg(i), "old");
+        std::filesystem::last_write_time(old.toStdString(), later);
+    }
+    const QString written = await(backups.write(project));
+    EXPECT_TRUE(fileSystem().linkStatus(written));
+    EXPECT_EQ(folder.names().size(), 3);
 }
 
 TEST(BackupService, TellsWhereItCouldNotWrite) {

@@ -71,6 +71,19 @@ TEST(AtomicWrite, GoesThroughALinkAndKeepsThePermissions) {
     EXPECT_EQ(fileSystem().linkStatus(target)->permissions, 0600U);
 }
 
+TEST(AtomicWrite, ReplacesNothingButAFile) {
+    const TestFolder folder;
+    const QString link =
+        folder.link(QStringLiteral("away"), folder.at(QStringLiteral("unmounted/file")));
+    EXPECT_THROW(writeAtomically(link, "new"), FileError);
+    EXPECT_EQ(fileSystem().linkStatus(link)->type, FileType::SymbolicLink);
+    const QString fifo = folder.at(QStringLiteral("fifo"));
+    ASSERT_EQ(::mkfifo(fifo.toUtf8().constData(), 0600), 0);
+    EXPECT_THROW(writeAtomically(fifo, "new"), FileError);
+    EXPECT_EQ(fileSystem().linkStatus(fifo)->type, FileType::Other);
+    EXPECT_TRUE(folder.temporaries().isEmpty());
+}
+
 TEST(FileSystem, AMoveToAFreeNameNeverReplacesWhatTookTheNameMeanwhile) {
     const TestFolder folder;
     const QString from = folder.write(QStringLiteral("from"), "mine");

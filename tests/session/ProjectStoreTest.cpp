@@ -78,6 +78,46 @@ TEST_F(ProjectStoreTest, OpeningAnotherProjectSavesTheFirstOrStaysWithIt) {
     EXPECT_EQ(onDisk(file).videos.at(0)->notes, QStringLiteral("typed"));
 }
 
+TEST_F(ProjectStoreTest, WhatIsTypedWhileAProjectIsReopenedStays) {
+    await(store.openProject(file));
+    await(store.flushPendingSave());
+    auto first = store.openProject(file);
+    auto second = store.openProject(file);
+    store.setNotes(clip, QStringLiteral("typed"));
+    await(std::move(first));
+    await(std::move(second));
+    EXPECT_EQ(store.project()->videos.at(0)->notes, QStringLiteral("typed"));
+    store.setRating(clip, 1);
+    await(store.flushPendingSave());
+    EXPECT_EQ(onDisk(file).videos.at(0)->notes, QStringLiteral("typed"));
+}
+
+TEST_F(ProjectStoreTest, MayBeClosedWhileItOpens) {
+    QCoro::Task<> closing;
+    QObject::connect(&store, &ProjectStore::recentProjectsChanged, &store,
+                     [&] { closing = store.closeProject(); });
+    await(store.openProject(file));
+    await(std::move(closing));
+    EXPECT_FALSE(store.project());
+    QObject::connect(&store, &ProjectStore::projectChanged, &store, [&] {
+        if (store.project()) {
+            closing = store.closeProject();
+        }
+    });
+    await(store.openProject(file));
+    EXPECT_FALSE(store.project());
+}
+
+TEST_F(ProjectStoreTest, IgnoresADocumentOfAnotherProject) {
+    Project other = sampleProject(9);
+    store.updateProject(other);
+    EXPECT_FALSE(store.project());
+    await(store.openProject(file));
+    other.id = QStringLiteral("another");
+    store.updateProject(other);
+    EXPECT_EQ(store.project()->videos.size(), 3);
+}
+
 TEST_F(ProjectStoreTest, OldProjectsGetTheirReviewedFlagsOnOpening) {
     Project project = sampleProject(2);
     project.videos[1].edit().rating = 4;
@@ -244,6 +284,8 @@ TEST_F(ProjectStoreTest, HistoryHoldsFiftyStepsAndBatchesAreOne) {
     store.redo();
     store.toggleFavorite(clip);
     EXPECT_FALSE(store.canRedo()) << "a new edit ends what could be redone";
+    int notices = 0;
+    QObject::connect(&store, &ProjectStore::projectChanged, &store, [&notices] { ++notices; });
     {
         const ProjectStore::UndoBatch outer(store);
         const ProjectStore::UndoBatch inner(store);
@@ -251,6 +293,7 @@ TEST_F(ProjectStoreTest, HistoryHoldsFiftyStepsAndBatchesAreOne) {
             store.setRating(video->id, 5);
         }
     }
+    EXPECT_EQ(notices, 1);
     store.addSubclip(clip, 1, 2);
     store.undo();
     EXPECT_EQ(store.project()->videos.at(2)->rating, 0) << "one undo takes the batch back";
