@@ -4,6 +4,25 @@
 
 namespace corvane {
 
+namespace {
+
+/// The one clip that has a file name.
+QString onlyOne(const QString &name, const QStringList &namesakes) {
+    if (namesakes.isEmpty()) {
+        throw Failure(QStringLiteral("No clip has the id or the file name \"%1\".").arg(name));
+    }
+    if (namesakes.size() > 1) {
+        throw Failure(
+            QStringLiteral("%1 clips have the file name \"%2\". Use the id of the one you "
+                           "mean: %3.")
+                .arg(namesakes.size())
+                .arg(name, namesakes.join(QStringLiteral(", "))));
+    }
+    return namesakes.first();
+}
+
+} // namespace
+
 CliSession::CliSession(const Console &console)
     : m_lock(console.dataFolder()),
       m_registry(console.dataFolder()),
@@ -27,43 +46,32 @@ void CliSession::save() {
 }
 
 QStringList CliSession::resolveClips(const QStringList &texts) const {
+    QHash<QString, QStringList> namesakes;
+    QSet<QString> known;
+    for (const VideoItem &video : project().videos) {
+        namesakes[video->fileName].append(video->id);
+        known.insert(video->id);
+    }
     QStringList ids;
+    QSet<QString> taken;
     for (const QString &text : texts) {
-        const QString id = resolveClip(text);
-        if (!ids.contains(id)) {
+        const QString id = known.contains(text) ? text : onlyOne(text, namesakes.value(text));
+        if (!taken.contains(id)) {
+            taken.insert(id);
             ids.append(id);
         }
     }
     return ids;
 }
 
+QString CliSession::resolveClip(const QString &text) const {
+    return resolveClips({text}).first();
+}
+
 void CliSession::throwLastError() const {
     if (const auto &error = m_store.lastError()) {
         throw Failure(error->description());
     }
-}
-
-QString CliSession::resolveClip(const QString &text) const {
-    QStringList namesakes;
-    for (const VideoItem &video : project().videos) {
-        if (video->id == text) {
-            return text;
-        }
-        if (video->fileName == text) {
-            namesakes.append(video->id);
-        }
-    }
-    if (namesakes.isEmpty()) {
-        throw Failure(QStringLiteral("No clip has the id or the file name \"%1\".").arg(text));
-    }
-    if (namesakes.size() > 1) {
-        throw Failure(
-            QStringLiteral("%1 clips have the file name \"%2\". Use the id of the one you "
-                           "mean: %3.")
-                .arg(namesakes.size())
-                .arg(text, namesakes.join(QStringLiteral(", "))));
-    }
-    return namesakes.first();
 }
 
 } // namespace corvane

@@ -55,7 +55,7 @@ class ProgramRun {
         if (command != commands().cend()) {
             return runCommand(*command);
         }
-        return refuseUsage({}, first.isEmpty()
+        return refuseUsage({}, first.isEmpty() || first.startsWith(QLatin1Char('-'))
                                    ? QStringLiteral("A command is missing.")
                                    : QStringLiteral("Unknown command \"%1\".").arg(first));
     }

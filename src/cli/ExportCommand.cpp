@@ -106,6 +106,7 @@ void applyRequest(ExportViewModel &flow, const ExportRequest &request, const Inv
 
 void exportRows(ExportViewModel &flow, const Project &project, const Invocation &call) {
     ProgressLine line(call.console());
+    line.show(QStringLiteral("Verifying sources…"));
     const QObject context;
     QObject::connect(&flow, &ExportViewModel::progressChanged, &context, [&] {
         if (const auto &progress = flow.progress()) {
@@ -119,6 +120,7 @@ void exportRows(ExportViewModel &flow, const Project &project, const Invocation 
 int exportPlanned(ExportViewModel &flow, CliSession &session, const Invocation &call) {
     const InterruptWatcher watcher([&flow] { flow.requestCancel(); });
     exportRows(flow, session.project(), call);
+    session.save(); // what was delivered is on record before anything is said of it
     if (flow.backupError()) {
         call.printNotice(ExportTexts::backupLine(flow.backupError()));
     }
@@ -127,7 +129,6 @@ int exportPlanned(ExportViewModel &flow, CliSession &session, const Invocation &
     if (!call.wantsJSON()) {
         printExportResult(call, result);
     }
-    session.save();
     if (call.wantsJSON()) {
         call.printJSON(
             [&](JSONWriter &writer) { writeExportResult(writer, flow.runInput(), result); });

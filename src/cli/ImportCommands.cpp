@@ -64,9 +64,12 @@ QString leftOutText(const LeftOut &leftOut) {
                            : QStringLiteral("Left out: ") + parts.join(QStringLiteral(", "));
 }
 
+/// Standard output is the JSON object's alone, so with one it goes to standard error.
 void printLeftOut(const Invocation &call, const LeftOut &leftOut) {
     const QString text = leftOutText(leftOut);
-    if (!text.isEmpty()) {
+    if (!text.isEmpty() && call.wantsJSON()) {
+        call.printNotice(text);
+    } else if (!text.isEmpty()) {
         call.printLine(text);
     }
 }
@@ -107,6 +110,7 @@ int runScan(const Invocation &call) {
     scanSources(flow, sources, call);
     if (call.wantsJSON()) {
         call.printJSON([&](JSONWriter &writer) { writeScan(writer, flow.scannedVideos()); });
+        printLeftOut(call, flow.leftOut());
     } else {
         printScan(call, flow);
     }
@@ -128,6 +132,8 @@ void importRows(ImportViewModel &flow, const Invocation &call) {
     const QObject context;
     QObject::connect(&flow, &ImportViewModel::progressChanged, &context,
                      [&] { showImportProgress(line, flow); });
+    QObject::connect(&flow, &ImportViewModel::importedVideoIdsChanged, &context,
+                     [&] { line.show(QStringLiteral("Recording what was imported…")); });
     waitUntilDone(flow.beginImport());
 }
 
@@ -184,15 +190,16 @@ int runImport(const Invocation &call) {
     }
     const ImportAnswer answer{flow, flow.previewRows().size() - flow.includedCount()};
     importRows(flow, call);
+    session.save(); // what was imported is on record before anything is said of it
     for (const ImportFailure &failure : flow.failures()) {
         call.printNotice(failure.filename + QStringLiteral(": ") + failure.message);
     }
     if (!call.wantsJSON()) {
         answer.print(call);
     }
-    session.save();
     if (call.wantsJSON()) {
         call.printJSON([&](JSONWriter &writer) { answer.write(writer); });
+        printLeftOut(call, flow.leftOut());
     }
     if (watcher.wasInterrupted()) {
         call.printNotice(QStringLiteral("Cancelled"));

@@ -15,6 +15,8 @@ namespace {
 std::atomic<int> interruptPipe = -1;
 static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may not wait for a lock");
 
+constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
+
 /// A full pipe loses the byte; what has been written already says enough.
 void noteInterrupt(int) {
     const int saved = errno;
@@ -38,11 +40,15 @@ InterruptWatcher::InterruptWatcher(std::function<void()> onInterrupt)
     action.sa_handler = noteInterrupt;
     action.sa_flags = SA_RESTART;
     ::sigemptyset(&action.sa_mask);
-    ::sigaction(SIGINT, &action, &m_previous);
+    for (size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals.at(i), &action, &m_previous.at(i));
+    }
 }
 
 InterruptWatcher::~InterruptWatcher() {
-    ::sigaction(SIGINT, &m_previous, nullptr);
+    for (size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals.at(i), &m_previous.at(i), nullptr);
+    }
     interruptPipe = -1;
     m_notifier.reset();
     ::close(m_pipe[0]);

@@ -2,14 +2,15 @@
 
 #include <QSocketNotifier>
 
+#include <array>
 #include <csignal>
 #include <functional>
 #include <memory>
 
 namespace corvane {
 
-/// While it lives, SIGINT doesn't end the process: `onInterrupt` is called from the event loop for
-/// each one. At most one lives at a time. Main thread.
+/// While it lives, SIGINT, SIGTERM and SIGHUP don't end the process: `onInterrupt` is called from
+/// the event loop for each one. At most one lives at a time. Main thread.
 class InterruptWatcher {
   public:
     explicit InterruptWatcher(std::function<void()> onInterrupt);
@@ -24,7 +25,7 @@ class InterruptWatcher {
     std::function<void()> m_onInterrupt;
     int m_pipe[2] = {-1, -1}; ///< the signal handler writes a byte for each signal
     std::unique_ptr<QSocketNotifier> m_notifier;
-    struct sigaction m_previous = {};
+    std::array<struct sigaction, 3> m_previous{};
     bool m_wasInterrupted = false;
 };
 

@@ -47,9 +47,7 @@ Marks marksOf(const Invocation &call) {
 }
 
 void markClip(ProjectStore &store, const QString &id, const Marks &marks) {
-    const auto clip = [&]() -> const VideoRecord & {
-        return *store.project()->videos.at(store.project()->indexOfVideo(id));
-    };
+    const auto clip = [&]() -> const VideoRecord & { return *store.video(id); };
     if (marks.rating) {
         store.setRating(id, *marks.rating);
     }
@@ -88,9 +86,12 @@ int runMark(const Invocation &call) {
         }
     }
     session.save();
+    const QSet<QString> marked(ids.cbegin(), ids.cend());
     QList<MixedSidebarRow> rows;
-    for (const QString &id : ids) {
-        rows.append({session.project().videos.at(session.project().indexOfVideo(id)), {}});
+    for (const VideoItem &video : session.project().videos) {
+        if (marked.contains(video->id)) {
+            rows.append({video, {}});
+        }
     }
     if (call.wantsJSON()) {
         call.printJSON([&](JSONWriter &writer) {

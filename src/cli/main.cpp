@@ -5,6 +5,7 @@
 #include <langinfo.h>
 
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -19,6 +20,8 @@ static void useUtf8Locale() {
 
 int main(int argc, char **argv) {
     useUtf8Locale();
+    // A reader that went away must not end an export before it is on record.
+    std::signal(SIGPIPE, SIG_IGN);
     const QCoreApplication application(argc, argv);
     corvane::SystemConsole console;
     const int status = corvane::runCli(QCoreApplication::arguments(), console);

@@ -51,7 +51,7 @@ QString temporaryName(const QString &prefix, const QString &extension) {
 class VettedCopy {
   public:
     explicit VettedCopy(const QString &source) {
-        const QString extension = pathExtension(source);
+        const QString extension = paths::extension(source);
         m_path =
             paths::joined(QDir::tempPath(),
                           temporaryName(QStringLiteral("cv-transcode-src."),
@@ -80,7 +80,9 @@ void VettedCopy::make(const QString &source, const RootIdentity &identity,
     using Kind = ImportCopier::CopyError::Kind;
     const QString folder = paths::parentFolder(paths::standardized(source));
     try {
-        ImportCopier::copy(source, m_path, ImportCopier::SourceRoot{folder, identity}, {}, stop);
+        // Nobody else may read what somebody may have kept to themselves.
+        ImportCopier::copy(source, m_path, ImportCopier::SourceRoot{folder, identity}, {}, stop,
+                           0600);
     } catch (const Cancelled &) {
         throw SessionError::cancelled();
     } catch (const ImportCopier::CopyError &error) {
@@ -140,6 +142,14 @@ void runSession(ExportSession &session, ExportPreset preset, const QString &outp
     }
 }
 
+void createFolder(const QString &folder) {
+    try {
+        fileSystem().createFolders(folder);
+    } catch (const FileError &error) {
+        throw SessionError::exportFailed(folder + QStringLiteral(": ") + error.description());
+    }
+}
+
 /// Only a regular file at the destination may be replaced.
 void place(TemporaryFile &output, const QString &destination) {
     const auto existing = PathSafety::fileType(destination);
@@ -164,7 +174,7 @@ void transcodeNow(const Transcode &transcode, ExportSessionFactory &sessions, Se
     const QString folder = paths::parentFolder(transcode.destination);
     const QString name = temporaryName(QStringLiteral(".tmp."), QStringLiteral("mp4"));
     try {
-        fileSystem().createFolders(folder);
+        createFolder(folder);
         const auto session =
             makeSession(transcode, copy ? copy->path() : transcode.source, sessions);
         const auto range = timeRange(transcode);

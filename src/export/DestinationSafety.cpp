@@ -27,9 +27,9 @@ void assertNoLinkedFolder(const QString &output, const QString &outputFolder,
     }
 }
 
-QSet<QString> placesOf(const QStringList &files) {
+Places placesOf(const QStringList &files) {
     QHash<QString, QString> resolvedFolders; // many files lie in few folders
-    QSet<QString> places;
+    Places places;
     for (const QString &file : files) {
         const QString standardized = paths::standardized(file);
         const QString folder = paths::parentFolder(standardized);
@@ -37,13 +37,16 @@ QSet<QString> placesOf(const QStringList &files) {
         if (resolved == resolvedFolders.constEnd()) {
             resolved = resolvedFolders.insert(folder, paths::resolvingLinks(folder));
         }
-        places.insert(paths::joined(*resolved, paths::lastComponent(standardized)));
+        places.paths.insert(paths::joined(*resolved, paths::lastComponent(standardized)));
+        if (const auto status = fileSystem().linkStatus(standardized)) {
+            places.identities.insert({status->device, status->inode});
+        }
     }
     return places;
 }
 
-void assertReplacesNoMedia(const QString &output, const QSet<QString> &mediaPlaces) {
-    if (mediaPlaces.intersects(placesOf({output}))) {
+void assertReplacesNoMedia(const QString &output, const Places &media) {
+    if (media.intersects(placesOf({output}))) {
         throw ExportEngineError(
             ExportEngineError::Code::destinationIsProjectMedia,
             QStringLiteral("%1 belongs to the media of this project, refusing to replace it: %2. "

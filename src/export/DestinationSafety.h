@@ -41,13 +41,22 @@ void assertContained(const QString &child, const QString &parent, const QString 
 /// symbolic link. The output's own name is looked at when the finished file is placed.
 void assertNoLinkedFolder(const QString &output, const QString &outputFolder, const QString &label);
 
-/// The place of each file, for `assertReplacesNoMedia`: links on the way to it resolved, its own
-/// name as it is.
-QSet<QString> placesOf(const QStringList &files);
+/// Where files lie, by path and by identity.
+struct Places {
+    QSet<QString> paths; ///< links on the way resolved, the file's own name as it is
+    /// Device and inode of those that exist: on a volume that ignores case, one file has many
+    /// names.
+    QSet<std::pair<quint64, quint64>> identities;
+
+    bool intersects(const Places &other) const {
+        return paths.intersects(other.paths) || identities.intersects(other.identities);
+    }
+};
+Places placesOf(const QStringList &files);
 
 /// Throws `ExportEngineError` where the output would replace one of the files that the project
 /// delivers from.
-void assertReplacesNoMedia(const QString &output, const QSet<QString> &mediaPlaces);
+void assertReplacesNoMedia(const QString &output, const Places &media);
 
 } // namespace DestinationSafety
 

@@ -40,6 +40,7 @@ QCoro::Task<std::optional<BatchRefusal>> refuseProxies(QList<ExportRowJob> rows)
 
 QCoro::Task<std::optional<BatchRefusal>> createFolders(QString outputFolder,
                                                        OutputMode outputMode) {
+    const QString prefix = QStringLiteral("create output folder: ");
     try {
         co_await userInitiatedExecutor().run([outputFolder, outputMode] {
             fileSystem().createFolders(outputFolder);
@@ -48,7 +49,7 @@ QCoro::Task<std::optional<BatchRefusal>> createFolders(QString outputFolder,
             }
         });
     } catch (const std::exception &error) {
-        co_return BatchRefusal{QStringLiteral("create output folder: ") + describe(error),
+        co_return BatchRefusal{prefix + outputFolder + QStringLiteral(": ") + describe(error),
                                QStringLiteral("skipped manifest — output folder unwritable")};
     }
     co_return std::nullopt;
@@ -83,16 +84,18 @@ QStringList projectMedia(const QList<ExportRowJob> &rows, const AuthorizedPaths 
     return files;
 }
 
-QCoro::Task<QSet<QString>> mediaPlaces(QStringList files) {
+QCoro::Task<DestinationSafety::Places> mediaPlaces(QStringList files) {
     co_return co_await userInitiatedExecutor().run(
         [files] { return DestinationSafety::placesOf(files); });
 }
 
-/// Hashes the sources ahead of the rows; stops early once the run is cancelled.
+/// Hashes the sources ahead of the rows; stops between two files once the run is cancelled, and
+/// within one once it is aborted.
 QCoro::Task<QHash<QString, ContentHasher::AnchorVerification>>
 verifyAhead(QHash<QString, ContentHasher::FullAnchor> anchors, std::shared_ptr<CancelToken> token) {
     co_return co_await utilityExecutor().run([anchors, token] {
-        return ContentHasher::verifyAnchors(anchors, [&] { return token->isRequested(); });
+        return ContentHasher::verifyAnchors(
+            anchors, [&] { return token->isRequested(); }, token->stopToken());
     });
 }
 
@@ -176,7 +179,7 @@ QCoro::Task<std::shared_ptr<const ExportRunContext>>
 ExportEngine::makeContext(ExportBatchInput input, QList<ExportRowJob> rows,
                           ExportProgressHandler onProgress) {
     const AuthorizedPaths grants = input.authorizedSourcePaths;
-    const QSet<QString> places = co_await mediaPlaces(projectMedia(rows, grants));
+    const DestinationSafety::Places places = co_await mediaPlaces(projectMedia(rows, grants));
     const auto verdicts = co_await verifyAhead(anchorsOf(rows, grants), m_cancelToken);
     co_return std::make_shared<const ExportRunContext>(
         ExportRunContext{.input = input,

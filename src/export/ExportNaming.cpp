@@ -163,12 +163,6 @@ QString sanitizeNameComponent(const QString &text) {
     return isOnlyPoints ? QString() : clean;
 }
 
-QString pathExtension(const QString &path) {
-    const QString name = paths::lastComponent(path);
-    const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
-    return point <= 0 ? QString() : name.mid(point + 1);
-}
-
 std::optional<QString> originalFileNumber(const QString &fileName) {
     constexpr qsizetype kFewestDigits = 3;
     const QString stem = paths::split(fileName).stem;

@@ -33,10 +33,6 @@ void setNamingOption(ExportNamingOptions &options, const QString &key, const QSt
 /// The text as it may stand in a file name; possibly empty.
 QString sanitizeNameComponent(const QString &text);
 
-/// The extension of a path as it is written, without its point; empty for a name whose only point
-/// leads it.
-QString pathExtension(const QString &path);
-
 /// The number that a camera put at the end of a file's stem ("IMG_1234.MOV": "1234", "C0012.MP4":
 /// "C0012"), if there is one.
 std::optional<QString> originalFileNumber(const QString &fileName);

@@ -157,7 +157,7 @@ void RowNamer::addSidecar(ExportRowJob &row, const PlannedItem &item, const QStr
     if (source.isEmpty()) {
         return;
     }
-    const QString extension = pathExtension(source);
+    const QString extension = paths::extension(source);
     const QString name = extension.isEmpty() ? stem : stem + QLatin1Char('.') + extension;
     row.sidecarSource = resolvedAgainstProject(source, m_project.filePath);
     row.sidecarDestination = paths::joined(m_folder, m_names.takeBesideStem(name));

@@ -17,7 +17,7 @@ struct ExportRunContext {
     ExportBatchInput input;
     int total = 0; ///< rows
     PathSafety::SourceGrants grants;
-    QSet<QString> mediaPlaces; ///< of the files that no output may replace
+    DestinationSafety::Places mediaPlaces; ///< of the files that no output may replace
     std::shared_ptr<CancelToken> cancelToken;
     ExportProgressHandler onProgress;
     media::ExportSessionFactory &sessions;

@@ -112,8 +112,13 @@ QString rowLine(const ExportProgress &progress) {
                                     : QStringLiteral("Copying / encoding…");
 }
 
-double overallFraction(const ExportProgress &progress) {
-    return progress.total > 0 ? (progress.index + progress.rowProgress) / progress.total : 0;
+double overallFraction(const ExportProgress &progress, OutputMode outputMode) {
+    // Where a row is made twice, each of the two counts half of it.
+    double row = progress.rowProgress;
+    if (outputMode == OutputMode::primaryAndHd && progress.phase != ExportProgress::Phase::done) {
+        row = row / 2 + (progress.phase == ExportProgress::Phase::hdEncoding ? 0.5 : 0.0);
+    }
+    return progress.total > 0 ? (progress.index + row) / progress.total : 0;
 }
 
 QString percent(double fraction) {

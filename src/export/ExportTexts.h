@@ -30,7 +30,8 @@ QString progressLine(const ExportProgress &progress);
 /// Of the row's output in hand.
 QString rowLine(const ExportProgress &progress);
 /// How much of the run the progress stands for, from 0 to 1.
-double overallFraction(const ExportProgress &progress);
+double overallFraction(const ExportProgress &progress,
+                       OutputMode outputMode = OutputMode::primaryOnly);
 /// "38%", cut off so that 100% is said only when all is done.
 QString percent(double fraction);
 QString cancelButton(CancelStage stage);

@@ -212,7 +212,8 @@ QCoro::Task<ExportBatchResult> ExportViewModel::runEngine(Run run) {
 }
 
 void ExportViewModel::adoptProgress(const ExportProgress &progress) {
-    m_overallFraction = std::max(m_overallFraction, ExportTexts::overallFraction(progress));
+    m_overallFraction =
+        std::max(m_overallFraction, ExportTexts::overallFraction(progress, m_choices.outputMode));
     assign(m_progress, std::optional(progress), &ExportViewModel::progressChanged);
 }
 

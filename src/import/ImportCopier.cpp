@@ -1,13 +1,12 @@
 #include "import/ImportCopier.h"
 
+#include "document/Project.h"
 #include "import/PipelinedHasher.h"
 #include "platform/AtomicWrite.h"
 #include "platform/BlockBuffer.h"
 #include "platform/Paths.h"
 #include "trust/ContentHasher.h"
 #include "trust/PathSafety.h"
-
-#include <QUuid>
 
 #include <algorithm>
 #include <unistd.h>
@@ -90,15 +89,14 @@ Descriptor openSource(const QString &source, const std::optional<SourceRoot> &ro
 
 /// Hidden, so that no scan finds it, and of the destination's extension.
 QString temporaryPath(const QString &destination) {
-    const QString extension = paths::split(paths::lastComponent(destination)).extension.mid(1);
-    const QString unique = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     const QString name =
-        QStringLiteral(".tmp.%1.%2.%3").arg(QString::number(::getpid()), unique, extension);
+        QStringLiteral(".tmp.%1.%2.%3")
+            .arg(QString::number(::getpid()), newIdentifier(), paths::extension(destination));
     return paths::joined(paths::parentFolder(destination), name);
 }
 
-TemporaryFile createTemporary(const QString &destination) {
-    return worded([&] { return TemporaryFile(temporaryPath(destination)); },
+TemporaryFile createTemporary(const QString &destination, quint32 permissions) {
+    return worded([&] { return TemporaryFile(temporaryPath(destination), permissions); },
                   [&](const QString &) {
                       return CopyError::destinationUnwritable(
                           destination, QStringLiteral("could not create tmp file"));
@@ -220,12 +218,12 @@ CopyError CopyError::sourceContentChanged(const QString &path) {
 }
 
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
-          const Progress &progress, std::stop_token stop) {
+          const Progress &progress, std::stop_token stop, quint32 permissions) {
     worded(
         [&] { fileSystem().createFolders(paths::parentFolder(destination)); },
         [&](const QString &error) { return CopyError::destinationUnwritable(destination, error); });
     Descriptor from = openSource(source, root);
-    TemporaryFile temporary = createTemporary(destination);
+    TemporaryFile temporary = createTemporary(destination, permissions);
     const auto anchor = anchorToReproduce(root);
     std::optional<PipelinedHasher> hasher;
     if (anchor) {

@@ -56,9 +56,12 @@ struct SourceRoot {
 using Progress = std::function<void(quint64 bytesDone)>;
 
 /// Copies on the calling thread, which belongs to an executor. Without a root the source is opened
-/// by its plain path. Throws `CopyError`, or `Cancelled` once `stop` asks for it; then the
-/// destination is as it was and no temporary file is left.
+/// by its plain path. The copy gets `permissions`, less the user's mask.
+///
+/// Throws `CopyError`, or `Cancelled` once `stop` asks for it; then the destination is as it was
+/// and no temporary file is left. Only where the very last step fails, the sync of the folder, the
+/// whole new file stands there already.
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
-          const Progress &progress, std::stop_token stop);
+          const Progress &progress, std::stop_token stop, quint32 permissions = 0666);
 
 } // namespace corvane::ImportCopier

@@ -46,7 +46,9 @@ bool ImportViewModel::canScan() const {
 }
 
 bool ImportViewModel::canBeginImport() const {
-    return m_stage == Stage::results && m_store && m_store->project() && includedCount() > 0;
+    // The rows say what is new to the project that was open when they were made.
+    return m_stage == Stage::results && m_store && m_store->project() &&
+           m_store->fileURL() == m_scannedFor && includedCount() > 0;
 }
 
 int ImportViewModel::includedCount() const {
@@ -174,6 +176,7 @@ void ImportViewModel::reset() {
 }
 
 void ImportViewModel::showScan(ScanResult result) {
+    m_scannedFor = m_store ? m_store->fileURL() : std::nullopt;
     assign(m_scannedVideos, result.videos, &ImportViewModel::scannedVideosChanged);
     assign(m_leftOut, result.leftOut, &ImportViewModel::leftOutChanged);
     if (m_store && m_store->fileURL() && !m_destinationIsChosen) {

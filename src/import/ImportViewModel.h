@@ -165,7 +165,8 @@ class ImportViewModel : public QObject {
     LeftOut m_leftOut;
     QList<ImportPreviewRow> m_previewRows;
     std::optional<QString> m_destinationFolder;
-    bool m_destinationIsChosen = false; ///< by the user; else it is the project's media folder
+    std::optional<QString> m_scannedFor; ///< the project that was open when the rows were made
+    bool m_destinationIsChosen = false;  ///< by the user; else it is the project's media folder
     std::optional<ImportProgress> m_progress;
     int m_succeededCount = 0;
     int m_skippedCount = 0;

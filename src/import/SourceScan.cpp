@@ -119,7 +119,10 @@ std::optional<FolderListing> SourceScanner::listed(const QString &folder) {
 
 void SourceScanner::walk(const QString &folder) {
     const auto listing = listed(folder);
-    if (!listing) {
+    // The listing follows a link that took the folder's place meanwhile.
+    const bool isLinked =
+        folder != m_root.url && PathSafety::fileType(folder) != FileType::Directory;
+    if (!listing || isLinked) {
         ++m_result.leftOut.unreadable;
         return;
     }

@@ -59,10 +59,14 @@ StemAndExtension split(const QString &name) {
                      : StemAndExtension{name.left(point), name.mid(point)};
 }
 
-QString lowerCaseExtension(const QString &name) {
-    const QString last = lastComponent(name);
+QString extension(const QString &path) {
+    const QString last = lastComponent(path);
     const qsizetype point = last.lastIndexOf(QLatin1Char('.'));
-    return point <= 0 ? QString() : last.mid(point + 1).toLower();
+    return point <= 0 ? QString() : last.mid(point + 1);
+}
+
+QString lowerCaseExtension(const QString &name) {
+    return extension(name).toLower();
 }
 
 } // namespace corvane::paths

@@ -30,6 +30,9 @@ struct StemAndExtension {
 };
 StemAndExtension split(const QString &name);
 
+/// The extension without its point, as it stands; empty for a name whose only point leads it.
+QString extension(const QString &path);
+
 /// The extension without its point, in lower case; empty for a name whose only point leads it.
 QString lowerCaseExtension(const QString &name);
 

@@ -96,6 +96,9 @@ class ProjectStore : public QObject {
     };
     const MediaConfirmation &mediaConfirmation() const { return m_mediaConfirmation; }
 
+    /// The clip as it is now, or null. Quick within a batch, which keeps a table.
+    const VideoRecord *video(const QString &id) const;
+
     MediaSourceAuthorization &authorization() { return m_authorization; }
     Clock &clock() { return m_clock; }
 
@@ -208,7 +211,7 @@ class ProjectStore : public QObject {
     int editSelection(const QStringList &videoIds, bool select);
     void autoReview(VideoRecord &video) const;
     void publishEdit();
-    qsizetype indexOfVideo(const QString &id);
+    qsizetype indexOfVideo(const QString &id) const;
     void replay(QList<Project> &from, QList<Project> &to);
 
     ProjectFileIO &m_io;
@@ -239,7 +242,7 @@ class ProjectStore : public QObject {
     bool m_inUndoBatch = false;
     /// Of a batch: whether it changed anything yet, and where each clip stands, once it was asked.
     bool m_batchChangedProject = false;
-    QHash<QString, qsizetype> m_batchIndexes;
+    mutable QHash<QString, qsizetype> m_batchIndexes;
     bool m_isReplayingHistory = false;
 };
 

@@ -102,7 +102,12 @@ void ProjectStore::publishEdit() {
 }
 
 /// A batch asks for many clips, so it makes a table at its first question.
-qsizetype ProjectStore::indexOfVideo(const QString &id) {
+const VideoRecord *ProjectStore::video(const QString &id) const {
+    const qsizetype index = m_project ? indexOfVideo(id) : -1;
+    return index < 0 ? nullptr : &*m_project->videos.at(index);
+}
+
+qsizetype ProjectStore::indexOfVideo(const QString &id) const {
     if (!m_inUndoBatch) {
         return m_project->indexOfVideo(id);
     }

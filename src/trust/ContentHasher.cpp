@@ -60,10 +60,16 @@ std::optional<FullAnchor> parseLegacyAnchor(const QString &anchor) {
     return FullAnchor{{}, anchor};
 }
 
-QString fullDigest(const QString &path, const QByteArray &salt) {
+/// Throws `Cancelled` within the file once `stop` asks for it.
+QString fullDigest(const QString &path, const QByteArray &salt, const std::stop_token &stop = {}) {
     const HashedFile file(path);
     StreamingAnchorHasher hasher(salt);
-    file.forEachBlock([&](const char *bytes, qint64 count) { hasher.update(bytes, count); });
+    file.forEachBlock([&](const char *bytes, qint64 count) {
+        if (stop.stop_requested()) {
+            throw Cancelled();
+        }
+        hasher.update(bytes, count);
+    });
     return hasher.finalizeDigest();
 }
 
@@ -76,8 +82,9 @@ template <typename Digest> AnchorVerification compared(const QString &expected, 
     }
 }
 
-AnchorVerification verifyFull(const FullAnchor &anchor, const QString &path) {
-    return compared(anchor.expectedDigest, [&] { return fullDigest(path, anchor.salt); });
+AnchorVerification verifyFull(const FullAnchor &anchor, const QString &path,
+                              const std::stop_token &stop = {}) {
+    return compared(anchor.expectedDigest, [&] { return fullDigest(path, anchor.salt, stop); });
 }
 
 } // namespace
@@ -128,13 +135,18 @@ AnchorVerification verifyAnchor(const QString &anchor, const QString &path) {
 }
 
 QHash<QString, AnchorVerification> verifyAnchors(const QHash<QString, FullAnchor> &pathsToAnchors,
-                                                 const std::function<bool()> &isCancelled) {
+                                                 const std::function<bool()> &isCancelled,
+                                                 std::stop_token abort) {
     QHash<QString, AnchorVerification> verdicts;
-    for (const auto &[path, anchor] : pathsToAnchors.asKeyValueRange()) {
-        if (isCancelled && isCancelled()) {
-            break;
+    try {
+        for (const auto &[path, anchor] : pathsToAnchors.asKeyValueRange()) {
+            if (isCancelled && isCancelled()) {
+                break;
+            }
+            verdicts.insert(path, verifyFull(anchor, path, abort));
         }
-        verdicts.insert(path, verifyFull(anchor, path));
+    } catch (const Cancelled &) {
+        // The file at work has no verdict; those before it have theirs.
     }
     return verdicts;
 }

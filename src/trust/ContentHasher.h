@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <stop_token>
 
 /// Anchors: short texts that tell later whether a file still is the file that they were taken from.
 ///
@@ -82,8 +83,10 @@ QString makeAnchor(const QString &path);
 AnchorVerification verifyAnchor(const QString &anchor, const QString &path);
 
 /// Verifies many. `isCancelled` is asked before each path; once it says yes the rest is left out.
+/// `abort` ends it within a file, which is then left out too.
 QHash<QString, AnchorVerification> verifyAnchors(const QHash<QString, FullAnchor> &pathsToAnchors,
-                                                 const std::function<bool()> &isCancelled);
+                                                 const std::function<bool()> &isCancelled,
+                                                 std::stop_token abort = {});
 
 /// The parts of a full anchor, or nothing where the text is no well-formed one.
 std::optional<FullAnchor> parseFullAnchor(const QString &anchor);

@@ -88,7 +88,7 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
         QString key;
         QList<Candidate> candidates;
     };
-    Request request = co_await m_executor.run([paths, projectFile] {
+    Request request = co_await m_executor.run([this, paths, projectFile] {
         Request made{.key = projectKey(projectFile)};
         FolderIdentities identities;
         QSet<QString> seen;
@@ -99,6 +99,7 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
                 made.candidates.append({path, identities.ofParent(path), {}});
             }
         }
+        listUnproved(made.key, made.candidates);
         return made;
     });
     // One file at a time, so that other work on that executor isn't held up by a whole import.
@@ -109,6 +110,20 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
         }
     }
     co_await m_executor.run([this, request] { storeGrants(request.key, request.candidates); });
+}
+
+/// Lists what has no entry yet as unproved while its hashing lasts: where the process ends before
+/// that, the paths are known, and the user is asked about them instead of finding them refused.
+void MediaSourceAuthorization::listUnproved(const QString &key, QList<Candidate> &candidates) {
+    AuthorizedPaths &table = m_tables->authorizedPaths[key];
+    const QSet<QString> pending = m_tables->pendingLegacyPaths.value(key);
+    for (Candidate &candidate : candidates) {
+        candidate.isNew = !table.contains(candidate.path) && !pending.contains(candidate.path);
+        if (!table.contains(candidate.path)) {
+            table.insert(candidate.path, std::nullopt);
+        }
+    }
+    persist();
 }
 
 void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candidate> &candidates) {
@@ -129,6 +144,9 @@ void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candi
         }
         if (identity.contentHash) {
             table.insert(candidate.path, identity);
+            if (candidate.isNew) { // somebody may have taken it for unresolved meanwhile
+                m_tables->pendingLegacyPaths[key].remove(candidate.path);
+            }
         } else {
             table.insert(candidate.path, std::nullopt);
             unproved.insert(candidate.path);
@@ -136,6 +154,9 @@ void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candi
     }
     if (!unproved.isEmpty()) {
         m_tables->pendingLegacyPaths[key].unite(unproved);
+    }
+    if (m_tables->pendingLegacyPaths.value(key).isEmpty()) {
+        m_tables->pendingLegacyPaths.remove(key);
     }
     persist();
 }

@@ -79,9 +79,11 @@ class MediaSourceAuthorization {
         QString path;                         ///< standardized
         std::optional<RootIdentity> identity; ///< of its folder; nothing where that can't be read
         std::optional<QString> anchor;        ///< nothing where the file can't be hashed
+        bool isNew = false;                   ///< nothing was known of the path before
     };
 
     void persist() const;
+    void listUnproved(const QString &key, QList<Candidate> &candidates);
     void storeGrants(const QString &key, const QList<Candidate> &candidates);
     QStringList takePending(const QString &key, const QStringList &paths);
     void restoreUnconfirmed(const QString &key, const QStringList &paths);

@@ -178,10 +178,14 @@ TEST_F(MediaSourceAuthorizationTest, LetsOverlappingGrantsAndAFullDiskLoseNothin
     const QString second = folder.write(QStringLiteral("card/second.mov"), "take two");
     auto first = registry->authorize({clip}, project);
     auto other = registry->authorize({second}, project);
-    EXPECT_TRUE(table().isEmpty()); // answered while the hashing goes on
+    auto early = registry->authorizedPaths(project); // both asked before any hashing began
+    auto unresolved = registry->unresolvedPaths(project);
+    EXPECT_EQ(await(std::move(early)), (AuthorizedPaths{{clip, {}}, {second, {}}}));
+    EXPECT_EQ(await(std::move(unresolved)).size(), 2);
     await(std::move(first));
     await(std::move(other));
     EXPECT_TRUE(isGrantedAsItIs(clip) && isGrantedAsItIs(second));
+    EXPECT_TRUE(await(registry->pendingLegacyPaths(project)).isEmpty());
     EXPECT_FALSE(folder.has(kRegistry));
     full.setFreeSpace(-1);
     authorize({offline});
