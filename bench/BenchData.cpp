@@ -124,7 +124,8 @@ void runCommand(const QString &command) {
 namespace {
 
 double memoryLine(const QByteArray &key) {
-    const QList<QByteArray> lines = readAll(QStringLiteral("/proc/self/status"), 1 << 20).split('\n');
+    const QList<QByteArray> lines =
+        readAll(QStringLiteral("/proc/self/status"), 1 << 20).split('\n');
     for (const QByteArray &line : lines) {
         if (line.startsWith(key)) {
             return line.mid(key.size()).trimmed().split(' ').first().toDouble() * 1024;
@@ -135,8 +136,12 @@ double memoryLine(const QByteArray &key) {
 
 } // namespace
 
-double currentMemory() { return memoryLine("VmRSS:"); }
-double peakMemory() { return memoryLine("VmHWM:"); }
+double currentMemory() {
+    return memoryLine("VmRSS:");
+}
+double peakMemory() {
+    return memoryLine("VmHWM:");
+}
 
 double measuredByItself(const QString &what) {
     QProcess process;
