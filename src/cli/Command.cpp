@@ -10,7 +10,12 @@ QString absolutePath(const QString &text) {
     if (text.isEmpty()) {
         throw UsageError(QStringLiteral("A path is empty."));
     }
-    return paths::standardized(text);
+    const QString path = paths::standardized(text);
+    if (!path.startsWith(QLatin1Char('/'))) {
+        throw Failure(
+            QStringLiteral("%1 is a relative path, and the current folder is gone.").arg(text));
+    }
+    return path;
 }
 
 } // namespace

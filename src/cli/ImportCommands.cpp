@@ -204,7 +204,14 @@ int runImport(const Invocation &call) {
     if (watcher.wasInterrupted()) {
         call.printNotice(QStringLiteral("Cancelled"));
     }
-    return flow.failures().isEmpty() && !watcher.wasInterrupted() ? kAllDone : kRefused;
+    const bool isGranted = session.store().authorization().isOnDisk();
+    if (!isGranted) {
+        call.printNotice(QStringLiteral("The grants for these files could not be written to %1, so "
+                                        "an export will refuse them.")
+                             .arg(call.console().dataFolder()));
+    }
+    const bool isDone = flow.failures().isEmpty() && isGranted && !watcher.wasInterrupted();
+    return isDone ? kAllDone : kRefused;
 }
 
 const char kRecursiveHelp[] = "Look into folders below the sources too.";

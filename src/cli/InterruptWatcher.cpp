@@ -41,7 +41,11 @@ InterruptWatcher::InterruptWatcher(std::function<void()> onInterrupt)
     action.sa_flags = SA_RESTART;
     ::sigemptyset(&action.sa_mask);
     for (size_t i = 0; i < kSignals.size(); ++i) {
-        ::sigaction(kSignals.at(i), &action, &m_previous.at(i));
+        ::sigaction(kSignals.at(i), nullptr, &m_previous.at(i));
+        // What whoever started the program has it ignore (nohup, a background job) stays ignored.
+        if (m_previous.at(i).sa_handler != SIG_IGN) {
+            ::sigaction(kSignals.at(i), &action, nullptr);
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include <QCoreApplication>
+#include <QUtf8StringView>
 
 #include <langinfo.h>
 
@@ -22,6 +23,13 @@ int main(int argc, char **argv) {
     useUtf8Locale();
     // A reader that went away must not end an export before it is on record.
     std::signal(SIGPIPE, SIG_IGN);
+    for (int i = 1; i < argc; ++i) {
+        if (!QUtf8StringView(argv[i]).isValidUtf8()) {
+            std::fprintf(stderr, "Argument %d is not valid UTF-8, so no path can be made of it.\n",
+                         i);
+            return corvane::kWrongUsage;
+        }
+    }
     const QCoreApplication application(argc, argv);
     corvane::SystemConsole console;
     const int status = corvane::runCli(QCoreApplication::arguments(), console);

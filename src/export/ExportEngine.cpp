@@ -73,8 +73,8 @@ QHash<QString, ContentHasher::FullAnchor> anchorsOf(const QList<ExportRowJob> &r
 }
 
 /// Every file that the project delivers from: no output may take its place.
-QStringList projectMedia(const QList<ExportRowJob> &rows, const AuthorizedPaths &grants) {
-    QStringList files = grants.keys();
+QStringList projectMedia(const QList<ExportRowJob> &rows, const ExportBatchInput &input) {
+    QStringList files = input.authorizedSourcePaths.keys() + input.protectedFiles;
     for (const ExportRowJob &row : rows) {
         files.append(row.sourcePath);
         if (row.sidecarSource) {
@@ -179,7 +179,7 @@ QCoro::Task<std::shared_ptr<const ExportRunContext>>
 ExportEngine::makeContext(ExportBatchInput input, QList<ExportRowJob> rows,
                           ExportProgressHandler onProgress) {
     const AuthorizedPaths grants = input.authorizedSourcePaths;
-    const DestinationSafety::Places places = co_await mediaPlaces(projectMedia(rows, grants));
+    const DestinationSafety::Places places = co_await mediaPlaces(projectMedia(rows, input));
     const auto verdicts = co_await verifyAhead(anchorsOf(rows, grants), m_cancelToken);
     co_return std::make_shared<const ExportRunContext>(
         ExportRunContext{.input = input,

@@ -49,6 +49,9 @@ struct ExportBatchInput {
     QString projectFolder;
     AuthorizedPaths authorizedSourcePaths;
     bool mediaRootAuthorized = false;
+    /// Absolute paths of what no output may replace: the project file, and all clips' media,
+    /// sidecars and files they were copied from, exported in this run or not.
+    QStringList protectedFiles;
 
     bool operator==(const ExportBatchInput &) const = default;
 };

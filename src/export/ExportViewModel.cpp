@@ -9,6 +9,26 @@
 
 namespace corvane {
 
+namespace {
+
+/// Every file that the project names, wherever it lies.
+QStringList filesOf(const Project &project) {
+    QStringList files{project.filePath};
+    const auto add = [&](const std::optional<QString> &path) {
+        if (path && !path->isEmpty()) {
+            files.append(resolvedAgainstProject(*path, project.filePath));
+        }
+    };
+    for (const VideoItem &video : project.videos) {
+        add(video->sourcePath);
+        add(video->originalSourcePath);
+        add(video->sidecarPath);
+    }
+    return files;
+}
+
+} // namespace
+
 /// All that a run needs to go on without its view model.
 struct ExportViewModel::Run {
     QPointer<ExportViewModel> viewModel;
@@ -144,6 +164,7 @@ std::optional<ExportViewModel::Run> ExportViewModel::prepareRun(const Project &p
         .includeWholeVideoSelects = m_choices.includeWholeVideoSelects,
         .includeSubclipSelects = m_choices.includeSubclipSelects,
         .projectFolder = projectFolder(project.filePath),
+        .protectedFiles = filesOf(project),
     };
     m_engine = std::make_shared<ExportEngine>(m_sessions, m_store->clock());
     m_runInput = input;

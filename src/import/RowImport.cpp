@@ -34,6 +34,18 @@ QString sidecarDestination(const ImportPreviewRow &row, const QString &folder,
     return paths::joined(folder, freeName(folder, following));
 }
 
+void removeCopy(const QString &path);
+
+/// A file that grew or shrank since it was scanned was changed while it was read, perhaps in the
+/// middle: its copy is nothing that ever existed.
+void refuseIfChanged(const ImportPreviewRow &row, const QString &copy) {
+    const auto status = fileSystem().linkStatus(copy);
+    if (status && quint64(status->size) != row.source.fileSizeBytes) {
+        removeCopy(copy);
+        throw ImportCopier::CopyError::sourceContentChanged(row.source.url);
+    }
+}
+
 void removeCopy(const QString &path) {
     try {
         fileSystem().remove(path);
@@ -55,6 +67,7 @@ Outcome copied(const ImportPreviewRow &row, const QString &destinationFolder,
     const QString video = paths::joined(destinationFolder, videoName);
     try {
         ImportCopier::copy(row.source.url, video, root, progress, stop);
+        refuseIfChanged(row, video);
     } catch (const Cancelled &) {
         throw;
     } catch (const std::exception &error) {

@@ -1,10 +1,6 @@
 #pragma once
 
-#include "platform/Failure.h"
-
-#include <QLockFile>
-
-#include <memory>
+#include "platform/FileSystem.h"
 
 namespace corvane {
 
@@ -15,8 +11,8 @@ class AlreadyRunning : public Failure {
 };
 
 /// The right to write the application's data folder, held by one process at a time for as long as
-/// the object lives: two writers never meet at the registry of grants. A lock left by a process
-/// that died is taken over.
+/// the object lives: two writers never meet at the registry of grants. The lock is the kernel's, on
+/// a file named "lock" that stays; it ends with its process, however that ends.
 class InstanceLock {
   public:
     /// Creates the folder if it is missing. Throws `AlreadyRunning`, or `Failure` where no lock
@@ -24,7 +20,7 @@ class InstanceLock {
     explicit InstanceLock(const QString &dataFolder);
 
   private:
-    std::unique_ptr<QLockFile> m_lock;
+    Descriptor m_lock;
 };
 
 } // namespace corvane

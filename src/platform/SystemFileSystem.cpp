@@ -218,17 +218,23 @@ void SystemFileSystem::close(Descriptor &file) {
 }
 
 void SystemFileSystem::createFolders(const QString &path) {
-    if (const auto existing = targetStatus(path)) {
-        if (existing->type != FileType::Directory) {
-            throw FileError(path, ENOTDIR);
-        }
+    const QByteArray name = encoded(path);
+    if (::mkdir(name.constData(), 0777) == 0) {
         return;
     }
-    const QString parent = paths::parentFolder(path);
-    if (parent != path) {
-        createFolders(parent);
+    const int code = errno;
+    const auto existing = targetStatus(path);
+    if (existing && existing->type == FileType::Directory) {
+        return;
     }
-    const QByteArray name = encoded(path);
+    if (existing) {
+        throw FileError(path, ENOTDIR);
+    }
+    const QString parent = paths::parentFolder(path);
+    if (code != ENOENT || parent == path) {
+        throw FileError(path, code);
+    }
+    createFolders(parent);
     if (::mkdir(name.constData(), 0777) != 0 && errno != EEXIST) {
         throw FileError(path, errno);
     }

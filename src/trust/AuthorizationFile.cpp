@@ -105,17 +105,19 @@ AuthorizationTables AuthorizationFile::read(const QString &file) {
     return {};
 }
 
-void AuthorizationFile::write(const AuthorizationTables &tables, const QString &file) {
+bool AuthorizationFile::write(const AuthorizationTables &tables, const QString &file) {
     const CurrentRegistryFile stored{tables.authorizedPaths, tables.authorizedMediaRoots,
                                      tables.pendingLegacyPaths, tables.contentMismatchPaths};
     try {
         const QByteArray bytes = encodeJSON(stored, JSONWriter::Style::Compact);
         if (bytes.size() <= MediaSourceAuthorization::kFileLimit) {
             writeAtomically(file, bytes);
+            return true;
         }
     } catch (const Failure &) {
         // The memory stands; the next change tries again.
     }
+    return false;
 }
 
 } // namespace corvane

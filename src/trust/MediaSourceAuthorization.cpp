@@ -284,7 +284,7 @@ void MediaSourceAuthorization::setContentMismatchContinuation(
 }
 
 void MediaSourceAuthorization::persist() const {
-    AuthorizationFile::write(*m_tables, m_fileURL);
+    m_isOnDisk = AuthorizationFile::write(*m_tables, m_fileURL);
 }
 
 } // namespace corvane

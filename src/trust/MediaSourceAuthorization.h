@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -70,6 +71,10 @@ class MediaSourceAuthorization {
     /// Grants the project's clips that lie in its media folder.
     QCoro::Task<void> authorizeMediaFolderClips(Project project, QString projectFile);
 
+    /// False after a change that couldn't be written: it lasts as long as the process, or until a
+    /// later change is written. Any thread.
+    bool isOnDisk() const { return m_isOnDisk; }
+
     /// The one receiver of mismatch events, called on the main thread. Empty takes it away.
     void setContentMismatchContinuation(std::function<void(ContentMismatchEvent)> sink);
 
@@ -89,6 +94,7 @@ class MediaSourceAuthorization {
     void restoreUnconfirmed(const QString &key, const QStringList &paths);
 
     QString m_fileURL;
+    mutable std::atomic<bool> m_isOnDisk = true;
     std::unique_ptr<AuthorizationTables> m_tables;                           ///< the executor's
     std::function<void(ContentMismatchEvent)> m_contentMismatchContinuation; ///< the main thread's
     SerialExecutor m_executor;

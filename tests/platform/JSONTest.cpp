@@ -58,6 +58,19 @@ TEST(JSONDocument, KeepsValuesThroughTextAndBack) {
     EXPECT_EQ(parsed(R"({"k":1,"k":2})"), parsed(R"({"k":2})"));
 }
 
+TEST(JSONDocument, EscapesAndRefusesControlCharactersWhereverTheyStand) {
+    for (char16_t code = 1; code < 0x20; ++code) {
+        for (int before = 0; before <= 40; ++before) {
+            const QString text =
+                QString(before, QLatin1Char('a')) + QChar(code) + QString(40, QLatin1Char('b'));
+            const QByteArray written = compact(text);
+            EXPECT_EQ(parsed(written), JSONValue(text));
+            EXPECT_FALSE(written.contains(char(code)));
+            EXPECT_THROW(parsed('"' + text.toLatin1() + '"'), JSONSyntaxError);
+        }
+    }
+}
+
 TEST(JSONValue, CopiesAreIndependent) {
     JSONValue original = parsed(R"({"list":[1,2]})");
     JSONValue copy = original;
