@@ -28,7 +28,8 @@ QStringList names(std::initializer_list<const char *> texts) {
 
 TEST_F(ReviewCommands, CreatesAProjectAndNeverOverAFile) {
     folder.folder(QStringLiteral("p"));
-    auto created = json("create @p/Harbor --name Harbor --shoot-date 2024-05-01 --client Gulls");
+    auto created = json("create @p/Harbor --name Harbor --shoot-date 2024-05-01 --client Gulls "
+                        "--location Pier --notes Windy");
     EXPECT_EQ(text(created, "name"), QStringLiteral("Harbor"));
     EXPECT_EQ(text(created, "filePath"), project);
     EXPECT_EQ(created.value(QStringLiteral("clips")), JSONValue(0));
@@ -40,6 +41,8 @@ TEST_F(ReviewCommands, CreatesAProjectAndNeverOverAFile) {
     const auto info = json("info P");
     EXPECT_EQ(text(info, "shootDate"), QStringLiteral("2024-05-01"));
     EXPECT_EQ(text(info, "clientOrSeries"), QStringLiteral("Gulls"));
+    EXPECT_EQ(text(info, "location"), QStringLiteral("Pier"));
+    EXPECT_EQ(text(info, "notes"), QStringLiteral("Windy"));
     EXPECT_EQ(info.value(QStringLiteral("schemaVersion")), JSONValue(7));
     EXPECT_EQ(folder.read(QStringLiteral("p/Harbor.corvane")), before);
 
@@ -103,6 +106,7 @@ TEST_F(ReviewCommands, ListsWhatPassesTheFilter) {
     EXPECT_EQ(listed("--rating 5only"), names({"clip10.mp4"}));
     EXPECT_EQ(listed("--search gULL"), names({"clip10.mp4"}));
     EXPECT_EQ(listed("--unreviewed").size(), 8);
+    EXPECT_EQ(listed("--rejects").size(), 11);
     EXPECT_EQ(text(json("list P --favorites"), "label"), QStringLiteral("0 of 11 visible"));
     EXPECT_EQ(run("list P --selected"), kAllDone);
     EXPECT_TRUE(console.output.contains("5★")) << console.output.data();

@@ -51,6 +51,7 @@ class AVExportSessionTest : public ExportTest {
 
 TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationWhenComplete) {
     sessions.halfway = [&](const QString &output) {
+        EXPECT_EQ(fileSystem().linkStatus(sessions.assets.at(0))->permissions, 0600);
         EXPECT_EQ(delivered("clip.mp4"), "older");
         EXPECT_TRUE(output.startsWith(at("out/.tmp.")));
         EXPECT_TRUE(output.endsWith(text(".mp4")));

@@ -1,6 +1,8 @@
 #include "ExportFixture.h"
 
 #include "export/ExportEngine.h"
+#include "export/SidecarCopier.h"
+#include "trust/PathSafety.h"
 
 #include <cerrno>
 
@@ -38,6 +40,15 @@ class ExportEngineTest : public ExportTest {
         const ExportBatchResult result = run();
         EXPECT_THAT(result.failed, SizeIs(1));
         return result.failed.isEmpty() ? QString() : result.failed.first().error;
+    }
+    /// What the manifest says of the HD copy of the first row.
+    QString hdStatus() const {
+        const QByteArray manifest = delivered("manifest-BATCH-1.json");
+        const JSONValue value = JSONDocument::parse(manifest).root().toValue();
+        const JSONValue::Array rows = *value.object()->value(text("rows")).array();
+        const JSONValue::Object row = *rows.first().object();
+        EXPECT_EQ(row.value(text("hdDestinationPath")), JSONValue(at("out/HD/a.mp4")));
+        return *row.value(text("hdStatus")).string();
     }
     /// Asks to cancel once when the row's work has begun.
     void cancelDuringRow(int index) {
@@ -113,6 +124,28 @@ TEST_F(ExportEngineTest, RefusesWhatIsNotAsItWasGrantedAndDeliversTheRest) {
                         at("footage/ungranted.mov") + behind));
     EXPECT_THAT(folder.names(text("out")),
                 ElementsAre(text("good.mov"), text("manifest-BATCH-1.json")));
+}
+
+TEST_F(ExportEngineTest, DeliversNothingOfASourceThatChangedSinceItWasVetted) {
+    addClip("A", "a.mp4", "before");
+    grantAndOpen();
+    files.setObserver([this](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("openFileAt") && path == QLatin1String("a.mp4")) {
+            folder.write(footage("a.mp4"), "behind"); // vetted by now
+        }
+    });
+    for (const auto &[mode, purpose] :
+         {std::pair(ExportBatch::Mode::fastCopy, "use"),
+          std::pair(ExportBatch::Mode::accurateTranscode, "transcode")}) {
+        choices.mode = mode;
+        folder.write(footage("a.mp4"), "before");
+        folder.write(text("out/a.mp4"), "older");
+        EXPECT_TRUE(failure().startsWith(
+            text("a.mp4's contents changed since it was authorized, refusing to ") +
+            text(purpose)));
+        EXPECT_EQ(delivered("a.mp4"), "older");
+        expectNoTemporaries();
+    }
 }
 
 TEST_F(ExportEngineTest, AProxyAmongTheSourcesStopsTheRunBeforeAnythingIsTouched) {
@@ -209,11 +242,18 @@ TEST_F(ExportEngineTest, RefusesSidecarsThatAreNotPlainFilesBesideTheirClip) {
                   at("out/a.xml"));
     EXPECT_EQ(folder.read(text("secret.xml")), "secret");
     QFile::remove(at("out/a.xml"));
-    const auto rows = planRows(project, choices, true);
+    auto rows = planRows(project, choices, true);
     folder.folder(text("out/a.xml"));
     EXPECT_EQ(run(rows).failed.at(0).error,
               text("sidecar copy: Something that isn't a file is already at a.xml. Rename it or "
                    "pick another export folder. Nothing was deleted."));
+    rows[0].sidecarDestination = at("a.xml");
+    EXPECT_TRUE(run(rows).failed.at(0).error.startsWith(
+        text("sidecar copy: sidecar destination escapes containing folder: ")));
+    const QString linked = folder.link(text("linked"), at("footage"));
+    EXPECT_THROW(SidecarCopier::copySidecar(linked + text("/a.xml"), at("out/b.xml"),
+                                            linked + text("/a.mov"), at("out"), {}),
+                 PathSafety::Violation);
 }
 
 TEST_F(ExportEngineTest, ChoosesTheSessionByKindModeAndOutput) {
@@ -232,6 +272,8 @@ TEST_F(ExportEngineTest, ChoosesTheSessionByKindModeAndOutput) {
     EXPECT_EQ(delivered("HD/a_subclip-1.mp4"),
               FakeSessions::output(ExportPreset::hd1920x1080, "a", range));
     EXPECT_EQ(both.succeeded.at(0).hdOutputPath, at("out/HD/a.mp4"));
+    EXPECT_EQ(hdStatus(), text("succeeded"));
+    EXPECT_EQ(sessions.assets.filter(at("tmp/cv-transcode-src.")), sessions.assets);
     choices.mode = ExportBatch::Mode::accurateTranscode;
     choices.outputMode = OutputMode::primaryOnly;
     run();
@@ -256,10 +298,15 @@ TEST_F(ExportEngineTest, AFailedHDCopyLeavesTheRowASuccess) {
     const ExportRowOutcome failed = run().succeeded.at(0);
     EXPECT_EQ(failed.hdError, text("Export failed: No codec."));
     EXPECT_FALSE(failed.hdOutputPath);
+    EXPECT_EQ(hdStatus(), text("failed"));
     sessions.halfway = [this](const QString &) { engine.abort(); };
     EXPECT_EQ(run().succeeded.at(0).hdError, text("Cancelled"));
     cancelDuringRow(0);
     EXPECT_EQ(run().succeeded.at(0).hdError, text("Cancelled")) << "never begun";
+    EXPECT_EQ(hdStatus(), text("cancelled"));
+    folder.write(footage("a.mov"), "changed");
+    run();
+    EXPECT_EQ(hdStatus(), text("not-attempted"));
     EXPECT_THAT(folder.names(text("out/HD")), IsEmpty());
 }
 

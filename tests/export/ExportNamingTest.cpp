@@ -78,12 +78,9 @@ TEST(ExportNaming, BuildsTheNamesOfThePresets) {
     for (const auto &[parts, expected] : table) {
         EXPECT_EQ(buildExportName(parts), text(expected));
     }
-}
-
-TEST(ExportNaming, NamesAProjectWithoutAName) {
-    ExportNamingOptions options;
-    applyPreset(options, NamingPreset::projectNameNumber, text(" "));
-    EXPECT_EQ(options.baseName, text("Project"));
+    ExportNamingOptions nameless;
+    applyPreset(nameless, NamingPreset::projectNameNumber, text(" "));
+    EXPECT_EQ(nameless.baseName, text("Project"));
 }
 
 TEST(ExportNaming, SanitizesToWhatMayStandInAFileName) {

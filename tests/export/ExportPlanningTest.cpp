@@ -70,6 +70,10 @@ TEST_F(ExportPlanningTest, WidensSubclipsWithinTheClip) {
     EXPECT_EQ(widenedRange(subclip, 1, 0).out, 12.9);
     subclip.outSeconds = 12.5;
     EXPECT_EQ(widenedRange(subclip, 0, 12.5).out, 12.5);
+    addSubclip(addClip("A", "a.mov", ""), 1, 3, 4);
+    choices.subclipHandleSeconds = 0.5;
+    EXPECT_EQ(plan().at(1).inSeconds, 2.5);
+    EXPECT_EQ(plan().at(1).outSeconds, 4.5);
 }
 
 TEST_F(ExportPlanningTest, KeepsHDCopiesApartByTheStem) {
@@ -81,8 +85,13 @@ TEST_F(ExportPlanningTest, KeepsHDCopiesApartByTheStem) {
     EXPECT_EQ(rows.at(0).hdDestinationPath, at("out/HD/Take.mp4"));
     EXPECT_EQ(rows.at(1).hdDestinationPath, at("out/HD/take (2).mp4"));
     EXPECT_EQ(rows.at(0).sidecarDestination, at("out/Take.XML"));
+    project.videos.first().edit().sidecarPath = text("/x/clip.mp4");
+    EXPECT_EQ(plan().at(0).sidecarDestination, at("out/Take (2).mp4"));
+    project.videos.first().edit().sidecarPath.reset();
     choices.outputMode = OutputMode::hdOnly;
-    EXPECT_THAT(names(), ElementsAre("Take.mp4", "take (2).mp4"));
+    project.shootDate = text("2024-05-01");
+    choices.naming.includeShootDate = true;
+    EXPECT_THAT(names(), ElementsAre("2024-05-01_Take.mp4", "2024-05-01_take (2).mp4"));
     EXPECT_FALSE(plan().at(0).hdDestinationPath);
 }
 

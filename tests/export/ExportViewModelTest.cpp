@@ -4,6 +4,8 @@
 #include "export/ExportWriteBack.h"
 #include "ExportFixture.h"
 
+#include <cmath>
+
 using namespace corvane;
 using namespace corvane::test;
 using testing::SizeIs;
@@ -11,12 +13,12 @@ using Stage = ExportViewModel::Stage;
 
 namespace {
 
-/// Two clips, to be exported beside the project.
+/// Two clips, to be exported beside the project, and a subclip that isn't selected.
 class ExportViewModelTest : public ExportTest {
   protected:
     ExportViewModelTest() {
         addClip("A", "a.mov", "a");
-        addClip("B", "b.mov", "b");
+        addClip("B", "b.mov", "b").subclips = {sampleSubclip(text("s"), text("B"))};
         grantAndOpen();
         flow->reset(*store.project());
     }
@@ -52,10 +54,18 @@ TEST_F(ExportViewModelTest, OffersItsDefaultsAndTellsOfChangesOnly) {
     flow->setNamingPreset(NamingPreset::custom);
     EXPECT_EQ(flow->choices().naming.baseName, text("Harbor"));
     EXPECT_EQ(changes, 2);
+    flow->setSubclipHandleSeconds(2);
+    EXPECT_EQ(flow->choices().subclipHandleSeconds, 2);
+    for (const double none : {-1.0, std::nan(""), HUGE_VAL}) {
+        flow->setSubclipHandleSeconds(none);
+        EXPECT_EQ(flow->choices().subclipHandleSeconds, 0);
+    }
     flow->setOutputFolder(QString());
     EXPECT_FALSE(flow->canStart(flow->planRows(project, false)));
     run();
     EXPECT_EQ(flow->stage(), Stage::configure);
+    flow->reset(project);
+    EXPECT_EQ(flow->choices(), defaultExportChoices(project));
 }
 
 TEST_F(ExportViewModelTest, ARunIsWrittenBackAsTwoUndoSteps) {
@@ -63,13 +73,10 @@ TEST_F(ExportViewModelTest, ARunIsWrittenBackAsTwoUndoSteps) {
     run();
     EXPECT_EQ(flow->stage(), Stage::done);
     EXPECT_EQ(flow->overallFraction(), 1);
+    EXPECT_FALSE(flow->runInput()->mediaRootAuthorized);
     EXPECT_TRUE(has("project/selects/b.mov"));
     EXPECT_TRUE(isExported(0) && isExported(1));
-    ASSERT_THAT(store.project()->exportBatches, SizeIs(1));
-    const ExportBatch batch = store.project()->exportBatches.at(0);
-    EXPECT_EQ(batch.id, flow->runInput()->batchId);
-    EXPECT_EQ(batch.succeededCount, 2);
-    EXPECT_EQ(batch.outputMode, OutputMode::primaryOnly);
+    EXPECT_THAT(store.project()->exportBatches, SizeIs(1));
     EXPECT_TRUE(store.isDirty());
     store.undo();
     EXPECT_THAT(store.project()->exportBatches, testing::IsEmpty());
@@ -82,12 +89,35 @@ TEST_F(ExportViewModelTest, ARunIsWrittenBackAsTwoUndoSteps) {
     EXPECT_EQ(flow->stage(), Stage::configure) << "nothing new";
 }
 
-TEST_F(ExportViewModelTest, OnlyDeliveredRowsAreMarked) {
+TEST_F(ExportViewModelTest, MarksWhatWasDeliveredAndRecordsTheRun) {
+    store.toggleSubclipSelected({text("B"), text("s")});
     folder.write(footage("a.mov"), "changed");
+    await(authorization.authorizeMediaRoot(folder.folder(text("project/media")), projectFile));
+    flow->setMode(ExportBatch::Mode::accurateTranscode);
+    flow->setOutputMode(OutputMode::primaryAndHd);
+    flow->setSubclipHandleSeconds(0.5);
+    flow->setNamingPreset(NamingPreset::projectNameNumber);
+    const QDateTime began = clock.now();
+    atRow(1, [this] { clock.advance(std::chrono::hours(1)); });
     run();
+    EXPECT_TRUE(flow->runInput()->mediaRootAuthorized);
     EXPECT_FALSE(isExported(0));
     EXPECT_TRUE(isExported(1));
-    EXPECT_EQ(store.project()->exportBatches.at(0).failedCount, 1);
+    EXPECT_TRUE(store.project()->videos.at(1)->subclips.at(0).exportedAt);
+    EXPECT_EQ(store.project()->updatedAt, clock.now());
+    const ExportBatch expected{.id = flow->runInput()->batchId,
+                               .outputFolder = at("project/selects"),
+                               .mode = ExportBatch::Mode::accurateTranscode,
+                               .includeWholeVideoSelects = true,
+                               .includeSubclipSelects = true,
+                               .subclipHandleSeconds = 0.5,
+                               .namingOptions = flow->choices().naming,
+                               .createdAt = began,
+                               .completedAt = clock.now(),
+                               .succeededCount = 2,
+                               .failedCount = 1,
+                               .outputMode = OutputMode::primaryAndHd};
+    EXPECT_EQ(store.project()->exportBatches, QList{expected});
 }
 
 TEST_F(ExportViewModelTest, AFailedBackupIsAWarning) {
@@ -112,8 +142,24 @@ TEST_F(ExportViewModelTest, ACancelIsHeardEvenBeforeTheFirstRow) {
     EXPECT_EQ(flow->stage(), Stage::running);
     await(std::move(running));
     EXPECT_EQ(flow->result()->cancelledCount, 2);
+    EXPECT_EQ(store.project()->exportBatches.at(0).cancelledCount, 2);
     EXPECT_TRUE(store.project()->exportBatches.at(0).cancelled);
     EXPECT_FALSE(isExported(0));
+}
+
+TEST_F(ExportViewModelTest, ASecondCancelReachesTheOutputInHand) {
+    flow->setMode(ExportBatch::Mode::accurateTranscode);
+    sessions.halfway = [this](const QString &) {
+        const auto cancelTwice = [this] {
+            flow->requestCancel();
+            flow->requestCancel();
+        };
+        QMetaObject::invokeMethod(flow.get(), cancelTwice, Qt::BlockingQueuedConnection);
+    };
+    run();
+    EXPECT_EQ(flow->cancelStage(), CancelStage::hard);
+    EXPECT_EQ(flow->result()->cancelledCount, 2);
+    EXPECT_EQ(flow->result()->failed.at(0).error, text("Cancelled"));
 }
 
 TEST_F(ExportViewModelTest, WritesIntoNoOtherProject) {
@@ -138,18 +184,8 @@ TEST_F(ExportViewModelTest, ADestroyedViewModelEndsItsRunAndRecordsWhatWasDelive
     atRow(1, [this] { flow.release()->deleteLater(); });
     await(std::move(running));
     EXPECT_TRUE(isExported(0));
-    EXPECT_THAT(store.project()->exportBatches, SizeIs(1));
-}
-
-TEST_F(ExportViewModelTest, TellsWhichRowsNeedAFrameworkThatIsNotThere) {
-    media::NoExportSessions none;
-    ExportViewModel bare(&store, none);
-    bare.reset(*store.project());
-    const auto rows = bare.planRows(*store.project(), false);
-    EXPECT_THAT(bare.rowsWithoutSession(rows), testing::IsEmpty());
-    bare.setOutputMode(OutputMode::primaryAndHd);
-    EXPECT_THAT(bare.rowsWithoutSession(rows), SizeIs(2));
-    EXPECT_THAT(flow->rowsWithoutSession(rows), testing::IsEmpty());
+    EXPECT_FALSE(isExported(1));
+    EXPECT_EQ(store.project()->exportBatches.at(0).cancelledCount, 1);
 }
 
 TEST(ExportTexts, CountsRowsAndIssuesAsPeopleRead) {

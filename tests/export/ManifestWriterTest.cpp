@@ -28,7 +28,8 @@ class ManifestWriterTest : public testing::Test {
                            .outputMode = OutputMode::primaryAndHd,
                            .completedAt = QDateTime::fromMSecsSinceEpoch(1772357412345, Qt::UTC),
                            .namingOptions = {.baseName = text("Süd")},
-                           .subclipHandleSeconds = 0.5};
+                           .subclipHandleSeconds = 0.5,
+                           .includeSubclipSelects = false};
     QList<ExportRowOutcome> succeeded{{.rowId = text("whole:A"),
                                        .parentVideoId = text("A"),
                                        .destinationPath = text("/out/a.mov"),
@@ -53,7 +54,7 @@ TEST_F(ManifestWriterTest, WritesTheRunPrettyWithSortedKeys) {
     EXPECT_EQ(
         encodeJSON(value, JSONWriter::Style::Compact),
         R"({"cancelled":true,"cancelledCount":1,"completedAt":"2026-03-01T09:30:12.345Z",)"
-        R"("failedCount":0,"id":"run_1","includeSubclipSelects":true,)"
+        R"("failedCount":0,"id":"run_1","includeSubclipSelects":false,)"
         R"("includeWholeVideoSelects":true,"mode":"fast-copy","namingOptions":{"baseName":"Süd",)"
         R"("includeOriginalFileNumber":false,"includeOriginalFilename":false,)"
         R"("includeSelectType":false,"includeShootDate":false,"includeSubclipLabel":false,)"

@@ -69,10 +69,3 @@ TEST(ImportPreview, LeavesOutWhatTheProjectHoldsAndReservesNothingForIt) {
     EXPECT_EQ(inPlace.at(2).status, CollisionStatus::ok);
     EXPECT_EQ(inPlace.first().status, CollisionStatus::alreadyImported);
 }
-
-TEST(ImportPreview, NamesThousandsOfOneNameInNoMoreTimeThanOthers) {
-    const auto rows =
-        buildPreviewRows(QList<ScannedVideo>(10'000, scannedVideo("/a/x.mov")), std::nullopt,
-                         SourceImportMode::copied, QStringLiteral("/nowhere"));
-    EXPECT_EQ(rows.last().proposedName, QStringLiteral("x (10000).mov"));
-}

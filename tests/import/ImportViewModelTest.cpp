@@ -9,6 +9,7 @@
 
 #include <QFile>
 
+#include <cerrno>
 #include <semaphore>
 
 using namespace corvane;
@@ -93,9 +94,7 @@ TEST_F(ImportViewModelTest, ImportsInPlaceAsOneStepThatIsGrantedAndSaved) {
     ASSERT_EQ(imported(), "C1.MP4, C2.MP4");
     const VideoItem clip = videos().first();
     EXPECT_EQ(clip->sourcePath, first);
-    EXPECT_EQ(clip->parentFolder, at("cards/a"));
     EXPECT_EQ(clip->sidecarPath, at("cards/a/C1M01.XML"));
-    EXPECT_EQ(clip->contentHash, ContentHasher::duplicateKey(first));
     EXPECT_FALSE(clip->originalSourcePath);
     EXPECT_EQ(import.importedVideoIds(), (QStringList{clip->id, videos().last()->id}));
     EXPECT_EQ(counters(), (QList{2, 0, 0, 1}));
@@ -110,6 +109,7 @@ TEST_F(ImportViewModelTest, ImportsInPlaceAsOneStepThatIsGrantedAndSaved) {
 TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
     fill("cards/a/C1.MP4 cards/a/C1M01.XML cards/b/C1.MP4 cards/b/C1M01.XML");
     scanCards(SourceImportMode::copied);
+    clock.advance(std::chrono::hours(1));
     EXPECT_EQ(import.destinationLabel(), QStringLiteral("media folder (created on import)"));
     quint64 bytesOfSecond = 0;
     atRow(2, [&] { bytesOfSecond = import.progress()->bytesDone; });
@@ -121,9 +121,20 @@ TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
     EXPECT_EQ(read("p/media/C1 (2)M01.XML"), "cards/b/C1M01.XML");
     ASSERT_EQ(videos().size(), 2);
     const VideoItem clip = videos().last();
-    EXPECT_EQ(clip->originalSourcePath, at("cards/b/C1.MP4"));
-    EXPECT_EQ(clip->parentFolder, media);
-    EXPECT_EQ(clip->sidecarPath, media + QStringLiteral("/C1 (2)M01.XML"));
+    const QString source = at("cards/b/C1.MP4");
+    EXPECT_EQ(*clip, (VideoRecord{.id = clip->id,
+                                  .sourcePath = media + QStringLiteral("/C1 (2).MP4"),
+                                  .sourceImportMode = SourceImportMode::copied,
+                                  .originalSourcePath = source,
+                                  .fileName = QStringLiteral("C1 (2).MP4"),
+                                  .parentFolder = media,
+                                  .fileSizeBytes = read("cards/b/C1.MP4").size(),
+                                  .sidecarPath = media + QStringLiteral("/C1 (2)M01.XML"),
+                                  .sidecarType = SidecarType::xml,
+                                  .contentHash = ContentHasher::duplicateKey(source),
+                                  .createdAt = clock.now(),
+                                  .updatedAt = clock.now()}));
+    EXPECT_EQ(store.project()->updatedAt, clock.now());
     EXPECT_TRUE(grants().value(clip->sourcePath));
     EXPECT_TRUE(await(authorization.isMediaRootAuthorized(media, projectFile)));
 }
@@ -162,7 +173,11 @@ TEST_F(ImportViewModelTest, EndsTheRunWhereTheDestinationIsNoFolder) {
 TEST_F(ImportViewModelTest, KeepsTheRowsBeforeTheCancelledOne) {
     fill("cards/1.mov cards/2.mov cards/3.mov cards/4.mov cards/5.mov");
     scanCards(SourceImportMode::copied);
-    atRow(3, [&] { import.cancelImport(); });
+    atRow(3, [&] {
+        import.reset();
+        EXPECT_EQ(import.stage(), Stage::importing);
+        import.cancelImport();
+    });
     run();
     EXPECT_EQ(imported(), "1.mov, 2.mov");
     EXPECT_EQ(folder.names(QStringLiteral("p/media")).size(), 2);
@@ -218,6 +233,8 @@ TEST_F(ImportViewModelTest, ShowsWhatItFoundAndWhatIsIncluded) {
     EXPECT_EQ(import.foundText(), QStringLiteral("Found 1 video"));
     run();
     import.reset();
+    EXPECT_EQ(counters(), (QList{0, 0, 0, 0}));
+    EXPECT_FALSE(import.canScan());
     fill("cards/b.mov");
     scanCards();
     EXPECT_EQ(import.foundText(), QStringLiteral("Found 2 videos · 1 already imported."));
@@ -233,7 +250,20 @@ TEST_F(ImportViewModelTest, ShowsWhatItFoundAndWhatIsIncluded) {
     import.setDestinationFolder(at("cards"));
     EXPECT_EQ(import.previewRows().last().proposedName, QStringLiteral("b (2).mov"));
     import.backToSources();
-    EXPECT_TRUE(import.canScan());
+    FaultyFileSystem faulty;
+    const FileSystemScope scope(faulty);
+    faulty.setObserver([](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("openForReading") &&
+            path.endsWith(QLatin1String("/a.mov"))) {
+            throw FileError(path, EIO);
+        }
+    });
+    await(import.startScan());
+    EXPECT_EQ(import.destinationFolder(), at("cards")) << "chosen before";
+    EXPECT_EQ(import.includedCount(), 2) << "what can't be hashed is taken for new";
+    EXPECT_TRUE(import.canBeginImport());
+    await(store.createProject({.name = QStringLiteral("Other")}, at("p/other.corvane")));
+    EXPECT_FALSE(import.canBeginImport()) << "scanned for another project";
 }
 
 TEST_F(ImportViewModelTest, DropsACancelledScanAndOutlivesNothing) {

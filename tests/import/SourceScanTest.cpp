@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QFile>
+
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
@@ -14,11 +16,16 @@ using corvane::test::TestFolder;
 
 namespace {
 
-/// The real files, but folders that can't be listed, and a count of what is looked at.
+/// The real files, but a folder that can't be listed, one that a link replaces at that moment, and
+/// a count of what is looked at.
 class WatchedFileSystem : public SystemFileSystem {
   public:
     QList<DirectoryEntry> list(const QString &folder) const override {
         ++lists[folder];
+        if (folder.endsWith(QStringLiteral("/replaced"))) {
+            EXPECT_TRUE(QFile::rename(folder, folder + QStringLiteral("-before")));
+            EXPECT_TRUE(QFile::link(folder + QStringLiteral("-before"), folder));
+        }
         if (folder.endsWith(QStringLiteral("/locked"))) {
             throw FileError(folder, EACCES);
         }
@@ -100,7 +107,7 @@ TEST_F(SourceScanTest, PairsAVideoWithTheSidecarOfItsStem) {
 }
 
 TEST_F(SourceScanTest, CountsWhatItLeavesOut) {
-    fill("a.mov a.xml b.xml notes.txt locked/x.mov elsewhere/notes.txt");
+    fill("a.mov a.xml b.xml notes.txt locked/x.mov replaced/x.mov elsewhere/notes.txt");
     folder.link(QStringLiteral("link.mov"), at("a.mov"));
     folder.link(QStringLiteral("linked"), at("elsewhere"));
     const QByteArray invalid = folder.path().toUtf8() + "/bad\xff.mov";
@@ -109,7 +116,7 @@ TEST_F(SourceScanTest, CountsWhatItLeavesOut) {
     ::unlink(invalid.constData()); // Qt can't remove what it can't name
     EXPECT_EQ(found(result), "a.mov");
     EXPECT_EQ(result.leftOut,
-              (LeftOut{.notMedia = 3, .symbolicLinks = 2, .unreadable = 1, .invalidNames = 1}));
+              (LeftOut{.notMedia = 3, .symbolicLinks = 2, .unreadable = 2, .invalidNames = 1}));
 }
 
 TEST_F(SourceScanTest, TakesSingleFilesThroughTheirFolderAndALinkedFolderAsARoot) {
