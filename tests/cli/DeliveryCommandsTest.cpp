@@ -101,7 +101,10 @@ TEST_F(DeliveryCommands, ShowsWhatItWouldExportAndThenDeliversIt) {
         testing::ElementsAre(QStringLiteral("Gulls_001.mp4"), QStringLiteral("Gulls_002.mp4")));
     EXPECT_FALSE(folder.has(QStringLiteral("out")));
 
+    console.isTerminal = true;
     const auto result = json("export P --to @out");
+    EXPECT_TRUE(console.error.contains("[")) << "a progress bar";
+    EXPECT_TRUE(console.error.endsWith("\r\x1b[K")) << "taken away";
     EXPECT_EQ(result.value(QStringLiteral("succeededCount")), JSONValue(2));
     EXPECT_TRUE(result.value(QStringLiteral("manifestError")).isNull());
     EXPECT_EQ(folder.read(QStringLiteral("out/clip3.mp4")), noise(5000, 3));
@@ -199,15 +202,6 @@ TEST_F(DeliveryCommands, KeepsWhatWasDoneWhenItIsInterrupted) {
     EXPECT_EQ(exported.value(QStringLiteral("cancelled")), JSONValue(true));
     EXPECT_EQ(list(exported, "rows").size(), 5);
     EXPECT_FALSE(text(exported, "manifestPath").isEmpty());
-}
-
-TEST_F(DeliveryCommands, DrawsAProgressBarOnATerminalAndTakesItAway) {
-    console.isTerminal = true;
-    createWithClips(2);
-    ASSERT_EQ(run("mark P clip1.mp4 --select on"), kAllDone);
-    EXPECT_EQ(run("export P"), kAllDone);
-    EXPECT_TRUE(console.error.contains("[")) << console.error.data();
-    EXPECT_TRUE(console.error.endsWith("\r\x1b[K")) << console.error.data();
 }
 
 TEST_F(DeliveryCommands, TellsWhichMediaWaitForAConfirmation) {
