@@ -22,10 +22,6 @@ JSONValue::Object emptyManifest() {
             {QStringLiteral("rows"), JSONValue::Array()}};
 }
 
-JSONValue textOrNull(const std::optional<QString> &text) {
-    return text ? JSONValue(*text) : JSONValue();
-}
-
 } // namespace
 
 void writeExportPreview(JSONWriter &writer, const QList<ExportRowJob> &rows) {
@@ -72,8 +68,8 @@ void writeExportResult(JSONWriter &writer, const std::optional<ExportBatchInput>
                        const ExportBatchResult &result) {
     JSONValue::Object object =
         input ? ManifestWriter::manifest(*input, result.succeeded, result.failed) : emptyManifest();
-    object.insert(QStringLiteral("manifestPath"), textOrNull(result.manifestSidecarPath));
-    object.insert(QStringLiteral("manifestError"), textOrNull(result.manifestError));
+    object.insert(QStringLiteral("manifestPath"), JSONValue::orNull(result.manifestSidecarPath));
+    object.insert(QStringLiteral("manifestError"), JSONValue::orNull(result.manifestError));
     writer.value(object);
 }
 

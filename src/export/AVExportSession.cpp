@@ -1,6 +1,6 @@
 #include "export/AVExportSession.h"
 
-#include "export/ExportNaming.h"
+#include "export/ExportRow.h"
 #include "export/ProgressPoll.h"
 #include "import/ImportCopier.h"
 #include "platform/AtomicWrite.h"
@@ -236,7 +236,7 @@ SessionError SessionError::sourceContentChanged(const QString &source) {
 }
 
 SessionError SessionError::cancelled() {
-    return {Kind::cancelled, QStringLiteral("Cancelled")};
+    return {Kind::cancelled, kCancelledText};
 }
 
 QCoro::Task<> transcodeVetted(Transcode transcode, media::ExportSessionFactory &sessions,

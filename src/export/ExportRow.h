@@ -8,6 +8,9 @@
 /// The plain records that an export run is given, reports and gives back. Paths are absolute.
 namespace corvane {
 
+/// The text of a row, or of its HD copy, that a cancellation ended.
+inline const QString kCancelledText = QStringLiteral("Cancelled");
+
 /// The ids of a clip's row and of a subclip's.
 inline QString exportRowId(const QString &clip) {
     return QStringLiteral("whole:") + clip;

@@ -29,9 +29,6 @@ using ExportRowResult = std::variant<ExportRowOutcome, ExportRowFailure>;
 /// A failure of the row with this text; with `cancelled` it is none of the row's own.
 ExportRowFailure failedRow(const ExportRowJob &row, const QString &error, bool cancelled = false);
 
-/// The text of a row, or of its HD copy, that a cancellation ended.
-inline const QString kCancelledText = QStringLiteral("Cancelled");
-
 /// Runs one row: vets its source and destinations, makes the primary output, copies the sidecar,
 /// makes the HD copy. Main thread; it leaves it for everything that touches a file. It must live
 /// until the task of `run` is done.

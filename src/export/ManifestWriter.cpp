@@ -8,10 +8,6 @@ namespace corvane::ManifestWriter {
 
 namespace {
 
-JSONValue textOrNull(const std::optional<QString> &text) {
-    return text ? JSONValue(*text) : JSONValue();
-}
-
 bool isValidBatchId(const QString &id) {
     return !id.isEmpty() && std::ranges::all_of(id, [](QChar character) {
         const char16_t code = character.unicode();
@@ -23,15 +19,14 @@ QString hdStatus(const ExportRowOutcome &row) {
     if (row.hdOutputPath) {
         return QStringLiteral("succeeded");
     }
-    return row.hdError == QStringLiteral("Cancelled") ? QStringLiteral("cancelled")
-                                                      : QStringLiteral("failed");
+    return row.hdError == kCancelledText ? QStringLiteral("cancelled") : QStringLiteral("failed");
 }
 
 /// What a row has whatever became of it.
 template <typename Row> JSONValue::Object commonFields(const Row &row, const QString &status) {
     return {{QStringLiteral("rowId"), row.rowId},
             {QStringLiteral("parentVideoId"), row.parentVideoId},
-            {QStringLiteral("subclipId"), textOrNull(row.subclipId)},
+            {QStringLiteral("subclipId"), JSONValue::orNull(row.subclipId)},
             {QStringLiteral("destinationPath"), row.destinationPath},
             {QStringLiteral("status"), status}};
 }

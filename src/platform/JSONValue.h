@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <variant>
 
 namespace corvane {
@@ -26,6 +27,11 @@ class JSONValue {
     JSONValue(QString value) : m_value(std::move(value)) {}
     JSONValue(Array value);
     JSONValue(Object value);
+
+    /// An absent text is null.
+    static JSONValue orNull(const std::optional<QString> &text) {
+        return text ? JSONValue(*text) : JSONValue();
+    }
 
     Kind kind() const { return Kind(m_value.index()); }
     bool isNull() const { return kind() == Kind::Null; }
