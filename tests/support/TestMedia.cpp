@@ -1,0 +1,190 @@
+#include "support/TestMedia.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+
+extern "C" {
+#include <libavutil/frame.h>
+#include <libavutil/pixdesc.h>
+}
+
+namespace corvane::test {
+
+namespace {
+
+// The picture is cut into a grid. The first block is white and the last one black, which tells a
+// picture that stands upside down; those between are the number's bits, the lowest one first.
+constexpr int kColumns = 4;
+constexpr int kRows = 3;
+constexpr int kBits = kColumns * kRows - 2;
+
+bool isWhite(int block, int number) {
+    return block == 0 || (block <= kBits && ((number >> (block - 1)) & 1) != 0);
+}
+
+QByteArray drawnFrame(QSize size, int number) {
+    QByteArray gray(qsizetype(size.width()) * size.height(), char(0));
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const int block = y * kRows / size.height() * kColumns + x * kColumns / size.width();
+            gray[qsizetype(y) * size.width() + x] = isWhite(block, number) ? char(235) : char(16);
+        }
+    }
+    return gray;
+}
+
+double seconds(const ClipOptions &options) {
+    const QStringList rate = options.rate.split(QLatin1Char('/'));
+    return options.frames * rate.value(1, QStringLiteral("1")).toDouble() / rate.first().toDouble();
+}
+
+QStringList words(const char *text) {
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QStringList inputs(const ClipOptions &options) {
+    QStringList arguments;
+    if (options.frames > 0) {
+        arguments << words("-f rawvideo -pix_fmt gray -s")
+                  << QStringLiteral("%1x%2").arg(options.size.width()).arg(options.size.height())
+                  << words("-r") << options.rate << words("-itsoffset")
+                  << QString::number(options.videoDelay) << words("-i pipe:0");
+    }
+    const double length = options.audioSeconds > 0 ? options.audioSeconds : seconds(options);
+    for (int track = 0; track < options.audioTracks; ++track) {
+        arguments << words("-f lavfi -t") << QString::number(length) << words("-i")
+                  << QStringLiteral("sine=frequency=%1:sample_rate=48000").arg(440 * (track + 1));
+    }
+    const int streams = options.audioTracks + (options.frames > 0 ? 1 : 0);
+    for (int stream = 0; stream < streams; ++stream) {
+        arguments << words("-map") << QString::number(stream);
+    }
+    return arguments;
+}
+
+QStringList presetOf(const ClipOptions &options) {
+    const QString closed = QString::number(options.openGop ? 1 : 0);
+    if (options.codec == QStringLiteral("libx264")) {
+        return words("-preset ultrafast -crf 12 -sc_threshold 0 -x264-params")
+               << QStringLiteral("open-gop=%1:b-adapt=0").arg(closed);
+    }
+    if (options.codec == QStringLiteral("libx265")) {
+        return words("-preset ultrafast -crf 12 -x265-params")
+               << QStringLiteral("log-level=none:scenecut=0:b-adapt=0:open-gop=%1:keyint=%2:"
+                                 "min-keyint=%2:bframes=%3")
+                      .arg(closed)
+                      .arg(options.gop)
+                      .arg(options.bFrames);
+    }
+    if (options.codec == QStringLiteral("libsvtav1")) {
+        return words("-preset 12 -crf 20");
+    }
+    if (options.codec == QStringLiteral("libvpx-vp9")) {
+        return words("-deadline realtime -cpu-used 8 -b:v 2M");
+    }
+    return options.codec == QStringLiteral("dnxhd") ? QStringList() : words("-q:v 2");
+}
+
+QStringList videoEncoding(const ClipOptions &options) {
+    if (options.frames == 0) {
+        return words("-vn");
+    }
+    QStringList arguments = words("-c:v")
+                            << options.codec << presetOf(options) << words("-pix_fmt")
+                            << options.pixelFormat << words("-g") << QString::number(options.gop);
+    if (options.bFrames > 0 && options.codec != QStringLiteral("libx265")) {
+        arguments << words("-bf") << QString::number(options.bFrames);
+    }
+    if (options.interlaced) {
+        arguments << words("-flags +ilme+ildct -top 1 -vf setfield=tff");
+    }
+    if (!options.milliseconds.isEmpty()) {
+        arguments << words("-fps_mode passthrough -enc_time_base 1/1000 -vf")
+                  << QStringLiteral("settb=1/1000,setpts='STARTPTS+%1'").arg(options.milliseconds);
+    }
+    return arguments;
+}
+
+} // namespace
+
+void runFFmpeg(const QStringList &arguments, const QByteArray &input) {
+    QProcess ffmpeg;
+    ffmpeg.start(QStringLiteral("ffmpeg"),
+                 QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y")} +
+                     arguments);
+    ffmpeg.write(input);
+    ffmpeg.closeWriteChannel();
+    const bool isDone = ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0;
+    EXPECT_TRUE(isDone) << arguments.join(QLatin1Char(' ')).toStdString() << "\n"
+                        << ffmpeg.readAllStandardError().toStdString();
+}
+
+QString makeClip(const QString &path, const ClipOptions &options) {
+    QByteArray pictures;
+    for (int number = 0; number < options.frames; ++number) {
+        pictures += drawnFrame(options.size, number);
+    }
+    const QString extension = path.mid(path.lastIndexOf(QLatin1Char('.')));
+    const QString upright =
+        options.rotation == 0 ? path : path + QStringLiteral(".upright") + extension;
+    runFFmpeg(inputs(options) << videoEncoding(options) << words("-c:a") << options.audioCodec
+                              << options.arguments << upright,
+              pictures);
+    if (upright != path) {
+        // The command sets a rotation only where it copies the stream.
+        runFFmpeg(words("-i") << upright << words("-map 0 -c copy -metadata:s:v:0")
+                              << QStringLiteral("rotate=%1").arg(options.rotation) << path);
+        QFile::remove(upright);
+    }
+    return path;
+}
+
+std::optional<int> frameNumber(QSize size, int quarterTurns,
+                               const std::function<double(int x, int y)> &brightness) {
+    const auto isBright = [&](int block) -> std::optional<bool> {
+        // The middle of the block where it was stored, then where the turns brought it.
+        double across = (block % kColumns + 0.5) / kColumns;
+        double down = (block / kColumns + 0.5) / kRows; // NOLINT(bugprone-integer-division)
+        for (int turn = 0; turn < quarterTurns; ++turn) {
+            across = 1 - std::exchange(down, across);
+        }
+        const double value = brightness(int(across * size.width()), int(down * size.height()));
+        return value > 0.3 && value < 0.7 ? std::nullopt : std::optional(value >= 0.7);
+    };
+    int number = 0;
+    for (int block = 0; block <= kBits + 1; ++block) {
+        const std::optional<bool> bright = isBright(block);
+        if (!bright || (block == 0 && !*bright) || (block > kBits && *bright)) {
+            return std::nullopt;
+        }
+        if (block > 0 && *bright) {
+            number |= 1 << (block - 1);
+        }
+    }
+    return number;
+}
+
+std::optional<int> frameNumber(const media::StillImage &image, int quarterTurns) {
+    return frameNumber({image.width, image.height}, quarterTurns, [&](int x, int y) {
+        const qsizetype pixel = qsizetype(y) * image.width + x;
+        return uchar(image.pixels.at(pixel * 3)) / 255.0;
+    });
+}
+
+std::optional<int> frameNumber(const AVFrame &picture) {
+    const AVPixFmtDescriptor *format = av_pix_fmt_desc_get(AVPixelFormat(picture.format));
+    if (!format) {
+        return std::nullopt;
+    }
+    const double white = (1 << format->comp[0].depth) - 1;
+    return frameNumber({picture.width, picture.height}, 0, [&](int x, int y) {
+        quint16 value = 0;
+        av_read_image_line(&value, const_cast<const uint8_t **>(picture.data), picture.linesize,
+                           format, x, y, 0, 1, 0);
+        return value / white;
+    });
+}
+
+} // namespace corvane::test
