@@ -1,0 +1,298 @@
+#include "media/VideoReader.h"
+
+#include "media/FrameDecoder.h"
+#include "media/VideoPackets.h"
+
+extern "C" {
+#include <libavutil/display.h>
+#include <libavutil/imgutils.h>
+}
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvane::media {
+
+namespace {
+
+/// After so many packets without a whole picture, there is none.
+constexpr int kMostFruitlessPackets = 2000;
+
+qint64 clamped(__int128 value) {
+    constexpr __int128 kMost = std::numeric_limits<qint64>::max() / 4;
+    return qint64(std::clamp(value, -kMost, kMost));
+}
+
+} // namespace
+
+/// What the reader works with. Times are in the stream's time base, on the container's own axis.
+struct VideoReader::Stream {
+    Stream(const QString &path, const Options &options, std::stop_token stop)
+        : input(path, MediaInput::Depth::Timestamps, std::move(stop)),
+          stream(videoOf(input)),
+          packets(input, stream),
+          decoder(stream, options),
+          start(av_rescale_q(input.startTime(), kContainerTimeBase, stream.time_base)) {}
+
+    using Decoded = FrameDecoder::Decoded;
+
+    /// What is looked for: the last frame up to `target`, or the first that comes to hand from
+    /// `earliest` to `latest`.
+    struct Goal {
+        qint64 target = 0;
+        qint64 earliest = 0;
+        qint64 latest = 0;
+    };
+
+    static AVStream &videoOf(const MediaInput &input) {
+        AVStream *stream = input.firstVideoStream();
+        if (!stream) {
+            throw MediaError(QStringLiteral("It has no video track."));
+        }
+        return *stream;
+    }
+
+    Goal goalFor(MediaTime time, double tolerance) const;
+    MediaTime timeFor(qint64 ticks) const;
+    VideoFrame shown(const Decoded &frame);
+
+    bool isCurrent(const Goal &goal) const;
+    bool leadsTo(const Goal &goal) const;
+    std::optional<Decoded> find(const Goal &goal);
+    bool startBefore(const Goal &goal, qint64 stepBack);
+    std::optional<Decoded> decodeTo(const Goal &goal);
+    std::optional<Decoded> decodeNext(const Goal *goal = nullptr);
+    bool maySkip(const AVPacket &packet, const Goal &goal);
+    qint64 endOf(const Decoded &frame);
+
+    MediaInput input;
+    AVStream &stream;
+    VideoPackets packets;
+    FrameDecoder decoder;
+    qint64 start; ///< of the asset's presentation
+
+    std::optional<Decoded> current; ///< the last one given
+    qint64 currentEnd = 0;
+    std::optional<Decoded> pending; ///< decoded already, comes next
+    qint64 lastDecoded = std::numeric_limits<qint64>::min();
+};
+
+VideoReader::VideoReader(const QString &path, Options options, std::stop_token stop)
+    : m_stream(std::make_unique<Stream>(path, options, std::move(stop))) {}
+
+VideoReader::~VideoReader() = default;
+
+std::optional<MediaTime> VideoReader::duration() const {
+    return m_stream->input.duration();
+}
+
+QSize VideoReader::storedSize() const {
+    return {m_stream->stream.codecpar->width, m_stream->stream.codecpar->height};
+}
+
+double VideoReader::nominalFrameRate() const {
+    const AVStream &stream = m_stream->stream;
+    const AVRational rate =
+        stream.avg_frame_rate.num > 0 ? stream.avg_frame_rate : stream.r_frame_rate;
+    return rate.num > 0 && rate.den > 0 ? av_q2d(rate) : 0;
+}
+
+int VideoReader::quarterTurns() const {
+    const uint8_t *matrix =
+        av_stream_get_side_data(&m_stream->stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
+    const double degrees =
+        matrix ? -av_display_rotation_get(reinterpret_cast<const int32_t *>(matrix)) : 0;
+    return std::isfinite(degrees) ? (int(std::lround(degrees / 90)) % 4 + 4) % 4 : 0;
+}
+
+void VideoReader::setStop(std::stop_token stop) {
+    m_stream->input.setStop(std::move(stop));
+}
+
+std::optional<VideoFrame> VideoReader::frameAt(MediaTime time, double tolerance) {
+    Stream &stream = *m_stream;
+    const Stream::Goal goal = stream.goalFor(time, tolerance);
+    if (!stream.isCurrent(goal)) {
+        const auto frame = stream.find(goal);
+        if (!frame) {
+            return std::nullopt;
+        }
+        return stream.shown(*frame);
+    }
+    return stream.shown(*stream.current);
+}
+
+std::optional<VideoFrame> VideoReader::next() {
+    Stream &stream = *m_stream;
+    const auto frame = stream.pending ? std::exchange(stream.pending, {}) : stream.decodeNext();
+    return frame ? std::optional(stream.shown(*frame)) : std::nullopt;
+}
+
+qsizetype VideoFrame::byteCount() const {
+    qsizetype bytes = 0;
+    for (const AVBufferRef *buffer : picture->buf) {
+        bytes += buffer ? qsizetype(buffer->size) : 0;
+    }
+    return bytes;
+}
+
+/// Rounds down, so that the frame which begins at the time itself is still named.
+VideoReader::Stream::Goal VideoReader::Stream::goalFor(MediaTime time, double tolerance) const {
+    // Half a tick of 1/600 s is 1/1200 s.
+    constexpr qint64 kHalfTicks = 2 * qint64(MediaTime::kTimescale);
+    const __int128 numerator =
+        (__int128(time.value) * kHalfTicks + time.timescale) * stream.time_base.den;
+    const __int128 denominator = __int128(time.timescale) * kHalfTicks * stream.time_base.num;
+    __int128 ticks = numerator / denominator;
+    if (numerator < 0 && numerator % denominator != 0) {
+        --ticks;
+    }
+    const qint64 target = clamped(ticks + start);
+    const auto allowed = qint64(std::max(tolerance, 0.0) / av_q2d(stream.time_base));
+    return {target, target - allowed, target + allowed};
+}
+
+MediaTime VideoReader::Stream::timeFor(qint64 ticks) const {
+    return {(ticks - start) * stream.time_base.num, stream.time_base.den};
+}
+
+VideoFrame VideoReader::Stream::shown(const Decoded &frame) {
+    currentEnd = endOf(frame);
+    packets.forgetBefore(frame.time);
+    current = frame;
+    return {frame.picture, timeFor(frame.time), timeFor(currentEnd)};
+}
+
+qint64 VideoReader::Stream::endOf(const Decoded &frame) {
+    if (pending) {
+        return pending->time;
+    }
+    (void)packets.readPast(frame.time);
+    return packets.presentationAfter(frame.time)
+        .value_or(frame.time + std::max<qint64>(frame.duration, 1));
+}
+
+bool VideoReader::Stream::isCurrent(const Goal &goal) const {
+    if (!current) {
+        return false;
+    }
+    const bool isNear = current->time >= goal.earliest && current->time <= goal.latest;
+    const bool isNamed = current->time <= goal.target && goal.target < currentEnd;
+    return isNamed || (isNear && goal.earliest < goal.latest);
+}
+
+/// Whether decoding on from here is the shortest way.
+bool VideoReader::Stream::leadsTo(const Goal &goal) const {
+    if (!current || current->time > goal.target || decoder.isDrained()) {
+        return false;
+    }
+    const int index = av_index_search_timestamp(&stream, goal.latest, AVSEEK_FLAG_BACKWARD);
+    if (index < 0) {
+        return av_compare_ts(goal.target - current->time, stream.time_base, 1, {1, 1}) < 0;
+    }
+    const AVIndexEntry *entry = avformat_index_get_entry(&stream, index);
+    return entry->timestamp <= packets.lastTaken();
+}
+
+std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal) {
+    if (leadsTo(goal)) {
+        if (auto frame = decodeTo(goal)) {
+            return frame;
+        }
+    }
+    // Where what was found lies beyond, the way back doubles until it is long enough.
+    for (qint64 seconds = 0;; seconds = seconds == 0 ? 1 : seconds * 2) {
+        const qint64 stepBack = av_rescale_q(seconds, {1, 1}, stream.time_base);
+        if (startBefore(goal, stepBack)) {
+            const auto frame = decodeTo(goal);
+            if (packets.isFromStart() || (frame && frame->time <= goal.latest)) {
+                return frame;
+            }
+        }
+        if (packets.isFromStart()) {
+            return std::nullopt;
+        }
+    }
+}
+
+/// Moves to a key frame before the goal, or to the start. False where there is none before it.
+bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
+    qint64 from = goal.latest;
+    if (const auto duration = input.duration()) {
+        from = std::min(from, start + av_rescale_q(duration->value, {1, duration->timescale},
+                                                   stream.time_base));
+    }
+    decoder.flush();
+    current.reset();
+    pending.reset();
+    lastDecoded = std::numeric_limits<qint64>::min();
+    if (from - stepBack <= start || !packets.seek(from - stepBack)) {
+        if (!packets.rewind()) {
+            throw MediaError(QStringLiteral("The file can't be read from its start again."));
+        }
+    }
+    const auto key = packets.beginAtKeyFrame(goal.latest);
+    return packets.isFromStart() || (key && *key <= goal.latest);
+}
+
+std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeTo(const Goal &goal) {
+    std::optional<Decoded> before = current;
+    if (before && before->time > goal.target) {
+        before.reset();
+    }
+    for (;;) {
+        auto frame = pending ? std::exchange(pending, {}) : decodeNext(&goal);
+        if (!frame) {
+            return before;
+        }
+        if (frame->time > goal.latest) {
+            if (!before) {
+                return frame;
+            }
+            pending = std::move(frame);
+            return before;
+        }
+        const bool isNear = goal.earliest < goal.latest && frame->time >= goal.earliest;
+        const bool isLast =
+            packets.readPast(goal.target) && packets.lastPresentation(goal.target) == frame->time;
+        if (isNear || isLast) {
+            return frame;
+        }
+        before = std::move(frame);
+    }
+}
+
+/// A picture that nobody refers to and that comes before the one looked for. A packet can hold one
+/// field, so the one just before is left alone.
+bool VideoReader::Stream::maySkip(const AVPacket &packet, const Goal &goal) {
+    if (packet.pts == AV_NOPTS_VALUE || decoder.nominalDuration() <= 0) {
+        return false;
+    }
+    (void)packets.readPast(goal.target);
+    const auto named = packets.lastPresentation(goal.target);
+    return named && packet.pts < std::min(goal.earliest, *named) - decoder.nominalDuration();
+}
+
+std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeNext(const Goal *goal) {
+    for (int sent = 0; sent < kMostFruitlessPackets;) {
+        if (auto frame = decoder.receive()) {
+            const bool isGuessed = packets.firstKey() && frame->time < *packets.firstKey();
+            if (isGuessed || frame->time <= lastDecoded) {
+                continue;
+            }
+            lastDecoded = frame->time;
+            return frame;
+        }
+        if (decoder.isDrained()) {
+            return std::nullopt;
+        }
+        input.testStop();
+        const PacketHandle packet = packets.take();
+        decoder.send(packet.get(), packet && goal && maySkip(*packet, *goal));
+        ++sent;
+    }
+    return std::nullopt;
+}
+
+} // namespace corvane::media
