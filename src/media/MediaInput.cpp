@@ -48,6 +48,10 @@ bool isVideo(const AVStream &stream) {
            (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0;
 }
 
+bool isQuickTime(const AVFormatContext &container) {
+    return std::strncmp(container.iformat->name, "mov", 3) == 0;
+}
+
 MediaInput::MediaInput(const QString &path, Depth depth, std::stop_token stop)
     : m_stop(std::move(stop)) {
     testStop();
@@ -85,8 +89,8 @@ void MediaInput::open(const QString &path) {
 /// Looking into the packets costs more than all else, so it is left out where nothing depends on
 /// it: QuickTime and MPEG-4 tell everything up front.
 bool MediaInput::headerTells(Depth depth) const {
-    const bool isQuickTime = std::strncmp(m_context->iformat->name, "mov", 3) == 0;
-    if ((depth == Depth::Timestamps && !isQuickTime) ||
+    const bool isQuickTimeFile = isQuickTime(*m_context);
+    if ((depth == Depth::Timestamps && !isQuickTimeFile) ||
         (m_context->ctx_flags & AVFMTCTX_NOHEADER) != 0 || m_context->nb_streams == 0) {
         return false;
     }
@@ -94,7 +98,7 @@ bool MediaInput::headerTells(Depth depth) const {
         const AVStream &stream = *m_context->streams[index];
         const AVCodecParameters &codec = *stream.codecpar;
         const bool isSized = codec.width > 0 && codec.height > 0;
-        const bool isRated = isQuickTime || stream.avg_frame_rate.num > 0;
+        const bool isRated = isQuickTimeFile || stream.avg_frame_rate.num > 0;
         const bool isMedia =
             codec.codec_type == AVMEDIA_TYPE_VIDEO || codec.codec_type == AVMEDIA_TYPE_AUDIO;
         if ((isMedia && codec.codec_id == AV_CODEC_ID_NONE) ||

@@ -68,5 +68,7 @@ class MediaInput {
 
 /// Whether the stream is one of moving pictures.
 bool isVideo(const AVStream &stream);
+/// Whether it is a QuickTime or MPEG-4 file, whose header tells more than others'.
+bool isQuickTime(const AVFormatContext &container);
 
 } // namespace corvane::media

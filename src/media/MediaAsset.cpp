@@ -1,0 +1,76 @@
+#include "media/MediaAsset.h"
+
+#include "media/MediaInput.h"
+#include "media/MediaSubType.h"
+
+#include <algorithm>
+
+namespace corvane::media {
+
+namespace {
+
+double frameRate(const AVStream &stream) {
+    for (const AVRational rate : {stream.avg_frame_rate, stream.r_frame_rate}) {
+        if (rate.num > 0 && rate.den > 0) {
+            return av_q2d(rate);
+        }
+    }
+    return 0;
+}
+
+double audioDataRate(const AVCodecParameters &codec) {
+    if (codec.bit_rate > 0) {
+        return double(codec.bit_rate);
+    }
+    return double(codec.sample_rate) * codec.ch_layout.nb_channels *
+           av_get_bits_per_sample(codec.codec_id);
+}
+
+/// What a file's size leaves for its only video track, less the sound.
+double remainingDataRate(const AVFormatContext &context, std::optional<MediaTime> duration) {
+    const qint64 bytes = context.pb ? avio_size(context.pb) : 0;
+    if (!duration || bytes <= 0) {
+        return 0;
+    }
+    double rate = double(bytes) * 8 / duration->seconds();
+    for (unsigned index = 0; index < context.nb_streams; ++index) {
+        const AVCodecParameters &codec = *context.streams[index]->codecpar;
+        if (codec.codec_type == AVMEDIA_TYPE_AUDIO) {
+            rate -= audioDataRate(codec);
+        }
+    }
+    return std::max(rate, 0.0);
+}
+
+VideoTrack videoTrack(const AVFormatContext &context, const AVStream &stream) {
+    const AVCodecParameters &codec = *stream.codecpar;
+    return {.naturalSize = QSizeF(codec.width, codec.height),
+            .nominalFrameRate = frameRate(stream),
+            .mediaSubType = mediaSubType(context, stream)};
+}
+
+} // namespace
+
+MediaAsset MediaAsset::read(const QString &path, std::stop_token stop) {
+    const MediaInput input(path, MediaInput::Depth::Facts, std::move(stop));
+    const AVFormatContext &context = *input.context();
+    MediaAsset asset{.duration = input.duration()};
+    for (unsigned index = 0; index < context.nb_streams; ++index) {
+        const AVStream &stream = *context.streams[index];
+        if (isVideo(stream)) {
+            asset.videoTracks.append(videoTrack(context, stream));
+            // Only QuickTime counts a track's bytes; elsewhere it is what the encoder was allowed.
+            if (isQuickTime(context)) {
+                asset.videoTracks.last().estimatedDataRate = double(stream.codecpar->bit_rate);
+            }
+        } else if (stream.codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
+            asset.audioTracks.append({.mediaSubType = mediaSubType(context, stream)});
+        }
+    }
+    if (asset.videoTracks.size() == 1 && asset.videoTracks.first().estimatedDataRate <= 0) {
+        asset.videoTracks.first().estimatedDataRate = remainingDataRate(context, asset.duration);
+    }
+    return asset;
+}
+
+} // namespace corvane::media
