@@ -133,9 +133,9 @@ QString makeClip(const QString &path, const ClipOptions &options) {
                               << options.arguments << upright,
               pictures);
     if (upright != path) {
-        // The command sets a rotation only where it copies the stream.
+        // The command sets a rotation only where it copies the stream, and counts the other way.
         runFFmpeg(words("-i") << upright << words("-map 0 -c copy -metadata:s:v:0")
-                              << QStringLiteral("rotate=%1").arg(options.rotation) << path);
+                              << QStringLiteral("rotate=%1").arg(360 - options.rotation) << path);
         QFile::remove(upright);
     }
     return path;

@@ -1,0 +1,53 @@
+#include "media/FrameGenerator.h"
+
+#include "media/StillScaler.h"
+#include "media/VideoReader.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace corvane::media {
+
+struct FrameGenerator::Work {
+    VideoReader reader;
+    StillScaler scaler;
+    Options options;
+};
+
+FrameGenerator::FrameGenerator(const QString &path, Options options, std::stop_token stop)
+    : m_work(new Work{.reader = VideoReader(path, {.singlePictures = true}, std::move(stop)),
+                      .scaler = {},
+                      .options = options}) {}
+
+FrameGenerator::~FrameGenerator() = default;
+
+StillImage FrameGenerator::imageAt(MediaTime time) {
+    const Options &options = m_work->options;
+    const double tolerance = std::min(options.toleranceBefore, options.toleranceAfter);
+    const auto frame = m_work->reader.frameAt(time, tolerance);
+    if (!frame) {
+        throw MediaError(QStringLiteral("None of its pictures can be decoded."));
+    }
+    const int turns = options.appliesPreferredTrackTransform ? m_work->reader.quarterTurns() : 0;
+    return m_work->scaler.still(*frame->picture, turns, options.maximumSize);
+}
+
+/// In the order of their times, so that each is decoded on from the one before where that is near.
+void FrameGenerator::images(
+    const QList<MediaTime> &times,
+    const std::function<void(qsizetype index, std::optional<StillImage>)> &take) {
+    QList<qsizetype> order(times.size());
+    std::iota(order.begin(), order.end(), qsizetype(0));
+    std::ranges::stable_sort(order, {}, [&](qsizetype index) { return times.at(index); });
+    for (const qsizetype index : std::as_const(order)) {
+        std::optional<StillImage> image;
+        try {
+            image = imageAt(times.at(index));
+        } catch (const MediaError &) {
+            // The others may still be had.
+        }
+        take(index, std::move(image));
+    }
+}
+
+} // namespace corvane::media

@@ -1,0 +1,45 @@
+#include "media/StillImage.h"
+
+#include "media/MediaError.h"
+
+#include <turbojpeg.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace corvane::media {
+
+namespace {
+
+struct EndCompressor {
+    void operator()(void *compressor) const { tjDestroy(compressor); }
+};
+struct FreeJPEG {
+    void operator()(unsigned char *bytes) const { tjFree(bytes); }
+};
+
+} // namespace
+
+QByteArray StillImage::encodedJPEG(double quality) const {
+    if (isNull() || pixels.size() != qsizetype(width) * height * 3) {
+        throw MediaError(QStringLiteral("There is no picture to encode."));
+    }
+    const std::unique_ptr<void, EndCompressor> compressor(tjInitCompress());
+    if (!compressor) {
+        throw std::bad_alloc();
+    }
+    const int percent = int(std::lround(std::clamp(quality, 0.01, 1.0) * 100));
+    unsigned char *bytes = nullptr;
+    unsigned long size = 0;
+    const int result =
+        tjCompress2(compressor.get(), reinterpret_cast<const unsigned char *>(pixels.constData()),
+                    width, 0, height, TJPF_RGB, &bytes, &size, TJSAMP_420, percent, 0);
+    const std::unique_ptr<unsigned char, FreeJPEG> owner(bytes);
+    if (result != 0) {
+        throw MediaError(QString::fromUtf8(tjGetErrorStr2(compressor.get())));
+    }
+    return {reinterpret_cast<const char *>(bytes), qsizetype(size)};
+}
+
+} // namespace corvane::media

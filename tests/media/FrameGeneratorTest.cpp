@@ -1,0 +1,89 @@
+#include "media/FrameGenerator.h"
+
+#include "media/MediaError.h"
+#include "support/TestFolder.h"
+#include "support/TestMedia.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using namespace corvane::media;
+using corvane::test::frameNumber;
+using corvane::test::makeClip;
+using corvane::test::TestFolder;
+
+namespace {
+
+QList<int> sizeOf(const StillImage &image) {
+    return {image.width, image.height};
+}
+
+const FrameGenerator::Options kThumbnail{.maximumSize = {160, 90}};
+
+} // namespace
+
+TEST(FrameGeneratorTest, TurnsScalesAndFitsWithoutEnlarging) {
+    const TestFolder folder;
+    for (const int rotation : {90, 180, 270}) {
+        SCOPED_TRACE(rotation);
+        const QString path = makeClip(folder.at(QStringLiteral("%1.mov").arg(rotation)),
+                                      {.frames = 3, .rotation = rotation});
+        const StillImage upright = FrameGenerator(path, kThumbnail).imageAt({1, 25});
+        EXPECT_EQ(sizeOf(upright), (rotation == 180 ? QList{160, 90} : QList{51, 90}));
+        EXPECT_EQ(frameNumber(upright, rotation / 90), 1);
+        const StillImage stored =
+            FrameGenerator(path, {.appliesPreferredTrackTransform = false}).imageAt({1, 25});
+        EXPECT_EQ(sizeOf(stored), (QList{320, 180}));
+        EXPECT_EQ(frameNumber(stored), 1);
+    }
+    const QString odd =
+        makeClip(folder.at(QStringLiteral("odd.avi")), {.codec = QStringLiteral("ffv1"),
+                                                        .size = {37, 21},
+                                                        .frames = 1,
+                                                        .pixelFormat = QStringLiteral("yuv444p")});
+    const StillImage only = FrameGenerator(odd, kThumbnail).imageAt({5, 1});
+    EXPECT_EQ(sizeOf(only), (QList{37, 21}));
+    EXPECT_EQ(frameNumber(only), 0);
+    const QString oblong =
+        makeClip(folder.at(QStringLiteral("oblong.mkv")),
+                 {.frames = 1, .arguments = {QStringLiteral("-aspect"), QStringLiteral("64:18")}});
+    EXPECT_EQ(sizeOf(FrameGenerator(oblong, {}).imageAt({})), (QList{640, 180}));
+}
+
+TEST(FrameGeneratorTest, TakesManyTimesInOneGoEachWithinItsTolerance) {
+    const TestFolder folder;
+    for (const int gop : {12, 300}) {
+        const QString path = makeClip(folder.at(QStringLiteral("%1.mp4").arg(gop)),
+                                      {.frames = 400, .gop = gop, .bFrames = 2});
+        for (const double tolerance : {0.0, 0.1}) {
+            SCOPED_TRACE(testing::Message() << gop << " " << tolerance);
+            FrameGenerator::Options options = kThumbnail;
+            options.toleranceBefore = options.toleranceAfter = tolerance;
+            FrameGenerator generator(path, options);
+            QList<MediaTime> times;
+            for (const int frame : {390, 3, 120, 4, 250, 311, 0, 399}) {
+                times.append(MediaTime::fromSeconds(frame / 25.0));
+            }
+            qsizetype taken = 0;
+            generator.images(times, [&](qsizetype index, std::optional<StillImage> image) {
+                ++taken;
+                ASSERT_TRUE(image);
+                EXPECT_NEAR(frameNumber(*image).value_or(-99) / 25.0, times.at(index).seconds(),
+                            tolerance + 1e-3);
+            });
+            EXPECT_EQ(taken, times.size());
+        }
+    }
+}
+
+TEST(FrameGeneratorTest, FailsForWhatHasNoPicture) {
+    const TestFolder folder;
+    const QString sound = makeClip(folder.at(QStringLiteral("a.m4a")),
+                                   {.frames = 0, .audioTracks = 1, .audioSeconds = 1});
+    EXPECT_THROW(FrameGenerator(sound, {}), MediaError);
+    std::stop_source stop;
+    FrameGenerator stopped(makeClip(folder.at(QStringLiteral("a.mp4"))), {}, stop.get_token());
+    stop.request_stop();
+    EXPECT_THROW(stopped.images({{1, 1}}, [](qsizetype, std::optional<StillImage>) {}), Cancelled);
+    EXPECT_THROW(StillImage().encodedJPEG(0.8), MediaError);
+}
