@@ -5,6 +5,7 @@
 #include "cli/ProgressLine.h"
 #include "export/ExportTexts.h"
 #include "export/ExportViewModel.h"
+#include "media/FFmpegExportSessions.h"
 #include "platform/Tasks.h"
 
 namespace corvane {
@@ -138,15 +139,13 @@ int exportPlanned(ExportViewModel &flow, CliSession &session, const Invocation &
 
 int runExport(const Invocation &call) {
     const ExportRequest request = exportRequestOf(call);
-    media::NoExportSessions sessions;
     CliSession session(call.console());
     session.open(call.path(0));
-    ExportViewModel flow(&session.store(), sessions);
+    ExportViewModel flow(&session.store(), media::ffmpegExportSessions());
     flow.reset(session.project());
     applyRequest(flow, request, call);
     const bool isPreview = call.isSet("preview");
     const QList<ExportRowJob> rows = flow.planRows(session.project(), !isPreview);
-    printRowsWithoutSession(call, flow.rowsWithoutSession(rows));
     if (!isPreview) {
         return exportPlanned(flow, session, call);
     }

@@ -51,19 +51,6 @@ void printExportPreview(const Invocation &call, const QList<ExportRowJob> &rows)
     call.printLine(counted(rows.size(), QStringLiteral("row")));
 }
 
-void printRowsWithoutSession(const Invocation &call, const QList<ExportRowJob> &rows) {
-    if (rows.isEmpty()) {
-        return;
-    }
-    call.printNotice(
-        QStringLiteral("This build has no media framework to cut or encode with, so %1 "
-                       "can't be made in full:")
-            .arg(counted(rows.size(), QStringLiteral("row"))));
-    for (const ExportRowJob &row : rows) {
-        call.printNotice(QStringLiteral("  ") + row.proposedName);
-    }
-}
-
 void writeExportResult(JSONWriter &writer, const std::optional<ExportBatchInput> &input,
                        const ExportBatchResult &result) {
     JSONValue::Object object =

@@ -9,9 +9,6 @@ namespace corvane {
 void writeExportPreview(JSONWriter &writer, const QList<ExportRowJob> &rows);
 void printExportPreview(const Invocation &call, const QList<ExportRowJob> &rows);
 
-/// Says ahead of the run which rows this program can't make; nothing where it can make all.
-void printRowsWithoutSession(const Invocation &call, const QList<ExportRowJob> &rows);
-
 /// The manifest's object, and where the manifest is. `input` is absent where nothing was to be run;
 /// there is no manifest then.
 void writeExportResult(JSONWriter &writer, const std::optional<ExportBatchInput> &input,

@@ -1,0 +1,136 @@
+#include "media/ExportCut.h"
+
+#include <algorithm>
+
+namespace corvane::media {
+
+namespace {
+
+constexpr MediaTime kHalfTickTime{1, 2 * ExportTimeRange::kTimescale};
+/// So much earlier the other streams are read, since a file stores them only roughly side by side
+/// and a sound's decoder needs what precedes its first sample.
+constexpr MediaTime kPreroll{1, 1};
+constexpr int kMostSteps = 24;
+
+/// What the packets around an in point tell.
+struct InPointScan {
+    std::vector<int64_t> keys;      ///< in the file's order
+    std::optional<int64_t> shown;   ///< the first frame at or after the in point
+    std::optional<int64_t> earlier; ///< the last frame before it
+
+    std::optional<int64_t> lastKey() const {
+        const auto fits = [this](int64_t key) { return shown && key <= *shown; };
+        const auto found = std::find_if(keys.rbegin(), keys.rend(), fits);
+        return found == keys.rend() ? std::nullopt : std::optional(*found);
+    }
+};
+
+/// Reads the reference stream until no later packet can hold an earlier frame.
+InPointScan scan(ExportSource &source, int index, int64_t first) {
+    InPointScan found;
+    const PacketHandle packet = makePacket();
+    while (source.read(*packet)) {
+        const int64_t shown = packet->pts == AV_NOPTS_VALUE ? packet->dts : packet->pts;
+        const int64_t decoded = packet->dts == AV_NOPTS_VALUE ? shown : packet->dts;
+        const bool isKey = packet->flags & AV_PKT_FLAG_KEY;
+        const bool isWanted = packet->stream_index == index && shown != AV_NOPTS_VALUE;
+        av_packet_unref(packet.get());
+        if (!isWanted) {
+            continue;
+        }
+        if (found.shown && decoded > *found.shown) {
+            break;
+        }
+        if (isKey) {
+            found.keys.push_back(shown);
+        }
+        if (shown >= first) {
+            found.shown = std::min(shown, found.shown.value_or(shown));
+        } else {
+            found.earlier = std::max(shown, found.earlier.value_or(shown));
+        }
+    }
+    return found;
+}
+
+/// Searches ever further back until a key frame comes before the first frame that is shown: some
+/// formats find a time only roughly.
+InPointScan scanBack(ExportSource &source, int index, ExportCut &cut) {
+    const AVRational base = source.stream(index).time_base;
+    const int64_t first = ticksOf(cut.first, base, AV_ROUND_UP);
+    MediaTime from = cut.first;
+    MediaTime step = kPreroll;
+    for (int i = 0; i < kMostSteps; ++i) {
+        const bool isBeginning = source.seek(index, from);
+        InPointScan found = scan(source, index, first);
+        if (found.lastKey() || isBeginning) {
+            cut.seek = isBeginning ? std::nullopt : std::optional(from - kPreroll);
+            return found;
+        }
+        from = from - step;
+        step.value *= 2;
+    }
+    source.rewind();
+    cut.seek.reset();
+    return scan(source, index, first);
+}
+
+/// The length of a frame of the stream; nothing where it tells none.
+std::optional<MediaTime> frameLength(const AVStream &stream) {
+    const AVRational rate = stream.avg_frame_rate;
+    return rate.num > 0 && rate.den > 0 ? std::optional(MediaTime{rate.den, rate.num})
+                                        : std::nullopt;
+}
+
+void adopt(const InPointScan &found, const AVStream &stream, ExportCut &cut) {
+    if (!found.shown) {
+        return;
+    }
+    cut.key = found.lastKey();
+    const MediaTime shown = mediaTime(*found.shown, stream.time_base);
+    if (!cut.isPastLast(shown)) {
+        // The picture of the in point is still to come, so nothing of it may be lost.
+        const auto length = frameLength(stream);
+        const MediaTime gap = shown - cut.zero;
+        const bool isFar = length && length->seconds() * 1.5 < gap.seconds();
+        cut.showsEarlierFrame = found.earlier && isFar;
+        if (gap < kHalfTickTime + kHalfTickTime || (found.earlier && !isFar)) {
+            cut.zero = shown;
+        }
+    }
+}
+
+} // namespace
+
+ExportCut locateCut(ExportSource &source, std::optional<ExportTimeRange> range) {
+    ExportCut cut{.zero = source.start(), .first = source.start()};
+    if (!range) {
+        return cut;
+    }
+    const MediaTime in = source.start() + MediaTime{range->in, ExportTimeRange::kTimescale};
+    cut.isWhole = false;
+    cut.zero = in;
+    cut.first = in - kHalfTickTime;
+    cut.out = source.start() + MediaTime{range->out, ExportTimeRange::kTimescale};
+    cut.last = *cut.out - kHalfTickTime;
+    const auto video = source.video();
+    if (!video) {
+        cut.seek = in - kPreroll;
+        return cut;
+    }
+    source.readOnly(*video);
+    const InPointScan found = scanBack(source, *video, cut);
+    source.readOnly(std::nullopt);
+    adopt(found, source.stream(*video), cut);
+    return cut;
+}
+
+void goToCut(ExportSource &source, const ExportCut &cut) {
+    if (cut.seek) {
+        source.seek(source.reference(), *cut.seek);
+    } else {
+        source.rewind();
+    }
+}
+
+} // namespace corvane::media

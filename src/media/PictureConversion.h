@@ -1,0 +1,33 @@
+#pragma once
+
+// For the source files of this floor only.
+
+#include "media/PictureFormat.h"
+
+namespace corvane::media {
+
+/// Brings decoded pictures into the format that is encoded: cuts, scales, reduces the bits and maps
+/// high dynamic range to BT.709. Pictures that change within a stream are followed.
+class PictureConversion {
+  public:
+    PictureConversion(const PictureFormat &target, AVRational timeBase);
+
+    /// The picture in the target's format, with its own timestamp; the same one where it has it.
+    FrameHandle convert(FrameHandle picture);
+
+  private:
+    bool isTarget(const AVFrame &picture) const;
+    bool isSameKind(const AVFrame &picture) const;
+    void build(const AVFrame &picture);
+    QByteArray filtersFor(const AVFrame &picture) const;
+    QByteArray scaling(const AVFrame &picture) const;
+
+    PictureFormat m_target;
+    AVRational m_timeBase;
+    FilterGraphHandle m_graph;
+    AVFilterContext *m_input = nullptr;  ///< the graph's
+    AVFilterContext *m_output = nullptr; ///< the graph's
+    FrameHandle m_kind;                  ///< the format that the graph was built for
+};
+
+} // namespace corvane::media

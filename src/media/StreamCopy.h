@@ -1,0 +1,45 @@
+#pragma once
+
+// For the source files of this floor only.
+
+#include "media/ExportCut.h"
+#include "media/OutputFile.h"
+#include "media/StreamExport.h"
+
+#include <deque>
+
+namespace corvane::media {
+
+/// A stream that goes into the output as it is, from the key frame before the cut to the last frame
+/// that the cut shows. At most a group of pictures is held in memory.
+class StreamCopy : public StreamExport {
+  public:
+    StreamCopy(const ExportSource &source, int stream, const ExportCut &cut, OutputFile &output);
+
+    void take(AVPacket &packet) override;
+    void finish() override;
+    bool isDone() const override { return m_isDone; }
+    bool hasWritten() const override { return m_hasWritten; }
+
+    /// Whether an MPEG-4 file can hold the stream.
+    static bool isPossible(const AVStream &stream);
+
+  private:
+    void takeBeforeCut(AVPacket &packet, MediaTime time);
+    void takeInCut(AVPacket &packet, MediaTime time);
+    void hold(AVPacket &packet);
+    void writeHeld();
+
+    ExportCut m_cut;
+    OutputFile &m_output;
+    AVStream &m_stream;
+    AVMediaType m_type;
+    AVRational m_timeBase;
+    int64_t m_shift;                 ///< in ticks, what becomes the output's 0
+    std::deque<PacketHandle> m_held; ///< before the cut its lead, in it what may not be needed
+    bool m_hasBegun;
+    bool m_isDone = false;
+    bool m_hasWritten = false;
+};
+
+} // namespace corvane::media
