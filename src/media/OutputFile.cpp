@@ -25,6 +25,8 @@ OutputFile::OutputFile(const QString &path) {
     }
     // Packets before the in point keep their negative times, for the edit list to hide them.
     m_context->avoid_negative_ts = AVFMT_AVOID_NEG_TS_DISABLED;
+    // FLAC and the like were put into the standard after the library learnt to write them.
+    m_context->strict_std_compliance = FF_COMPLIANCE_EXPERIMENTAL;
 }
 
 OutputFile::~OutputFile() {

@@ -1,5 +1,9 @@
 #include "media/SourceMetadata.h"
 
+extern "C" {
+#include <libavutil/avstring.h>
+}
+
 #include <array>
 #include <cstring>
 #include <utility>
@@ -11,17 +15,14 @@ namespace {
 constexpr char kCreated[] = "creation_time";
 
 /// What the container says only of itself, or what the new file must not repeat.
-constexpr std::array kLeftOut{"major_brand", "minor_version", "compatible_brands", "encoder",
-                              "timecode",    "duration",      "ENCODER",           "DURATION"};
+constexpr std::array kLeftOut{"major_brand", "minor_version", "compatible_brands",
+                              "encoder",     "timecode",      "duration"};
 
 /// The names of cameras' facts in other containers, and what QuickTime calls them.
-constexpr std::array<std::pair<const char *, const char *>, 12> kQuickTimeNames{{
+constexpr std::array<std::pair<const char *, const char *>, 9> kQuickTimeNames{{
     {"make", "com.apple.quicktime.make"},
     {"model", "com.apple.quicktime.model"},
     {"location", "com.apple.quicktime.location.ISO6709"},
-    {"MAKE", "com.apple.quicktime.make"},
-    {"MODEL", "com.apple.quicktime.model"},
-    {"LOCATION", "com.apple.quicktime.location.ISO6709"},
     {"com.android.manufacturer", "com.apple.quicktime.make"},
     {"com.android.model", "com.apple.quicktime.model"},
     {"company_name", "com.apple.quicktime.make"},
@@ -31,12 +32,12 @@ constexpr std::array<std::pair<const char *, const char *>, 12> kQuickTimeNames{
 }};
 
 const char *valueOf(const AVDictionary *metadata, const char *key) {
-    const AVDictionaryEntry *entry = av_dict_get(metadata, key, nullptr, AV_DICT_MATCH_CASE);
+    const AVDictionaryEntry *entry = av_dict_get(metadata, key, nullptr, 0); // in any case
     return entry ? entry->value : nullptr;
 }
 
 bool isLeftOut(const char *key) {
-    const auto is = [key](const char *other) { return std::strcmp(key, other) == 0; };
+    const auto is = [key](const char *other) { return av_strcasecmp(key, other) == 0; };
     return std::any_of(kLeftOut.begin(), kLeftOut.end(), is);
 }
 
