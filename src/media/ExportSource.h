@@ -2,8 +2,7 @@
 
 // For the source files of this floor only.
 
-#include "media/FFmpegHandles.h"
-#include "media/MediaTime.h"
+#include "media/MediaInput.h"
 
 #include <QString>
 
@@ -25,12 +24,12 @@ MediaTime operator-(MediaTime left, MediaTime right);
 /// `Cancelled` soon after the stop token asks for it.
 class ExportSource {
   public:
-    explicit ExportSource(const QString &path, std::stop_token stop = {});
+    explicit ExportSource(const QString &path);
     Q_DISABLE_COPY_MOVE(ExportSource)
 
-    const AVFormatContext &context() const { return *m_context; }
-    const AVStream &stream(int index) const { return *m_context->streams[index]; }
-    int streamCount() const { return int(m_context->nb_streams); }
+    const AVFormatContext &context() const { return *m_input->context(); }
+    const AVStream &stream(int index) const { return *context().streams[index]; }
+    int streamCount() const { return int(context().nb_streams); }
 
     /// The first picture that isn't a cover.
     std::optional<int> video() const;
@@ -39,8 +38,8 @@ class ExportSource {
     /// Every stream of a type, covers left out.
     std::vector<int> streamsOf(AVMediaType type) const;
 
-    MediaTime start() const;
-    std::optional<MediaTime> duration() const;
+    MediaTime start() const { return {m_input->startTime(), AV_TIME_BASE}; }
+    std::optional<MediaTime> duration() const { return m_input->duration(); }
 
     /// The next packet of the file; false at its end, which for a damaged file is where nothing
     /// more can be read. Throws where the file system fails.
@@ -54,14 +53,9 @@ class ExportSource {
     void setStop(std::stop_token stop);
 
   private:
-    void open();
-    static int isStopped(void *source);
-    /// What a failing call throws, a cancelled one included.
-    int checked(int result, const char *what) const;
-
     QString m_path;
     std::stop_token m_stop;
-    InputHandle m_context;
+    std::unique_ptr<MediaInput> m_input;
 };
 
 } // namespace corvane::media

@@ -90,7 +90,7 @@ void MediaInput::open(const QString &path) {
 /// it: QuickTime and MPEG-4 tell everything up front.
 bool MediaInput::headerTells(Depth depth) const {
     const bool isQuickTimeFile = isQuickTime(*m_context);
-    if ((depth == Depth::Timestamps && !isQuickTimeFile) ||
+    if (depth == Depth::Coding || (depth == Depth::Timestamps && !isQuickTimeFile) ||
         (m_context->ctx_flags & AVFMTCTX_NOHEADER) != 0 || m_context->nb_streams == 0) {
         return false;
     }

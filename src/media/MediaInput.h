@@ -27,6 +27,7 @@ class MediaInput {
     enum class Depth {
         Facts,      ///< the streams' sizes, codecs and rates
         Timestamps, ///< also what their packets' presentation times depend on
+        Coding,     ///< also the colours, fields and rates that only the coded data tell
     };
 
     MediaInput(const QString &path, Depth depth, std::stop_token stop = {});

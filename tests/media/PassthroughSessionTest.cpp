@@ -1,0 +1,154 @@
+#include "SessionFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace corvane;
+using namespace corvane::test;
+using media::ExportPreset;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr auto kPassthrough = ExportPreset::passthrough;
+
+class PassthroughSessionTest : public SessionTest {
+  protected:
+    static QString words(const char *text) { return QString::fromLatin1(text); }
+};
+
+/// While it lives, no file of the process grows beyond so many bytes.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        m_handler = ::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit() {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        ::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+
+  private:
+    rlimit m_before{};
+    sighandler_t m_handler = SIG_DFL;
+};
+
+} // namespace
+
+TEST_F(PassthroughSessionTest, ShowsTheCutFromItsFirstFrameAndLacksNone) {
+    const std::tuple<const char *, ClipOptions> sources[] = {
+        {"plain.mp4", {.frames = 80}},
+        {"b.mov", {.frames = 80, .gop = 300, .bFrames = 3, .audioTracks = 2}},
+        {"open.mkv", {.frames = 80, .gop = 10, .bFrames = 2, .openGop = true}},
+        {"b.mts",
+         {.frames = 80, .gop = 12, .bFrames = 2, .audioTracks = 1, .audioCodec = words("ac3")}},
+        {"hevc.mp4", {.codec = words("libx265"), .frames = 80, .gop = 24, .bFrames = 3}},
+        {"vp9.mkv",
+         {.codec = words("libvpx-vp9"),
+          .frames = 80,
+          .audioTracks = 1,
+          .audioCodec = words("flac")}},
+        {"mpeg2.mpg", {.codec = words("mpeg2video"), .frames = 80, .bFrames = 2}},
+    };
+    for (const auto &[name, options] : sources) {
+        EXPECT_EQ(exported(clip(name, options), kPassthrough, frameRange(31, 52)), "") << name;
+        const QList<int> shown = shownFrames();
+        EXPECT_EQ(shown.mid(0, 21), numbers(31, 21)) << name;
+        // At the end those stay that others need to be decoded.
+        EXPECT_LE(shown.size(), 21 + options.bFrames) << name;
+        const double lead =
+            std::abs(QByteArray::fromStdString(probed("v:0", "stream=start_time")).toDouble());
+        EXPECT_LT(lead, 0.002) << name;
+        if (options.audioTracks > 0) {
+            const auto sound =
+                QByteArray::fromStdString(probed("a:0", "stream=start_time,duration")).split(',');
+            EXPECT_LT(std::abs(sound.at(0).toDouble()), 0.03) << name;
+            EXPECT_NEAR(sound.at(1).toDouble(), 0.84, 0.06) << name;
+        }
+    }
+}
+
+TEST_F(PassthroughSessionTest, CopiesTheWholeOfAnOutputOfItsOwn) {
+    const QString source = clip("b.mov", {.frames = 60, .gop = 60, .bFrames = 2, .audioTracks = 1});
+    EXPECT_EQ(exported(source, kPassthrough, frameRange(25, 50)), "");
+    const QString cut = folder.write(words("cut.mp4"), folder.read(words("out.mp4")));
+    const QList<int> shown = shownFrames();
+    EXPECT_EQ(exported(cut, kPassthrough), "");
+    EXPECT_EQ(shownFrames(), shown);
+    EXPECT_EQ(exported(cut, ExportPreset::highestQuality, frameRange(5, 10)), "");
+    EXPECT_EQ(shownFrames(), numbers(30, 5)) << "its 0 is the cut's, not the hidden key frame's";
+}
+
+TEST_F(PassthroughSessionTest, KeepsThePictureTurnedAsItIs) {
+    const QString source = clip("turned.mov", {.frames = 10, .bFrames = 1, .rotation = 270});
+    const std::string turned = probedFile(source, "v:0", "stream_side_data=rotation");
+    EXPECT_EQ(exported(source, kPassthrough, frameRange(3, 6)), "");
+    EXPECT_EQ(probed("v:0", "stream_side_data=rotation"), turned);
+    EXPECT_NE(turned, "");
+}
+
+TEST_F(PassthroughSessionTest, RefusesWhatNoMpeg4FileHoldsBeforeAnythingIsWritten) {
+    const std::tuple<const char *, ClipOptions> sources[] = {
+        {"prores.mov",
+         {.codec = words("prores_ks"), .frames = 2, .pixelFormat = words("yuv422p10le")}},
+        {"dnx.mov",
+         {.codec = words("dnxhd"),
+          .size = {1920, 1080},
+          .frames = 2,
+          .pixelFormat = words("yuv422p"),
+          .arguments = {words("-b:v"), words("120M")}}},
+        {"ffv1.mkv", {.codec = words("ffv1"), .frames = 2}},
+        {"pcm.mov", {.frames = 2, .audioTracks = 1, .audioCodec = words("pcm_s24le")}},
+    };
+    for (const auto &[name, options] : sources) {
+        const QString source = clip(name, options);
+        EXPECT_THROW(media::ffmpegExportSessions().create(source, kPassthrough),
+                     media::UnsupportedSource)
+            << name;
+        EXPECT_TRUE(media::ffmpegExportSessions().create(source, ExportPreset::hd1920x1080))
+            << name;
+    }
+}
+
+TEST_F(PassthroughSessionTest, KeepsWhenWhereAndWithWhatItWasShotAndCountsTheTimecodeOn) {
+    const char *facts =
+        "-metadata creation_time=2024-05-01T09:30:00Z -movflags use_metadata_tags "
+        "-metadata com.apple.quicktime.make=Maker -metadata com.apple.quicktime.model=M-1 "
+        "-metadata com.apple.quicktime.location.ISO6709=+48.1+011.5/ -timecode ";
+    const std::tuple<const char *, const char *, const char *, double> table[] = {
+        {"24000/1001", "01:00:00:00", "01:00:01:06", 24000 / 1001.0},
+        {"30000/1001", "01:00:59;10", "01:01:00;12", 30000 / 1001.0},
+        {"25", "23:59:59:20", "00:00:01:00", 25},
+    };
+    for (const auto &[rate, start, expected, perSecond] : table) {
+        const QString source =
+            clip("tc.mov", {.frames = 60,
+                            .rate = words(rate),
+                            .bFrames = 1,
+                            .arguments = (words(facts) + words(start)).split(QLatin1Char(' '))});
+        for (const ExportPreset preset : {kPassthrough, ExportPreset::highestQuality}) {
+            EXPECT_EQ(exported(source, preset, frameRange(30, 50, perSecond)), "");
+            EXPECT_EQ(probed("v:0", "stream_tags=timecode"), expected) << rate;
+            const std::string tags = probed("v:0", "format_tags");
+            for (const char *fact : {"2024-05-01T09:30:00", "Maker", "M-1", "+48.1+011.5/"}) {
+                EXPECT_THAT(tags, HasSubstr(fact));
+            }
+        }
+    }
+}
+
+TEST_F(PassthroughSessionTest, TellsOfAFullDisk) {
+    const QString source = clip(
+        "big.mp4", {.size = {640, 360}, .frames = 50, .arguments = {words("-qp"), words("1")}});
+    for (const ExportPreset preset : {kPassthrough, ExportPreset::highestQuality}) {
+        folder.write(words("out.mp4"), {});
+        const FileSizeLimit limit(2'000);
+        EXPECT_EQ(exported(source, preset), "The output can't be written: File too large");
+    }
+}

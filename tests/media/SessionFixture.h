@@ -1,0 +1,93 @@
+#pragma once
+
+#include "media/FFmpegExportSessions.h"
+#include "support/TestFolder.h"
+#include "support/TestMedia.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+
+namespace corvane::test {
+
+/// Runs export sessions on clips of its own folder and looks at what they made as a player and as
+/// `ffprobe` see it.
+class SessionTest : public testing::Test {
+  protected:
+    static QByteArray ran(const char *program, const QString &arguments) {
+        QProcess process;
+        process.start(QLatin1String(program), arguments.split(QLatin1Char(' ')));
+        EXPECT_TRUE(process.waitForFinished(60000) && process.exitCode() == 0)
+            << program << ' ' << arguments.toStdString() << process.readAllStandardError().data();
+        return process.readAllStandardOutput();
+    }
+
+    QString clip(const char *name, const ClipOptions &options) const {
+        return makeClip(folder.at(QLatin1String(name)), options);
+    }
+
+    /// Exports into "out.mp4"; the failure's text, "none" where there is no session, "" where it
+    /// was made. The range is in 1/600 s.
+    std::string exported(const QString &source, media::ExportPreset preset,
+                         std::optional<media::ExportTimeRange> range = {}) {
+        try {
+            const auto session = media::ffmpegExportSessions().create(source, preset);
+            if (!session) {
+                return "none";
+            }
+            folder.write(QStringLiteral("out.mp4"), {});
+            session->run(output, range, stop.get_token());
+            EXPECT_EQ(session->progress(), 1);
+        } catch (const Failure &failure) {
+            return failure.what();
+        }
+        return {};
+    }
+
+    /// The numbers of the frames that a player shows, in its order.
+    QList<int> shownFrames(QSize size = {320, 180}) const {
+        const QByteArray pictures =
+            ran("ffmpeg",
+                QStringLiteral("-v error -noautorotate -i %1 -map 0:v:0 -fps_mode passthrough "
+                               "-f rawvideo -pix_fmt gray -")
+                    .arg(output));
+        QList<int> numbers;
+        const qsizetype bytes = qsizetype(size.width()) * size.height();
+        for (qsizetype at = 0; at + bytes <= pictures.size(); at += bytes) {
+            const auto brightness = [&](int x, int y) {
+                return uchar(pictures.at(at + qsizetype(y) * size.width() + x)) / 255.0;
+            };
+            numbers.append(frameNumber(size, 0, brightness).value_or(-1));
+        }
+        return numbers;
+    }
+    static QList<int> numbers(int first, int count) {
+        QList<int> list(count);
+        std::iota(list.begin(), list.end(), first);
+        return list;
+    }
+
+    /// Of the output, without keys, its lines joined by blanks.
+    std::string probed(const char *streams, const char *entries) const {
+        return probedFile(output, streams, entries);
+    }
+    static std::string probedFile(const QString &file, const char *streams, const char *entries) {
+        const QString arguments = QStringLiteral("-v error -select_streams %1 -show_entries %2 -of "
+                                                 "csv=p=0 %3");
+        return ran("ffprobe", arguments.arg(QLatin1String(streams), QLatin1String(entries), file))
+            .simplified()
+            .toStdString();
+    }
+
+    TestFolder folder;
+    const QString output = folder.at(QStringLiteral("out.mp4"));
+    std::stop_source stop;
+};
+
+/// The range of whole frames, `first` to the one before `end`, of so many a second.
+inline media::ExportTimeRange frameRange(int first, int end, double rate = 25) {
+    return media::ExportTimeRange::fromSeconds(first / rate, end / rate);
+}
+
+} // namespace corvane::test

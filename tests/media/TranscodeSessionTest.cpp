@@ -1,0 +1,232 @@
+#include "SessionFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <thread>
+
+using namespace corvane;
+using namespace corvane::test;
+using media::ExportPreset;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr auto kAccurate = ExportPreset::highestQuality;
+constexpr auto kHD = ExportPreset::hd1920x1080;
+
+QString words(const char *text) {
+    return QString::fromLatin1(text);
+}
+
+class TranscodeSessionTest : public SessionTest {
+  protected:
+    /// A click of one millisecond at the time, which `arguments` adds to a source.
+    QStringList clickAt(double seconds) const {
+        return words("-f lavfi -i aevalsrc=exprs='gte(t\\,%1)*lt(t\\,%1+0.001)*0.8':s=48000:d=4")
+            .arg(seconds)
+            .split(QLatin1Char(' '));
+    }
+    /// Where the output's sound first gets loud, in samples of 48 kHz.
+    qsizetype clickSample() const {
+        const QByteArray sound = ran(
+            "ffmpeg", words("-v error -i %1 -map 0:a:0 -f s16le -ar 48000 -ac 1 -").arg(output));
+        const auto *samples = reinterpret_cast<const qint16 *>(sound.constData());
+        for (qsizetype i = 0; i < sound.size() / 2; ++i) {
+            if (std::abs(samples[i]) > 8000) {
+                return i;
+            }
+        }
+        return -1;
+    }
+};
+
+} // namespace
+
+TEST_F(TranscodeSessionTest, CutsExactlyToTheFrameWhateverTheSourceIs) {
+    const std::tuple<const char *, ClipOptions> sources[] = {
+        {"plain.mp4", {.frames = 80}},
+        {"b.mov", {.frames = 80, .gop = 300, .bFrames = 3, .audioTracks = 1}},
+        {"open.mkv", {.frames = 80, .gop = 10, .bFrames = 2, .openGop = true}},
+        {"b.mts",
+         {.frames = 80, .gop = 12, .bFrames = 2, .audioTracks = 1, .audioCodec = words("ac3")}},
+        {"hevc.mp4", {.codec = words("libx265"), .frames = 80, .gop = 24, .bFrames = 3}},
+        {"intra.mov",
+         {.codec = words("prores_ks"),
+          .frames = 80,
+          .pixelFormat = words("yuv422p10le"),
+          .audioTracks = 1,
+          .audioCodec = words("pcm_s16le")}},
+        {"long.mxf", {.codec = words("mpeg2video"), .frames = 80, .bFrames = 2}},
+        {"late.mp4",
+         {.frames = 80, .bFrames = 2, .videoDelay = 0, .audioTracks = 1, .audioSeconds = 5}},
+    };
+    for (const auto &[name, options] : sources) {
+        const QString source = clip(name, options);
+        EXPECT_EQ(exported(source, kAccurate, frameRange(31, 52)), "") << name;
+        EXPECT_EQ(shownFrames(), numbers(31, 21)) << name;
+        EXPECT_EQ(probed("v:0", "stream=start_time,duration"), "0.000000,0.840000") << name;
+        EXPECT_EQ(exported(source, kAccurate), "") << name;
+        EXPECT_EQ(shownFrames(), numbers(0, 80)) << name;
+    }
+}
+
+TEST_F(TranscodeSessionTest, KeepsTheTimesOfAVaryingFrameRate) {
+    // Pairs 20 ms apart, 100 ms from pair to pair; then one frame stands for two seconds.
+    const QString source =
+        clip("vfr.mkv", {.frames = 30,
+                         .gop = 300,
+                         .bFrames = 2,
+                         .milliseconds = words("floor(N/2)*100+mod(N,2)*20+gte(N,20)*2000")});
+    EXPECT_EQ(exported(source, kAccurate, media::ExportTimeRange{120, 420}), "");
+    EXPECT_EQ(shownFrames(), numbers(4, 10));
+    const std::string times = probed("v:0", "frame=pts_time");
+    EXPECT_THAT(times, testing::StartsWith("0.000000, 0.020000 0.100000 0.120000 0.200000"));
+    // From the middle of the long frame: it is what the in point shows.
+    EXPECT_EQ(exported(source, kAccurate, media::ExportTimeRange{1200, 1860}), "");
+    EXPECT_EQ(shownFrames(), numbers(19, 3));
+    EXPECT_THAT(probed("v:0", "frame=pts_time"), HasSubstr("1.000000 1.020000"));
+}
+
+TEST_F(TranscodeSessionTest, CutsTheSoundAtTheSameSample) {
+    const QString source = folder.at(words("click.mov"));
+    for (const char *codec : {"pcm_s16le", "aac"}) {
+        clip("video.mp4", {.frames = 100, .gop = 50, .bFrames = 2});
+        runFFmpeg(words("-i %1").arg(folder.at(words("video.mp4"))).split(QLatin1Char(' ')) +
+                  clickAt(2.0) +
+                  words("-map 0:v -map 1:a -c:v copy -c:a %1 %2")
+                      .arg(words(codec), source)
+                      .split(QLatin1Char(' ')));
+        EXPECT_EQ(exported(source, kAccurate, frameRange(33, 90)), "");
+        // Frame 33 begins at 1.32 s, so the click is 0.68 s later. Lossy coding blurs it a little.
+        EXPECT_NEAR(double(clickSample()), 0.68 * 48000, 24) << codec;
+        EXPECT_EQ(probed("a:0", "stream=duration"), "2.280000") << codec;
+    }
+}
+
+TEST_F(TranscodeSessionTest, MakesHDCopiesThatFitAndAreNeverEnlarged) {
+    const std::tuple<ClipOptions, const char *, const char *> table[] = {
+        {{.size = {3840, 2160}, .frames = 2}, "1920,1080,N/A", "3840,2160,N/A"},
+        {{.size = {1080, 1920}, .frames = 2}, "608,1080,N/A", "1080,1920,N/A"},
+        {{.size = {2048, 858}, .frames = 2}, "1920,804,N/A", "2048,858,N/A"},
+        {{.size = {320, 180}, .frames = 2}, "320,180,N/A", "320,180,N/A"},
+        {{.size = {1920, 1080}, .frames = 2, .rotation = 90}, "1080,608,N/A", "1920,1080,N/A"},
+        {{.codec = words("ffv1"), .size = {641, 361}, .frames = 2, .pixelFormat = words("yuv444p")},
+         "640,360,N/A",
+         "640,360,N/A"},
+        {{.size = {1440, 1080}, .frames = 2, .arguments = {words("-aspect"), words("16:9")}},
+         "1440,1080,4:3",
+         "1440,1080,4:3"},
+    };
+    int number = 0;
+    for (const auto &[options, hd, full] : table) {
+        const QByteArray name =
+            QByteArray::number(++number) + (options.codec == words("ffv1") ? ".mkv" : ".mov");
+        const QString source = clip(name.constData(), options);
+        EXPECT_EQ(exported(source, kHD), "");
+        EXPECT_EQ(
+            probed("v:0", "stream=width,height,sample_aspect_ratio").substr(0, std::strlen(hd)),
+            hd);
+        const std::string turned = probed("v:0", "stream_side_data=rotation");
+        EXPECT_EQ(turned,
+                  options.rotation ? probedFile(source, "v:0", "stream_side_data=rotation") : "");
+        EXPECT_EQ(exported(source, kAccurate), "");
+        EXPECT_EQ(
+            probed("v:0", "stream=width,height,sample_aspect_ratio").substr(0, std::strlen(full)),
+            full);
+    }
+}
+
+TEST_F(TranscodeSessionTest, KeepsColoursFieldsAndPixelsThatEveryPlayerShows) {
+    const auto colours = [](const char *name) {
+        return words("-color_primaries %1 -color_trc %2 -colorspace %3 -color_range tv")
+            .arg(words("bt2020"), words(name), words("bt2020nc"))
+            .split(QLatin1Char(' '));
+    };
+    const char *entries =
+        "stream=profile,pix_fmt,color_range,color_space,color_transfer,color_primaries,field_order";
+    const std::tuple<const char *, ClipOptions, const char *> table[] = {
+        {"sdr.mov",
+         {.frames = 3, .pixelFormat = words("yuv422p"), .arguments = colours("bt2020-10")},
+         "High,yuv420p,tv,bt2020nc,bt2020-10,bt2020,progressive"},
+        {"pq.mov",
+         {.codec = words("libx265"),
+          .frames = 3,
+          .pixelFormat = words("yuv420p10le"),
+          .arguments = colours("smpte2084")},
+         "High,yuv420p,tv,bt709,bt709,bt709,progressive"},
+        {"hlg.mkv",
+         {.codec = words("libx265"),
+          .frames = 3,
+          .pixelFormat = words("yuv420p10le"),
+          .arguments = colours("arib-std-b67")},
+         "High,yuv420p,tv,bt709,bt709,bt709,progressive"},
+        {"fields.mxf",
+         {.codec = words("mpeg2video"), .frames = 3, .interlaced = true},
+         "High,yuv420p,unknown,unknown,unknown,unknown,tt"},
+        {"full.mov",
+         {.codec = words("mjpeg"), .frames = 3, .pixelFormat = words("yuvj422p")},
+         "High,yuvj420p,pc,bt470bg,unknown,unknown,progressive"},
+    };
+    for (const auto &[name, options, expected] : table) {
+        EXPECT_EQ(exported(clip(name, options), kAccurate), "") << name;
+        EXPECT_EQ(probed("v:0", entries), expected) << name;
+        EXPECT_EQ(shownFrames().size(), 3) << name;
+    }
+}
+
+TEST_F(TranscodeSessionTest, KeepsEverySoundTrackWithItsChannels) {
+    const QString source =
+        clip("three.mkv", {.frames = 50, .audioTracks = 2, .audioCodec = words("flac")});
+    const QString all = folder.at(words("all.mkv"));
+    runFFmpeg(
+        words("-i %1 -f lavfi -t 2 -i anullsrc=cl=5.1(side):r=48000 -map 0 -map 1 -c copy -c:a:2 "
+              "flac -metadata:s:a:1 language=fra %2")
+            .arg(source, all)
+            .split(QLatin1Char(' ')));
+    EXPECT_EQ(exported(all, kAccurate), "");
+    EXPECT_EQ(probed("a", "stream=codec_name,channel_layout:stream_tags=language"),
+              "aac,mono,und aac,mono,fra aac,5.1,und");
+    const QString soundOnly = clip("sound.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 3});
+    EXPECT_EQ(exported(soundOnly, kHD, media::ExportTimeRange{600, 1500}), "");
+    EXPECT_EQ(probed("a:0", "stream=duration"), "1.500000");
+}
+
+TEST_F(TranscodeSessionTest, LeavesTheRestOfTheWorkWhenStopped) {
+    const QString source = clip("long.mp4", {.size = {1280, 720}, .frames = 300});
+    const auto session = media::ffmpegExportSessions().create(source, kAccurate);
+    folder.write(words("out.mp4"), {});
+    std::jthread stopper([&] {
+        while (session->progress() < 0.1) {
+            std::this_thread::yield();
+        }
+        stop.request_stop();
+    });
+    EXPECT_THROW(session->run(output, std::nullopt, stop.get_token()), Cancelled);
+    EXPECT_LT(session->progress(), 1);
+}
+
+TEST_F(TranscodeSessionTest, TellsWhatIsWrongWithASource) {
+    const QString good =
+        clip("good.mts", {.frames = 60, .audioTracks = 1, .audioCodec = words("ac3")});
+    const QByteArray bytes = folder.read(words("good.mts"));
+    EXPECT_EQ(exported(folder.write(words("half.mts"), bytes.left(bytes.size() / 2)), kAccurate),
+              "");
+    EXPECT_EQ(shownFrames().mid(0, 20), numbers(0, 20)) << "to the damage";
+
+    QByteArray hole = bytes;
+    hole.replace(bytes.size() / 2, 3000, noise(3000));
+    EXPECT_EQ(exported(folder.write(words("hole.mts"), hole), kAccurate), "");
+    EXPECT_EQ(shownFrames().last(), 59) << "beyond the damage";
+
+    for (const QByteArray &broken :
+         {QByteArray(), noise(50'000), QByteArray("#EXTM3U\n/etc/passwd\n")}) {
+        for (const ExportPreset preset : {kAccurate, kHD, ExportPreset::passthrough}) {
+            EXPECT_EQ(exported(folder.write(words("broken.mp4"), broken), preset), "none");
+        }
+    }
+    EXPECT_EQ(exported(good, kAccurate, media::ExportTimeRange{60'000, 66'000}),
+              "The source shows nothing in this range.");
+    EXPECT_EQ(exported(good, kAccurate, media::ExportTimeRange{1200, 66'000}), "");
+    EXPECT_EQ(shownFrames(), numbers(50, 10)) << "clamped to the end";
+}
