@@ -2,7 +2,28 @@
 
 #include <QLocale>
 
+#include <cmath>
+#include <optional>
+
 namespace corvane {
+
+namespace {
+
+/// A media time in whole units of which a second has `unitsPerSecond`, cut off; none for what is no
+/// time or would not fit.
+std::optional<qint64> wholeUnits(double seconds, double unitsPerSecond) {
+    constexpr double latest = 1e15;
+    if (!(seconds >= 0 && seconds < latest)) {
+        return std::nullopt;
+    }
+    return qint64(std::floor(seconds * unitsPerSecond));
+}
+
+QString padded(qint64 value) {
+    return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0'));
+}
+
+} // namespace
 
 QString formattedByteCount(quint64 bytes) {
     return QLocale::c().formattedDataSize(qint64(bytes), 1, QLocale::DataSizeSIFormat);
@@ -18,6 +39,33 @@ QString shortestText(double value) {
 QString counted(qsizetype count, const QString &singular) {
     const QString noun = count == 1 ? singular : singular + QLatin1Char('s');
     return QString::number(count) + QLatin1Char(' ') + noun;
+}
+
+QString formattedDuration(double seconds) {
+    const std::optional<qint64> whole = wholeUnits(seconds, 1);
+    if (!whole) {
+        return QStringLiteral("\u2014");
+    }
+    const qint64 hours = *whole / 3600;
+    const qint64 minutes = *whole / 60 % 60;
+    const QString tail = QLatin1Char(':') + padded(*whole % 60);
+    return hours > 0 ? QString::number(hours) + QLatin1Char(':') + padded(minutes) + tail
+                     : QString::number(minutes) + tail;
+}
+
+QString formattedSubclipTime(double seconds) {
+    const std::optional<qint64> hundredths = wholeUnits(seconds, 100);
+    if (!hundredths) {
+        return QStringLiteral("00:00");
+    }
+    return padded(*hundredths / 6000) + QLatin1Char(':') + padded(*hundredths / 100 % 60) +
+           QLatin1Char('.') + padded(*hundredths % 100);
+}
+
+QString formattedTransportTime(double seconds) {
+    const qint64 whole = wholeUnits(seconds, 1).value_or(0);
+    return padded(whole / 3600) + QLatin1Char(':') + padded(whole / 60 % 60) + QLatin1Char(':') +
+           padded(whole % 60);
 }
 
 QCollator fileNameCollator() {

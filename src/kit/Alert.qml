@@ -1,0 +1,127 @@
+// A question or a message over everything else. Return takes the default, Esc the other; a click
+// outside does nothing.
+//   title, text: string; acceptText: string; cancelText: string, empty for a message with one button;
+//   prominent: bool (the default in accent, for an error's "OK"); destructive: bool;
+//   signals accepted(), rejected() (Esc on a message accepts it)
+// It closes itself before it reports. Buttons are "<objectName>.accept" and "<objectName>.cancel".
+import QtQuick
+import QtQuick.Templates as T
+
+T.Popup {
+    id: control
+
+    property string title
+    property string text
+    property string acceptText: qsTr("OK")
+    property string cancelText
+    property bool prominent: false
+    property bool destructive: false
+
+    signal accepted()
+    signal rejected()
+
+    function finish(accepts: bool) {
+        control.close();
+        if (accepts) {
+            control.accepted();
+        } else {
+            control.rejected();
+        }
+    }
+
+    parent: T.Overlay.overlay
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.round(parent.height * 0.5 - height * 0.56) : 0
+    width: Math.min(Theme.alertWidth, parent ? parent.width - Theme.s32 : Theme.alertWidth)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    padding: Theme.s24 - Theme.s4 + Theme.hairline
+    bottomPadding: Theme.s16 + Theme.hairline
+    modal: true
+    focus: true
+    closePolicy: T.Popup.NoAutoClose
+    onOpened: accept.forceActiveFocus(Qt.TabFocusReason)
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+
+        Behavior on opacity {
+            NumberAnimation { duration: Theme.sheet }
+        }
+    }
+
+    enter: Transition {
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheet }
+    }
+    exit: Transition {
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.sheet }
+    }
+
+    background: Rectangle {
+        color: Theme.b3
+        radius: Theme.sheetRadius
+        border.width: Theme.hairline
+        border.color: Theme.line2
+    }
+
+    contentItem: FocusScope {
+        focus: true
+        implicitHeight: column.implicitHeight
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: control.title
+        Accessible.description: control.text
+        Keys.onEscapePressed: event => {
+            if (!event.isAutoRepeat) {
+                control.finish(control.cancelText === "");
+            }
+        }
+
+        Column {
+            id: column
+
+            width: parent.width
+
+            Label {
+                width: parent.width
+                text: control.title
+                type: Theme.head
+                wrapMode: Text.Wrap
+            }
+            Item {
+                width: Theme.s6
+                height: Theme.s6
+            }
+            Label {
+                width: parent.width
+                text: control.text
+                lineHeight: type.line + Theme.hairline
+                wrapMode: Text.Wrap
+            }
+            Item {
+                width: Theme.s16
+                height: Theme.s16 + Theme.s2
+            }
+            Row {
+                anchors.right: parent.right
+                spacing: Theme.buttonGap
+
+                Button {
+                    objectName: control.objectName + ".cancel"
+                    visible: control.cancelText !== ""
+                    large: true
+                    text: control.cancelText
+                    onClicked: control.finish(false)
+                }
+                Button {
+                    id: accept
+
+                    objectName: control.objectName + ".accept"
+                    large: true
+                    kind: control.prominent ? Button.Primary : Button.Plain
+                    destructive: control.destructive
+                    text: control.acceptText
+                    onClicked: control.finish(true)
+                }
+            }
+        }
+    }
+}

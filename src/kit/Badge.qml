@@ -1,0 +1,32 @@
+// A mark of a row: S, R, X or HD.
+//   text: "S", "R", "X" or "HD"; name: string, its accessible name
+import QtQuick
+
+Rectangle {
+    id: badge
+
+    property string text
+    property string name: text
+    readonly property bool outlined: text === "HD"
+
+    implicitHeight: Theme.badgeHeight
+    implicitWidth: Math.max(Theme.badgeHeight,
+        outlined ? Math.ceil(label.implicitWidth) + 2 * (Theme.s4) : 0)
+    radius: Theme.badgeRadius
+    color: text === "S" ? Theme.success : text === "X" ? Theme.danger
+         : outlined ? Theme.none : Theme.b6
+    border.width: outlined ? Theme.hairline : 0
+    border.color: Theme.edge2
+    Accessible.role: Accessible.StaticText
+    Accessible.name: name
+
+    Text {
+        id: label
+
+        anchors.centerIn: parent
+        text: badge.text
+        font: Theme.badge.font
+        color: badge.text === "S" ? Theme.successText : badge.text === "X" ? Theme.dangerText : Theme.t1
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,45 @@
+// One day of a calendar.
+//   date: string, ISO; day: int; name: string; inMonth, chosen, focused: bool; signal clicked()
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+T.AbstractButton {
+    id: control
+
+    property string date
+    property int day
+    property string name
+    property bool inMonth: true
+    property bool chosen: false
+    property bool focused: false
+
+    objectName: "day." + date
+    implicitWidth: Theme.controlHeight + Theme.s2
+    implicitHeight: Theme.controlHeight
+    focusPolicy: Qt.NoFocus
+    Accessible.role: Accessible.Cell
+    Accessible.name: name
+    Accessible.onPressAction: Buttons.click(control)
+    Accessible.selected: chosen
+
+    contentItem: Text {
+        text: control.day
+        font: Theme.list.font
+        color: control.chosen ? Theme.accentText : control.inMonth ? Theme.t1 : Theme.tp
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
+        Accessible.ignored: true
+    }
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: Theme.s2
+            radius: Theme.menuRowRadius
+            color: control.chosen ? Theme.accent : control.hovered ? Theme.b5 : Theme.none
+            border.width: control.focused ? Theme.ringWidth : 0
+            border.color: Theme.ring
+        }
+    }
+}

@@ -1,0 +1,82 @@
+// A chip that is on or off, or, with `menu`, one that opens a menu below itself.
+//   text: string; checked: bool; helpText: string; menu: PopUpMenu or null;
+//   signals toggled() (toggle chip), clicked()
+// A menu chip shows `checked` as its owner sets it and doesn't toggle by itself.
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+T.Button {
+    id: control
+
+    property string helpText
+    property PopUpMenu menu: null
+    readonly property bool lit: hovered && enabled
+
+    checkable: menu === null
+    implicitHeight: Theme.chipHeight
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    leftPadding: Theme.s12 - Theme.s2
+    rightPadding: leftPadding - (menu ? Theme.s4 + Theme.hairline : 0)
+    spacing: Theme.s2
+    focusPolicy: Qt.StrongFocus
+    font: Theme.listName.font
+
+    onClicked: {
+        if (menu) {
+            menu.openBelow(control);
+        }
+    }
+    Keys.onReturnPressed: Buttons.click(control)
+    Keys.onEnterPressed: Buttons.click(control)
+    Keys.onDownPressed: event => {
+        if (menu) {
+            Buttons.click(control);
+        } else {
+            event.accepted = false;
+        }
+    }
+
+    HelpText.text: helpText
+    Accessible.role: menu ? Accessible.ButtonMenu : Accessible.CheckBox
+    Accessible.name: text
+    Accessible.onPressAction: Buttons.click(control)
+    Accessible.onToggleAction: Buttons.click(control)
+    Accessible.description: helpText
+    Accessible.checkable: menu === null
+    Accessible.checked: checked
+
+    contentItem: Row {
+        spacing: control.spacing
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: control.text
+            font: control.font
+            color: !control.enabled ? Theme.t3 : control.checked ? Theme.chipOnText : Theme.t1
+            textFormat: Text.PlainText
+            Accessible.ignored: true
+        }
+
+        Icon {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: control.menu !== null
+            symbol: "chevron.down"
+            size: Theme.iconButton
+            color: !control.enabled ? Theme.t3 : control.checked ? Theme.chipOnText : Theme.t1
+        }
+    }
+
+    background: Rectangle {
+        radius: height / 2
+        color: !control.enabled ? Theme.b3 : control.checked ? Theme.chipOn
+             : control.down ? Theme.b6 : control.lit ? Theme.b5 : Theme.b4
+        border.width: control.checked && control.enabled ? Theme.hairline : 0
+        border.color: Theme.chipOnBorder
+
+        FocusRing {
+            shown: control.visualFocus
+            cornerRadius: parent.radius
+        }
+    }
+}

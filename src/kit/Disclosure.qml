@@ -1,0 +1,79 @@
+// A line with a chevron that shows or hides what belongs to it.
+//   text: string; open: bool; helpText: string; default content: items, stacked below the line;
+//   signal toggled(bool open), by hand only; the owner binds `open` or leaves it to the control
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+Column {
+    id: control
+
+    property string text
+    property bool open: false
+    property string helpText
+    default property alias content: inner.data
+
+    signal toggled(bool open)
+
+    spacing: Theme.s4
+
+    T.AbstractButton {
+        id: line
+
+        objectName: control.objectName + ".line"
+        implicitHeight: Theme.smallButtonHeight
+        implicitWidth: implicitContentWidth + rightPadding
+        rightPadding: Theme.s8
+        focusPolicy: Qt.StrongFocus
+        text: control.text
+        onClicked: {
+            control.open = !control.open;
+            control.toggled(control.open);
+        }
+        Keys.onReturnPressed: Buttons.click(line)
+        Keys.onEnterPressed: Buttons.click(line)
+
+        HelpText.text: control.helpText
+        Accessible.role: Accessible.Button
+        Accessible.name: text
+        Accessible.onPressAction: Buttons.click(line)
+        Accessible.description: control.helpText
+        Accessible.checkable: true
+        Accessible.checked: control.open
+
+        contentItem: Row {
+            spacing: Theme.s2
+
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: control.open ? "chevron.down" : "chevron.right"
+                size: Theme.iconButton
+                color: line.enabled ? Theme.t2 : Theme.t3
+            }
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                text: line.text
+                font: Theme.listName.font
+                color: line.enabled ? Theme.t1 : Theme.t3
+                textFormat: Text.PlainText
+                Accessible.ignored: true
+            }
+        }
+        background: Rectangle {
+            radius: Theme.menuRowRadius
+            color: line.hovered && line.enabled ? Theme.hover : Theme.none
+
+            FocusRing {
+                shown: line.visualFocus
+                cornerRadius: parent.radius
+            }
+        }
+    }
+
+    Column {
+        id: inner
+
+        width: parent.width
+        visible: control.open
+    }
+}

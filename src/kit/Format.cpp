@@ -1,0 +1,48 @@
+#include "kit/Format.h"
+
+#include "platform/TextFormat.h"
+
+#include <QDate>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+
+QString Format::byteCount(double bytes) {
+    return formattedByteCount(bytes > 0 ? quint64(bytes) : 0);
+}
+
+QString Format::counted(int count, const QString &singular) {
+    return corvane::counted(count, singular);
+}
+
+QString Format::percent(double fraction) {
+    const double within = std::isfinite(fraction) ? std::clamp(fraction, 0.0, 1.0) : 0.0;
+    return QString::number(int(within * 100)) + QLatin1Char('%');
+}
+
+QString Format::duration(double seconds) {
+    return formattedDuration(seconds);
+}
+
+QString Format::subclipTime(double seconds) {
+    return formattedSubclipTime(seconds);
+}
+
+QString Format::transportTime(double seconds) {
+    return formattedTransportTime(seconds);
+}
+
+bool Format::isDay(const QString &date) {
+    return date.size() == 10 && QDate::fromString(date, Qt::ISODate).isValid();
+}
+
+QString Format::keys(const QVariant &shortcut) {
+    const QKeySequence sequence = shortcut.userType() == QMetaType::Int
+                                      ? QKeySequence(QKeySequence::StandardKey(shortcut.toInt()))
+                                      : QKeySequence::fromString(shortcut.toString());
+    return sequence.toString(QKeySequence::NativeText);
+}
+
+} // namespace corvane

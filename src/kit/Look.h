@@ -1,0 +1,12 @@
+#pragma once
+
+class QGuiApplication;
+
+/// What an application with Corvane's screens sets before it loads the first of them.
+namespace corvane {
+
+/// The application's font and what stands in for it, and how text is drawn. Called once, on the
+/// main thread, after the application object is made.
+void setUpLook(QGuiApplication &application);
+
+} // namespace corvane

@@ -1,0 +1,56 @@
+// The row of menus at the top of a window. Alt or F10 isn't needed to reach it: it stands first in
+// the Tab order, Left and Right walk it, Down opens.
+//   children: PopUpMenu with a title
+import QtQuick
+import QtQuick.Templates as T
+
+T.MenuBar {
+    id: control
+
+    implicitHeight: Theme.menuBarHeight
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    leftPadding: Theme.s4
+    rightPadding: Theme.s4
+    Accessible.role: Accessible.MenuBar
+    Accessible.name: qsTr("Menus")
+
+    delegate: T.MenuBarItem {
+        id: item
+
+        implicitHeight: Theme.menuBarHeight
+        implicitWidth: implicitContentWidth + leftPadding + rightPadding
+        leftPadding: Theme.s8
+        rightPadding: Theme.s8
+        font: Theme.list.font
+        Accessible.role: Accessible.MenuItem
+        Accessible.name: text
+
+        contentItem: Text {
+            text: item.text
+            font: item.font
+            color: item.highlighted ? Theme.t1 : Theme.t2
+            verticalAlignment: Text.AlignVCenter
+            textFormat: Text.PlainText
+            Accessible.ignored: true
+        }
+        background: Item {
+            Rectangle {
+                anchors.fill: parent
+                anchors.topMargin: Theme.s2
+                anchors.bottomMargin: Theme.s2
+                radius: Theme.menuRowRadius
+                color: item.highlighted || item.down ? Theme.b4 : Theme.none
+            }
+        }
+    }
+
+    contentItem: Row {
+        Repeater {
+            model: control.contentModel
+        }
+    }
+
+    background: Rectangle {
+        color: Theme.b1
+    }
+}

@@ -1,0 +1,16 @@
+// A line between groups of a menu.
+import QtQuick
+import QtQuick.Templates as T
+
+T.MenuSeparator {
+    topPadding: Theme.s4
+    bottomPadding: Theme.s4
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    implicitWidth: implicitContentWidth
+    Accessible.ignored: true
+
+    contentItem: Rectangle {
+        implicitHeight: Theme.hairline
+        color: Theme.line2
+    }
+}

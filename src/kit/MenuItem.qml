@@ -1,0 +1,84 @@
+// A row of a menu.
+//   text: string; checkable, checked: bool (the check mark); shortcutText: string, right-aligned (by
+//   itself the action's shortcut); helpText: string, shown while disabled too; action; signal
+//   triggered()
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+T.MenuItem {
+    id: control
+
+    property string helpText
+    property string shortcutText: action ? Format.keys(action.shortcut) : ""
+
+    implicitHeight: Theme.menuItemHeight
+    implicitWidth: leftPadding + implicitContentWidth + rightPadding
+    leftPadding: Theme.s6 + Theme.iconCheck + Theme.s6
+    rightPadding: Theme.s8
+    font: Theme.list.font
+
+    HelpText.text: helpText
+    Accessible.role: Accessible.MenuItem
+    Accessible.name: text
+    Accessible.description: helpText
+    Accessible.checkable: checkable
+    Accessible.checked: checked
+
+    indicator: Icon {
+        x: Theme.s6
+        anchors.verticalCenter: parent.verticalCenter
+        visible: control.checked
+        symbol: "checkmark"
+        size: Theme.iconCheck
+        color: control.enabled ? Theme.t2 : Theme.t3
+    }
+
+    arrow: Icon {
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.s4
+        anchors.verticalCenter: parent.verticalCenter
+        visible: control.subMenu !== null
+        symbol: "chevron.right"
+        size: Theme.iconButton
+        color: control.enabled ? Theme.t2 : Theme.t3
+    }
+
+    contentItem: Item {
+        implicitWidth: label.implicitWidth
+                     + (shortcut.text !== "" ? shortcut.implicitWidth + Theme.s24 : 0)
+                     + (control.subMenu ? Theme.s24 : 0)
+        implicitHeight: label.implicitHeight
+
+        Text {
+            id: label
+
+            anchors.left: parent.left
+            anchors.right: shortcut.left
+            anchors.verticalCenter: parent.verticalCenter
+            text: control.text
+            font: control.font
+            color: control.enabled ? Theme.t1 : Theme.t3
+            elide: Text.ElideRight
+            textFormat: Text.PlainText
+            Accessible.ignored: true
+        }
+
+        Text {
+            id: shortcut
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: control.shortcutText
+            font: control.font
+            color: control.enabled ? Theme.t2 : Theme.t3
+            textFormat: Text.PlainText
+            Accessible.ignored: true
+        }
+    }
+
+    background: Rectangle {
+        radius: Theme.menuRowRadius
+        color: control.highlighted && control.enabled ? Theme.b5 : Theme.none
+    }
+}

@@ -1,0 +1,68 @@
+// A menu over the screen. Up, Down, Return and Esc as usual; it closes on a click elsewhere.
+//   children: MenuItem, MenuDivider, PopUpMenu (a submenu); name: string, what a reader of the screen
+//   says; openBelow(item) opens it under a control and gives that control the focus back when it
+//   closes; openBelow(item, true) aligns the right edges
+import QtQuick
+import QtQuick.Templates as T
+
+T.Menu {
+    id: control
+
+    property string name: title
+    property Item opener: null
+
+    function openBelow(item: Item, fromRight: bool) {
+        opener = item;
+        popup(item, fromRight ? item.width - width : 0, item.height + Theme.s4, null);
+    }
+
+    margins: Theme.s8
+    padding: Theme.s4 + Theme.hairline
+    overlap: Theme.s4
+    implicitWidth: Math.max(Theme.menuMinWidth, contentItem.implicitWidth + leftPadding + rightPadding)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    modal: false
+    cascade: true
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+
+    onClosed: {
+        if (opener && opener.visible && opener.enabled) {
+            opener.forceActiveFocus(Qt.PopupFocusReason);
+        }
+        opener = null;
+    }
+
+    delegate: MenuItem {}
+
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        implicitWidth: {
+            let widest = 0;
+            for (let i = 0; i < control.count; ++i) {
+                widest = Math.max(widest, control.itemAt(i).implicitWidth);
+            }
+            return widest;
+        }
+        model: control.contentModel
+        interactive: contentHeight > height
+        clip: interactive
+        currentIndex: control.currentIndex
+        Accessible.role: Accessible.PopupMenu
+        Accessible.name: control.name
+        T.ScrollBar.vertical: ScrollBar {}
+    }
+
+    background: Rectangle {
+        color: Theme.b3
+        radius: Theme.panelRadius
+        border.width: Theme.hairline
+        border.color: Theme.line2
+    }
+
+    enter: Transition {
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.popup }
+    }
+    exit: Transition {
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.popup }
+    }
+}

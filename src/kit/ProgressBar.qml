@@ -1,0 +1,52 @@
+// How much is done. It jumps from value to value and never goes back; `restart()` begins anew.
+//   value: real, 0 to 1; shownValue: real, read-only; name: string (its accessible name)
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+T.Control {
+    id: control
+
+    property real value: 0
+    property string name
+    readonly property alias shownValue: state.highest
+
+    function restart() {
+        state.highest = 0;
+        state.raise();
+    }
+
+    onValueChanged: state.raise()
+    Component.onCompleted: state.raise()
+
+    implicitHeight: Theme.progressHeight
+    implicitWidth: Theme.fieldWidth
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: name
+    Accessible.description: Format.percent(shownValue)
+
+    QtObject {
+        id: state
+
+        property real highest: 0
+
+        function raise() {
+            highest = Math.max(highest, Math.min(1, control.value));
+        }
+    }
+
+    background: Rectangle {
+        radius: height / 2
+        color: Theme.b4
+    }
+    contentItem: Item {
+        Rectangle {
+            visible: width > 0
+            width: control.shownValue > 0
+                   ? Math.max(parent.height, parent.width * control.shownValue) : 0
+            height: parent.height
+            radius: height / 2
+            color: Theme.accent
+        }
+    }
+}

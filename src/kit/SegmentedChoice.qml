@@ -1,0 +1,110 @@
+// One of a few, side by side. Left and Right change the choice; Home and End go to its ends.
+//   model: list of strings; currentIndex: int; name: string (what is chosen, for a reader of the
+//   screen); helpText: string; signal activated(int index), by hand only
+// Segments have the objectName "<objectName>.<index>". The owner binds `currentIndex` to its own
+// value and sets that value in `activated`; a choice doesn't change itself.
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+T.Control {
+    id: control
+
+    property var model: []
+    property int currentIndex: 0
+    property string name
+    property string helpText
+
+    signal activated(int index)
+
+    function choose(index: int) {
+        if (index >= 0 && index < model.length && index !== currentIndex) {
+            activated(index);
+        }
+    }
+
+    implicitHeight: Theme.controlHeight
+    implicitWidth: row.implicitWidth + 2 * (Theme.s2 + Theme.hairline)
+    focusPolicy: Qt.StrongFocus
+
+    Keys.onLeftPressed: choose(currentIndex - 1)
+    Keys.onRightPressed: choose(currentIndex + 1)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
+            control.choose(event.key === Qt.Key_Home ? 0 : control.model.length - 1);
+            event.accepted = true;
+        }
+    }
+
+    HelpText.text: helpText
+    Accessible.role: Accessible.PageTabList
+    Accessible.name: name
+    Accessible.description: helpText
+    Accessible.focusable: true
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: Theme.b1
+        border.width: Theme.hairline
+        border.color: Theme.line2
+
+        FocusRing {
+            shown: control.visualFocus
+        }
+    }
+
+    contentItem: Item {
+        Row {
+            id: row
+
+            anchors.centerIn: parent
+            spacing: Theme.s2
+
+            Repeater {
+                model: control.model
+
+                T.AbstractButton {
+                    id: segment
+
+                    required property int index
+                    required property string modelData
+                    readonly property bool chosen: index === control.currentIndex
+
+                    objectName: control.objectName + "." + index
+                    text: modelData
+                    focusPolicy: Qt.NoFocus
+                    implicitHeight: Theme.controlHeight - 2 * (Theme.s2 + Theme.hairline)
+                    implicitWidth: label.implicitWidth + 2 * Theme.s12
+
+                    onPressed: control.forceActiveFocus(Qt.MouseFocusReason)
+                    onClicked: control.choose(index)
+
+                    Accessible.role: Accessible.RadioButton
+                    Accessible.name: text
+                    Accessible.onPressAction: Buttons.click(segment)
+                    Accessible.checkable: true
+                    Accessible.checked: chosen
+
+                    background: Rectangle {
+                        radius: Theme.menuRowRadius
+                        color: segment.chosen ? (control.enabled ? Theme.b6 : Theme.b3)
+                             : segment.hovered && control.enabled ? Theme.hover : Theme.none
+                    }
+                    contentItem: Text {
+                        id: label
+
+                        text: segment.text
+                        font: Theme.listName.font
+                        color: !control.enabled ? Theme.t3 : segment.chosen ? Theme.t1 : Theme.t2
+                        horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
+                        textFormat: Text.PlainText
+                        Accessible.ignored: true
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,108 @@
+// A rating of none to five stars. A click on a star gives that many, the cross takes them away; Left
+// and Right step, digits set.
+//   rating: int, 0 to 5; name: string; helpText: string; clearText: string (the cross's help text);
+//   hoveredStar: int (0 for none); signal rated(int stars), by hand only; the owner sets `rating`
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+T.Control {
+    id: control
+
+    property int rating: 0
+    property string name: qsTr("Rating")
+    property string helpText
+    property string clearText: qsTr("Clear rating")
+    property int hoveredStar: hover.hovered ? Math.ceil(hover.point.position.x / Theme.starWidth) : 0
+
+    signal rated(int stars)
+
+    function rate(stars: int) {
+        if (stars >= 0 && stars <= 5 && stars !== rating) {
+            rated(stars);
+        }
+    }
+
+    implicitWidth: 5 * Theme.starWidth + Theme.starClearWidth
+    implicitHeight: Theme.controlHeight
+    focusPolicy: Qt.StrongFocus
+    Keys.onLeftPressed: rate(rating - 1)
+    Keys.onRightPressed: rate(rating + 1)
+    Keys.onPressed: event => {
+        if (event.key >= Qt.Key_0 && event.key <= Qt.Key_5 && event.modifiers === Qt.NoModifier) {
+            control.rate(event.key - Qt.Key_0);
+            event.accepted = true;
+        }
+    }
+
+    HelpText.text: helpText
+    Accessible.role: Accessible.Slider
+    Accessible.name: name
+    Accessible.description: Format.counted(rating, qsTr("star"))
+    Accessible.onIncreaseAction: control.rate(control.rating + 1)
+    Accessible.onDecreaseAction: control.rate(control.rating - 1)
+
+    background: Item {
+        FocusRing {
+            shown: control.visualFocus
+        }
+    }
+
+    contentItem: Item {
+        Row {
+            id: stars
+
+            height: parent.height
+
+            HoverHandler {
+                id: hover
+
+                enabled: control.enabled
+            }
+            TapHandler {
+                onTapped: point =>
+                    control.rate(Math.ceil(Math.max(1, point.position.x) / Theme.starWidth))
+            }
+
+            Repeater {
+                model: 5
+
+                Icon {
+                    required property int index
+                    readonly property bool filled: index < control.rating
+                    readonly property bool offered: index < control.hoveredStar && !filled
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: Theme.starWidth
+                    symbol: filled || offered ? "star.fill" : "star"
+                    color: !control.enabled ? Theme.t3 : filled || offered ? Theme.star : Theme.edge
+                    opacity: offered ? Theme.halfStarOpacity : 1
+                }
+            }
+        }
+
+        T.AbstractButton {
+            id: cross
+
+            objectName: control.objectName + ".clear"
+            anchors.left: stars.right
+            width: Theme.starClearWidth
+            height: parent.height
+            visible: control.rating > 0
+            focusPolicy: Qt.NoFocus
+            onClicked: control.rate(0)
+            HelpText.text: control.clearText
+            Accessible.role: Accessible.Button
+            Accessible.name: control.clearText
+            Accessible.onPressAction: Buttons.click(cross)
+
+            contentItem: Icon {
+                symbol: "xmark.circle"
+                size: Theme.iconCheck
+                color: cross.hovered ? Theme.t1 : Theme.t2
+            }
+        }
+    }
+}

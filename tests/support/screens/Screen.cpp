@@ -1,0 +1,189 @@
+#include "support/screens/Screen.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QQmlComponent>
+#include <QTest>
+
+namespace corvane::test {
+
+namespace {
+
+constexpr int longestWaitInMs = 5000;
+
+void collectVisible(QQuickItem *item, QList<QQuickItem *> &items) {
+    if (!item->isVisible()) {
+        return;
+    }
+    items.append(item);
+    for (QQuickItem *child : item->childItems()) {
+        collectVisible(child, items);
+    }
+}
+
+std::string errorsOf(const QQmlComponent &component) {
+    return component.errorString().toStdString();
+}
+
+} // namespace
+
+Screen::Screen(const QByteArray &qml, QSize size, const QVariantMap &properties) {
+    QObject::connect(&m_engine, &QQmlEngine::warnings, &m_engine,
+                     [this](const QList<QQmlError> &warnings) {
+                         for (const QQmlError &warning : warnings) {
+                             m_warnings.append(warning.toString());
+                         }
+                     });
+    QQmlComponent component(&m_engine);
+    component.setData(qml, QUrl(QStringLiteral("qrc:/screen-under-test.qml")));
+    // The engine would go through a null pointer if it were asked to make what it couldn't read.
+    if (component.isReady()) {
+        m_root.reset(component.createWithInitialProperties(properties));
+    }
+    if (!m_root) {
+        ADD_FAILURE() << "the screen doesn't load: " << errorsOf(component);
+        m_root = std::make_unique<QQuickItem>();
+    }
+    m_window = qobject_cast<QQuickWindow *>(m_root.get());
+    if (!m_window) {
+        m_ownWindow = std::make_unique<QQuickWindow>();
+        m_window = m_ownWindow.get();
+        auto *item = qobject_cast<QQuickItem *>(m_root.get());
+        item->setParentItem(m_window->contentItem());
+        item->setSize(size);
+    }
+    m_window->resize(size);
+    m_window->show();
+    m_window->requestActivate();
+    EXPECT_TRUE(waitFor([this] { return m_window->isExposed() && m_window->isActive(); }))
+        << "the window doesn't open";
+}
+
+Screen::~Screen() {
+    EXPECT_TRUE(m_warnings.isEmpty()) << m_warnings.join(QLatin1Char('\n')).toStdString();
+}
+
+QList<QQuickItem *> Screen::visibleItems() const {
+    QList<QQuickItem *> items;
+    collectVisible(m_window->contentItem(), items);
+    return items;
+}
+
+bool Screen::shows(const QString &name) const {
+    const QList<QQuickItem *> items = visibleItems();
+    return std::any_of(items.begin(), items.end(),
+                       [&name](const QQuickItem *item) { return item->objectName() == name; });
+}
+
+QQuickItem *Screen::item(const QString &name) const {
+    for (QQuickItem *item : visibleItems()) {
+        if (item->objectName() == name) {
+            return item;
+        }
+    }
+    QStringList present;
+    for (const QQuickItem *item : visibleItems()) {
+        if (!item->objectName().isEmpty()) {
+            present.append(item->objectName());
+        }
+    }
+    ADD_FAILURE() << "no visible item is named \"" << name.toStdString() << "\", only "
+                  << present.join(QStringLiteral(", ")).toStdString();
+    return nullptr;
+}
+
+QPoint Screen::middle(const QQuickItem *item) const {
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void Screen::click(const QString &name, Qt::KeyboardModifiers modifiers, Qt::MouseButton button) {
+    if (const QQuickItem *target = item(name)) {
+        click(middle(target), modifiers, button);
+    }
+}
+
+void Screen::click(QPoint point, Qt::KeyboardModifiers modifiers, Qt::MouseButton button) {
+    QTest::mouseClick(m_window, button, modifiers, point);
+    QCoreApplication::processEvents();
+}
+
+void Screen::doubleClick(const QString &name) {
+    if (const QQuickItem *target = item(name)) {
+        QTest::mouseDClick(m_window, Qt::LeftButton, Qt::NoModifier, middle(target));
+        QCoreApplication::processEvents();
+    }
+}
+
+void Screen::hover(const QString &name) {
+    if (const QQuickItem *target = item(name)) {
+        QTest::mouseMove(m_window, middle(target));
+        QCoreApplication::processEvents();
+    }
+}
+
+void Screen::drag(QPoint from, QPoint to) {
+    QTest::mousePress(m_window, Qt::LeftButton, Qt::NoModifier, from);
+    // Two moves: the first takes a drag over its threshold, the second is where it goes.
+    QTest::mouseMove(m_window, from + (to - from) / 2);
+    QTest::mouseMove(m_window, to);
+    QTest::mouseRelease(m_window, Qt::LeftButton, Qt::NoModifier, to);
+    QCoreApplication::processEvents();
+}
+
+void Screen::type(const QString &text) {
+    for (const QChar letter : text) {
+        QTest::sendKeyEvent(QTest::Click, m_window, Qt::Key_unknown, QString(letter),
+                            Qt::NoModifier);
+    }
+    QCoreApplication::processEvents();
+}
+
+void Screen::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(m_window, key, modifiers);
+    QCoreApplication::processEvents();
+}
+
+bool Screen::waitFor(const std::function<bool()> &condition) const {
+    const QDeadlineTimer deadline(longestWaitInMs);
+    while (!condition()) {
+        if (deadline.hasExpired()) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+    }
+    return true;
+}
+
+QVariant Screen::property(const QString &name, const char *property) const {
+    const QQuickItem *target = item(name);
+    return target ? target->property(property) : QVariant();
+}
+
+QQuickItem *Screen::focused() const {
+    return m_window->activeFocusItem();
+}
+
+QString Screen::accessibleName(QQuickItem *item) {
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(item);
+    return face ? face->text(QAccessible::Name) : QString();
+}
+
+int Screen::accessibleRole(QQuickItem *item) {
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(item);
+    return face ? face->role() : QAccessible::NoRole;
+}
+
+QImage Screen::picture(const QString &name) {
+    const QImage image = m_window->grabWindow();
+    const QString folder = qEnvironmentVariable("CORVANE_PICTURES");
+    if (!name.isEmpty() && !folder.isEmpty()) {
+        QDir().mkpath(folder);
+        EXPECT_TRUE(image.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")));
+    }
+    return image;
+}
+
+} // namespace corvane::test
