@@ -55,11 +55,12 @@ ProjectStore::ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupS
       m_backups(backups),
       m_authorization(authorization),
       m_clock(clock) {
-    detach(startUp(std::move(migrations)));
+    m_startUp = std::make_shared<QCoro::Task<>>(startUp(std::move(migrations)));
 }
 
 ProjectStore::~ProjectStore() {
     m_authorization.setContentMismatchContinuation({});
+    m_authorization.setUnsavedNoticeContinuation({});
 }
 
 QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
@@ -69,16 +70,30 @@ QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
             self->noteContentMismatch(event);
         }
     });
+    m_authorization.setUnsavedNoticeContinuation([self](const QString &notice) {
+        if (self) {
+            self->setStatus(notice);
+        }
+    });
     co_await refreshRecents();
     if (self && migrations) {
         co_await migrations(m_recentProjects);
     }
 }
 
+QCoro::Task<> ProjectStore::startedUp() {
+    const auto startUp = m_startUp;
+    co_await *startUp;
+}
+
 QCoro::Task<> ProjectStore::openProject(QString file) {
     const QPointer self(this);
     setLastError({});
     file = paths::standardized(file);
+    co_await startedUp();
+    if (!self) {
+        co_return;
+    }
     std::optional<Project> loaded;
     // What is saved to the very file that is opened again must be in what is read, so it is read
     // again until nothing was saved behind the reading.

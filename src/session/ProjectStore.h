@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 
 namespace corvane {
 
@@ -61,10 +62,12 @@ class ProjectStore : public QObject {
     static constexpr qsizetype kUndoLimit = 50;
 
     /// What brings an older registry of grants along, given the recent list; run once at start-up.
+    /// Returns when a project may be opened. Must not throw.
     using StartUpMigrations = std::function<QCoro::Task<>(QList<ProjectSummary>)>;
 
-    /// The objects handed in must outlive the store. Starts the start-up task: the sink for content
-    /// mismatches, the recent list, then the migrations if there are any.
+    /// The objects handed in must outlive the store. Starts the start-up task: the sinks for
+    /// content mismatches and for grants that can't be written, the recent list, then the
+    /// migrations if there are any.
     ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupService &backups,
                  MediaSourceAuthorization &authorization, Clock &clock = Clock::system(),
                  StartUpMigrations migrations = {}, QObject *parent = nullptr);
@@ -92,6 +95,8 @@ class ProjectStore : public QObject {
         bool unresolvedMediaNeedsConfirmation = false;
         QStringList unresolvedMediaPendingPaths;
 
+        /// Sets the flags of the three lists by them.
+        void raiseFlags();
         bool operator==(const MediaConfirmation &) const = default;
     };
     const MediaConfirmation &mediaConfirmation() const { return m_mediaConfirmation; }
@@ -103,6 +108,8 @@ class ProjectStore : public QObject {
     Clock &clock() { return m_clock; }
 
     // The session.
+    /// Returns when the start-up task is done. Opening a project waits for it too.
+    QCoro::Task<> startedUp();
     /// Opens a project in the place of any open one, whose pending edits are saved first. Where the
     /// new one can't be read, or the old one can't be saved, the old one stays open.
     QCoro::Task<> openProject(QString file);
@@ -125,6 +132,19 @@ class ProjectStore : public QObject {
     /// snapshot and sets no date. A document of another project than the open one changes nothing.
     void updateProject(Project project);
     void pushUndoState();
+
+    // Media confirmation.
+    /// Reads anew what the registry can't vouch for. Opening a project does.
+    QCoro::Task<> refreshMediaConfirmationState();
+    // The user's answers. Each has no effect without an open project, returns when the files are
+    // hashed, and takes back what it answered, whether the registry could grant it or not: what it
+    // couldn't is there again at the next reading. An answer given again while it is at work is
+    // passed over. They write the registry alone.
+    /// Grants the clips in the project's media folder.
+    QCoro::Task<> authorizeLegacyPackageMedia();
+    QCoro::Task<> confirmLegacyProjectIdMedia();
+    QCoro::Task<> confirmUnresolvedMedia();
+    QCoro::Task<> trustChangedContents();
 
     // Review edits. Ids that aren't found change nothing.
     void setRating(const QString &videoId, int rating);
@@ -189,8 +209,11 @@ class ProjectStore : public QObject {
     /// Saves until memory and file agree; false where a save failed.
     QCoro::Task<bool> saveEverything();
     QCoro::Task<> touchRecents();
-    QCoro::Task<> refreshMediaConfirmationState();
     QCoro::Task<bool> legacyPackageNeedsAuthorization(Project project, QString file);
+    enum class Answer { legacyPackage, legacyProjectId, unresolved, contentMismatch };
+    QCoro::Task<> confirm(Answer answer, QStringList MediaConfirmation::*list, QString status);
+    /// The status after an answer: its own, or that the registry couldn't be written.
+    void setAnsweredStatus(const QString &text);
     void adoptProject(Project project, const QString &file);
     void leaveProject();
     void setPendingImportOnLoad(bool pending);
@@ -230,7 +253,12 @@ class ProjectStore : public QObject {
     QList<ProjectSummary> m_recentProjects;
     bool m_pendingImportOnLoad = false;
     MediaConfirmation m_mediaConfirmation;
+    std::set<std::pair<Answer, QString>> m_answersAtWork; ///< each for a project file
+    /// Looks at many files for the media checks, and so waits for no copy.
+    SerialExecutor m_mediaChecks{QStringLiteral("MediaChecks"),
+                                 SerialExecutor::Priority::UserInitiated};
 
+    std::shared_ptr<QCoro::Task<>> m_startUp;
     std::shared_ptr<DebounceSaver> m_saver; ///< while a project is open
     /// The save begun last. Saves run in the order in which they began, so it also ends last.
     std::shared_ptr<QCoro::Task<>> m_lastSave;

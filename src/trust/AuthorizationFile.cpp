@@ -105,19 +105,20 @@ AuthorizationTables AuthorizationFile::read(const QString &file) {
     return {};
 }
 
-bool AuthorizationFile::write(const AuthorizationTables &tables, const QString &file) {
+std::optional<QString> AuthorizationFile::write(const AuthorizationTables &tables,
+                                                const QString &file) {
     const CurrentRegistryFile stored{tables.authorizedPaths, tables.authorizedMediaRoots,
                                      tables.pendingLegacyPaths, tables.contentMismatchPaths};
     try {
         const QByteArray bytes = encodeJSON(stored, JSONWriter::Style::Compact);
-        if (bytes.size() <= MediaSourceAuthorization::kFileLimit) {
-            writeAtomically(file, bytes);
-            return true;
+        if (bytes.size() > MediaSourceAuthorization::kFileLimit) {
+            return QStringLiteral("the file would grow past the 8 MB that can be read again.");
         }
-    } catch (const Failure &) {
-        // The memory stands; the next change tries again.
+        writeAtomically(file, bytes);
+        return std::nullopt;
+    } catch (const Failure &error) {
+        return error.description() + QLatin1Char('.'); // the next change tries again
     }
-    return false;
 }
 
 } // namespace corvane

@@ -37,8 +37,8 @@ namespace AuthorizationFile {
 AuthorizationTables read(const QString &file);
 
 /// Replaces the file in one step. Where that fails, or the new file would be too large to be read
-/// again, the old one stays, and the answer is false; the next change tries anew.
-bool write(const AuthorizationTables &tables, const QString &file);
+/// again, the old one stays, and the answer is the reason, a sentence; the next change tries anew.
+std::optional<QString> write(const AuthorizationTables &tables, const QString &file);
 
 } // namespace AuthorizationFile
 

@@ -5,6 +5,8 @@
 #include "trust/ContentHasher.h"
 #include "trust/FolderIdentities.h"
 
+#include <QCoreApplication>
+
 namespace corvane {
 
 namespace {
@@ -59,9 +61,12 @@ MediaSourceAuthorization &MediaSourceAuthorization::shared() {
     return instance;
 }
 
-MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder)
+MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder,
+                                                   std::unique_ptr<QSettings> userDefaults)
     : m_fileURL(paths::joined(dataFolder, QStringLiteral("media-authorizations.json"))),
+      m_userDefaults(std::move(userDefaults)),
       m_tables(std::make_unique<AuthorizationTables>()),
+      m_listeners(std::make_shared<Listeners>()),
       m_executor(QStringLiteral("MediaSourceAuth")) {
     // The first piece of work, so that whatever is asked finds the file read.
     m_executor.post([this, dataFolder] {
@@ -117,18 +122,23 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
 void MediaSourceAuthorization::listUnproved(const QString &key, QList<Candidate> &candidates) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
     const QSet<QString> pending = m_tables->pendingLegacyPaths.value(key);
+    bool isAnyListed = false;
     for (Candidate &candidate : candidates) {
-        candidate.isNew = !table.contains(candidate.path) && !pending.contains(candidate.path);
         if (!table.contains(candidate.path)) {
+            candidate.isNew = !pending.contains(candidate.path);
             table.insert(candidate.path, std::nullopt);
+            isAnyListed = true;
         }
     }
-    persist();
+    if (isAnyListed) {
+        persist();
+    }
 }
 
 void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candidate> &candidates) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
     QSet<QString> unproved;
+    QSet<QString> granted;
     for (const Candidate &candidate : candidates) {
         const auto known = table.constFind(candidate.path);
         if (!candidate.identity) {
@@ -145,19 +155,15 @@ void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candi
         if (identity.contentHash) {
             table.insert(candidate.path, identity);
             if (candidate.isNew) { // somebody may have taken it for unresolved meanwhile
-                m_tables->pendingLegacyPaths[key].remove(candidate.path);
+                granted.insert(candidate.path);
             }
         } else {
             table.insert(candidate.path, std::nullopt);
             unproved.insert(candidate.path);
         }
     }
-    if (!unproved.isEmpty()) {
-        m_tables->pendingLegacyPaths[key].unite(unproved);
-    }
-    if (m_tables->pendingLegacyPaths.value(key).isEmpty()) {
-        m_tables->pendingLegacyPaths.remove(key);
-    }
+    removePending(key, granted);
+    addPending(key, unproved);
     persist();
 }
 
@@ -188,88 +194,6 @@ QCoro::Task<AuthorizedPaths> MediaSourceAuthorization::authorizedPaths(QString p
         [this, projectFile] { return m_tables->authorizedPaths.value(projectKey(projectFile)); });
 }
 
-QCoro::Task<QSet<QString>> MediaSourceAuthorization::pendingLegacyPaths(QString projectFile) {
-    co_return co_await m_executor.run([this, projectFile] {
-        return m_tables->pendingLegacyPaths.value(projectKey(projectFile));
-    });
-}
-
-QCoro::Task<QSet<QString>> MediaSourceAuthorization::contentMismatchPaths(QString projectFile) {
-    co_return co_await m_executor.run([this, projectFile] {
-        return m_tables->contentMismatchPaths.value(projectKey(projectFile));
-    });
-}
-
-QCoro::Task<QSet<QString>> MediaSourceAuthorization::unresolvedPaths(QString projectFile) {
-    co_return co_await m_executor.run([this, projectFile] {
-        const QString key = projectKey(projectFile);
-        QSet<QString> unresolved;
-        const AuthorizedPaths table = m_tables->authorizedPaths.value(key);
-        for (const auto &[path, identity] : table.asKeyValueRange()) {
-            if (!identity) {
-                unresolved.insert(path);
-            }
-        }
-        if (!m_tables->pendingLegacyPaths.value(key).contains(unresolved)) {
-            m_tables->pendingLegacyPaths[key].unite(unresolved);
-            persist();
-        }
-        return unresolved;
-    });
-}
-
-QCoro::Task<void> MediaSourceAuthorization::confirmPendingPaths(QStringList paths,
-                                                                QString projectFile) {
-    const QStringList confirmed = co_await m_executor.run(
-        [this, paths, projectFile] { return takePending(projectKey(projectFile), paths); });
-    if (confirmed.isEmpty()) {
-        co_return;
-    }
-    co_await authorize(confirmed, projectFile);
-    co_await m_executor.run([this, confirmed, projectFile] {
-        restoreUnconfirmed(projectKey(projectFile), confirmed);
-        persist();
-    });
-}
-
-/// Takes those of the paths that are pending out of the set, and gives them.
-QStringList MediaSourceAuthorization::takePending(const QString &key, const QStringList &paths) {
-    const auto pending = m_tables->pendingLegacyPaths.find(key);
-    QStringList taken;
-    if (pending == m_tables->pendingLegacyPaths.end()) {
-        return taken;
-    }
-    for (const QString &path : paths) {
-        if (pending->remove(path)) {
-            taken.append(path);
-        }
-    }
-    if (pending->isEmpty()) {
-        m_tables->pendingLegacyPaths.erase(pending);
-    }
-    return taken;
-}
-
-/// Makes pending again what a confirmation couldn't grant. A file whose contents were told to have
-/// changed is granted by the hash of its new contents or not at all.
-void MediaSourceAuthorization::restoreUnconfirmed(const QString &key, const QStringList &paths) {
-    AuthorizedPaths &table = m_tables->authorizedPaths[key];
-    const QSet<QString> mismatched = m_tables->contentMismatchPaths.value(key);
-    QSet<QString> unconfirmed;
-    for (const QString &path : paths) {
-        const std::optional<RootIdentity> granted = table.value(path);
-        if (!granted) {
-            unconfirmed.insert(path);
-        } else if (mismatched.contains(path) && !granted->contentHash) {
-            table.insert(path, std::nullopt);
-            unconfirmed.insert(path);
-        }
-    }
-    if (!unconfirmed.isEmpty()) {
-        m_tables->pendingLegacyPaths[key].unite(unconfirmed);
-    }
-}
-
 QCoro::Task<void> MediaSourceAuthorization::authorizeMediaFolderClips(Project project,
                                                                       QString projectFile) {
     const QStringList clips = co_await m_executor.run([project = std::move(project), projectFile] {
@@ -280,11 +204,38 @@ QCoro::Task<void> MediaSourceAuthorization::authorizeMediaFolderClips(Project pr
 
 void MediaSourceAuthorization::setContentMismatchContinuation(
     std::function<void(ContentMismatchEvent)> sink) {
-    m_contentMismatchContinuation = std::move(sink);
+    m_listeners->contentMismatch = std::move(sink);
 }
 
-void MediaSourceAuthorization::persist() const {
-    m_isOnDisk = AuthorizationFile::write(*m_tables, m_fileURL);
+void MediaSourceAuthorization::setUnsavedNoticeContinuation(std::function<void(QString)> sink) {
+    m_listeners->unsaved = std::move(sink);
+}
+
+/// On the executor. What is told goes its way before the work that changed the tables is done.
+void MediaSourceAuthorization::persist() {
+    const std::optional<QString> fault = AuthorizationFile::write(*m_tables, m_fileURL);
+    const bool wasWritten = std::exchange(m_wasWritten, !fault);
+    if (!fault && wasWritten) {
+        return;
+    }
+    std::optional<QString> notice;
+    if (fault) {
+        notice = QStringLiteral("The media authorizations could not be written to %1: %2 "
+                                "They last until Corvane quits.")
+                     .arg(m_fileURL, *fault);
+    }
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(),
+        [listening = std::weak_ptr(m_listeners), notice] {
+            const auto listeners = listening.lock();
+            if (listeners) {
+                listeners->unsavedNotice = notice;
+            }
+            if (listeners && notice && listeners->unsaved) {
+                listeners->unsaved(*notice);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace corvane

@@ -1,21 +1,23 @@
 #pragma once
 
-#include "document/Project.h"
-#include "platform/SerialExecutor.h"
+#include "document/ProjectFileIO.h"
+#include "document/ProjectRegistry.h"
 #include "trust/RootIdentity.h"
 
 #include <QHash>
 #include <QSet>
+#include <QSettings>
 #include <QString>
 #include <QStringList>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 
 namespace corvane {
 
 struct AuthorizationTables;
+struct LegacyMigrationCandidate;
+struct LegacyMigrationOutcome;
 
 /// The grant of a project's whole media folder. All but the path describe the folder itself.
 struct MediaRootRecord {
@@ -31,6 +33,13 @@ struct MediaRootRecord {
 struct ContentMismatchEvent {
     QString projectKey;
     QSet<QString> paths;
+};
+
+/// What of a project waits for the user's word, all of one moment.
+struct PendingMedia {
+    QSet<QString> unresolved;      ///< paths without identity; all of them are pending too
+    QSet<QString> pendingLegacy;   ///< all that is pending
+    QSet<QString> contentMismatch; ///< what once was told to have changed, pending or not any more
 };
 
 /// The memory of which files each project may read. It lives outside every project, so that a
@@ -49,8 +58,10 @@ class MediaSourceAuthorization {
 
     /// The one instance of the process, over the application's data folder, made at first use.
     static MediaSourceAuthorization &shared();
-    /// An instance of its own over another folder, which is created if it is missing.
-    explicit MediaSourceAuthorization(const QString &dataFolder);
+    /// An instance of its own over another folder, which is created if it is missing. The guards of
+    /// the migrations stand in the settings given; without any, in the user defaults.
+    explicit MediaSourceAuthorization(const QString &dataFolder,
+                                      std::unique_ptr<QSettings> userDefaults = {});
     ~MediaSourceAuthorization();
     Q_DISABLE_COPY_MOVE(MediaSourceAuthorization)
 
@@ -66,17 +77,41 @@ class MediaSourceAuthorization {
     QCoro::Task<QSet<QString>> contentMismatchPaths(QString projectFile);
     /// The paths without identity; they are made pending if they aren't yet.
     QCoro::Task<QSet<QString>> unresolvedPaths(QString projectFile);
-    /// Grants anew those of the paths that are pending. What still can't be hashed stays pending.
+    /// The three sets as one piece of work on the executor, so that no change comes between them.
+    /// Like `unresolvedPaths` it makes the paths without identity pending.
+    QCoro::Task<PendingMedia> pendingMedia(QString projectFile);
+    /// Grants anew those of the paths that are pending; they stay pending until they are granted,
+    /// and what can't be hashed goes on being so.
     QCoro::Task<void> confirmPendingPaths(QStringList paths, QString projectFile);
+    /// Makes pending what the user offered anew and is refused as it stands: paths that were never
+    /// granted, as unresolved, and paths whose folder or contents changed since, as mismatched.
+    /// Nothing is granted, and no grant is taken away.
+    QCoro::Task<void> notePending(QStringList neverGranted, QStringList changed,
+                                  QString projectFile);
     /// Grants the project's clips that lie in its media folder.
     QCoro::Task<void> authorizeMediaFolderClips(Project project, QString projectFile);
 
-    /// False after a change that couldn't be written: it lasts as long as the process, or until a
-    /// later change is written. Any thread.
-    bool isOnDisk() const { return m_isOnDisk; }
+    // Migrations, see AuthorizationMigrations.h. Each has a guard in the user defaults: once it is
+    // done it is never run again.
+    /// Takes what older versions recorded under a project's id as pending for the one recent
+    /// project that has this id, and drops what belongs to none or to several.
+    QCoro::Task<void> rekeyLegacyProjectIdEntries(QList<ProjectSummary> summaries);
+    /// Grants every clip of every recent project that can be read, as it now is.
+    QCoro::Task<void> grandfatherLegacyProjects(QList<ProjectSummary> summaries, ProjectFileIO &io);
+    /// Replaces the older anchors by full ones where they still prove the file. Reads each file
+    /// that has one whole, at utility priority.
+    QCoro::Task<void> grandfatherContentHashes();
+
+    /// What the user must know after a change that couldn't be written: it lasts as long as the
+    /// process, or until a later change is written. Nothing while the file is up to date.
+    const std::optional<QString> &unsavedNotice() const { return m_listeners->unsavedNotice; }
+    bool isOnDisk() const { return !unsavedNotice(); }
 
     /// The one receiver of mismatch events, called on the main thread. Empty takes it away.
     void setContentMismatchContinuation(std::function<void(ContentMismatchEvent)> sink);
+    /// The one receiver of notices about changes that couldn't be written, called on the main
+    /// thread at each of them, before the operation that made it returns. Empty takes it away.
+    void setUnsavedNoticeContinuation(std::function<void(QString)> sink);
 
   private:
     /// A file that is to be granted, and what could be learned of it.
@@ -87,16 +122,39 @@ class MediaSourceAuthorization {
         bool isNew = false;                   ///< nothing was known of the path before
     };
 
-    void persist() const;
+    /// The main thread's. Shared, so that word from the executor finds it gone with the object.
+    struct Listeners {
+        std::function<void(ContentMismatchEvent)> contentMismatch;
+        std::function<void(QString)> unsaved;
+        std::optional<QString> unsavedNotice;
+    };
+    /// What applying one project's outcomes came to.
+    struct MigrationStep {
+        QSet<QString> mismatched;
+        bool isComplete = true; ///< nothing must be tried again
+    };
+
+    void persist();
     void listUnproved(const QString &key, QList<Candidate> &candidates);
     void storeGrants(const QString &key, const QList<Candidate> &candidates);
-    QStringList takePending(const QString &key, const QStringList &paths);
-    void restoreUnconfirmed(const QString &key, const QStringList &paths);
+    QSet<QString> listUnresolved(const QString &key);
+    QStringList pendingAmong(const QString &key, const QStringList &paths) const;
+    void settleConfirmed(const QString &key, const QStringList &paths);
+    void addPending(const QString &key, const QSet<QString> &paths);
+    void removePending(const QString &key, const QSet<QString> &paths);
+
+    QSettings &userDefaults();
+    bool isMigrated(const QString &guard);
+    void setMigrated(const QString &guard);
+    void rekey(const QList<ProjectSummary> &summaries);
+    QHash<QString, QList<LegacyMigrationCandidate>> legacyCandidates() const;
+    MigrationStep apply(const QString &key, const QList<LegacyMigrationOutcome> &outcomes);
 
     QString m_fileURL;
-    mutable std::atomic<bool> m_isOnDisk = true;
-    std::unique_ptr<AuthorizationTables> m_tables;                           ///< the executor's
-    std::function<void(ContentMismatchEvent)> m_contentMismatchContinuation; ///< the main thread's
+    std::unique_ptr<QSettings> m_userDefaults;     ///< the main thread's, made at first use
+    std::unique_ptr<AuthorizationTables> m_tables; ///< the executor's
+    bool m_wasWritten = true;                      ///< the executor's: how the last writing went
+    std::shared_ptr<Listeners> m_listeners;
     SerialExecutor m_executor;
 };
 

@@ -1,0 +1,130 @@
+#include "session/MediaConfirmationBanner.h"
+
+#include "platform/Paths.h"
+
+namespace corvane {
+
+namespace {
+
+using Banner = MediaConfirmationBanner;
+
+constexpr qsizetype kMostNames = 3;
+
+/// "a.mov, b.mov, c.mov and 4 more"
+QString nameList(const QStringList &files) {
+    QStringList names;
+    for (const QString &path : files.first(std::min(files.size(), kMostNames))) {
+        names.append(paths::lastComponent(path));
+    }
+    const QString list = names.join(QStringLiteral(", "));
+    return files.size() > kMostNames ? QStringLiteral("%1 and %2 more")
+                                           .arg(list, QString::number(files.size() - kMostNames))
+                                     : list;
+}
+
+/// "1 file (a.mov)" or "2 files, including a.mov, b.mov"
+QString oneOrMany(const QStringList &files) {
+    return files.size() == 1 ? QStringLiteral("1 file (%1)").arg(nameList(files))
+                             : QStringLiteral("%1 files, including %2")
+                                   .arg(QString::number(files.size()), nameList(files));
+}
+
+QString disclosure(const QStringList &files, const QString &noun) {
+    return files.isEmpty()
+               ? QString()
+               : QStringLiteral("Show all %1 %2").arg(QString::number(files.size()), noun);
+}
+
+Banner legacyPackageBanner() {
+    return {.kind = Banner::Kind::legacyPackage,
+            .icon = QStringLiteral("exclamationmark.triangle"),
+            .message = QStringLiteral("This project's media folder hasn't been authorized, so "
+                                      "Export and Handoff will refuse its clips."),
+            .button = QStringLiteral("Authorize This Project's Media"),
+            .isClosable = true};
+}
+
+Banner legacyProjectIdBanner(const QStringList &files) {
+    const QString message =
+        files.isEmpty()
+            ? QStringLiteral("This project has media authorizations carried over from an older "
+                             "version that need confirmation.")
+            : QStringLiteral("This project has media access to %1 recorded by an older version of "
+                             "Corvane for a project with this project's identifier. Confirm only "
+                             "if you recognize this project.")
+                  .arg(oneOrMany(files));
+    return {.kind = Banner::Kind::legacyProjectId,
+            .icon = QStringLiteral("exclamationmark.triangle"),
+            .message = message,
+            .button = QStringLiteral("Confirm This Project's Media"),
+            .disclosure = disclosure(files, QStringLiteral("paths")),
+            .paths = files};
+}
+
+Banner unresolvedBanner(const QStringList &files) {
+    const QString message =
+        files.isEmpty()
+            ? QStringLiteral("This project has external media whose location was never confirmed.")
+            : QStringLiteral("This project has %1 outside its media folder whose identity was "
+                             "never confirmed. Confirming trusts whatever is currently at that "
+                             "location -- only confirm if you know what's mounted there right now.")
+                  .arg(oneOrMany(files));
+    return {.kind = Banner::Kind::unresolved,
+            .icon = QStringLiteral("exclamationmark.triangle"),
+            .message = message,
+            .button = QStringLiteral("Confirm This Media's Location"),
+            .disclosure = disclosure(files, QStringLiteral("paths")),
+            .paths = files};
+}
+
+Banner contentMismatchBanner(const QStringList &files) {
+    const QString what =
+        files.size() == 1
+            ? QStringLiteral("%1 is not the file this project authorized").arg(nameList(files))
+            : QStringLiteral("%1 files are not the ones this project authorized, including %2")
+                  .arg(QString::number(files.size()), nameList(files));
+    return {.kind = Banner::Kind::contentMismatch,
+            .icon = QStringLiteral("exclamationmark.triangle.fill"),
+            .message = what + QStringLiteral(" — their contents changed since you approved them. "
+                                             "Confirming trusts the new contents. Only confirm if "
+                                             "you changed these files yourself."),
+            .button = QStringLiteral("Trust the New Contents"),
+            .disclosure = disclosure(files, QStringLiteral("files")),
+            .paths = files};
+}
+
+} // namespace
+
+QList<Banner> mediaConfirmationBanners(const ProjectStore::MediaConfirmation &state) {
+    QList<Banner> banners;
+    if (state.legacyPackageMediaNeedsAuthorization) {
+        banners.append(legacyPackageBanner());
+    }
+    if (state.legacyProjectIdMediaNeedsConfirmation) {
+        banners.append(legacyProjectIdBanner(state.legacyProjectIdMediaPendingPaths));
+    }
+    if (state.unresolvedMediaNeedsConfirmation) {
+        banners.append(unresolvedBanner(state.unresolvedMediaPendingPaths));
+    }
+    // Without a file to name there is nothing to say about changed contents.
+    if (state.contentMismatchNeedsConfirmation && !state.contentMismatchPendingPaths.isEmpty()) {
+        banners.append(contentMismatchBanner(state.contentMismatchPendingPaths));
+    }
+    return banners;
+}
+
+QCoro::Task<> answerBanner(ProjectStore &store, Banner::Kind kind) {
+    switch (kind) {
+    case Banner::Kind::legacyPackage:
+        return store.authorizeLegacyPackageMedia();
+    case Banner::Kind::legacyProjectId:
+        return store.confirmLegacyProjectIdMedia();
+    case Banner::Kind::unresolved:
+        return store.confirmUnresolvedMedia();
+    case Banner::Kind::contentMismatch:
+        break;
+    }
+    return store.trustChangedContents();
+}
+
+} // namespace corvane
