@@ -23,11 +23,16 @@ QString onlyOne(const QString &name, const QStringList &namesakes) {
 
 } // namespace
 
-CliSession::CliSession(const Console &console)
+CliSession::CliSession(const Console &console, ContentHashMigration hashes)
     : m_lock(console.dataFolder()),
       m_registry(console.dataFolder()),
-      m_authorization(console.dataFolder()),
-      m_store(m_io, m_registry, m_backups, m_authorization) {}
+      m_authorization(console.dataFolder(), console.userDefaults()),
+      m_store(m_io, m_registry, m_backups, m_authorization, Clock::system(),
+              [this, hashes](const QList<ProjectSummary> &summaries) {
+                  return migrateAuthorizations(m_authorization, m_io, summaries, hashes);
+              }) {
+    waitUntilDone(m_store.startedUp());
+}
 
 void CliSession::create(const NewProject &fields, const QString &file) {
     waitUntilDone(m_store.createProject(fields, file));

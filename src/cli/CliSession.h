@@ -3,6 +3,7 @@
 #include "cli/Command.h"
 #include "platform/InstanceLock.h"
 #include "session/ProjectStore.h"
+#include "trust/AuthorizationMigrations.h"
 
 namespace corvane {
 
@@ -11,8 +12,15 @@ namespace corvane {
 /// error. Main thread.
 class CliSession {
   public:
-    /// Throws `AlreadyRunning` where another process has the data.
-    explicit CliSession(const Console &console);
+    /// Throws `AlreadyRunning` where another process has the data. Returns when an older registry
+    /// of grants was brought along.
+    ///
+    /// Replacing the older anchors reads every file that has one whole, and is only worth beginning
+    /// where it may end: a run that is over, or broken off, before that has read in vain, and the
+    /// next one begins again. So a command that is about something else leaves it out, and the one
+    /// that is about these grants waits for it.
+    explicit CliSession(const Console &console,
+                        ContentHashMigration hashes = ContentHashMigration::LeftOut);
 
     ProjectStore &store() { return m_store; }
     /// The open project.

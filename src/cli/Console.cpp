@@ -26,6 +26,10 @@ QString SystemConsole::dataFolder() const {
     return applicationFolders::applicationSupport();
 }
 
+std::unique_ptr<QSettings> SystemConsole::userDefaults() const {
+    return applicationFolders::userDefaults();
+}
+
 bool SystemConsole::finishOutput() {
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }

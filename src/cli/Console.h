@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSettings>
 #include <QString>
+
+#include <memory>
 
 namespace corvane {
 
@@ -17,6 +20,8 @@ class Console {
     virtual bool errorIsTerminal() const = 0;
     /// The folder of the recent list and the registry of grants.
     virtual QString dataFolder() const = 0;
+    /// The user's settings.
+    virtual std::unique_ptr<QSettings> userDefaults() const = 0;
 };
 
 /// The process's own streams and the user's own folder.
@@ -26,6 +31,7 @@ class SystemConsole : public Console {
     void writeError(const QByteArray &utf8) override;
     bool errorIsTerminal() const override;
     QString dataFolder() const override;
+    std::unique_ptr<QSettings> userDefaults() const override;
 
     /// Hands out what is still buffered. False if any of the output couldn't be written.
     bool finishOutput();

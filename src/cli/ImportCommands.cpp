@@ -170,6 +170,15 @@ struct ImportAnswer {
     }
 };
 
+/// A file that is skipped gets no grant by this import. Where it needs one, the user is asked.
+void printPending(const ImportViewModel &flow, const Invocation &call) {
+    if (flow.refusedCount() > 0) {
+        call.printNotice(QStringLiteral("%1 of the skipped can't be read for this project until "
+                                        "you confirm. See \"corvane-cli media\".")
+                             .arg(counted(flow.refusedCount(), QStringLiteral("file"))));
+    }
+}
+
 int runImport(const Invocation &call) {
     const auto destination = call.pathValue("to");
     if (destination && !call.isSet("copy")) {
@@ -204,13 +213,12 @@ int runImport(const Invocation &call) {
     if (watcher.wasInterrupted()) {
         call.printNotice(QStringLiteral("Cancelled"));
     }
-    const bool isGranted = session.store().authorization().isOnDisk();
-    if (!isGranted) {
-        call.printNotice(QStringLiteral("The grants for these files could not be written to %1, so "
-                                        "an export will refuse them.")
-                             .arg(call.console().dataFolder()));
+    const auto &unsaved = session.store().authorization().unsavedNotice();
+    if (unsaved) {
+        call.printNotice(*unsaved);
     }
-    const bool isDone = flow.failures().isEmpty() && isGranted && !watcher.wasInterrupted();
+    printPending(flow, call);
+    const bool isDone = flow.failures().isEmpty() && !unsaved && !watcher.wasInterrupted();
     return isDone ? kAllDone : kRefused;
 }
 

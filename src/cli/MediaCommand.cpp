@@ -1,4 +1,9 @@
+#include "cli/ArgumentValues.h"
 #include "cli/CliSession.h"
+#include "platform/Tasks.h"
+#include "session/MediaConfirmationBanner.h"
+
+#include <algorithm>
 
 namespace corvane {
 
@@ -16,41 +21,88 @@ template <> struct JSONFields<ProjectStore::MediaConfirmation> {
         jsonField("unresolvedMediaPendingPaths", &State::unresolvedMediaPendingPaths));
 };
 
+template <> struct RawValues<MediaConfirmationBanner::Kind> {
+    using Kind = MediaConfirmationBanner::Kind;
+    static constexpr std::array<std::pair<Kind, std::string_view>, 4> table{{
+        {Kind::legacyPackage, "legacy-package"},
+        {Kind::legacyProjectId, "carried-over"},
+        {Kind::unresolved, "unresolved"},
+        {Kind::contentMismatch, "changed"},
+    }};
+};
+
 namespace {
 
-void printFlag(const Invocation &call, const QString &meaning, bool isRaised,
-               const QStringList &paths) {
-    call.printLine(QStringLiteral("%1 %2")
-                       .arg(isRaised ? QStringLiteral("yes") : QStringLiteral("no"), -4)
-                       .arg(meaning));
-    for (const QString &path : paths) {
-        call.printLine(QStringLiteral("       ") + path);
+using Kind = MediaConfirmationBanner::Kind;
+
+QList<Kind> answersOf(const Invocation &call) {
+    QList<Kind> answers;
+    for (const QString &text : call.values("confirm")) {
+        answers.append(argumentValues::choice<Kind>(text, QStringLiteral("--confirm")));
     }
+    return answers;
 }
 
-void printConfirmation(const Invocation &call, const ProjectStore::MediaConfirmation &state) {
-    printFlag(call, QStringLiteral("The media folder isn't authorized."),
-              state.legacyPackageMediaNeedsAuthorization, {});
-    printFlag(call, QStringLiteral("Files changed since they were authorized."),
-              state.contentMismatchNeedsConfirmation, state.contentMismatchPendingPaths);
-    printFlag(call, QStringLiteral("Files were authorized by an older version."),
-              state.legacyProjectIdMediaNeedsConfirmation, state.legacyProjectIdMediaPendingPaths);
-    printFlag(call, QStringLiteral("Files have no confirmed identity."),
-              state.unresolvedMediaNeedsConfirmation, state.unresolvedMediaPendingPaths);
+bool isAsked(const ProjectStore &store, Kind kind) {
+    const auto banners = mediaConfirmationBanners(store.mediaConfirmation());
+    return std::ranges::find(banners, kind, &MediaConfirmationBanner::kind) != banners.end();
+}
+
+/// Gives the answer to what is asked; what isn't asked isn't granted. False where something of it
+/// still waits afterwards, since it can't be read.
+bool confirm(ProjectStore &store, Kind kind, const Invocation &call) {
+    if (!isAsked(store, kind)) {
+        call.printNotice(QStringLiteral("Nothing waits for \"--confirm %1\".").arg(rawValue(kind)));
+        return true;
+    }
+    waitUntilDone(answerBanner(store, kind));
+    waitUntilDone(store.refreshMediaConfirmationState());
+    if (!isAsked(store, kind)) {
+        return true;
+    }
+    call.printNotice(QStringLiteral("Some of these files can't be read and were not confirmed."));
+    return false;
+}
+
+void printBanner(const Invocation &call, const MediaConfirmationBanner &banner) {
+    call.printLine(banner.message);
+    for (const QString &path : banner.paths) {
+        call.printLine(QStringLiteral("    ") + path);
+    }
+    call.printLine(QStringLiteral("    To confirm: --confirm %1").arg(rawValue(banner.kind)));
+}
+
+void printBanners(const Invocation &call, const ProjectStore::MediaConfirmation &state) {
+    const auto banners = mediaConfirmationBanners(state);
+    if (banners.isEmpty()) {
+        call.printLine(QStringLiteral("No media wait for a confirmation."));
+    }
+    for (const MediaConfirmationBanner &banner : banners) {
+        printBanner(call, banner);
+    }
 }
 
 int runMedia(const Invocation &call) {
-    CliSession session(call.console());
+    const QList<Kind> answers = answersOf(call);
+    CliSession session(call.console(), ContentHashMigration::Awaited);
     session.open(call.path(0));
-    const ProjectStore::MediaConfirmation &state = session.store().mediaConfirmation();
+    ProjectStore &store = session.store();
+    bool isDone = true;
+    for (const Kind kind : answers) {
+        isDone = confirm(store, kind, call) && isDone;
+    }
     if (call.wantsJSON()) {
         call.printJSON([&](JSONWriter &writer) {
-            JSONCodec<ProjectStore::MediaConfirmation>::encode(writer, state);
+            JSONCodec<ProjectStore::MediaConfirmation>::encode(writer, store.mediaConfirmation());
         });
     } else {
-        printConfirmation(call, state);
+        printBanners(call, store.mediaConfirmation());
     }
-    return kAllDone;
+    if (const auto &notice = store.authorization().unsavedNotice()) {
+        call.printNotice(*notice);
+        isDone = false;
+    }
+    return isDone ? kAllDone : kRefused;
 }
 
 } // namespace
@@ -58,7 +110,10 @@ int runMedia(const Invocation &call) {
 Command mediaCommand() {
     return {.name = QStringLiteral("media"),
             .synopsis = QStringLiteral("PROJECT"),
-            .summary = QStringLiteral("Tells which media wait for a confirmation."),
+            .summary = QStringLiteral("Tells which media wait for a confirmation, and confirms."),
+            .options = {valueOption("confirm", "WHICH",
+                                    "Confirm media: legacy-package, carried-over, unresolved or "
+                                    "changed. May be given more than once.")},
             .fewestArguments = 1,
             .mostArguments = 1,
             .run = runMedia};

@@ -1,5 +1,6 @@
 #include "import/ImportViewModel.h"
 
+#include "import/RefusedRows.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
@@ -141,6 +142,35 @@ QCoro::Task<> ImportViewModel::startScan() {
         assign(m_stage, Stage::sources, &ImportViewModel::stageChanged);
     } else {
         showScan(std::move(result));
+        co_await askAboutRefused();
+    }
+}
+
+/// A project that was moved, or a lost registry, leaves clips without a grant, and as they are in
+/// the project no import includes them. Nothing is granted for a scan; the user is asked.
+QCoro::Task<> ImportViewModel::askAboutRefused() {
+    if (!m_store || !m_store->project() || !m_store->fileURL()) {
+        co_return;
+    }
+    const QPointer self(this);
+    const QPointer store = m_store;
+    const QString file = *store->fileURL();
+    const Project project = *store->project();
+    const QList<ImportPreviewRow> rows = m_previewRows;
+    auto &authorization = store->authorization();
+    PathSafety::SourceGrants grants{.projectFolder = projectFolder(file)};
+    grants.authorizedSourcePaths = co_await authorization.authorizedPaths(file);
+    grants.mediaRootAuthorized =
+        co_await authorization.isMediaRootAuthorized(mediaFolder(file), file);
+    const RefusedRows refused = co_await userInitiatedExecutor().run(
+        [rows, project, grants] { return refusedRows(rows, project, grants); });
+    co_await authorization.notePending(refused.neverGranted, refused.changed, file);
+    if (self) {
+        assign(m_refusedCount, int(refused.neverGranted.size() + refused.changed.size()),
+               &ImportViewModel::refusedCountChanged);
+    }
+    if (store) {
+        co_await store->refreshMediaConfirmationState();
     }
 }
 
@@ -169,6 +199,7 @@ void ImportViewModel::reset() {
     assign(m_scannedVideos, {}, &ImportViewModel::scannedVideosChanged);
     assign(m_leftOut, {}, &ImportViewModel::leftOutChanged);
     assign(m_previewRows, {}, &ImportViewModel::previewRowsChanged);
+    assign(m_refusedCount, 0, &ImportViewModel::refusedCountChanged);
     assign(m_destinationFolder, {}, &ImportViewModel::destinationFolderChanged);
     m_destinationIsChosen = false;
     clearRun();

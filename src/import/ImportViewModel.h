@@ -54,6 +54,10 @@ class ImportViewModel : public QObject {
     const QList<ImportFailure> &failures() const { return m_failures; }
     /// The clips that the last run added to the project, in its order.
     const QStringList &importedVideoIds() const { return m_importedVideoIds; }
+    /// How many of the files found are clips of the project already, at the very place where the
+    /// clip says, and may not be read for it: never granted, or changed since. An import leaves
+    /// them out, so the scan makes them wait for the user's word among the media confirmations.
+    int refusedCount() const { return m_refusedCount; }
 
     // What the fields come to. They change with the fields that they are made of.
     bool canScan() const;
@@ -110,6 +114,7 @@ class ImportViewModel : public QObject {
     void sidecarsImportedCountChanged();
     void failuresChanged();
     void importedVideoIdsChanged();
+    void refusedCountChanged();
 
   private:
     /// What a run works from, fixed when it begins.
@@ -130,6 +135,7 @@ class ImportViewModel : public QObject {
 
     bool mayChoose() const { return m_stage == Stage::sources || m_stage == Stage::results; }
     void showScan(ScanResult result);
+    QCoro::Task<> askAboutRefused();
     void rebuildRows();
     void clearRun();
 
@@ -174,6 +180,7 @@ class ImportViewModel : public QObject {
     int m_sidecarsImportedCount = 0;
     QList<ImportFailure> m_failures;
     QStringList m_importedVideoIds;
+    int m_refusedCount = 0;
 
     std::stop_source m_scanTask;   ///< of the scan that runs or ran last
     std::stop_source m_importTask; ///< likewise of the import

@@ -16,6 +16,12 @@ class TestConsole : public Console {
     void writeError(const QByteArray &utf8) override { error += utf8; }
     bool errorIsTerminal() const override { return isTerminal; }
     QString dataFolder() const override { return m_dataFolder; }
+    std::unique_ptr<QSettings> userDefaults() const override {
+        return std::make_unique<QSettings>(m_dataFolder + QStringLiteral(".conf"),
+                                           QSettings::IniFormat);
+    }
+
+    void useData(const QString &folder) { m_dataFolder = folder; }
 
     QByteArray output;
     QByteArray error;

@@ -19,7 +19,7 @@ TEST_F(CommandLine, RefusesWrongUsageWithStatusTwoAndSaysWhatIsWrong) {
     const std::pair<const char *, const char *> wrong[] = {
         {"", "A command is missing"},
         {"handoff P", "Unknown command \"handoff\""},
-        {"media P --confirm changed", "confirm"},
+        {"media P --confirm everything", "confirm"},
         {"list P --wrong", "wrong"},
         {"list", "An argument is missing"},
         {"info P extra", "Unexpected argument \"extra\""},

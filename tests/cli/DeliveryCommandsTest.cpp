@@ -4,6 +4,8 @@
 #include <atomic>
 #include <csignal>
 
+#include <QFile>
+
 namespace corvane {
 
 namespace {
@@ -215,11 +217,30 @@ TEST_F(DeliveryCommands, TellsWhichMediaWaitForAConfirmation) {
     // A project that came with its media folder was granted nothing.
     folder.write(QStringLiteral("p/media/clip2.mp4"), noise(10, 2));
     ASSERT_EQ(run("import P @p/media"), kAllDone);
-    test::TestConsole elsewhere(folder.at(QStringLiteral("data2")));
-    EXPECT_EQ(runCli({QStringLiteral("corvane-cli"), QStringLiteral("media"), project}, elsewhere),
-              kAllDone);
-    EXPECT_TRUE(elsewhere.output.startsWith("yes  The media folder isn't authorized.\n"))
-        << elsewhere.output.data();
+    console.useData(folder.at(QStringLiteral("data2")));
+    EXPECT_EQ(run("media P"), kAllDone);
+    EXPECT_EQ(console.output,
+              "This project's media folder hasn't been authorized, so Export and Handoff will "
+              "refuse its clips.\n    To confirm: --confirm legacy-package\n");
+    EXPECT_EQ(run("media P --confirm legacy-package --confirm changed"), kAllDone);
+    EXPECT_EQ(console.output, "No media wait for a confirmation.\n");
+    EXPECT_EQ(console.error, "Nothing waits for \"--confirm changed\".\n");
+
+    // A clip outside is granted by no import any more, since the project holds it already.
+    EXPECT_EQ(run("import P @card"), kAllDone);
+    EXPECT_TRUE(console.error.contains("1 file of the skipped can't be read for this project"))
+        << console.error.data();
+    const QString clip = folder.at(QStringLiteral("card/clip1.mp4"));
+    EXPECT_EQ(list(json("media P"), "unresolvedMediaPendingPaths"),
+              (JSONValue::Array{JSONValue(clip)}));
+    ASSERT_TRUE(QFile::rename(clip, clip + QStringLiteral(".away")));
+    EXPECT_EQ(run("media P --confirm unresolved"), kRefused);
+    ASSERT_TRUE(QFile::rename(clip + QStringLiteral(".away"), clip));
+    EXPECT_EQ(json("media P --confirm unresolved")
+                  .value(QStringLiteral("unresolvedMediaNeedsConfirmation")),
+              JSONValue(false));
+    ASSERT_EQ(run("mark P clip1.mp4 --select on"), kAllDone);
+    EXPECT_EQ(run("export P --to @out"), kAllDone) << console.error.data();
 }
 
 } // namespace corvane

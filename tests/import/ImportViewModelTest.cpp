@@ -106,6 +106,37 @@ TEST_F(ImportViewModelTest, ImportsInPlaceAsOneStepThatIsGrantedAndSaved) {
     EXPECT_TRUE(videos().isEmpty());
 }
 
+TEST_F(ImportViewModelTest, AsksAboutClipsThatItLeavesOutAndThatMayNotBeRead) {
+    fill("cards/a/C1.MP4 cards/a/C2.MP4 cards/a/C3.MP4 cards/a/C4.MP4");
+    scanCards();
+    run();
+    const auto again = [this] {
+        import.reset();
+        scanCards();
+        EXPECT_FALSE(import.canBeginImport());
+        return import.refusedCount();
+    };
+    EXPECT_EQ(again(), 0);
+    EXPECT_FALSE(store.mediaConfirmation().unresolvedMediaNeedsConfirmation);
+    await(store.flushPendingSave());
+    const QString moved = at("p/moved.corvane");
+    ASSERT_TRUE(QFile::copy(projectFile, moved));
+    await(store.openProject(moved));
+    await(authorization.authorize({at("cards/a/C2.MP4"), at("cards/a/C3.MP4")}, moved));
+    folder.write(QStringLiteral("cards/a/C2.MP4"), "changed and granted since");
+    await(authorization.authorize({at("cards/a/C2.MP4")}, moved));
+    folder.write(QStringLiteral("cards/a/C3.MP4"), "changed since it was granted");
+    EXPECT_EQ(again(), 3);
+    EXPECT_EQ(store.mediaConfirmation().unresolvedMediaPendingPaths,
+              (QStringList{at("cards/a/C1.MP4"), at("cards/a/C4.MP4")}));
+    EXPECT_EQ(store.mediaConfirmation().contentMismatchPendingPaths,
+              QStringList{at("cards/a/C3.MP4")});
+    EXPECT_TRUE(await(authorization.authorizedPaths(moved)).value(at("cards/a/C3.MP4")));
+    await(store.confirmUnresolvedMedia());
+    await(store.trustChangedContents());
+    EXPECT_EQ(again(), 0);
+}
+
 TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
     fill("cards/a/C1.MP4 cards/a/C1M01.XML cards/b/C1.MP4 cards/b/C1M01.XML");
     scanCards(SourceImportMode::copied);

@@ -121,6 +121,100 @@ TEST_F(MediaSourceAuthorizationTest, WritesNothingWhereNothingChanges) {
     EXPECT_FALSE(folder.has(kRegistry));
 }
 
+TEST_F(MediaSourceAuthorizationTest, TakesAPathThroughItsStates) {
+    enum { None, Empty, Granted };
+    struct State {
+        int entry;
+        bool isPending;
+    };
+    struct Step {
+        const char *event;
+        State state;
+    };
+    const QString card = folder.at(QStringLiteral("drive"));
+    const QString path = folder.at(QStringLiteral("drive/clip.mov"));
+    const std::vector<Step> steps{
+        {"nothing yet", {None, false}},
+        {"authorize", {Empty, false}}, // the folder can't be read
+        {"load", {Empty, true}},
+        {"confirm", {Empty, true}},
+        {"mount", {Empty, true}},
+        {"confirm", {Granted, false}},
+        {"change", {Granted, false}},
+        {"authorize", {Granted, false}},
+        {"note as changed", {Granted, true}},
+        {"confirm", {Granted, false}},
+        {"forget", {None, false}},
+        {"unmount", {None, false}},
+        {"mount a folder in its place", {None, false}},
+        {"authorize", {Empty, true}}, // the file can't be hashed
+        {"forget", {None, false}},
+        {"note as never granted", {Empty, true}},
+    };
+    for (const auto &[event, expected] : steps) {
+        const QByteArray what = event;
+        if (what == "authorize") {
+            authorize({path});
+        } else if (what == "load") {
+            await(registry->pendingMedia(project));
+        } else if (what == "confirm") {
+            confirm({path});
+        } else if (what == "mount" || what == "change") {
+            folder.write(QStringLiteral("drive/clip.mov"), what);
+        } else if (what == "note as changed") {
+            await(registry->notePending({}, {path}, project));
+        } else if (what == "note as never granted") {
+            await(registry->notePending({path}, {}, project));
+        } else if (what == "forget") {
+            registry.reset();
+            ASSERT_TRUE(QFile::remove(folder.at(kRegistry)));
+        } else if (what == "unmount") {
+            ASSERT_TRUE(QDir(card).removeRecursively());
+        } else if (what == "mount a folder in its place") {
+            folder.folder(QStringLiteral("drive/clip.mov"));
+        }
+        reopen(); // every state is on the disk
+        const int found = !table().contains(path) ? None : entry(path) ? Granted : Empty;
+        EXPECT_EQ(found, expected.entry) << event;
+        EXPECT_EQ(pending().contains(path), expected.isPending) << event;
+        EXPECT_TRUE(found != Granted || what == "change" || what == "note as changed" ||
+                    isGrantedAsItIs(path))
+            << event;
+    }
+}
+
+TEST_F(MediaSourceAuthorizationTest, LosesNoGrantToAQuestionAskedWhileItIsConfirmed) {
+    authorize({offline});
+    await(registry->unresolvedPaths(project));
+    folder.write(QStringLiteral("offline/clip.mov"), "back again");
+    auto confirming = registry->confirmPendingPaths({offline}, project);
+    auto asked = registry->pendingMedia(project);
+    const PendingMedia media = await(std::move(asked));
+    EXPECT_EQ(media.unresolved, Paths{offline});
+    EXPECT_EQ(media.pendingLegacy, Paths{offline});
+    await(std::move(confirming));
+    EXPECT_TRUE(isGrantedAsItIs(offline));
+    EXPECT_TRUE(pending().isEmpty());
+}
+
+TEST_F(MediaSourceAuthorizationTest, TellsOfAGrantThatWouldOutgrowTheFileAndKeepsTheGoodOne) {
+    const QString longest(8388608 - 100, QLatin1Char('x'));
+    registry.reset();
+    folder.write(kRegistry, R"({"paths":{"/p":{"/)" + longest.toUtf8() + R"(":null}}})");
+    const QByteArray good = folder.read(kRegistry);
+    reopen();
+    QStringList told;
+    registry->setUnsavedNoticeContinuation([&](const QString &notice) { told.append(notice); });
+    authorize({clip});
+    EXPECT_TRUE(folder.read(kRegistry) == good);
+    EXPECT_TRUE(isGrantedAsItIs(clip));
+    EXPECT_EQ(told.value(0), QStringLiteral("The media authorizations could not be written to %1: "
+                                            "the file would grow past the 8 MB that can be read "
+                                            "again. They last until Corvane quits.")
+                                 .arg(folder.at(kRegistry)));
+    EXPECT_FALSE(registry->isOnDisk());
+}
+
 TEST_F(MediaSourceAuthorizationTest, KnowsAProjectThroughALinkButNotUnderANewName) {
     const QString link = folder.link(QStringLiteral("desk/link.corvane"), project);
     await(registry->authorize({clip}, link));
