@@ -55,8 +55,9 @@ class ImportViewModel : public QObject {
     /// The clips that the last run added to the project, in its order.
     const QStringList &importedVideoIds() const { return m_importedVideoIds; }
     /// How many of the files found are clips of the project already, at the very place where the
-    /// clip says, and may not be read for it: never granted, or changed since. An import leaves
-    /// them out, so the scan makes them wait for the user's word among the media confirmations.
+    /// clip says, and may not be read for it: never granted, or in a folder that was replaced. An
+    /// import leaves them out, so the scan makes them wait for the user's word among the media
+    /// confirmations.
     int refusedCount() const { return m_refusedCount; }
 
     // What the fields come to. They change with the fields that they are made of.

@@ -1,25 +1,26 @@
 #include "import/RefusedRows.h"
 
 #include "platform/Paths.h"
+#include "trust/FolderIdentities.h"
 
-#include <QHash>
+#include <QSet>
 
 namespace corvane {
 
 namespace {
 
-QHash<QString, VideoItem> clipsByPath(const Project &project) {
-    QHash<QString, VideoItem> clips;
+QSet<QString> clipPaths(const Project &project) {
+    QSet<QString> paths;
     for (const VideoItem &video : project.videos) {
-        clips.insert(paths::standardized(video->sourcePath), video);
+        paths.insert(paths::standardized(video->sourcePath));
     }
-    return clips;
+    return paths;
 }
 
-/// Changed since it was imported; it may have been granted as it is now. Two keys of which one is
-/// missing tell nothing.
-bool isChanged(const ScannedVideo &found, const VideoItem &clip) {
-    return found.contentHash && clip->contentHash && *found.contentHash != *clip->contentHash;
+/// What nearly all are, told without looking at each file anew.
+bool isGrantedThere(const std::optional<RootIdentity> &granted,
+                    const std::optional<RootIdentity> &folder) {
+    return granted && folder && granted->isSameFolder(*folder);
 }
 
 /// Why the file would be refused; nothing where it wouldn't.
@@ -39,17 +40,16 @@ RefusedRows refusedRows(const QList<ImportPreviewRow> &rows, const Project &proj
                         PathSafety::SourceGrants grants) {
     using Kind = PathSafety::Violation::Kind;
     using Verdict = ContentHasher::AnchorVerification;
-    const QHash<QString, VideoItem> clips = clipsByPath(project);
+    const QSet<QString> clips = clipPaths(project);
+    FolderIdentities folders;
     RefusedRows refused;
     for (const ImportPreviewRow &row : rows) {
         const QString path = paths::standardized(row.source.url);
-        const auto clip = clips.constFind(path);
-        if (clip == clips.cend()) {
+        if (row.status != CollisionStatus::alreadyImported || !clips.contains(path) ||
+            isGrantedThere(grants.authorizedSourcePaths.value(path), folders.ofParent(path))) {
             continue;
         }
-        if (!isChanged(row.source, *clip)) {
-            grants.preverifiedAnchors.insert(path, Verdict::matches);
-        }
+        grants.preverifiedAnchors.insert(path, Verdict::matches); // its key is the clip's
         const auto kind = refusal(path, grants);
         if (kind == Kind::notAuthorizedForProject || kind == Kind::sourcePendingRelink) {
             refused.neverGranted.append(path);

@@ -101,15 +101,21 @@ QCoro::Task<void> MediaSourceAuthorization::notePending(QStringList neverGranted
     }
     co_await m_executor.run([this, neverGranted, changed, projectFile] {
         const QString key = projectKey(projectFile);
+        const QSet<QString> mismatched(changed.cbegin(), changed.cend());
+        const QSet<QString> pending =
+            mismatched | QSet<QString>(neverGranted.cbegin(), neverGranted.cend());
+        const QSet<QString> asked = m_tables->pendingLegacyPaths.value(key);
+        if (asked.contains(pending) &&
+            m_tables->contentMismatchPaths.value(key).contains(mismatched)) {
+            return;
+        }
         AuthorizedPaths &table = m_tables->authorizedPaths[key];
         for (const QString &path : neverGranted) {
-            if (!table.contains(path)) {
+            if (!table.contains(path) && !asked.contains(path)) { // else it is asked as what it is
                 table.insert(path, std::nullopt);
             }
         }
-        addPending(key, QSet<QString>(neverGranted.cbegin(), neverGranted.cend()));
-        const QSet<QString> mismatched(changed.cbegin(), changed.cend());
-        addPending(key, mismatched);
+        addPending(key, pending);
         if (!mismatched.isEmpty()) {
             m_tables->contentMismatchPaths[key].unite(mismatched);
         }
