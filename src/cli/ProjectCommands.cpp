@@ -2,7 +2,7 @@
 #include "cli/ProjectOutput.h"
 
 #include "platform/FileSystem.h"
-#include "platform/Paths.h"
+#include "session/ProjectName.h"
 
 namespace corvane {
 
@@ -10,11 +10,11 @@ namespace {
 
 /// A name as the setup of a project takes it.
 QString nameOfNewProject(const Invocation &call) {
-    const QString name = call.value("name").value_or(QString()).trimmed();
+    const QString name = projectName::trimmed(call.value("name").value_or(QString()));
     if (name.isEmpty()) {
         throw UsageError(QStringLiteral("--name is missing."));
     }
-    if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.'))) {
+    if (!projectName::isValid(name)) {
         throw UsageError(
             QStringLiteral("--name takes a name without \"/\" that doesn't begin with \".\", not "
                            "\"%1\".")
@@ -24,9 +24,7 @@ QString nameOfNewProject(const Invocation &call) {
 }
 
 QString fileOfNewProject(const Invocation &call) {
-    const QString path = call.path(0);
-    const QString extension = QStringLiteral(".corvane");
-    return path.endsWith(extension, Qt::CaseInsensitive) ? path : path + extension;
+    return projectName::withExtension(call.path(0));
 }
 
 int runCreate(const Invocation &call) {

@@ -4,6 +4,8 @@
 
 #include <QUuid>
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -52,6 +54,13 @@ qsizetype Project::subclipCount() const {
         count += video->subclips.size();
     }
     return count;
+}
+
+bool Project::hasSelects() const {
+    const auto isSelected = [](const Subclip &subclip) { return subclip.selectedForExport; };
+    return std::ranges::any_of(videos, [&](const VideoItem &video) {
+        return video->selectedForExport || std::ranges::any_of(video->subclips, isSelected);
+    });
 }
 
 QString newIdentifier() {

@@ -151,6 +151,8 @@ struct Project {
     /// The name a user knows the project by: `projectName` where there is one, else `name`.
     QString displayName() const { return projectName.value_or(name); }
     qsizetype subclipCount() const;
+    /// True where any clip, or any subclip of one, is selected for export.
+    bool hasSelects() const;
 };
 
 /// A new identity: a UUID in upper case.

@@ -58,13 +58,15 @@ QByteArray readProjectFile(const QString &file) {
     }
 }
 
-/// A file that can't be looked at may well be there, and is then no file to write over.
+/// A file that can't be looked at may well be there, and is then no file to write over. One of a
+/// name that no file can have isn't there; what is wrong with it is told by the write.
 bool existsOnDisk(const QString &file) {
     try {
         fileSystem().status(file);
         return true;
     } catch (const FileError &error) {
-        if (error.code() == ENOENT || error.code() == ENOTDIR) {
+        if (error.code() == ENOENT || error.code() == ENOTDIR || error.code() == ENAMETOOLONG ||
+            error.code() == EINVAL) {
             return false;
         }
         throw ProjectFileIO::SaveError::diskCorruptAbort(

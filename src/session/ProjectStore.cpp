@@ -146,7 +146,21 @@ bool ProjectStore::isOpen(const QString &file) const {
                             MediaSourceAuthorization::projectKey(*m_fileURL);
 }
 
-QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file) {
+/// Throws what is to be told behind "Create failed: ".
+QCoro::Task<> ProjectStore::writeNewProject(Project project, QString file, ProjectFolder folder) {
+    ProjectFileIO &io = m_io; // outlives the store
+    if (folder == ProjectFolder::Create) {
+        const QString path = projectFolder(file);
+        try {
+            co_await userInitiatedExecutor().run([path] { fileSystem().createFolders(path); });
+        } catch (const FileError &error) {
+            throw ProjectFileIO::SaveError::writeFailed(path, error.description());
+        }
+    }
+    co_await io.save(project, file, false);
+}
+
+QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, ProjectFolder folder) {
     const QPointer self(this);
     setLastError({});
     if (!co_await saveEverything() || !self) {
@@ -157,7 +171,7 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file) {
     file = paths::standardized(file);
     const Project created = makeProject(fields, file, m_clock.now());
     try {
-        co_await m_io.save(created, file, false);
+        co_await writeNewProject(created, file, folder);
     } catch (const std::exception &error) {
         if (self) {
             setLastError(ProjectStoreError(ProjectStoreError::Kind::createFailed, describe(error)));

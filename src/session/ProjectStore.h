@@ -42,6 +42,9 @@ struct NewProject {
     QString notes;
 };
 
+/// Whether creating a project makes the folder that its file goes into.
+enum class ProjectFolder { MustExist, Create };
+
 /// A subclip and the clip that it belongs to.
 struct SubclipKey {
     QString videoId;
@@ -113,8 +116,10 @@ class ProjectStore : public QObject {
     /// Opens a project in the place of any open one, whose pending edits are saved first. Where the
     /// new one can't be read, or the old one can't be saved, the old one stays open.
     QCoro::Task<> openProject(QString file);
-    /// Creates the file and opens it; the import flow is due next.
-    QCoro::Task<> createProject(NewProject fields, QString file);
+    /// Creates the file, with its folder and what is missing above that if it is asked to, and
+    /// opens it; the import flow is due next.
+    QCoro::Task<> createProject(NewProject fields, QString file,
+                                ProjectFolder folder = ProjectFolder::MustExist);
     /// Saves what is unsaved and closes. Where that save fails, the project stays open.
     QCoro::Task<> closeProject();
     /// Returns when nothing unsaved remains in memory, or a save failed.
@@ -204,6 +209,7 @@ class ProjectStore : public QObject {
 
     QCoro::Task<> startUp(StartUpMigrations migrations);
     QCoro::Task<std::optional<Project>> loadProject(QString file);
+    QCoro::Task<> writeNewProject(Project project, QString file, ProjectFolder folder);
     bool isOpen(const QString &file) const;
     QCoro::Task<> performSave();
     /// Saves until memory and file agree; false where a save failed.

@@ -1,0 +1,23 @@
+#include "session/ProjectName.h"
+
+namespace corvane::projectName {
+
+QString trimmed(const QString &text) {
+    return text.trimmed();
+}
+
+bool isValid(const QString &text) {
+    const QString name = trimmed(text);
+    return !name.isEmpty() && !name.contains(QLatin1Char('/')) &&
+           !name.startsWith(QLatin1Char('.'));
+}
+
+QString fileName(const QString &name) {
+    return name + QStringLiteral(".corvane");
+}
+
+QString withExtension(const QString &path) {
+    return path.endsWith(QStringLiteral(".corvane"), Qt::CaseInsensitive) ? path : fileName(path);
+}
+
+} // namespace corvane::projectName
