@@ -1,0 +1,79 @@
+#include "shell/ContentRouter.h"
+
+#include "platform/Paths.h"
+#include "platform/Tasks.h"
+
+namespace corvane {
+
+ContentRouter::ContentRouter(ProjectStore &store, AppRequests &requests, FilePanels &panels,
+                             ProjectSetup &setup, QObject *parent)
+    : QObject(parent), m_store(store), m_panels(panels), m_setup(setup) {
+    connect(&requests, &AppRequests::newProjectRequested, this, &ContentRouter::showSetup);
+    connect(&requests, &AppRequests::openProjectRequested, this, &ContentRouter::runOpenPanel);
+    connect(&m_store, &ProjectStore::fileURLChanged, this, &ContentRouter::noteOpenedFile);
+    connect(&m_store, &ProjectStore::projectChanged, this, &ContentRouter::updateScreen);
+    connect(&m_store, &ProjectStore::lastErrorChanged, this, &ContentRouter::errorChanged);
+    updateScreen();
+}
+
+QString ContentRouter::errorMessage() const {
+    const QString message = hasError() ? m_store.lastError()->description() : QString();
+    return message.isEmpty() ? QStringLiteral("Unknown error.") : message;
+}
+
+void ContentRouter::dismissError() {
+    m_store.clearLastError();
+}
+
+void ContentRouter::leaveSetup() {
+    m_setupWasAskedFor = false;
+    m_setup.reset();
+    updateScreen();
+}
+
+void ContentRouter::showSetup() {
+    m_setupWasAskedFor = true;
+    updateScreen();
+}
+
+void ContentRouter::runOpenPanel() {
+    m_panels.openProjectFile([self = QPointer(this)](const QString &file) {
+        if (self) {
+            self->open(file);
+        }
+    });
+}
+
+bool ContentRouter::canOpenDropped(const QList<QUrl> &urls) {
+    return urls.size() == 1 && urls.first().isLocalFile() &&
+           paths::lowerCaseExtension(paths::lastComponent(urls.first().toLocalFile())) ==
+               QStringLiteral("corvane");
+}
+
+void ContentRouter::openDropped(const QList<QUrl> &urls) {
+    if (canOpenDropped(urls)) {
+        open(urls.first().toLocalFile());
+    }
+}
+
+void ContentRouter::open(const QString &file) {
+    detach(m_store.openProject(file));
+}
+
+/// Raised once a project is open or gone, not at its edits.
+void ContentRouter::noteOpenedFile() {
+    if (m_store.fileURL()) {
+        leaveSetup();
+    }
+}
+
+void ContentRouter::updateScreen() {
+    const Screen screen = m_store.project()    ? Screen::Project
+                          : m_setupWasAskedFor ? Screen::Setup
+                                               : Screen::Home;
+    if (std::exchange(m_screen, screen) != screen) {
+        Q_EMIT screenChanged();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,32 @@
+#include "shell/CorvaneApp.h"
+
+namespace corvane {
+
+namespace {
+
+FilePanels &panelsOf(const CorvaneApp::Settings &settings, DialogFilePanels &dialogs) {
+    return settings.panels ? *settings.panels : dialogs;
+}
+
+} // namespace
+
+CorvaneApp::CorvaneApp(const Settings &settings)
+    : m_registry(settings.dataFolder, *settings.clock),
+      m_backups(*settings.clock),
+      m_authorization(settings.dataFolder),
+      m_store(m_io, m_registry, m_backups, m_authorization, *settings.clock),
+      m_updater(settings.updates, *settings.clock),
+      m_commands(m_store, m_updater, m_requests),
+      m_setup(m_store, panelsOf(settings, m_dialogs)),
+      m_router(m_store, m_requests, panelsOf(settings, m_dialogs), m_setup),
+      m_recents(m_store, m_registry),
+      m_header(m_store),
+      m_help(settings.guide) {}
+
+CorvaneApp::~CorvaneApp() = default;
+
+QString CorvaneApp::versionText() {
+    return QLatin1Char('v') + UpdateSettings::builtIn().version;
+}
+
+} // namespace corvane

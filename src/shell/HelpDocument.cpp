@@ -1,0 +1,118 @@
+#include "shell/HelpDocument.h"
+
+#include "platform/FileSystem.h"
+#include "shell/InlineMarkdown.h"
+
+#include <QDesktopServices>
+#include <QFile>
+#include <QUrl>
+
+namespace corvane {
+
+namespace {
+
+QString withoutOuterBlanks(const QString &line) {
+    const auto isBlank = [](QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\t'); };
+    qsizetype from = 0;
+    qsizetype to = line.size();
+    while (from < to && isBlank(line.at(from))) {
+        ++from;
+    }
+    while (to > from && isBlank(line.at(to - 1))) {
+        --to;
+    }
+    return line.sliced(from, to - from);
+}
+
+HelpBlock parseLine(const QString &line) {
+    const QString text = withoutOuterBlanks(line);
+    if (text.isEmpty()) {
+        return {};
+    }
+    const std::pair<QLatin1String, HelpBlock::Kind> marks[] = {
+        {QLatin1String("### "), HelpBlock::Heading3},
+        {QLatin1String("## "), HelpBlock::Heading2},
+        {QLatin1String("# "), HelpBlock::Heading1},
+        {QLatin1String("- "), HelpBlock::Bullet},
+    };
+    for (const auto &[mark, kind] : marks) {
+        if (text.startsWith(mark)) {
+            return {.kind = kind, .text = text.sliced(mark.size())};
+        }
+    }
+    return {.kind = HelpBlock::Paragraph, .text = text};
+}
+
+} // namespace
+
+QList<HelpBlock> parseGuide(const QString &content) {
+    QList<HelpBlock> blocks;
+    for (const QString &line : content.split(QLatin1Char('\n'))) {
+        blocks.append(parseLine(line));
+    }
+    return blocks;
+}
+
+HelpDocument::HelpDocument(QString place, QObject *parent)
+    : QAbstractListModel(parent), m_place(std::move(place)) {}
+
+void HelpDocument::load() {
+    if (!isLoading()) {
+        return;
+    }
+    beginResetModel();
+    QFile guide(m_place);
+    if (!guide.exists()) {
+        m_loadError = QStringLiteral("UserGuide.md not found in bundle.");
+    } else if (!guide.open(QIODevice::ReadOnly)) {
+        m_loadError = QStringLiteral("Could not read UserGuide.md: %1").arg(guide.errorString());
+    } else {
+        const QByteArray bytes = guide.readAll();
+        if (guide.error() != QFileDevice::NoError) {
+            m_loadError =
+                QStringLiteral("Could not read UserGuide.md: %1").arg(guide.errorString());
+        } else if (!QUtf8StringView(bytes).isValidUtf8()) {
+            m_loadError = QStringLiteral("Could not read UserGuide.md: it is not UTF-8 text");
+        } else {
+            m_content = QString::fromUtf8(bytes);
+            m_blocks = parseGuide(m_content);
+        }
+    }
+    endResetModel();
+    Q_EMIT loaded();
+}
+
+bool HelpDocument::mayOpen(const QString &address) {
+    const QString scheme = QUrl(address, QUrl::StrictMode).scheme();
+    return scheme == QStringLiteral("https") || scheme == QStringLiteral("http") ||
+           scheme == QStringLiteral("mailto");
+}
+
+bool HelpDocument::openLink(const QString &address) {
+    return mayOpen(address) && QDesktopServices::openUrl(QUrl(address, QUrl::StrictMode));
+}
+
+int HelpDocument::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(m_blocks.size());
+}
+
+QVariant HelpDocument::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const HelpBlock &block = m_blocks.at(index.row());
+    if (role == KindRole) {
+        return block.kind;
+    }
+    if (role != TextRole) {
+        return {};
+    }
+    const bool isRich = block.kind == HelpBlock::Bullet || block.kind == HelpBlock::Paragraph;
+    return isRich ? richTextOfInlineMarkdown(block.text) : block.text;
+}
+
+QHash<int, QByteArray> HelpDocument::roleNames() const {
+    return {{KindRole, "kind"}, {TextRole, "text"}};
+}
+
+} // namespace corvane

@@ -1,0 +1,106 @@
+#include "shell/InlineMarkdown.h"
+
+#include <QByteArray>
+
+#include <md4c.h>
+
+namespace corvane {
+
+namespace {
+
+/// Stands before the text, so that nothing at its beginning begins a block. It is punctuation, as
+/// emphasis at the beginning of a word needs it.
+constexpr char kGuard = '.';
+
+struct RichText {
+    QString text;
+    bool isAfterGuard = false;
+};
+
+QString decoded(const MD_CHAR *text, MD_SIZE size) {
+    return QString::fromUtf8(text, qsizetype(size));
+}
+
+/// The address of a link as the parser hands it over, in pieces of text and entities.
+QString decoded(const MD_ATTRIBUTE &attribute) {
+    return decoded(attribute.text, attribute.size);
+}
+
+int enterSpan(MD_SPANTYPE type, void *detail, void *into) {
+    QString &text = static_cast<RichText *>(into)->text;
+    switch (type) {
+    case MD_SPAN_EM:
+        text += QStringLiteral("<i>");
+        break;
+    case MD_SPAN_STRONG:
+        text += QStringLiteral("<b>");
+        break;
+    case MD_SPAN_CODE:
+        text += QStringLiteral("<code>");
+        break;
+    case MD_SPAN_A:
+        text += QStringLiteral("<a href=\"%1\">")
+                    .arg(decoded(static_cast<MD_SPAN_A_DETAIL *>(detail)->href).toHtmlEscaped());
+        break;
+    default:
+        break; // a picture shows the words that stand for it
+    }
+    return 0;
+}
+
+int leaveSpan(MD_SPANTYPE type, void *, void *into) {
+    QString &text = static_cast<RichText *>(into)->text;
+    switch (type) {
+    case MD_SPAN_EM:
+        text += QStringLiteral("</i>");
+        break;
+    case MD_SPAN_STRONG:
+        text += QStringLiteral("</b>");
+        break;
+    case MD_SPAN_CODE:
+        text += QStringLiteral("</code>");
+        break;
+    case MD_SPAN_A:
+        text += QStringLiteral("</a>");
+        break;
+    default:
+        break;
+    }
+    return 0;
+}
+
+int addText(MD_TEXTTYPE type, const MD_CHAR *text, MD_SIZE size, void *into) {
+    RichText &rich = *static_cast<RichText *>(into);
+    QString piece = decoded(text, size);
+    if (!rich.isAfterGuard && !piece.isEmpty()) {
+        rich.isAfterGuard = true;
+        piece.remove(0, 1);
+    }
+    // An entity such as "&amp;" is what the screen's rich text means by it as well.
+    rich.text += type == MD_TEXT_ENTITY ? piece : piece.toHtmlEscaped();
+    return 0;
+}
+
+int passOver(MD_BLOCKTYPE, void *, void *) {
+    return 0;
+}
+
+} // namespace
+
+QString richTextOfInlineMarkdown(const QString &line) {
+    const QByteArray markdown = kGuard + line.toUtf8();
+    MD_PARSER parser{};
+    parser.flags = MD_FLAG_NOHTML;
+    parser.enter_block = passOver;
+    parser.leave_block = passOver;
+    parser.enter_span = enterSpan;
+    parser.leave_span = leaveSpan;
+    parser.text = addText;
+    RichText rich;
+    if (::md_parse(markdown.constData(), MD_SIZE(markdown.size()), &parser, &rich) != 0) {
+        return line.toHtmlEscaped();
+    }
+    return rich.text;
+}
+
+} // namespace corvane

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "session/ProjectStore.h"
+
+#include <QStringList>
+
+namespace corvane {
+
+/// What the top row of an open project tells, and the names of its clips. The store must outlive
+/// it. Main thread.
+class ProjectHeader : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString projectName READ projectName NOTIFY changed)
+    Q_PROPERTY(QString statusMessage READ statusMessage NOTIFY changed)
+    Q_PROPERTY(bool hasSelects READ hasSelects NOTIFY changed)
+    Q_PROPERTY(QString closeHelp READ closeHelp CONSTANT)
+    Q_PROPERTY(QString importHelp READ importHelp CONSTANT)
+    Q_PROPERTY(QString exportHelp READ exportHelp NOTIFY changed)
+    Q_PROPERTY(QString handoffHelp READ handoffHelp NOTIFY changed)
+    Q_PROPERTY(QString guideHelp READ guideHelp CONSTANT)
+    Q_PROPERTY(QStringList clipNames READ clipNames NOTIFY changed)
+
+  public:
+    explicit ProjectHeader(ProjectStore &store, QObject *parent = nullptr);
+
+    /// The fields are those of the open project; empty and false where there is none.
+    const QString &projectName() const { return m_state.projectName; }
+    const QString &statusMessage() const { return m_state.statusMessage; }
+    bool hasSelects() const { return m_state.hasSelects; }
+    /// File names in a file browser's order.
+    const QStringList &clipNames() const { return m_state.clipNames; }
+
+    static QString closeHelp() { return QStringLiteral("Close project and return to Home"); }
+    static QString importHelp() { return QStringLiteral("Import footage (Cmd-I)"); }
+    QString exportHelp() const;
+    QString handoffHelp() const;
+    static QString guideHelp() { return QStringLiteral("Open Corvane User Guide (Cmd-?)"); }
+
+  Q_SIGNALS:
+    void changed();
+
+  private:
+    struct State {
+        QString projectName;
+        QString statusMessage;
+        bool hasSelects = false;
+        QStringList clipNames;
+
+        bool operator==(const State &) const = default;
+    };
+
+    void follow();
+
+    ProjectStore &m_store;
+    State m_state;
+};
+
+} // namespace corvane

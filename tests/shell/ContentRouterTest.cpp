@@ -1,0 +1,224 @@
+#include "ShellFixture.h"
+
+#include <QSignalSpy>
+
+using namespace corvane;
+using namespace corvane::test;
+using testing::EndsWith;
+using testing::StartsWith;
+
+namespace {
+
+using Screen = ContentRouter::Screen;
+
+class ContentRouterTest : public ShellTest {
+  protected:
+    QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2));
+    QString bad = folder.write(QStringLiteral("bad.corvane"), "{");
+};
+
+class ProjectSetupTest : public ShellTest {
+  protected:
+    ProjectSetup &setup = *app.setup();
+
+    void SetUp() override { Q_EMIT app.requests()->newProjectRequested(); }
+    /// Presses the button and waits for the end of it.
+    void create(const QString &answer) {
+        panels.answer = answer;
+        setup.create();
+        waitUntil([this] { return !setup.isCreating(); });
+    }
+};
+
+} // namespace
+
+TEST_F(ContentRouterTest, ShowsTheScreenOfTheStateOfTheSession) {
+    ContentRouter &router = *app.router();
+    EXPECT_EQ(router.screen(), Screen::Home);
+    Q_EMIT app.requests()->newProjectRequested();
+    EXPECT_EQ(router.screen(), Screen::Setup);
+    app.setup()->setProjectName(QStringLiteral("Half typed"));
+    open(file);
+    EXPECT_EQ(router.screen(), Screen::Project);
+    await(app.store().closeProject());
+    EXPECT_EQ(router.screen(), Screen::Home) << "the request for setup went when a project came";
+    EXPECT_TRUE(app.setup()->projectName().isEmpty());
+}
+
+TEST_F(ContentRouterTest, EveryRoadToAFileThatFailsShowsOneAlertAndKeepsWhatIsOpen) {
+    open(file);
+    await(app.store().flushPendingSave());
+    panels.answer = bad;
+    ContentRouter &router = *app.router();
+    const std::function<void()> roads[] = {
+        [&] { router.open(bad); },
+        [&] { Q_EMIT app.requests()->openProjectRequested(); },
+        [&] { router.openDropped({QUrl::fromLocalFile(bad)}); },
+    };
+    for (const auto &road : roads) {
+        road();
+        waitUntil([&] { return router.hasError(); });
+        EXPECT_EQ(
+            alert(),
+            QStringLiteral("Open failed: %1 is not a valid `.corvane` JSON document.").arg(bad));
+        EXPECT_EQ(app.store().fileURL(), file);
+        router.dismissError();
+        EXPECT_EQ(alert(), QString());
+        EXPECT_EQ(router.screen(), Screen::Project);
+    }
+    EXPECT_EQ(panels.shown, 1);
+}
+
+TEST_F(ContentRouterTest, OnlyOneProjectFileCanBeDropped) {
+    const QUrl project = QUrl::fromLocalFile(file);
+    EXPECT_TRUE(ContentRouter::canOpenDropped({project}));
+    EXPECT_TRUE(ContentRouter::canOpenDropped({QUrl(QStringLiteral("file:///a/B.CORVANE"))}));
+    EXPECT_FALSE(ContentRouter::canOpenDropped({}));
+    EXPECT_FALSE(ContentRouter::canOpenDropped({project, project}));
+    EXPECT_FALSE(ContentRouter::canOpenDropped({QUrl(QStringLiteral("file:///a/b.mov"))}));
+    EXPECT_FALSE(ContentRouter::canOpenDropped({QUrl(QStringLiteral("https://a/b.corvane"))}));
+}
+
+TEST_F(ContentRouterTest, RecentRowsFollowTheListAndAreForgottenWithoutTheirFiles) {
+    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
+    RecentProjectsModel &recents = *app.recents();
+    const auto told = [&](int row, RecentProjectsModel::Role role) {
+        return recents.data(recents.index(row), role).toString();
+    };
+    open(file);
+    clock.advance(std::chrono::seconds(1));
+    open(other);
+    ASSERT_EQ(recents.count(), 2);
+    EXPECT_EQ(told(0, RecentProjectsModel::FilePathRole), other);
+    EXPECT_EQ(told(1, RecentProjectsModel::CountTextRole), QStringLiteral("2 videos"));
+    clock.advance(std::chrono::seconds(1));
+    QSignalSpy moves(&recents, &QAbstractItemModel::rowsMoved);
+    recents.open(1);
+    waitUntil([&] { return told(0, RecentProjectsModel::FilePathRole) == file; });
+    EXPECT_EQ(moves.count(), 1);
+
+    recents.remove(0);
+    waitUntil([&] { return recents.count() == 1; });
+    EXPECT_TRUE(QFile::exists(file));
+    QFile::remove(other);
+    recents.open(0);
+    waitUntil([&] { return app.router()->hasError(); });
+    EXPECT_THAT(alert().toStdString(), StartsWith("Open failed: Failed to read "));
+    EXPECT_EQ(recents.count(), 1) << "the entry stays until its user removes it";
+    recents.remove(5);
+    recents.open(-1);
+}
+
+TEST_F(ContentRouterTest, TheHeaderTellsTheProjectAndWhyItsButtonsAreOff) {
+    ProjectHeader &header = *app.header();
+    open(file);
+    EXPECT_EQ(header.projectName(), app.store().project()->displayName());
+    EXPECT_EQ(header.clipNames(),
+              QStringList({QStringLiteral("clip-0"), QStringLiteral("clip-1")}));
+    EXPECT_FALSE(header.hasSelects());
+    EXPECT_EQ(header.exportHelp(), QStringLiteral("Mark clips with the S flag in Review first"));
+    EXPECT_EQ(header.handoffHelp(), header.exportHelp());
+    app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+    EXPECT_EQ(header.exportHelp(), QStringLiteral("Export selects (Cmd-E)"));
+    EXPECT_EQ(header.handoffHelp(),
+              QStringLiteral("Bundle selects + media into a portable .corvane package "
+                             "(Shift-Cmd-E)"));
+}
+
+TEST_F(ProjectSetupTest, OnlyAValidNameCanBeCreated) {
+    const std::pair<QString, bool> names[] = {
+        {QString(), false},
+        {QStringLiteral("  \t\n"), false},
+        {QStringLiteral(".hidden"), false},
+        {QStringLiteral("  .hidden"), false},
+        {QStringLiteral("a/b"), false},
+        {QStringLiteral(" Día 2 – \U0001F30A "), true},
+        {QStringLiteral("a.b"), true},
+        {QString(300, QLatin1Char('x')), true},
+    };
+    for (const auto &[name, isValid] : names) {
+        setup.setProjectName(name);
+        EXPECT_EQ(setup.canCreate(), isValid) << name.toStdString();
+        setup.create();
+        EXPECT_EQ(std::exchange(panels.shown, 0), isValid ? 1 : 0) << name.toStdString();
+    }
+}
+
+TEST_F(ProjectSetupTest, ThePreviewFollowsNameAndLayout) {
+    EXPECT_EQ(setup.layoutPreview(),
+              QStringLiteral("<parent>/MyProject/\n"
+                             "    MyProject.corvane\n"
+                             "    .corvane-cache/   (created lazily)\n"
+                             "    selects/          (created on first export)"));
+    setup.setProjectName(QStringLiteral(" 100%1 "));
+    setup.setCreateProjectFolder(false);
+    EXPECT_EQ(setup.layoutPreview(), QStringLiteral("<parent>/100%1.corvane"));
+}
+
+TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithWhatWasTyped) {
+    setup.setProjectName(QStringLiteral(" Tidewater "));
+    setup.setIncludeShootDate(true);
+    setup.setShootDateText(QStringLiteral("2024-02-30"));
+    EXPECT_EQ(setup.shootDate(), clock.now().toLocalTime().date()) << "no such day";
+    setup.setShootDateText(QStringLiteral("2024-02-29"));
+    setup.setClientOrSeries(QStringLiteral("  "));
+    setup.setNotes(QStringLiteral("Low water 14:20.\n"));
+    create(folder.at(QStringLiteral("new/Folder")));
+    EXPECT_EQ(
+        panels.asked,
+        (FilePanels::SavePanel{
+            .message = QStringLiteral("Choose where to create the \"Tidewater\" project folder."),
+            .nameFieldLabel = QStringLiteral("Folder name:"),
+            .proposedName = QStringLiteral("Tidewater")}));
+    EXPECT_EQ(alert(), QString());
+    EXPECT_TRUE(app.store().pendingImportOnLoad());
+    const Project made =
+        ProjectFileIO::loadNow(folder.at(QStringLiteral("new/Folder/Tidewater.corvane")));
+    EXPECT_EQ(made.shootDate, QStringLiteral("2024-02-29"));
+    EXPECT_FALSE(made.clientOrSeries);
+    EXPECT_EQ(made.notes, QStringLiteral("Low water 14:20."));
+
+    await(app.store().closeProject());
+    SetUp();
+    setup.setProjectName(QStringLiteral("Plain"));
+    setup.setCreateProjectFolder(false);
+    create(folder.at(QStringLiteral("Other name")));
+    EXPECT_EQ(
+        panels.asked,
+        (FilePanels::SavePanel{.message = QStringLiteral("Choose where to save the .corvane file."),
+                               .proposedName = QStringLiteral("Plain.corvane"),
+                               .choosesProjectFile = true}));
+    const Project plain = ProjectFileIO::loadNow(folder.at(QStringLiteral("Other name.corvane")));
+    EXPECT_EQ(plain.name, QStringLiteral("Plain"));
+    EXPECT_FALSE(plain.shootDate);
+}
+
+TEST_F(ProjectSetupTest, WhatCannotBeCreatedIsToldAndEveryFieldStays) {
+    folder.write(QStringLiteral("file"), "in the way");
+    const QString longName(300, QLatin1Char('x'));
+    const std::tuple<QString, bool, QString, QString> failures[] = {
+        {longName, true, longName, QStringLiteral("File name too long")},
+        {longName, false, longName, QStringLiteral("File name too long")},
+        {QStringLiteral("a"), true, QStringLiteral("file/a"), QStringLiteral("Not a directory")},
+        {QStringLiteral("a"), false, QStringLiteral("gone/a"),
+         QStringLiteral("No such file or directory")},
+        {QStringLiteral("a\0b"), true, QStringLiteral("x"), QStringLiteral("Invalid argument")},
+    };
+    setup.setNotes(QStringLiteral("kept"));
+    for (const auto &[name, makesFolder, chosen, why] : failures) {
+        setup.setProjectName(name);
+        setup.setCreateProjectFolder(makesFolder);
+        create(folder.at(chosen));
+        EXPECT_THAT(alert().toStdString(), StartsWith("Create failed: Failed to write "));
+        EXPECT_THAT(alert().toStdString(), EndsWith(why.toStdString()));
+        EXPECT_EQ(app.router()->screen(), Screen::Setup);
+        EXPECT_EQ(setup.projectName(), name);
+        EXPECT_EQ(setup.notes(), QStringLiteral("kept"));
+        EXPECT_TRUE(setup.canCreate());
+        EXPECT_FALSE(app.store().pendingImportOnLoad());
+        app.router()->dismissError();
+    }
+    create({});
+    EXPECT_EQ(alert(), QString()) << "a cancelled panel changes nothing";
+    EXPECT_TRUE(setup.canCreate());
+}

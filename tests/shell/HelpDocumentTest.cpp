@@ -1,0 +1,98 @@
+#include "shell/HelpDocument.h"
+#include "shell/InlineMarkdown.h"
+#include "support/TestFolder.h"
+
+#include <gmock/gmock.h>
+
+using namespace corvane;
+using namespace corvane::test;
+
+TEST(HelpDocument, EachLineIsOneBlockByTheFirstMarkThatMatches) {
+    const QList<std::pair<QString, HelpBlock>> lines{
+        {QStringLiteral(""), {}},
+        {QStringLiteral(" \t "), {}},
+        {QStringLiteral("# One"), {HelpBlock::Heading1, QStringLiteral("One")}},
+        {QStringLiteral("\t## Two **not bold**\t"),
+         {HelpBlock::Heading2, QStringLiteral("Two **not bold**")}},
+        {QStringLiteral("###   Three"), {HelpBlock::Heading3, QStringLiteral("  Three")}},
+        {QStringLiteral("#### Four"), {HelpBlock::Paragraph, QStringLiteral("#### Four")}},
+        {QStringLiteral("#None"), {HelpBlock::Paragraph, QStringLiteral("#None")}},
+        {QStringLiteral("#"), {HelpBlock::Paragraph, QStringLiteral("#")}},
+        {QStringLiteral("    - Deep"), {HelpBlock::Bullet, QStringLiteral("Deep")}},
+        {QStringLiteral("-None"), {HelpBlock::Paragraph, QStringLiteral("-None")}},
+        {QStringLiteral("- - a"), {HelpBlock::Bullet, QStringLiteral("- a")}},
+        {QStringLiteral("1. First"), {HelpBlock::Paragraph, QStringLiteral("1. First")}},
+        {QStringLiteral("```"), {HelpBlock::Paragraph, QStringLiteral("```")}},
+        {QStringLiteral("\u00a0x\r"), {HelpBlock::Paragraph, QStringLiteral("\u00a0x\r")}},
+    };
+    QStringList texts;
+    QList<HelpBlock> blocks;
+    for (const auto &[text, block] : lines) {
+        texts.append(text);
+        blocks.append(block);
+    }
+    EXPECT_EQ(parseGuide(texts.join(QLatin1Char('\n'))), blocks);
+}
+
+TEST(HelpDocument, InlineFormsBecomeTagsAndAllElseShowsAsWritten) {
+    const std::pair<const char *, const char *> lines[] = {
+        {"plain", "plain"},
+        {"**b** and *i* and `c`", "<b>b</b> and <i>i</i> and <code>c</code>"},
+        {"_i_ __b__ snake_case_name", "<i>i</i> <b>b</b> snake_case_name"},
+        {"***both***", "<i><b>both</b></i>"},
+        {"`**not** <b>`", "<code>**not** &lt;b&gt;</code>"},
+        {"[the \"site\"](https://a.example/?x=1&y=2)",
+         "<a href=\"https://a.example/?x=1&amp;y=2\">the &quot;site&quot;</a>"},
+        {"<b>literal</b> a < b & c", "&lt;b&gt;literal&lt;/b&gt; a &lt; b &amp; c"},
+        {"<img src=\"file:///etc/passwd\">", "&lt;img src=&quot;file:///etc/passwd&quot;&gt;"},
+        {"![words](file:///x.png)", "words"},
+        {"* star", "* star"},
+        {"1. First", "1. First"},
+        {"> quote", "&gt; quote"},
+        {"#### Four", "#### Four"},
+        {"```", "```"},
+        {"| a | b |", "| a | b |"},
+        {"---", "---"},
+        {"\\*kept\\*", "*kept*"},
+        {"**open", "**open"},
+        {"`s` = select", "<code>s</code> = select"},
+        {"", ""},
+    };
+    for (const auto &[line, rich] : lines) {
+        EXPECT_EQ(richTextOfInlineMarkdown(QString::fromUtf8(line)).toStdString(), rich);
+    }
+}
+
+TEST(HelpDocument, AGuideThatIsMissingOrCannotBeReadIsToldInItsPlace) {
+    const TestFolder folder;
+    const std::pair<QString, const char *> guides[] = {
+        {folder.at(QStringLiteral("none.md")), "UserGuide.md not found in bundle."},
+        {folder.folder(QStringLiteral("folder")), "Could not read UserGuide.md: "},
+        {folder.write(QStringLiteral("latin1.md"), "caf\xe9"), "Could not read UserGuide.md: "},
+    };
+    for (const auto &[place, message] : guides) {
+        HelpDocument help(place);
+        EXPECT_TRUE(help.isLoading());
+        help.load();
+        EXPECT_THAT(help.loadError().toStdString(), testing::StartsWith(message));
+        EXPECT_FALSE(help.isLoading());
+        EXPECT_EQ(help.rowCount(), 0);
+    }
+    HelpDocument help(folder.write(QStringLiteral("guide.md"), "# A\n\n- *b*"));
+    help.load();
+    EXPECT_EQ(help.loadError(), QString());
+    ASSERT_EQ(help.rowCount(), 3);
+    EXPECT_EQ(help.data(help.index(2), HelpDocument::TextRole), QStringLiteral("<i>b</i>"));
+}
+
+TEST(HelpDocument, OnlyWebAndMailLinksLeaveTheProgram) {
+    for (const char *const address :
+         {"https://a.example", "http://a.example", "mailto:a@b.example"}) {
+        EXPECT_TRUE(HelpDocument::mayOpen(QLatin1String(address))) << address;
+    }
+    for (const char *const address :
+         {"file:///bin/sh", "javascript:alert(1)", "a.example", "", "/x"}) {
+        EXPECT_FALSE(HelpDocument::mayOpen(QLatin1String(address))) << address;
+        EXPECT_FALSE(HelpDocument::openLink(QLatin1String(address))) << address;
+    }
+}
