@@ -3,7 +3,7 @@
 //   text, symbol: string; helpText: string; kind: Button.Plain | Button.Primary | Button.Bare
 //   (no ground); destructive: bool (turns danger under the pointer); large, small: bool;
 //   muted: bool (label in t2); iconSize: int; trailingSymbol: string (a menu's chevron);
-//   ring: bool (the ring from the start, for a sheet's default); signal clicked()
+//   lit, ring: bool (under the pointer, focused by keyboard); signal clicked()
 // Return, Enter and Space press it while it has the focus. Disabled it still shows its help text.
 import QtQuick
 import QtQuick.Templates as T
@@ -22,12 +22,12 @@ T.Button {
     property bool large: false
     property bool small: false
     property bool muted: false
-    property bool ring: false
+    property bool ring: visualFocus
     property int iconSize: iconOnly ? (destructive ? Theme.iconButton : Theme.icon) : Theme.iconButton
     property var type: small ? Theme.listName
                              : kind === Button.Primary ? Theme.bodyStrong : Theme.bodyLabel
     readonly property bool iconOnly: text === ""
-    readonly property bool lit: hovered && enabled
+    property bool lit: hovered && enabled
     readonly property bool danger: destructive && lit && (iconOnly || down)
     readonly property color ground: !enabled ? (kind === Button.Bare ? Theme.none : Theme.b3)
         : kind === Button.Primary ? (down ? Theme.accentPressed : lit ? Theme.accentHover : Theme.accent)
@@ -118,7 +118,7 @@ T.Button {
         color: control.ground
 
         FocusRing {
-            shown: control.visualFocus || control.ring
+            shown: control.ring
         }
     }
 }

@@ -8,6 +8,7 @@ T.CheckBox {
     id: control
 
     property string helpText
+    property bool ring: visualFocus
 
     implicitHeight: Theme.checkRowHeight
     implicitWidth: leftPadding + implicitContentWidth
@@ -43,7 +44,7 @@ T.CheckBox {
         }
 
         FocusRing {
-            shown: control.visualFocus
+            shown: control.ring
             cornerRadius: parent.radius
         }
     }

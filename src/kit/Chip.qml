@@ -10,8 +10,9 @@ T.Button {
     id: control
 
     property string helpText
+    property bool ring: visualFocus
     property PopUpMenu menu: null
-    readonly property bool lit: hovered && enabled
+    property bool lit: hovered && enabled
 
     checkable: menu === null
     implicitHeight: Theme.chipHeight
@@ -75,7 +76,7 @@ T.Button {
         border.color: Theme.chipOnBorder
 
         FocusRing {
-            shown: control.visualFocus
+            shown: control.ring
             cornerRadius: parent.radius
         }
     }

@@ -1,5 +1,6 @@
 // A day, typed as "2025-06-13" or chosen in a calendar.
-//   date: string, ISO; name: string; helpText: string; signal edited(string date), by hand only
+//   date: string, ISO; name: string; helpText: string; calendarShown: bool, read-only;
+//   openCalendar(); signal edited(string date), by hand only; the owner sets `date`
 // The calendar opens by its button or by Down, and is worked by the arrow keys, Page Up and Page
 // Down, Return and Esc. A text that is no day goes back to the day before it when the field is left.
 import QtQuick
@@ -19,13 +20,17 @@ TextField {
         }
     }
 
+    function openCalendar() {
+        calendar.open();
+    }
+
     implicitWidth: Theme.dateFieldWidth
     rightPadding: Theme.controlHeight
     text: date
     onDateChanged: text = date
     onTextEdited: offer(text)
     onEditingFinished: text = date
-    Keys.onDownPressed: calendar.open()
+    Keys.onDownPressed: control.openCalendar()
 
     Button {
         anchors.right: parent.right
@@ -37,7 +42,7 @@ TextField {
         symbol: "calendar"
         iconSize: Theme.iconButton
         helpText: qsTr("Choose a day")
-        onClicked: calendar.visible ? calendar.close() : calendar.open()
+        onClicked: calendar.visible ? calendar.close() : control.openCalendar()
     }
 
     CalendarPopup {

@@ -16,6 +16,7 @@ T.Control {
     property int currentIndex: 0
     property string name
     property string helpText
+    property bool ring: visualFocus
 
     signal activated(int index)
 
@@ -51,7 +52,7 @@ T.Control {
         border.color: Theme.line2
 
         FocusRing {
-            shown: control.visualFocus
+            shown: control.ring
         }
     }
 

@@ -14,6 +14,7 @@ T.Control {
     property int rating: 0
     property string name: qsTr("Rating")
     property string helpText
+    property bool ring: visualFocus
     property string clearText: qsTr("Clear rating")
     property int hoveredStar: hover.hovered ? Math.ceil(hover.point.position.x / Theme.starWidth) : 0
 
@@ -46,7 +47,7 @@ T.Control {
 
     background: Item {
         FocusRing {
-            shown: control.visualFocus
+            shown: control.ring
         }
     }
 

@@ -1,7 +1,7 @@
 // One line to type into.
 //   text, placeholderText: string; name: string (its accessible name; the placeholder without one);
-//   symbol: string (an icon at its left); helpText: string; signals textEdited(), accepted();
-//   escaped() on Esc, which is passed on when nothing is connected
+//   symbol: string (an icon at its left); helpText: string; takesEscape: bool; signals textEdited(),
+//   accepted(), escaped() (on Esc with `takesEscape`; else Esc is passed on)
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -13,6 +13,8 @@ T.TextField {
     property string symbol
     property string helpText
     property bool takesEscape: false
+    property bool lit: hovered
+    property bool ring: activeFocus
 
     signal escaped()
 
@@ -65,7 +67,7 @@ T.TextField {
     }
 
     background: FieldGround {
-        focused: control.activeFocus
-        lit: control.hovered
+        focused: control.ring
+        lit: control.lit
     }
 }

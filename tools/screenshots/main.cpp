@@ -1,0 +1,85 @@
+#include "ScreenPicture.h"
+
+#include "kit/Look.h"
+
+#include <QCommandLineParser>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QTextStream>
+
+#include <clocale>
+
+/// Draws every screen to a PNG, in memory, without a display. Exit status 1 if one couldn't be
+/// drawn.
+namespace {
+
+using corvane::ScreenPicture;
+
+/// Long enough for the slowest fade, and for what a screen loads before its picture is taken.
+constexpr int fadeInMs = 400;
+constexpr int longestLoadInMs = 30000;
+
+void runEvents(int ms, const std::function<bool()> &enough) {
+    const QDeadlineTimer deadline(ms);
+    while (!deadline.hasExpired() && !enough()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    }
+}
+
+bool take(const ScreenPicture &picture, const QDir &folder) {
+    QQmlEngine engine;
+    const std::unique_ptr<QObject> root = picture.make(engine);
+    auto *window = qobject_cast<QQuickWindow *>(root.get());
+    if (!window) {
+        return false;
+    }
+    window->resize(picture.size);
+    window->show();
+    if (picture.ready) {
+        runEvents(longestLoadInMs, [&] { return picture.ready(*root); });
+    }
+    runEvents(fadeInMs, [] { return false; });
+    return window->grabWindow().save(folder.filePath(picture.name + QStringLiteral(".png")));
+}
+
+} // namespace
+
+std::unique_ptr<QObject> corvane::windowOf(QQmlEngine &engine, const QByteArray &qml) {
+    QQmlComponent component(&engine);
+    component.setData(qml, QUrl(QStringLiteral("qrc:/picture.qml")));
+    if (!component.isReady()) {
+        QTextStream(stderr) << component.errorString();
+        return nullptr;
+    }
+    return std::unique_ptr<QObject>(component.create());
+}
+
+int main(int argc, char **argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    corvane::setUpLook(application);
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Draws every screen to FOLDER/<screen>.png."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("where to"));
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1) {
+        parser.showHelp(2);
+    }
+    const QDir folder(parser.positionalArguments().constFirst());
+    int status = folder.mkpath(QStringLiteral(".")) ? 0 : 1;
+    for (const ScreenPicture &picture : corvane::galleryPictures()) {
+        const bool taken = take(picture, folder);
+        QTextStream(taken ? stdout : stderr)
+            << (taken ? "" : "failed: ") << folder.filePath(picture.name) << ".png\n";
+        status = taken ? status : 1;
+    }
+    return status;
+}
