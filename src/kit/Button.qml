@@ -28,7 +28,6 @@ T.Button {
                              : kind === Button.Primary ? Theme.bodyStrong : Theme.bodyLabel
     readonly property bool iconOnly: text === ""
     property bool lit: hovered && enabled
-    readonly property bool danger: destructive && lit && (iconOnly || down)
     readonly property color ground: !enabled ? (kind === Button.Bare ? Theme.none : Theme.b3)
         : kind === Button.Primary ? (down ? Theme.accentPressed : lit ? Theme.accentHover : Theme.accent)
         : destructive && down ? Theme.danger
@@ -39,7 +38,7 @@ T.Button {
         : destructive && down ? Theme.dangerText
         : destructive && lit ? Theme.danger
         : muted ? Theme.t2 : Theme.t1
-    readonly property color glyphInk: !enabled || kind === Button.Primary || (destructive && lit)
+    readonly property color glyphInk: !enabled || kind === Button.Primary || (destructive && (lit || down))
         ? ink : Theme.t2
 
     implicitHeight: large ? Theme.footButtonHeight
@@ -67,14 +66,13 @@ T.Button {
     Accessible.description: iconOnly ? "" : helpText
 
     contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
+        implicitWidth: Math.ceil(label.implicitWidth) + row.aside
 
         Row {
             id: row
 
-            readonly property real aside: (leading.visible ? leading.width + control.spacing : 0)
-                                          + (trailing.visible ? trailing.width + control.spacing : 0)
+            readonly property real aside: (control.symbol !== "" ? leading.width + control.spacing : 0)
+                                          + (control.trailingSymbol !== "" ? trailing.width + control.spacing : 0)
 
             anchors.centerIn: parent
             spacing: control.spacing
@@ -90,8 +88,10 @@ T.Button {
             }
 
             Text {
-                anchors.verticalCenter: parent.verticalCenter
+                id: label
+
                 visible: !control.iconOnly
+                anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(implicitWidth, control.availableWidth - row.aside)
                 text: control.text
                 font: control.font

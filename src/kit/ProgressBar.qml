@@ -1,10 +1,9 @@
 // How much is done. It jumps from value to value and never goes back; `restart()` begins anew.
 //   value: real, 0 to 1; shownValue: real, read-only; name: string (its accessible name)
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
-T.Control {
+Item {
     id: control
 
     property real value: 0
@@ -35,11 +34,14 @@ T.Control {
         }
     }
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: height / 2
         color: Theme.b4
     }
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         Rectangle {
             visible: width > 0
             width: control.shownValue > 0

@@ -9,7 +9,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
 
-T.Control {
+FocusItem {
     id: control
 
     property var model: []
@@ -28,7 +28,6 @@ T.Control {
 
     implicitHeight: Theme.controlHeight
     implicitWidth: row.implicitWidth + 2 * (Theme.s2 + Theme.hairline)
-    focusPolicy: Qt.StrongFocus
 
     Keys.onLeftPressed: choose(currentIndex - 1)
     Keys.onRightPressed: choose(currentIndex + 1)
@@ -45,7 +44,8 @@ T.Control {
     Accessible.description: helpText
     Accessible.focusable: true
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: Theme.controlRadius
         color: Theme.b1
         border.width: Theme.hairline
@@ -56,7 +56,9 @@ T.Control {
         }
     }
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         Row {
             id: row
 

@@ -8,7 +8,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
 
-T.Control {
+FocusItem {
     id: control
 
     property int rating: 0
@@ -28,7 +28,6 @@ T.Control {
 
     implicitWidth: 5 * Theme.starWidth + Theme.starClearWidth
     implicitHeight: Theme.controlHeight
-    focusPolicy: Qt.StrongFocus
     Keys.onLeftPressed: rate(rating - 1)
     Keys.onRightPressed: rate(rating + 1)
     Keys.onPressed: event => {
@@ -40,18 +39,19 @@ T.Control {
 
     HelpText.text: helpText
     Accessible.role: Accessible.Slider
+    Accessible.focusable: true
     Accessible.name: name
     Accessible.description: Format.counted(rating, qsTr("star"))
     Accessible.onIncreaseAction: control.rate(control.rating + 1)
     Accessible.onDecreaseAction: control.rate(control.rating - 1)
 
-    background: Item {
-        FocusRing {
-            shown: control.ring
-        }
+    FocusRing {
+        shown: control.ring
     }
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         Row {
             id: stars
 

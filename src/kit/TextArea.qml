@@ -26,6 +26,7 @@ T.ScrollView {
         id: area
 
         objectName: control.objectName === "" ? "" : control.objectName + ".input"
+        implicitHeight: contentHeight + topPadding + bottomPadding
         leftPadding: Theme.s8 - Theme.hairline
         rightPadding: Theme.s8 - Theme.hairline
         topPadding: Theme.s6 - Theme.hairline

@@ -5,24 +5,204 @@
 namespace corvane::test {
 namespace {
 
-TEST(ControlsTest, ADisabledButtonDoesNothingAndStillSaysWhy) {
-    Screen screen(R"(
+QString text(const char *latin1) {
+    return QString::fromLatin1(latin1);
+}
+
+/// A window with these controls in it; what happens to them is counted in `events`.
+QByteArray windowWith(const char *controls) {
+    return QByteArray(R"(
         import QtQuick
         import Corvane.Kit
         AppWindow {
-            property int clicks: 0
-            Button {
-                objectName: "export"; x: 40; y: 40; text: "Export"; enabled: false
-                helpText: "Mark clips first"
-                onClicked: clicks += 1
+            id: window
+            property var events: []
+            function note(what) { events.push(what); eventsChanged(); }
+    )") + controls +
+           "}";
+}
+
+QStringList eventsOf(const Screen &screen) {
+    return screen.root()->property("events").toStringList();
+}
+
+bool ringAt(const Screen &screen, const QString &name) {
+    const QQuickItem *item = screen.item(name);
+    const QQuickItem *ring = item ? item->findChild<QQuickItem *>(text("focusRing")) : nullptr;
+    return ring && ring->isVisible();
+}
+
+TEST(ControlsTest, AButtonIsPressedByClickReturnAndSpaceAndOneThatIsOffSaysWhy) {
+    Screen screen(windowWith(R"(
+        Button { objectName: "on"; x: 40; y: 40; text: "On"; onClicked: window.note("on") }
+        Button {
+            objectName: "off"; x: 240; y: 40; text: "Off"; enabled: false
+            helpText: "Mark clips first"; onClicked: window.note("off")
+        }
+    )"));
+    screen.hover(text("off"));
+    EXPECT_TRUE(screen.waitFor([&] { return screen.shows(text("helpTip")); }));
+    EXPECT_EQ(Screen::accessibleName(screen.item(text("helpTip"))), text("Mark clips first"));
+    screen.click(text("off"));
+    screen.click(text("on"));
+    EXPECT_FALSE(ringAt(screen, text("on")));
+    screen.key(Qt::Key_Return);
+    screen.key(Qt::Key_Space);
+    EXPECT_EQ(eventsOf(screen), QStringList({text("on"), text("on"), text("on")}));
+}
+
+TEST(ControlsTest, TheRingIsShownForFocusByKeyboardOnlyAndFieldsAlwaysShowIt) {
+    Screen screen(windowWith(R"(
+        Column {
+            CheckBox { objectName: "check"; text: "Include" }
+            SegmentedChoice { objectName: "choice"; name: "Mode"; model: ["A", "B"] }
+            TextField { objectName: "field"; name: "Name" }
+        }
+    )"));
+    screen.click(text("choice.1"));
+    EXPECT_TRUE(screen.property(text("choice"), "activeFocus").toBool());
+    EXPECT_FALSE(ringAt(screen, text("choice")));
+    screen.key(Qt::Key_Backtab);
+    EXPECT_TRUE(ringAt(screen, text("check")));
+    screen.key(Qt::Key_Space);
+    EXPECT_TRUE(screen.property(text("check"), "checked").toBool());
+    screen.click(text("field"));
+    EXPECT_TRUE(screen.property(text("field"), "ring").toBool());
+    screen.type(text("Tide"));
+    EXPECT_EQ(screen.property(text("field"), "text").toString(), text("Tide"));
+}
+
+TEST(ControlsTest, AChoiceAndARatingAreChangedByKeysWithinTheirEnds) {
+    Screen screen(windowWith(R"(
+        Column {
+            SegmentedChoice {
+                objectName: "choice"; name: "Handles"; model: ["None", "1s", "2s"]
+                onActivated: index => currentIndex = index
             }
-        })");
-    screen.hover(QStringLiteral("export"));
-    EXPECT_TRUE(screen.waitFor([&] { return screen.shows(QStringLiteral("helpTip")); }));
-    EXPECT_EQ(Screen::accessibleName(screen.item(QStringLiteral("helpTip"))),
-              QStringLiteral("Mark clips first"));
-    screen.click(QStringLiteral("export"));
-    EXPECT_EQ(screen.root()->property("clicks").toInt(), 0);
+            Stars { objectName: "stars"; onRated: stars => rating = stars }
+        }
+    )"));
+    screen.click(text("choice.1"));
+    screen.key(Qt::Key_Right);
+    screen.key(Qt::Key_Right);
+    EXPECT_EQ(screen.property(text("choice"), "currentIndex").toInt(), 2);
+    screen.key(Qt::Key_Home);
+    screen.key(Qt::Key_Left);
+    EXPECT_EQ(screen.property(text("choice"), "currentIndex").toInt(), 0);
+    screen.key(Qt::Key_Tab);
+    screen.key(Qt::Key_4);
+    screen.key(Qt::Key_Right);
+    screen.key(Qt::Key_Right);
+    EXPECT_EQ(screen.property(text("stars"), "rating").toInt(), 5);
+    screen.click(text("stars.clear"));
+    EXPECT_EQ(screen.property(text("stars"), "rating").toInt(), 0);
+}
+
+TEST(ControlsTest, AnAlertTakesReturnAndEscAndNoClickBesideIt) {
+    Screen screen(windowWith(R"(
+        Alert {
+            id: alert
+            objectName: "alert"; title: "Delete?"; text: "It is gone then."; cancelText: "Cancel"
+            acceptText: "Delete"; onAccepted: window.note("yes"); onRejected: window.note("no")
+        }
+        Button { objectName: "ask"; text: "Ask"; onClicked: alert.open() }
+    )"));
+    const auto ask = [&] {
+        screen.click(text("ask"));
+        EXPECT_TRUE(screen.waitFor([&] {
+            return screen.shows(text("alert.accept")) &&
+                   screen.property(text("alert.accept"), "activeFocus").toBool();
+        }));
+    };
+    const auto isGone = [&] { return !screen.shows(text("alert.accept")); };
+    ask();
+    EXPECT_TRUE(ringAt(screen, text("alert.accept")));
+    screen.click(QPoint(20, 700));
+    EXPECT_FALSE(isGone());
+    screen.key(Qt::Key_Return);
+    EXPECT_TRUE(screen.waitFor(isGone));
+    ask();
+    screen.key(Qt::Key_Escape);
+    EXPECT_TRUE(screen.waitFor(isGone));
+    EXPECT_EQ(eventsOf(screen), QStringList({text("yes"), text("no")}));
+}
+
+TEST(ControlsTest, ASheetKeepsOpenOnEscAndOnAClickBesideItAndGivesReturnToItsDefault) {
+    Screen screen(windowWith(R"(
+        Sheet {
+            objectName: "sheet"; title: "Export"; backText: "Back"; sheetWidth: 500
+            defaultButton: start; initialFocus: base
+            onEscaped: window.note("esc"); onBacked: window.note("back")
+            TextField { id: base; objectName: "base"; name: "Base name" }
+            foot: Button { id: start; text: "Start"; onClicked: window.note("start") }
+            Component.onCompleted: open()
+        }
+    )"));
+    EXPECT_TRUE(screen.waitFor([&] {
+        return screen.shows(text("base")) && screen.property(text("base"), "activeFocus").toBool();
+    }));
+    screen.key(Qt::Key_Return);
+    screen.key(Qt::Key_Escape);
+    screen.click(QPoint(20, 700));
+    screen.click(text("sheet.back"));
+    EXPECT_EQ(eventsOf(screen), QStringList({text("start"), text("esc"), text("back")}));
+}
+
+TEST(ControlsTest, AMenuIsWorkedByKeysAndGivesTheFocusBack) {
+    Screen screen(windowWith(R"(
+        PopUpMenu {
+            id: menu
+            name: "Rating"
+            MenuItem { objectName: "off"; text: "Off"; onTriggered: window.note("off") }
+            MenuItem { objectName: "one"; text: "1"; onTriggered: window.note("one") }
+        }
+        Chip { objectName: "chip"; text: "Rating"; menu: menu }
+    )"));
+    screen.key(Qt::Key_Tab);
+    screen.key(Qt::Key_Down);
+    EXPECT_TRUE(screen.waitFor([&] { return screen.shows(text("one")); }));
+    screen.key(Qt::Key_Down);
+    screen.key(Qt::Key_Down);
+    screen.key(Qt::Key_Return);
+    EXPECT_TRUE(screen.waitFor([&] { return !screen.shows(text("one")); }));
+    EXPECT_EQ(eventsOf(screen), QStringList({text("one")}));
+    EXPECT_EQ(screen.focused(), screen.item(text("chip")));
+}
+
+TEST(ControlsTest, AProgressBarNeverGoesBackUntilItBeginsAnew) {
+    Screen screen(windowWith(R"(
+        ProgressBar { objectName: "bar"; width: 200; name: "Exporting" }
+    )"));
+    QQuickItem *bar = screen.item(text("bar"));
+    for (const double value : {0.5, 0.2, 7.0}) {
+        bar->setProperty("value", value);
+        EXPECT_EQ(bar->property("shownValue").toDouble(), value > 1 ? 1.0 : 0.5);
+    }
+    bar->setProperty("value", 0.1);
+    QMetaObject::invokeMethod(bar, "restart");
+    EXPECT_EQ(bar->property("shownValue").toDouble(), 0.1);
+}
+
+TEST(ControlsTest, ADayIsTypedOrChosenAndWhatIsNoDayGoesBack) {
+    Screen screen(windowWith(R"(
+        DateField {
+            objectName: "day"; name: "Shoot date"; date: "2025-06-30"
+            onEdited: day => { date = day; window.note(day) }
+        }
+    )"));
+    screen.click(text("day.calendar"));
+    EXPECT_TRUE(screen.waitFor([&] {
+        return screen.shows(text("calendarDays")) &&
+               screen.property(text("calendarDays"), "activeFocus").toBool();
+    }));
+    screen.key(Qt::Key_Right);
+    screen.key(Qt::Key_Return);
+    EXPECT_TRUE(screen.waitFor([&] { return !screen.shows(text("calendarDays")); }));
+    screen.key(Qt::Key_A, Qt::ControlModifier);
+    screen.type(text("2025-13-99"));
+    screen.key(Qt::Key_Return);
+    EXPECT_EQ(screen.property(text("day"), "text").toString(), text("2025-07-01"));
+    EXPECT_EQ(eventsOf(screen), QStringList({text("2025-07-01")}));
 }
 
 } // namespace
