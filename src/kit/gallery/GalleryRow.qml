@@ -1,9 +1,11 @@
 // A kind of control and its states side by side.
-//   title: string; default content: the states; high: bool (40 px at least)
+//   title: string; gap: int between the states; default content: the states
 import QtQuick
 import Corvane.Kit
 
 Item {
+    id: row
+
     property alias title: label.text
     property int gap: Theme.s8 + Theme.s2
     default property alias content: states.data
@@ -21,8 +23,8 @@ Item {
     Row {
         id: states
 
-        x: 92 + parent.gap
+        x: 92 + row.gap
         height: parent.height
-        spacing: parent.gap
+        spacing: row.gap
     }
 }
