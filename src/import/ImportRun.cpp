@@ -1,7 +1,10 @@
-// The run of an import: from the included rows to clips in the project and grants in the registry.
+// The run of an import: from the included rows to clips in the project, grants in the registry and
+// what the clips' containers say.
 
 #include "import/ImportViewModel.h"
 
+#include "document/Project.h"
+#include "import/MetadataProcessor.h"
 #include "platform/Paths.h"
 
 #include <QCoreApplication>
@@ -35,9 +38,22 @@ QStringList identifiers(const QList<VideoItem> &videos) {
     return ids;
 }
 
+/// Into the clip as it is now: it may have been reviewed meanwhile.
+void write(const MetadataProcessor::Outcome &outcome, VideoRecord &video) {
+    video.durationSeconds = outcome.durationSeconds;
+    video.width = outcome.width;
+    video.height = outcome.height;
+    video.fps = outcome.fps;
+    video.codec = outcome.codec;
+    video.audioCodec = outcome.audioCodec;
+    video.bitRateBps = outcome.bitRateBps;
+    video.thumbnailPath = outcome.thumbnailRelativePath;
+}
+
 } // namespace
 
-/// The grants come last, so that their anchors are of the bytes that stand at the clips' paths now.
+/// The grants come after the copies, so that their anchors are of what stands at the clips' paths
+/// now. clips' paths now.
 QCoro::Task<> ImportViewModel::beginImport() {
     if (!canBeginImport()) {
         co_return;
@@ -57,6 +73,10 @@ QCoro::Task<> ImportViewModel::beginImport() {
     } else if (!imported.videos.isEmpty()) {
         addToProject(imported);
         co_await m_store->authorization().authorize(sourcePaths(imported.videos), run.projectFile);
+        if (!self) {
+            co_return;
+        }
+        co_await readMetadata(run, imported.videos);
         if (!self) {
             co_return;
         }
@@ -244,6 +264,29 @@ void ImportViewModel::addToProject(const Imported &imported) {
     m_store->updateProject(std::move(project));
     assign(m_importedVideoIds, identifiers(imported.videos),
            &ImportViewModel::importedVideoIdsChanged);
+}
+
+/// One clip at a time, each published as it is read.
+QCoro::Task<> ImportViewModel::readMetadata(Run run, QList<VideoItem> videos) {
+    const QPointer self(this);
+    for (qsizetype index = 0; index < videos.size(); ++index) {
+        if (run.stop.stop_requested() || !isOpen(run)) {
+            co_return;
+        }
+        const VideoItem video = videos.at(index);
+        assign(m_progress,
+               std::optional(ImportProgress{
+                   .index = int(index) + 1,
+                   .total = int(videos.size()),
+                   .currentFilename = QStringLiteral("Reading metadata: ") + video->fileName}),
+               &ImportViewModel::progressChanged);
+        const auto outcome = co_await MetadataProcessor::process(video->id, video->sourcePath,
+                                                                 cacheRoot(run.projectFile));
+        if (!self || !isOpen(run)) {
+            co_return;
+        }
+        m_store->updateVideo(video->id, [&](VideoRecord &record) { write(outcome, record); });
+    }
 }
 
 void ImportViewModel::endRun() {

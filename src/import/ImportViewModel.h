@@ -22,7 +22,7 @@ struct ImportProgress {
 
 /// One import, from the chosen sources to a project that holds new clips. It owns the flow's stage,
 /// its choices and its one run; scanning, hashing and copying happen on the user-initiated
-/// executor.
+/// executor, and what the new clips' containers say is read when they are in the project.
 ///
 /// Main thread. An operation that the stage doesn't allow has no effect. Failures are told through
 /// `scanError` and `failures`, never thrown. Destroying the object cancels what runs; the store may
@@ -90,7 +90,8 @@ class ImportViewModel : public QObject {
     void backToSources();
     /// Imports the included rows; returns when the run is done or was cancelled.
     QCoro::Task<> beginImport();
-    /// Ends the run at the row at work. The rows done stay done and are added to the project.
+    /// Ends the run at the row at work. The rows done stay done and are added to the project; clips
+    /// whose metadata weren't read yet stay without.
     void cancelImport();
     /// Clears all of this for another import. Ignored while an import runs.
     void reset();
@@ -145,6 +146,7 @@ class ImportViewModel : public QObject {
     QCoro::Task<Imported> importRows(Run run);
     QCoro::Task<std::optional<RowImport::Outcome>> importRow(Run run, ImportPreviewRow row);
     void addToProject(const Imported &imported);
+    QCoro::Task<> readMetadata(Run run, QList<VideoItem> videos);
     void endRun();
     ImportCopier::Progress byteProgress();
     void count(const RowImport::Outcome &outcome);

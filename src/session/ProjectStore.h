@@ -136,6 +136,8 @@ class ProjectStore : public QObject {
     /// Publishes the document as it is given, marks it dirty and schedules a save. It takes no
     /// snapshot and sets no date. A document of another project than the open one changes nothing.
     void updateProject(Project project);
+    /// Changes one clip as it is now, with no undo step; whatever else was edited stays.
+    void updateVideo(const QString &videoId, const std::function<void(VideoRecord &)> &change);
     void pushUndoState();
 
     // Media confirmation.

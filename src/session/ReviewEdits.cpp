@@ -146,6 +146,10 @@ void ProjectStore::updateProject(Project project) {
     publishEdit();
 }
 
+void ProjectStore::updateVideo(const QString &videoId, const VideoChange &change) {
+    editVideo(Undoable::No, videoId, change);
+}
+
 void ProjectStore::autoReview(VideoRecord &video) const {
     if (!video.reviewed && ProjectMigration::showsReview(video)) {
         video.reviewed = true;

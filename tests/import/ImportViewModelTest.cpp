@@ -4,6 +4,7 @@
 #include "support/FaultyFileSystem.h"
 #include "support/TestClock.h"
 #include "support/TestFolder.h"
+#include "support/TestMedia.h"
 
 #include <gmock/gmock.h>
 
@@ -141,7 +142,7 @@ TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
     clock.advance(std::chrono::hours(1));
     EXPECT_EQ(import.destinationLabel(), QStringLiteral("media folder (created on import)"));
     quint64 bytesOfSecond = 0;
-    atRow(2, [&] { bytesOfSecond = import.progress()->bytesDone; });
+    atRow(2, [&] { bytesOfSecond = std::max(bytesOfSecond, import.progress()->bytesDone); });
     run();
     EXPECT_EQ(bytesOfSecond, read("cards/b/C1.MP4").size());
     EXPECT_EQ(read("p/media/C1.MP4"), "cards/a/C1.MP4");
@@ -310,4 +311,40 @@ TEST_F(ImportViewModelTest, DropsACancelledScanAndOutlivesNothing) {
     auto scanning = gone->startScan();
     gone.reset();
     await(std::move(scanning));
+}
+
+TEST_F(ImportViewModelTest, ReadsMetadataIntoTheClipsAsTheyAreThen) {
+    const QString first = folder.folder(QStringLiteral("cards")) + QStringLiteral("/a.mp4");
+    test::makeClip(first);
+    test::makeClip(at("cards/b.mp4"));
+    test::makeClip(at("cards/c.mp4"));
+    QStringList passes;
+    QObject::connect(&import, &ImportViewModel::progressChanged, &import, [&] {
+        const QString name = import.progress() ? import.progress()->currentFilename : QString();
+        if (!name.startsWith(QStringLiteral("Reading metadata: "))) {
+            return;
+        }
+        passes.append(name);
+        if (passes.size() == 1) {
+            store.setRating(videos().first()->id, 4);
+        } else {
+            import.cancelImport();
+        }
+    });
+    scanCards();
+    run();
+    EXPECT_EQ(passes, (QStringList{QStringLiteral("Reading metadata: a.mp4"),
+                                   QStringLiteral("Reading metadata: b.mp4")}));
+    const VideoItem clip = videos().first();
+    EXPECT_EQ(clip->rating, 4);
+    EXPECT_EQ(clip->durationSeconds, 2);
+    EXPECT_EQ(clip->thumbnailPath, QStringLiteral("thumbnails/%1.jpg").arg(clip->id));
+    EXPECT_TRUE(folder.has(QStringLiteral("p/.corvane-cache/") + *clip->thumbnailPath));
+    EXPECT_EQ(videos().at(1)->durationSeconds, 2); // under way when it was cancelled
+    EXPECT_EQ(videos().at(2)->durationSeconds, 0);
+    await(store.flushPendingSave());
+    EXPECT_EQ(ProjectFileIO::loadNow(projectFile).videos, videos());
+    store.undo(); // the rating
+    store.undo(); // the import
+    EXPECT_TRUE(videos().isEmpty());
 }
