@@ -26,21 +26,25 @@ int numberOf(const std::optional<VideoFrame> &frame) {
     return frame ? frameNumber(*frame->picture).value_or(-2) : -1;
 }
 
-/// Seeks to many times in random order, each followed by a few steps, and compares what comes with
-/// the number that `named` gives for the time. `timeOf` gives a frame's begin.
-void expectExact(VideoReader &reader, int frames, const std::function<double(int)> &timeOf) {
+/// Seeks to many times in random order, each followed by a few steps, in a clip that shows the
+/// frames `first` to `last`, each at the time that `timeOf` gives.
+void expectExact(VideoReader &reader, int first, int last,
+                 const std::function<double(int)> &timeOf) {
     std::mt19937 random(7); // NOLINT: the same at every run
     for (int round = 0; round < 24; ++round) {
-        const int wanted = int(random() % unsigned(frames));
+        const int wanted = first + int(random() % unsigned(last - first + 1));
         const double after = timeOf(wanted + 1) - timeOf(wanted);
         const double within = double(random() % 100) / 100 * (after - 4 * kHalfTick);
         const double seconds = timeOf(wanted) + (round % 3 == 0 ? 0 : within);
         auto frame = reader.frameAt(MediaTime::fromSeconds(seconds));
         ASSERT_EQ(numberOf(frame), wanted) << seconds;
         EXPECT_NEAR(frame->time.seconds(), timeOf(wanted), 1e-3);
+        if (wanted < last) {
+            EXPECT_NEAR(frame->end.seconds(), timeOf(wanted + 1), 1e-3);
+        }
         for (int step = 1; step <= round % 4; ++step) {
             frame = reader.next();
-            ASSERT_EQ(numberOf(frame), wanted + step < frames ? wanted + step : -1)
+            ASSERT_EQ(numberOf(frame), wanted + step <= last ? wanted + step : -1)
                 << "from " << wanted;
         }
     }
@@ -110,6 +114,86 @@ TEST(VideoReaderTest, GivesTheFrameThatATimeNamesInEveryKindOfFile) {
         // A stream's sound can begin a little before its pictures.
         const double delay = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
         EXPECT_LT(delay, 0.05);
-        expectExact(reader, kind.options.frames, [&](int number) { return delay + number / rate; });
+        expectExact(reader, 0, kind.options.frames - 1,
+                    [&](int number) { return delay + number / rate; });
     }
+}
+
+TEST(VideoReaderTest, KeepsTheTimesOfUnevenDelayedAndEditedClips) {
+    const TestFolder folder;
+    const auto uneven = [](int number) { return (number * 40 + number % 3 * 10) / 1000.0; };
+    for (const char *name : {"uneven.mp4", "uneven.mkv"}) {
+        SCOPED_TRACE(name);
+        VideoReader reader(
+            makeClip(folder.at(text(name)),
+                     {.bFrames = 2, .milliseconds = text("N*40+mod(N,3)*10"), .audioTracks = 1}),
+            {});
+        const double begin = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
+        expectExact(reader, 0, 49, [&](int number) { return begin + uneven(number); });
+    }
+    for (const char *name : {"late.mov", "late.mkv", "late.ts"}) {
+        SCOPED_TRACE(name);
+        VideoReader reader(makeClip(folder.at(text(name)), {.videoDelay = 0.5, .audioTracks = 1}),
+                           {});
+        const double begin = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
+        EXPECT_NEAR(begin, 0.5, 0.03);
+        expectExact(reader, 0, 49, [&](int number) { return begin + number / 25.0; });
+    }
+    // What comes before the in point is only there to be decoded.
+    const QString whole = makeClip(folder.at(text("whole.mp4")), {.gop = 50, .bFrames = 2});
+    const QString cut = folder.at(text("cut.mp4"));
+    runFFmpeg({text("-ss"), text("0.48"), text("-i"), whole, text("-c"), text("copy"), cut});
+    VideoReader reader(cut, {});
+    expectExact(reader, 12, 49, [](int number) { return (number - 12) / 25.0; });
+}
+
+TEST(VideoReaderTest, GivesTheFirstAndTheLastFrameBeyondTheEnds) {
+    const TestFolder folder;
+    for (const int frames : {1, 30}) {
+        for (const char *name : {"a.mp4", "a.ts", "a.mkv"}) {
+            SCOPED_TRACE(testing::Message() << name << " " << frames);
+            VideoReader reader(makeClip(folder.at(text(name)), {.frames = frames, .bFrames = 2}),
+                               {});
+            EXPECT_EQ(numberOf(reader.frameAt({1000, 1})), frames - 1);
+            EXPECT_EQ(numberOf(reader.next()), -1);
+            EXPECT_EQ(numberOf(reader.next()), -1);
+            EXPECT_EQ(numberOf(reader.frameAt({-1000, 1})), 0);
+            EXPECT_EQ(numberOf(reader.next()), frames > 1 ? 1 : -1);
+        }
+    }
+}
+
+TEST(VideoReaderTest, GivesNoGuessedFrameOfAStreamThatBeginsAnywhere) {
+    const TestFolder folder;
+    const QString whole =
+        makeClip(folder.at(text("whole.ts")), {.frames = 100, .bFrames = 3, .openGop = true});
+    const QByteArray bytes = folder.read(text("whole.ts"));
+    constexpr qsizetype kPacket = 188;
+    const qsizetype from = bytes.size() * 2 / 5 / kPacket * kPacket;
+    VideoReader reader(folder.write(text("part.ts"), bytes.mid(from)), {});
+    QList<VideoFrame> frames;
+    while (const auto frame = reader.next()) {
+        frames.append(*frame);
+    }
+    ASSERT_GT(frames.size(), 20);
+    const int first = numberOf(frames.first());
+    EXPECT_GT(first, 20);
+    for (qsizetype index = 0; index < frames.size(); index += 7) {
+        EXPECT_EQ(numberOf(frames.at(index)), first + index);
+        EXPECT_EQ(numberOf(reader.frameAt(frames.at(index).time)), first + index);
+    }
+    EXPECT_EQ(numberOf(frames.last()), 99);
+}
+
+TEST(VideoReaderTest, StopsWhenAsked) {
+    const TestFolder folder;
+    const QString path = makeClip(folder.at(text("a.mp4")));
+    std::stop_source stop;
+    VideoReader reader(path, {}, stop.get_token());
+    EXPECT_EQ(numberOf(reader.next()), 0);
+    stop.request_stop();
+    EXPECT_THROW(reader.frameAt({1, 1}), Cancelled);
+    EXPECT_THROW(VideoReader(path, {}, stop.get_token()), Cancelled);
+    reader.setStop({});
+    EXPECT_EQ(numberOf(reader.frameAt({1, 1})), 25);
 }

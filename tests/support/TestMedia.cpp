@@ -49,8 +49,7 @@ QStringList inputs(const ClipOptions &options) {
     if (options.frames > 0) {
         arguments << words("-f rawvideo -pix_fmt gray -s")
                   << QStringLiteral("%1x%2").arg(options.size.width()).arg(options.size.height())
-                  << words("-r") << options.rate << words("-itsoffset")
-                  << QString::number(options.videoDelay) << words("-i pipe:0");
+                  << words("-r") << options.rate << words("-i pipe:0");
     }
     const double length = options.audioSeconds > 0 ? options.audioSeconds : seconds(options);
     for (int track = 0; track < options.audioTracks; ++track) {
@@ -98,12 +97,21 @@ QStringList videoEncoding(const ClipOptions &options) {
         arguments << words("-bf") << QString::number(options.bFrames);
     }
     if (options.interlaced) {
-        arguments << words("-flags +ilme+ildct -top 1 -vf setfield=tff");
+        arguments << words("-flags +ilme+ildct -top 1");
     }
-    if (!options.milliseconds.isEmpty()) {
-        arguments << words("-fps_mode passthrough -enc_time_base 1/1000 -vf")
-                  << QStringLiteral("settb=1/1000,setpts='STARTPTS+%1'").arg(options.milliseconds);
+    const bool isTimed = options.videoDelay > 0 || !options.milliseconds.isEmpty();
+    if (!isTimed) {
+        return options.interlaced ? arguments << words("-vf setfield=tff") : arguments;
     }
+    const QString times = options.milliseconds.isEmpty()
+                              ? QStringLiteral("PTS")
+                              : QStringLiteral("(%1)/1000/TB").arg(options.milliseconds);
+    // Without passing them through, frames are repeated to fill the gaps.
+    arguments << words("-fps_mode passthrough -enc_time_base 1/90000 -vf")
+              << QStringLiteral("settb=1/90000,setpts='%1+%2/TB'%3")
+                     .arg(times)
+                     .arg(options.videoDelay)
+                     .arg(options.interlaced ? QStringLiteral(",setfield=tff") : QString());
     return arguments;
 }
 
