@@ -90,7 +90,10 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     const QPointer self(this);
     setLastError({});
     file = paths::standardized(file);
-    co_await startedUp();
+    if (!m_startUp->isReady()) { // as a rule it is; an older registry can take long, once
+        setStatus(QStringLiteral("Checking the media of earlier projects…"));
+        co_await startedUp();
+    }
     if (!self) {
         co_return;
     }

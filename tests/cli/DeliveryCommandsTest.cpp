@@ -206,8 +206,15 @@ TEST_F(DeliveryCommands, KeepsWhatWasDoneWhenItIsInterrupted) {
 }
 
 TEST_F(DeliveryCommands, TellsWhichMediaWaitForAConfirmation) {
+    const auto areAnchorsMigrated = [this] {
+        return console.userDefaults()
+            ->value(QStringLiteral("Corvane.MediaSourceAuthorization.didGrandfatherContentHashV3"))
+            .toBool();
+    };
     createWithClips(1);
+    EXPECT_FALSE(areAnchorsMigrated()) << "a run that is about something else doesn't begin it";
     const auto state = json("media P");
+    EXPECT_TRUE(areAnchorsMigrated());
     EXPECT_EQ(state.size(), 7);
     EXPECT_EQ(state.value(QStringLiteral("legacyPackageMediaNeedsAuthorization")),
               JSONValue(false));
