@@ -145,6 +145,8 @@ class FileSystem {
     /// The UUID of the file system that the path lies on, as the system's by-uuid links give it for
     /// the mount's device. It survives a remount. Nothing for a file system without one.
     virtual std::optional<QString> volumeUUID(const QString &path) const = 0;
+    /// How much this user may still write to the file system that the path lies on.
+    virtual qint64 availableBytes(const QString &path) const = 0;
 };
 
 /// The file system that the whole process uses: the real one, but for a test that puts another in

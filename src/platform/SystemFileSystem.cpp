@@ -9,6 +9,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 
@@ -297,6 +298,13 @@ Mount SystemFileSystem::mount(const Descriptor &file) const {
 
 std::optional<QString> SystemFileSystem::volumeUUID(const QString &path) const {
     return volumeUUIDAt(encoded(path));
+}
+
+qint64 SystemFileSystem::availableBytes(const QString &path) const {
+    struct statvfs raw{};
+    const QByteArray name = encoded(path);
+    checked(path, [&] { return ::statvfs(name.constData(), &raw); });
+    return qint64(raw.f_bavail * raw.f_frsize);
 }
 
 } // namespace corvane

@@ -36,6 +36,7 @@ class SystemFileSystem : public FileSystem {
 
     Mount mount(const Descriptor &file) const override;
     std::optional<QString> volumeUUID(const QString &path) const override;
+    qint64 availableBytes(const QString &path) const override;
 };
 
 } // namespace corvane

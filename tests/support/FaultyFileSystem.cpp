@@ -129,4 +129,8 @@ std::optional<QString> FaultyFileSystem::volumeUUID(const QString &path) const {
     return m_volumeUUID ? *m_volumeUUID : SystemFileSystem::volumeUUID(path);
 }
 
+qint64 FaultyFileSystem::availableBytes(const QString &path) const {
+    return m_freeSpace >= 0 ? qint64(m_freeSpace) : SystemFileSystem::availableBytes(path);
+}
+
 } // namespace corvane::test

@@ -46,6 +46,7 @@ class FaultyFileSystem : public SystemFileSystem {
     void renameToFreeName(const QString &from, const QString &to) override;
     void syncFolder(const QString &path) override;
     std::optional<QString> volumeUUID(const QString &path) const override;
+    qint64 availableBytes(const QString &path) const override;
 
   private:
     void count(const char *operation, const QString &path);
