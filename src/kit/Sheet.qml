@@ -43,7 +43,7 @@ T.Popup {
                     + (hasFoot ? Theme.sheetFootHeight : 0) + topPadding + bottomPadding
     onOpened: {
         if (initialFocus) {
-            initialFocus.forceActiveFocus(Qt.TabFocusReason);
+            initialFocus.forceActiveFocus(Qt.OtherFocusReason);
         }
     }
 

@@ -57,6 +57,7 @@ TEST(ControlsTest, TheRingIsShownForFocusByKeyboardOnlyAndFieldsAlwaysShowIt) {
             CheckBox { objectName: "check"; text: "Include" }
             SegmentedChoice { objectName: "choice"; name: "Mode"; model: ["A", "B"] }
             TextField { objectName: "field"; name: "Name" }
+            TextArea { objectName: "notes"; name: "Notes" }
         }
     )"));
     screen.click(text("choice.1"));
@@ -70,6 +71,11 @@ TEST(ControlsTest, TheRingIsShownForFocusByKeyboardOnlyAndFieldsAlwaysShowIt) {
     EXPECT_TRUE(screen.property(text("field"), "ring").toBool());
     screen.type(text("Tide"));
     EXPECT_EQ(screen.property(text("field"), "text").toString(), text("Tide"));
+    screen.key(Qt::Key_Tab);
+    screen.type(text("low water"));
+    screen.key(Qt::Key_Tab);
+    EXPECT_EQ(screen.property(text("notes"), "text").toString(), text("low water"));
+    EXPECT_FALSE(screen.property(text("notes.input"), "activeFocus").toBool());
 }
 
 TEST(ControlsTest, AChoiceAndARatingAreChangedByKeysWithinTheirEnds) {
