@@ -69,13 +69,19 @@ void OutputFile::repair(AVPacket &packet, Track &track) const {
     track.lastDecoded = packet.dts;
 }
 
-void OutputFile::write(AVPacket &packet, const AVStream &stream) {
+bool OutputFile::write(AVPacket &packet, const AVStream &stream) {
     Track &track = m_tracks.at(size_t(stream.index));
     packet.stream_index = stream.index;
     packet.pos = -1;
     av_packet_rescale_ts(&packet, track.timeBase, stream.time_base);
     repair(packet, track);
-    testWritten(av_interleaved_write_frame(m_context, &packet), kWriting);
+    const int result = av_interleaved_write_frame(m_context, &packet);
+    if (result == AVERROR(EINVAL) || result == AVERROR_INVALIDDATA) {
+        testWritten(0, kWriting);
+        return false;
+    }
+    testWritten(result, kWriting);
+    return true;
 }
 
 void OutputFile::finish() {

@@ -29,8 +29,9 @@ class OutputFile {
 
     void begin();
     /// Takes the packet's content. Its timestamps are in the stream's given time base; they may be
-    /// negative, and what comes before 0 is hidden by the stream's edit list.
-    void write(AVPacket &packet, const AVStream &stream);
+    /// negative, and what comes before 0 is hidden by the stream's edit list. False for a packet
+    /// that is too damaged for the file to hold, which is left out.
+    bool write(AVPacket &packet, const AVStream &stream);
     /// Completes the file: nothing of it is held back any more.
     void finish();
 

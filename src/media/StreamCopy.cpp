@@ -124,8 +124,7 @@ void StreamCopy::writeHeld() {
         for (int64_t *time : {&packet->pts, &packet->dts}) {
             *time = *time == AV_NOPTS_VALUE ? AV_NOPTS_VALUE : *time - m_shift;
         }
-        m_output.write(*packet, m_stream);
-        m_hasWritten = true;
+        m_hasWritten = m_output.write(*packet, m_stream) || m_hasWritten;
     }
     m_held.clear();
 }

@@ -89,8 +89,10 @@ void VideoEncoding::take(AVPacket &packet) {
     if (m_isDone) {
         return;
     }
-    m_hasReachedKey = m_hasReachedKey || !m_cut.key || packet.pts == *m_cut.key ||
-                      (packet.pts == AV_NOPTS_VALUE && packet.dts == *m_cut.key);
+    const int64_t time = packet.pts == AV_NOPTS_VALUE ? packet.dts : packet.pts;
+    const bool isKey = packet.flags & AV_PKT_FLAG_KEY;
+    m_hasReachedKey =
+        m_hasReachedKey || !m_cut.key || time == *m_cut.key || (isKey && time > *m_cut.key);
     if (!m_hasReachedKey) {
         return;
     }
