@@ -71,6 +71,11 @@ QString projectFolder(const QString &projectFile) {
     return paths::parentFolder(projectFile);
 }
 
+QString resolvedAgainstProject(const QString &path, const QString &projectFile) {
+    return path.startsWith(QLatin1Char('/')) ? path
+                                             : paths::joined(projectFolder(projectFile), path);
+}
+
 QString mediaFolder(const QString &projectFile) {
     return paths::joined(projectFolder(projectFile), QStringLiteral("media"));
 }

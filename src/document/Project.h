@@ -160,6 +160,9 @@ QString newIdentifier();
 
 /// The folder that holds the project file.
 QString projectFolder(const QString &projectFile);
+/// A path of a document: as it stands where it is absolute, else below the project's folder, as in
+/// a package that was handed over.
+QString resolvedAgainstProject(const QString &path, const QString &projectFile);
 /// Where media copied at import lie: "media" in the project folder.
 QString mediaFolder(const QString &projectFile);
 /// Where everything derived from media lies: ".corvane-cache" in the project folder.

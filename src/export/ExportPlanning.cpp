@@ -206,9 +206,4 @@ bool needsExportSession(const ExportRowJob &row, ExportBatch::Mode mode, OutputM
            outputMode != OutputMode::primaryOnly;
 }
 
-QString resolvedAgainstProject(const QString &path, const QString &projectFile) {
-    return path.startsWith(QLatin1Char('/')) ? path
-                                             : paths::joined(projectFolder(projectFile), path);
-}
-
 } // namespace corvane

@@ -46,7 +46,4 @@ SecondsRange widenedRange(const Subclip &subclip, double handleSeconds, double c
 /// True if the row's output, or its HD copy, is made by an export session and not by a byte copy.
 bool needsExportSession(const ExportRowJob &row, ExportBatch::Mode mode, OutputMode outputMode);
 
-/// A path of a document: as it stands where it is absolute, else below the project's folder.
-QString resolvedAgainstProject(const QString &path, const QString &projectFile);
-
 } // namespace corvane

@@ -38,7 +38,7 @@ bool isUnauthorizedPackage(const Project &project, const PathSafety::SourceGrant
     return PathSafety::fileType(media) == FileType::Directory &&
            !isAnyGrantedBelow(grants.authorizedSourcePaths, media) &&
            std::ranges::any_of(project.videos, [&](const VideoItem &video) {
-               const QString &clip = video->sourcePath;
+               const QString clip = resolvedAgainstProject(video->sourcePath, project.filePath);
                return !PathSafety::reachesOutsideOrThroughSymlink(clip, media) &&
                       isRefused(clip, grants);
            });

@@ -142,7 +142,7 @@ MediaSourceAuthorization::grandfatherLegacyProjects(QList<ProjectSummary> summar
         const auto project = co_await loadIfReadable(io, summary.filePath);
         QStringList paths;
         for (const VideoItem &video : project ? project->videos : QList<VideoItem>()) {
-            paths.append(video->sourcePath);
+            paths.append(resolvedAgainstProject(video->sourcePath, summary.filePath));
         }
         co_await authorize(paths, summary.filePath);
     }

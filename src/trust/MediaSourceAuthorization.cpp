@@ -39,13 +39,14 @@ std::optional<QString> anchorIfReadable(const QString &path) {
 }
 
 /// A clip that can't be looked at is taken too: granting it makes it pending, not forgotten.
-QStringList clipsInMediaFolder(const Project &project, const QString &folder) {
+QStringList clipsInMediaFolder(const Project &project, const QString &projectFile) {
+    const QString folder = mediaFolder(projectFile);
     QStringList clips;
     if (PathSafety::fileType(folder) != FileType::Directory) {
         return clips;
     }
     for (const VideoItem &video : project.videos) {
-        const QString &path = video->sourcePath;
+        const QString path = resolvedAgainstProject(video->sourcePath, projectFile);
         if (!PathSafety::reachesOutsideOrThroughSymlink(path, folder) &&
             PathSafety::fileType(path).value_or(FileType::Regular) == FileType::Regular) {
             clips.append(path);
@@ -85,7 +86,8 @@ QString MediaSourceAuthorization::projectKey(const QString &projectFile) {
     return paths::resolvingLinks(projectFile);
 }
 
-QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString projectFile) {
+QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString projectFile,
+                                                      QHash<QString, QString> knownAnchors) {
     if (paths.isEmpty()) {
         co_return;
     }
@@ -109,7 +111,10 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
     });
     // One file at a time, so that other work on that executor isn't held up by a whole import.
     for (Candidate &candidate : request.candidates) {
-        if (candidate.identity) {
+        const auto known = knownAnchors.constFind(candidate.path);
+        if (known != knownAnchors.cend()) {
+            candidate.anchor = *known;
+        } else if (candidate.identity) {
             candidate.anchor = co_await utilityExecutor().run(
                 [path = candidate.path] { return anchorIfReadable(path); });
         }
@@ -197,7 +202,7 @@ QCoro::Task<AuthorizedPaths> MediaSourceAuthorization::authorizedPaths(QString p
 QCoro::Task<void> MediaSourceAuthorization::authorizeMediaFolderClips(Project project,
                                                                       QString projectFile) {
     const QStringList clips = co_await m_executor.run([project = std::move(project), projectFile] {
-        return clipsInMediaFolder(project, mediaFolder(projectFile));
+        return clipsInMediaFolder(project, projectFile);
     });
     co_await authorize(clips, projectFile);
 }

@@ -68,8 +68,10 @@ class MediaSourceAuthorization {
     static QString projectKey(const QString &projectFile);
 
     /// Grants the files as they now are: the identity of each one's folder and a full anchor of its
-    /// content.
-    QCoro::Task<void> authorize(QStringList paths, QString projectFile);
+    /// content. Where the caller hashed a file's bytes while writing them, `knownAnchors` has the
+    /// anchor by its standardized path, and the file isn't read again.
+    QCoro::Task<void> authorize(QStringList paths, QString projectFile,
+                                QHash<QString, QString> knownAnchors = {});
     QCoro::Task<void> authorizeMediaRoot(QString mediaFolder, QString projectFile);
     QCoro::Task<bool> isMediaRootAuthorized(QString mediaFolder, QString projectFile);
     QCoro::Task<AuthorizedPaths> authorizedPaths(QString projectFile);
