@@ -2,7 +2,6 @@
 
 #include "document/Project.h"
 #include "import/PipelinedHasher.h"
-#include "platform/AtomicWrite.h"
 #include "platform/BlockBuffer.h"
 #include "platform/Paths.h"
 #include "trust/ContentHasher.h"
@@ -95,12 +94,14 @@ QString temporaryPath(const QString &destination) {
     return paths::joined(paths::parentFolder(destination), name);
 }
 
-TemporaryFile createTemporary(const QString &destination, quint32 permissions) {
-    return worded([&] { return TemporaryFile(temporaryPath(destination), permissions); },
-                  [&](const QString &) {
-                      return CopyError::destinationUnwritable(
-                          destination, QStringLiteral("could not create tmp file"));
-                  });
+TemporaryFile createTemporary(const QString &destination, quint32 permissions,
+                              Durability durability) {
+    return worded(
+        [&] { return TemporaryFile(temporaryPath(destination), permissions, durability); },
+        [&](const QString &) {
+            return CopyError::destinationUnwritable(destination,
+                                                    QStringLiteral("could not create tmp file"));
+        });
 }
 
 void checkCancelled(const std::stop_token &stop) {
@@ -218,12 +219,13 @@ CopyError CopyError::sourceContentChanged(const QString &path) {
 }
 
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
-          const Progress &progress, std::stop_token stop, quint32 permissions) {
+          const Progress &progress, std::stop_token stop, quint32 permissions,
+          Durability durability) {
     worded(
         [&] { fileSystem().createFolders(paths::parentFolder(destination)); },
         [&](const QString &error) { return CopyError::destinationUnwritable(destination, error); });
     Descriptor from = openSource(source, root);
-    TemporaryFile temporary = createTemporary(destination, permissions);
+    TemporaryFile temporary = createTemporary(destination, permissions, durability);
     const auto anchor = anchorToReproduce(root);
     std::optional<PipelinedHasher> hasher;
     if (anchor) {

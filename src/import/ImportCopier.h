@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileSystem.h"
+#include "platform/AtomicWrite.h"
 #include "trust/RootIdentity.h"
 
 #include <functional>
@@ -56,12 +56,14 @@ struct SourceRoot {
 using Progress = std::function<void(quint64 bytesDone)>;
 
 /// Copies on the calling thread, which belongs to an executor. Without a root the source is opened
-/// by its plain path. The copy gets `permissions`, less the user's mask.
+/// by its plain path. The copy gets `permissions`, less the user's mask. With `Durability::Later`
+/// it is the caller who syncs the volume.
 ///
 /// Throws `CopyError`, or `Cancelled` once `stop` asks for it; then the destination is as it was
 /// and no temporary file is left. Only where the very last step fails, the sync of the folder, the
 /// whole new file stands there already.
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
-          const Progress &progress, std::stop_token stop, quint32 permissions = 0666);
+          const Progress &progress, std::stop_token stop, quint32 permissions = 0666,
+          Durability durability = Durability::Synced);
 
 } // namespace corvane::ImportCopier

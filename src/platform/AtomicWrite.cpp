@@ -29,8 +29,10 @@ void keepPermissions(const Descriptor &file, quint32 permissions) {
 
 } // namespace
 
-TemporaryFile::TemporaryFile(QString path, quint32 permissions)
-    : m_path(std::move(path)), m_file(fileSystem().createForWriting(m_path, permissions)) {}
+TemporaryFile::TemporaryFile(QString path, quint32 permissions, Durability durability)
+    : m_path(std::move(path)),
+      m_durability(durability),
+      m_file(fileSystem().createForWriting(m_path, permissions)) {}
 
 TemporaryFile::~TemporaryFile() {
     if (m_placed) {
@@ -54,7 +56,9 @@ void TemporaryFile::write(const char *bytes, qint64 count) {
 }
 
 FileStatus TemporaryFile::finish() {
-    fileSystem().sync(m_file);
+    if (m_durability == Durability::Synced) {
+        fileSystem().sync(m_file);
+    }
     const FileStatus status = fileSystem().status(m_file);
     fileSystem().close(m_file);
     return status;
@@ -71,7 +75,9 @@ void TemporaryFile::place(const QString &target) {
         fileSystem().renameToFreeName(m_path, target);
     }
     m_placed = true;
-    fileSystem().syncFolder(paths::parentFolder(target));
+    if (m_durability == Durability::Synced) {
+        fileSystem().syncFolder(paths::parentFolder(target));
+    }
 }
 
 FileStatus writeAtomically(const QString &path, const QByteArray &bytes) {

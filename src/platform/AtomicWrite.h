@@ -4,6 +4,13 @@
 
 namespace corvane {
 
+/// When a written file reaches the disk.
+enum class Durability {
+    Synced, ///< before it gets its name, and the name before `place` returns
+    Later,  ///< whenever the caller syncs the volume; for many small files that stand or fall
+            ///< together
+};
+
 /// A file in the making under a hidden name beside its target. It is removed on every way out but
 /// `place`. Used by one thread.
 ///
@@ -11,7 +18,8 @@ namespace corvane {
 class TemporaryFile {
   public:
     /// Creates the empty file. `path` must be in the target's folder and not exist.
-    explicit TemporaryFile(QString path, quint32 permissions = 0666);
+    explicit TemporaryFile(QString path, quint32 permissions = 0666,
+                           Durability durability = Durability::Synced);
     ~TemporaryFile();
     Q_DISABLE_COPY_MOVE(TemporaryFile)
 
@@ -19,8 +27,8 @@ class TemporaryFile {
     const Descriptor &descriptor() const noexcept { return m_file; }
 
     void write(const char *bytes, qint64 count);
-    /// Data to the disk, then the descriptor closed. Gives the finished file's identity, which it
-    /// keeps under its final name.
+    /// Data to the disk, unless that is for later, then the descriptor closed. Gives the finished
+    /// file's identity, which it keeps under its final name.
     FileStatus finish();
     /// Moves the finished file to the target's name. Nothing there: the name must still be free
     /// when the move happens. A regular file there: it is replaced in one step; anything else
@@ -29,6 +37,7 @@ class TemporaryFile {
 
   private:
     QString m_path;
+    Durability m_durability;
     Descriptor m_file;
     qint64 m_written = 0;
     qint64 m_handedToDisk = 0;

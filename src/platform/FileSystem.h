@@ -131,6 +131,9 @@ class FileSystem {
     // Names.
     /// Creates the folder with what is missing above it; an existing folder is fine.
     virtual void createFolders(const QString &path) = 0;
+    /// Creates the one folder; `EEXIST` where anything has the name, so of two processes that ask
+    /// for it one gets it.
+    virtual void createFolder(const QString &path) = 0;
     /// Moves a file over whatever file has the name, in one step.
     virtual void rename(const QString &from, const QString &to) = 0;
     /// Moves a file to a name that nothing has; `EEXIST` where something has it after all.
@@ -141,6 +144,9 @@ class FileSystem {
     virtual void syncFolder(const QString &path) = 0;
 
     // Volumes.
+    /// Returns when all that was written to the volume of this path is on the disk: for many small
+    /// files far quicker than syncing each.
+    virtual void syncVolume(const QString &path) = 0;
     virtual Mount mount(const Descriptor &file) const = 0;
     /// The UUID of the file system that the path lies on, as the system's by-uuid links give it for
     /// the mount's device. It survives a remount. Nothing for a file system without one.

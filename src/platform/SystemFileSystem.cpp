@@ -241,6 +241,11 @@ void SystemFileSystem::createFolders(const QString &path) {
     }
 }
 
+void SystemFileSystem::createFolder(const QString &path) {
+    const QByteArray name = encoded(path);
+    checked(path, [&] { return ::mkdir(name.constData(), 0777); });
+}
+
 void SystemFileSystem::rename(const QString &from, const QString &to) {
     const QByteArray source = encoded(from);
     const QByteArray target = encoded(to);
@@ -286,6 +291,11 @@ void SystemFileSystem::syncFolder(const QString &path) {
     if (::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != ENOSYS) {
         throw FileError(path, errno);
     }
+}
+
+void SystemFileSystem::syncVolume(const QString &path) {
+    const Descriptor place = opened(path, O_RDONLY);
+    checked(path, [&] { return ::syncfs(place.number()); });
 }
 
 Mount SystemFileSystem::mount(const Descriptor &file) const {

@@ -29,11 +29,13 @@ class SystemFileSystem : public FileSystem {
     void close(Descriptor &file) override;
 
     void createFolders(const QString &path) override;
+    void createFolder(const QString &path) override;
     void rename(const QString &from, const QString &to) override;
     void renameToFreeName(const QString &from, const QString &to) override;
     void remove(const QString &path) override;
     void syncFolder(const QString &path) override;
 
+    void syncVolume(const QString &path) override;
     Mount mount(const Descriptor &file) const override;
     std::optional<QString> volumeUUID(const QString &path) const override;
     qint64 availableBytes(const QString &path) const override;

@@ -108,6 +108,11 @@ void FaultyFileSystem::createFolders(const QString &path) {
     SystemFileSystem::createFolders(path);
 }
 
+void FaultyFileSystem::createFolder(const QString &path) {
+    count("createFolder", path);
+    SystemFileSystem::createFolder(path);
+}
+
 void FaultyFileSystem::rename(const QString &from, const QString &to) {
     count("rename", to);
     SystemFileSystem::rename(from, to);
@@ -123,6 +128,13 @@ void FaultyFileSystem::renameToFreeName(const QString &from, const QString &to) 
 void FaultyFileSystem::syncFolder(const QString &path) {
     count("syncFolder", path);
     SystemFileSystem::syncFolder(path);
+}
+
+void FaultyFileSystem::syncVolume(const QString &path) {
+    count("syncVolume", path);
+    SystemFileSystem::syncVolume(path);
+    const std::scoped_lock lock(m_mutex);
+    m_unsynced.clear();
 }
 
 std::optional<QString> FaultyFileSystem::volumeUUID(const QString &path) const {

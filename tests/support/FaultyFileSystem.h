@@ -42,9 +42,11 @@ class FaultyFileSystem : public SystemFileSystem {
     void sync(const Descriptor &file) override;
     void close(Descriptor &file) override;
     void createFolders(const QString &path) override;
+    void createFolder(const QString &path) override;
     void rename(const QString &from, const QString &to) override;
     void renameToFreeName(const QString &from, const QString &to) override;
     void syncFolder(const QString &path) override;
+    void syncVolume(const QString &path) override;
     std::optional<QString> volumeUUID(const QString &path) const override;
     qint64 availableBytes(const QString &path) const override;
 
