@@ -1,0 +1,7 @@
+#include "handoff/CacheMaker.h"
+
+namespace corvane {
+
+CacheMaker::~CacheMaker() = default;
+
+} // namespace corvane
