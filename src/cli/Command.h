@@ -80,6 +80,7 @@ Command listCommand();
 Command markCommand();
 Command subclipCommand();
 Command exportCommand();
+Command handoffCommand();
 Command mediaCommand();
 Command anchorCommand();
 Command verifyCommand();

@@ -134,9 +134,9 @@ class ProgramRun {
 
 const QList<Command> &commands() {
     static const QList<Command> table{
-        createCommand(), infoCommand(),   scanCommand(),    importCommand(),
-        listCommand(),   markCommand(),   subclipCommand(), exportCommand(),
-        mediaCommand(),  anchorCommand(), verifyCommand(),
+        createCommand(),  infoCommand(),  scanCommand(),    importCommand(),
+        listCommand(),    markCommand(),  subclipCommand(), exportCommand(),
+        handoffCommand(), mediaCommand(), anchorCommand(),  verifyCommand(),
     };
     return table;
 }

@@ -2,6 +2,7 @@
 #include "cli/CliSession.h"
 #include "cli/ExportOutput.h"
 #include "cli/InterruptWatcher.h"
+#include "cli/NamingArguments.h"
 #include "cli/ProgressLine.h"
 #include "export/ExportTexts.h"
 #include "export/ExportViewModel.h"
@@ -12,63 +13,17 @@ namespace corvane {
 
 namespace {
 
-struct NamingChoice {
-    QString key;
-    QString value;
-};
-
 /// The choices that the command line makes; the others stay as the flow has them.
 struct ExportRequest {
     std::optional<QString> outputFolder;
     std::optional<ExportBatch::Mode> mode;
     std::optional<OutputMode> outputMode;
     std::optional<double> handleSeconds;
-    NamingPreset naming = NamingPreset::keepOriginal;
-    QList<NamingChoice> custom;
+    NamingArguments naming;
 };
 
-NamingPreset namingPresetOf(const QString &text) {
-    const QHash<QString, NamingPreset> presets{
-        {QStringLiteral("keep-original"), NamingPreset::keepOriginal},
-        {QStringLiteral("project-name-number"), NamingPreset::projectNameNumber},
-        {QStringLiteral("custom"), NamingPreset::custom}};
-    const auto found = presets.constFind(text);
-    if (found == presets.cend()) {
-        argumentValues::failUnknown(text, QStringLiteral("--naming"),
-                                    {QStringLiteral("keep-original"),
-                                     QStringLiteral("project-name-number"),
-                                     QStringLiteral("custom")});
-    }
-    return *found;
-}
-
-void choose(ExportNamingOptions &options, const QList<NamingChoice> &choices) {
-    for (const NamingChoice &choice : choices) {
-        setNamingOption(options, choice.key, choice.value);
-    }
-}
-
-QList<NamingChoice> customNamingOf(const Invocation &call) {
-    QList<NamingChoice> choices;
-    const QStringList texts = call.values("custom");
-    for (const QString &text : texts) {
-        const qsizetype sign = text.indexOf(QLatin1Char('='));
-        if (sign < 0) {
-            throw UsageError(QStringLiteral("--custom takes KEY=VALUE, not \"%1\".").arg(text));
-        }
-        choices.append({text.left(sign), text.mid(sign + 1)});
-    }
-    try {
-        ExportNamingOptions unused;
-        choose(unused, choices);
-    } catch (const NamingOptionError &error) {
-        throw UsageError(QStringLiteral("--custom: ") + error.description());
-    }
-    return choices;
-}
-
 ExportRequest exportRequestOf(const Invocation &call) {
-    ExportRequest request{.outputFolder = call.pathValue("to"), .custom = customNamingOf(call)};
+    ExportRequest request{.outputFolder = call.pathValue("to"), .naming = NamingArguments(call)};
     if (const auto mode = call.value("mode")) {
         request.mode = argumentValues::choice<ExportBatch::Mode>(*mode, QStringLiteral("--mode"));
     }
@@ -78,12 +33,6 @@ ExportRequest exportRequestOf(const Invocation &call) {
     }
     if (const auto handles = call.value("handles")) {
         request.handleSeconds = argumentValues::seconds(*handles, QStringLiteral("--handles"));
-    }
-    if (const auto naming = call.value("naming")) {
-        request.naming = namingPresetOf(*naming);
-    }
-    if (!request.custom.isEmpty() && request.naming != NamingPreset::custom) {
-        throw UsageError(QStringLiteral("--custom needs --naming custom."));
     }
     return request;
 }
@@ -99,10 +48,7 @@ void applyRequest(ExportViewModel &flow, const ExportRequest &request, const Inv
     flow.setIncludeWholeVideoSelects(!call.isSet("no-clips"));
     flow.setIncludeSubclipSelects(!call.isSet("no-subclips"));
     flow.setExportNewOnly(!call.isSet("all"));
-    flow.setNamingPreset(request.naming);
-    ExportNamingOptions naming = flow.choices().naming;
-    choose(naming, request.custom);
-    flow.setNaming(naming);
+    request.naming.apply(flow);
 }
 
 void exportRows(ExportViewModel &flow, const Project &project, const Invocation &call) {
@@ -160,26 +106,25 @@ int runExport(const Invocation &call) {
 } // namespace
 
 Command exportCommand() {
-    return {.name = QStringLiteral("export"),
-            .synopsis = QStringLiteral("PROJECT"),
-            .summary = QStringLiteral("Delivers the selected clips and subclips to a folder."),
-            .options =
-                {valueOption("to", "FOLDER",
-                             "The output folder; \"selects\" beside the project unless said."),
-                 valueOption("mode", "MODE", "fast-copy or accurate-transcode."),
-                 valueOption("output", "OUTPUT", "primary-only, primary-and-hd or hd-only."),
-                 valueOption("handles", "S", "Seconds to add at both ends of subclips."),
-                 valueOption("naming", "PRESET", "keep-original, project-name-number or custom."),
-                 valueOption("custom", "KEY=VALUE",
-                             "One choice of the naming \"custom\". May be given "
-                             "more than once."),
-                 flagOption("all", "What was exported before, too."),
-                 flagOption("no-clips", "No whole clips."),
-                 flagOption("no-subclips", "No subclips."),
-                 flagOption("preview", "Only show what would be exported, and under which names.")},
-            .fewestArguments = 1,
-            .mostArguments = 1,
-            .run = runExport};
+    return {
+        .name = QStringLiteral("export"),
+        .synopsis = QStringLiteral("PROJECT"),
+        .summary = QStringLiteral("Delivers the selected clips and subclips to a folder."),
+        .options =
+            NamingArguments::options() +
+            QList<QCommandLineOption>{
+                valueOption("to", "FOLDER",
+                            "The output folder; \"selects\" beside the project unless said."),
+                valueOption("mode", "MODE", "fast-copy or accurate-transcode."),
+                valueOption("output", "OUTPUT", "primary-only, primary-and-hd or hd-only."),
+                valueOption("handles", "S", "Seconds to add at both ends of subclips."),
+                flagOption("all", "What was exported before, too."),
+                flagOption("no-clips", "No whole clips."),
+                flagOption("no-subclips", "No subclips."),
+                flagOption("preview", "Only show what would be exported, and under which names.")},
+        .fewestArguments = 1,
+        .mostArguments = 1,
+        .run = runExport};
 }
 
 } // namespace corvane

@@ -18,7 +18,7 @@ TEST_F(CommandLine, RefusesWrongUsageWithStatusTwoAndSaysWhatIsWrong) {
     const QByteArray before = folder.read(QStringLiteral("p/Harbor.corvane"));
     const std::pair<const char *, const char *> wrong[] = {
         {"", "A command is missing"},
-        {"handoff P", "Unknown command \"handoff\""},
+        {"deliver P", "Unknown command \"deliver\""},
         {"media P --confirm everything", "confirm"},
         {"list P --wrong", "wrong"},
         {"list", "An argument is missing"},
@@ -40,6 +40,7 @@ TEST_F(CommandLine, RefusesWrongUsageWithStatusTwoAndSaysWhatIsWrong) {
         {"subclip P clip1.mp4 nan 1", "IN takes seconds"},
         {"subclip P clip1.mp4 -- -1 1", "IN takes seconds"},
         {"subclip P clip1.mp4 0 1s", "OUT takes seconds"},
+        {"handoff P", "--to is missing."},
         {"export P --mode slow", "--mode takes fast-copy or accurate-transcode"},
         {"export P --output hd", "--output takes"},
         {"export P --naming keepOriginal", "--naming takes keep-original"},

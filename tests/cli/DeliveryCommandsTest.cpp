@@ -1,8 +1,5 @@
 #include "CliTest.h"
 #include "support/FaultyFileSystem.h"
-#include "support/TestMedia.h"
-
-#include <QDir>
 
 #include <atomic>
 #include <csignal>
@@ -153,40 +150,6 @@ TEST_F(DeliveryCommands, PlansByTheOptions) {
     EXPECT_EQ(result.value(QStringLiteral("subclipHandleSeconds")), JSONValue(2.5));
 }
 
-TEST_F(DeliveryCommands, CutsSubclipsByEveryMode) {
-    createWithClips(1);
-    folder.folder(QStringLiteral("shoot"));
-    test::makeClip(folder.at(QStringLiteral("shoot/take.mov")),
-                   {.frames = 100, .bFrames = 2, .audioTracks = 1});
-    ASSERT_EQ(run("import P @shoot"), kAllDone);
-    ASSERT_EQ(run("subclip P take.mov 1 2 --label Pan"), kAllDone);
-    const std::pair<const char *, QStringList> table[] = {
-        {"", {QStringLiteral("a/take_Pan.mov")}},
-        {"--mode accurate-transcode", {QStringLiteral("a/take_Pan.mp4")}},
-        {"--output hd-only --handles 0.5", {QStringLiteral("a/take_Pan.mp4")}},
-        {"--output primary-and-hd",
-         {QStringLiteral("a/take_Pan.mov"), QStringLiteral("a/HD/take_Pan.mp4")}},
-    };
-    for (const auto &[options, outputs] : table) {
-        const auto result = json(("export P --all --to @a " + QByteArray(options)).constData());
-        EXPECT_EQ(result.value(QStringLiteral("succeededCount")), JSONValue(1)) << options;
-        for (const QString &output : outputs) {
-            EXPECT_TRUE(folder.read(output).mid(4).startsWith("ftyp")) << options;
-        }
-        QDir(folder.at(QStringLiteral("a"))).removeRecursively();
-    }
-    test::makeClip(folder.at(QStringLiteral("shoot/grade.mov")),
-                   {.codec = QStringLiteral("prores_ks"),
-                    .frames = 50,
-                    .pixelFormat = QStringLiteral("yuv422p10le")});
-    ASSERT_EQ(run("import P @shoot"), kAllDone);
-    ASSERT_EQ(run("subclip P grade.mov 0.5 1"), kAllDone);
-    const auto refused = json("export P --to @a", kRefused);
-    EXPECT_THAT(text(list(refused, "rows").first(), "error").toStdString(),
-                HasSubstr("Source asset is not compatible with preset "
-                          "AVAssetExportPresetPassthrough"));
-}
-
 TEST_F(DeliveryCommands, TellsOfADeliveryWithoutAManifest) {
     createWithClips(1);
     ASSERT_EQ(run("mark P clip1.mp4 --select on"), kAllDone);
@@ -285,6 +248,55 @@ TEST_F(DeliveryCommands, TellsWhichMediaWaitForAConfirmation) {
               JSONValue(false));
     ASSERT_EQ(run("mark P clip1.mp4 --select on"), kAllDone);
     EXPECT_EQ(run("export P --to @out"), kAllDone) << console.error.data();
+}
+
+TEST_F(DeliveryCommands, HandsAPackageOverThatIsMovedOpenedAndDeliveredFrom) {
+    createWithClips(3);
+    ASSERT_EQ(run("mark P clip1.mp4 clip3.mp4 --select on"), kAllDone);
+    EXPECT_EQ(run("handoff P"), kWrongUsage);
+    EXPECT_EQ(run("handoff P --to @out --output hd-only"), kWrongUsage);
+    const auto refused = json("handoff P --to @out", kRefused);
+    EXPECT_EQ(text(refused, "generalError"),
+              QStringLiteral("Could not reserve package folder: No such file or directory"));
+    EXPECT_TRUE(refused.value(QStringLiteral("packageFolder")).isNull());
+
+    folder.folder(QStringLiteral("out"));
+    folder.write(QStringLiteral("card/clip3.mp4"), noise(5000, 9));
+    const auto result = json("handoff P --to @out --name Show", kRefused);
+    EXPECT_EQ(text(result, "projectFile"), folder.at(QStringLiteral("out/Show/Show.corvane")));
+    EXPECT_EQ(result.value(QStringLiteral("succeeded")), JSONValue(1));
+    EXPECT_EQ(result.value(QStringLiteral("failed")), JSONValue(1));
+    EXPECT_EQ(text(list(result, "failures").first(), "videoFileName"), QStringLiteral("clip3.mp4"));
+    EXPECT_TRUE(result.value(QStringLiteral("generalError")).isNull());
+
+    EXPECT_EQ(run("export @out/Show/Show.corvane --to @here"), kAllDone) << console.error.data();
+    folder.folder(QStringLiteral("far"));
+    fileSystem().rename(folder.at(QStringLiteral("out/Show")),
+                        folder.at(QStringLiteral("far/away")));
+    EXPECT_EQ(run("export @far/away/Show.corvane --all --to @there"), kRefused);
+    const auto state = json("media @far/away/Show.corvane");
+    EXPECT_EQ(state.value(QStringLiteral("legacyPackageMediaNeedsAuthorization")), JSONValue(true));
+    EXPECT_EQ(run("media @far/away/Show.corvane --confirm legacy-package"), kAllDone);
+    EXPECT_EQ(run("export @far/away/Show.corvane --all --to @there"), kAllDone)
+        << console.error.data();
+    EXPECT_EQ(folder.read(QStringLiteral("there/clip1.mp4")), noise(5000, 1));
+}
+
+TEST_F(DeliveryCommands, FinishesAPackageThatIsInterrupted) {
+    createWithClips(3);
+    folder.folder(QStringLiteral("out"));
+    EXPECT_EQ(run("handoff P --to @out"), kAllDone);
+    EXPECT_EQ(console.output, "Nothing to hand off.\n");
+    ASSERT_EQ(run("mark P clip1.mp4 clip2.mp4 clip3.mp4 --select on"), kAllDone);
+    test::FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    interruptAt(files, QStringLiteral("out/Show/media"));
+    const auto result = json("handoff P --to @out --name Show", kRefused);
+    EXPECT_EQ(result.value(QStringLiteral("cancelled")), JSONValue(true));
+    EXPECT_GT(list(result, "failures").size(), 0);
+    const auto package = json("info @out/Show/Show.corvane");
+    EXPECT_EQ(package.value(QStringLiteral("clips")), result.value(QStringLiteral("succeeded")));
+    EXPECT_TRUE(text(package, "notes").isEmpty());
 }
 
 } // namespace corvane
