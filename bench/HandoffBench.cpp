@@ -1,0 +1,137 @@
+// What a package costs beyond the verified copies of its media.
+
+#include "BenchData.h"
+
+#include "handoff/HandoffPlanning.h"
+#include "handoff/MediaCacheMaker.h"
+#include "handoff/SelectsHandoffEngine.h"
+#include "import/FilmstripService.h"
+#include "import/ImportCopier.h"
+#include "platform/AtomicWrite.h"
+#include "platform/Tasks.h"
+
+#include <benchmark/benchmark.h>
+
+using namespace corvane;
+using namespace corvane::bench;
+
+namespace {
+
+constexpr int kClips = 200;
+
+/// Of all clips together: 4 GiB, or what $CORVANE_BENCH_HANDOFF_MIB says.
+qint64 footageBytes() {
+    bool isSet = false;
+    const int wanted = qEnvironmentVariableIntValue("CORVANE_BENCH_HANDOFF_MIB", &isSet);
+    return qint64(isSet ? wanted : 4096) << 20;
+}
+
+/// A project of granted clips whose pictures are all in its cache.
+class Footage {
+  public:
+    Footage() : m_authorization(dataPath(QStringLiteral("handoff/data"))) {
+        fileSystem().createFolders(dataPath(QStringLiteral("handoff/footage")));
+        fileSystem().createFolders(dataPath(QStringLiteral("handoff/out")));
+        m_project.filePath = dataPath(QStringLiteral("handoff/project/Bench.corvane"));
+        m_project.name = QStringLiteral("Bench");
+        QStringList sources;
+        for (int index = 0; index < kClips; ++index) {
+            addClip(index);
+            sources.append(m_project.videos.last()->sourcePath);
+        }
+        waitUntilDone(m_authorization.authorize(sources, m_project.filePath));
+        m_grants = waitUntilDone(m_authorization.authorizedPaths(m_project.filePath));
+    }
+
+    HandoffPlan plan() const {
+        HandoffChoices choices = defaultHandoffChoices(m_project);
+        choices.destinationFolder = dataPath(QStringLiteral("handoff/out"));
+        HandoffPlan made = makePlan(m_project, choices);
+        made.authorizedSourcePaths = m_grants;
+        return made;
+    }
+    const AuthorizedPaths &grants() const { return m_grants; }
+    MediaSourceAuthorization &authorization() { return m_authorization; }
+
+  private:
+    void addClip(int index) {
+        const QString id = newIdentifier();
+        const QString path = largeFile(QStringLiteral("handoff/footage/C%1.mov").arg(index),
+                                       footageBytes() / kClips);
+        m_project.videos.append(VideoRecord{.id = id,
+                                            .sourcePath = path,
+                                            .fileName = QStringLiteral("C%1.mov").arg(index),
+                                            .selectedForExport = true});
+        const QString cache = cacheRoot(m_project.filePath);
+        const QByteArray picture(12'000, 'x');
+        QStringList pictures = FilmstripService::frameURLs(id, cache);
+        pictures.append(cache + QStringLiteral("/thumbnails/%1.jpg").arg(id));
+        for (const QString &file : std::as_const(pictures)) {
+            fileSystem().createFolders(file.left(file.lastIndexOf(QLatin1Char('/'))));
+            TemporaryFile written(file + QStringLiteral(".tmp"), 0666, Durability::Later);
+            written.write(picture.constData(), picture.size());
+            written.finish();
+            written.place(file);
+        }
+    }
+
+    MediaSourceAuthorization m_authorization;
+    Project m_project;
+    AuthorizedPaths m_grants;
+};
+
+Footage &footageToHandOver() {
+    static Footage footage;
+    return footage;
+}
+
+void clearOutputs() {
+    runCommand(QStringLiteral("rm -rf '%1'; mkdir -p '%1'; sync")
+                   .arg(dataPath(QStringLiteral("handoff/out"))));
+}
+
+void handoffOurs(benchmark::State &state) {
+    Footage &footage = footageToHandOver();
+    media::NoExportSessions sessions;
+    MediaCacheMaker cacheMaker;
+    for (auto _ : state) {
+        state.PauseTiming();
+        clearOutputs();
+        state.ResumeTiming();
+        SelectsHandoffEngine engine(footage.authorization(), sessions, cacheMaker);
+        const HandoffResult result =
+            waitUntilDone(engine.run(footage.plan(), [](const HandoffProgress &) {}));
+        if (result.succeeded.size() != kClips || result.generalError) {
+            state.SkipWithError("a handoff lost clips");
+        }
+    }
+    clearOutputs();
+}
+
+void handoffCopies(benchmark::State &state) {
+    const Footage &footage = footageToHandOver();
+    for (auto _ : state) {
+        state.PauseTiming();
+        clearOutputs();
+        state.ResumeTiming();
+        for (const auto &[path, identity] : footage.grants().asKeyValueRange()) {
+            const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
+            ImportCopier::copy(path, dataPath(QStringLiteral("handoff/out")) + path.mid(slash),
+                               ImportCopier::SourceRoot{path.left(slash), identity}, {}, {});
+        }
+    }
+    clearOutputs();
+}
+
+BENCHMARK(handoffOurs)
+    ->Name("handoff/ours")
+    ->UseRealTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(handoffCopies)
+    ->Name("handoff/copies")
+    ->UseRealTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
