@@ -18,6 +18,8 @@ namespace {
 
 /// After so many packets without a whole picture, there is none.
 constexpr int kMostFruitlessPackets = 2000;
+/// Key frames no further apart than this make it quick to begin anew.
+constexpr qint64 kCloseKeysSeconds = 1;
 
 qint64 clamped(__int128 value) {
     constexpr __int128 kMost = std::numeric_limits<qint64>::max() / 4;
@@ -33,7 +35,8 @@ struct VideoReader::Stream {
           stream(videoOf(input)),
           packets(input, stream),
           decoder(stream, options),
-          start(av_rescale_q(input.startTime(), kContainerTimeBase, stream.time_base)) {}
+          start(av_rescale_q(input.startTime(), kContainerTimeBase, stream.time_base)),
+          givesSinglePictures(options.singlePictures) {}
 
     using Decoded = FrameDecoder::Decoded;
 
@@ -60,10 +63,13 @@ struct VideoReader::Stream {
     bool isCurrent(const Goal &goal) const;
     bool leadsTo(const Goal &goal) const;
     std::optional<Decoded> find(const Goal &goal);
+    std::optional<Decoded> findAfterCurrent();
     bool startBefore(const Goal &goal, qint64 stepBack);
     std::optional<Decoded> decodeTo(const Goal &goal);
     std::optional<Decoded> decodeNext(const Goal *goal = nullptr);
     bool maySkip(const AVPacket &packet, const Goal &goal);
+    bool isEnough(const AVPacket &packet, const Goal &goal);
+    bool hasCloseKeys(qint64 time) const;
     qint64 endOf(const Decoded &frame);
 
     MediaInput input;
@@ -71,6 +77,8 @@ struct VideoReader::Stream {
     VideoPackets packets;
     FrameDecoder decoder;
     qint64 start; ///< of the asset's presentation
+    bool givesSinglePictures;
+    bool isCutShort = false; ///< the decoder was drained before the end
 
     std::optional<Decoded> current; ///< the last one given
     qint64 currentEnd = 0;
@@ -125,7 +133,12 @@ std::optional<VideoFrame> VideoReader::frameAt(MediaTime time, double tolerance)
 
 std::optional<VideoFrame> VideoReader::next() {
     Stream &stream = *m_stream;
-    const auto frame = stream.pending ? std::exchange(stream.pending, {}) : stream.decodeNext();
+    std::optional<FrameDecoder::Decoded> frame;
+    if (stream.isCutShort && stream.current) {
+        frame = stream.findAfterCurrent();
+    } else {
+        frame = stream.pending ? std::exchange(stream.pending, {}) : stream.decodeNext();
+    }
     return frame ? std::optional(stream.shown(*frame)) : std::nullopt;
 }
 
@@ -184,7 +197,7 @@ bool VideoReader::Stream::isCurrent(const Goal &goal) const {
 
 /// Whether decoding on from here is the shortest way.
 bool VideoReader::Stream::leadsTo(const Goal &goal) const {
-    if (!current || current->time > goal.target || decoder.isDrained()) {
+    if (!current || current->time > goal.target || decoder.isDrained() || isCutShort) {
         return false;
     }
     const int index = av_index_search_timestamp(&stream, goal.latest, AVSEEK_FLAG_BACKWARD);
@@ -216,6 +229,17 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal)
     }
 }
 
+/// Where the decoder was drained, it begins anew.
+std::optional<FrameDecoder::Decoded> VideoReader::Stream::findAfterCurrent() {
+    const qint64 time = current->time;
+    givesSinglePictures = false;
+    auto frame = find({time, time, time});
+    while (frame && frame->time <= time) {
+        frame = pending ? std::exchange(pending, {}) : decodeNext();
+    }
+    return frame;
+}
+
 /// Moves to a key frame before the goal, or to the start. False where there is none before it.
 bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
     qint64 from = goal.latest;
@@ -224,6 +248,7 @@ bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
                                                    stream.time_base));
     }
     decoder.flush();
+    isCutShort = false;
     current.reset();
     pending.reset();
     lastDecoded = std::numeric_limits<qint64>::min();
@@ -274,6 +299,24 @@ bool VideoReader::Stream::maySkip(const AVPacket &packet, const Goal &goal) {
     return named && packet.pts < std::min(goal.earliest, *named) - decoder.nominalDuration();
 }
 
+/// Whether the packet holds what is looked for, so that the decoder needn't wait for those that
+/// follow. Then it must begin anew, so only where key frames are close together.
+bool VideoReader::Stream::isEnough(const AVPacket &packet, const Goal &goal) {
+    const bool isNear =
+        goal.earliest < goal.latest && packet.pts >= goal.earliest && packet.pts <= goal.latest;
+    const bool isNamed =
+        packets.readPast(goal.target) && packets.lastPresentation(goal.target) == packet.pts;
+    return packet.pts != AV_NOPTS_VALUE && (isNear || isNamed) && hasCloseKeys(goal.latest);
+}
+
+bool VideoReader::Stream::hasCloseKeys(qint64 time) const {
+    const int key = av_index_search_timestamp(&stream, time, AVSEEK_FLAG_BACKWARD);
+    const AVIndexEntry *entry = avformat_index_get_entry(&stream, key);
+    const qint64 close = av_rescale_q(kCloseKeysSeconds, {1, 1}, stream.time_base);
+    return entry &&
+           av_index_search_timestamp(&stream, entry->timestamp + close, AVSEEK_FLAG_BACKWARD) > key;
+}
+
 std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeNext(const Goal *goal) {
     for (int sent = 0; sent < kMostFruitlessPackets;) {
         if (auto frame = decoder.receive()) {
@@ -291,6 +334,10 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeNext(const Goal 
         const PacketHandle packet = packets.take();
         decoder.send(packet.get(), packet && goal && maySkip(*packet, *goal));
         ++sent;
+        if (packet && goal && givesSinglePictures && isEnough(*packet, *goal)) {
+            decoder.send(nullptr);
+            isCutShort = true;
+        }
     }
     return std::nullopt;
 }
