@@ -68,12 +68,28 @@ class VettedCopy {
 
     const QString &path() const { return m_path; }
 
+    /// Refuses a copy that can't fit, before hours may go into it.
+    void testSpace(const QString &source) const;
     void make(const QString &source, const RootIdentity &identity,
               const std::stop_token &stop) const;
 
   private:
     QString m_path;
 };
+
+void VettedCopy::testSpace(const QString &source) const {
+    const QString folder = paths::parentFolder(m_path);
+    const auto status = fileSystem().targetStatus(source);
+    const qint64 needed = status ? status->size : 0;
+    const qint64 available = fileSystem().availableBytes(folder);
+    if (needed > available) {
+        throw SessionError::exportFailed(
+            QStringLiteral("a private copy of %1 needs %2 in the temporary folder %3, where %4 are "
+                           "free. Make room there, then run the export again.")
+                .arg(paths::lastComponent(source), formattedByteCount(quint64(needed)), folder,
+                     formattedByteCount(quint64(available))));
+    }
+}
 
 void VettedCopy::make(const QString &source, const RootIdentity &identity,
                       const std::stop_token &stop) const {
@@ -167,13 +183,14 @@ void place(TemporaryFile &output, const QString &destination) {
 void transcodeNow(const Transcode &transcode, ExportSessionFactory &sessions, SessionBox &box,
                   const std::stop_token &stop) {
     std::optional<VettedCopy> copy;
-    if (transcode.expectedIdentity) {
-        copy.emplace(transcode.source);
-        copy->make(transcode.source, *transcode.expectedIdentity, stop);
-    }
     const QString folder = paths::parentFolder(transcode.destination);
     const QString name = temporaryName(QStringLiteral(".tmp."), QStringLiteral("mp4"));
     try {
+        if (transcode.expectedIdentity) {
+            copy.emplace(transcode.source);
+            copy->testSpace(transcode.source);
+            copy->make(transcode.source, *transcode.expectedIdentity, stop);
+        }
         createFolder(folder);
         const auto session =
             makeSession(transcode, copy ? copy->path() : transcode.source, sessions);

@@ -1,5 +1,8 @@
 #include "CliTest.h"
 #include "support/FaultyFileSystem.h"
+#include "support/TestMedia.h"
+
+#include <QDir>
 
 #include <atomic>
 #include <csignal>
@@ -148,6 +151,40 @@ TEST_F(DeliveryCommands, PlansByTheOptions) {
     const auto result = json("export P --no-clips --handles 2.5", kRefused);
     EXPECT_EQ(result.value(QStringLiteral("failedCount")), JSONValue(1));
     EXPECT_EQ(result.value(QStringLiteral("subclipHandleSeconds")), JSONValue(2.5));
+}
+
+TEST_F(DeliveryCommands, CutsSubclipsByEveryMode) {
+    createWithClips(1);
+    folder.folder(QStringLiteral("shoot"));
+    test::makeClip(folder.at(QStringLiteral("shoot/take.mov")),
+                   {.frames = 100, .bFrames = 2, .audioTracks = 1});
+    ASSERT_EQ(run("import P @shoot"), kAllDone);
+    ASSERT_EQ(run("subclip P take.mov 1 2 --label Pan"), kAllDone);
+    const std::pair<const char *, QStringList> table[] = {
+        {"", {QStringLiteral("a/take_Pan.mov")}},
+        {"--mode accurate-transcode", {QStringLiteral("a/take_Pan.mp4")}},
+        {"--output hd-only --handles 0.5", {QStringLiteral("a/take_Pan.mp4")}},
+        {"--output primary-and-hd",
+         {QStringLiteral("a/take_Pan.mov"), QStringLiteral("a/HD/take_Pan.mp4")}},
+    };
+    for (const auto &[options, outputs] : table) {
+        const auto result = json(("export P --all --to @a " + QByteArray(options)).constData());
+        EXPECT_EQ(result.value(QStringLiteral("succeededCount")), JSONValue(1)) << options;
+        for (const QString &output : outputs) {
+            EXPECT_TRUE(folder.read(output).mid(4).startsWith("ftyp")) << options;
+        }
+        QDir(folder.at(QStringLiteral("a"))).removeRecursively();
+    }
+    test::makeClip(folder.at(QStringLiteral("shoot/grade.mov")),
+                   {.codec = QStringLiteral("prores_ks"),
+                    .frames = 50,
+                    .pixelFormat = QStringLiteral("yuv422p10le")});
+    ASSERT_EQ(run("import P @shoot"), kAllDone);
+    ASSERT_EQ(run("subclip P grade.mov 0.5 1"), kAllDone);
+    const auto refused = json("export P --to @a", kRefused);
+    EXPECT_THAT(text(list(refused, "rows").first(), "error").toStdString(),
+                HasSubstr("Source asset is not compatible with preset "
+                          "AVAssetExportPresetPassthrough"));
 }
 
 TEST_F(DeliveryCommands, TellsOfADeliveryWithoutAManifest) {

@@ -124,6 +124,18 @@ TEST_F(AVExportSessionTest, RefusesASourceThatIsNotWhatWasGranted) {
     expectOldDestination();
 }
 
+TEST_F(AVExportSessionTest, RefusesASourceWhoseCopyFindsNoRoom) {
+    files.setFreeSpace(60'000);
+    EXPECT_EQ(
+        transcode(sessions),
+        text("Export failed: a private copy of clip needs 70.0 kB in the temporary folder %1, "
+             "where 60.0 kB are free. Make room there, then run the export again.")
+            .arg(at("tmp")));
+    files.setFreeSpace(-1);
+    EXPECT_TRUE(sessions.assets.isEmpty());
+    expectOldDestination();
+}
+
 TEST_F(AVExportSessionTest, RefusesADestinationThatIsNoFile) {
     job.destination = folder.folder(text("out/folder"));
     const QString refusal =
