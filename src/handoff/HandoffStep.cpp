@@ -103,8 +103,12 @@ void HandoffStep::vetNow() const {
     const QString source = paths::standardized(m_clip.video->sourcePath);
     ProxyInvariant::assertNotProxySource(source);
     PathSafety::validateSource(source, withoutHashing(m_run->sourceGrants, source), kSourceLabel);
-    SelectsHandoff::assertContained(mediaPath(), m_run->places.folder);
-    DestinationSafety::assertNoLinkedFolder(mediaPath(), m_run->places.folder,
+    vetOutput(mediaPath());
+}
+
+void HandoffStep::vetOutput(const QString &path) const {
+    SelectsHandoff::assertContained(path, m_run->places.folder);
+    DestinationSafety::assertNoLinkedFolder(path, m_run->places.folder,
                                             QStringLiteral("handoff destination"));
 }
 
@@ -175,10 +179,11 @@ QCoro::Task<std::optional<QString>> HandoffStep::makeHDCopy(std::optional<Second
         co_return std::nullopt;
     }
     const QString name = paths::split(m_name).stem + QStringLiteral(".mp4");
+    const QString path = paths::joined(m_run->places.hd, name);
     reportPhase(Phase::copyingHD, share.from);
     try {
-        co_await transcodeTo(paths::joined(m_run->places.hd, name), ExportPreset::hd1920x1080,
-                             range, share);
+        co_await userInitiatedExecutor().run([this, path] { vetOutput(path); });
+        co_await transcodeTo(path, ExportPreset::hd1920x1080, range, share);
     } catch (const std::exception &) {
         co_return std::nullopt;
     }

@@ -63,6 +63,7 @@ class HandoffStep {
     QCoro::Task<> transcodeTo(QString destination, media::ExportPreset preset,
                               std::optional<SecondsRange> range, Share share);
     void vetNow() const;
+    void vetOutput(const QString &path) const;
 };
 
 /// The failure of a clip; with `cancelled` it is none of the clip's own.

@@ -36,7 +36,8 @@ QCoro::Task<> SubclipStep::make() {
     reportPhase(Phase::generatingFilmstrip, kExtracted);
     co_await makeFilmstrip(facts.videoId);
     const auto hdName = co_await makeHDCopy(range, {kFilmstripDone, 1});
-    const auto status = fileSystem().linkStatus(mediaPath());
+    const auto status = co_await userInitiatedExecutor().run(
+        [path = mediaPath()] { return fileSystem().linkStatus(path); });
     deliver(PackageProject::clipOf(
                 {.parent = *m_clip.video,
                  .subclip = m_subclip,
