@@ -1,11 +1,6 @@
 #include "media/AudioConversion.h"
 
-extern "C" {
-#include <libavutil/opt.h>
-}
-
-#include <array>
-#include <numeric>
+#include <vector>
 
 namespace corvane::media {
 
@@ -38,11 +33,7 @@ void AudioConversion::build(const AVFrame &sound) {
     AVChannelLayout target = {}; // the resampler takes no const one
     check(av_channel_layout_copy(&target, &m_target->ch_layout), kConvertingSound);
     AVChannelLayout from = {};
-    const bool isPart = sound.ch_layout.nb_channels > target.nb_channels;
-    const bool isNamed = sound.ch_layout.order == AV_CHANNEL_ORDER_NATIVE;
-    if (isPart && m_sourceChannels > target.nb_channels) {
-        check(av_channel_layout_copy(&from, &target), kConvertingSound);
-    } else if (isNamed) {
+    if (sound.ch_layout.order == AV_CHANNEL_ORDER_NATIVE) {
         check(av_channel_layout_copy(&from, &sound.ch_layout), kConvertingSound);
     } else {
         av_channel_layout_default(&from, sound.ch_layout.nb_channels);
@@ -53,20 +44,26 @@ void AudioConversion::build(const AVFrame &sound) {
                             AVSampleFormat(sound.format), sound.sample_rate, 0, nullptr);
     m_resampler.reset(raw);
     check(result, kConvertingSound);
-    if (isPart && m_sourceChannels > target.nb_channels) {
-        std::array<int, 64> channels{};
-        std::iota(channels.begin(), channels.end(), m_firstChannel);
-        check(av_opt_set_chlayout(raw, "ichl", &sound.ch_layout, 0), kConvertingSound);
-        check(av_opt_set_chlayout(raw, "uchl", &target, 0), kConvertingSound);
-        check(swr_set_channel_mapping(raw, channels.data()), kConvertingSound);
-    }
+    const int channels = target.nb_channels;
     av_channel_layout_uninit(&from);
     av_channel_layout_uninit(&target);
+    if (m_sourceChannels > channels) {
+        pickChannels(*raw, channels, sound.ch_layout.nb_channels);
+    }
     check(swr_init(raw), kConvertingSound);
     m_kind = makeFrame();
     m_kind->format = sound.format;
     m_kind->sample_rate = sound.sample_rate;
     check(av_channel_layout_copy(&m_kind->ch_layout, &sound.ch_layout), kConvertingSound);
+}
+
+/// A part of the channels, each as it is, instead of a mix of all.
+void AudioConversion::pickChannels(SwrContext &resampler, int count, int sourceCount) const {
+    std::vector<double> matrix(size_t(count) * sourceCount, 0.0);
+    for (int i = 0; i < count && m_firstChannel + i < sourceCount; ++i) {
+        matrix[size_t(i) * sourceCount + m_firstChannel + i] = 1;
+    }
+    check(swr_set_matrix(&resampler, matrix.data(), sourceCount), kConvertingSound);
 }
 
 void AudioConversion::add(const AVFrame &sound, int64_t skipped, int64_t count) {

@@ -34,6 +34,7 @@ class AudioConversion {
 
     bool isSameKind(const AVFrame &sound) const;
     void build(const AVFrame &sound);
+    void pickChannels(SwrContext &resampler, int count, int sourceCount) const;
     void convert(const uint8_t **data, int count);
 
     int m_firstChannel;
