@@ -134,12 +134,19 @@ std::optional<VideoFrame> VideoReader::frameAt(MediaTime time, double tolerance)
 std::optional<VideoFrame> VideoReader::next() {
     Stream &stream = *m_stream;
     std::optional<FrameDecoder::Decoded> frame;
-    if (stream.isCutShort && stream.current) {
+    // Reading that is cancelled can lose a packet: whatever comes next must start anew.
+    auto last = std::exchange(stream.current, {});
+    if (stream.isCutShort && last) {
+        stream.current = last;
         frame = stream.findAfterCurrent();
     } else {
         frame = stream.pending ? std::exchange(stream.pending, {}) : stream.decodeNext();
     }
-    return frame ? std::optional(stream.shown(*frame)) : std::nullopt;
+    if (!frame) {
+        stream.current = std::move(last);
+        return std::nullopt;
+    }
+    return stream.shown(*frame);
 }
 
 qsizetype VideoFrame::byteCount() const {
@@ -262,7 +269,8 @@ bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
 }
 
 std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeTo(const Goal &goal) {
-    std::optional<Decoded> before = current;
+    // Work that is cancelled on the way must not leave the reader looking as if it stood here.
+    std::optional<Decoded> before = std::exchange(current, {});
     if (before && before->time > goal.target) {
         before.reset();
     }

@@ -1,0 +1,116 @@
+#include "media/FrameCache.h"
+
+#include <cmath>
+
+namespace corvane::media {
+
+namespace {
+
+/// What lies behind the playhead is needed less than what lies before it.
+constexpr double kBehindCost = 2;
+
+} // namespace
+
+void FrameCache::insert(const VideoFrame &frame, std::optional<MediaTime> predecessor) {
+    const auto [entry, isNew] = m_entries.try_emplace(frame.time, Entry{.frame = frame});
+    if (isNew) {
+        m_bytes += frame.byteCount();
+        if (const auto next = std::next(entry); next != m_entries.end()) {
+            next->second.follows = false;
+        }
+    }
+    if (predecessor) {
+        join(*predecessor, frame.time);
+    }
+    trim();
+}
+
+void FrameCache::join(MediaTime predecessor, MediaTime time) {
+    const auto entry = m_entries.find(time);
+    if (entry != m_entries.end() && entry != m_entries.begin() &&
+        std::prev(entry)->first == predecessor) {
+        entry->second.follows = true;
+    }
+}
+
+std::optional<VideoFrame> FrameCache::naming(MediaTime time) const {
+    const double latest = time.seconds() + kHalfTick;
+    auto next = m_entries.upper_bound(time);
+    while (next != m_entries.end() && next->first.seconds() <= latest) {
+        ++next;
+    }
+    if (next == m_entries.begin()) {
+        return std::nullopt;
+    }
+    const auto &found = std::prev(next)->second;
+    const bool nextIsKnown = next != m_entries.end() && next->second.follows;
+    const bool isItsOwnTime = std::abs(found.frame.time.seconds() - time.seconds()) <= kHalfTick;
+    return nextIsKnown || isItsOwnTime ? std::optional(found.frame) : std::nullopt;
+}
+
+std::optional<VideoFrame> FrameCache::after(MediaTime time) const {
+    const auto next = m_entries.upper_bound(time);
+    const bool isNeighbour =
+        next != m_entries.end() && next->second.follows && std::prev(next)->first == time;
+    return isNeighbour ? std::optional(next->second.frame) : std::nullopt;
+}
+
+std::optional<VideoFrame> FrameCache::before(MediaTime time) const {
+    const auto entry = m_entries.find(time);
+    const bool isNeighbour = entry != m_entries.end() && entry->second.follows;
+    return isNeighbour ? std::optional(std::prev(entry)->second.frame) : std::nullopt;
+}
+
+std::optional<MediaTime> FrameCache::runEnd(MediaTime time, Direction direction, int frames,
+                                            qsizetype bytes) const {
+    auto entry = m_entries.find(time);
+    if (entry == m_entries.end()) {
+        return time;
+    }
+    for (; frames > 0 && bytes > 0; --frames) {
+        if (direction == Direction::backward) {
+            if (!entry->second.follows) {
+                return entry->first;
+            }
+            --entry;
+        } else {
+            const auto next = std::next(entry);
+            if (next == m_entries.end() || !next->second.follows) {
+                return entry->first;
+            }
+            entry = next;
+        }
+        bytes -= entry->second.frame.byteCount();
+    }
+    return std::nullopt;
+}
+
+void FrameCache::setFocus(MediaTime time, Direction direction) {
+    m_focus = time;
+    m_direction = direction;
+    trim();
+}
+
+double FrameCache::cost(MediaTime time) const {
+    const double ahead =
+        (time.seconds() - m_focus.seconds()) * (m_direction == Direction::forward ? 1 : -1);
+    return ahead >= 0 ? ahead : -ahead * kBehindCost;
+}
+
+void FrameCache::trim() {
+    while (m_bytes > m_byteLimit && m_entries.size() > 1) {
+        const auto first = m_entries.begin();
+        const auto last = std::prev(m_entries.end());
+        remove(cost(first->first) > cost(last->first) ? first : last);
+    }
+}
+
+void FrameCache::remove(Entries::iterator entry) {
+    m_bytes -= entry->second.frame.byteCount();
+    const auto next = m_entries.erase(entry);
+    if (next != m_entries.end()) {
+        next->second.follows = false;
+    }
+}
+
+} // namespace corvane::media

@@ -1,0 +1,68 @@
+#pragma once
+
+// For the source files of this floor only.
+
+#include "media/FrameCache.h"
+
+namespace corvane::media {
+
+/// The frames of one file with those around the playhead at hand. Every frame it gives is exact,
+/// and of the same memory whichever way it was come by.
+///
+/// One thread. Everything that may decode throws `Cancelled` soon after the token of `setStop` asks
+/// for it, and can be called again afterwards; and `MediaError`.
+class FrameSource {
+  public:
+    using Direction = FrameCache::Direction;
+
+    FrameSource(const QString &path, qsizetype byteLimit, std::stop_token stop);
+
+    void setStop(std::stop_token stop) { m_reader.setStop(std::move(stop)); }
+    int quarterTurns() const { return m_reader.quarterTurns(); }
+    std::optional<MediaTime> duration() const { return m_reader.duration(); }
+
+    /// The frame that `time` names. Nothing only where no frame can be decoded.
+    std::optional<VideoFrame> at(MediaTime time);
+    /// Any frame no further than `tolerance` seconds from `time`, whichever is quickest to have.
+    std::optional<VideoFrame> near(MediaTime time, double tolerance);
+    /// The next frame; nothing after the last one.
+    std::optional<VideoFrame> after(const VideoFrame &frame);
+    /// The frame before; nothing before the first one.
+    std::optional<VideoFrame> before(const VideoFrame &frame);
+
+    /// The frame shown and where it goes from there.
+    void setFocus(const VideoFrame &frame, Direction direction);
+    /// One small piece of decoding ahead of need, from the focus in its direction and then, with
+    /// `bothWays`, in the other; false when all is there.
+    bool fill(bool bothWays);
+
+    qsizetype cachedBytes() const { return m_cache.byteCount(); }
+
+  private:
+    /// Frames behind `goal` being read forward, up to it.
+    struct Filling {
+        MediaTime goal;
+        VideoFrame reached;
+        bool isDone = false; ///< `reached` is the frame before the goal
+    };
+
+    std::optional<VideoFrame> read(MediaTime time, double tolerance);
+    std::optional<VideoFrame> readAfter(MediaTime time);
+    bool fillBehind(MediaTime goal);
+    bool beginBehind(MediaTime goal);
+    bool fillAhead(MediaTime from);
+    bool fillTowards(Direction direction);
+    double chunkSeconds() const;
+
+    VideoReader m_reader;
+    FrameCache m_cache;
+    std::optional<MediaTime> m_given; ///< the frame that the reader stands after
+    std::optional<MediaTime> m_first; ///< of the file's first frame, once known
+    std::optional<MediaTime> m_last;  ///< of its last, once known
+    std::optional<Filling> m_filling;
+    std::optional<VideoFrame> m_focus;
+    Direction m_direction = Direction::forward;
+    int m_fillsLeft = 0; ///< that one focus is worth, should the cache be too small to settle
+};
+
+} // namespace corvane::media

@@ -1,0 +1,37 @@
+#pragma once
+
+// For the source files of this floor only.
+
+#include "media/Picture.h"
+#include "media/VideoReader.h"
+
+namespace corvane::media {
+
+/// The size that a frame of `stored` pixels is shown in, upright and with square pixels, inside the
+/// box `wanted` where that is smaller. Never empty.
+QSize shownSize(QSize stored, double pixelAspect, int quarterTurns, QSize wanted);
+
+/// Makes pictures of decoded frames: scaled to what is shown, in the stream's own colour matrix and
+/// range, turned upright. High dynamic range isn't mapped to the screen's. One thread.
+class PictureConverter {
+  public:
+    PictureConverter();
+    ~PictureConverter();
+    Q_DISABLE_COPY_MOVE(PictureConverter)
+
+    /// `item` of the picture is left to the caller. Throws `MediaError`.
+    Picture convert(const VideoFrame &frame, int quarterTurns, QSize wanted);
+
+  private:
+    struct Scaling;
+    struct Memory;
+
+    SwsContext &scalerFor(const Scaling &scaling);
+
+    ScalerHandle m_scaler;
+    std::unique_ptr<Scaling> m_scaling;
+    std::unique_ptr<Memory> m_scaled;
+    std::unique_ptr<Memory> m_turned;
+};
+
+} // namespace corvane::media
