@@ -1,0 +1,157 @@
+#include "review/PlayerEngine.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+
+using media::MediaTime;
+
+namespace {
+
+constexpr std::chrono::nanoseconds kReportingPeriod{1'000'000'000 / 30};
+
+media::MediaPlayer::Options optionsWithSound() {
+    media::MediaPlayer::Options options;
+    options.sound = media::makeSoundOutput();
+    return options;
+}
+
+} // namespace
+
+PlayerEngine::PlayerEngine(QObject *parent) : PlayerEngine(optionsWithSound(), parent) {}
+
+PlayerEngine::PlayerEngine(media::MediaPlayer::Options options, QObject *parent)
+    : QObject(parent), m_player(std::move(options)) {
+    m_timeObserverToken =
+        m_player.addPeriodicTimeObserver(kReportingPeriod, [this](MediaTime time) {
+            store(m_currentTime, time, &PlayerEngine::currentTimeChanged);
+        });
+    m_rateObservation = connect(&m_player, &media::MediaPlayer::rateChanged, this, [this] {
+        store(m_rate, m_player.rate(), &PlayerEngine::rateChanged);
+    });
+}
+
+PlayerEngine::~PlayerEngine() {
+    m_stopReading.request_stop();
+    if (m_boundaryObserverToken) {
+        m_player.removeTimeObserver(*m_boundaryObserverToken);
+    }
+    m_player.removeTimeObserver(m_timeObserverToken);
+    disconnect(m_rateObservation);
+}
+
+template <typename Value>
+void PlayerEngine::store(Value &field, const Value &value, void (PlayerEngine::*changed)()) {
+    if (field != value) {
+        field = value;
+        Q_EMIT(this->*changed)();
+    }
+}
+
+QCoro::Task<> PlayerEngine::load(QString url) {
+    clearPlaybackConstraint();
+    const auto number = ++m_loads;
+    m_stopReading.request_stop();
+    m_stopReading = std::stop_source();
+    store(m_url, url, &PlayerEngine::urlChanged);
+    store(m_isReady, false, &PlayerEngine::isReadyChanged);
+    store(m_currentTime, MediaTime(), &PlayerEngine::currentTimeChanged);
+    storeFacts({});
+    m_player.replaceCurrentItem(url);
+    m_player.setRate(0);
+
+    const QPointer alive(this);
+    std::optional<media::MediaAsset> asset;
+    try {
+        asset = co_await m_reading.run(
+            [url, stop = m_stopReading.get_token()] { return media::MediaAsset::read(url, stop); });
+    } catch (const std::exception &) {
+        // No message: a file that can't be read just shows no picture.
+    }
+    if (!alive || number != m_loads || !asset) {
+        co_return;
+    }
+    storeFacts(*asset);
+    if (alive && number == m_loads) {
+        store(m_isReady, true, &PlayerEngine::isReadyChanged);
+    }
+}
+
+/// An asset without tracks gives the values that stand while nothing is known.
+void PlayerEngine::storeFacts(const media::MediaAsset &asset) {
+    const auto track = asset.videoTracks.isEmpty() ? media::VideoTrack{.naturalSize = {0, 0}}
+                                                   : asset.videoTracks.first();
+    const bool hasRate = std::isfinite(track.nominalFrameRate) && track.nominalFrameRate > 0;
+    store(m_duration, asset.duration.value_or(MediaTime()), &PlayerEngine::durationChanged);
+    store(m_fps, hasRate ? track.nominalFrameRate : kDefaultFps, &PlayerEngine::fpsChanged);
+    store(m_naturalSize, track.naturalSize, &PlayerEngine::naturalSizeChanged);
+}
+
+double PlayerEngine::kept(double seconds) const {
+    const double inClip = std::max(std::min(seconds, durationSeconds()), 0.0);
+    return m_playbackConstraint
+               ? std::max(m_playbackConstraint->in, std::min(inClip, m_playbackConstraint->out))
+               : inClip;
+}
+
+void PlayerEngine::seek(double seconds) {
+    m_player.seek(MediaTime::fromSeconds(kept(std::isnan(seconds) ? 0 : seconds)));
+}
+
+void PlayerEngine::stepFrames(int frames) {
+    if (m_fps <= 0) {
+        return;
+    }
+    if (m_isReady && m_naturalSize.isEmpty()) {
+        seek(currentSeconds() + frames / m_fps); // there are no frames to step through
+        return;
+    }
+    std::optional<media::MediaTimeRange> range;
+    if (m_duration > MediaTime()) {
+        range = {MediaTime::fromSeconds(kept(0)), MediaTime::fromSeconds(kept(durationSeconds()))};
+    }
+    m_player.stepFrames(frames, range);
+}
+
+void PlayerEngine::setRate(float rate) {
+    if (rate > 0 && m_playbackConstraint && currentSeconds() >= m_playbackConstraint->out) {
+        seek(m_playbackConstraint->in);
+    }
+    m_player.setRate(rate);
+}
+
+void PlayerEngine::togglePlaying() {
+    setRate(m_player.rate() == 0 ? 1 : 0);
+}
+
+void PlayerEngine::playConstrained(double in, double out) {
+    clearPlaybackConstraint();
+    if (!(in < out)) {
+        return;
+    }
+    m_playbackConstraint = {in, out};
+    m_boundaryObserverToken = m_player.addBoundaryTimeObserver(MediaTime::fromSeconds(out),
+                                                               [this, in] { stopAtOut(in); });
+    Q_EMIT playbackConstraintChanged();
+}
+
+void PlayerEngine::stopAtOut(double in) {
+    m_player.pause();
+    seek(in);
+}
+
+void PlayerEngine::clearPlaybackConstraint() {
+    if (m_boundaryObserverToken) {
+        m_player.removeTimeObserver(*m_boundaryObserverToken);
+        m_boundaryObserverToken.reset();
+    }
+    if (m_playbackConstraint) {
+        m_playbackConstraint.reset();
+        Q_EMIT playbackConstraintChanged();
+    }
+}
+
+} // namespace corvane
