@@ -120,6 +120,7 @@ QtObject {
     readonly property int iconTransport: 22
     readonly property int iconPlay: 24
     readonly property int iconOver: 32
+    readonly property int overButton: 56
 
     // Types.
     readonly property Type badge: Type { px: 9; line: 14; weight: Font.Bold }

@@ -1,0 +1,38 @@
+// The round button over the picture, to be laid in the middle of it.
+//   isPlaying, isVisible: bool; signal toggle()
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+T.Button {
+    id: button
+
+    property bool isPlaying: false
+    property bool isVisible: true
+
+    signal toggle()
+
+    objectName: "playerOverlayButton"
+    visible: isVisible
+    implicitWidth: Theme.overButton
+    implicitHeight: Theme.overButton
+    focusPolicy: Qt.NoFocus
+    onClicked: toggle()
+
+    Accessible.role: Accessible.Button
+    Accessible.name: isPlaying ? qsTr("Pause") : qsTr("Play")
+    Accessible.onPressAction: Buttons.click(button)
+
+    background: Rectangle {
+        radius: height / 2
+        color: Theme.over
+    }
+    contentItem: Item {
+        Icon {
+            anchors.centerIn: parent
+            symbol: button.isPlaying ? "pause.fill" : "play.fill"
+            size: Theme.iconOver
+            color: Theme.overGlyph
+        }
+    }
+}

@@ -1,0 +1,23 @@
+// The picture of an engine on a black ground, whole and as large as fits.
+//   engine: PlayerEngine
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+Rectangle {
+    id: view
+
+    property alias engine: picture.engine
+
+    objectName: "playerView"
+    color: Theme.pic
+    Accessible.role: Accessible.Graphic
+    Accessible.name: qsTr("Player")
+
+    PictureItem {
+        id: picture
+
+        objectName: "picture"
+        anchors.fill: parent
+    }
+}

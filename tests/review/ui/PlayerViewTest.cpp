@@ -1,0 +1,73 @@
+#include "review/PlayerEngine.h"
+
+#include "support/Await.h"
+#include "support/screens/Screen.h"
+#include "support/TestFolder.h"
+#include "support/TestMedia.h"
+#include "support/TestPlayer.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane::test {
+namespace {
+
+constexpr auto kView = R"(
+    import QtQuick
+    import Corvane.Review
+    PlayerView {
+        id: view
+        property var player
+        property int toggles: 0
+        anchors.fill: parent
+        engine: player
+        PlayerOverlayButton {
+            anchors.centerIn: parent
+            isPlaying: view.toggles % 2
+            onToggle: view.toggles += 1
+        }
+    })";
+
+/// The number in the part of the window where a picture of this shape lies.
+std::optional<int> numberIn(const QImage &window, QSize shape, int quarterTurns) {
+    const auto size = shape.scaled(window.size(), Qt::KeepAspectRatio);
+    const QPoint from((window.width() - size.width()) / 2, (window.height() - size.height()) / 2);
+    return frameNumber(size, quarterTurns, [&](int x, int y) {
+        return window.pixelColor(from + QPoint(x, y)).lightnessF();
+    });
+}
+
+} // namespace
+
+TEST(PlayerViewTest, ShowsTheEnginesPictureWholeOnBlackAndNothingOfAFileThatIsGone) {
+    const TestFolder folder;
+    TestTimeSource time;
+    PlayerEngine engine({.time = &time});
+    Screen screen(kView, {500, 400}, {{QStringLiteral("player"), QVariant::fromValue(&engine)}});
+    waitUntilDone(engine.load(makeClip(folder.at(QStringLiteral("a.mov")), {.frames = 20})));
+    EXPECT_TRUE(screen.waitFor([&] { return numberIn(screen.picture(), {320, 180}, 0) == 0; }));
+    engine.seek(0.52);
+    EXPECT_TRUE(screen.waitFor([&] { return numberIn(screen.picture(), {320, 180}, 0) == 13; }));
+    EXPECT_EQ(screen.picture().pixelColor(250, 30), QColor(Qt::black));
+
+    const auto upright =
+        makeClip(folder.at(QStringLiteral("b.mov")), {.frames = 5, .rotation = 90});
+    waitUntilDone(engine.load(upright));
+    EXPECT_TRUE(screen.waitFor([&] { return numberIn(screen.picture(), {180, 320}, 1) == 0; }));
+
+    waitUntilDone(engine.load(folder.write(QStringLiteral("c.mov"), "no film")));
+    EXPECT_TRUE(
+        screen.waitFor([&] { return screen.picture().pixelColor(200, 200) == QColor(Qt::black); }));
+}
+
+TEST(PlayerViewTest, HasAButtonOverThePictureThatTellsWhatItDoes) {
+    TestTimeSource time;
+    PlayerEngine engine({.time = &time});
+    Screen screen(kView, {500, 400}, {{QStringLiteral("player"), QVariant::fromValue(&engine)}});
+    const auto button = QStringLiteral("playerOverlayButton");
+    EXPECT_EQ(Screen::accessibleName(screen.item(button)), QStringLiteral("Play"));
+    screen.click(button);
+    EXPECT_EQ(screen.root()->property("toggles").toInt(), 1);
+    EXPECT_EQ(Screen::accessibleName(screen.item(button)), QStringLiteral("Pause"));
+}
+
+} // namespace corvane::test
