@@ -100,10 +100,21 @@ void ReviewState::clearFilters() {
 ReviewFilter::ReviewFilter(const ReviewState &state)
     : m_state(state), m_query(state.normalizedQuery()) {}
 
+bool ReviewFilter::passesUnsearched(const VideoRecord &video) const {
+    return passesFlags(video) && (!m_state.favoritesOnly || video.favorite) &&
+           (!m_state.selectedOnly || video.selectedForExport) &&
+           m_state.ratingFilter.passes(video.rating);
+}
+
+bool ReviewFilter::passesUnsearched(const Subclip &subclip, const VideoRecord &parent) const {
+    const int effectiveRating = subclip.rating > 0 ? subclip.rating : parent.rating;
+    return passesFlags(parent) && (!m_state.favoritesOnly || subclip.favorite) &&
+           (!m_state.selectedOnly || subclip.selectedForExport) &&
+           m_state.ratingFilter.passes(effectiveRating);
+}
+
 bool ReviewFilter::passes(const VideoRecord &video) const {
-    if (!passesFlags(video) || (m_state.favoritesOnly && !video.favorite) ||
-        (m_state.selectedOnly && !video.selectedForExport) ||
-        !m_state.ratingFilter.passes(video.rating)) {
+    if (!passesUnsearched(video)) {
         return false;
     }
     return m_query.isEmpty() || clipTextsHoldQuery(video) ||
@@ -113,10 +124,7 @@ bool ReviewFilter::passes(const VideoRecord &video) const {
 }
 
 bool ReviewFilter::passes(const Subclip &subclip, const VideoRecord &parent) const {
-    const int effectiveRating = subclip.rating > 0 ? subclip.rating : parent.rating;
-    if (!passesFlags(parent) || (m_state.favoritesOnly && !subclip.favorite) ||
-        (m_state.selectedOnly && !subclip.selectedForExport) ||
-        !m_state.ratingFilter.passes(effectiveRating)) {
+    if (!passesUnsearched(subclip, parent)) {
         return false;
     }
     return m_query.isEmpty() || clipTextsHoldQuery(parent) || holdsQuery(subclip.label) ||

@@ -78,6 +78,12 @@ class ReviewFilter {
     /// counts with the parent's rating. Its siblings' texts aren't searched.
     bool passes(const Subclip &subclip, const VideoRecord &parent) const;
 
+    // The same but for the search, for who holds the texts in a form of its own.
+    bool passesUnsearched(const VideoRecord &video) const;
+    bool passesUnsearched(const Subclip &subclip, const VideoRecord &parent) const;
+    /// What is searched for, trimmed and in lower case; empty where nothing is.
+    const QString &query() const { return m_query; }
+
   private:
     bool passesFlags(const VideoRecord &video) const;
     bool holdsQuery(const QString &text) const;

@@ -1,26 +1,13 @@
+#include "RandomProject.h"
 #include "review/ReviewLists.h"
 
 #include <gtest/gtest.h>
-
-#include <QRandomGenerator>
 
 namespace corvane {
 
 namespace {
 
-Subclip makeSubclip(const QString &id, int creationIndex) {
-    Subclip subclip;
-    subclip.id = id;
-    subclip.creationIndex = creationIndex;
-    return subclip;
-}
-
-VideoRecord makeVideo(const QString &id, const QString &fileName) {
-    VideoRecord video;
-    video.id = id;
-    video.fileName = fileName;
-    return video;
-}
+using namespace test;
 
 Project makeProject(const QList<VideoItem> &videos) {
     Project project;
@@ -39,70 +26,6 @@ QStringList identities(const QList<MixedSidebarRow> &rows) {
 QStringList shown(const ReviewState &state, const Project &project) {
     return identities(ReviewLists::shownRows(state, project));
 }
-
-/// A small project of everything that a filter looks at, the same for the same seed.
-class RandomProject {
-  public:
-    explicit RandomProject(quint32 seed) : m_random(seed) {}
-
-    Project make() {
-        Project project;
-        for (int index = m_random.bounded(12); index > 0; --index) {
-            project.videos.append(video(QStringLiteral("V%1").arg(index)));
-        }
-        return project;
-    }
-
-    ReviewState state() {
-        ReviewState state;
-        state.unreviewedOnly = chance(4);
-        state.favoritesOnly = chance(4);
-        state.selectedOnly = chance(3);
-        state.subclipsView = chance(3);
-        state.includeRejects = chance(2);
-        state.searchQuery = chance(2) ? QStringLiteral("  ") + text() : QString();
-        state.ratingFilter = chance(2) ? ReviewState::RatingFilter()
-                             : chance(3)
-                                 ? ReviewState::RatingFilter::fiveOnly()
-                                 : ReviewState::RatingFilter::threshold(m_random.bounded(5));
-        return state;
-    }
-
-  private:
-    bool chance(int oneIn) { return m_random.bounded(oneIn) == 0; }
-    QString text() {
-        static const QStringList words{QStringLiteral("Gull"), QStringLiteral("GULL wide"),
-                                       QStringLiteral("ÄRA 2"), QStringLiteral("l w")};
-        return words.at(m_random.bounded(int(words.size())));
-    }
-    std::optional<QString> maybeText() { return chance(3) ? std::optional(text()) : std::nullopt; }
-
-    VideoItem video(const QString &id) {
-        VideoRecord video = makeVideo(id, chance(2) ? text() : QStringLiteral("a.mov"));
-        video.rating = m_random.bounded(6);
-        video.rejected = chance(3);
-        video.favorite = chance(2);
-        video.selectedForExport = chance(2);
-        video.reviewed = chance(2);
-        video.notes = maybeText();
-        if (chance(3)) {
-            video.tags = {QStringLiteral("tag"), text()};
-        }
-        for (int index = m_random.bounded(4); index > 0; --index) {
-            Subclip subclip =
-                makeSubclip(id + QStringLiteral("-%1").arg(index), m_random.bounded(3));
-            subclip.rating = chance(2) ? 0 : m_random.bounded(6);
-            subclip.favorite = chance(2);
-            subclip.selectedForExport = chance(2);
-            subclip.label = maybeText();
-            subclip.notes = maybeText();
-            video.subclips.append(subclip);
-        }
-        return video;
-    }
-
-    QRandomGenerator m_random;
-};
 
 /// The filter once more, one condition after another, with nothing prepared ahead.
 class PlainReading {

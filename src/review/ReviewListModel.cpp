@@ -1,0 +1,190 @@
+#include "review/ReviewListModel.h"
+
+#include "review/ReviewListing.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace corvane {
+
+namespace {
+
+/// More changed clips than this, and making the list anew is as quick.
+constexpr size_t kMostSplices = 8;
+
+bool showsTheSame(VideoRecord left, VideoRecord right) {
+    const bool hasSameCount = left.subclips.size() == right.subclips.size();
+    left.subclips.clear();
+    right.subclips.clear();
+    return hasSameCount && left == right;
+}
+
+std::vector<int> projectOrder(size_t count) {
+    std::vector<int> order(count);
+    std::iota(order.begin(), order.end(), 0);
+    return order;
+}
+
+} // namespace
+
+void ReviewListModel::setProject(const Project *project) {
+    m_projectFolder = project ? projectFolder(project->filePath) : QString();
+    const ReviewIndex::Change change =
+        m_index.update(project ? project->videos : QList<VideoItem>());
+    m_order.update(m_index, change);
+    if (change.clipsMoved || change.changed.size() > kMostSplices) {
+        relist();
+    } else if (!change.changed.empty()) {
+        relist(change.changed);
+    }
+    for (const ReviewIndex::ChangedClip &changed : change.changed) {
+        notify(changed);
+    }
+}
+
+void ReviewListModel::setState(const ReviewState &state) {
+    if (m_state != state) {
+        m_state = state;
+        relist();
+    }
+}
+
+void ReviewListModel::relist() {
+    const ReviewListing listing(m_state, m_index);
+    std::vector<Key> rows = listing.rows(isInOrderOfSort() ? m_order.order(m_state.sort, m_index)
+                                                           : projectOrder(m_index.clips().size()));
+    m_visibleCount = isInOrderOfSort()
+                         ? std::ranges::count_if(
+                               rows, [this](Key key) { return !m_index.place(key).isSubclip(); })
+                         : qsizetype(rows.size());
+    setKeys(std::move(rows));
+}
+
+/// The rows of the clips that changed are taken out and put in again where they belong now.
+void ReviewListModel::relist(const std::vector<ReviewIndex::ChangedClip> &changed) {
+    std::vector<Key> rows = keys();
+    std::erase_if(rows, [&](Key key) {
+        const ReviewIndex::Place place = m_index.place(key);
+        const bool goes = !place.exists() ||
+                          std::ranges::any_of(changed, [&](const ReviewIndex::ChangedClip &clip) {
+                              return clip.position == place.clip;
+                          });
+        m_visibleCount -= goes && place.exists() && !place.isSubclip();
+        return goes;
+    });
+    const std::vector<int> &ranks = isInOrderOfSort() ? m_order.ranks(m_state.sort, m_index)
+                                                      : projectOrder(m_index.clips().size());
+    const ReviewListing listing(m_state, m_index);
+    for (const ReviewIndex::ChangedClip &clip : changed) {
+        std::vector<Key> block;
+        listing.appendRows(block, clip.position);
+        const auto rankOf = [&](Key key) { return ranks[size_t(m_index.place(key).clip)]; };
+        const auto behind =
+            std::ranges::lower_bound(rows, ranks[size_t(clip.position)], {}, rankOf);
+        rows.insert(behind, block.begin(), block.end());
+        m_visibleCount += !block.empty();
+    }
+    if (!isInOrderOfSort()) {
+        m_visibleCount = qsizetype(rows.size());
+    }
+    setKeys(std::move(rows));
+}
+
+void ReviewListModel::notify(const ReviewIndex::ChangedClip &changed) {
+    const ReviewIndex::IndexedClip &clip = m_index.clip(changed.position);
+    if (!showsTheSame(*changed.before, *clip.video)) {
+        notifyRow(clip.key);
+    }
+    const bool allChanged = changed.before->thumbnailPath != clip.video->thumbnailPath;
+    for (const ReviewIndex::IndexedSubclip &subclip : clip.subclips) {
+        if (allChanged ||
+            !changed.before->subclips.contains(clip.video->subclips.at(subclip.place))) {
+            notifyRow(subclip.key);
+        }
+    }
+}
+
+void ReviewListModel::setHighlights(ReviewHighlights highlights) {
+    if (m_highlights == highlights) {
+        return;
+    }
+    const ReviewHighlights before = std::exchange(m_highlights, std::move(highlights));
+    if (before.markedClipIds != m_highlights.markedClipIds ||
+        before.markedSubclipIds != m_highlights.markedSubclipIds) {
+        notifyRows({IsMarkedRole});
+    }
+    for (const auto &videoId : {before.selectedVideoId, m_highlights.selectedVideoId}) {
+        const auto key = keyOfVideo(videoId);
+        if (!key || (before.selectedVideoId == m_highlights.selectedVideoId &&
+                     before.activeSubclipId == m_highlights.activeSubclipId)) {
+            continue;
+        }
+        notifyRow(*key, {IsSelectedRole});
+        for (const auto &subclip : m_index.clip(m_index.place(*key).clip).subclips) {
+            notifyRow(subclip.key, {IsSelectedRole});
+        }
+    }
+}
+
+std::optional<ReviewListModel::Key>
+ReviewListModel::keyOfVideo(const std::optional<QString> &id) const {
+    const qsizetype position = id ? m_index.positionOf(*id) : -1;
+    return position < 0 ? std::nullopt : std::optional(m_index.clip(position).key);
+}
+
+qsizetype ReviewListModel::totalCount() const {
+    if (m_state.subclipsView) {
+        return m_index.subclipCount();
+    }
+    return qsizetype(m_index.clips().size()) + (m_state.selectedOnly ? m_index.subclipCount() : 0);
+}
+
+SidebarRowId ReviewListModel::rowId(qsizetype row) const {
+    const ReviewIndex::Place place = m_index.place(keyAt(row));
+    const QString videoId = m_index.clip(place.clip).video->id;
+    return {videoId, place.isSubclip() ? std::optional(m_index.subclip(place).id) : std::nullopt};
+}
+
+QList<SidebarRowId> ReviewListModel::orderedRowIds() const {
+    QList<SidebarRowId> ids;
+    ids.reserve(rowCount());
+    for (int row = 0; row < rowCount(); ++row) {
+        ids.append(rowId(row));
+    }
+    return ids;
+}
+
+ReviewTargets ReviewListModel::bulkTargets() const {
+    ReviewTargets targets;
+    for (int row = 0; row < rowCount(); ++row) {
+        const SidebarRowId id = rowId(row);
+        if (!id.isSubclip()) {
+            targets.clips.append(id.videoId);
+        } else if (!isInOrderOfSort()) {
+            targets.subclips.append({id.videoId, *id.subclipId});
+        }
+    }
+    return targets;
+}
+
+const VideoRecord *ReviewListModel::video(const std::optional<QString> &id) const {
+    const qsizetype position = id ? m_index.positionOf(*id) : -1;
+    return position < 0 ? nullptr : &*m_index.clip(position).video;
+}
+
+QList<SubclipKey> ReviewListModel::subclipKeys(const QSet<QString> &subclipIds) const {
+    QList<SubclipKey> keys;
+    for (const ReviewIndex::IndexedClip &clip : m_index.clips()) {
+        for (const Subclip &subclip : clip.video->subclips) {
+            if (subclipIds.contains(subclip.id)) {
+                keys.append({clip.video->id, subclip.id});
+            }
+        }
+        if (keys.size() == subclipIds.size()) {
+            break;
+        }
+    }
+    return keys;
+}
+
+} // namespace corvane

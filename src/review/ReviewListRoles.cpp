@@ -1,0 +1,133 @@
+// What the rows of the side pane show.
+
+#include "review/ReviewFormats.h"
+#include "review/ReviewListModel.h"
+#include "trust/PathSafety.h"
+
+namespace corvane {
+
+QVariant ReviewListModel::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) {
+        return {};
+    }
+    const ReviewIndex::Place place = m_index.place(keyAt(index.row()));
+    if (!place.exists()) {
+        return {}; // gone from the document, and about to go from the list
+    }
+    const VideoRecord &video = *m_index.clip(place.clip).video;
+    return place.isSubclip() ? subclipData(m_index.subclip(place), video, role)
+                             : clipData(video, role);
+}
+
+QVariant ReviewListModel::clipData(const VideoRecord &video, int role) const {
+    switch (role) {
+    case RowIdRole:
+        return QString(QStringLiteral("clip-") + video.id);
+    case IsSubclipRole:
+    case IsInlineRole:
+        return false;
+    case VideoIdRole:
+        return video.id;
+    case SubclipIdRole:
+    case FallbackThumbnailRole:
+        return QString();
+    case NameRole:
+    case Qt::DisplayRole:
+        return video.fileName;
+    case TimeRole:
+        return ReviewFormats::duration(video.durationSeconds);
+    case RatingRole:
+        return ReviewFormats::rating(video.rating);
+    case FavoriteRole:
+        return video.favorite;
+    case SelectedForExportRole:
+        return video.selectedForExport;
+    case ReviewedRole:
+        return video.reviewed;
+    case RejectedRole:
+        return video.rejected;
+    case SubclipCountRole:
+        return ReviewFormats::subclipCount(video.subclips.size());
+    case HasHdRole:
+        return video.hdPath.has_value();
+    case ThumbnailRole:
+        return thumbnail(video);
+    case IsSelectedRole:
+        return m_highlights.selectedVideoId == video.id;
+    case IsMarkedRole:
+        return m_highlights.markedClipIds.contains(video.id);
+    default:
+        return {};
+    }
+}
+
+QVariant ReviewListModel::subclipData(const Subclip &subclip, const VideoRecord &parent,
+                                      int role) const {
+    switch (role) {
+    case RowIdRole:
+        return QString(QStringLiteral("sub-") + subclip.id);
+    case IsSubclipRole:
+        return true;
+    case IsInlineRole:
+        return isInOrderOfSort();
+    case VideoIdRole:
+        return parent.id;
+    case SubclipIdRole:
+        return subclip.id;
+    case NameRole:
+    case Qt::DisplayRole:
+        return ReviewFormats::displayName(subclip);
+    case TimeRole:
+        return ReviewFormats::subclipRange(subclip);
+    case RatingRole:
+        return ReviewFormats::rating(subclip.rating);
+    case FavoriteRole:
+        return subclip.favorite;
+    case SelectedForExportRole:
+        return subclip.selectedForExport;
+    case ReviewedRole:
+    case RejectedRole:
+    case HasHdRole:
+        return false;
+    case SubclipCountRole:
+        return QString();
+    case ThumbnailRole:
+        return PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder).value_or(QString());
+    case FallbackThumbnailRole:
+        return thumbnail(parent);
+    case IsSelectedRole:
+        return m_highlights.activeSubclipId == subclip.id;
+    case IsMarkedRole:
+        return m_highlights.markedSubclipIds.contains(subclip.id);
+    default:
+        return {};
+    }
+}
+
+QString ReviewListModel::thumbnail(const VideoRecord &video) const {
+    return PathSafety::resolveCachePath(video.thumbnailPath.value_or(QString()), m_projectFolder)
+        .value_or(QString());
+}
+
+QHash<int, QByteArray> ReviewListModel::roleNames() const {
+    return {{RowIdRole, "rowId"},
+            {IsSubclipRole, "isSubclip"},
+            {IsInlineRole, "isInline"},
+            {VideoIdRole, "videoId"},
+            {SubclipIdRole, "subclipId"},
+            {NameRole, "name"},
+            {TimeRole, "time"},
+            {RatingRole, "rating"},
+            {FavoriteRole, "favorite"},
+            {SelectedForExportRole, "selectedForExport"},
+            {ReviewedRole, "reviewed"},
+            {RejectedRole, "rejected"},
+            {SubclipCountRole, "subclipCount"},
+            {HasHdRole, "hasHd"},
+            {ThumbnailRole, "thumbnail"},
+            {FallbackThumbnailRole, "fallbackThumbnail"},
+            {IsSelectedRole, "isSelected"},
+            {IsMarkedRole, "isMarked"}};
+}
+
+} // namespace corvane

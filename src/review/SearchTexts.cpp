@@ -1,0 +1,78 @@
+#include "review/SearchTexts.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace corvane {
+
+namespace {
+
+/// In no UTF-8 text.
+constexpr char kTextEnd = char(0xFF);
+
+/// Where a pair of bytes stands among 1024 bits.
+quint16 pairBit(uchar first, uchar second) {
+    return quint16(((quint32(first) << 8 | second) * 2654435761u) >> 22);
+}
+
+} // namespace
+
+SearchQuery::SearchQuery(const QString &term) : m_bytes(term.toUtf8()) {
+    for (qsizetype index = 1; index < m_bytes.size(); ++index) {
+        m_pairs.push_back(pairBit(uchar(m_bytes.at(index - 1)), uchar(m_bytes.at(index))));
+    }
+}
+
+SearchTexts::SearchTexts(const VideoRecord &video, const std::vector<qsizetype> &subclips) {
+    append(video.fileName);
+    append(video.notes.value_or(QString()));
+    for (const QString &tag : video.tags) {
+        append(tag);
+    }
+    m_ends.push_back(qint32(m_texts.size()));
+    for (const qsizetype place : subclips) {
+        append(video.subclips.at(place).label.value_or(QString()));
+        append(video.subclips.at(place).notes.value_or(QString()));
+        m_ends.push_back(qint32(m_texts.size()));
+    }
+    m_texts.squeeze();
+    notePairs();
+}
+
+void SearchTexts::append(const QString &text) {
+    if (!text.isEmpty()) {
+        m_texts += text.toLower().toUtf8();
+        m_texts += kTextEnd;
+    }
+}
+
+void SearchTexts::notePairs() {
+    for (qsizetype index = 1; index < m_texts.size(); ++index) {
+        const quint16 bit = pairBit(uchar(m_texts.at(index - 1)), uchar(m_texts.at(index)));
+        m_pairs[bit / 64] |= quint64(1) << (bit % 64);
+    }
+}
+
+bool SearchTexts::mayHold(const SearchQuery &query) const {
+    return std::ranges::all_of(
+        query.pairs(), [this](quint16 bit) { return (m_pairs[bit / 64] >> (bit % 64) & 1) != 0; });
+}
+
+bool SearchTexts::rangeHolds(qsizetype begin, qsizetype end, const SearchQuery &query) const {
+    return memmem(m_texts.constData() + begin, size_t(end - begin), query.bytes().constData(),
+                  size_t(query.bytes().size())) != nullptr;
+}
+
+bool SearchTexts::hold(const SearchQuery &query) const {
+    return mayHold(query) && rangeHolds(0, m_texts.size(), query);
+}
+
+bool SearchTexts::clipHolds(const SearchQuery &query) const {
+    return mayHold(query) && rangeHolds(0, m_ends.front(), query);
+}
+
+bool SearchTexts::subclipHolds(size_t subclip, const SearchQuery &query) const {
+    return rangeHolds(m_ends[subclip], m_ends[subclip + 1], query);
+}
+
+} // namespace corvane

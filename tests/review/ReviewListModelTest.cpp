@@ -1,0 +1,178 @@
+#include "review/ReviewListModel.h"
+#include "RandomProject.h"
+#include "review/ReviewLists.h"
+#include "support/SampleProject.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+
+namespace {
+
+QString textOf(const SidebarRowId &id) {
+    return id.subclipId.value_or(id.videoId);
+}
+
+/// A view that knows of the model only what the model tells it.
+class MirrorView {
+  public:
+    explicit MirrorView(ReviewListModel &model) : m_model(model) {
+        using Model = QAbstractItemModel;
+        QObject::connect(&model, &Model::modelReset, [this] { ++resets; });
+        QObject::connect(&model, &Model::rowsRemoved, [this](const auto &, int first, int last) {
+            rows.remove(first, last - first + 1);
+            check();
+        });
+        QObject::connect(&model, &Model::rowsInserted, [this](const auto &, int first, int last) {
+            for (int row = first; row <= last; ++row) {
+                rows.insert(row, textOf(m_model.rowId(row)));
+            }
+            ++insertions;
+            check();
+        });
+        QObject::connect(&model, &Model::rowsMoved,
+                         [this](const auto &, int first, int last, const auto &, int before) {
+                             const QStringList moved = rows.mid(first, last - first + 1);
+                             rows.remove(first, moved.size());
+                             before -= before > first ? int(moved.size()) : 0;
+                             for (qsizetype which = 0; which < moved.size(); ++which) {
+                                 rows.insert(before + which, moved.at(which));
+                             }
+                             ++moves;
+                         });
+        QObject::connect(&model, &Model::layoutChanged, [this] {
+            QStringList sorted = rows;
+            rows = shown();
+            QStringList now = rows;
+            sorted.sort();
+            now.sort();
+            EXPECT_EQ(sorted, now) << "another order has the same rows";
+        });
+        QObject::connect(&model, &Model::dataChanged, [this](const auto &first, const auto &last) {
+            for (int row = first.row(); row <= last.row(); ++row) {
+                told.append(rows.at(row));
+            }
+        });
+    }
+
+    QStringList shown() const {
+        QStringList texts;
+        for (int row = 0; row < m_model.rowCount(); ++row) {
+            texts.append(textOf(m_model.rowId(row)));
+        }
+        return texts;
+    }
+
+    QStringList rows;
+    QStringList told;
+    int resets = 0;
+    int insertions = 0;
+    int moves = 0;
+
+  private:
+    void check() const { EXPECT_EQ(rows.size(), m_model.rowCount()); }
+
+    ReviewListModel &m_model;
+};
+
+} // namespace
+
+TEST(ReviewListModel, TellsRemovedAndInsertedRowsUntilItShowsWhatThePlainListsHold) {
+    for (quint32 seed = 1; seed <= 400; ++seed) {
+        test::RandomProject random(seed);
+        Project project = random.make();
+        ReviewState state;
+        ReviewListModel model;
+        MirrorView view(model);
+        for (int step = 0; step < 12; ++step) {
+            random.change(project);
+            model.setProject(&project);
+            if (step % 3 == 2) {
+                state = random.state();
+                state.sort = ReviewState::Sort(seed % 4);
+                model.setState(state);
+            }
+            QStringList expected;
+            const QList<SidebarRowId> ids = ReviewLists::orderedRowIds(state, project);
+            std::ranges::transform(ids, std::back_inserter(expected), textOf);
+            ASSERT_EQ(view.rows, expected) << "seed " << seed << " step " << step;
+            ASSERT_EQ(model.orderedRowIds(), ids);
+            EXPECT_EQ(model.visibleCount(), ReviewLists::visibleCount(state, project));
+            EXPECT_EQ(model.totalCount(), ReviewLists::totalCount(state, project));
+            EXPECT_EQ(model.clips().hasSelects(),
+                      std::ranges::any_of(project.videos, [](const VideoItem &video) {
+                          return video->selectedForExport ||
+                                 std::ranges::any_of(video->subclips, &Subclip::selectedForExport);
+                      }));
+        }
+        EXPECT_EQ(view.resets, 0);
+    }
+}
+
+TEST(ReviewListModel, OneEditTellsOfOneRow) {
+    Project project = test::sampleProject(20, 2);
+    ReviewListModel model;
+    model.setProject(&project);
+    MirrorView view(model);
+    view.rows = view.shown();
+    project.videos[7].edit().favorite = true;
+    model.setProject(&project);
+    EXPECT_EQ(view.told, QStringList{QStringLiteral("clip-7")});
+    view.told.clear();
+    project.videos[7].edit().subclips[1].label = QStringLiteral("Wide");
+    model.setProject(&project);
+    EXPECT_EQ(view.told, QStringList{QStringLiteral("clip-7-sub-1")});
+    EXPECT_EQ(model.data(model.index(model.rowCount() - 1), ReviewListModel::NameRole),
+              QStringLiteral("Subclip 2"));
+
+    view.told.clear();
+    model.setState({.sort = ReviewState::Sort::rating});
+    project.videos[7].edit().rating = 3;
+    model.setProject(&project);
+    EXPECT_EQ(view.moves, 1) << "the clip and its subclips move to the front as one";
+    EXPECT_EQ(view.told, QStringList{QStringLiteral("clip-7")});
+    EXPECT_EQ(view.rows.mid(0, 3).last(), QStringLiteral("clip-7-sub-1"));
+    EXPECT_EQ(view.rows, view.shown());
+}
+
+TEST(ReviewListModel, KeepsTheIdentityOfRowsThroughFilterAndSort) {
+    Project project = test::sampleProject(30);
+    for (int index = 0; index < 30; ++index) {
+        project.videos[index].edit().rating = index % 5;
+    }
+    ReviewListModel model;
+    model.setProject(&project);
+    MirrorView view(model);
+    view.rows = view.shown();
+    const auto rowOf = [&](const char *id) {
+        return QPersistentModelIndex(
+            model.index(int(view.shown().indexOf(QString::fromLatin1(id)))));
+    };
+    const QPersistentModelIndex staying = rowOf("clip-14");
+    const QPersistentModelIndex going = rowOf("clip-10");
+    model.setState({.ratingFilter = ReviewState::RatingFilter::threshold(4),
+                    .sort = ReviewState::Sort::rating});
+    EXPECT_EQ(staying.data(ReviewListModel::VideoIdRole), QStringLiteral("clip-14"));
+    EXPECT_FALSE(going.isValid());
+    model.setState({.sort = ReviewState::Sort::filename});
+    EXPECT_EQ(staying.data(ReviewListModel::VideoIdRole), QStringLiteral("clip-14"));
+    EXPECT_EQ(view.rows, view.shown());
+}
+
+TEST(ReviewListModel, TellsSoManyStepsAtMostHoweverScatteredTheRowsAre) {
+    Project project = test::sampleProject(2000);
+    for (int index = 0; index < 2000; index += 2) {
+        project.videos[index].edit().favorite = true;
+    }
+    ReviewListModel model;
+    model.setProject(&project);
+    model.setState({.favoritesOnly = true});
+    MirrorView view(model);
+    view.rows = view.shown();
+    model.setState({});
+    EXPECT_LE(view.insertions, int(rowDiff::kMostHunks));
+    EXPECT_EQ(view.rows, view.shown());
+    EXPECT_EQ(view.rows.size(), 2000);
+}
+
+} // namespace corvane
