@@ -2,6 +2,7 @@
 
 #include "cli/JSONMembers.h"
 #include "cli/TextTable.h"
+#include "review/ReviewFormats.h"
 
 namespace corvane {
 
@@ -41,11 +42,9 @@ QString flagsText(const Subclip &subclip) {
 
 QString subclipName(const MixedSidebarRow &row) {
     const Subclip &subclip = *row.subclip;
-    const QString name =
-        subclip.label.value_or(QStringLiteral("Subclip %1").arg(subclip.creationIndex));
     return QStringLiteral("%1: %2, %3 to %4")
-        .arg(row.video->fileName, name, secondsText(subclip.inSeconds),
-             secondsText(subclip.outSeconds));
+        .arg(row.video->fileName, ReviewFormats::displayName(subclip),
+             secondsText(subclip.inSeconds), secondsText(subclip.outSeconds));
 }
 
 QStringList cellsOf(const MixedSidebarRow &row) {

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "review/ReviewState.h"
+
+#include <QObject>
+#include <QVariant>
+
+namespace corvane {
+
+/// The filter row above the list: it owns the review's filter and says what each of its controls
+/// shows. Every change of the filter takes effect at once. Main thread.
+class FilterBar : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QVariantList chips READ chips NOTIFY stateChanged)
+    Q_PROPERTY(QString ratingLabel READ ratingLabel NOTIFY stateChanged)
+    Q_PROPERTY(bool ratingIsActive READ ratingIsActive NOTIFY stateChanged)
+    Q_PROPERTY(QVariantList ratingItems READ ratingItems NOTIFY stateChanged)
+    Q_PROPERTY(QString searchQuery READ searchQuery WRITE setSearchQuery NOTIFY stateChanged)
+    Q_PROPERTY(bool canClearSearch READ canClearSearch NOTIFY stateChanged)
+    Q_PROPERTY(QString sortLabel READ sortLabel NOTIFY stateChanged)
+    Q_PROPERTY(QVariantList sortItems READ sortItems NOTIFY stateChanged)
+    Q_PROPERTY(bool useLargeThumbnails READ useLargeThumbnails WRITE setUseLargeThumbnails NOTIFY
+                   stateChanged)
+    Q_PROPERTY(QString countLabel READ countLabel NOTIFY countsChanged)
+    Q_PROPERTY(bool hasBulkActions READ hasBulkActions NOTIFY countsChanged)
+
+  public:
+    enum class Chip { all, unreviewed, favorites, selected, subclips, showRejects };
+    Q_ENUM(Chip)
+
+    using QObject::QObject;
+
+    static QString label(ReviewState::Sort sort);
+    static QString label(const ReviewState::RatingFilter &filter);
+
+    const ReviewState &state() const { return m_state; }
+    void setState(const ReviewState &state);
+    /// What the list that the filter asks for holds, told by who made it.
+    void setCounts(qsizetype visible, qsizetype total);
+
+    /// Maps with "chip", "title" and "isActive".
+    QVariantList chips() const;
+    /// "All" clears every filter; the others are independent of one another.
+    Q_INVOKABLE void click(corvane::FilterBar::Chip chip);
+    Q_INVOKABLE void clearFilters();
+
+    QString ratingLabel() const { return label(m_state.ratingFilter); }
+    bool ratingIsActive() const;
+    /// Maps with "title", "isCurrent" and "isDivider".
+    QVariantList ratingItems() const;
+    /// By the item's place in the menu.
+    Q_INVOKABLE void chooseRating(int item);
+
+    const QString &searchQuery() const { return m_state.searchQuery; }
+    void setSearchQuery(const QString &text);
+    bool canClearSearch() const { return !m_state.searchQuery.isEmpty(); }
+
+    QString sortLabel() const;
+    /// Maps with "title" and "isCurrent".
+    QVariantList sortItems() const;
+    Q_INVOKABLE void chooseSort(int item);
+
+    bool useLargeThumbnails() const { return m_state.useLargeThumbnails; }
+    void setUseLargeThumbnails(bool use);
+
+    QString countLabel() const;
+    /// "Add to Selects" and "Remove from Selects" are there only while something is listed.
+    bool hasBulkActions() const { return m_visible > 0; }
+
+  Q_SIGNALS:
+    void stateChanged();
+    void countsChanged();
+
+  private:
+    bool isActive(Chip chip) const;
+
+    ReviewState m_state;
+    qsizetype m_visible = 0;
+    qsizetype m_total = 0;
+};
+
+} // namespace corvane

@@ -1,0 +1,97 @@
+#include "review/KeyMap.h"
+
+#include <algorithm>
+#include <array>
+
+namespace corvane::KeyMap {
+
+namespace {
+
+/// Which modifiers a binding asks for. Shift is free unless it is named.
+enum class With { anyShift, shift, noShift, command, shiftCommand };
+
+struct Binding {
+    std::array<int, 6> keys; ///< any of them; unused places are 0
+    With with;
+    Action action;
+    int argument;
+    const char *keyText;
+    const char *meaning;
+};
+
+using enum Action;
+
+// clang-format off
+constexpr Binding kBindings[] = {
+    {{Qt::Key_Z},            With::command,      undo,              0, "Cmd+Z",       "Undo"},
+    {{Qt::Key_Z},            With::shiftCommand, redo,              0, "Shift+Cmd+Z", "Redo"},
+    {{Qt::Key_Space},        With::anyShift,     togglePlayback,    0, "Space",       "Play or pause"},
+    {{Qt::Key_K},            With::anyShift,     stopPlayback,      0, "K",           "Stop"},
+    {{Qt::Key_J},            With::anyShift,     shuttleBackward,   0, "J",           "Play in reverse; again for 2, 4 and 8 times the speed"},
+    {{Qt::Key_L},            With::anyShift,     shuttleForward,    0, "L",           "Play forward; again for 2, 4 and 8 times the speed"},
+    {{Qt::Key_Comma},        With::anyShift,     stepFrames,       -1, ",",           "One frame back"},
+    {{Qt::Key_Period},       With::anyShift,     stepFrames,        1, ".",           "One frame forward"},
+    {{Qt::Key_Left},         With::anyShift,     skip,             -5, "Left arrow",  "5 seconds back"},
+    {{Qt::Key_Right},        With::anyShift,     skip,              5, "Right arrow", "5 seconds forward"},
+    {{Qt::Key_I},            With::noShift,      markIn,            0, "i",           "Mark in at the playhead"},
+    {{Qt::Key_I},            With::shift,        nudgeIn,           0, "Shift+I",     "Nudge in by a frame"},
+    {{Qt::Key_O},            With::noShift,      markOut,           0, "o",           "Mark out at the playhead"},
+    {{Qt::Key_O},            With::shift,        nudgeOut,          0, "Shift+O",     "Nudge out by a frame"},
+    {{Qt::Key_Return, Qt::Key_Enter},
+                             With::anyShift,     saveDraft,         0, "Return",      "Save the marked range as a subclip"},
+    {{Qt::Key_Escape},       With::anyShift,     leaveSubclipMode,  0, "Esc",         "Leave subclip mode and clear the marks"},
+    {{Qt::Key_BracketLeft},  With::anyShift,     jumpToIn,          0, "[",           "Jump to the in mark"},
+    {{Qt::Key_BracketRight}, With::anyShift,     jumpToOut,         0, "]",           "Jump to the out mark"},
+    {{Qt::Key_0, Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4, Qt::Key_5},
+                             With::anyShift,     rate,              0, "0 to 5",      "Rate the clip, the active subclip or all marked rows; 0 clears"},
+    {{Qt::Key_F},            With::anyShift,     toggleFavorite,    0, "F",           "Favorite, for the clip, the active subclip or all marked rows"},
+    {{Qt::Key_S},            With::anyShift,     toggleSelected,    0, "S",           "Mark for export, for the clip, the active subclip or all marked rows"},
+    {{Qt::Key_R},            With::anyShift,     toggleReviewed,    0, "R",           "Reviewed, for the clip or all marked clips"},
+    {{Qt::Key_X},            With::anyShift,     toggleRejected,    0, "X",           "Rejected, for the clip or all marked clips"},
+};
+// clang-format on
+
+bool matches(With with, Qt::KeyboardModifiers modifiers) {
+    const bool hasShift = modifiers.testFlag(Qt::ShiftModifier);
+    const bool hasCommand = modifiers.testFlag(Qt::ControlModifier);
+    switch (with) {
+    case With::anyShift:
+        return !hasCommand;
+    case With::shift:
+        return !hasCommand && hasShift;
+    case With::noShift:
+        return !hasCommand && !hasShift;
+    case With::command:
+        return hasCommand && !hasShift;
+    case With::shiftCommand:
+        return hasCommand && hasShift;
+    }
+    return false;
+}
+
+} // namespace
+
+std::optional<Command> command(int key, Qt::KeyboardModifiers modifiers) {
+    if (key == 0 || modifiers & (Qt::MetaModifier | Qt::AltModifier)) {
+        return std::nullopt;
+    }
+    for (const Binding &binding : kBindings) {
+        if (std::ranges::find(binding.keys, key) == binding.keys.end() ||
+            !matches(binding.with, modifiers)) {
+            continue;
+        }
+        const int argument = binding.action == rate ? key - Qt::Key_0 : binding.argument;
+        return Command{binding.action, argument};
+    }
+    return std::nullopt;
+}
+
+QList<GuideRow> guideRows() {
+    QList<GuideRow> rows;
+    for (const Binding &binding : kBindings) {
+        rows.append({QString::fromUtf8(binding.keyText), QString::fromUtf8(binding.meaning)});
+    }
+    return rows;
+}
+
+} // namespace corvane::KeyMap

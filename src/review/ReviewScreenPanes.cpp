@@ -1,0 +1,173 @@
+// What the panes of the review screen show around the list: transport, sheets, drawers.
+
+#include "review/ReviewFormats.h"
+#include "review/ReviewScreenState.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+QVariant valueOrNull(const std::optional<double> &value) {
+    return value ? QVariant(*value) : QVariant();
+}
+
+QString noSelectsHelp() {
+    return QStringLiteral("Mark clips with the S flag in Review first");
+}
+
+} // namespace
+
+std::optional<ScrubberGeometry::Range> ReviewScreenState::activeRange() const {
+    const Subclip *active = activeSubclip();
+    return active ? std::optional(ScrubberGeometry::Range{active->inSeconds, active->outSeconds})
+                  : std::nullopt;
+}
+
+double ReviewScreenState::transportDuration() const {
+    const auto range = activeRange();
+    return range ? std::max(range->outSeconds - range->inSeconds, 0.0) : m_player.durationSeconds();
+}
+
+double ReviewScreenState::transportTime() const {
+    const auto range = activeRange();
+    return range
+               ? std::clamp(m_player.currentSeconds() - range->inSeconds, 0.0, transportDuration())
+               : m_player.currentSeconds();
+}
+
+QString ReviewScreenState::transportText() const {
+    return ReviewFormats::transportTime(transportTime()) + QStringLiteral("  /  ") +
+           ReviewFormats::transportTime(transportDuration());
+}
+
+double ReviewScreenState::playedFraction() const {
+    return ScrubberGeometry::position(transportTime(), transportDuration());
+}
+
+double ReviewScreenState::scrubberFraction(double seconds) const {
+    return ScrubberGeometry::position(seconds, transportDuration());
+}
+
+std::optional<double> ReviewScreenState::shownDraftIn() const {
+    return ScrubberGeometry::shownDraft(m_draftIn, activeRange());
+}
+
+std::optional<double> ReviewScreenState::shownDraftOut() const {
+    return ScrubberGeometry::shownDraft(m_draftOut, activeRange());
+}
+
+QVariant ReviewScreenState::shownDraftInValue() const {
+    return valueOrNull(shownDraftIn());
+}
+
+QVariant ReviewScreenState::shownDraftOutValue() const {
+    return valueOrNull(shownDraftOut());
+}
+
+QString ReviewScreenState::playHelp() const {
+    return isPlaying() ? QStringLiteral("Pause (Space)") : QStringLiteral("Play (Space)");
+}
+
+void ReviewScreenState::setHoveringPlayer(bool hovering) {
+    if (std::exchange(m_hoveringPlayer, hovering) != hovering) {
+        Q_EMIT rateChanged();
+    }
+}
+
+void ReviewScreenState::scrub(double x, double width) {
+    const auto range = activeRange();
+    m_player.seek((range ? range->inSeconds : 0) +
+                  ScrubberGeometry::fraction(x, width) * transportDuration());
+}
+
+void ReviewScreenState::scrubFilmstrip(double x, double width) {
+    m_player.seek(ScrubberGeometry::fraction(x, width) * m_player.durationSeconds());
+}
+
+bool ReviewScreenState::showsSubclipBars() const {
+    const VideoRecord *video = selectedVideo();
+    return video && !video->subclips.isEmpty() && !isInSubclipMode();
+}
+
+QString ReviewScreenState::subclipCountText() const {
+    const VideoRecord *video = selectedVideo();
+    return ReviewFormats::countInParentheses(video ? video->subclips.size() : 0);
+}
+
+QString ReviewScreenState::exportHelp() const {
+    return hasSelects() ? QStringLiteral("Export selects (Cmd-E)") : noSelectsHelp();
+}
+
+QString ReviewScreenState::handoffHelp() const {
+    return hasSelects() ? QStringLiteral("Bundle selects + media into a portable .corvane package "
+                                         "(Shift-Cmd-E)")
+                        : noSelectsHelp();
+}
+
+/// With no clips at all the filter row says so, and the list is just empty.
+bool ReviewScreenState::showsNoMatches() const {
+    return m_list.visibleCount() == 0 && !m_list.clips().clips().empty();
+}
+
+void ReviewScreenState::openSheet(Sheet sheet) {
+    if (m_sheet == Sheet::none) {
+        m_sheet = sheet;
+        Q_EMIT sheetsChanged();
+    }
+}
+
+void ReviewScreenState::requestImport() {
+    openSheet(Sheet::import);
+}
+
+void ReviewScreenState::requestExport() {
+    if (hasSelects()) {
+        openSheet(Sheet::exporting);
+    }
+}
+
+void ReviewScreenState::requestHandoff() {
+    if (hasSelects()) {
+        openSheet(Sheet::handoff);
+    }
+}
+
+void ReviewScreenState::dismissSheet() {
+    if (std::exchange(m_sheet, Sheet::none) != Sheet::none) {
+        Q_EMIT sheetsChanged();
+    }
+}
+
+QString ReviewScreenState::inspectorGlyph() const {
+    return showsInspector() ? QStringLiteral("chevron.left") : QStringLiteral("info.circle");
+}
+
+QString ReviewScreenState::inspectorHelp() const {
+    if (!hasSelectedVideo()) {
+        return QStringLiteral("Select a clip to view its info");
+    }
+    return m_inspectorPanelOpen ? QStringLiteral("Back to clip list")
+                                : QStringLiteral("Show clip info");
+}
+
+void ReviewScreenState::toggleInspector() {
+    if (hasSelectedVideo()) {
+        m_inspectorPanelOpen = !m_inspectorPanelOpen;
+        Q_EMIT panelsChanged();
+    }
+}
+
+void ReviewScreenState::toggleSubclipDrawer() {
+    m_subclipDrawerOpen = !m_subclipDrawerOpen;
+    Q_EMIT panelsChanged();
+}
+
+void ReviewScreenState::setKeyboardFocused(bool focused) {
+    if (std::exchange(m_keyboardFocused, focused) != focused) {
+        Q_EMIT keyboardFocusedChanged();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,32 @@
+#include "review/SubclipThumbnails.h"
+
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
+#include "platform/SerialExecutor.h"
+#include "trust/PathSafety.h"
+
+#include <algorithm>
+
+namespace corvane::SubclipThumbnails {
+
+void generate(const Subclip &subclip, const QString &media, const QString &projectFolder,
+              const Writer &writer) {
+    // First the path: no folder is made through a link.
+    const auto file = PathSafety::subclipThumbnailPath(subclip.id, projectFolder);
+    if (!file || !writer || fileSystem().linkStatus(*file)) {
+        return;
+    }
+    try {
+        fileSystem().createFolders(paths::parentFolder(*file));
+        writer(media, std::max(subclip.inSeconds, 0.0), *file);
+    } catch (const std::exception &) {
+        return; // no picture, and no word of it
+    }
+}
+
+void generateDetached(const Subclip &subclip, const QString &media, const QString &projectFolder,
+                      const Writer &writer) {
+    utilityExecutor().post([=] { generate(subclip, media, projectFolder, writer); });
+}
+
+} // namespace corvane::SubclipThumbnails

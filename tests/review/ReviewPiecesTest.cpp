@@ -1,0 +1,184 @@
+#include "platform/SerialExecutor.h"
+#include "review/FlowLayout.h"
+#include "review/ReviewFormats.h"
+#include "ReviewScreenFixture.h"
+
+#include <limits>
+
+namespace corvane {
+
+namespace {
+
+using test::ReviewScreenTest;
+
+QStringList titles(const QVariantList &items, const char *wanted = nullptr) {
+    QStringList titles;
+    for (const QVariant &item : items) {
+        const QVariantMap map = item.toMap();
+        if (!wanted || map.value(QString::fromLatin1(wanted)).toBool()) {
+            titles.append(map.value(QStringLiteral("title")).toString());
+        }
+    }
+    return titles;
+}
+
+} // namespace
+
+TEST(ReviewFormats, WriteTimesAsEachPlaceDoes) {
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(ReviewFormats::transportTime(3661.9), QStringLiteral("01:01:01"));
+    EXPECT_EQ(ReviewFormats::transportTime(none), QStringLiteral("00:00:00"));
+    EXPECT_EQ(ReviewFormats::transportTime(-1), QStringLiteral("00:00:00"));
+    EXPECT_EQ(ReviewFormats::subclipTime(6000.259), QStringLiteral("100:00.25"));
+    EXPECT_EQ(ReviewFormats::subclipTime(1.0 / 0.0), QStringLiteral("00:00"));
+    EXPECT_EQ(ReviewFormats::duration(3725.9), QStringLiteral("1:02:05"));
+    EXPECT_EQ(ReviewFormats::duration(65), QStringLiteral("1:05"));
+    EXPECT_EQ(ReviewFormats::duration(none), QStringLiteral("—"));
+}
+
+TEST(ScrubberGeometry, FindsTimesAndBars) {
+    using namespace ScrubberGeometry;
+    EXPECT_EQ(fraction(50, 200), 0.25);
+    EXPECT_EQ(fraction(-3, 200), 0);
+    EXPECT_EQ(fraction(900, 200), 1);
+    EXPECT_EQ(fraction(0.5, 1), 0.5) << "no width to speak of";
+    EXPECT_EQ(bar(2, 4, 8, 100), QRectF(25, 3, 25, 6));
+    EXPECT_EQ(bar(0, 0.1, 3600, 100)->width(), 2);
+    EXPECT_FALSE(bar(0, 1, 0, 100));
+}
+
+TEST(FlowLayout, BreaksRowsWhereTheyAreFull) {
+    const QList<QSizeF> sizes{{40, 10}, {40, 20}, {200, 10}, {30, 10}};
+    const auto placed = FlowLayout::place(sizes, 5, 100.0);
+    EXPECT_EQ(placed.positions, (QList<QPointF>{{0, 0}, {45, 0}, {0, 25}, {0, 40}}));
+    EXPECT_EQ(placed.size, QSizeF(200, 50));
+    EXPECT_EQ(FlowLayout::place(sizes, 5, {}).size, QSizeF(325, 20));
+    EXPECT_EQ(FlowLayout::place({}, 5, 100.0).size, QSizeF(0, 0));
+}
+
+TEST_F(ReviewScreenTest, ShowsTheFilterRow) {
+    FilterBar &bar = screen.filterBar();
+    EXPECT_EQ(titles(bar.chips(), "isActive"), QStringList{QStringLiteral("All")});
+    EXPECT_EQ(bar.countLabel(), QStringLiteral("4 clips"));
+    EXPECT_EQ(titles(bar.ratingItems()).join(QLatin1Char(',')),
+              QStringLiteral("Off,,1★+,2★+,3★+,4★+,5★ only"));
+    bar.chooseRating(6);
+    EXPECT_EQ(bar.ratingLabel(), QStringLiteral("5★"));
+    bar.chooseRating(1);
+    EXPECT_EQ(bar.ratingLabel(), QStringLiteral("5★")) << "the divider is no choice";
+    bar.chooseRating(4);
+    EXPECT_EQ(bar.ratingLabel(), QStringLiteral("3★+"));
+    bar.click(FilterBar::Chip::favorites);
+    bar.chooseSort(3);
+    EXPECT_EQ(bar.sortLabel(), QStringLiteral("Sort: Duration"));
+    EXPECT_TRUE(screen.showsNoMatches());
+    bar.click(FilterBar::Chip::all);
+    EXPECT_EQ(titles(bar.chips(), "isActive"), QStringList{QStringLiteral("All")});
+    EXPECT_EQ(bar.sortLabel(), QStringLiteral("Sort: Duration"));
+}
+
+TEST_F(ReviewScreenTest, InspectsTheClip) {
+    ClipInspector &inspector = screen.inspector();
+    screen.toggleInspector();
+    EXPECT_FALSE(screen.showsInspector());
+    click("clip-0");
+    screen.toggleInspector();
+    EXPECT_EQ(screen.inspectorHelp(), QStringLiteral("Back to clip list"));
+    EXPECT_EQ(inspector.facts(), QStringList{QStringLiteral("0:12")});
+    store.updateProject([&] {
+        Project project = *store.project();
+        VideoRecord &video = project.videos[0].edit();
+        video.codec = QStringLiteral("avc1");
+        video.width = 3840;
+        video.height = 2160;
+        video.fps = 23.976;
+        return project;
+    }());
+    EXPECT_EQ(inspector.facts().join(QLatin1Char(' ')),
+              QStringLiteral("avc1 3840×2160 23.98fps 0:12"));
+    for (const char *typed : {" Gull ", "Gull", "gull", "  "}) {
+        inspector.setNewTag(QString::fromLatin1(typed));
+        inspector.addTag();
+    }
+    EXPECT_EQ(inspector.tags(), (QStringList{QStringLiteral("Gull"), QStringLiteral("gull")}));
+    inspector.setRating(5);
+    inspector.setRating(5);
+    inspector.toggleFlag(1);
+    EXPECT_EQ(inspector.rating(), 5);
+    EXPECT_EQ(titles(inspector.flags(), "isOn").first(), QStringLiteral("Selected"));
+    EXPECT_EQ(ClipInspector::starHelp(1), QStringLiteral("Rate 1 star (1 key)"));
+    EXPECT_EQ(ClipInspector::starHelp(2), QStringLiteral("Rate 2 stars (2 key)"));
+    screen.requestExport();
+    screen.requestImport();
+    EXPECT_TRUE(screen.isExporting() && !screen.isImporting()) << "one sheet at a time";
+}
+
+TEST_F(ReviewScreenTest, ForgetsEverythingWithTheProject) {
+    click("clip-0-sub-0");
+    player.becomeReady();
+    type("io");
+    screen.filterBar().setSearchQuery(QStringLiteral("clip"));
+    const QString other = folder.at(QStringLiteral("Other.corvane"));
+    test::await(store.createProject({.name = QStringLiteral("Other")}, other));
+    EXPECT_FALSE(screen.selectedVideoId() || screen.draftIn() || screen.activeSubclipId());
+    EXPECT_FALSE(player.range);
+    EXPECT_EQ(screen.filterBar().countLabel(), QStringLiteral("No clips yet"));
+    EXPECT_FALSE(screen.showsNoMatches());
+    EXPECT_TRUE(screen.isImporting()) << "a new project begins with the import";
+    screen.dismissSheet();
+    screen.disappear();
+    screen.appear();
+    EXPECT_FALSE(screen.isImporting());
+}
+
+TEST(FilmstripLoader, NeverShowsTheFramesOfAnEarlierClip) {
+    const test::TestFolder folder;
+    QList<std::stop_token> stops;
+    FilmstripLoader loader(
+        [&](QString id, QString, QString, std::stop_token stop) -> QCoro::Task<QStringList> {
+            stops.append(stop);
+            SerialExecutor executor(QStringLiteral("test"));
+            co_await executor.run([] {});
+            co_return QStringList{id};
+        });
+    const QString first = newIdentifier();
+    const QString second = newIdentifier();
+    QEventLoop loop;
+    QObject::connect(&loader, &FilmstripLoader::changed, &loop, [&] {
+        EXPECT_FALSE(loader.filmstripURLs().contains(first));
+        if (!loader.filmstripGenerating() && !loader.filmstripURLs().isEmpty()) {
+            loop.quit();
+        }
+    });
+    loader.start(first, {}, folder.path());
+    EXPECT_EQ(loader.placeholderText(), QStringLiteral("Generating filmstrip…"));
+    loader.start(second, {}, folder.path());
+    EXPECT_TRUE(stops.first().stop_requested());
+    loop.exec();
+    EXPECT_EQ(loader.filmstripURLs(), QStringList{second});
+    loader.start(QStringLiteral("no UUID"), {}, folder.path());
+    EXPECT_TRUE(loader.filmstripURLs().isEmpty() && !loader.filmstripGenerating());
+}
+
+TEST(SubclipThumbnails, AreMadeOnceAndOnlyForAnIdentityThatNamesAFile) {
+    const test::TestFolder folder;
+    Subclip subclip = test::sampleSubclip(newIdentifier(), QStringLiteral("clip"));
+    subclip.inSeconds = -1;
+    int written = 0;
+    const auto writer = [&](const QString &, double seconds, const QString &file) {
+        EXPECT_EQ(seconds, 0);
+        EXPECT_EQ(
+            folder.write(QStringLiteral(".corvane-cache/subclip-thumbs/%1.jpg").arg(subclip.id),
+                         "jpeg"),
+            file);
+        ++written;
+    };
+    SubclipThumbnails::generate(subclip, {}, folder.path(), writer);
+    SubclipThumbnails::generate(subclip, {}, folder.path(), writer);
+    EXPECT_EQ(written, 1);
+    subclip.id = QStringLiteral("../x");
+    SubclipThumbnails::generate(subclip, {}, folder.path(), writer);
+    EXPECT_EQ(written, 1);
+}
+
+} // namespace corvane

@@ -1,0 +1,315 @@
+#include "ReviewScreenFixture.h"
+
+namespace corvane {
+
+namespace {
+
+using test::ReviewScreenTest;
+
+QStringList idList(const char *ids) {
+    return QString::fromLatin1(ids).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+/// Fifty clips, as a card gives them.
+class ReviewOfFifty : public ReviewScreenTest {
+  protected:
+    ReviewOfFifty() : ReviewScreenTest(test::sampleProject(50)) {}
+};
+
+} // namespace
+
+TEST_F(ReviewScreenTest, LeavesKeysToTextAndIgnoresThemWithoutAClip) {
+    EXPECT_FALSE(press(Qt::Key_Space));
+    EXPECT_FALSE(press(Qt::Key_3));
+    EXPECT_TRUE(press(Qt::Key_Z, Qt::ControlModifier)) << "undo needs no clip";
+    click("clip-1");
+    for (const int key : {Qt::Key_Space, Qt::Key_Delete, Qt::Key_Escape, Qt::Key_3}) {
+        EXPECT_FALSE(screen.handleKeyDown(key, {}, true));
+        EXPECT_FALSE(screen.handleKeyPress(key, {}, true));
+    }
+    EXPECT_EQ(asked(), QString());
+    EXPECT_TRUE(screen.handleKeyDown(Qt::Key_F, {}, false, true)) << "held";
+    EXPECT_FALSE(clip(1).favorite);
+    EXPECT_FALSE(press(Qt::Key_Space, Qt::AltModifier));
+    EXPECT_FALSE(press(Qt::Key_K, Qt::MetaModifier));
+    EXPECT_TRUE(press(Qt::Key_Space, Qt::ShiftModifier));
+    EXPECT_EQ(player.shownRate, 1);
+}
+
+TEST_F(ReviewScreenTest, ShuttlesSkipsAndSteps) {
+    click("clip-0");
+    QList<double> rates;
+    for (const char key : {'J', 'J', 'J', 'J', 'J', 'L', 'L', 'L', 'L', 'L', 'J', 'K', 'L'}) {
+        press(key);
+        rates.append(player.shownRate);
+    }
+    EXPECT_EQ(rates, (QList<double>{-1, -2, -4, -8, -8, 1, 2, 4, 8, 8, -1, 0, 1}));
+    press(Qt::Key_Space);
+    EXPECT_EQ(player.shownRate, 0);
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    press(Qt::Key_Left);
+    press(Qt::Key_Period);
+    EXPECT_DOUBLE_EQ(player.current, 5.04);
+    press(Qt::Key_Comma);
+    EXPECT_DOUBLE_EQ(player.current, 5);
+}
+
+TEST_F(ReviewScreenTest, EditsTheClipTheActiveSubclipOrAllMarkedRowsInOneStep) {
+    click("clip-0");
+    type("4fsrx");
+    EXPECT_EQ(clip(0).rating, 4);
+    EXPECT_TRUE(clip(0).favorite && clip(0).rejected && !clip(0).reviewed);
+    EXPECT_FALSE(clip(0).selectedForExport) << "rejecting deselects";
+    type("x0");
+    EXPECT_FALSE(clip(0).rejected);
+    EXPECT_EQ(clip(0).rating, 0);
+
+    screen.filterBar().clearFilters();
+    click("clip-0-sub-1");
+    type("3fsr");
+    EXPECT_EQ(clip(0).subclips.at(1).rating, 3);
+    EXPECT_TRUE(clip(0).subclips.at(1).favorite && clip(0).subclips.at(1).selectedForExport);
+    EXPECT_EQ(clip(0).rating, 0);
+
+    click("clip-0-sub-1", Qt::ControlModifier);
+    click("clip-1", Qt::ControlModifier);
+    click("clip-2", Qt::ControlModifier);
+    const Project before = *store.project();
+    const auto bringBack = [&] {
+        press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(store.project()->videos, before.videos) << "one key, one step";
+    };
+    type("5");
+    EXPECT_EQ(clip(1).rating + clip(2).rating + clip(0).subclips.at(1).rating, 15);
+    bringBack();
+    type("f");
+    EXPECT_TRUE(clip(1).favorite && clip(2).favorite && !clip(0).subclips.at(1).favorite);
+    bringBack();
+    type("s");
+    EXPECT_TRUE(clip(1).selectedForExport && !clip(0).subclips.at(1).selectedForExport);
+    bringBack();
+    type("r");
+    EXPECT_FALSE(clip(1).reviewed || clip(2).reviewed) << "their subclips had reviewed them";
+    bringBack();
+    type("x");
+    EXPECT_TRUE(clip(1).rejected && clip(2).rejected && !clip(0).rejected);
+    bringBack();
+    EXPECT_EQ(marked(), idList("clip-0-sub-1 clip-1 clip-2"));
+}
+
+TEST_F(ReviewScreenTest, MarksRowsAndRanges) {
+    click("clip-1", Qt::ShiftModifier);
+    EXPECT_EQ(marked(), idList("clip-1")) << "without an anchor, the row alone";
+    click("clip-2-sub-0", Qt::ShiftModifier);
+    EXPECT_EQ(marked(), idList("clip-1 clip-1-sub-0 clip-1-sub-1 clip-2 clip-2-sub-0"));
+    click("clip-2", Qt::ControlModifier);
+    EXPECT_FALSE(marked().contains(QStringLiteral("clip-2")));
+    EXPECT_EQ(screen.multiSelection().clipMultiSelectAnchor, QStringLiteral("clip-2"));
+    EXPECT_FALSE(screen.selectedVideoId()) << "the player keeps its clip";
+    click("clip-3");
+    EXPECT_EQ(marked(), QStringList());
+    click("clip-2-sub-1", Qt::ShiftModifier);
+    EXPECT_EQ(marked(), idList("clip-2-sub-1 clip-3")) << "from the clip in the player";
+    type("i");
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(screen.multiSelection().exists());
+    EXPECT_TRUE(screen.draftIn());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(screen.draftIn());
+}
+
+TEST_F(ReviewScreenTest, AsksBeforeTheDeleteKeyDoesAnything) {
+    press(Qt::Key_Delete);
+    EXPECT_EQ(asked(), QString());
+    click("clip-0");
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(asked(), QStringLiteral("Reject \"clip-0\"?"));
+    EXPECT_FALSE(press(Qt::Key_X)) << "the question comes first";
+    accept(false);
+    EXPECT_FALSE(clip(0).rejected);
+    press(Qt::Key_Delete);
+    accept();
+    EXPECT_TRUE(clip(0).rejected);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(asked(), QString()) << "it is rejected already";
+
+    click("clip-1-sub-0");
+    player.becomeReady();
+    press(Qt::Key_Delete);
+    EXPECT_EQ(asked(), QStringLiteral("Delete \"Subclip 1\"?"));
+    EXPECT_EQ(screen.confirmation()->acceptButton, QStringLiteral("Delete"));
+    accept();
+    EXPECT_EQ(clip(1).subclips.size(), 1);
+    EXPECT_FALSE(screen.isInSubclipMode() || player.range);
+}
+
+TEST_F(ReviewScreenTest, AsksOnceAboutAllMarkedRows) {
+    store.toggleRejected(QStringLiteral("clip-3"));
+    screen.filterBar().click(FilterBar::Chip::showRejects);
+    click("clip-2");
+    click("clip-3", Qt::ControlModifier);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(asked(), QString());
+    EXPECT_FALSE(screen.multiSelection().exists()) << "nothing to do for a rejected clip";
+
+    click("clip-2", Qt::ControlModifier);
+    click("clip-3", Qt::ControlModifier);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(asked(), QStringLiteral("Reject 1 clip?"));
+    accept(false);
+    EXPECT_EQ(marked(), idList("clip-2 clip-3"));
+    click("clip-0-sub-0", Qt::ControlModifier);
+    click("clip-0-sub-1", Qt::ControlModifier);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(asked(), QStringLiteral("Delete 2 subclips and reject 1 clip?"));
+    accept();
+    EXPECT_TRUE(clip(2).rejected && clip(3).rejected && clip(0).subclips.isEmpty());
+    EXPECT_FALSE(screen.multiSelection().exists());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(!clip(2).rejected && clip(3).rejected && clip(0).subclips.size() == 2);
+    const auto alone = ReviewConfirmation::applyToMarked(1, 0);
+    EXPECT_EQ(alone->title, QStringLiteral("Delete 1 subclip?"));
+    EXPECT_EQ(alone->text, QStringLiteral("Removes the selected subclip from the project. Source "
+                                          "clips are unaffected. Cmd-Z to undo."));
+}
+
+TEST_F(ReviewScreenTest, SavesTheMarkedRange) {
+    store.updateProject([&] {
+        Project project = *store.project();
+        project.videos[0].edit().subclips.clear();
+        project.videos[0].edit().durationSeconds = 8;
+        return project;
+    }());
+    click("clip-0");
+    const auto range = [&](std::optional<double> in, std::optional<double> out) {
+        const qsizetype before = clip(0).subclips.size();
+        if (in) {
+            player.seek(*in);
+            type("i");
+        }
+        if (out) {
+            player.seek(*out);
+            type("o");
+        }
+        press(Qt::Key_Return);
+        if (clip(0).subclips.size() == before) {
+            return QStringLiteral("nothing");
+        }
+        const Subclip &saved = clip(0).subclips.last();
+        return QStringLiteral("%1-%2").arg(saved.inSeconds).arg(saved.outSeconds);
+    };
+    EXPECT_EQ(range(10, 4), QStringLiteral("4-10"));
+    EXPECT_EQ(range({}, 3), QStringLiteral("0-3"));
+    EXPECT_EQ(range(3, {}), QStringLiteral("3-8"));
+    EXPECT_EQ(range({}, {}), QStringLiteral("nothing"));
+    EXPECT_EQ(range(5, 5.05), QStringLiteral("nothing"));
+    EXPECT_EQ(screen.draftOut(), 5.05) << "the marks stay";
+    EXPECT_FALSE(screen.isInSubclipMode());
+    press(Qt::Key_Escape);
+
+    player.seek(2);
+    press(Qt::Key_I, Qt::ShiftModifier);
+    EXPECT_EQ(screen.draftIn(), 2.04);
+    player.seek(12.5);
+    press(Qt::Key_O, Qt::ShiftModifier);
+    EXPECT_EQ(screen.draftOut(), 12.5);
+    press(Qt::Key_BracketLeft);
+    EXPECT_EQ(player.current, 2.04);
+    press(Qt::Key_Escape);
+    press(Qt::Key_BracketRight);
+    EXPECT_EQ(player.current, 8) << "the last subclip's out";
+}
+
+TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {
+    click("clip-0-sub-1"); // 2.5 to 3.5
+    EXPECT_FALSE(screen.isInSubclipMode()) << "the player isn't ready";
+    player.becomeReady();
+    EXPECT_TRUE(screen.isInSubclipMode());
+    EXPECT_EQ(player.current, 2.5);
+    player.seek(3);
+    EXPECT_EQ(screen.transportTime(), 0.5);
+    EXPECT_EQ(screen.transportText(), QStringLiteral("00:00:00  /  00:00:01"));
+    screen.scrub(1000, 100);
+    EXPECT_EQ(player.current, 3.5);
+    type("i");
+    EXPECT_EQ(screen.shownDraftIn(), 1);
+    click("clip-0-sub-0"); // 1.25 to 2.25
+    EXPECT_FALSE(screen.shownDraftIn()) << "it lies outside";
+    EXPECT_EQ(player.range->inSeconds, 1.25);
+    click("clip-0");
+    EXPECT_FALSE(screen.isInSubclipMode() || player.range);
+    EXPECT_TRUE(screen.draftIn());
+    EXPECT_EQ(player.loaded.size(), 1) << "the clip isn't loaded again";
+
+    click("clip-1-sub-0");
+    clock.advance(std::chrono::seconds(1));
+    EXPECT_EQ(screen.activeSubclipId(), QStringLiteral("clip-1-sub-0")) << "ready or not";
+    store.deleteSubclip({QStringLiteral("clip-1"), QStringLiteral("clip-1-sub-0")});
+    EXPECT_FALSE(screen.activeSubclipId() || player.range);
+}
+
+TEST_F(ReviewScreenTest, AddsAndRemovesVisibleRowsAndSaysHowMany) {
+    const auto status = [this] { return store.statusMessage().value_or(QString()); };
+    screen.filterBar().setSearchQuery(QStringLiteral("CLIP-1"));
+    EXPECT_EQ(screen.filterBar().countLabel(), QStringLiteral("1 of 4 visible"));
+    screen.addToSelects();
+    EXPECT_EQ(status(), QStringLiteral("Marked 1 clip for export"));
+    EXPECT_TRUE(screen.hasSelects());
+    screen.addToSelects();
+    EXPECT_EQ(status(), QStringLiteral("All visible clips were already selected"));
+    screen.filterBar().clearFilters();
+    screen.filterBar().click(FilterBar::Chip::subclips);
+    screen.addToSelects();
+    EXPECT_EQ(status(), QStringLiteral("Marked 8 subclips for export"));
+    screen.filterBar().click(FilterBar::Chip::subclips);
+    screen.filterBar().click(FilterBar::Chip::selected);
+    screen.removeFromSelects();
+    EXPECT_EQ(status(), QStringLiteral("Cleared 9 items from selects"));
+    screen.removeFromSelects();
+    EXPECT_EQ(status(), QStringLiteral("No visible items were selected"));
+    EXPECT_TRUE(screen.showsNoMatches());
+    EXPECT_FALSE(screen.filterBar().hasBulkActions());
+    EXPECT_FALSE(screen.hasSelects());
+    screen.requestExport();
+    EXPECT_FALSE(screen.isExporting());
+}
+
+TEST_F(ReviewOfFifty, IsDrivenByKeysAloneAndUndoneTheSameWay) {
+    int subclips = 0;
+    const QList<SidebarRowId> order = screen.list().orderedRowIds();
+    for (int index = 0; index < 50; ++index) {
+        click(order.at(index).videoId.toLatin1()); // as the list does for an arrow key
+        player.becomeReady();
+        type("l");
+        player.seek(1 + index * 0.1);
+        type("ki");
+        press(Qt::Key_Right);
+        type("o");
+        if (index % 2 == 0) {
+            press(Qt::Key_Return);
+            ++subclips;
+        }
+        type(index % 3 == 0 ? "5s" : "2");
+        type(index % 10 == 9 ? "x" : "f");
+    }
+    EXPECT_EQ(screen.filterBar().countLabel(), QStringLiteral("50 clips"));
+    EXPECT_EQ(screen.list().visibleCount(), 45);
+    test::await(store.flushPendingSave());
+    const Project saved = ProjectFileIO::loadNow(*store.fileURL());
+    for (int index = 0; index < 50; ++index) {
+        const VideoRecord &video = *saved.videos.at(saved.indexOfVideo(order.at(index).videoId));
+        EXPECT_EQ(video.rating, index % 3 == 0 ? 5 : 2);
+        EXPECT_EQ(video.favorite, index % 10 != 9);
+        EXPECT_EQ(video.rejected, index % 10 == 9);
+    }
+    EXPECT_EQ(saved.subclipCount(), subclips);
+    for (int step = 0; step < 5; ++step) { // two of the last clip's, three of the one before
+        press(Qt::Key_Z, Qt::ControlModifier);
+    }
+    EXPECT_EQ(screen.list().visibleCount(), 46);
+    EXPECT_EQ(screen.list().video(order.at(48).videoId)->rating, 0);
+    EXPECT_EQ(screen.list().video(order.at(48).videoId)->subclips.size(), 1);
+}
+
+} // namespace corvane
