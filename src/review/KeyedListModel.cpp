@@ -19,6 +19,9 @@ qsizetype KeyedListModel::rowOf(Key key) const {
 }
 
 void KeyedListModel::setKeys(std::vector<Key> keys) {
+    if (keys == m_keys) {
+        return;
+    }
     const std::vector<Key> staying = rowDiff::common(m_keys, keys);
     std::vector<Key> wanted = rowDiff::common(keys, m_keys);
     if (staying != wanted) {

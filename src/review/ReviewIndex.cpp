@@ -29,8 +29,8 @@ ReviewIndex::Change ReviewIndex::update(const QList<VideoItem> &videos) {
     m_forgotten.clear();
     Change change{.clipsMoved = videos.size() != qsizetype(m_clips.size())};
     for (qsizetype position = 0; !change.clipsMoved && position < videos.size(); ++position) {
-        const VideoItem &before = m_clips[size_t(position)].video;
-        if (!before.sharesWith(videos.at(position))) {
+        if (m_records[size_t(position)] != &*videos.at(position)) {
+            const VideoItem &before = m_clips[size_t(position)].video;
             change.changed.push_back({int(position), before});
             change.clipsMoved = before->id != videos.at(position)->id;
         }
@@ -43,6 +43,7 @@ ReviewIndex::Change ReviewIndex::update(const QList<VideoItem> &videos) {
     for (const ChangedClip &changed : change.changed) {
         replaceClip(m_clips[size_t(changed.position)], videos.at(changed.position));
         notePlaces(changed.position);
+        m_records[size_t(changed.position)] = &*videos.at(changed.position);
     }
     return change;
 }
@@ -72,8 +73,10 @@ void ReviewIndex::updateMoved(const QList<VideoItem> &videos) {
         forget(before[gone]);
     }
     m_positions.clear();
+    m_records.clear();
     for (qsizetype position = 0; position < videos.size(); ++position) {
         notePlaces(position);
+        m_records.push_back(&*videos.at(position));
     }
 }
 

@@ -81,9 +81,11 @@ class ReviewIndex {
     Key newKey();
 
     std::vector<IndexedClip> m_clips; ///< in project order
-    std::vector<Place> m_places;      ///< by key
-    std::vector<Key> m_free;          ///< keys to be given again
-    std::vector<Key> m_forgotten;     ///< free once a list had the time to drop them
+    /// The storage of each clip's record, side by side, so that all of them are compared quickly.
+    std::vector<const VideoRecord *> m_records;
+    std::vector<Place> m_places;  ///< by key
+    std::vector<Key> m_free;      ///< keys to be given again
+    std::vector<Key> m_forgotten; ///< free once a list had the time to drop them
     qsizetype m_subclipCount = 0;
     qsizetype m_selects = 0;
     mutable QHash<QString, qsizetype> m_positions; ///< made when first asked

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <span>
 
 namespace corvane {
 
@@ -17,12 +18,6 @@ bool showsTheSame(VideoRecord left, VideoRecord right) {
     left.subclips.clear();
     right.subclips.clear();
     return hasSameCount && left == right;
-}
-
-std::vector<int> projectOrder(size_t count) {
-    std::vector<int> order(count);
-    std::iota(order.begin(), order.end(), 0);
-    return order;
 }
 
 } // namespace
@@ -50,37 +45,38 @@ void ReviewListModel::setState(const ReviewState &state) {
 }
 
 void ReviewListModel::relist() {
-    const ReviewListing listing(m_state, m_index);
-    std::vector<Key> rows = listing.rows(isInOrderOfSort() ? m_order.order(m_state.sort, m_index)
-                                                           : projectOrder(m_index.clips().size()));
-    m_visibleCount = isInOrderOfSort()
-                         ? std::ranges::count_if(
-                               rows, [this](Key key) { return !m_index.place(key).isSubclip(); })
-                         : qsizetype(rows.size());
-    setKeys(std::move(rows));
+    ReviewListing::Rows rows = ReviewListing(m_state, m_index).rows(listOrder());
+    m_visibleCount = rows.visibleCount;
+    setKeys(std::move(rows.keys));
 }
 
 /// The rows of the clips that changed are taken out and put in again where they belong now.
 void ReviewListModel::relist(const std::vector<ReviewIndex::ChangedClip> &changed) {
-    std::vector<Key> rows = keys();
-    std::erase_if(rows, [&](Key key) {
-        const ReviewIndex::Place place = m_index.place(key);
-        const bool goes = !place.exists() ||
-                          std::ranges::any_of(changed, [&](const ReviewIndex::ChangedClip &clip) {
-                              return clip.position == place.clip;
-                          });
-        m_visibleCount -= goes && place.exists() && !place.isSubclip();
-        return goes;
-    });
-    const std::vector<int> &ranks = isInOrderOfSort() ? m_order.ranks(m_state.sort, m_index)
-                                                      : projectOrder(m_index.clips().size());
+    const std::vector<int> &ranks = listRanks();
     const ReviewListing listing(m_state, m_index);
+    std::vector<std::pair<int, std::vector<Key>>> blocks;
     for (const ReviewIndex::ChangedClip &clip : changed) {
         std::vector<Key> block;
         listing.appendRows(block, clip.position);
+        if (!standsInPlace(block, clip.position, ranks)) {
+            blocks.emplace_back(clip.position, std::move(block));
+        }
+    }
+    if (blocks.empty()) {
+        return;
+    }
+    std::vector<Key> rows = keys();
+    std::erase_if(rows, [&](Key key) {
+        const ReviewIndex::Place place = m_index.place(key);
+        const bool goes = !place.exists() || std::ranges::any_of(blocks, [&](const auto &block) {
+            return block.first == place.clip;
+        });
+        m_visibleCount -= goes && place.exists() && !place.isSubclip();
+        return goes;
+    });
+    for (const auto &[position, block] : blocks) {
         const auto rankOf = [&](Key key) { return ranks[size_t(m_index.place(key).clip)]; };
-        const auto behind =
-            std::ranges::lower_bound(rows, ranks[size_t(clip.position)], {}, rankOf);
+        const auto behind = std::ranges::lower_bound(rows, ranks[size_t(position)], {}, rankOf);
         rows.insert(behind, block.begin(), block.end());
         m_visibleCount += !block.empty();
     }
@@ -88,6 +84,40 @@ void ReviewListModel::relist(const std::vector<ReviewIndex::ChangedClip> &change
         m_visibleCount = qsizetype(rows.size());
     }
     setKeys(std::move(rows));
+}
+
+/// True if the clip's rows are these already, between the neighbours that they belong between.
+bool ReviewListModel::standsInPlace(const std::vector<Key> &block, int position,
+                                    const std::vector<int> &ranks) const {
+    const qsizetype first = block.empty() ? -1 : rowOf(block.front());
+    if (first < 0) {
+        return false;
+    }
+    const auto rows = std::span(keys()).subspan(size_t(first));
+    const int own = ranks[size_t(position)];
+    const auto rankOf = [&](Key key) { // of a subclip that has gone, the clip's own
+        const ReviewIndex::Place place = m_index.place(key);
+        return place.exists() ? ranks[size_t(place.clip)] : own;
+    };
+    return rows.size() >= block.size() && std::ranges::equal(rows.first(block.size()), block) &&
+           (first == 0 || rankOf(keyAt(first - 1)) < own) &&
+           (rows.size() == block.size() || own < rankOf(rows[block.size()]));
+}
+
+const std::vector<int> &ReviewListModel::listOrder() {
+    return isInOrderOfSort() ? m_order.order(m_state.sort, m_index) : projectOrder();
+}
+
+const std::vector<int> &ReviewListModel::listRanks() {
+    return isInOrderOfSort() ? m_order.ranks(m_state.sort, m_index) : projectOrder();
+}
+
+const std::vector<int> &ReviewListModel::projectOrder() {
+    if (m_projectOrder.size() != m_index.clips().size()) {
+        m_projectOrder.resize(m_index.clips().size());
+        std::iota(m_projectOrder.begin(), m_projectOrder.end(), 0);
+    }
+    return m_projectOrder;
 }
 
 void ReviewListModel::notify(const ReviewIndex::ChangedClip &changed) {

@@ -84,6 +84,12 @@ class ReviewListModel : public KeyedListModel {
     bool isInOrderOfSort() const { return !m_state.subclipsView && !m_state.selectedOnly; }
     void relist();
     void relist(const std::vector<ReviewIndex::ChangedClip> &changed);
+    bool standsInPlace(const std::vector<Key> &block, int position,
+                       const std::vector<int> &ranks) const;
+    /// The clips as the list that is shown has them, and where each stands in that.
+    const std::vector<int> &listOrder();
+    const std::vector<int> &listRanks();
+    const std::vector<int> &projectOrder();
     void notify(const ReviewIndex::ChangedClip &changed);
     std::optional<Key> keyOfVideo(const std::optional<QString> &id) const;
     QVariant clipData(const VideoRecord &video, int role) const;
@@ -93,6 +99,7 @@ class ReviewListModel : public KeyedListModel {
     ReviewState m_state;
     ReviewIndex m_index;
     ClipOrder m_order;
+    std::vector<int> m_projectOrder; ///< each clip's position at that position
     QString m_projectFolder;
     ReviewHighlights m_highlights;
     qsizetype m_visibleCount = 0;

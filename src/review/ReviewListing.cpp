@@ -5,11 +5,17 @@ namespace corvane {
 ReviewListing::ReviewListing(const ReviewState &state, const ReviewIndex &index)
     : m_state(state), m_index(index), m_filter(state), m_query(m_filter.query()) {}
 
-std::vector<ReviewListing::Key> ReviewListing::rows(const std::vector<int> &order) const {
-    std::vector<Key> rows;
-    rows.reserve(m_query.isEmpty() ? size_t(m_index.subclipCount()) + order.size() : 0);
+ReviewListing::Rows ReviewListing::rows(const std::vector<int> &order) const {
+    const bool hasInlineSubclips = !m_state.subclipsView && !m_state.selectedOnly;
+    Rows rows;
+    rows.keys.reserve(size_t(m_index.subclipCount()) + order.size());
     for (const int position : order) {
-        appendRows(rows, position);
+        const size_t before = rows.keys.size();
+        appendRows(rows.keys, position);
+        rows.visibleCount += rows.keys.size() > before;
+    }
+    if (!hasInlineSubclips) {
+        rows.visibleCount = qsizetype(rows.keys.size());
     }
     return rows;
 }

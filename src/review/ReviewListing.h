@@ -14,7 +14,11 @@ class ReviewListing {
     ReviewListing(const ReviewState &state, const ReviewIndex &index);
 
     /// All rows, inline subclips included, of the clips in the order given.
-    std::vector<Key> rows(const std::vector<int> &order) const;
+    struct Rows {
+        std::vector<Key> keys;
+        qsizetype visibleCount = 0; ///< inline subclips not counted
+    };
+    Rows rows(const std::vector<int> &order) const;
     /// Appends the rows that one clip has in the list, which stand together; maybe none.
     void appendRows(std::vector<Key> &rows, qsizetype position) const;
 

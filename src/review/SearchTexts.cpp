@@ -40,10 +40,23 @@ SearchTexts::SearchTexts(const VideoRecord &video, const std::vector<qsizetype> 
 }
 
 void SearchTexts::append(const QString &text) {
-    if (!text.isEmpty()) {
-        m_texts += text.toLower().toUtf8();
-        m_texts += kTextEnd;
+    if (text.isEmpty()) {
+        return;
     }
+    // Nearly all texts are ASCII, and these need no look at Unicode's tables.
+    const qsizetype begin = m_texts.size();
+    m_texts.resize(begin + text.size());
+    char *byte = m_texts.data() + begin;
+    bool isASCII = true;
+    for (const QChar character : text) {
+        const char16_t code = character.unicode();
+        isASCII = isASCII && code < 0x80;
+        *byte++ = char(code >= u'A' && code <= u'Z' ? code + (u'a' - u'A') : code);
+    }
+    if (!isASCII) {
+        m_texts.replace(begin, text.size(), text.toLower().toUtf8());
+    }
+    m_texts += kTextEnd;
 }
 
 void SearchTexts::notePairs() {

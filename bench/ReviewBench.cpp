@@ -1,0 +1,165 @@
+// The review's list in a large project: a keystroke in the search field, another order, one star.
+// The other side of a search is lower-casing every text and looking into it, with nothing kept.
+
+#include "BenchData.h"
+
+#include "platform/Tasks.h"
+#include "review/ReviewListModel.h"
+
+#include <benchmark/benchmark.h>
+
+using namespace corvane;
+using namespace corvane::bench;
+
+namespace {
+
+/// 25,000 clips and 100,000 subclips, each with a note.
+const Project &reviewProject() {
+    static const Project project = [] {
+        Project made = largeProject(25'000);
+        for (VideoItem &video : made.videos) {
+            VideoRecord &record = video.edit();
+            record.subclips.removeLast();
+            for (Subclip &subclip : record.subclips) {
+                subclip.notes = QStringLiteral("Wind on the left channel, gulls from %1 s on.")
+                                    .arg(subclip.inSeconds);
+            }
+        }
+        return made;
+    }();
+    return project;
+}
+
+bool holds(const QString &text, const QString &query) {
+    return text.toLower().contains(query);
+}
+
+bool clipHolds(const VideoRecord &video, const QString &query) {
+    const auto holdsAny = [&](const Subclip &subclip) {
+        return holds(subclip.label.value_or(QString()), query) ||
+               holds(subclip.notes.value_or(QString()), query);
+    };
+    return holds(video.fileName, query) || holds(video.notes.value_or(QString()), query) ||
+           std::ranges::any_of(video.tags, [&](const QString &tag) { return holds(tag, query); }) ||
+           std::ranges::any_of(video.subclips, holdsAny);
+}
+
+void searchTheirs(benchmark::State &state, const QString &query) {
+    const Project &project = reviewProject();
+    for (auto _ : state) {
+        QList<VideoItem> found;
+        for (const VideoItem &video : project.videos) {
+            if (clipHolds(*video, query)) {
+                found.append(video);
+            }
+        }
+        benchmark::DoNotOptimize(found.size());
+    }
+}
+
+/// From the whole list to what is found, with the counts.
+void searchOurs(benchmark::State &state, const QString &query) {
+    ReviewListModel model;
+    model.setProject(&reviewProject());
+    for (auto _ : state) {
+        model.setState({.searchQuery = query});
+        benchmark::DoNotOptimize(model.visibleCount() + model.totalCount());
+        state.PauseTiming();
+        model.setState({});
+        state.ResumeTiming();
+    }
+}
+
+/// The first time that this order is asked for.
+void sortOurs(benchmark::State &state, ReviewState::Sort sort) {
+    const auto other = sort == ReviewState::Sort::filename ? ReviewState::Sort::rating
+                                                           : ReviewState::Sort::filename;
+    for (auto _ : state) {
+        state.PauseTiming();
+        {
+            ReviewListModel model;
+            model.setState({.sort = other});
+            model.setProject(&reviewProject());
+            state.ResumeTiming();
+            model.setState({.sort = sort});
+            benchmark::DoNotOptimize(model.visibleCount());
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+}
+
+void openList(benchmark::State &state) {
+    for (auto _ : state) {
+        ReviewListModel model;
+        model.setProject(&reviewProject());
+        benchmark::DoNotOptimize(model.visibleCount());
+    }
+}
+
+/// From the key to the row's notification.
+void starOneRow(benchmark::State &state) {
+    ProjectFileIO io;
+    ProjectRegistry registry{dataPath(QStringLiteral("review"))};
+    BackupService backups;
+    MediaSourceAuthorization authorization{dataPath(QStringLiteral("review"))};
+    ProjectStore store{io, registry, backups, authorization};
+    const QString file = dataPath(QStringLiteral("review/empty.corvane"));
+    Project empty = reviewProject();
+    empty.videos.clear();
+    waitUntilDone(io.save(empty, file, true));
+    waitUntilDone(store.openProject(file));
+    store.updateProject(reviewProject());
+    ReviewListModel model;
+    model.setProject(&*store.project());
+    QObject::connect(&store, &ProjectStore::projectChanged, &model,
+                     [&] { model.setProject(&*store.project()); });
+    int told = 0;
+    QObject::connect(&model, &QAbstractItemModel::dataChanged, [&told] { ++told; });
+    const QString id = store.project()->videos.at(12'500)->id;
+    int rating = 0;
+    for (auto _ : state) {
+        store.setRating(id, ++rating % 6);
+    }
+    if (told != state.iterations()) {
+        state.SkipWithError("a star must tell of one row");
+    }
+}
+
+const QString kNothing = QStringLiteral("zebra");
+const QString kEverything = QStringLiteral("pier");
+const QString kEveryPair = QStringLiteral("left gulls take");
+
+BENCHMARK_CAPTURE(searchOurs, nothing, kNothing)
+    ->Name("search-nothing/ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchTheirs, nothing, kNothing)
+    ->Name("search-nothing/theirs")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchOurs, everyPair, kEveryPair)
+    ->Name("search-misleading/ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchTheirs, everyPair, kEveryPair)
+    ->Name("search-misleading/theirs")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchOurs, everything, kEverything)
+    ->Name("search-everything/ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchTheirs, everything, kEverything)
+    ->Name("search-everything/theirs")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchOurs, some, QStringLiteral("möwe 7"))
+    ->Name("search-some/ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(sortOurs, name, ReviewState::Sort::filename)
+    ->Name("sort-by-name/ours")
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+BENCHMARK_CAPTURE(sortOurs, rating, ReviewState::Sort::rating)
+    ->Name("sort-by-rating/ours")
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+BENCHMARK(openList)->Name("open-list/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(starOneRow)->Name("star/ours")->Unit(benchmark::kMicrosecond);
+
+} // namespace
