@@ -135,12 +135,12 @@ void ReviewScreenState::selectSubclip(const QString &videoId, const QString &sub
     }
 }
 
-/// The seek comes before the new range, and a range that is still armed would clamp it; the engine
-/// takes both in this order.
+/// A range that is still armed would keep the seek inside it, so it goes first.
 void ReviewScreenState::activateSubclip(const Subclip &subclip) {
     const double in = subclip.inSeconds;
     const double out = subclip.outSeconds;
     m_activeSubclipId = subclip.id;
+    m_player.clearPlaybackConstraint();
     m_player.seek(in);
     m_player.playConstrained(in, out);
     publishSelection();

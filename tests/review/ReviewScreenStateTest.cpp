@@ -237,6 +237,7 @@ TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {
     click("clip-0-sub-0"); // 1.25 to 2.25
     EXPECT_FALSE(screen.shownDraftIn()) << "it lies outside";
     EXPECT_EQ(player.range->inSeconds, 1.25);
+    EXPECT_EQ(player.current, 1.25) << "the earlier range doesn't hold it";
     click("clip-0");
     EXPECT_FALSE(screen.isInSubclipMode() || player.range);
     EXPECT_TRUE(screen.draftIn());
