@@ -3,7 +3,7 @@
 //   text, symbol: string; helpText: string; kind: Button.Plain | Button.Primary | Button.Bare
 //   (no ground); destructive: bool (turns danger under the pointer); large, small: bool;
 //   muted: bool (label in t2); iconSize: int; trailingSymbol: string (a menu's chevron);
-//   lit, ring: bool (under the pointer, focused by keyboard); signal clicked()
+//   lit, ring: bool (under the pointer, focused by keyboard); glyphInk: color; signal clicked()
 // Return, Enter and Space press it while it has the focus. Disabled it still shows its help text.
 import QtQuick
 import QtQuick.Templates as T
@@ -38,7 +38,7 @@ T.Button {
         : destructive && down ? Theme.dangerText
         : destructive && lit ? Theme.danger
         : muted ? Theme.t2 : Theme.t1
-    readonly property color glyphInk: !enabled || kind === Button.Primary || (destructive && (lit || down))
+    property color glyphInk: !enabled || kind === Button.Primary || (destructive && (lit || down))
         ? ink : Theme.t2
 
     implicitHeight: large ? Theme.footButtonHeight

@@ -209,6 +209,34 @@ QtObject {
     readonly property int areaHeight: 84
     readonly property int dateFieldWidth: 136
 
+    readonly property int recentGlyphSize: 36
+    readonly property int formGap: 14
+    readonly property int layoutPreviewHeight: 96
+
+    // Windows.
+    readonly property int windowWidth: 1440
+    readonly property int windowHeight: 900
+    readonly property int windowMinWidth: 960
+    readonly property int windowMinHeight: 600
+    readonly property int helpWidth: 820
+    readonly property int helpHeight: 700
+    readonly property int helpMinWidth: 760
+    readonly property int helpMinHeight: 640
+
+    // The user guide.
+    readonly property Type helpHeading1: Type { px: 34; line: 42; weight: Font.Bold }
+    readonly property Type helpHeading2: Type { px: 22; line: 28; weight: Font.DemiBold }
+    readonly property Type helpHeading3: Type { px: 17; line: 23; weight: Font.DemiBold }
+    readonly property Type helpBody: Type { px: 14; line: 20 }
+    readonly property Type helpBullet: Type { px: 14; line: 20; weight: Font.Bold }
+    readonly property int helpPadding: 40
+    readonly property int helpGap: 8
+    readonly property int helpRule1: 2
+    readonly property int helpRule2: 1
+    readonly property color helpRuleAccent: Qt.alpha(accent, 0.4)
+    readonly property color helpRuleQuiet: Qt.rgba(1, 1, 1, 0.1)
+    readonly property int helpLineStep: 60
+
     // Durations.
     readonly property int release: 90
     readonly property int popup: 90

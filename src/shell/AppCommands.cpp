@@ -56,6 +56,26 @@ void AppCommands::addMenus() {
          .entries = {entry("help"), divider, entry("checkForUpdates")}}};
 }
 
+QVariantList AppMenu::entryValues() const {
+    QVariantList values;
+    for (const MenuEntry &entry : entries) {
+        values.append(QVariant::fromValue(entry));
+    }
+    return values;
+}
+
+QVariantList AppCommands::menuValues() const {
+    QVariantList values;
+    for (const AppMenu &menu : m_menus) {
+        values.append(QVariant::fromValue(menu));
+    }
+    return values;
+}
+
+QList<QObject *> AppCommands::all() const {
+    return {m_commands.cbegin(), m_commands.cend()};
+}
+
 AppCommand *AppCommands::command(const QString &id) const {
     for (AppCommand *const each : m_commands) {
         if (each->id() == id) {

@@ -24,11 +24,13 @@ struct MenuEntry {
 struct AppMenu {
     Q_GADGET
     Q_PROPERTY(QString title MEMBER title CONSTANT)
-    Q_PROPERTY(QList<corvane::MenuEntry> entries MEMBER entries CONSTANT)
+    Q_PROPERTY(QVariantList entries READ entryValues CONSTANT)
 
   public:
     QString title;
     QList<MenuEntry> entries;
+
+    QVariantList entryValues() const;
 };
 
 /// Every command of the program, and the menus that they hang in. A command is enabled while what
@@ -36,7 +38,8 @@ struct AppMenu {
 /// closed menu. The objects handed in must outlive it. Main thread.
 class AppCommands : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QList<corvane::AppMenu> menus READ menus CONSTANT)
+    Q_PROPERTY(QList<QObject *> all READ all CONSTANT)
+    Q_PROPERTY(QVariantList menus READ menuValues CONSTANT)
     Q_PROPERTY(QString openRecentLabel READ openRecentLabel CONSTANT)
     Q_PROPERTY(QString noRecentProjectsLabel READ noRecentProjectsLabel CONSTANT)
 
@@ -45,6 +48,9 @@ class AppCommands : public QObject {
                 QObject *parent = nullptr);
 
     const QList<AppMenu> &menus() const { return m_menus; }
+    QVariantList menuValues() const;
+    /// Every command, for the shortcuts.
+    QList<QObject *> all() const;
     /// The command with this id, such as "saveProject", or null.
     Q_INVOKABLE corvane::AppCommand *command(const QString &id) const;
 

@@ -10,11 +10,14 @@ FilePanels &panelsOf(const CorvaneApp::Settings &settings, DialogFilePanels &dia
 
 } // namespace
 
-CorvaneApp::CorvaneApp(const Settings &settings)
+CorvaneApp::CorvaneApp(Settings settings)
     : m_registry(settings.dataFolder, *settings.clock),
       m_backups(*settings.clock),
-      m_authorization(settings.dataFolder),
-      m_store(m_io, m_registry, m_backups, m_authorization, *settings.clock),
+      m_authorization(settings.dataFolder, std::move(settings.userDefaults)),
+      m_store(m_io, m_registry, m_backups, m_authorization, *settings.clock,
+              [this, hashes = settings.hashes](const QList<ProjectSummary> &summaries) {
+                  return migrateAuthorizations(m_authorization, m_io, summaries, hashes);
+              }),
       m_updater(settings.updates, *settings.clock),
       m_commands(m_store, m_updater, m_requests),
       m_setup(m_store, panelsOf(settings, m_dialogs)),

@@ -7,6 +7,9 @@
 #include "shell/HelpDocument.h"
 #include "shell/ProjectHeader.h"
 #include "shell/RecentProjectsModel.h"
+#include "trust/AuthorizationMigrations.h"
+
+#include <QSettings>
 
 namespace corvane {
 
@@ -35,9 +38,11 @@ class CorvaneApp : public QObject {
         FilePanels *panels =
             nullptr; ///< in the place of the screen's dialogs; must outlive the app
         Clock *clock = &Clock::system();
+        std::unique_ptr<QSettings> userDefaults = {}; ///< in the place of the user's own
+        ContentHashMigration hashes = ContentHashMigration::InBackground;
     };
 
-    explicit CorvaneApp(const Settings &settings);
+    explicit CorvaneApp(Settings settings);
     ~CorvaneApp() override;
 
     static QString productName() { return QStringLiteral("Corvane"); }

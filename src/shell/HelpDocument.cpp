@@ -24,29 +24,29 @@ QString withoutOuterBlanks(const QString &line) {
     return line.sliced(from, to - from);
 }
 
-HelpBlock parseLine(const QString &line) {
+HelpDocument::Block parseLine(const QString &line) {
     const QString text = withoutOuterBlanks(line);
     if (text.isEmpty()) {
         return {};
     }
-    const std::pair<QLatin1String, HelpBlock::Kind> marks[] = {
-        {QLatin1String("### "), HelpBlock::Heading3},
-        {QLatin1String("## "), HelpBlock::Heading2},
-        {QLatin1String("# "), HelpBlock::Heading1},
-        {QLatin1String("- "), HelpBlock::Bullet},
+    const std::pair<QLatin1String, HelpDocument::Kind> marks[] = {
+        {QLatin1String("### "), HelpDocument::Heading3},
+        {QLatin1String("## "), HelpDocument::Heading2},
+        {QLatin1String("# "), HelpDocument::Heading1},
+        {QLatin1String("- "), HelpDocument::Bullet},
     };
     for (const auto &[mark, kind] : marks) {
         if (text.startsWith(mark)) {
             return {.kind = kind, .text = text.sliced(mark.size())};
         }
     }
-    return {.kind = HelpBlock::Paragraph, .text = text};
+    return {.kind = HelpDocument::Paragraph, .text = text};
 }
 
 } // namespace
 
-QList<HelpBlock> parseGuide(const QString &content) {
-    QList<HelpBlock> blocks;
+QList<HelpDocument::Block> HelpDocument::parse(const QString &content) {
+    QList<Block> blocks;
     for (const QString &line : content.split(QLatin1Char('\n'))) {
         blocks.append(parseLine(line));
     }
@@ -75,7 +75,7 @@ void HelpDocument::load() {
             m_loadError = QStringLiteral("Could not read UserGuide.md: it is not UTF-8 text");
         } else {
             m_content = QString::fromUtf8(bytes);
-            m_blocks = parseGuide(m_content);
+            m_blocks = parse(m_content);
         }
     }
     endResetModel();
@@ -100,14 +100,14 @@ QVariant HelpDocument::data(const QModelIndex &index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
-    const HelpBlock &block = m_blocks.at(index.row());
+    const Block &block = m_blocks.at(index.row());
     if (role == KindRole) {
         return block.kind;
     }
     if (role != TextRole) {
         return {};
     }
-    const bool isRich = block.kind == HelpBlock::Bullet || block.kind == HelpBlock::Paragraph;
+    const bool isRich = block.kind == HelpDocument::Bullet || block.kind == HelpDocument::Paragraph;
     return isRich ? richTextOfInlineMarkdown(block.text) : block.text;
 }
 

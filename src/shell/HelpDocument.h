@@ -4,23 +4,6 @@
 
 namespace corvane {
 
-/// One line of the guide.
-struct HelpBlock {
-    Q_GADGET
-
-  public:
-    enum Kind { Gap, Heading1, Heading2, Heading3, Bullet, Paragraph };
-    Q_ENUM(Kind)
-
-    Kind kind = Gap;
-    QString text; ///< as it was written, without the mark that makes it a heading or a bullet
-
-    bool operator==(const HelpBlock &) const = default;
-};
-
-/// Each line becomes one block, whatever stands around it.
-QList<HelpBlock> parseGuide(const QString &content);
-
 /// The user guide, a row a block. It is read when the help window first shows it. Main thread.
 class HelpDocument : public QAbstractListModel {
     Q_OBJECT
@@ -30,8 +13,21 @@ class HelpDocument : public QAbstractListModel {
     Q_PROPERTY(QString windowId READ windowId CONSTANT)
 
   public:
+    enum Kind { Gap, Heading1, Heading2, Heading3, Bullet, Paragraph };
+    Q_ENUM(Kind)
+
+    /// One line of the guide.
+    struct Block {
+        Kind kind = Gap;
+        QString text; ///< as it was written, without the mark that makes it a heading or a bullet
+
+        bool operator==(const Block &) const = default;
+    };
+    /// Each line becomes one block, whatever stands around it.
+    static QList<Block> parse(const QString &content);
+
     enum Role {
-        KindRole = Qt::UserRole + 1, ///< "kind", a `HelpBlock::Kind`
+        KindRole = Qt::UserRole + 1, ///< "kind", a `Kind`
         TextRole,                    ///< "text": of a paragraph or a bullet rich text, else plain
     };
     /// `place` is the guide's file, or its name in the program's resources (":/...").
@@ -63,7 +59,7 @@ class HelpDocument : public QAbstractListModel {
     QString m_place;
     QString m_content;
     QString m_loadError;
-    QList<HelpBlock> m_blocks;
+    QList<Block> m_blocks;
 };
 
 } // namespace corvane

@@ -13,16 +13,18 @@ bool UpdateDownload::mayFetch(const QUrl &address) {
 }
 
 UpdateDownload::UpdateDownload(const QUrl &address, Clock &clock) {
+    start(address);
+    m_timer = clock.after(kPatience, [this] { breakOff(QStringLiteral("it took too long")); });
+}
+
+void UpdateDownload::start(const QUrl &address) {
     QNetworkRequest request(address);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::UserVerifiedRedirectPolicy);
-    request.setMaximumRedirectsAllowed(2 * kRedirectLimit); // they are counted here
+                         QNetworkRequest::ManualRedirectPolicy);
     m_reply = m_network.get(request);
-    connect(m_reply, &QNetworkReply::redirected, this, &UpdateDownload::follow);
     connect(m_reply, &QNetworkReply::downloadProgress, this, &UpdateDownload::checkSize);
-    connect(m_reply, &QNetworkReply::finished, this, &UpdateDownload::finished,
+    connect(m_reply, &QNetworkReply::finished, this, &UpdateDownload::endOrFollow,
             Qt::QueuedConnection);
-    m_timer = clock.after(kPatience, [this] { breakOff(QStringLiteral("it took too long")); });
 }
 
 QString UpdateDownload::problem() const {
@@ -32,14 +34,20 @@ QString UpdateDownload::problem() const {
     return m_problem;
 }
 
-void UpdateDownload::follow(const QUrl &address) {
-    if (++m_redirects > kRedirectLimit) {
-        breakOff(QStringLiteral("it leads on more than %1 times").arg(kRedirectLimit));
-    } else if (mayFetch(address)) {
-        Q_EMIT m_reply->redirectAllowed();
-    } else {
-        breakOff(QStringLiteral("it leads to %1").arg(address.toString()));
+void UpdateDownload::endOrFollow() {
+    const QUrl target = m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+    if (m_problem.isEmpty() && !target.isEmpty()) {
+        const QUrl address = m_reply->url().resolved(target);
+        if (++m_redirects > kRedirectLimit) {
+            m_problem = QStringLiteral("it leads on more than %1 times").arg(kRedirectLimit);
+        } else if (mayFetch(address)) {
+            start(address);
+            return;
+        } else {
+            m_problem = QStringLiteral("it leads to %1").arg(address.toString());
+        }
     }
+    Q_EMIT finished();
 }
 
 void UpdateDownload::checkSize(qint64 received, qint64 total) {

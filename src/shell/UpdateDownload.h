@@ -32,12 +32,13 @@ class UpdateDownload : public QObject {
     void finished();
 
   private:
-    void follow(const QUrl &address);
+    void start(const QUrl &address);
+    void endOrFollow();
     void checkSize(qint64 received, qint64 total);
     void breakOff(const QString &why);
 
     QNetworkAccessManager m_network;
-    QNetworkReply *m_reply; ///< the manager's child
+    QNetworkReply *m_reply = nullptr; ///< the manager's child, of the last address
     std::unique_ptr<Clock::Timer> m_timer;
     QString m_problem;
     int m_redirects = 0;

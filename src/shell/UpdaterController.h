@@ -25,6 +25,7 @@ struct UpdateSettings {
 class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool canCheck READ canCheck NOTIFY canCheckChanged)
+    Q_PROPERTY(QString resultTitle READ resultTitle CONSTANT)
     Q_PROPERTY(QString resultText READ resultText NOTIFY resultTextChanged)
 
   public:
@@ -33,6 +34,7 @@ class UpdaterController : public QObject {
 
     /// False while a check runs.
     bool canCheck() const { return !m_isChecking; }
+    static QString resultTitle() { return QStringLiteral("Corvane updates"); }
     /// What the last check found, until it was seen; empty where there was none or it was refused.
     const QString &resultText() const { return m_resultText; }
 

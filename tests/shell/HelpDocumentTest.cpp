@@ -8,30 +8,30 @@ using namespace corvane;
 using namespace corvane::test;
 
 TEST(HelpDocument, EachLineIsOneBlockByTheFirstMarkThatMatches) {
-    const QList<std::pair<QString, HelpBlock>> lines{
+    const QList<std::pair<QString, HelpDocument::Block>> lines{
         {QStringLiteral(""), {}},
         {QStringLiteral(" \t "), {}},
-        {QStringLiteral("# One"), {HelpBlock::Heading1, QStringLiteral("One")}},
+        {QStringLiteral("# One"), {HelpDocument::Heading1, QStringLiteral("One")}},
         {QStringLiteral("\t## Two **not bold**\t"),
-         {HelpBlock::Heading2, QStringLiteral("Two **not bold**")}},
-        {QStringLiteral("###   Three"), {HelpBlock::Heading3, QStringLiteral("  Three")}},
-        {QStringLiteral("#### Four"), {HelpBlock::Paragraph, QStringLiteral("#### Four")}},
-        {QStringLiteral("#None"), {HelpBlock::Paragraph, QStringLiteral("#None")}},
-        {QStringLiteral("#"), {HelpBlock::Paragraph, QStringLiteral("#")}},
-        {QStringLiteral("    - Deep"), {HelpBlock::Bullet, QStringLiteral("Deep")}},
-        {QStringLiteral("-None"), {HelpBlock::Paragraph, QStringLiteral("-None")}},
-        {QStringLiteral("- - a"), {HelpBlock::Bullet, QStringLiteral("- a")}},
-        {QStringLiteral("1. First"), {HelpBlock::Paragraph, QStringLiteral("1. First")}},
-        {QStringLiteral("```"), {HelpBlock::Paragraph, QStringLiteral("```")}},
-        {QStringLiteral("\u00a0x\r"), {HelpBlock::Paragraph, QStringLiteral("\u00a0x\r")}},
+         {HelpDocument::Heading2, QStringLiteral("Two **not bold**")}},
+        {QStringLiteral("###   Three"), {HelpDocument::Heading3, QStringLiteral("  Three")}},
+        {QStringLiteral("#### Four"), {HelpDocument::Paragraph, QStringLiteral("#### Four")}},
+        {QStringLiteral("#None"), {HelpDocument::Paragraph, QStringLiteral("#None")}},
+        {QStringLiteral("#"), {HelpDocument::Paragraph, QStringLiteral("#")}},
+        {QStringLiteral("    - Deep"), {HelpDocument::Bullet, QStringLiteral("Deep")}},
+        {QStringLiteral("-None"), {HelpDocument::Paragraph, QStringLiteral("-None")}},
+        {QStringLiteral("- - a"), {HelpDocument::Bullet, QStringLiteral("- a")}},
+        {QStringLiteral("1. First"), {HelpDocument::Paragraph, QStringLiteral("1. First")}},
+        {QStringLiteral("```"), {HelpDocument::Paragraph, QStringLiteral("```")}},
+        {QStringLiteral("\u00a0x\r"), {HelpDocument::Paragraph, QStringLiteral("\u00a0x\r")}},
     };
     QStringList texts;
-    QList<HelpBlock> blocks;
+    QList<HelpDocument::Block> blocks;
     for (const auto &[text, block] : lines) {
         texts.append(text);
         blocks.append(block);
     }
-    EXPECT_EQ(parseGuide(texts.join(QLatin1Char('\n'))), blocks);
+    EXPECT_EQ(HelpDocument::parse(texts.join(QLatin1Char('\n'))), blocks);
 }
 
 TEST(HelpDocument, InlineFormsBecomeTagsAndAllElseShowsAsWritten) {

@@ -69,6 +69,8 @@ inline void waitUntil(const std::function<bool()> &holds) {
 /// The program without its windows, on data and a folder of the test's own.
 class ShellTest : public testing::Test {
   protected:
+    ShellTest() { await(app.store().startedUp()); }
+
     QString make(const QString &name, const Project &project) {
         const QString path = folder.at(name);
         await(ProjectFileIO().save(project, path, false));
@@ -85,7 +87,10 @@ class ShellTest : public testing::Test {
     CorvaneApp app{{.dataFolder = folder.at(QStringLiteral("data")),
                     .updates = {.version = QStringLiteral("1.0.0")},
                     .panels = &panels,
-                    .clock = &clock}};
+                    .clock = &clock,
+                    .userDefaults = std::make_unique<QSettings>(
+                        folder.at(QStringLiteral("defaults.ini")), QSettings::IniFormat),
+                    .hashes = ContentHashMigration::Awaited}};
 };
 
 } // namespace corvane::test

@@ -1,0 +1,18 @@
+// What a start costs without a program: Qt Quick, its engine and an empty window, up to the first
+// frame.
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+int main(int argc, char **argv) {
+    QGuiApplication application(argc, argv);
+    QQmlApplicationEngine engine;
+    engine.loadData("import QtQuick\nWindow { width: 1440; height: 900; visible: true }");
+    auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (!window) {
+        return 1;
+    }
+    QObject::connect(window, &QQuickWindow::frameSwapped, &application, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    return QGuiApplication::exec();
+}

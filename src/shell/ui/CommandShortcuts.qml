@@ -1,0 +1,22 @@
+// The keys of the commands, in the window that holds this.
+//   commands: the commands
+import QtQuick
+import Corvane.Shell
+
+Item {
+    id: root
+
+    required property AppCommands commands
+
+    Instantiator {
+        model: root.commands.all
+
+        delegate: Shortcut {
+            required property AppCommand modelData
+
+            sequence: modelData.shortcut
+            enabled: modelData.enabled && modelData.shortcut !== ""
+            onActivated: modelData.trigger()
+        }
+    }
+}

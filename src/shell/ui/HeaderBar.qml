@@ -1,0 +1,128 @@
+// The top row of an open project.
+//   header: what it tells; signals closed(), importWanted(), exportWanted(), handoffWanted(),
+//   guideWanted()
+import QtQuick
+import Corvane.Kit
+import Corvane.Shell
+
+Rectangle {
+    id: root
+
+    required property ProjectHeader header
+
+    signal closed()
+    signal importWanted()
+    signal exportWanted()
+    signal handoffWanted()
+    signal guideWanted()
+
+    objectName: "header"
+    implicitHeight: Theme.headerHeight
+    color: Theme.b2
+    Accessible.role: Accessible.ToolBar
+    Accessible.name: header.projectName
+
+    Button {
+        id: brand
+
+        objectName: "header.close"
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.s6
+        anchors.verticalCenter: parent.verticalCenter
+        kind: Button.Bare
+        leftPadding: Theme.s6
+        rightPadding: Theme.s8
+        symbol: "play.rectangle.fill"
+        iconSize: Theme.iconBrand
+        glyphInk: Theme.accent
+        type: Theme.bodyStrong
+        text: "Corvane"
+        helpText: root.header.closeHelp
+        onClicked: root.closed()
+    }
+
+    Label {
+        id: separator
+
+        anchors.left: brand.right
+        anchors.leftMargin: Theme.s8
+        anchors.verticalCenter: parent.verticalCenter
+        text: "/"
+        color: Theme.t3
+        Accessible.ignored: true
+    }
+
+    Label {
+        id: name
+
+        objectName: "header.projectName"
+        anchors.left: separator.right
+        anchors.leftMargin: Theme.s8
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, buttons.x - x - Theme.s16)
+        text: root.header.projectName
+        type: Theme.bodyLabel
+        HelpText.text: truncated ? text : ""
+    }
+
+    Label {
+        objectName: "header.status"
+        anchors.left: name.right
+        anchors.leftMargin: Theme.s24
+        anchors.right: buttons.left
+        anchors.rightMargin: Theme.s16
+        anchors.verticalCenter: parent.verticalCenter
+        visible: width > 0
+        text: root.header.statusMessage
+        type: Theme.list
+        muted: true
+        HelpText.text: truncated ? text : ""
+    }
+
+    Row {
+        id: buttons
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.regionPadding
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.buttonGap
+
+        Button {
+            objectName: "header.import"
+            symbol: "tray.and.arrow.down"
+            text: qsTr("Import")
+            helpText: root.header.importHelp
+            onClicked: root.importWanted()
+        }
+
+        Button {
+            objectName: "header.export"
+            symbol: "square.and.arrow.up"
+            text: qsTr("Export")
+            enabled: root.header.hasSelects
+            helpText: root.header.exportHelp
+            onClicked: root.exportWanted()
+        }
+
+        Button {
+            objectName: "header.handoff"
+            symbol: "shippingbox"
+            text: qsTr("Handoff")
+            enabled: root.header.hasSelects
+            helpText: root.header.handoffHelp
+            onClicked: root.handoffWanted()
+        }
+
+        Button {
+            objectName: "header.help"
+            symbol: "book.fill"
+            helpText: root.header.guideHelp
+            onClicked: root.guideWanted()
+        }
+    }
+
+    Divider {
+        anchors.bottom: parent.bottom
+        width: parent.width
+    }
+}

@@ -1,0 +1,80 @@
+// One block of the guide: a gap, a heading, a bullet or a paragraph.
+//   kind, text: as the guide lists them; signal linkActivated(string address)
+import QtQuick
+import Corvane.Kit
+import Corvane.Shell
+
+Item {
+    id: line
+
+    required property int index
+    required property int kind
+    required property string text
+    readonly property bool isHeading: kind === HelpDocument.Heading1 || kind === HelpDocument.Heading2
+                                      || kind === HelpDocument.Heading3
+    readonly property bool isBullet: kind === HelpDocument.Bullet
+    readonly property int ruleHeight: kind === HelpDocument.Heading1 ? Theme.helpRule1
+                                    : kind === HelpDocument.Heading2 ? Theme.helpRule2 : 0
+    readonly property int above: kind === HelpDocument.Heading3 ? Theme.s16
+                               : kind === HelpDocument.Paragraph ? Theme.s4 : 0
+    readonly property int below: kind === HelpDocument.Heading3 || kind === HelpDocument.Paragraph
+                                 ? Theme.s4 : 0
+
+    signal linkActivated(string address)
+
+    objectName: "helpView.line." + index
+    height: kind === HelpDocument.Gap ? Theme.helpGap
+                                   : above + body.height + below + ruleHeight
+    Accessible.role: isHeading ? Accessible.Heading : Accessible.Paragraph
+    Accessible.name: body.plain
+    Accessible.ignored: kind === HelpDocument.Gap
+
+    Text {
+        id: dot
+
+        y: line.above
+        visible: line.isBullet
+        text: "•"
+        font: Theme.helpBullet.font
+        color: Theme.t1
+        Accessible.ignored: true
+    }
+
+    TextEdit {
+        id: body
+
+        readonly property string plain: line.kind === HelpDocument.Gap ? "" : getText(0, length)
+
+        y: line.above
+        x: line.isBullet ? dot.width + Theme.s8 : 0
+        width: parent.width - x
+        visible: line.kind !== HelpDocument.Gap
+        text: line.text
+        textFormat: line.isHeading ? TextEdit.PlainText : TextEdit.RichText
+        wrapMode: TextEdit.Wrap
+        readOnly: true
+        selectByMouse: true
+        activeFocusOnPress: false
+        font: line.kind === HelpDocument.Heading1 ? Theme.helpHeading1.font
+            : line.kind === HelpDocument.Heading2 ? Theme.helpHeading2.font
+            : line.kind === HelpDocument.Heading3 ? Theme.helpHeading3.font : Theme.helpBody.font
+        color: Theme.t1
+        selectionColor: Theme.chipOnBorder
+        selectedTextColor: Theme.t1
+        palette.link: Theme.accent
+        onLinkActivated: address => line.linkActivated(address)
+        Accessible.ignored: true
+
+        HoverHandler {
+            cursorShape: body.hoveredLink !== "" ? Qt.PointingHandCursor : Qt.IBeamCursor
+        }
+    }
+
+    Rectangle {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: line.ruleHeight
+        visible: height > 0
+        color: line.kind === HelpDocument.Heading1 ? Theme.helpRuleAccent : Theme.helpRuleQuiet
+    }
+}

@@ -1,0 +1,133 @@
+// What is shown without a project: how to begin one or to open one.
+//   app: the application
+import QtQuick
+import Corvane.Kit
+import Corvane.Shell
+
+FocusScope {
+    id: root
+
+    required property CorvaneApp app
+
+    objectName: "home"
+    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: app.productName
+
+    Item {
+        id: column
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: parent.top
+        anchors.topMargin: Theme.homeTop
+        anchors.bottom: parent.bottom
+        width: Math.min(Theme.homeWidth, parent.width - 2 * Theme.s48)
+
+        Label {
+            id: name
+
+            objectName: "home.name"
+            text: root.app.productName
+            type: Theme.name
+        }
+
+        Label {
+            id: version
+
+            objectName: "home.version"
+            anchors.top: name.bottom
+            anchors.topMargin: Theme.s2
+            text: root.app.versionText
+            muted: true
+        }
+
+        Row {
+            id: buttons
+
+            anchors.top: version.bottom
+            anchors.topMargin: Theme.s24
+            spacing: Theme.buttonGap
+            Keys.onDownPressed: recents.forceActiveFocus(Qt.TabFocusReason)
+
+            Button {
+                objectName: "home.newProject"
+                readonly property AppCommand command: root.app.commands.command("newProject")
+
+                kind: Button.Primary
+                large: true
+                symbol: "plus"
+                text: command.label
+                focus: true
+                onClicked: command.trigger()
+            }
+
+            Button {
+                objectName: "home.openProject"
+                readonly property AppCommand command: root.app.commands.command("openProject")
+
+                large: true
+                text: command.label
+                onClicked: command.trigger()
+            }
+        }
+
+        Label {
+            id: heading
+
+            anchors.top: buttons.bottom
+            anchors.topMargin: Theme.s48
+            text: qsTr("Recent Projects")
+            type: Theme.head
+        }
+
+        RecentList {
+            id: recents
+
+            anchors.top: heading.bottom
+            anchors.topMargin: Theme.s8
+            anchors.bottom: parent.bottom
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: -Theme.recentOverhang
+            anchors.rightMargin: -Theme.recentOverhang
+            visible: root.app.recents.count > 0
+            recents: root.app.recents
+            onLeftUpwards: buttons.children[0].forceActiveFocus(Qt.BacktabFocusReason)
+        }
+
+        Rectangle {
+            objectName: "home.empty"
+            anchors.top: heading.bottom
+            anchors.topMargin: Theme.s12
+            anchors.left: parent.left
+            anchors.right: parent.right
+            height: texts.height + 2 * Theme.s32
+            visible: root.app.recents.count === 0
+            color: Theme.none
+            radius: Theme.panelRadius
+            border.width: Theme.hairline
+            border.color: Theme.line2
+
+            Column {
+                id: texts
+
+                x: Theme.s24
+                y: Theme.s32
+                width: parent.width - 2 * Theme.s24
+                spacing: Theme.s4
+
+                Label {
+                    width: parent.width
+                    text: qsTr("No recent projects")
+                    type: Theme.bodyLabel
+                }
+
+                Label {
+                    width: parent.width
+                    text: qsTr("Click New Project to start, or Open Project… to load an existing one.")
+                    muted: true
+                }
+            }
+        }
+    }
+}

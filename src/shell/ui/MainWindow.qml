@@ -1,0 +1,61 @@
+// The program's window: the menus, the screen of the session's state, and what lies over it. Closing
+// it ends the program.
+//   app: the application
+import QtQuick
+import Corvane.Kit
+import Corvane.Shell
+
+AppWindow {
+    id: window
+
+    required property CorvaneApp app
+
+    title: app.productName
+    width: Theme.windowWidth
+    height: Theme.windowHeight
+    minimumWidth: Theme.windowMinWidth
+    minimumHeight: Theme.windowMinHeight
+    onClosing: Qt.quit()
+
+    function showHelp() {
+        helpLoader.active = true;
+        const help = helpLoader.item as HelpWindow;
+        help.show();
+        help.raise();
+        help.requestActivate();
+    }
+
+    menuBar: MainMenu {
+        app: window.app
+    }
+
+    CommandShortcuts {
+        commands: window.app.commands
+    }
+
+    Connections {
+        target: window.app.commands
+
+        function onHelpRequested() {
+            window.showHelp();
+        }
+    }
+
+    ContentView {
+        anchors.fill: parent
+        app: window.app
+    }
+
+    FileDialogs {
+        panels: window.app.dialogs
+    }
+
+    Loader {
+        id: helpLoader
+
+        active: false
+        sourceComponent: HelpWindow {
+            help: window.app.help
+        }
+    }
+}

@@ -1,0 +1,182 @@
+// What a new project needs to be told.
+//   setup: the fields; signal dismissed(): back to home
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Shell
+
+FocusScope {
+    id: root
+
+    required property ProjectSetup setup
+
+    signal dismissed()
+
+    objectName: "setup"
+    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: heading.text
+
+    Flickable {
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: form.height + Theme.setupTop + Theme.s48
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: ScrollBar {}
+
+        Column {
+            id: form
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: Theme.setupTop
+            width: Theme.setupWidth
+            spacing: Theme.formGap
+
+            Row {
+                x: -Theme.s8
+                height: Theme.controlHeight + Theme.formGap
+                spacing: Theme.s4
+
+                Button {
+                    objectName: "setup.back"
+                    kind: Button.Bare
+                    muted: true
+                    symbol: "chevron.left"
+                    text: qsTr("Back")
+                    onClicked: root.dismissed()
+                }
+
+                Label {
+                    id: heading
+
+                    objectName: "setup.title"
+                    height: Theme.controlHeight
+                    verticalAlignment: Text.AlignVCenter
+                    text: qsTr("New Project")
+                    type: Theme.title
+                }
+            }
+
+            SetupRow {
+                label: qsTr("Project name")
+                required: true
+
+                TextField {
+                    objectName: "setup.projectName"
+                    name: qsTr("Project name")
+                    placeholderText: "MyShoot"
+                    focus: true
+                    text: root.setup.projectName
+                    onTextEdited: root.setup.projectName = text
+                }
+            }
+
+            SetupRow {
+                label: qsTr("Shoot date")
+
+                Row {
+                    spacing: Theme.s16
+                    height: Theme.controlHeight
+
+                    CheckBox {
+                        objectName: "setup.includeShootDate"
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: qsTr("Include")
+                        checked: root.setup.includeShootDate
+                        onToggled: root.setup.includeShootDate = checked
+                    }
+
+                    DateField {
+                        objectName: "setup.shootDate"
+                        name: qsTr("Shoot date")
+                        visible: root.setup.includeShootDate
+                        date: root.setup.shootDate
+                        onEdited: date => root.setup.shootDate = date
+                    }
+                }
+            }
+
+            SetupRow {
+                label: qsTr("Client or series")
+
+                TextField {
+                    objectName: "setup.clientOrSeries"
+                    name: qsTr("Client or series")
+                    placeholderText: qsTr("Optional")
+                    text: root.setup.clientOrSeries
+                    onTextEdited: root.setup.clientOrSeries = text
+                }
+            }
+
+            SetupRow {
+                label: qsTr("Location")
+
+                TextField {
+                    objectName: "setup.location"
+                    name: qsTr("Location")
+                    placeholderText: qsTr("Optional")
+                    text: root.setup.location
+                    onTextEdited: root.setup.location = text
+                }
+            }
+
+            SetupRow {
+                label: qsTr("Notes")
+
+                TextArea {
+                    objectName: "setup.notes"
+                    name: qsTr("Notes")
+                    text: root.setup.notes
+                    onTextEdited: root.setup.notes = text
+                }
+            }
+
+            SetupRow {
+                label: qsTr("File layout")
+
+                CheckBox {
+                    objectName: "setup.createProjectFolder"
+                    height: Theme.controlHeight
+                    text: qsTr("Create project folder")
+                    checked: root.setup.createProjectFolder
+                    onToggled: root.setup.createProjectFolder = checked
+                }
+
+                Label {
+                    width: Theme.formWidth
+                    height: implicitHeight + Theme.s8
+                    text: qsTr("Wraps the .corvane file in a folder named after the project. Recommended.")
+                    type: Theme.list
+                    muted: true
+                }
+
+                Rectangle {
+                    width: Theme.formWidth
+                    height: Theme.layoutPreviewHeight
+                    radius: Theme.controlRadius
+                    color: Theme.b2
+
+                    Label {
+                        objectName: "setup.layoutPreview"
+                        x: Theme.regionPadding
+                        y: (parent.height - 4 * type.line) / 2
+                        width: parent.width - 2 * x
+                        text: root.setup.layoutPreview
+                        type: Theme.preview
+                        muted: true
+                        lineHeightMode: Text.FixedHeight
+                        lineHeight: Theme.preview.line
+                        topPadding: Theme.preview.lead
+                    }
+                }
+            }
+
+            SetupFoot {
+                width: parent.width
+                canCreate: root.setup.canCreate
+                onCancelled: root.dismissed()
+                onAccepted: root.setup.create()
+            }
+        }
+    }
+}

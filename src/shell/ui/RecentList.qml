@@ -1,0 +1,45 @@
+// The recent projects. Up and Down walk them, Return opens one, Delete forgets one.
+//   recents: the list; signal leftUpwards(): Up from the first row
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Shell
+
+ListView {
+    id: list
+
+    required property RecentProjectsModel recents
+
+    signal leftUpwards()
+
+    objectName: "home.recents"
+    model: recents
+    clip: true
+    activeFocusOnTab: true
+    boundsBehavior: Flickable.StopAtBounds
+    keyNavigationEnabled: true
+    highlightFollowsCurrentItem: true
+    bottomMargin: Theme.s24
+    T.ScrollBar.vertical: ScrollBar {}
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Recent Projects")
+
+    Keys.onReturnPressed: recents.open(currentIndex)
+    Keys.onEnterPressed: recents.open(currentIndex)
+    Keys.onDeletePressed: recents.remove(currentIndex)
+    Keys.onUpPressed: event => {
+        if (currentIndex <= 0) {
+            list.leftUpwards();
+        } else {
+            event.accepted = false;
+        }
+    }
+
+    delegate: RecentRow {
+        width: list.width
+        focused: list.activeFocus && ListView.isCurrentItem
+        removeHelp: list.recents.removeToolTip
+        onOpened: list.recents.open(index)
+        onRemoved: list.recents.remove(index)
+    }
+}

@@ -1,0 +1,39 @@
+// "Open Recent": a row for each recent project, or one disabled row that says there is none.
+//   app: the application
+import QtQuick
+import Corvane.Kit
+import Corvane.Shell
+
+PopUpMenu {
+    id: root
+
+    required property CorvaneApp app
+
+    objectName: "menu.openRecent"
+    title: app.commands.openRecentLabel
+
+    MenuItem {
+        id: none
+
+        objectName: "menu.noRecentProjects"
+        text: root.app.commands.noRecentProjectsLabel
+        enabled: false
+        visible: root.app.recents.count === 0
+        height: visible ? implicitHeight : 0
+    }
+
+    Instantiator {
+        model: root.app.recents
+
+        delegate: MenuItem {
+            required property int index
+            required property string name
+
+            objectName: "menu.recent." + index
+            text: name
+            onTriggered: root.app.recents.open(index)
+        }
+        onObjectAdded: (index, object) => root.insertItem(index, object)
+        onObjectRemoved: (index, object) => root.removeItem(object)
+    }
+}

@@ -1,0 +1,125 @@
+// One recent project: a click opens it, the cross at its end forgets it.
+//   name, filePath, countText: string; focused: bool; removeHelp: string;
+//   signals opened(), removed()
+import QtQuick
+import Corvane.Kit
+import Corvane.Shell
+
+Item {
+    id: row
+
+    required property int index
+    required property string name
+    required property string filePath
+    required property string countText
+    property bool focused: false
+    property string removeHelp
+
+    signal opened()
+    signal removed()
+
+    objectName: "home.recent." + index
+    height: Theme.recentRowHeight
+    HelpText.text: path.truncated ? filePath : ""
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: filePath + ", " + countText
+    Accessible.focusable: true
+    Accessible.focused: focused
+    Accessible.onPressAction: opened()
+
+    HoverHandler {
+        id: pointer
+    }
+
+    TapHandler {
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: row.opened()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.panelRadius
+        color: pointer.hovered ? Theme.b3 : Theme.none
+
+        Item {
+            anchors.fill: parent
+            anchors.margins: Theme.ringGap + Theme.ringWidth
+
+            FocusRing {
+                shown: row.focused
+                cornerRadius: Theme.panelRadius - reach
+            }
+        }
+    }
+
+    Rectangle {
+        id: glyph
+
+        x: Theme.recentOverhang
+        anchors.verticalCenter: parent.verticalCenter
+        width: Theme.recentGlyphSize
+        height: Theme.recentGlyphSize
+        radius: Theme.controlRadius
+        color: pointer.hovered ? Theme.b4 : Theme.b3
+
+        Icon {
+            anchors.centerIn: parent
+            symbol: "film"
+            size: Theme.iconBrand
+        }
+    }
+
+    Column {
+        anchors.left: glyph.right
+        anchors.leftMargin: Theme.s12
+        anchors.right: count.left
+        anchors.rightMargin: Theme.s12
+        anchors.verticalCenter: parent.verticalCenter
+
+        Label {
+            width: parent.width
+            text: row.name
+            type: Theme.bodyLabel
+            Accessible.ignored: true
+        }
+
+        Label {
+            id: path
+
+            width: parent.width
+            text: row.filePath
+            type: Theme.list
+            muted: true
+            elide: Text.ElideMiddle
+            Accessible.ignored: true
+        }
+    }
+
+    Label {
+        id: count
+
+        anchors.right: cross.left
+        anchors.rightMargin: Theme.s12
+        anchors.verticalCenter: parent.verticalCenter
+        text: row.countText
+        type: Theme.list
+        muted: true
+        Accessible.ignored: true
+    }
+
+    Button {
+        id: cross
+
+        objectName: row.objectName + ".remove"
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.recentOverhang
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: "xmark"
+        iconSize: Theme.iconButton
+        glyphInk: pointer.hovered ? Theme.t1 : Theme.t3
+        helpText: row.removeHelp
+        focusPolicy: Qt.NoFocus
+        onClicked: row.removed()
+    }
+}

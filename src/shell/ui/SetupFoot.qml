@@ -1,0 +1,45 @@
+// The foot of the setup form.
+//   canCreate: bool; signals cancelled(), accepted()
+import QtQuick
+import Corvane.Kit
+import Corvane.Shell
+
+Item {
+    id: foot
+
+    property bool canCreate: false
+
+    signal cancelled()
+    signal accepted()
+
+    implicitHeight: buttons.y + buttons.height
+
+    Divider {
+        y: Theme.s12
+        width: parent.width
+    }
+
+    Row {
+        id: buttons
+
+        anchors.right: parent.right
+        y: Theme.s12 + Theme.s16
+        spacing: Theme.buttonGap
+
+        Button {
+            objectName: "setup.cancel"
+            large: true
+            text: qsTr("Cancel")
+            onClicked: foot.cancelled()
+        }
+
+        Button {
+            objectName: "setup.create"
+            kind: Button.Primary
+            large: true
+            text: qsTr("Create project")
+            enabled: foot.canCreate
+            onClicked: foot.accepted()
+        }
+    }
+}

@@ -1,0 +1,276 @@
+#include "../ShellFixture.h"
+#include "support/screens/Screen.h"
+
+#include <QDragEnterEvent>
+#include <QGuiApplication>
+#include <QMimeData>
+
+using namespace corvane;
+using namespace corvane::test;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class MainWindowTest : public ShellTest {
+  protected:
+    void show() {
+        screen.emplace("import Corvane.Shell\nMainWindow {}", QSize(1280, 800),
+                       QVariantMap{{QStringLiteral("app"), QVariant::fromValue(&app)}});
+    }
+    bool shows(const char *name) const { return screen->shows(QLatin1String(name)); }
+    void click(const char *name) { screen->click(QLatin1String(name)); }
+    bool comes(const char *name) {
+        return screen->waitFor([&] { return shows(name); });
+    }
+    bool goes(const char *name) {
+        return screen->waitFor([&] { return !shows(name); });
+    }
+    QString text(const char *name) {
+        return screen->property(QLatin1String(name), "text").toString();
+    }
+    /// What the alert says, once it is up; "OK" takes it away.
+    std::string alertAfter(const std::function<void()> &road) {
+        road();
+        EXPECT_TRUE(comes("projectError.accept"));
+        const std::string said = alert().toStdString();
+        click("projectError.accept");
+        EXPECT_TRUE(goes("projectError.accept"));
+        EXPECT_FALSE(app.router()->hasError());
+        return said;
+    }
+    /// Opens one of the menus at the top by a click on its title.
+    void openMenu(const QString &title) {
+        for (QQuickItem *const item : screen->visibleItems()) {
+            if (item->inherits("QQuickMenuBarItem") && item->property("text") == title) {
+                screen->click(item->mapToScene({10, 10}).toPoint());
+                return;
+            }
+        }
+        ADD_FAILURE() << "no menu " << title.toStdString();
+    }
+    /// "label|keys|help" of a menu's row, with "-" before a disabled one.
+    std::string row(const char *name) {
+        const QQuickItem *const item = screen->item(QLatin1String(name));
+        const auto part = [item](const char *property) {
+            return item->property(property).toString().toStdString();
+        };
+        return !item ? std::string()
+                     : (item->isEnabled() ? "" : "-") + part("text") + '|' + part("shortcutText") +
+                           '|' + part("helpText");
+    }
+    void drop(const QString &path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(screen->window(), &enter);
+        QDropEvent dropped({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(screen->window(), &dropped);
+    }
+
+    QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2, 1));
+    QString bad = folder.write(QStringLiteral("bad.corvane"), "{");
+    std::optional<Screen> screen;
+};
+
+} // namespace
+
+TEST_F(MainWindowTest, TheMenusTellEachCommandAndWhyItIsOff) {
+    const std::tuple<const char *, const char *, const char *, const char *> rows[] = {
+        {"File", "menu.newProject", "New Project|Ctrl+N|", "New Project|Ctrl+N|"},
+        {"File", "menu.openProject", "Open Project…|Ctrl+O|", "Open Project…|Ctrl+O|"},
+        {"File", "menu.saveProject", "-Save Project|Ctrl+S|", "Save Project|Ctrl+S|"},
+        {"File", "menu.closeProject", "-Close Project|Ctrl+Shift+W|",
+         "Close Project|Ctrl+Shift+W|"},
+        {"File", "menu.import", "-Import Footage…|Ctrl+I|", "Import Footage…|Ctrl+I|"},
+        {"File", "menu.export", "-Export…|Ctrl+E|", "Export…|Ctrl+E|"},
+        {"File", "menu.selectsHandoff",
+         "-Selects Handoff…|Ctrl+Shift+E|Mark clips with the S flag in Review first",
+         "Selects Handoff…|Ctrl+Shift+E|Bundle selects + their media + cache into a portable "
+         ".corvane package"},
+        {"Help", "menu.help", "Corvane Help|Ctrl+?|", "Corvane Help|Ctrl+?|"},
+        {"Help", "menu.checkForUpdates", "Check for Updates…||", "Check for Updates…||"},
+    };
+    show();
+    for (const bool isOpen : {false, true}) {
+        if (isOpen) {
+            open(file);
+            app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+        }
+        for (const char *const menu : {"File", "Help"}) {
+            openMenu(QLatin1String(menu));
+            for (const auto &[title, name, closed, opened] : rows) {
+                if (QByteArray(title) == menu) {
+                    ASSERT_TRUE(comes(name)) << name;
+                    EXPECT_EQ(row(name), isOpen ? opened : closed);
+                }
+            }
+            screen->key(Qt::Key_Escape);
+            EXPECT_TRUE(
+                screen->waitFor([&] { return !shows("menu.help") && !shows("menu.import"); }));
+        }
+    }
+}
+
+TEST_F(MainWindowTest, TheKeysReachTheCommands) {
+    QStringList posted;
+    const auto note = [&](const char *name) {
+        return [&posted, name] { posted.append(QLatin1String(name)); };
+    };
+    QObject::connect(app.requests(), &AppRequests::newProjectRequested, note("new"));
+    QObject::connect(app.requests(), &AppRequests::openProjectRequested, note("open"));
+    QObject::connect(app.requests(), &AppRequests::importRequested, note("import"));
+    QObject::connect(app.requests(), &AppRequests::exportRequested, note("export"));
+    QObject::connect(app.requests(), &AppRequests::selectsHandoffRequested, note("handoff"));
+    const auto pressAll = [&] {
+        posted.clear();
+        for (const Qt::Key key : {Qt::Key_N, Qt::Key_O, Qt::Key_I, Qt::Key_E}) {
+            screen->key(key, Qt::ControlModifier);
+        }
+        screen->key(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        return posted.join(QLatin1Char(' ')).toStdString();
+    };
+    show();
+    EXPECT_EQ(pressAll(), "new open");
+    open(file);
+    EXPECT_EQ(pressAll(), "new open import export");
+    app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+    EXPECT_EQ(pressAll(), "new open import export handoff");
+    screen->key(Qt::Key_S, Qt::ControlModifier);
+    waitUntil([&] { return !app.store().isDirty(); });
+    screen->key(Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+    waitUntil([&] { return !app.store().project(); });
+}
+
+TEST_F(MainWindowTest, HomeListsRecentsThatOpenAndAreForgotten) {
+    show();
+    EXPECT_TRUE(shows("home.empty"));
+    EXPECT_EQ(text("home.version"), CorvaneApp::versionText());
+    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
+    const QString third = make(QStringLiteral("Third.corvane"), sampleProject(1));
+    for (const QString &each : {file, other, third}) {
+        open(each);
+        clock.advance(std::chrono::seconds(1));
+    }
+    await(app.store().closeProject());
+    ASSERT_TRUE(comes("home.recent.2"));
+    EXPECT_FALSE(shows("home.empty"));
+    click("home.recent.0.remove");
+    EXPECT_TRUE(goes("home.recent.2"));
+    EXPECT_FALSE(app.store().project()) << "the cross never opens";
+    screen->key(Qt::Key_Tab);
+    screen->item(QStringLiteral("home.newProject"))->forceActiveFocus();
+    screen->key(Qt::Key_Down);
+    screen->key(Qt::Key_Delete);
+    EXPECT_TRUE(goes("home.recent.1"));
+    EXPECT_TRUE(folder.has(QStringLiteral("Other.corvane")));
+    screen->key(Qt::Key_Return);
+    EXPECT_TRUE(comes("header.projectName"));
+    EXPECT_EQ(app.store().fileURL(), file);
+    click("header.close");
+    ASSERT_TRUE(comes("home.recent.0"));
+    click("home.recent.0");
+    EXPECT_TRUE(comes("header.projectName"));
+}
+
+TEST_F(MainWindowTest, EachRoadToAFailureShowsTheAlertOnceOverTheSameScreen) {
+    open(file);
+    await(app.store().closeProject());
+    show();
+    QFile::remove(file);
+    panels.answer = bad;
+    const auto openRecentByMenu = [&] {
+        openMenu(QStringLiteral("File"));
+        ASSERT_TRUE(comes("menu.openProject"));
+        screen->key(Qt::Key_Down);
+        screen->key(Qt::Key_Down);
+        screen->key(Qt::Key_Down);
+        screen->key(Qt::Key_Right);
+        ASSERT_TRUE(comes("menu.recent.0"));
+        click("menu.recent.0");
+    };
+    EXPECT_THAT(alertAfter([&] { click("home.openProject"); }),
+                StartsWith("Open failed: " + bad.toStdString()));
+    EXPECT_THAT(alertAfter([&] { click("home.recent.0"); }),
+                StartsWith("Open failed: Failed to read "));
+    EXPECT_THAT(alertAfter(openRecentByMenu), StartsWith("Open failed: Failed to read "));
+    EXPECT_THAT(alertAfter([&] { drop(bad); }), HasSubstr("is not a valid"));
+    EXPECT_THAT(alertAfter([&] { app.router()->open(bad); }), HasSubstr("is not a valid"));
+    EXPECT_TRUE(shows("home.recent.0"));
+}
+
+TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
+    show();
+    click("home.newProject");
+    ASSERT_TRUE(comes("setup.projectName"));
+    EXPECT_FALSE(screen->item(QStringLiteral("setup.create"))->isEnabled());
+    screen->type(QStringLiteral("Tide/"));
+    EXPECT_FALSE(screen->item(QStringLiteral("setup.create"))->isEnabled());
+    screen->key(Qt::Key_Backspace);
+    EXPECT_THAT(text("setup.layoutPreview").toStdString(), StartsWith("<parent>/Tide/\n"));
+    EXPECT_FALSE(shows("setup.shootDate"));
+    click("setup.includeShootDate");
+    ASSERT_TRUE(comes("setup.shootDate"));
+    click("setup.notes");
+    screen->type(QStringLiteral("Low water."));
+
+    panels.answer = folder.write(QStringLiteral("taken"), "") + QStringLiteral("/x");
+    EXPECT_THAT(alertAfter([&] { click("setup.create"); }), StartsWith("Create failed: "));
+    EXPECT_EQ(text("setup.projectName"), QStringLiteral("Tide"));
+    EXPECT_EQ(app.setup()->notes(), QStringLiteral("Low water."));
+    panels.answer.clear();
+    click("setup.create");
+    EXPECT_TRUE(shows("setup.projectName")) << "the panel was cancelled";
+    panels.answer = folder.at(QStringLiteral("new"));
+    click("setup.create");
+    ASSERT_TRUE(comes("header.projectName"));
+    EXPECT_EQ(text("header.projectName"), QStringLiteral("Tide"));
+    EXPECT_EQ(text("header.status"), QStringLiteral("Created project Tide"));
+    EXPECT_TRUE(folder.has(QStringLiteral("new/Tide.corvane")));
+    click("header.close");
+    ASSERT_TRUE(comes("home.newProject"));
+    click("home.newProject");
+    ASSERT_TRUE(comes("setup.back"));
+    EXPECT_EQ(text("setup.projectName"), QString());
+    click("setup.back");
+    EXPECT_TRUE(comes("home.newProject"));
+}
+
+TEST_F(MainWindowTest, ADroppedProjectOpensAndItsHeaderActs) {
+    show();
+    drop(folder.write(QStringLiteral("take.mov"), "x"));
+    drop(file);
+    ASSERT_TRUE(comes("header.import"));
+    int exports = 0;
+    QObject::connect(app.requests(), &AppRequests::exportRequested, [&] { ++exports; });
+    click("header.export");
+    EXPECT_EQ(exports, 0);
+    EXPECT_EQ(screen->property(QStringLiteral("header.handoff"), "helpText"),
+              QStringLiteral("Mark clips with the S flag in Review first"));
+    app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+    click("header.export");
+    EXPECT_EQ(exports, 1);
+    EXPECT_EQ(Screen::accessibleName(screen->item(QStringLiteral("header.help"))),
+              QStringLiteral("Open Corvane User Guide (Cmd-?)"));
+    screen->picture(QStringLiteral("project"));
+}
+
+TEST_F(MainWindowTest, HelpHasOneWindowOfItsOwn) {
+    show();
+    command("help").trigger();
+    command("help").trigger();
+    QList<QQuickWindow *> helps;
+    for (QWindow *const window : QGuiApplication::topLevelWindows()) {
+        if (window->objectName() == QStringLiteral("help") && window->isVisible()) {
+            helps.append(qobject_cast<QQuickWindow *>(window));
+        }
+    }
+    ASSERT_EQ(helps.size(), 1);
+    EXPECT_EQ(helps[0]->title(), QStringLiteral("Corvane Help"));
+    EXPECT_EQ(helps[0]->size(), QSize(820, 700));
+    EXPECT_EQ(helps[0]->minimumSize(), QSize(760, 640));
+    const auto *const error = helps[0]->findChild<QQuickItem *>(QStringLiteral("helpView.error"));
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->property("text"), QStringLiteral("UserGuide.md not found in bundle."))
+        << "the guide is the program's own, and a test has none";
+}
