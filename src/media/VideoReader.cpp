@@ -10,6 +10,7 @@ extern "C" {
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 namespace corvane::media {
@@ -58,6 +59,7 @@ struct VideoReader::Stream {
 
     Goal goalFor(MediaTime time, double tolerance) const;
     MediaTime timeFor(qint64 ticks) const;
+    std::optional<VideoFrame> given(const std::function<std::optional<Decoded>(Stream &)> &look);
     VideoFrame shown(const Decoded &frame);
 
     bool isCurrent(const Goal &goal) const;
@@ -65,7 +67,7 @@ struct VideoReader::Stream {
     std::optional<Decoded> find(const Goal &goal);
     std::optional<Decoded> findAfterCurrent();
     bool startBefore(const Goal &goal, qint64 stepBack);
-    std::optional<Decoded> decodeTo(const Goal &goal);
+    std::optional<Decoded> decodeTo(const Goal &goal, std::optional<Decoded> before);
     std::optional<Decoded> decodeNext(const Goal *goal = nullptr);
     bool maySkip(const AVPacket &packet, const Goal &goal);
     bool isEnough(const AVPacket &packet, const Goal &goal);
@@ -78,7 +80,7 @@ struct VideoReader::Stream {
     FrameDecoder decoder;
     qint64 start; ///< of the asset's presentation
     bool givesSinglePictures;
-    bool isCutShort = false; ///< the decoder was drained before the end
+    bool isCutShort = false; ///< decoding can't go on from here
 
     std::optional<Decoded> current; ///< the last one given
     qint64 currentEnd = 0;
@@ -119,34 +121,33 @@ void VideoReader::setStop(std::stop_token stop) {
 }
 
 std::optional<VideoFrame> VideoReader::frameAt(MediaTime time, double tolerance) {
-    Stream &stream = *m_stream;
-    const Stream::Goal goal = stream.goalFor(time, tolerance);
-    if (!stream.isCurrent(goal)) {
-        const auto frame = stream.find(goal);
-        if (!frame) {
-            return std::nullopt;
-        }
-        return stream.shown(*frame);
-    }
-    return stream.shown(*stream.current);
+    return m_stream->given([&](Stream &stream) {
+        const Stream::Goal goal = stream.goalFor(time, tolerance);
+        return stream.isCurrent(goal) ? stream.current : stream.find(goal);
+    });
 }
 
 std::optional<VideoFrame> VideoReader::next() {
-    Stream &stream = *m_stream;
-    std::optional<FrameDecoder::Decoded> frame;
-    // Reading that is cancelled can lose a packet: whatever comes next must start anew.
-    auto last = std::exchange(stream.current, {});
-    if (stream.isCutShort && last) {
-        stream.current = last;
-        frame = stream.findAfterCurrent();
-    } else {
-        frame = stream.pending ? std::exchange(stream.pending, {}) : stream.decodeNext();
+    return m_stream->given([](Stream &stream) {
+        if (stream.isCutShort) {
+            return stream.findAfterCurrent();
+        }
+        return stream.pending ? std::exchange(stream.pending, {}) : stream.decodeNext();
+    });
+}
+
+/// Gives what `look` finds. Where that throws, packets may be lost, so that the next look must
+/// begin anew.
+std::optional<VideoFrame>
+VideoReader::Stream::given(const std::function<std::optional<Decoded>(Stream &)> &look) {
+    try {
+        const auto frame = look(*this);
+        return frame ? std::optional(shown(*frame)) : std::nullopt;
+    } catch (...) {
+        isCutShort = true;
+        pending.reset();
+        throw;
     }
-    if (!frame) {
-        stream.current = std::move(last);
-        return std::nullopt;
-    }
-    return stream.shown(*frame);
 }
 
 qsizetype VideoFrame::byteCount() const {
@@ -217,7 +218,7 @@ bool VideoReader::Stream::leadsTo(const Goal &goal) const {
 
 std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal) {
     if (leadsTo(goal)) {
-        if (auto frame = decodeTo(goal)) {
+        if (auto frame = decodeTo(goal, current)) {
             return frame;
         }
     }
@@ -225,7 +226,7 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal)
     for (qint64 seconds = 0;; seconds = seconds == 0 ? 1 : seconds * 2) {
         const qint64 stepBack = av_rescale_q(seconds, {1, 1}, stream.time_base);
         if (startBefore(goal, stepBack)) {
-            const auto frame = decodeTo(goal);
+            const auto frame = decodeTo(goal, {});
             if (packets.isFromStart() || (frame && frame->time <= goal.latest)) {
                 return frame;
             }
@@ -236,12 +237,12 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal)
     }
 }
 
-/// Where the decoder was drained, it begins anew.
+/// Where decoding can't go on, it begins anew.
 std::optional<FrameDecoder::Decoded> VideoReader::Stream::findAfterCurrent() {
-    const qint64 time = current->time;
+    const qint64 time = current ? current->time : start;
     givesSinglePictures = false;
     auto frame = find({time, time, time});
-    while (frame && frame->time <= time) {
+    while (frame && current && frame->time <= time) {
         frame = pending ? std::exchange(pending, {}) : decodeNext();
     }
     return frame;
@@ -256,7 +257,6 @@ bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
     }
     decoder.flush();
     isCutShort = false;
-    current.reset();
     pending.reset();
     lastDecoded = std::numeric_limits<qint64>::min();
     if (from - stepBack <= start || !packets.seek(from - stepBack)) {
@@ -268,12 +268,9 @@ bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
     return packets.isFromStart() || (key && *key <= goal.latest);
 }
 
-std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeTo(const Goal &goal) {
-    // Work that is cancelled on the way must not leave the reader looking as if it stood here.
-    std::optional<Decoded> before = std::exchange(current, {});
-    if (before && before->time > goal.target) {
-        before.reset();
-    }
+/// `before`: the frame before the next one, where it is known.
+std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeTo(const Goal &goal,
+                                                                   std::optional<Decoded> before) {
     for (;;) {
         auto frame = pending ? std::exchange(pending, {}) : decodeNext(&goal);
         if (!frame) {

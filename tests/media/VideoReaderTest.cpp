@@ -195,5 +195,6 @@ TEST(VideoReaderTest, StopsWhenAsked) {
     EXPECT_THROW(reader.frameAt({1, 1}), Cancelled);
     EXPECT_THROW(VideoReader(path, {}, stop.get_token()), Cancelled);
     reader.setStop({});
+    EXPECT_EQ(numberOf(reader.next()), 1);
     EXPECT_EQ(numberOf(reader.frameAt({1, 1})), 25);
 }
