@@ -4,6 +4,7 @@
 #include <QQmlEngine>
 #include <QSize>
 #include <QString>
+#include <QVariantMap>
 
 #include <functional>
 #include <memory>
@@ -22,8 +23,10 @@ struct ScreenPicture {
 };
 
 /// A window from QML text.
-std::unique_ptr<QObject> windowOf(QQmlEngine &engine, const QByteArray &qml);
+std::unique_ptr<QObject> windowOf(QQmlEngine &engine, const QByteArray &qml,
+                                  const QVariantMap &properties = {});
 
 QList<ScreenPicture> galleryPictures();
+QList<ScreenPicture> shellPictures();
 
 } // namespace corvane

@@ -48,14 +48,15 @@ bool take(const ScreenPicture &picture, const QDir &folder) {
 
 } // namespace
 
-std::unique_ptr<QObject> corvane::windowOf(QQmlEngine &engine, const QByteArray &qml) {
+std::unique_ptr<QObject> corvane::windowOf(QQmlEngine &engine, const QByteArray &qml,
+                                           const QVariantMap &properties) {
     QQmlComponent component(&engine);
     component.setData(qml, QUrl(QStringLiteral("qrc:/picture.qml")));
     if (!component.isReady()) {
         QTextStream(stderr) << component.errorString();
         return nullptr;
     }
-    return std::unique_ptr<QObject>(component.create());
+    return std::unique_ptr<QObject>(component.createWithInitialProperties(properties));
 }
 
 int main(int argc, char **argv) {
@@ -75,7 +76,7 @@ int main(int argc, char **argv) {
     }
     const QDir folder(parser.positionalArguments().constFirst());
     int status = folder.mkpath(QStringLiteral(".")) ? 0 : 1;
-    for (const ScreenPicture &picture : corvane::galleryPictures()) {
+    for (const ScreenPicture &picture : corvane::galleryPictures() + corvane::shellPictures()) {
         const bool taken = take(picture, folder);
         QTextStream(taken ? stdout : stderr)
             << (taken ? "" : "failed: ") << folder.filePath(picture.name) << ".png\n";

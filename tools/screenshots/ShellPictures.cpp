@@ -1,0 +1,134 @@
+#include "ScreenPicture.h"
+
+#include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
+#include "platform/Tasks.h"
+#include "shell/CorvaneApp.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+
+namespace corvane {
+
+namespace {
+
+constexpr QSize shellSize(1440, 900);
+
+constexpr const char *recentList = R"([
+    {"id": "A", "name": "Tidewater Day 2", "videoCount": 86,
+     "filePath": "/shoots/tidewater/Tidewater Day 2/Tidewater Day 2.corvane",
+     "lastOpenedAt": "2025-06-13T10:00:00.000Z"},
+    {"id": "B", "name": "Lantern Row", "videoCount": 412,
+     "filePath": "/shoots/lantern-row/Lantern Row.corvane",
+     "lastOpenedAt": "2025-06-12T10:00:00.000Z"},
+    {"id": "C", "name": "North Ridge Interviews", "videoCount": 1204,
+     "filePath": "/archive/2024/north-ridge/North Ridge Interviews/North Ridge Interviews.corvane",
+     "lastOpenedAt": "2025-06-11T10:00:00.000Z"},
+    {"id": "D", "name": "Copper Kiln - Selects", "videoCount": 37,
+     "filePath": "/deliveries/incoming/Copper Kiln - Selects/Copper Kiln - Selects.corvane",
+     "lastOpenedAt": "2025-06-10T10:00:00.000Z"}])";
+
+/// The application and the folder that its data lie in, below the window that shows it.
+class Stage : public QObject {
+  public:
+    explicit Stage(bool hasRecents) {
+        if (hasRecents) {
+            writeAtomically(folder.filePath(QStringLiteral("registry.json")), recentList);
+        }
+        app = std::make_unique<CorvaneApp>(CorvaneApp::Settings{
+            .dataFolder = folder.path(),
+            .userDefaults = std::make_unique<QSettings>(
+                folder.filePath(QStringLiteral("defaults.ini")), QSettings::IniFormat),
+            .hashes = ContentHashMigration::Awaited});
+        waitUntilDone(app->store().startedUp());
+    }
+
+    QTemporaryDir folder;
+    std::unique_ptr<CorvaneApp> app;
+};
+
+using Arrange = std::function<void(Stage &, QObject &)>;
+
+ScreenPicture shellPicture(const char *name, bool hasRecents, Arrange arrange) {
+    return {QLatin1String(name), shellSize, [hasRecents, arrange](QQmlEngine &engine) {
+                auto stage = std::make_unique<Stage>(hasRecents);
+                auto window =
+                    windowOf(engine, "import Corvane.Shell\nMainWindow {}",
+                             {{QStringLiteral("app"), QVariant::fromValue(stage->app.get())}});
+                if (window && arrange) {
+                    arrange(*stage, *window);
+                }
+                stage.release()->setParent(window.get());
+                return window;
+            }};
+}
+
+void openProject(Stage &stage, QObject &) {
+    Project project{.id = newIdentifier(),
+                    .name = QStringLiteral("Tidewater Day 2"),
+                    .createdAt = QDateTime::currentDateTimeUtc(),
+                    .updatedAt = QDateTime::currentDateTimeUtc()};
+    for (const char *const name :
+         {"A003_C001_0612.MOV", "A003_C002_0612.MOV", "A003_C003_0612.MOV", "A004_C001_0612.MOV",
+          "B001_C014_0612.MXF", "DJI_0042.MP4", "GX010233.MP4"}) {
+        VideoRecord clip;
+        clip.id = newIdentifier();
+        clip.fileName = QLatin1String(name);
+        clip.createdAt = clip.updatedAt = project.createdAt;
+        project.videos.append(VideoItem(clip));
+    }
+    const QString file = stage.folder.filePath(QStringLiteral("Tidewater Day 2.corvane"));
+    writeAtomically(file, encodeDocument(project));
+    waitUntilDone(stage.app->store().openProject(file));
+    stage.app->store().setStatus(QStringLiteral("Marked 2 subclips for export"));
+}
+
+void fillSetup(Stage &stage, QObject &) {
+    ProjectSetup &setup = *stage.app->setup();
+    Q_EMIT stage.app->requests()->newProjectRequested();
+    setup.setProjectName(QStringLiteral("Tidewater Day 3"));
+    setup.setIncludeShootDate(true);
+    setup.setShootDateText(QStringLiteral("2025-06-13"));
+    setup.setLocation(QStringLiteral("Fallow Inlet, east bank"));
+    setup.setNotes(QStringLiteral("Second unit joins at noon. Low water 14:20."));
+}
+
+void openMissingRecent(Stage &stage, QObject &) {
+    waitUntilDone(stage.app->store().openProject(QStringLiteral(
+        "/archive/2024/north-ridge/North Ridge Interviews/North Ridge Interviews.corvane")));
+}
+
+void openFileMenu(Stage &, QObject &window) {
+    auto *const menu = window.findChild<QObject *>(QStringLiteral("menu.File"));
+    if (menu) {
+        QMetaObject::invokeMethod(menu, "open");
+    }
+}
+
+/// The guide in a window as large as its own.
+ScreenPicture helpPicture() {
+    return {QStringLiteral("help"), QSize(820, 700), [](QQmlEngine &engine) {
+                auto help = std::make_unique<HelpDocument>(QStringLiteral(CORVANE_GUIDE));
+                auto window = windowOf(engine, "import Corvane.Shell\nHelpWindow {}",
+                                       {{QStringLiteral("help"), QVariant::fromValue(help.get())}});
+                help.release()->setParent(window.get());
+                return window;
+            }};
+}
+
+} // namespace
+
+QList<ScreenPicture> shellPictures() {
+    return {
+        shellPicture("home-empty", false, {}),
+        shellPicture("home", true, {}),
+        shellPicture("setup", true, fillSetup),
+        shellPicture("alert", true, openMissingRecent),
+        shellPicture("menu", true, openFileMenu),
+        shellPicture("project", false, openProject),
+        helpPicture(),
+    };
+}
+
+} // namespace corvane
