@@ -4,9 +4,11 @@
 #include "shell/CorvaneApp.h"
 #include "shell/InstanceHandover.h"
 
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QThread>
 
 #include <cstdio>
 
@@ -15,6 +17,10 @@ namespace corvane {
 namespace {
 
 constexpr std::chrono::seconds kHandoverPatience{10};
+/// For how long a start tries again where the data is held and nobody takes the file: at its
+/// beginning and at its end the holder has the lock and doesn't listen.
+constexpr std::chrono::seconds kStartPatience{2};
+constexpr std::chrono::milliseconds kStartPause{20};
 
 int fail(const QString &message) {
     std::fprintf(stderr, "%s\n", message.toUtf8().constData());
@@ -60,15 +66,22 @@ int runWindow(const QString &dataFolder, const QString &file,
 
 int runCorvane(const QString &dataFolder, const QString &file,
                const std::function<void(QQuickWindow &)> &shown) {
-    try {
-        const InstanceLock lock(dataFolder);
-        return runWindow(dataFolder, file, shown);
-    } catch (const AlreadyRunning &running) {
-        return InstanceHandover::handOver(dataFolder, file, kHandoverPatience)
-                   ? 0
-                   : fail(running.description());
-    } catch (const Failure &failure) {
-        return fail(failure.description());
+    const QDeadlineTimer deadline(kStartPatience);
+    for (;;) {
+        try {
+            const InstanceLock lock(dataFolder);
+            return runWindow(dataFolder, file, shown);
+        } catch (const AlreadyRunning &running) {
+            if (InstanceHandover::handOver(dataFolder, file, kHandoverPatience)) {
+                return 0;
+            }
+            if (deadline.hasExpired()) {
+                return fail(running.description());
+            }
+        } catch (const Failure &failure) {
+            return fail(failure.description());
+        }
+        QThread::msleep(kStartPause.count());
     }
 }
 
