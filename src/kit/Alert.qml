@@ -90,11 +90,24 @@ T.Popup {
                 width: Theme.s6
                 height: Theme.s6
             }
-            Label {
+            Flickable { // a path in it can be thousands of characters long
                 width: parent.width
-                text: control.text
-                lineHeight: type.line + Theme.hairline
-                wrapMode: Text.Wrap
+                height: Math.min(message.height, control.parent ? control.parent.height / 2
+                                                                : message.height)
+                contentHeight: message.height
+                clip: interactive
+                interactive: contentHeight > height
+                boundsBehavior: Flickable.StopAtBounds
+                T.ScrollBar.vertical: ScrollBar {}
+
+                Label {
+                    id: message
+
+                    width: parent.width
+                    text: control.text
+                    lineHeight: type.line + Theme.hairline
+                    wrapMode: Text.Wrap
+                }
             }
             Item {
                 width: Theme.s16

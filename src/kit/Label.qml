@@ -1,5 +1,6 @@
 // Text of one of the theme's types, in the middle of lines of that type's height. Elides at the
-// right unless told otherwise; with `wrapMode` set it wraps.
+// right unless told otherwise; with `wrapMode` set it wraps, else it shows one line unless
+// `maximumLineCount` is set: names can hold line breaks.
 //   type: Theme.body, Theme.list, ...; color; muted: bool (t2)
 import QtQuick
 
@@ -14,6 +15,7 @@ Text {
     font: type.font
     elide: wraps ? Text.ElideNone : Text.ElideRight
     textFormat: Text.PlainText
+    maximumLineCount: wraps ? 0x7fffffff : 1
     lineHeightMode: wraps ? Text.FixedHeight : Text.ProportionalHeight
     lineHeight: wraps ? type.line : 1
     topPadding: type.lead

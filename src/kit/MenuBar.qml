@@ -1,8 +1,9 @@
-// The row of menus at the top of a window. Alt or F10 isn't needed to reach it: it stands first in
-// the Tab order, Left and Right walk it, Down opens.
+// The row of menus at the top of a window. Alt or F10 isn't needed to reach it: its titles stand first
+// in the Tab order; Return, Space and Down open one.
 //   children: PopUpMenu with a title
 import QtQuick
 import QtQuick.Templates as T
+import Corvane.Kit
 
 T.MenuBar {
     id: control
@@ -21,7 +22,11 @@ T.MenuBar {
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
         leftPadding: Theme.s8
         rightPadding: Theme.s8
+        focusPolicy: Qt.TabFocus
         font: Theme.list.font
+        Keys.onDownPressed: Buttons.click(item)
+        Keys.onReturnPressed: Buttons.click(item)
+        Keys.onEnterPressed: Buttons.click(item)
         Accessible.role: Accessible.MenuItem
         Accessible.name: text
 
@@ -40,6 +45,8 @@ T.MenuBar {
                 anchors.bottomMargin: Theme.s2
                 radius: Theme.menuRowRadius
                 color: item.highlighted || item.down ? Theme.b4 : Theme.none
+                border.width: item.visualFocus ? Theme.ringWidth : 0
+                border.color: Theme.ring
             }
         }
     }

@@ -60,6 +60,7 @@ T.MenuItem {
             font: control.font
             color: control.enabled ? Theme.t1 : Theme.t3
             elide: Text.ElideRight
+            maximumLineCount: 1
             textFormat: Text.PlainText
             Accessible.ignored: true
         }

@@ -19,7 +19,8 @@ T.Menu {
     margins: Theme.s8
     padding: Theme.s4 + Theme.hairline
     overlap: Theme.s4
-    implicitWidth: Math.max(Theme.menuMinWidth, contentItem.implicitWidth + leftPadding + rightPadding)
+    implicitWidth: Math.max(Theme.menuMinWidth, Math.min(Theme.menuMaxWidth,
+                            contentItem.implicitWidth + leftPadding + rightPadding))
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     modal: false
     cascade: true

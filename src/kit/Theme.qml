@@ -186,6 +186,7 @@ QtObject {
     readonly property int scrollBarInset: 2
     readonly property int menuItemHeight: 26
     readonly property int menuMinWidth: 132
+    readonly property int menuMaxWidth: 440
     readonly property int badgeHeight: 14
     readonly property int factHeight: 20
     readonly property int sButtonSize: 20
