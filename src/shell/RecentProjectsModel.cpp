@@ -66,6 +66,9 @@ void RecentProjectsModel::follow() {
     for (qsizetype row = 0; row < wanted.size(); ++row) {
         placeRow(row, wanted.at(row));
     }
+    while (count() > wanted.size()) { // a damaged list can name a file twice
+        forgetRow(count() - 1);
+    }
     if (m_rows.size() != before) {
         Q_EMIT countChanged();
     }
@@ -78,11 +81,15 @@ void RecentProjectsModel::removeMissing(const QList<ProjectSummary> &wanted) {
     }
     for (int row = count() - 1; row >= 0; --row) {
         if (!paths.contains(m_rows.at(row).filePath)) {
-            beginRemoveRows({}, row, row);
-            m_rows.removeAt(row);
-            endRemoveRows();
+            forgetRow(row);
         }
     }
+}
+
+void RecentProjectsModel::forgetRow(int row) {
+    beginRemoveRows({}, row, row);
+    m_rows.removeAt(row);
+    endRemoveRows();
 }
 
 void RecentProjectsModel::placeRow(qsizetype row, const ProjectSummary &summary) {

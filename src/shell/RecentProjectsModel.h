@@ -42,6 +42,7 @@ class RecentProjectsModel : public QAbstractListModel {
   private:
     void follow();
     void removeMissing(const QList<ProjectSummary> &wanted);
+    void forgetRow(int row);
     void placeRow(qsizetype row, const ProjectSummary &summary);
     QCoro::Task<> forget(QString path);
 

@@ -47,7 +47,11 @@ FocusScope {
             anchors.top: version.bottom
             anchors.topMargin: Theme.s24
             spacing: Theme.buttonGap
-            Keys.onDownPressed: recents.forceActiveFocus(Qt.TabFocusReason)
+            Keys.onDownPressed: {
+                if (recents.visible) {
+                    recents.forceActiveFocus(Qt.TabFocusReason);
+                }
+            }
 
             Button {
                 objectName: "home.newProject"
@@ -92,6 +96,11 @@ FocusScope {
             anchors.rightMargin: -Theme.recentOverhang
             visible: root.app.recents.count > 0
             recents: root.app.recents
+            onCountChanged: {
+                if (count === 0 && activeFocus) {
+                    leftUpwards();
+                }
+            }
             onLeftUpwards: buttons.children[0].forceActiveFocus(Qt.BacktabFocusReason)
         }
 

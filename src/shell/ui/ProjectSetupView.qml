@@ -17,7 +17,23 @@ FocusScope {
     Accessible.role: Accessible.Pane
     Accessible.name: heading.text
 
+    // What is reached by Tab is in view, however low the window.
+    Connections {
+        target: root.Window.window
+
+        function onActiveFocusItemChanged() {
+            const item = root.Window.activeFocusItem;
+            if (root.activeFocus && item !== root) {
+                const top = item.mapToItem(form, 0, 0).y + form.y - Theme.formGap;
+                const bottom = top + item.height + 2 * Theme.formGap;
+                flickable.contentY = Math.max(Math.min(flickable.contentY, top), bottom - flickable.height);
+            }
+        }
+    }
+
     Flickable {
+        id: flickable
+
         anchors.fill: parent
         contentWidth: width
         contentHeight: form.height + Theme.setupTop + Theme.s48
@@ -155,6 +171,7 @@ FocusScope {
                     height: Theme.layoutPreviewHeight
                     radius: Theme.controlRadius
                     color: Theme.b2
+                    clip: true
 
                     Label {
                         objectName: "setup.layoutPreview"
@@ -162,6 +179,7 @@ FocusScope {
                         y: (parent.height - 4 * type.line) / 2
                         width: parent.width - 2 * x
                         text: root.setup.layoutPreview
+                        maximumLineCount: 4
                         type: Theme.preview
                         muted: true
                         lineHeightMode: Text.FixedHeight

@@ -36,4 +36,12 @@ PopUpMenu {
         onObjectAdded: (index, object) => root.insertItem(index, object)
         onObjectRemoved: (index, object) => root.removeItem(object)
     }
+
+    Connections { // of a row that moves the instantiator tells nothing
+        target: root.app.recents
+
+        function onRowsMoved(parent, from, last, newParent, to) {
+            root.moveItem(from, to);
+        }
+    }
 }

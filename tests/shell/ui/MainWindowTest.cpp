@@ -7,6 +7,7 @@
 
 using namespace corvane;
 using namespace corvane::test;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -33,6 +34,8 @@ class MainWindowTest : public ShellTest {
     std::string alertAfter(const std::function<void()> &road) {
         road();
         EXPECT_TRUE(comes("projectError.accept"));
+        const QQuickItem *const accept = screen->item(QStringLiteral("projectError.accept"));
+        EXPECT_LT(accept->mapToScene({0, accept->height()}).y(), screen->window()->height());
         const std::string said = alert().toStdString();
         click("projectError.accept");
         EXPECT_TRUE(goes("projectError.accept"));
@@ -48,6 +51,18 @@ class MainWindowTest : public ShellTest {
             }
         }
         ADD_FAILURE() << "no menu " << title.toStdString();
+    }
+    void openRecentMenu() {
+        openMenu(QStringLiteral("File"));
+        ASSERT_TRUE(comes("menu.openProject"));
+        screen->key(Qt::Key_Down);
+        screen->key(Qt::Key_Down);
+        screen->key(Qt::Key_Down);
+        screen->key(Qt::Key_Right);
+        ASSERT_TRUE(comes("menu.recent.0"));
+    }
+    bool hasFocus(const char *name) const {
+        return screen->property(QLatin1String(name), "activeFocus").toBool();
     }
     /// "label|keys|help" of a menu's row, with "-" before a disabled one.
     std::string row(const char *name) {
@@ -145,6 +160,8 @@ TEST_F(MainWindowTest, TheKeysReachTheCommands) {
 TEST_F(MainWindowTest, HomeListsRecentsThatOpenAndAreForgotten) {
     show();
     EXPECT_TRUE(shows("home.empty"));
+    screen->key(Qt::Key_Down);
+    EXPECT_TRUE(hasFocus("home.newProject")) << "there is no list to go down to";
     EXPECT_EQ(text("home.version"), CorvaneApp::versionText());
     const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
     const QString third = make(QStringLiteral("Third.corvane"), sampleProject(1));
@@ -173,6 +190,27 @@ TEST_F(MainWindowTest, HomeListsRecentsThatOpenAndAreForgotten) {
     EXPECT_TRUE(comes("header.projectName"));
 }
 
+TEST_F(MainWindowTest, OpenRecentListsTheNewestFirstAndTheMenusAreReachedByTab) {
+    show();
+    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
+    for (const QString &each : {file, other, file}) {
+        open(each);
+        clock.advance(std::chrono::seconds(1));
+    }
+    await(app.store().closeProject());
+    openRecentMenu();
+    EXPECT_EQ(screen->property(QStringLiteral("menu.recent.0"), "y").toInt(), 0);
+    EXPECT_GT(screen->property(QStringLiteral("menu.recent.1"), "y").toInt(), 0);
+    screen->key(Qt::Key_Escape);
+    ASSERT_TRUE(goes("menu.recent.0"));
+    screen->key(Qt::Key_Escape);
+    ASSERT_TRUE(goes("menu.openProject"));
+    screen->item(QStringLiteral("home.newProject"))->forceActiveFocus(Qt::TabFocusReason);
+    screen->key(Qt::Key_Backtab);
+    screen->key(Qt::Key_Down);
+    EXPECT_TRUE(comes("menu.checkForUpdates"));
+}
+
 TEST_F(MainWindowTest, EachRoadToAFailureShowsTheAlertOnceOverTheSameScreen) {
     open(file);
     await(app.store().closeProject());
@@ -180,13 +218,7 @@ TEST_F(MainWindowTest, EachRoadToAFailureShowsTheAlertOnceOverTheSameScreen) {
     QFile::remove(file);
     panels.answer = bad;
     const auto openRecentByMenu = [&] {
-        openMenu(QStringLiteral("File"));
-        ASSERT_TRUE(comes("menu.openProject"));
-        screen->key(Qt::Key_Down);
-        screen->key(Qt::Key_Down);
-        screen->key(Qt::Key_Down);
-        screen->key(Qt::Key_Right);
-        ASSERT_TRUE(comes("menu.recent.0"));
+        openRecentMenu();
         click("menu.recent.0");
     };
     EXPECT_THAT(alertAfter([&] { click("home.openProject"); }),
@@ -196,6 +228,8 @@ TEST_F(MainWindowTest, EachRoadToAFailureShowsTheAlertOnceOverTheSameScreen) {
     EXPECT_THAT(alertAfter(openRecentByMenu), StartsWith("Open failed: Failed to read "));
     EXPECT_THAT(alertAfter([&] { drop(bad); }), HasSubstr("is not a valid"));
     EXPECT_THAT(alertAfter([&] { app.router()->open(bad); }), HasSubstr("is not a valid"));
+    const QString endless = QLatin1Char('/') + QString(4000, QLatin1Char('x'));
+    EXPECT_THAT(alertAfter([&] { app.router()->open(endless); }), EndsWith("File name too long"));
     EXPECT_TRUE(shows("home.recent.0"));
 }
 
@@ -232,7 +266,12 @@ TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     click("home.newProject");
     ASSERT_TRUE(comes("setup.back"));
     EXPECT_EQ(text("setup.projectName"), QString());
-    click("setup.back");
+    screen->window()->resize(960, 600);
+    ASSERT_TRUE(
+        screen->waitFor([&] { return screen->item(QStringLiteral("setup"))->height() < 600; }));
+    screen->item(QStringLiteral("setup.cancel"))->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_LT(screen->item(QStringLiteral("setup.cancel"))->mapToScene({0, 0}).y(), 560);
+    screen->key(Qt::Key_Return);
     EXPECT_TRUE(comes("home.newProject"));
 }
 
