@@ -72,8 +72,12 @@ QVariantList AppCommands::menuValues() const {
     return values;
 }
 
-QList<QObject *> AppCommands::all() const {
-    return {m_commands.cbegin(), m_commands.cend()};
+QVariantList AppCommands::all() const {
+    QVariantList values;
+    for (AppCommand *const each : m_commands) {
+        values.append(QVariant::fromValue(each));
+    }
+    return values;
 }
 
 AppCommand *AppCommands::command(const QString &id) const {

@@ -38,7 +38,7 @@ struct AppMenu {
 /// closed menu. The objects handed in must outlive it. Main thread.
 class AppCommands : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QList<QObject *> all READ all CONSTANT)
+    Q_PROPERTY(QVariantList all READ all CONSTANT)
     Q_PROPERTY(QVariantList menus READ menuValues CONSTANT)
     Q_PROPERTY(QString openRecentLabel READ openRecentLabel CONSTANT)
     Q_PROPERTY(QString noRecentProjectsLabel READ noRecentProjectsLabel CONSTANT)
@@ -50,7 +50,7 @@ class AppCommands : public QObject {
     const QList<AppMenu> &menus() const { return m_menus; }
     QVariantList menuValues() const;
     /// Every command, for the shortcuts.
-    QList<QObject *> all() const;
+    QVariantList all() const;
     /// The command with this id, such as "saveProject", or null.
     Q_INVOKABLE corvane::AppCommand *command(const QString &id) const;
 

@@ -31,6 +31,10 @@ QString DialogFilePanels::title() const {
     return m_isSaving ? m_panel.message : QStringLiteral("Open Project");
 }
 
+QString DialogFilePanels::acceptLabel() const {
+    return m_isSaving ? QStringLiteral("Save") : QStringLiteral("Open");
+}
+
 QUrl DialogFilePanels::folder() const {
     if (!m_folder.isEmpty()) {
         return QUrl::fromLocalFile(m_folder);

@@ -12,6 +12,7 @@ namespace corvane {
 class DialogFilePanels : public QObject, public FilePanels {
     Q_OBJECT
     Q_PROPERTY(QString title READ title NOTIFY asked)
+    Q_PROPERTY(QString acceptLabel READ acceptLabel NOTIFY asked)
     Q_PROPERTY(QString nameFieldLabel READ nameFieldLabel NOTIFY asked)
     Q_PROPERTY(bool isSaving READ isSaving NOTIFY asked)
     Q_PROPERTY(QUrl folder READ folder NOTIFY asked)
@@ -26,6 +27,7 @@ class DialogFilePanels : public QObject, public FilePanels {
     void save(const SavePanel &panel, Chosen chosen) override;
 
     QString title() const;
+    QString acceptLabel() const;
     const QString &nameFieldLabel() const { return m_panel.nameFieldLabel; }
     bool isSaving() const { return m_isSaving; }
     /// Where the panel begins: the folder of what was chosen last in this session, else the user's.

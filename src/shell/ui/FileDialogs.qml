@@ -1,5 +1,7 @@
-// The desktop's file dialogs for what the program asks, made when first asked.
+// The desktop's file dialogs for what the program asks, made anew for each.
 //   panels: what is asked, and who is told the answer
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Dialogs
 import Corvane.Shell
@@ -13,9 +15,11 @@ Item {
         target: root.panels
 
         function onAsked() {
+            loader.active = false; // nothing of the last question stays
             loader.active = true;
             const dialog = loader.item as FileDialog;
             dialog.title = root.panels.title;
+            dialog.acceptLabel = root.panels.acceptLabel;
             dialog.fileMode = root.panels.isSaving ? FileDialog.SaveFile : FileDialog.OpenFile;
             dialog.nameFilters = root.panels.nameFilters;
             dialog.defaultSuffix = root.panels.defaultSuffix;
@@ -32,6 +36,7 @@ Item {
 
         active: false
         sourceComponent: FileDialog {
+            objectName: "fileDialog"
             onAccepted: root.panels.accept(selectedFile)
             onRejected: root.panels.reject()
         }

@@ -1,5 +1,7 @@
 // The user guide, a block for each of its lines; or why there is none.
 //   help: the guide
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

@@ -1,6 +1,8 @@
 // The program's window: the menus, the screen of the session's state, and what lies over it. Closing
 // it ends the program.
 //   app: the application
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
 import QtQuick
 import Corvane.Kit
 import Corvane.Shell

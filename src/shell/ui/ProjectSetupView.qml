@@ -57,6 +57,9 @@ FocusScope {
                     objectName: "setup.back"
                     kind: Button.Bare
                     muted: true
+                    leftPadding: Theme.s4
+                    rightPadding: Theme.s8
+                    spacing: Theme.s4
                     symbol: "chevron.left"
                     text: qsTr("Back")
                     onClicked: root.dismissed()

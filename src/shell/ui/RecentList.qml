@@ -1,5 +1,7 @@
 // The recent projects. Up and Down walk them, Return opens one, Delete forgets one.
 //   recents: the list; signal leftUpwards(): Up from the first row
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

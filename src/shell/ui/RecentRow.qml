@@ -3,7 +3,6 @@
 //   signals opened(), removed()
 import QtQuick
 import Corvane.Kit
-import Corvane.Shell
 
 Item {
     id: row
@@ -112,6 +111,7 @@ Item {
         id: cross
 
         objectName: row.objectName + ".remove"
+        width: Theme.s32
         anchors.right: parent.right
         anchors.rightMargin: Theme.recentOverhang
         anchors.verticalCenter: parent.verticalCenter

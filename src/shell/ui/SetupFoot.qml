@@ -2,7 +2,6 @@
 //   canCreate: bool; signals cancelled(), accepted()
 import QtQuick
 import Corvane.Kit
-import Corvane.Shell
 
 Item {
     id: foot

@@ -2,7 +2,6 @@
 //   label: string; required: bool (an accent star); children: the controls, one below the other
 import QtQuick
 import Corvane.Kit
-import Corvane.Shell
 
 Item {
     id: row

@@ -313,3 +313,26 @@ TEST_F(MainWindowTest, HelpHasOneWindowOfItsOwn) {
     EXPECT_EQ(error->property("text"), QStringLiteral("UserGuide.md not found in bundle."))
         << "the guide is the program's own, and a test has none";
 }
+
+TEST_F(MainWindowTest, TheFileDialogAsksWhatIsAskedAndHandsBackTheAnswer) {
+    show();
+    QString chosen;
+    const auto note = [&](const QString &path) { chosen = path; };
+    app.dialogs()->openProjectFile(note);
+    app.dialogs()->accept(QUrl::fromLocalFile(file)); // where the next question begins
+    EXPECT_EQ(std::exchange(chosen, {}), file);
+    app.dialogs()->save(
+        {.message = QStringLiteral("Where?"), .proposedName = QStringLiteral("Tide")}, note);
+    const auto part = [&](const char *property, const QString &value) -> QQuickItem * {
+        const auto items = screen->visibleItems();
+        const auto found = std::ranges::find_if(
+            items, [&](const QQuickItem *item) { return item->property(property) == value; });
+        return found == items.end() ? nullptr : *found;
+    };
+    ASSERT_TRUE(screen->waitFor([&] { return part("text", QStringLiteral("Save")); }));
+    EXPECT_TRUE(part("text", QStringLiteral("Where?")));
+    EXPECT_TRUE(part("text", QStringLiteral("Tide")));
+    screen->click(part("text", QStringLiteral("Save"))->mapToScene({8, 8}).toPoint());
+    waitUntil([&] { return !chosen.isEmpty(); });
+    EXPECT_EQ(chosen, folder.at(QStringLiteral("Tide")));
+}
