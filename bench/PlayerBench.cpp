@@ -19,7 +19,7 @@ using namespace corvane::media;
 
 namespace {
 
-constexpr int kSeconds = 40;
+constexpr int kSeconds = 24;
 constexpr int kRate = 25;
 constexpr QSize kShown(1280, 720);
 
@@ -27,8 +27,9 @@ constexpr QSize kShown(1280, 720);
 QString film(const QString &encoder, const QString &size, int gop, int seconds = kSeconds) {
     const auto path = dataPath(QStringLiteral("%1-%2-%3.mp4").arg(encoder, size).arg(gop));
     if (!QFileInfo::exists(path)) {
-        runCommand(QStringLiteral("ffmpeg -v error -y -f lavfi -i testsrc2=s=%1:r=%2,noise=alls=12 "
-                                  "-t %3 -c:v %4 -preset veryfast -pix_fmt yuv420p -g %5 "
+        runCommand(QStringLiteral("ffmpeg -v error -y -f lavfi -i testsrc2=s=%1:r=%2 "
+                                  "-t %3 -c:v %4 -preset superfast -x265-params log-level=none "
+                                  "-pix_fmt yuv420p -g %5 "
                                   "-bf 2 '%6'")
                        .arg(size)
                        .arg(kRate)

@@ -12,7 +12,7 @@ namespace corvane::media {
 namespace {
 
 /// Sound alone, from this file alone, with nothing of the user's own mpv set-up.
-constexpr std::array<std::pair<const char *, const char *>, 19> kOptions{{
+constexpr std::array<std::pair<const char *, const char *>, 20> kOptions{{
     {"config", "no"},
     {"load-scripts", "no"},
     {"terminal", "no"},
@@ -29,6 +29,7 @@ constexpr std::array<std::pair<const char *, const char *>, 19> kOptions{{
     {"sid", "no"},
     {"audio-display", "no"},
     {"hr-seek", "yes"},
+    {"ao", "pipewire,pulse,alsa"},
     {"audio-fallback-to-null", "yes"},
     {"audio-client-name", "Corvane"},
     {"audio-pitch-correction", "yes"},

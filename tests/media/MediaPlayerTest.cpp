@@ -373,6 +373,7 @@ TEST_F(MediaPlayerTest, LetsThePicturesFollowTheSound) {
     EXPECT_TRUE(eventually([&] { return sink->number() >= 30; }));
     player->setRate(4);
     EXPECT_TRUE(eventually([&] { return heard.state == SoundOutput::State::silent; }));
+    player.reset(); // before what its sound refers to
 }
 
 TEST_F(MediaPlayerTest, HearsAFilesSoundWithOrWithoutADevice) {
