@@ -71,6 +71,7 @@ struct VideoReader::Stream {
     std::optional<Decoded> decodeNext(const Goal *goal = nullptr);
     bool maySkip(const AVPacket &packet, const Goal &goal);
     bool isEnough(const AVPacket &packet, const Goal &goal);
+    bool wasTooLittle(const std::optional<Decoded> &frame, const Goal &goal) const;
     bool hasCloseKeys(qint64 time) const;
     qint64 endOf(const Decoded &frame);
 
@@ -218,7 +219,8 @@ bool VideoReader::Stream::leadsTo(const Goal &goal) const {
 
 std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal) {
     if (leadsTo(goal)) {
-        if (auto frame = decodeTo(goal, current)) {
+        auto frame = decodeTo(goal, current);
+        if (frame && !wasTooLittle(frame, goal)) {
             return frame;
         }
     }
@@ -226,7 +228,12 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal)
     for (qint64 seconds = 0;; seconds = seconds == 0 ? 1 : seconds * 2) {
         const qint64 stepBack = av_rescale_q(seconds, {1, 1}, stream.time_base);
         if (startBefore(goal, stepBack)) {
-            const auto frame = decodeTo(goal, {});
+            auto frame = decodeTo(goal, {});
+            if (wasTooLittle(frame, goal)) {
+                givesSinglePictures = false;
+                (void)startBefore(goal, stepBack);
+                frame = decodeTo(goal, {});
+            }
             if (packets.isFromStart() || (frame && frame->time <= goal.latest)) {
                 return frame;
             }
@@ -312,6 +319,12 @@ bool VideoReader::Stream::isEnough(const AVPacket &packet, const Goal &goal) {
     const bool isNamed =
         packets.readPast(goal.target) && packets.lastPresentation(goal.target) == packet.pts;
     return packet.pts != AV_NOPTS_VALUE && (isNear || isNamed) && hasCloseKeys(goal.latest);
+}
+
+/// Whether the packet that was enough held a damaged picture, so that its neighbours are needed.
+bool VideoReader::Stream::wasTooLittle(const std::optional<Decoded> &frame,
+                                       const Goal &goal) const {
+    return isCutShort && (!frame || frame->time < goal.earliest - decoder.nominalDuration());
 }
 
 bool VideoReader::Stream::hasCloseKeys(qint64 time) const {

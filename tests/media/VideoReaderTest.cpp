@@ -185,6 +185,28 @@ TEST(VideoReaderTest, GivesNoGuessedFrameOfAStreamThatBeginsAnywhere) {
     EXPECT_EQ(numberOf(frames.last()), 99);
 }
 
+TEST(VideoReaderTest, GivesANeighbourInPlaceOfADamagedPicture) {
+    const TestFolder folder;
+    makeClip(folder.at(text("whole.mp4")), {.gop = 5});
+    // The packet of the first picture is the first of the data.
+    QByteArray bytes = folder.read(text("whole.mp4"));
+    const qsizetype data = bytes.indexOf("mdat");
+    ASSERT_GT(data, 0);
+    const qsizetype slice = bytes.indexOf(QByteArray::fromHex("6588"), data);
+    ASSERT_GT(slice, 0);
+    for (qsizetype index = 8; index < 40; ++index) {
+        bytes[slice + index] = char(0xff);
+    }
+    const QString path = folder.write(text("damaged.mp4"), bytes);
+    for (const bool single : {false, true}) {
+        SCOPED_TRACE(single);
+        VideoReader reader(path, {.singlePictures = single});
+        const auto frame = reader.frameAt({}, 0.05);
+        ASSERT_TRUE(frame);
+        EXPECT_EQ(frame->time, MediaTime({1, 25}));
+    }
+}
+
 TEST(VideoReaderTest, StopsWhenAsked) {
     const TestFolder folder;
     const QString path = makeClip(folder.at(text("a.mp4")));
