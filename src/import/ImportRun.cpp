@@ -53,7 +53,7 @@ void write(const MetadataProcessor::Outcome &outcome, VideoRecord &video) {
 } // namespace
 
 /// The grants come after the copies, so that their anchors are of what stands at the clips' paths
-/// now. clips' paths now.
+/// now.
 QCoro::Task<> ImportViewModel::beginImport() {
     if (!canBeginImport()) {
         co_return;
