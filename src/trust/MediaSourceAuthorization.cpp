@@ -38,6 +38,18 @@ std::optional<QString> anchorIfReadable(const QString &path) {
     }
 }
 
+/// How many bytes are hashed without writing down first what waits for it: well below a second's.
+constexpr qint64 kBriefBytes = qint64(64) << 20;
+
+bool takesLongToHash(const QStringList &files) {
+    qint64 bytes = 0;
+    for (const QString &file : files) {
+        const auto status = bytes <= kBriefBytes ? fileSystem().targetStatus(file) : std::nullopt;
+        bytes += status ? status->size : 0;
+    }
+    return bytes > kBriefBytes;
+}
+
 /// A clip that can't be looked at is taken too: granting it makes it pending, not forgotten.
 QStringList clipsInMediaFolder(const Project &project, const QString &projectFile) {
     const QString folder = mediaFolder(projectFile);
@@ -95,7 +107,7 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
         QString key;
         QList<Candidate> candidates;
     };
-    Request request = co_await m_executor.run([this, paths, projectFile] {
+    Request request = co_await m_executor.run([this, paths, projectFile, knownAnchors] {
         Request made{.key = projectKey(projectFile)};
         FolderIdentities identities;
         QSet<QString> seen;
@@ -103,7 +115,10 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
             const QString path = paths::standardized(given);
             if (!seen.contains(path)) {
                 seen.insert(path);
-                made.candidates.append({path, identities.ofParent(path), {}});
+                const auto known = knownAnchors.constFind(path);
+                made.candidates.append(
+                    {path, identities.ofParent(path),
+                     known == knownAnchors.cend() ? std::nullopt : std::optional(*known)});
             }
         }
         listUnproved(made.key, made.candidates);
@@ -111,10 +126,7 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
     });
     // One file at a time, so that other work on that executor isn't held up by a whole import.
     for (Candidate &candidate : request.candidates) {
-        const auto known = knownAnchors.constFind(candidate.path);
-        if (known != knownAnchors.cend()) {
-            candidate.anchor = *known;
-        } else if (candidate.identity) {
+        if (candidate.identity && !candidate.anchor) {
             candidate.anchor = co_await utilityExecutor().run(
                 [path = candidate.path] { return anchorIfReadable(path); });
         }
@@ -123,19 +135,23 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
 }
 
 /// Lists what has no entry yet as unproved while its hashing lasts: where the process ends before
-/// that, the paths are known, and the user is asked about them instead of finding them refused.
+/// that, the paths are known, and the user is asked about them instead of finding them refused. The
+/// file is written for it only where the hashing is long: it is written whole, and once more with
+/// the grants.
 void MediaSourceAuthorization::listUnproved(const QString &key, QList<Candidate> &candidates) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
     const QSet<QString> pending = m_tables->pendingLegacyPaths.value(key);
-    bool isAnyListed = false;
+    QStringList listed;
     for (Candidate &candidate : candidates) {
         if (!table.contains(candidate.path)) {
             candidate.isNew = !pending.contains(candidate.path);
             table.insert(candidate.path, std::nullopt);
-            isAnyListed = true;
+            if (candidate.identity && !candidate.anchor) {
+                listed.append(candidate.path);
+            }
         }
     }
-    if (isAnyListed) {
+    if (takesLongToHash(listed)) {
         persist();
     }
 }

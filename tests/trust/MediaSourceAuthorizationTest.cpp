@@ -121,6 +121,27 @@ TEST_F(MediaSourceAuthorizationTest, WritesNothingWhereNothingChanges) {
     EXPECT_FALSE(folder.has(kRegistry));
 }
 
+TEST_F(MediaSourceAuthorizationTest, WritesTwiceOnlyWhereHashingIsLong) {
+    int writes = 0;
+    FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    files.setObserver([&](const QString &operation, const QString &) {
+        writes += operation == QStringLiteral("createForWriting") ? 1 : 0;
+    });
+    const auto writesFor = [&](const QString &path, const QHash<QString, QString> &known = {}) {
+        writes = 0;
+        await(registry->authorize({path}, project, known));
+        return writes;
+    };
+    const QString large = folder.write(QStringLiteral("card/large.mov"), "");
+    const QString copied = folder.write(QStringLiteral("card/copied.mov"), "");
+    ASSERT_TRUE(QFile::resize(large, 65 << 20) && QFile::resize(copied, 65 << 20));
+    EXPECT_EQ(writesFor(clip), 1);
+    EXPECT_EQ(writesFor(large), 2);
+    EXPECT_EQ(writesFor(copied, {{copied, QStringLiteral("3:known")}}), 1);
+    files.setObserver({});
+}
+
 TEST_F(MediaSourceAuthorizationTest, TakesAPathThroughItsStates) {
     enum { None, Empty, Granted };
     struct State {
