@@ -142,13 +142,13 @@ QCoro::Task<> ImportViewModel::startScan() {
         assign(m_stage, Stage::sources, &ImportViewModel::stageChanged);
     } else {
         showScan(std::move(result));
-        co_await askAboutRefused();
+        co_await askAboutRefused(stop);
     }
 }
 
 /// A project that was moved, or a lost registry, leaves clips without a grant, and as they are in
 /// the project no import includes them. Nothing is granted for a scan; the user is asked.
-QCoro::Task<> ImportViewModel::askAboutRefused() {
+QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
     if (!m_store || !m_store->project() || !m_store->fileURL()) {
         co_return;
     }
@@ -162,8 +162,17 @@ QCoro::Task<> ImportViewModel::askAboutRefused() {
     grants.authorizedSourcePaths = co_await authorization.authorizedPaths(file);
     grants.mediaRootAuthorized =
         co_await authorization.isMediaRootAuthorized(mediaFolder(file), file);
-    const RefusedRows refused = co_await userInitiatedExecutor().run(
+    RefusedRows refused = co_await userInitiatedExecutor().run(
         [rows, project, grants] { return refusedRows(rows, project, grants); });
+    // One file at a time, and never in the way of what the user waits for.
+    for (const QString &path : std::as_const(refused.written)) {
+        if (!self || stop.stop_requested()) {
+            break;
+        }
+        if (co_await utilityExecutor().run([=] { return hasOtherContents(path, grants); })) {
+            refused.changed.append(path);
+        }
+    }
     co_await authorization.notePending(refused.neverGranted, refused.changed, file);
     if (self) {
         assign(m_refusedCount, int(refused.neverGranted.size() + refused.changed.size()),

@@ -137,7 +137,7 @@ class ImportViewModel : public QObject {
 
     bool mayChoose() const { return m_stage == Stage::sources || m_stage == Stage::results; }
     void showScan(ScanResult result);
-    QCoro::Task<> askAboutRefused();
+    QCoro::Task<> askAboutRefused(std::stop_token stop);
     void rebuildRows();
     void clearRun();
 

@@ -3,18 +3,29 @@
 #include "platform/Paths.h"
 #include "trust/FolderIdentities.h"
 
-#include <QSet>
+#include <QDateTime>
+#include <QHash>
+
+#include <chrono>
 
 namespace corvane {
 
 namespace {
 
-QSet<QString> clipPaths(const Project &project) {
-    QSet<QString> paths;
+/// When the clip of each path was made.
+QHash<QString, QDateTime> clipDates(const Project &project) {
+    QHash<QString, QDateTime> dates;
     for (const VideoItem &video : project.videos) {
-        paths.insert(paths::standardized(video->sourcePath));
+        dates.insert(paths::standardized(video->sourcePath), video->createdAt);
     }
-    return paths;
+    return dates;
+}
+
+bool isWrittenSince(const QString &path, const QDateTime &date) {
+    using std::chrono::milliseconds;
+    const auto status = fileSystem().linkStatus(path);
+    return status && std::chrono::floor<milliseconds>(status->modified).time_since_epoch() >
+                         milliseconds(date.toMSecsSinceEpoch());
 }
 
 /// What nearly all are, told without looking at each file anew.
@@ -40,13 +51,19 @@ RefusedRows refusedRows(const QList<ImportPreviewRow> &rows, const Project &proj
                         PathSafety::SourceGrants grants) {
     using Kind = PathSafety::Violation::Kind;
     using Verdict = ContentHasher::AnchorVerification;
-    const QSet<QString> clips = clipPaths(project);
+    const QHash<QString, QDateTime> clips = clipDates(project);
     FolderIdentities folders;
     RefusedRows refused;
     for (const ImportPreviewRow &row : rows) {
         const QString path = paths::standardized(row.source.url);
-        if (row.status != CollisionStatus::alreadyImported || !clips.contains(path) ||
-            isGrantedThere(grants.authorizedSourcePaths.value(path), folders.ofParent(path))) {
+        const auto clip = clips.constFind(path);
+        if (row.status != CollisionStatus::alreadyImported || clip == clips.cend()) {
+            continue;
+        }
+        if (isGrantedThere(grants.authorizedSourcePaths.value(path), folders.ofParent(path))) {
+            if (isWrittenSince(path, *clip)) {
+                refused.written.append(path);
+            }
             continue;
         }
         grants.preverifiedAnchors.insert(path, Verdict::matches); // its key is the clip's
@@ -58,6 +75,10 @@ RefusedRows refusedRows(const QList<ImportPreviewRow> &rows, const Project &proj
         }
     }
     return refused;
+}
+
+bool hasOtherContents(const QString &path, const PathSafety::SourceGrants &grants) {
+    return refusal(path, grants) == PathSafety::Violation::Kind::sourceIdentityChanged;
 }
 
 } // namespace corvane

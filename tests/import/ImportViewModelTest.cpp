@@ -136,6 +136,22 @@ TEST_F(ImportViewModelTest, AsksAboutClipsThatItLeavesOutAndThatMayNotBeRead) {
     EXPECT_EQ(again(), 0);
 }
 
+TEST_F(ImportViewModelTest, AsksAboutAClipThatChangedWhereItsDuplicateKeyDoesNotLook) {
+    QByteArray bytes(3 << 20, 'a');
+    const QString clip = folder.write(QStringLiteral("cards/C1.MP4"), bytes);
+    scanCards();
+    run();
+    bytes[(1 << 20) + 7] = 'b';
+    folder.write(QStringLiteral("cards/C1.MP4"), bytes);
+    QFile file(clip);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
+                file.setFileTime(clock.now().addSecs(1), QFileDevice::FileModificationTime));
+    import.reset();
+    scanCards();
+    EXPECT_EQ(import.refusedCount(), 1);
+    EXPECT_EQ(store.mediaConfirmation().contentMismatchPendingPaths, QStringList{clip});
+}
+
 TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
     fill("cards/a/C1.MP4 cards/a/C1M01.XML cards/b/C1.MP4 cards/b/C1M01.XML");
     scanCards(SourceImportMode::copied);
