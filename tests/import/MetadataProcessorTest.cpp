@@ -11,12 +11,11 @@
 
 #include <QFile>
 
-#include <turbojpeg.h>
-
 #include <cerrno>
 
 using namespace corvane;
 using corvane::test::await;
+using corvane::test::decodedJPEG;
 using corvane::test::frameNumber;
 using corvane::test::makeClip;
 using corvane::test::TestFolder;
@@ -25,23 +24,6 @@ namespace {
 
 QString text(const char *ascii) {
     return QString::fromLatin1(ascii);
-}
-
-media::StillImage decodedJPEG(const QByteArray &bytes) {
-    media::StillImage image;
-    tjhandle decoder = tjInitDecompress();
-    const auto *from = reinterpret_cast<const unsigned char *>(bytes.constData());
-    int sampling = 0;
-    int colours = 0;
-    if (tjDecompressHeader3(decoder, from, bytes.size(), &image.width, &image.height, &sampling,
-                            &colours) == 0) {
-        image.pixels.resize(qsizetype(image.width) * image.height * 3);
-        tjDecompress2(decoder, from, bytes.size(),
-                      reinterpret_cast<unsigned char *>(image.pixels.data()), image.width, 0,
-                      image.height, TJPF_RGB, 0);
-    }
-    tjDestroy(decoder);
-    return image;
 }
 
 class ClipCacheTest : public testing::Test {

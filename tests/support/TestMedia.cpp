@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QProcess>
 
+#include <turbojpeg.h>
+
 extern "C" {
 #include <libavutil/frame.h>
 #include <libavutil/pixdesc.h>
@@ -193,6 +195,23 @@ std::optional<int> frameNumber(const AVFrame &picture) {
                            format, x, y, 0, 1, 0);
         return value / white;
     });
+}
+
+media::StillImage decodedJPEG(const QByteArray &bytes) {
+    media::StillImage image;
+    tjhandle decoder = tjInitDecompress();
+    const auto *from = reinterpret_cast<const unsigned char *>(bytes.constData());
+    int sampling = 0;
+    int colours = 0;
+    if (tjDecompressHeader3(decoder, from, bytes.size(), &image.width, &image.height, &sampling,
+                            &colours) == 0) {
+        image.pixels.resize(qsizetype(image.width) * image.height * 3);
+        tjDecompress2(decoder, from, bytes.size(),
+                      reinterpret_cast<unsigned char *>(image.pixels.data()), image.width, 0,
+                      image.height, TJPF_RGB, 0);
+    }
+    tjDestroy(decoder);
+    return image;
 }
 
 } // namespace corvane::test

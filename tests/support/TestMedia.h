@@ -55,4 +55,7 @@ std::optional<int> frameNumber(const AVFrame &picture);
 std::optional<int> frameNumber(QSize size, int quarterTurns,
                                const std::function<double(int x, int y)> &brightness);
 
+/// A JPEG file's picture; an empty one for what is no JPEG file.
+media::StillImage decodedJPEG(const QByteArray &bytes);
+
 } // namespace corvane::test

@@ -1,0 +1,29 @@
+#include "review/ReviewServices.h"
+
+#include "import/FilmstripService.h"
+#include "import/ImageIOHelper.h"
+#include "media/FrameGenerator.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr QSize kSubclipThumbnailSize = {320, 180};
+constexpr double kSubclipThumbnailTolerance = 0.1;
+constexpr double kSubclipThumbnailQuality = 0.7;
+
+void writeSubclipThumbnail(const QString &mediaFile, double seconds, const QString &file) {
+    media::FrameGenerator generator(mediaFile, {.maximumSize = kSubclipThumbnailSize,
+                                                .toleranceBefore = kSubclipThumbnailTolerance,
+                                                .toleranceAfter = kSubclipThumbnailTolerance});
+    ImageIOHelper::writeJPEG(generator.imageAt(media::MediaTime::fromSeconds(seconds)), file,
+                             kSubclipThumbnailQuality);
+}
+
+} // namespace
+
+ReviewScreenState::Services reviewServices() {
+    return {.filmstrip = FilmstripService::generate, .subclipThumbnail = writeSubclipThumbnail};
+}
+
+} // namespace corvane

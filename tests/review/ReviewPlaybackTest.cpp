@@ -1,0 +1,107 @@
+// The review screen with the engine and the services that the program gives it.
+
+#include "review/EngineReviewPlayer.h"
+#include "review/ReviewServices.h"
+#include "ReviewScreenFixture.h"
+#include "support/TestMedia.h"
+#include "support/TestPlayer.h"
+
+#include <QFile>
+
+namespace corvane {
+
+namespace {
+
+using test::eventually;
+
+/// Two seconds of 25 frames each; the project names it relative to itself.
+class ReviewPlaybackTest : public test::ReviewScreenTest {
+  protected:
+    ReviewPlaybackTest() : ReviewScreenTest(test::sampleProject(1)) {
+        test::makeClip(folder.at(QStringLiteral("clip.mov")), {.size = {640, 480}, .frames = 50});
+        Project project = *store.project();
+        project.videos[0].edit().id = id.toLower();
+        project.videos[0].edit().sourcePath = QStringLiteral("clip.mov");
+        project.videos[0].edit().durationSeconds = 2;
+        store.updateProject(project);
+        engine.player().setSink(sink);
+        real.appear();
+        real.selectClip(id.toLower());
+    }
+
+    void press(int key) { EXPECT_TRUE(real.handleKeyDown(key, {}, false)); }
+    bool standsAt(int number) {
+        return eventually([&] { return engine.rate() == 0 && sink->number() == number; });
+    }
+    QString cached(const QString &path) const {
+        return folder.at(QStringLiteral(".corvane-cache/") + path);
+    }
+    /// The number of the frame in a picture, which must be as large as the box allows.
+    int numberOf(const QString &path) const {
+        const auto image = test::decodedJPEG(folder.read(QStringLiteral(".corvane-cache/") + path));
+        EXPECT_EQ(QSize(image.width, image.height), QSize(240, 180));
+        return test::frameNumber(image).value_or(-1);
+    }
+
+    const QString id = QStringLiteral("0D0E0F00-1111-4222-8333-444455556666");
+    test::TestTimeSource time;
+    std::shared_ptr<test::TestSink> sink = std::make_shared<test::TestSink>();
+    PlayerEngine engine{media::MediaPlayer::Options{.time = &time}};
+    EngineReviewPlayer enginePlayer{engine};
+    ReviewScreenState real{store, enginePlayer, reviewServices()};
+};
+
+} // namespace
+
+TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
+    ASSERT_TRUE(eventually([&] { return engine.isReady() && sink->number() == 0; }));
+    EXPECT_EQ(real.transportText(), QStringLiteral("00:00:00  /  00:00:02"));
+    engine.seek(0.4);
+    press(Qt::Key_I);
+    engine.seek(1.2);
+    press(Qt::Key_O);
+    press(Qt::Key_Return);
+    ASSERT_EQ(clip(0).subclips.size(), 1);
+    const Subclip saved = clip(0).subclips.first();
+    EXPECT_DOUBLE_EQ(saved.inSeconds, 0.4);
+    EXPECT_DOUBLE_EQ(saved.outSeconds, 1.2);
+
+    real.selectSubclip(clip(0).id, saved.id);
+    EXPECT_TRUE(standsAt(10));
+    EXPECT_EQ(real.transportTime(), 0);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(real.isPlaying());
+    EXPECT_TRUE(eventually([&] {
+        time.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
+        return !real.isPlaying();
+    }));
+    EXPECT_TRUE(standsAt(10)) << "it stops at the out and goes back to the in";
+    EXPECT_LE(std::ranges::max(sink->numbers()), 30);
+
+    const QString thumbnail = QStringLiteral("subclip-thumbs/%1.jpg").arg(saved.id);
+    ASSERT_TRUE(eventually([&] { return QFile::exists(cached(thumbnail)); }));
+    EXPECT_NEAR(numberOf(thumbnail), 10, 2);
+}
+
+TEST_F(ReviewPlaybackTest, ShuttlesFasterWithEachOfManyQuickKeys) {
+    ASSERT_TRUE(eventually([&] { return engine.isReady(); }));
+    engine.seek(1);
+    QList<double> rates;
+    for (const char key : {'J', 'J', 'J', 'L', 'L', 'K'}) {
+        press(key);
+        rates.append(enginePlayer.rate());
+    }
+    EXPECT_EQ(rates, (QList<double>{-1, -2, -4, 1, 2, 0}));
+}
+
+TEST_F(ReviewPlaybackTest, ShowsTheFilmstripOfTheClip) {
+    EXPECT_TRUE(real.filmstrip().filmstripGenerating());
+    ASSERT_TRUE(eventually([&] { return !real.filmstrip().filmstripGenerating(); }));
+    const QStringList frames = real.filmstrip().filmstripURLs();
+    ASSERT_EQ(frames.size(), 15);
+    const QString middle = id + QStringLiteral("/filmstrip/frame-07.jpg");
+    EXPECT_EQ(frames.at(7), cached(middle));
+    EXPECT_NEAR(numberOf(middle), 25, 3);
+}
+
+} // namespace corvane
