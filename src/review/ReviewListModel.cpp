@@ -29,7 +29,10 @@ void ReviewListModel::setProject(const Project *project) {
     m_order.update(m_index, change);
     if (change.clipsMoved || change.changed.size() > kMostSplices) {
         relist();
-    } else if (!change.changed.empty()) {
+        notifyRows({}); // a view asks again for what it shows alone
+        return;
+    }
+    if (!change.changed.empty()) {
         relist(change.changed);
     }
     for (const ReviewIndex::ChangedClip &changed : change.changed) {
@@ -58,7 +61,8 @@ void ReviewListModel::relist(const std::vector<ReviewIndex::ChangedClip> &change
     for (const ReviewIndex::ChangedClip &clip : changed) {
         std::vector<Key> block;
         listing.appendRows(block, clip.position);
-        if (!standsInPlace(block, clip.position, ranks)) {
+        // Where several changed, a neighbour may be on its way itself and can't be gone by.
+        if (changed.size() > 1 || !standsInPlace(block, clip.position, ranks)) {
             blocks.emplace_back(clip.position, std::move(block));
         }
     }

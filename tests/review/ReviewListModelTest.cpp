@@ -85,7 +85,9 @@ TEST(ReviewListModel, TellsRemovedAndInsertedRowsUntilItShowsWhatThePlainListsHo
         ReviewListModel model;
         MirrorView view(model);
         for (int step = 0; step < 12; ++step) {
-            random.change(project);
+            for (int changes = step % 3; changes >= 0; --changes) {
+                random.change(project);
+            }
             model.setProject(&project);
             if (step % 3 == 2) {
                 state = random.state();
@@ -124,6 +126,12 @@ TEST(ReviewListModel, OneEditTellsOfOneRow) {
     EXPECT_EQ(view.told, QStringList{QStringLiteral("clip-7-sub-1")});
     EXPECT_EQ(model.data(model.index(model.rowCount() - 1), ReviewListModel::NameRole),
               QStringLiteral("Subclip 2"));
+
+    view.told.clear();
+    project.videos.removeLast();
+    project.videos[3].edit().favorite = true;
+    model.setProject(&project);
+    EXPECT_TRUE(view.told.contains(QStringLiteral("clip-3"))) << "also beside a clip that goes";
 
     view.told.clear();
     model.setState({.sort = ReviewState::Sort::rating});
