@@ -101,15 +101,19 @@ void FilterBar::setState(const ReviewState &state) {
     if (m_state != state) {
         m_state = state;
         Q_EMIT stateChanged();
+        publishCounts();
     }
 }
 
 void FilterBar::setCounts(qsizetype visible, qsizetype total) {
-    const QString before = countLabel();
-    const bool hadBulkActions = hasBulkActions();
     m_visible = visible;
     m_total = total;
-    if (countLabel() != before || hasBulkActions() != hadBulkActions) {
+    publishCounts();
+}
+
+void FilterBar::publishCounts() {
+    const std::pair counts(countLabel(), hasBulkActions());
+    if (std::exchange(m_publishedCounts, counts) != counts) {
         Q_EMIT countsChanged();
     }
 }

@@ -73,10 +73,13 @@ class FilterBar : public QObject {
 
   private:
     bool isActive(Chip chip) const;
+    void publishCounts();
 
     ReviewState m_state;
     qsizetype m_visible = 0;
     qsizetype m_total = 0;
+    /// What was told last: the label changes with the filter as well as with the counts.
+    std::pair<QString, bool> m_publishedCounts{countLabel(), false};
 };
 
 } // namespace corvane

@@ -73,6 +73,12 @@ TEST_F(ReviewScreenTest, ShowsTheFilterRow) {
     EXPECT_EQ(bar.sortLabel(), QStringLiteral("Sort: Duration"));
     EXPECT_TRUE(screen.showsNoMatches());
     bar.click(FilterBar::Chip::all);
+    int told = 0;
+    QObject::connect(&bar, &FilterBar::countsChanged, [&told] { ++told; });
+    bar.click(FilterBar::Chip::showRejects);
+    EXPECT_EQ(bar.countLabel(), QStringLiteral("4 of 4 visible"));
+    bar.click(FilterBar::Chip::showRejects);
+    EXPECT_EQ(told, 2) << "the same counts, in other words";
     EXPECT_EQ(titles(bar.chips(), "isActive"), QStringList{QStringLiteral("All")});
     EXPECT_EQ(bar.sortLabel(), QStringLiteral("Sort: Duration"));
 }
