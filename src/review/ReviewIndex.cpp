@@ -84,6 +84,7 @@ ReviewIndex::IndexedClip ReviewIndex::makeClip(const VideoItem &video) {
     const std::vector<qsizetype> order = placesInCreationOrder(*video);
     IndexedClip clip{.video = video,
                      .key = newKey(),
+                     .flags = ClipFlags::of(*video),
                      .texts = SearchTexts(*video, order),
                      .selects = countSelects(*video)};
     m_selects += clip.selects;
@@ -119,6 +120,7 @@ void ReviewIndex::replaceClip(IndexedClip &clip, const VideoItem &video) {
     if (clip.video->fileName != video->fileName) {
         clip.nameKey.reset();
     }
+    clip.flags = ClipFlags::of(*video);
     clip.texts = SearchTexts(*video, order);
     m_selects -= std::exchange(clip.selects, countSelects(*video));
     m_selects += clip.selects;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "review/ReviewState.h"
 #include "review/SearchTexts.h"
 
 #include <QCollator>
@@ -29,6 +30,7 @@ class ReviewIndex {
     struct IndexedClip {
         VideoItem video;
         Key key = 0;
+        ClipFlags flags;
         std::vector<IndexedSubclip> subclips;
         SearchTexts texts;
         int selects = 0; ///< how many of the clip and its subclips are selected for export

@@ -35,7 +35,7 @@ void ReviewListing::appendRows(std::vector<Key> &rows, qsizetype position) const
 
 void ReviewListing::appendClipWithSubclips(std::vector<Key> &rows,
                                            const ReviewIndex::IndexedClip &clip) const {
-    if (m_filter.passesUnsearched(*clip.video)) {
+    if (m_filter.passesUnsearched(clip.flags)) {
         rows.push_back(clip.key);
         for (const ReviewIndex::IndexedSubclip &subclip : clip.subclips) {
             rows.push_back(subclip.key);
@@ -45,7 +45,7 @@ void ReviewListing::appendClipWithSubclips(std::vector<Key> &rows,
 
 void ReviewListing::appendPassing(std::vector<Key> &rows,
                                   const ReviewIndex::IndexedClip &clip) const {
-    if (!m_state.subclipsView && m_filter.passesUnsearched(*clip.video)) {
+    if (!m_state.subclipsView && m_filter.passesUnsearched(clip.flags)) {
         rows.push_back(clip.key);
     }
     const bool clipIsFound = m_query.isEmpty() || clip.texts.clipHolds(m_query);

@@ -97,24 +97,33 @@ void ReviewState::clearFilters() {
     searchQuery.clear();
 }
 
+ClipFlags ClipFlags::of(const VideoRecord &video) {
+    return {.rejected = video.rejected,
+            .reviewed = video.reviewed,
+            .favorite = video.favorite,
+            .selectedForExport = video.selectedForExport,
+            .rating = video.rating};
+}
+
 ReviewFilter::ReviewFilter(const ReviewState &state)
     : m_state(state), m_query(state.normalizedQuery()) {}
 
-bool ReviewFilter::passesUnsearched(const VideoRecord &video) const {
-    return passesFlags(video) && (!m_state.favoritesOnly || video.favorite) &&
-           (!m_state.selectedOnly || video.selectedForExport) &&
-           m_state.ratingFilter.passes(video.rating);
+bool ReviewFilter::passesUnsearched(const ClipFlags &clip) const {
+    return passesFlags(clip.rejected, clip.reviewed) && (!m_state.favoritesOnly || clip.favorite) &&
+           (!m_state.selectedOnly || clip.selectedForExport) &&
+           m_state.ratingFilter.passes(clip.rating);
 }
 
 bool ReviewFilter::passesUnsearched(const Subclip &subclip, const VideoRecord &parent) const {
     const int effectiveRating = subclip.rating > 0 ? subclip.rating : parent.rating;
-    return passesFlags(parent) && (!m_state.favoritesOnly || subclip.favorite) &&
+    return passesFlags(parent.rejected, parent.reviewed) &&
+           (!m_state.favoritesOnly || subclip.favorite) &&
            (!m_state.selectedOnly || subclip.selectedForExport) &&
            m_state.ratingFilter.passes(effectiveRating);
 }
 
 bool ReviewFilter::passes(const VideoRecord &video) const {
-    if (!passesUnsearched(video)) {
+    if (!passesUnsearched(ClipFlags::of(video))) {
         return false;
     }
     return m_query.isEmpty() || clipTextsHoldQuery(video) ||
@@ -131,9 +140,8 @@ bool ReviewFilter::passes(const Subclip &subclip, const VideoRecord &parent) con
            holdsQuery(subclip.notes);
 }
 
-bool ReviewFilter::passesFlags(const VideoRecord &video) const {
-    return (m_state.includeRejects || !video.rejected) &&
-           (!m_state.unreviewedOnly || !video.reviewed);
+bool ReviewFilter::passesFlags(bool rejected, bool reviewed) const {
+    return (m_state.includeRejects || !rejected) && (!m_state.unreviewedOnly || !reviewed);
 }
 
 bool ReviewFilter::holdsQuery(const QString &text) const {

@@ -66,6 +66,18 @@ template <> struct RawValues<ReviewState::Sort> {
     }};
 };
 
+/// What the filter asks of a clip beside its texts. A list of many clips holds these side by side,
+/// so that a look at each needs no look at its record.
+struct ClipFlags {
+    static ClipFlags of(const VideoRecord &video);
+
+    bool rejected = false;
+    bool reviewed = false;
+    bool favorite = false;
+    bool selectedForExport = false;
+    int rating = 0;
+};
+
 /// The predicates of a state with its query made ready once, for a walk over many clips. Valid as
 /// long as the state it was made of.
 class ReviewFilter {
@@ -79,13 +91,13 @@ class ReviewFilter {
     bool passes(const Subclip &subclip, const VideoRecord &parent) const;
 
     // The same but for the search, for who holds the texts in a form of its own.
-    bool passesUnsearched(const VideoRecord &video) const;
+    bool passesUnsearched(const ClipFlags &clip) const;
     bool passesUnsearched(const Subclip &subclip, const VideoRecord &parent) const;
     /// What is searched for, trimmed and in lower case; empty where nothing is.
     const QString &query() const { return m_query; }
 
   private:
-    bool passesFlags(const VideoRecord &video) const;
+    bool passesFlags(bool rejected, bool reviewed) const;
     bool holdsQuery(const QString &text) const;
     bool holdsQuery(const std::optional<QString> &text) const { return text && holdsQuery(*text); }
     bool clipTextsHoldQuery(const VideoRecord &video) const;
