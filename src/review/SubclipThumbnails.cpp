@@ -9,6 +9,17 @@
 
 namespace corvane::SubclipThumbnails {
 
+namespace {
+
+/// Its own: verifying files can keep the common one busy for minutes.
+SerialExecutor &thumbnailExecutor() {
+    static SerialExecutor executor(QStringLiteral("subclipThumbnails"),
+                                   SerialExecutor::Priority::Utility);
+    return executor;
+}
+
+} // namespace
+
 void generate(const Subclip &subclip, const QString &media, const QString &projectFolder,
               const Writer &writer) {
     // First the path: no folder is made through a link.
@@ -26,7 +37,7 @@ void generate(const Subclip &subclip, const QString &media, const QString &proje
 
 void generateDetached(const Subclip &subclip, const QString &media, const QString &projectFolder,
                       const Writer &writer) {
-    utilityExecutor().post([=] { generate(subclip, media, projectFolder, writer); });
+    thumbnailExecutor().post([=] { generate(subclip, media, projectFolder, writer); });
 }
 
 } // namespace corvane::SubclipThumbnails

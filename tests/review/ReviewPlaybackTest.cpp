@@ -29,6 +29,10 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
         real.selectClip(id.toLower());
     }
 
+    ~ReviewPlaybackTest() override { // nothing is written to a folder that is gone
+        EXPECT_TRUE(eventually([&] { return !real.filmstrip().filmstripGenerating(); }));
+    }
+
     void press(int key) { EXPECT_TRUE(real.handleKeyDown(key, {}, false)); }
     bool standsAt(int number) {
         return eventually([&] { return engine.rate() == 0 && sink->number() == number; });
