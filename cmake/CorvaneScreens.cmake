@@ -22,6 +22,13 @@ function(corvane_screens target)
         endif()
     endforeach()
 
+    # Compiling each QML file ahead of time is for what is delivered; a build with sanitizers has
+    # enough to do, and reads the same files at run time.
+    set(cachegen)
+    if(CORVANE_SANITIZE)
+        set(cachegen NO_CACHEGEN)
+    endif()
+
     string(REPLACE "." "/" uri_path "${SCREENS_URI}")
     qt_add_qml_module(${target} STATIC
         URI ${SCREENS_URI}
@@ -31,6 +38,7 @@ function(corvane_screens target)
         IMPORT_PATH "${CMAKE_BINARY_DIR}/qml"
         DEPENDENCIES QtQuick
         NO_PLUGIN
+        ${cachegen}
         SOURCES ${sources}
         QML_FILES ${screens})
 
