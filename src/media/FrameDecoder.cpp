@@ -12,10 +12,19 @@ namespace {
 constexpr qint64 kMostPixels = qint64(100) << 20;
 constexpr int kMostThreads = 8;
 constexpr size_t kMostUntimed = 64;
+/// So many points of a picture become one of a still in each direction, or more.
+constexpr int kMuchReduced = 4;
 
 bool isIntraOnly(const AVCodecParameters &codec) {
     const AVCodecDescriptor *descriptor = avcodec_descriptor_get(codec.codec_id);
     return descriptor && (descriptor->props & AV_CODEC_PROP_INTRA_ONLY) != 0;
+}
+
+/// Smoothing the borders of blocks is a good part of the work. What is missing adds up from picture
+/// to picture, but isn't seen on a small still: see docs/performance.md.
+bool isMuchReduced(const AVCodecParameters &codec, QSize reducedSize) {
+    const int longest = std::max(reducedSize.width(), reducedSize.height());
+    return !reducedSize.isEmpty() && std::max(codec.width, codec.height) / kMuchReduced >= longest;
 }
 
 bool isWhole(const AVFrame &frame) {
@@ -44,6 +53,9 @@ FrameDecoder::FrameDecoder(const AVStream &stream, const VideoReader::Options &o
     m_codec->thread_type = options.singlePictures && isIntraOnly(*stream.codecpar)
                                ? FF_THREAD_SLICE
                                : FF_THREAD_FRAME | FF_THREAD_SLICE;
+    if (isMuchReduced(*stream.codecpar, options.reducedSize)) {
+        m_codec->skip_loop_filter = AVDISCARD_ALL;
+    }
     check(avcodec_open2(m_codec.get(), decoder, nullptr), "Cannot open the decoder");
     const AVRational rate =
         stream.avg_frame_rate.num > 0 ? stream.avg_frame_rate : stream.r_frame_rate;

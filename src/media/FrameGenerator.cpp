@@ -15,9 +15,11 @@ struct FrameGenerator::Work {
 };
 
 FrameGenerator::FrameGenerator(const QString &path, Options options, std::stop_token stop)
-    : m_work(new Work{.reader = VideoReader(path, {.singlePictures = true}, std::move(stop)),
-                      .scaler = {},
-                      .options = options}) {}
+    : m_work(new Work{
+          .reader = VideoReader(path, {.singlePictures = true, .reducedSize = options.maximumSize},
+                                std::move(stop)),
+          .scaler = {},
+          .options = options}) {}
 
 FrameGenerator::~FrameGenerator() = default;
 

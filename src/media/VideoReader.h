@@ -35,6 +35,9 @@ class VideoReader {
         /// True where only single pictures are wanted, so that a decoder that works on several
         /// frames at once would only add to the wait.
         bool singlePictures = false;
+        /// What the pictures are made to fit in afterwards; empty where they stay as they are. From
+        /// much larger ones the decoder leaves out what can't be seen any more.
+        QSize reducedSize = {};
     };
 
     explicit VideoReader(const QString &path, Options options, std::stop_token stop = {});
