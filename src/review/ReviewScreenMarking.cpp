@@ -121,6 +121,7 @@ void ReviewScreenState::selectSubclip(const QString &videoId, const QString &sub
     if (selected && m_selectedVideoId == videoId) {
         setKeyboardFocused(true);
         activateSubclip(*selected);
+        seekInOnceReady(key, selected->inSeconds);
     } else if (selected) {
         selectClip(videoId);
         // A later selection doesn't end the wait.
@@ -133,6 +134,19 @@ void ReviewScreenState::selectSubclip(const QString &videoId, const QString &sub
             },
             this);
     }
+}
+
+/// A clip whose length isn't known yet takes every seek to its beginning.
+void ReviewScreenState::seekInOnceReady(const SubclipKey &key, double in) {
+    if (m_player.isReady()) {
+        return;
+    }
+    const auto seekIn = [this, key, in] {
+        if (m_selectedVideoId == key.videoId && m_activeSubclipId == key.subclipId) {
+            m_player.seek(in);
+        }
+    };
+    PlayerReadiness::whenReady(m_player, m_store.clock(), seekIn, this);
 }
 
 /// A range that is still armed would keep the seek inside it, so it goes first.

@@ -241,6 +241,7 @@ class ReviewScreenState : public QObject {
     void setDrafts(std::optional<double> in, std::optional<double> out);
     double nudged(const std::optional<double> &draft) const;
     void jump(const std::optional<double> &draft, double Subclip::*edge);
+    void seekInOnceReady(const SubclipKey &key, double in);
     void leaveSubclip();
     std::optional<ScrubberGeometry::Range> activeRange() const;
 

@@ -87,6 +87,13 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     EXPECT_NEAR(numberOf(thumbnail), 10, 2);
 }
 
+TEST_F(ReviewPlaybackTest, ComesToTheInOfASubclipThatIsChosenWhileTheClipIsRead) {
+    const QString subclip = store.addSubclip(clip(0).id, 0.4, 1.2);
+    ASSERT_FALSE(engine.isReady());
+    real.selectSubclip(clip(0).id, subclip);
+    EXPECT_TRUE(standsAt(10));
+}
+
 TEST_F(ReviewPlaybackTest, ShuttlesFasterWithEachOfManyQuickKeys) {
     ASSERT_TRUE(eventually([&] { return engine.isReady(); }));
     engine.seek(1);
