@@ -21,9 +21,17 @@ QString decoded(const MD_CHAR *text, MD_SIZE size) {
     return QString::fromUtf8(text, qsizetype(size));
 }
 
-/// The address of a link as the parser hands it over, in pieces of text and entities.
-QString decoded(const MD_ATTRIBUTE &attribute) {
-    return decoded(attribute.text, attribute.size);
+/// The address of a link, which the parser hands over in pieces of text and entities. An entity
+/// such as "&amp;" is what rich text means by it as well.
+QString richText(const MD_ATTRIBUTE &attribute) {
+    QString text;
+    for (int i = 0; attribute.size > 0 && attribute.substr_offsets[i] < attribute.size; ++i) {
+        const MD_OFFSET from = attribute.substr_offsets[i];
+        const QString piece =
+            decoded(attribute.text + from, attribute.substr_offsets[i + 1] - from);
+        text += attribute.substr_types[i] == MD_TEXT_ENTITY ? piece : piece.toHtmlEscaped();
+    }
+    return text;
 }
 
 int enterSpan(MD_SPANTYPE type, void *detail, void *into) {
@@ -40,7 +48,7 @@ int enterSpan(MD_SPANTYPE type, void *detail, void *into) {
         break;
     case MD_SPAN_A:
         text += QStringLiteral("<a href=\"%1\">")
-                    .arg(decoded(static_cast<MD_SPAN_A_DETAIL *>(detail)->href).toHtmlEscaped());
+                    .arg(richText(static_cast<MD_SPAN_A_DETAIL *>(detail)->href));
         break;
     default:
         break; // a picture shows the words that stand for it

@@ -43,6 +43,9 @@ TEST(HelpDocument, InlineFormsBecomeTagsAndAllElseShowsAsWritten) {
         {"`**not** <b>`", "<code>**not** &lt;b&gt;</code>"},
         {"[the \"site\"](https://a.example/?x=1&y=2)",
          "<a href=\"https://a.example/?x=1&amp;y=2\">the &quot;site&quot;</a>"},
+        {"[x](https://a/?b&amp;c=\"&#x41;) [y]() [z](<a b> \"t\")",
+         "<a href=\"https://a/?b&amp;c=&quot;&#x41;\">x</a> <a href=\"\">y</a> "
+         "<a href=\"a b\">z</a>"},
         {"<b>literal</b> a < b & c", "&lt;b&gt;literal&lt;/b&gt; a &lt; b &amp; c"},
         {"<img src=\"file:///etc/passwd\">", "&lt;img src=&quot;file:///etc/passwd&quot;&gt;"},
         {"![words](file:///x.png)", "words"},
