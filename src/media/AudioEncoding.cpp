@@ -14,7 +14,8 @@ constexpr char kEncodingSound[] = "The sound can't be encoded";
 /// 256 kbit/s for two channels.
 constexpr int64_t kBitsOfChannel = 128'000;
 /// Timestamps are rounded, in some formats to milliseconds; only what is further off is a gap.
-constexpr int kToleratedGap = 50; // of a second's parts
+constexpr int kToleratedGap = 50;     // of a second's parts
+constexpr int64_t kLongestGap = 3600; // seconds; a longer one is a damaged timestamp
 constexpr int kSilenceStep = 4096;
 
 /// The source's own rate where AAC knows it, else the next one that loses nothing that is heard.
@@ -39,7 +40,7 @@ AudioEncoding::AudioEncoding(const ExportSource &source, int stream, int firstCh
                              const ExportCut &cut, OutputFile &output)
     : m_cut(cut),
       m_output(output),
-      m_stream(output.addStream({1, source.stream(stream).codecpar->sample_rate})),
+      m_source(source),
       m_timeBase(source.stream(stream).time_base),
       m_shift(ticksOf(cut.zero, m_timeBase)),
       m_conversion(firstChannel, source.stream(stream).codecpar->ch_layout.nb_channels) {
@@ -47,8 +48,9 @@ AudioEncoding::AudioEncoding(const ExportSource &source, int stream, int firstCh
     openDecoder(from);
     openEncoder(std::min(kMostChannels, m_decoder->ch_layout.nb_channels - firstChannel));
     m_conversion.setTarget(*m_encoder);
-    check(avcodec_parameters_from_context(m_stream.codecpar, m_encoder.get()), kEncodingSound);
-    sourceMetadata::copyStream(from, m_stream);
+    m_stream = &output.addStream(m_encoder->time_base);
+    check(avcodec_parameters_from_context(m_stream->codecpar, m_encoder.get()), kEncodingSound);
+    sourceMetadata::copyStream(from, *m_stream);
 }
 
 void AudioEncoding::openDecoder(const AVStream &stream) {
@@ -131,7 +133,8 @@ void AudioEncoding::place(AVFrame &sound) {
         return;
     }
     const int64_t gap = begin - m_position;
-    const bool isGap = isFirst || std::abs(gap) > m_rate / kToleratedGap;
+    const bool isDamaged = !m_cut.out && gap > kLongestGap * m_rate;
+    const bool isGap = !isDamaged && (isFirst || std::abs(gap) > m_rate / kToleratedGap);
     addSilence(isGap ? gap : 0, sound);
     addSound(sound, isGap ? std::clamp<int64_t>(-gap, 0, sound.nb_samples) : 0);
     encodeReady(false);
@@ -151,6 +154,7 @@ void AudioEncoding::addSilence(int64_t samples, const AVFrame &like) {
                                  like.ch_layout.nb_channels, AVSampleFormat(like.format)),
           kEncodingSound);
     for (; samples > 0 && !m_isDone; samples -= kSilenceStep) {
+        m_source.testStop();
         addSound(*silence, std::max<int64_t>(0, kSilenceStep - samples));
         encodeReady(false);
     }
@@ -189,9 +193,7 @@ void AudioEncoding::writePackets() {
             return;
         }
         check(result, kEncodingSound);
-        av_packet_rescale_ts(packet.get(), m_encoder->time_base,
-                             {1, m_stream.codecpar->sample_rate});
-        m_output.write(*packet, m_stream);
+        m_output.write(*packet, *m_stream);
     }
 }
 

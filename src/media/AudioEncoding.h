@@ -39,7 +39,8 @@ class AudioEncoding : public StreamExport {
 
     ExportCut m_cut;
     OutputFile &m_output;
-    AVStream &m_stream;
+    const ExportSource &m_source;
+    AVStream *m_stream = nullptr; ///< the output's, in the encoder's time base
     AVRational m_timeBase;
     int64_t m_shift;
     CodecHandle m_decoder;

@@ -51,6 +51,8 @@ class ExportSource {
     /// Has only this stream's packets read, or again those of all.
     void readOnly(std::optional<int> stream);
     void setStop(std::stop_token stop);
+    /// For work between two packets that may take long. Throws `Cancelled`.
+    void testStop() const { m_input->testStop(); }
 
   private:
     QString m_path;
