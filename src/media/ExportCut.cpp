@@ -18,8 +18,9 @@ struct InPointScan {
     std::optional<int64_t> shown;   ///< the first frame at or after the in point
     std::optional<int64_t> earlier; ///< the last frame before it
 
-    std::optional<int64_t> lastKey() const {
-        const auto fits = [this](int64_t key) { return shown && key <= *shown; };
+    /// The last key frame that isn't shown after `frame`.
+    std::optional<int64_t> lastKey(std::optional<int64_t> frame) const {
+        const auto fits = [&frame](int64_t key) { return frame && key <= *frame; };
         const auto found = std::find_if(keys.rbegin(), keys.rend(), fits);
         return found == keys.rend() ? std::nullopt : std::optional(*found);
     }
@@ -63,7 +64,7 @@ InPointScan scanBack(ExportSource &source, int index, ExportCut &cut) {
     for (int i = 0; i < kMostSteps; ++i) {
         const bool isBeginning = source.seek(index, from);
         InPointScan found = scan(source, index, first);
-        if (found.lastKey() || isBeginning) {
+        if (found.lastKey(found.shown) || isBeginning) {
             cut.seek = isBeginning ? std::nullopt : std::optional(from - kPreroll);
             return found;
         }
@@ -86,17 +87,15 @@ void adopt(const InPointScan &found, const AVStream &stream, ExportCut &cut) {
     if (!found.shown) {
         return;
     }
-    cut.key = found.lastKey();
     const MediaTime shown = mediaTime(*found.shown, stream.time_base);
-    if (!cut.isPastLast(shown)) {
-        // The picture of the in point is still to come, so nothing of it may be lost.
-        const auto length = frameLength(stream);
-        const MediaTime gap = shown - cut.zero;
-        const bool isFar = length && length->seconds() * 1.5 < gap.seconds();
-        cut.showsEarlierFrame = found.earlier && isFar;
-        if (gap < kHalfTickTime + kHalfTickTime || (found.earlier && !isFar)) {
-            cut.zero = shown;
-        }
+    // The picture of the in point is still to come, so nothing of it may be lost.
+    const auto length = frameLength(stream);
+    const MediaTime gap = shown - cut.zero;
+    const bool isFar = cut.isPastLast(shown) || (length && length->seconds() * 1.5 < gap.seconds());
+    cut.showsEarlierFrame = found.earlier && isFar;
+    cut.key = found.lastKey(cut.showsEarlierFrame ? found.earlier : found.shown);
+    if (gap < kHalfTickTime + kHalfTickTime || (found.earlier && !isFar)) {
+        cut.zero = shown;
     }
 }
 

@@ -139,7 +139,7 @@ void VideoEncoding::place(FrameHandle picture) {
     const int64_t pts = time - m_shift;
     showEarlier(pts);
     if (m_lastPts && pts > *m_lastPts) {
-        m_lengths[*m_lastPts] = pts - *m_lastPts;
+        m_lengths[*m_lastPts] = lengthInCut(*m_lastPts, pts - *m_lastPts);
     }
     if (!m_isDone && (!m_lastPts || pts > *m_lastPts)) {
         encode(std::move(picture), pts);
@@ -154,9 +154,20 @@ void VideoEncoding::showEarlier(int64_t until) {
     m_earlier.reset();
 }
 
+/// A picture that stays on the screen by more than a usual frame beyond the out point is shown to
+/// there.
+int64_t VideoEncoding::lengthInCut(int64_t pts, int64_t length) const {
+    if (!m_cut.out) {
+        return length;
+    }
+    const int64_t longest = ticksOf(*m_cut.out - m_cut.zero, m_timeBase) - pts;
+    const int64_t usual = av_rescale_q(1, av_inv_q(m_encoder->framerate), m_timeBase);
+    return length > longest + usual ? std::max<int64_t>(longest, 1) : length;
+}
+
 void VideoEncoding::encode(FrameHandle picture, int64_t pts) {
     m_lastPts = pts;
-    m_lengths[pts] = std::max<int64_t>(picture->pkt_duration, 1);
+    m_lengths[pts] = lengthInCut(pts, std::max<int64_t>(picture->pkt_duration, 1));
     FrameHandle converted = m_conversion->convert(std::move(picture));
     converted->pts = av_rescale_q(pts, m_timeBase, m_encoder->time_base);
     converted->pict_type = AV_PICTURE_TYPE_NONE;

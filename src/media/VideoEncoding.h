@@ -27,11 +27,11 @@ class VideoEncoding : public StreamExport {
   private:
     void openDecoder(const AVStream &stream);
     void openEncoder(const AVStream &stream, const PictureFormat &format);
-    void describe(const AVStream &source, const PictureFormat &format);
     void receivePictures();
     void place(FrameHandle picture);
     void showEarlier(int64_t until);
     void encode(FrameHandle picture, int64_t pts);
+    int64_t lengthInCut(int64_t pts, int64_t length) const;
     void writePackets();
 
     ExportCut m_cut;
