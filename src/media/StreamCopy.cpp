@@ -65,11 +65,23 @@ void StreamCopy::take(AVPacket &packet) {
     if (m_isDone || (packet.pts == AV_NOPTS_VALUE && packet.dts == AV_NOPTS_VALUE)) {
         return;
     }
+    testOrder(packet);
     const MediaTime time = timeOf(packet, m_timeBase);
     if (m_hasBegun) {
         takeInCut(packet, time);
     } else {
         takeBeforeCut(packet, time);
+    }
+}
+
+/// Some formats tell only in which order frames are decoded. Where they are shown in another one,
+/// it takes a decoder to find that out.
+void StreamCopy::testOrder(const AVPacket &packet) const {
+    const bool isKey = packet.flags & AV_PKT_FLAG_KEY;
+    if (m_type == AVMEDIA_TYPE_VIDEO && isKey && packet.pts == AV_NOPTS_VALUE &&
+        m_stream.codecpar->video_delay > 0) {
+        throw UnsupportedSource(
+            QStringLiteral("The source doesn't tell when its frames are shown."));
     }
 }
 

@@ -21,10 +21,12 @@ class StreamCopy : public StreamExport {
     bool isDone() const override { return m_isDone; }
     bool hasWritten() const override { return m_hasWritten; }
 
-    /// Whether an MPEG-4 file can hold the stream.
+    /// Whether an MPEG-4 file can hold the stream; `take` throws `UnsupportedSource` for one whose
+    /// frames' order turns out to be unknown.
     static bool isPossible(const AVStream &stream);
 
   private:
+    void testOrder(const AVPacket &packet) const;
     void takeBeforeCut(AVPacket &packet, MediaTime time);
     void takeInCut(AVPacket &packet, MediaTime time);
     void hold(AVPacket &packet);

@@ -114,6 +114,8 @@ TEST_F(PassthroughSessionTest, RefusesWhatNoMpeg4FileHoldsBeforeAnythingIsWritte
         EXPECT_TRUE(media::ffmpegExportSessions().create(source, ExportPreset::hd1920x1080))
             << name;
     }
+    EXPECT_EQ(exported(clip("b.avi", {.bFrames = 2}), kPassthrough),
+              "The source doesn't tell when its frames are shown.");
 }
 
 TEST_F(PassthroughSessionTest, KeepsWhenWhereAndWithWhatItWasShotAndCountsTheTimecodeOn) {

@@ -86,6 +86,9 @@ TEST_F(TranscodeSessionTest, KeepsTheTimesOfAVaryingFrameRate) {
     EXPECT_EQ(exported(source, kAccurate, media::ExportTimeRange{1200, 1860}), "");
     EXPECT_EQ(shownFrames(), numbers(19, 3));
     EXPECT_THAT(probed("v:0", "frame=pts_time"), HasSubstr("1.000000 1.020000"));
+    EXPECT_EQ(exported(source, kAccurate, media::ExportTimeRange{900, 1200}), "");
+    EXPECT_EQ(shownFrames(), numbers(19, 1));
+    EXPECT_EQ(probed("v:0", "stream=duration"), "0.500000") << "no longer than the range";
 }
 
 TEST_F(TranscodeSessionTest, CutsTheSoundAtTheSameSample) {
@@ -190,6 +193,10 @@ TEST_F(TranscodeSessionTest, KeepsEverySoundTrackWithItsChannels) {
     const QString soundOnly = clip("sound.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 3});
     EXPECT_EQ(exported(soundOnly, kHD, media::ExportTimeRange{600, 1500}), "");
     EXPECT_EQ(probed("a:0", "stream=duration"), "1.500000");
+    const QString fine = folder.at(words("fine.wav")); // of a rate that AAC doesn't have
+    runFFmpeg({words("-f"), words("lavfi"), words("-i"), words("sine=r=192000:d=2"), fine});
+    EXPECT_EQ(exported(fine, kAccurate), "");
+    EXPECT_EQ(probed("a:0", "stream=sample_rate,duration"), "96000,2.000000");
 }
 
 TEST_F(TranscodeSessionTest, LeavesTheRestOfTheWorkWhenStopped) {
@@ -218,6 +225,13 @@ TEST_F(TranscodeSessionTest, TellsWhatIsWrongWithASource) {
     hole.replace(bytes.size() / 2, 3000, noise(3000));
     EXPECT_EQ(exported(folder.write(words("hole.mts"), hole), kAccurate), "");
     EXPECT_EQ(shownFrames().last(), 59) << "beyond the damage";
+
+    const QString torn =
+        clip("torn.mkv", {.frames = 50,
+                          .audioTracks = 1,
+                          .arguments = {words("-bsf:a"), words("setts=ts='TS+gt(N,20)*1e12'")}});
+    EXPECT_EQ(exported(torn, kAccurate), "");
+    EXPECT_EQ(probed("v:0", "stream=nb_frames"), "50") << "sound that claims to be years later";
 
     for (const QByteArray &broken :
          {QByteArray(), noise(50'000), QByteArray("#EXTM3U\n/etc/passwd\n")}) {
