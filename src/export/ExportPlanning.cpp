@@ -201,9 +201,4 @@ SecondsRange widenedRange(const Subclip &subclip, double handleSeconds, double c
             clipDuration > 0 ? std::min(out, clipDuration) : out};
 }
 
-bool needsExportSession(const ExportRowJob &row, ExportBatch::Mode mode, OutputMode outputMode) {
-    return row.kind == ExportRowKind::subclip || mode == ExportBatch::Mode::accurateTranscode ||
-           outputMode != OutputMode::primaryOnly;
-}
-
 } // namespace corvane

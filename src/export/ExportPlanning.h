@@ -43,7 +43,4 @@ struct SecondsRange {
 };
 SecondsRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration);
 
-/// True if the row's output, or its HD copy, is made by an export session and not by a byte copy.
-bool needsExportSession(const ExportRowJob &row, ExportBatch::Mode mode, OutputMode outputMode);
-
 } // namespace corvane

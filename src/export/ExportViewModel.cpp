@@ -128,16 +128,6 @@ QList<ExportRowJob> ExportViewModel::planRows(const Project &project,
     return corvane::planRows(project, m_choices, includeFolderContents);
 }
 
-QList<ExportRowJob> ExportViewModel::rowsWithoutSession(const QList<ExportRowJob> &rows) const {
-    QList<ExportRowJob> unmakeable;
-    if (!m_sessions.canCreateSessions()) {
-        std::ranges::copy_if(rows, std::back_inserter(unmakeable), [this](const ExportRowJob &row) {
-            return needsExportSession(row, m_choices.mode, m_choices.outputMode);
-        });
-    }
-    return unmakeable;
-}
-
 bool ExportViewModel::canStart(const QList<ExportRowJob> &rows) const {
     return m_choices.outputFolder && m_stage != Stage::running && !rows.isEmpty();
 }

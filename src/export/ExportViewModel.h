@@ -56,8 +56,6 @@ class ExportViewModel : public QObject {
     /// Back to `configure` with the defaults for the project. Does nothing while a run is in work.
     void reset(const Project &project);
     QList<ExportRowJob> planRows(const Project &project, bool includeFolderContents) const;
-    /// The planned rows that this build can't make in full, because it has no export sessions.
-    QList<ExportRowJob> rowsWithoutSession(const QList<ExportRowJob> &rows) const;
     bool canStart(const QList<ExportRowJob> &rows) const;
     /// Runs the export; the task is done when the run is. Does nothing where there is nothing to
     /// do.
