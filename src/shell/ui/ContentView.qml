@@ -1,7 +1,5 @@
 // The screen of the session's state, and the alerts over it. A project file dropped on it opens.
 //   app: the application
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
-// qmllint disable unqualified
 import QtQuick
 import Corvane.Shell
 
@@ -11,37 +9,31 @@ FocusScope {
     required property CorvaneApp app
 
     focus: true
+    Component.onCompleted: showScreen()
+
+    // Only the screen that shows is loaded, so that the first is there at once.
+    function showScreen() {
+        const screens = {
+            [ContentRouter.Home]: "HomeView.qml",
+            [ContentRouter.Setup]: "ProjectSetupView.qml",
+            [ContentRouter.Project]: "ProjectView.qml"
+        };
+        screen.setSource(screens[app.router.screen], { app: app });
+    }
+
+    Connections {
+        target: root.app.router
+
+        function onScreenChanged() {
+            root.showScreen();
+        }
+    }
 
     Loader {
+        id: screen
+
         anchors.fill: parent
         focus: true
-        sourceComponent: root.app.router.screen === ContentRouter.Project ? project
-                       : root.app.router.screen === ContentRouter.Setup ? setup : home
-    }
-
-    Component {
-        id: home
-
-        HomeView {
-            app: root.app
-        }
-    }
-
-    Component {
-        id: setup
-
-        ProjectSetupView {
-            setup: root.app.setup
-            onDismissed: root.app.router.leaveSetup()
-        }
-    }
-
-    Component {
-        id: project
-
-        ProjectView {
-            app: root.app
-        }
     }
 
     DropArea {

@@ -1,8 +1,6 @@
 // The program's window: the menus, the screen of the session's state, and what lies over it. Closing
 // it ends the program.
 //   app: the application
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
-// qmllint disable unqualified
 import QtQuick
 import Corvane.Kit
 import Corvane.Shell
@@ -20,8 +18,10 @@ AppWindow {
     onClosing: Qt.quit()
 
     function showHelp() {
-        helpLoader.active = true;
-        const help = helpLoader.item as HelpWindow;
+        if (!helpLoader.item) {
+            helpLoader.setSource("HelpWindow.qml", { help: app.help });
+        }
+        const help = helpLoader.item as AppWindow;
         help.show();
         help.raise();
         help.requestActivate();
@@ -54,10 +54,5 @@ AppWindow {
 
     Loader {
         id: helpLoader
-
-        active: false
-        sourceComponent: HelpWindow {
-            help: window.app.help
-        }
     }
 }

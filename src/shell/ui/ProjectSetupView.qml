@@ -1,5 +1,5 @@
 // What a new project needs to be told.
-//   setup: the fields; signal dismissed(): back to home
+//   app: the application
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -8,9 +8,8 @@ import Corvane.Shell
 FocusScope {
     id: root
 
-    required property ProjectSetup setup
-
-    signal dismissed()
+    required property CorvaneApp app
+    readonly property ProjectSetup setup: app.setup
 
     objectName: "setup"
     focus: true
@@ -62,7 +61,7 @@ FocusScope {
                     spacing: Theme.s4
                     symbol: "chevron.left"
                     text: qsTr("Back")
-                    onClicked: root.dismissed()
+                    onClicked: root.app.router.leaveSetup()
                 }
 
                 Label {
@@ -195,7 +194,7 @@ FocusScope {
             SetupFoot {
                 width: parent.width
                 canCreate: root.setup.canCreate
-                onCancelled: root.dismissed()
+                onCancelled: root.app.router.leaveSetup()
                 onAccepted: root.setup.create()
             }
         }
