@@ -90,8 +90,8 @@ class PlayerThread {
     bool m_isClockSet = false;
     bool m_isStarting = false; ///< nothing has been reported since the clock was set
     bool m_isHeld = false;     ///< at a boundary
-    double m_position = 0; ///< of the playhead, in seconds, while it plays
-    Due m_soundDeadline;   ///< while the sound is awaited
+    double m_position = 0;     ///< of the playhead, in seconds, while it plays
+    Due m_soundDeadline;       ///< while the sound is awaited
     Duration m_soundCheck{0};
     Duration m_nextReport{0};
 
