@@ -1,7 +1,7 @@
 # How a QML module of Corvane is made, and how screens are tested.
 #
-# A module is a static library whose QML files are compiled ahead of time into it. Everything lies in
-# resources under the engine's built-in import path, and the registration of its types is kept by the
+# A module is a static library that holds its QML files, compiled ahead of time in release builds.
+# Everything lies in resources under the engine's built-in import path, and the registration of its types is kept by the
 # linker, so whoever links the library writes `import Corvane.Kit` and needs no plugin, no file on
 # disk and no import path.
 
@@ -22,10 +22,10 @@ function(corvane_screens target)
         endif()
     endforeach()
 
-    # Compiling each QML file ahead of time is for what is delivered; a build with sanitizers has
-    # enough to do, and reads the same files at run time.
+    # Compiling each QML file ahead of time is for what is delivered; it takes minutes, and the
+    # builds for the tests read the same files at run time.
     set(cachegen)
-    if(CORVANE_SANITIZE)
+    if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
         set(cachegen NO_CACHEGEN)
     endif()
 
