@@ -172,10 +172,12 @@ const bool isRegistered = [] {
             benchmark::RegisterBenchmark((name + QStringLiteral("/ours")).toUtf8(),
                                          [=](auto &state) { seekOurs(state, path()); })
                 ->Unit(benchmark::kMillisecond)
+                ->MeasureProcessCPUTime()
                 ->UseRealTime();
             benchmark::RegisterBenchmark((name + QStringLiteral("/theirs")).toUtf8(),
                                          [=](auto &state) { seekTheirs(state, path()); })
                 ->Unit(benchmark::kMillisecond)
+                ->MeasureProcessCPUTime()
                 ->UseRealTime();
         }
     }
@@ -185,6 +187,7 @@ const bool isRegistered = [] {
             stepBack(state, film(QStringLiteral("libx264"), QStringLiteral("1920x1080"), 300));
         })
         ->Unit(benchmark::kMillisecond)
+        ->MeasureProcessCPUTime()
         ->UseRealTime();
     benchmark::RegisterBenchmark("player-memory/ours", memoryOf4K)->Iterations(1);
     return true;

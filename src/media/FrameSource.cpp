@@ -11,12 +11,29 @@ constexpr int kFramesBehind = 150;
 constexpr int kFramesAtOnce = 24; ///< that are read in one go on the way back
 constexpr int kFillsPerFocus = kFramesAhead + kFramesBehind + 2 * kFramesAtOnce;
 constexpr double kUsualFrameRate = 25;
+constexpr double kShortJump = 2; ///< seconds ahead, to which decoding on may be quickest
 constexpr double kLeastChunk = 4.0 / MediaTime::kTimescale; ///< safe from rounding
 
 } // namespace
 
 FrameSource::FrameSource(const QString &path, qsizetype byteLimit, std::stop_token stop)
-    : m_reader(path, {}, std::move(stop)), m_cache(byteLimit) {}
+    : m_path(path), m_stop(stop), m_reader(path, {}, std::move(stop)), m_cache(byteLimit) {}
+
+void FrameSource::setStop(const std::stop_token &stop) {
+    m_stop = stop;
+    m_reader.setStop(stop);
+    if (m_seeker) {
+        m_seeker->setStop(stop);
+    }
+}
+
+VideoReader &FrameSource::seeker() {
+    if (!m_seeker) {
+        m_seeker = std::make_unique<VideoReader>(
+            m_path, VideoReader::Options{.singlePictures = true}, m_stop);
+    }
+    return *m_seeker;
+}
 
 /// A cancelled read leaves the reader somewhere: `m_given` is set only by one that came through.
 std::optional<VideoFrame> FrameSource::read(MediaTime time, double tolerance) {
@@ -51,7 +68,15 @@ std::optional<VideoFrame> FrameSource::at(MediaTime time) {
     if (const auto frame = m_cache.naming(time)) {
         return frame;
     }
-    return read(time, 0);
+    const double jump = m_focus ? time.seconds() - m_focus->time.seconds() : 0;
+    if (jump >= 0 && jump < kShortJump) {
+        return read(time, 0);
+    }
+    const auto frame = seeker().frameAt(time);
+    if (frame) {
+        m_cache.insert(*frame, std::nullopt);
+    }
+    return frame;
 }
 
 std::optional<VideoFrame> FrameSource::near(MediaTime time, double tolerance) {

@@ -17,7 +17,7 @@ class FrameSource {
 
     FrameSource(const QString &path, qsizetype byteLimit, std::stop_token stop);
 
-    void setStop(std::stop_token stop) { m_reader.setStop(std::move(stop)); }
+    void setStop(const std::stop_token &stop);
     int quarterTurns() const { return m_reader.quarterTurns(); }
     std::optional<MediaTime> duration() const { return m_reader.duration(); }
 
@@ -47,6 +47,7 @@ class FrameSource {
     };
 
     std::optional<VideoFrame> read(MediaTime time, double tolerance);
+    VideoReader &seeker();
     std::optional<VideoFrame> readAfter(MediaTime time);
     bool fillBehind(MediaTime goal);
     bool beginBehind(MediaTime goal);
@@ -54,7 +55,11 @@ class FrameSource {
     bool fillTowards(Direction direction);
     double chunkSeconds() const;
 
-    VideoReader m_reader;
+    const QString m_path;
+    std::stop_token m_stop;
+    VideoReader m_reader; ///< goes on from frame to frame
+    /// Finds single frames quicker than what can go on from them. Opened at the first long jump.
+    std::unique_ptr<VideoReader> m_seeker;
     FrameCache m_cache;
     std::optional<MediaTime> m_given; ///< the frame that the reader stands after
     std::optional<MediaTime> m_first; ///< of the file's first frame, once known

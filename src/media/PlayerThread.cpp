@@ -15,6 +15,9 @@ using namespace std::chrono_literals;
 
 /// While the pointer drags, a picture is let come through at least this often.
 constexpr auto kLongestBlindDrag = 150ms;
+/// Reading ahead begins when nothing more has been asked for this long: what it is amid would only
+/// hold up the next seek of a drag.
+constexpr auto kQuietBeforeFill = 40ms;
 
 } // namespace
 
@@ -69,6 +72,7 @@ void PlayerThread::work() {
 PlayerThread::Due PlayerThread::run(const PlayerRequest &request) {
     try {
         handle(request);
+        m_fillFrom = request.isEmpty() ? m_fillFrom : m_timeSource.now() + kQuietBeforeFill;
         return m_rate.value != 0 ? play() : fillIdly();
     } catch (const Cancelled &) {
         return m_timeSource.now();
@@ -213,6 +217,9 @@ void PlayerThread::applyRate(const PlayerRequest::Rate &rate) {
 PlayerThread::Due PlayerThread::fillIdly() {
     if (!m_source) {
         return std::nullopt;
+    }
+    if (m_timeSource.now() < m_fillFrom) {
+        return m_fillFrom;
     }
     begin(Work::fill);
     return m_source->fill(true) ? Due(m_timeSource.now()) : std::nullopt;

@@ -84,6 +84,8 @@ class PlayerThread {
     Due m_shownAt;                     ///< when a picture was last shown
     std::optional<MediaTime> m_shownTime;
 
+    Duration m_fillFrom{0}; ///< when reading ahead may begin
+
     PlayerRequest::Rate m_rate;
     PlayerRequest::Observers m_observers;
     PlaybackClock m_clock;
