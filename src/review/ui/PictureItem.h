@@ -10,6 +10,14 @@ namespace corvane {
 
 class PictureMailbox;
 
+/// The name under which the screens know the engine. None makes one.
+struct PlayerEngineType {
+    Q_GADGET
+    QML_FOREIGN(corvane::PlayerEngine)
+    QML_NAMED_ELEMENT(PlayerEngine)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
 /// The picture of an engine's player, as large as fits, in the middle of the item; nothing around
 /// it. It asks the player for as many pixels as it covers. Main thread.
 class PictureItem : public QQuickItem {
