@@ -3,11 +3,11 @@
 #include "HandoffFixture.h"
 
 #include "handoff/PackageProject.h"
+#include "support/Command.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
-#include <QProcess>
 
 #include <unistd.h>
 
@@ -66,16 +66,12 @@ class PackageKillTest : public PackageTest {
     }
     /// Does the same in a process of its own, on a folder of its own.
     int exitCodeWhenKilled(int call, const QString &temporary) {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(text("TMPDIR"), temporary);
-        environment.insert(text(kCall), QString::number(call));
-        process.setProcessEnvironment(environment);
-        process.setStandardOutputFile(QProcess::nullDevice());
-        process.start(QCoreApplication::applicationFilePath(),
-                      {text("--gtest_filter=PackageKillTest.*")});
-        EXPECT_TRUE(process.waitForFinished(60'000));
-        return process.exitCode();
+        return runCommand({text("env"), text("-u"), text("GTEST_OUTPUT"),
+                           text("TMPDIR=") + temporary,
+                           text(kCall) + text("=") + QString::number(call),
+                           QCoreApplication::applicationFilePath(),
+                           text("--gtest_filter=PackageKillTest.*")})
+            .exitCode;
     }
     /// True if the package has its final document.
     static bool isFinished(const QString &packageFolder) {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "media/FFmpegExportSessions.h"
+#include "support/Command.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"
 
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QProcess>
 
 namespace corvane::test {
 
@@ -16,11 +16,10 @@ namespace corvane::test {
 class SessionTest : public testing::Test {
   protected:
     static QByteArray ran(const char *program, const QString &arguments) {
-        QProcess process;
-        process.start(QLatin1String(program), arguments.split(QLatin1Char(' ')));
-        EXPECT_TRUE(process.waitForFinished(60000) && process.exitCode() == 0)
-            << program << ' ' << arguments.toStdString() << process.readAllStandardError().data();
-        return process.readAllStandardOutput();
+        const CommandResult result =
+            runCommand(QStringList(QLatin1String(program)) + arguments.split(QLatin1Char(' ')));
+        EXPECT_EQ(result.exitCode, 0) << program << ' ' << arguments.toStdString();
+        return result.output;
     }
 
     QString clip(const char *name, const ClipOptions &options) const {

@@ -1,9 +1,10 @@
 #include "support/TestMedia.h"
 
+#include "support/Command.h"
+
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QProcess>
 
 #include <turbojpeg.h>
 
@@ -120,15 +121,11 @@ QStringList videoEncoding(const ClipOptions &options) {
 } // namespace
 
 void runFFmpeg(const QStringList &arguments, const QByteArray &input) {
-    QProcess ffmpeg;
-    ffmpeg.start(QStringLiteral("ffmpeg"),
-                 QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y")} +
-                     arguments);
-    ffmpeg.write(input);
-    ffmpeg.closeWriteChannel();
-    const bool isDone = ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0;
-    EXPECT_TRUE(isDone) << arguments.join(QLatin1Char(' ')).toStdString() << "\n"
-                        << ffmpeg.readAllStandardError().toStdString();
+    const QStringList command = QStringList{QStringLiteral("ffmpeg"), QStringLiteral("-v"),
+                                            QStringLiteral("error"), QStringLiteral("-y")} +
+                                arguments;
+    EXPECT_EQ(runCommand(command, input).exitCode, 0)
+        << command.join(QLatin1Char(' ')).toStdString();
 }
 
 QString makeClip(const QString &path, const ClipOptions &options) {

@@ -66,7 +66,7 @@ void TestSink::show(media::Picture picture) {
     const auto number = frameNumber({picture.width, picture.height}, quarterTurns, brightness);
     {
         const std::scoped_lock lock(m_mutex);
-        m_shown.append({number, std::move(picture)});
+        m_shown.push_back({number, std::move(picture)});
     }
     QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); // somebody may wait for it
 }
@@ -78,7 +78,7 @@ void TestSink::clear() {
 
 QList<TestSink::Shown> TestSink::shown() const {
     const std::scoped_lock lock(m_mutex);
-    return m_shown;
+    return {m_shown.begin(), m_shown.end()};
 }
 
 QList<int> TestSink::numbers() const {
@@ -91,7 +91,7 @@ QList<int> TestSink::numbers() const {
 
 int TestSink::number() const {
     const std::scoped_lock lock(m_mutex);
-    return m_shown.isEmpty() ? -1 : m_shown.last().number.value_or(-1);
+    return m_shown.empty() ? -1 : m_shown.back().number.value_or(-1);
 }
 
 } // namespace corvane::test

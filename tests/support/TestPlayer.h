@@ -5,6 +5,7 @@
 #include <QList>
 
 #include <atomic>
+#include <vector>
 
 namespace corvane::test {
 
@@ -50,7 +51,7 @@ class TestSink : public media::PictureSink {
 
   private:
     mutable std::mutex m_mutex;
-    QList<Shown> m_shown;
+    std::vector<Shown> m_shown;
 };
 
 } // namespace corvane::test
