@@ -48,11 +48,13 @@ bool isUnauthorizedPackage(const Project &project, const PathSafety::SourceGrant
 
 QCoro::Task<bool> ProjectStore::legacyPackageNeedsAuthorization(Project project, QString file) {
     const QPointer self(this);
-    auto &authorization = m_authorization;
     PathSafety::SourceGrants grants{.projectFolder = projectFolder(file)};
-    grants.authorizedSourcePaths = co_await authorization.authorizedPaths(file);
+    grants.authorizedSourcePaths = co_await m_authorization.authorizedPaths(file);
+    if (!self) {
+        co_return false;
+    }
     grants.mediaRootAuthorized =
-        co_await authorization.isMediaRootAuthorized(mediaFolder(file), file);
+        co_await m_authorization.isMediaRootAuthorized(mediaFolder(file), file);
     if (!self) {
         co_return false;
     }
