@@ -122,7 +122,7 @@ TEST_F(MediaSourceAuthorizationTest, WritesNothingWhereNothingChanges) {
 }
 
 TEST_F(MediaSourceAuthorizationTest, WritesTwiceOnlyWhereHashingIsLong) {
-    int writes = 0;
+    std::atomic<int> writes = 0; // files are written on the registry's own thread
     FaultyFileSystem files;
     const FileSystemScope scope(files);
     files.setObserver([&](const QString &operation, const QString &) {
@@ -131,7 +131,7 @@ TEST_F(MediaSourceAuthorizationTest, WritesTwiceOnlyWhereHashingIsLong) {
     const auto writesFor = [&](const QString &path, const QHash<QString, QString> &known = {}) {
         writes = 0;
         await(registry->authorize({path}, project, known));
-        return writes;
+        return writes.load();
     };
     const QString large = folder.write(QStringLiteral("card/large.mov"), "");
     const QString copied = folder.write(QStringLiteral("card/copied.mov"), "");
