@@ -273,7 +273,7 @@ QCoro::Task<> ImportViewModel::readMetadata(Run run, QList<VideoItem> videos) {
         if (run.stop.stop_requested() || !isOpen(run)) {
             co_return;
         }
-        const VideoItem video = videos.at(index);
+        const VideoItem &video = videos.at(index);
         assign(m_progress,
                std::optional(ImportProgress{
                    .index = int(index) + 1,

@@ -75,6 +75,7 @@ void AudioConversion::add(const AVFrame &sound, int64_t skipped, int64_t count) 
     const int planes = isPlanar ? sound.ch_layout.nb_channels : 1;
     const int step = av_get_bytes_per_sample(format) * (isPlanar ? 1 : sound.ch_layout.nb_channels);
     std::vector<const uint8_t *> data;
+    data.reserve(size_t(planes));
     for (int i = 0; i < planes; ++i) {
         data.push_back(sound.extended_data[i] + skipped * step);
     }

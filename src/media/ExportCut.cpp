@@ -117,7 +117,7 @@ ExportCut locateCut(ExportSource &source, std::optional<ExportTimeRange> range) 
         cut.seek = in - kPreroll;
         return cut;
     }
-    source.readOnly(*video);
+    source.readOnly(video);
     const InPointScan found = scanBack(source, *video, cut);
     source.readOnly(std::nullopt);
     adopt(found, source.stream(*video), cut);

@@ -72,6 +72,7 @@ bool ExportSource::seek(int index, MediaTime time) {
 /// Not every format finds its own beginning again, but a file that is opened stands there.
 void ExportSource::rewind() {
     std::vector<AVDiscard> discards;
+    discards.reserve(size_t(streamCount()));
     for (int i = 0; i < streamCount(); ++i) {
         discards.push_back(stream(i).discard);
     }

@@ -54,7 +54,7 @@ std::optional<VideoFrame> FrameSource::readAfter(MediaTime time) {
         }
     }
     m_given.reset();
-    const auto frame = m_reader.next();
+    auto frame = m_reader.next();
     if (!frame) {
         m_last = time;
         return std::nullopt;

@@ -40,7 +40,7 @@ class MediaPlayer : public QObject {
         TimeSource *time = &TimeSource::system();
         std::unique_ptr<SoundOutput> sound; ///< nothing for a player without sound
         /// Of decoded frames around the playhead. What the decoder itself holds comes on top.
-        qsizetype frameBytes = 256 * 1024 * 1024;
+        qsizetype frameBytes = qsizetype(256) << 20;
     };
     /// An observer that was added.
     using Token = int;

@@ -41,7 +41,8 @@ void turn(const AVFrame &from, AVFrame &to, int quarterTurns) {
     const int width = from.width;
     const int height = from.height;
     for (int y = 0; y < height; ++y) {
-        const auto *row = reinterpret_cast<const quint32 *>(from.data[0] + y * from.linesize[0]);
+        const auto *row =
+            reinterpret_cast<const quint32 *>(from.data[0] + ptrdiff_t(y) * from.linesize[0]);
         for (int x = 0; x < width; ++x) {
             const int toX = quarterTurns == 1   ? height - 1 - y
                             : quarterTurns == 2 ? width - 1 - x
@@ -49,7 +50,7 @@ void turn(const AVFrame &from, AVFrame &to, int quarterTurns) {
             const int toY = quarterTurns == 1   ? x
                             : quarterTurns == 2 ? height - 1 - y
                                                 : width - 1 - x;
-            reinterpret_cast<quint32 *>(to.data[0] + toY * to.linesize[0])[toX] = row[x];
+            reinterpret_cast<quint32 *>(to.data[0] + ptrdiff_t(toY) * to.linesize[0])[toX] = row[x];
         }
     }
 }

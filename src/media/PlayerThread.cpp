@@ -226,9 +226,9 @@ PlayerThread::Due PlayerThread::fillIdly() {
 }
 
 void PlayerThread::begin(Work work) {
-    auto stop = m_requests.begin(work);
+    const auto stop = m_requests.begin(work);
     if (m_source) {
-        m_source->setStop(std::move(stop));
+        m_source->setStop(stop);
     }
 }
 

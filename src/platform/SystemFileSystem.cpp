@@ -314,7 +314,7 @@ qint64 SystemFileSystem::availableBytes(const QString &path) const {
     struct statvfs raw{};
     const QByteArray name = encoded(path);
     checked(path, [&] { return ::statvfs(name.constData(), &raw); });
-    return qint64(raw.f_bavail * raw.f_frsize);
+    return qint64(raw.f_bavail) * qint64(raw.f_frsize);
 }
 
 } // namespace corvane

@@ -13,7 +13,8 @@ namespace {
 /// time or would not fit.
 std::optional<qint64> wholeUnits(double seconds, double unitsPerSecond) {
     constexpr double latest = 1e15;
-    if (!(seconds >= 0 && seconds < latest)) {
+    const bool isTime = seconds >= 0 && seconds < latest; // false for what is no number
+    if (!isTime) {
         return std::nullopt;
     }
     return qint64(std::floor(seconds * unitsPerSecond));

@@ -32,16 +32,17 @@ void ClipOrder::update(const ReviewIndex &index, const ReviewIndex::Change &chan
     for (size_t which = 0; which < m_sorted.size(); ++which) {
         const auto sort = ReviewState::Sort(which);
         SortedClips &sorted = m_sorted[which];
-        if (change.clipsMoved) {
+        const bool isByName = sort == ReviewState::Sort::filename;
+        const auto isRenamed = [&](const ReviewIndex::ChangedClip &changed) {
+            return changed.before->fileName != index.clip(changed.position).video->fileName;
+        };
+        const bool isStale =
+            change.clipsMoved || (isByName ? std::ranges::any_of(change.changed, isRenamed)
+                                           : change.changed.size() > kMostMoves);
+        if (isStale) {
             sorted = {};
-        } else if (sort == ReviewState::Sort::filename) {
-            if (std::ranges::any_of(change.changed, [&](const ReviewIndex::ChangedClip &changed) {
-                    return changed.before->fileName != index.clip(changed.position).video->fileName;
-                })) {
-                sorted = {};
-            }
-        } else if (change.changed.size() > kMostMoves) {
-            sorted = {};
+        } else if (isByName) {
+            continue;
         } else if (!sorted.order.empty()) {
             for (const ReviewIndex::ChangedClip &changed : change.changed) {
                 moveClip(sorted, changed.position,

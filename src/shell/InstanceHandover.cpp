@@ -18,7 +18,7 @@ namespace {
 constexpr char kUnderstood = 1;
 
 QString socketPath(const QString &dataFolder) {
-    const QString path = paths::joined(dataFolder, QStringLiteral("handover"));
+    QString path = paths::joined(dataFolder, QStringLiteral("handover"));
     if (path.toUtf8().size() < qsizetype(sizeof(sockaddr_un::sun_path))) {
         return path;
     }
