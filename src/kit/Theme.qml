@@ -214,6 +214,28 @@ QtObject {
     readonly property int formGap: 14
     readonly property int layoutPreviewHeight: 96
 
+    // The list and the inspector of the review.
+    readonly property int sidePaneWidth: 220
+    readonly property int sidePaneMinWidth: 160
+    readonly property int sidePaneMaxWidth: 380
+
+    // The player and what lies under it.
+    readonly property int mainPaneMinWidth: 720
+
+    // Banners.
+    readonly property int bannerMessageWidth: 960
+
+    // Sheets of runs.
+    readonly property int compactSheetWidth: 560
+    readonly property int cancelWidth: 116
+
+    // The import's sheets.
+    readonly property int importSheetWidth: 880
+
+    // The sheets of export and handoff.
+    readonly property int deliverySheetWidth: 1080
+    readonly property int resultSheetWidth: 760
+
     // Windows.
     readonly property int windowWidth: 1440
     readonly property int windowHeight: 900

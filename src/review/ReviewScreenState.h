@@ -24,6 +24,11 @@ namespace corvane {
 /// or subclip that has gone from the document is as good as not selected.
 class ReviewScreenState : public QObject {
     Q_OBJECT
+    Q_PROPERTY(corvane::FilterBar *filterBar READ filterBarObject CONSTANT)
+    Q_PROPERTY(corvane::ReviewListModel *list READ listObject CONSTANT)
+    Q_PROPERTY(corvane::SubclipListModel *subclips READ subclipsObject CONSTANT)
+    Q_PROPERTY(corvane::FilmstripLoader *filmstrip READ filmstripObject CONSTANT)
+    Q_PROPERTY(corvane::ClipInspector *inspector READ inspectorObject CONSTANT)
     Q_PROPERTY(QString selectedVideoId READ selectedVideoIdText NOTIFY selectionChanged)
     Q_PROPERTY(bool hasSelectedVideo READ hasSelectedVideo NOTIFY selectionChanged)
     Q_PROPERTY(bool isInSubclipMode READ isInSubclipMode NOTIFY selectionChanged)
@@ -207,6 +212,11 @@ class ReviewScreenState : public QObject {
     using ClipEdit = std::function<void(const QString &)>;
     using SubclipEdit = std::function<void(const SubclipKey &)>;
 
+    FilterBar *filterBarObject() { return &m_filterBar; }
+    ReviewListModel *listObject() { return &m_list; }
+    SubclipListModel *subclipsObject() { return &m_subclips; }
+    FilmstripLoader *filmstripObject() { return &m_filmstrip; }
+    ClipInspector *inspectorObject() { return &m_inspector; }
     QString selectedVideoIdText() const { return m_selectedVideoId.value_or(QString()); }
     QVariant shownDraftInValue() const;
     QVariant shownDraftOutValue() const;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/FilePanels.h"
 #include "session/ProjectStore.h"
 #include "shell/AppRequests.h"
-#include "shell/FilePanels.h"
 #include "shell/ProjectSetup.h"
 
 #include <QUrl>

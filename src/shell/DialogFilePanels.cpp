@@ -7,32 +7,47 @@
 
 namespace corvane {
 
-FilePanels::~FilePanels() = default;
+namespace {
+
+FilePanels::ChosenFiles one(FilePanels::Chosen chosen) {
+    return [chosen = std::move(chosen)](const QStringList &paths) { chosen(paths.first()); };
+}
+
+} // namespace
 
 void DialogFilePanels::openProjectFile(Chosen chosen) {
-    ask(false, {.choosesProjectFile = true}, std::move(chosen));
+    ask(Kind::openFile, {.message = QStringLiteral("Open Project"), .choosesProjectFile = true},
+        QStringLiteral("Open"), one(std::move(chosen)));
 }
 
 void DialogFilePanels::save(const SavePanel &panel, Chosen chosen) {
-    ask(true, panel, std::move(chosen));
+    ask(Kind::saveFile, panel, QStringLiteral("Save"), one(std::move(chosen)));
 }
 
-void DialogFilePanels::ask(bool isSaving, SavePanel panel, Chosen chosen) {
+void DialogFilePanels::chooseFolder(const ChoosePanel &panel, Chosen chosen) {
+    if (!m_chosen && !panel.startFolder.isEmpty()) {
+        m_folder = panel.startFolder;
+    }
+    ask(Kind::openFolder, {.message = panel.message}, panel.acceptLabel, one(std::move(chosen)));
+}
+
+void DialogFilePanels::chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) {
+    if (!m_chosen && !panel.startFolder.isEmpty()) {
+        m_folder = panel.startFolder;
+    }
+    ask(Kind::openFiles, {.message = panel.message}, panel.acceptLabel, std::move(chosen));
+}
+
+void DialogFilePanels::ask(Kind kind, SavePanel panel, const QString &acceptLabel,
+                           ChosenFiles chosen) {
     if (m_chosen) {
         return;
     }
-    m_isSaving = isSaving;
+    m_kind = kind;
     m_panel = std::move(panel);
+    m_acceptLabel = acceptLabel;
     m_chosen = std::move(chosen);
     Q_EMIT asked();
-}
-
-QString DialogFilePanels::title() const {
-    return m_isSaving ? m_panel.message : QStringLiteral("Open Project");
-}
-
-QString DialogFilePanels::acceptLabel() const {
-    return m_isSaving ? QStringLiteral("Save") : QStringLiteral("Open");
 }
 
 QUrl DialogFilePanels::folder() const {
@@ -44,7 +59,7 @@ QUrl DialogFilePanels::folder() const {
 }
 
 QUrl DialogFilePanels::proposedFile() const {
-    return m_isSaving
+    return m_kind == Kind::saveFile
                ? QUrl::fromLocalFile(paths::joined(folder().toLocalFile(), m_panel.proposedName))
                : QUrl();
 }
@@ -55,15 +70,21 @@ QStringList DialogFilePanels::nameFilters() const {
 }
 
 QString DialogFilePanels::defaultSuffix() const {
-    return m_isSaving && m_panel.choosesProjectFile ? QStringLiteral("corvane") : QString();
+    return m_kind == Kind::saveFile && m_panel.choosesProjectFile ? QStringLiteral("corvane")
+                                                                  : QString();
 }
 
-void DialogFilePanels::accept(const QUrl &url) {
-    const Chosen chosen = std::exchange(m_chosen, {});
-    if (chosen && url.isLocalFile()) {
-        const QString path = paths::standardized(url.toLocalFile());
-        m_folder = paths::parentFolder(path);
-        chosen(path);
+void DialogFilePanels::accept(const QList<QUrl> &urls) {
+    const ChosenFiles chosen = std::exchange(m_chosen, {});
+    QStringList paths;
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile()) {
+            paths.append(paths::standardized(url.toLocalFile()));
+        }
+    }
+    if (chosen && !paths.isEmpty()) {
+        m_folder = m_kind == Kind::openFolder ? paths.first() : paths::parentFolder(paths.first());
+        chosen(paths);
     }
 }
 

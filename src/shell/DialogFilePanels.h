@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/FilePanels.h"
+#include "platform/FilePanels.h"
 
 #include <QObject>
 #include <QUrl>
@@ -14,22 +14,27 @@ class DialogFilePanels : public QObject, public FilePanels {
     Q_PROPERTY(QString title READ title NOTIFY asked)
     Q_PROPERTY(QString acceptLabel READ acceptLabel NOTIFY asked)
     Q_PROPERTY(QString nameFieldLabel READ nameFieldLabel NOTIFY asked)
-    Q_PROPERTY(bool isSaving READ isSaving NOTIFY asked)
+    Q_PROPERTY(Kind kind READ kind NOTIFY asked)
     Q_PROPERTY(QUrl folder READ folder NOTIFY asked)
     Q_PROPERTY(QUrl proposedFile READ proposedFile NOTIFY asked)
     Q_PROPERTY(QStringList nameFilters READ nameFilters NOTIFY asked)
     Q_PROPERTY(QString defaultSuffix READ defaultSuffix NOTIFY asked)
 
   public:
+    enum class Kind { openFile, openFiles, saveFile, openFolder };
+    Q_ENUM(Kind)
+
     using QObject::QObject;
 
     void openProjectFile(Chosen chosen) override;
     void save(const SavePanel &panel, Chosen chosen) override;
+    void chooseFolder(const ChoosePanel &panel, Chosen chosen) override;
+    void chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) override;
 
-    QString title() const;
-    QString acceptLabel() const;
+    const QString &title() const { return m_panel.message; }
+    const QString &acceptLabel() const { return m_acceptLabel; }
     const QString &nameFieldLabel() const { return m_panel.nameFieldLabel; }
-    bool isSaving() const { return m_isSaving; }
+    Kind kind() const { return m_kind; }
     /// Where the panel begins: the folder of what was chosen last in this session, else the user's.
     QUrl folder() const;
     /// The proposed name in that folder; empty for an open panel.
@@ -38,7 +43,7 @@ class DialogFilePanels : public QObject, public FilePanels {
     QString defaultSuffix() const;
 
     /// The user's answer. What isn't a file of this machine counts as no answer.
-    Q_INVOKABLE void accept(const QUrl &url);
+    Q_INVOKABLE void accept(const QList<QUrl> &urls);
     Q_INVOKABLE void reject();
 
   Q_SIGNALS:
@@ -46,11 +51,12 @@ class DialogFilePanels : public QObject, public FilePanels {
     void asked();
 
   private:
-    void ask(bool isSaving, SavePanel panel, Chosen chosen);
+    void ask(Kind kind, SavePanel panel, const QString &acceptLabel, ChosenFiles chosen);
 
-    bool m_isSaving = false;
+    Kind m_kind = Kind::openFile;
     SavePanel m_panel;
-    Chosen m_chosen; ///< while a panel is up
+    QString m_acceptLabel;
+    ChosenFiles m_chosen; ///< while a panel is up
     QString m_folder;
 };
 

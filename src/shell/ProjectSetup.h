@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/FilePanels.h"
 #include "session/ProjectStore.h"
-#include "shell/FilePanels.h"
 
 #include <QDate>
 

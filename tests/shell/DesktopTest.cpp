@@ -120,16 +120,23 @@ TEST(DialogFilePanels, OneDialogIsUpAtATimeAndOnlyAFileOfThisMachineIsAnAnswer) 
     dialogs.openProjectFile(note);
     EXPECT_EQ(asked.count(), 1);
     EXPECT_EQ(dialogs.nameFilters(), QStringList(QStringLiteral("Corvane projects (*.corvane)")));
-    dialogs.accept(QUrl::fromLocalFile(QStringLiteral("/shoots/x/../a.corvane")));
+    dialogs.accept({QUrl::fromLocalFile(QStringLiteral("/shoots/x/../a.corvane"))});
     dialogs.save({.message = QStringLiteral("Where?"), .proposedName = QStringLiteral("New")},
                  note);
     EXPECT_EQ(dialogs.proposedFile().toLocalFile(), QStringLiteral("/shoots/New"));
     EXPECT_EQ(dialogs.title(), QStringLiteral("Where?"));
     dialogs.reject();
-    dialogs.accept(QUrl::fromLocalFile(QStringLiteral("/late")));
+    dialogs.accept({QUrl::fromLocalFile(QStringLiteral("/late"))});
     dialogs.openProjectFile(note);
-    dialogs.accept(QUrl(QStringLiteral("https://a.example/a.corvane")));
+    dialogs.accept({QUrl(QStringLiteral("https://a.example/a.corvane"))});
     EXPECT_EQ(chosen, QStringList(QStringLiteral("/shoots/a.corvane")));
+    dialogs.chooseFiles({}, [&](const QStringList &paths) { chosen = paths; });
+    dialogs.accept({QUrl::fromLocalFile(QStringLiteral("/card/a.mov")),
+                    QUrl::fromLocalFile(QStringLiteral("/card/b.mov"))});
+    EXPECT_EQ(chosen, QStringList({QStringLiteral("/card/a.mov"), QStringLiteral("/card/b.mov")}));
+    dialogs.chooseFolder({.message = QStringLiteral("To?")}, note);
+    EXPECT_EQ(dialogs.kind(), DialogFilePanels::Kind::openFolder);
+    EXPECT_EQ(dialogs.folder().toLocalFile(), QStringLiteral("/card"));
 }
 
 #include "DesktopTest.moc"

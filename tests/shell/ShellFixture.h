@@ -24,8 +24,18 @@ class TestPanels : public FilePanels {
         answerWith(std::move(chosen));
     }
 
+    void chooseFolder(const ChoosePanel &panel, Chosen chosen) override {
+        choice = panel;
+        answerWith(std::move(chosen));
+    }
+    void chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) override {
+        choice = panel;
+        answerWith([chosen = std::move(chosen)](const QString &path) { chosen({path}); });
+    }
+
     QString answer;
     SavePanel asked;
+    ChoosePanel choice;
     int shown = 0;
 
   private:

@@ -13,7 +13,9 @@ Item {
 
         function onAsked() {
             loader.source = ""; // nothing of the last question stays
-            loader.setSource("PanelDialog.qml", { panels: root.panels });
+            loader.setSource(root.panels.kind === DialogFilePanels.openFolder
+                             ? "FolderPanelDialog.qml" : "PanelDialog.qml",
+                             { panels: root.panels });
         }
     }
 

@@ -12,14 +12,16 @@ FileDialog {
     objectName: "fileDialog"
     title: panels.title
     acceptLabel: panels.acceptLabel
-    fileMode: panels.isSaving ? FileDialog.SaveFile : FileDialog.OpenFile
+    fileMode: panels.kind === DialogFilePanels.saveFile ? FileDialog.SaveFile
+              : panels.kind === DialogFilePanels.openFiles ? FileDialog.OpenFiles
+              : FileDialog.OpenFile
     nameFilters: panels.nameFilters
     defaultSuffix: panels.defaultSuffix
     currentFolder: panels.folder
-    onAccepted: panels.accept(selectedFile)
+    onAccepted: panels.accept(selectedFiles)
     onRejected: panels.reject()
     Component.onCompleted: {
-        if (panels.isSaving) {
+        if (panels.kind === DialogFilePanels.saveFile) {
             selectedFile = panels.proposedFile;
         }
         open();

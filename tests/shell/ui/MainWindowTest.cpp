@@ -319,7 +319,7 @@ TEST_F(MainWindowTest, TheFileDialogAsksWhatIsAskedAndHandsBackTheAnswer) {
     QString chosen;
     const auto note = [&](const QString &path) { chosen = path; };
     app.dialogs()->openProjectFile(note);
-    app.dialogs()->accept(QUrl::fromLocalFile(file)); // where the next question begins
+    app.dialogs()->accept({QUrl::fromLocalFile(file)}); // where the next question begins
     EXPECT_EQ(std::exchange(chosen, {}), file);
     app.dialogs()->save(
         {.message = QStringLiteral("Where?"), .proposedName = QStringLiteral("Tide")}, note);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -21,7 +21,16 @@ class FilePanels {
 
         bool operator==(const SavePanel &) const = default;
     };
+    /// What is asked where something that exists is to be chosen.
+    struct ChoosePanel {
+        QString message;
+        QString acceptLabel = QStringLiteral("Choose");
+        QString startFolder = {}; ///< empty for where the last panel ended
+
+        bool operator==(const ChoosePanel &) const = default;
+    };
     using Chosen = std::function<void(const QString &path)>;
+    using ChosenFiles = std::function<void(const QStringList &paths)>; ///< at least one
 
     virtual ~FilePanels();
 
@@ -29,6 +38,10 @@ class FilePanels {
     virtual void openProjectFile(Chosen chosen) = 0;
     /// A place and a name; the panel lets folders be created.
     virtual void save(const SavePanel &panel, Chosen chosen) = 0;
+    /// One existing folder.
+    virtual void chooseFolder(const ChoosePanel &panel, Chosen chosen) = 0;
+    /// Existing files.
+    virtual void chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) = 0;
 };
 
 } // namespace corvane

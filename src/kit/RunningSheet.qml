@@ -1,0 +1,111 @@
+// The compact sheet of a run: what is at work, how far it is, and one button that ends it. Esc presses
+// the button; nothing else closes the sheet.
+//   title: string; fileName: string; figure: string (right of the name: a count or a percent);
+//   fraction: real, 0 to 1; details: string and timeLeft: string (the line below the bar, left and
+//   right); buttonText: string; buttonEnabled: bool; signal cancelled()
+// Items are "<objectName>.file", ".figure", ".bar", ".details", ".timeLeft" and ".cancel".
+import QtQuick
+import Corvane.Kit
+
+Sheet {
+    id: control
+
+    property string fileName
+    property string figure
+    property real fraction: 0
+    property string details
+    property string timeLeft
+    property string buttonText: qsTr("Cancel")
+    property bool buttonEnabled: true
+
+    signal cancelled()
+
+    sheetWidth: Theme.compactSheetWidth
+    initialFocus: cancel
+    onAboutToShow: bar.restart()
+    onEscaped: {
+        if (cancel.enabled) {
+            cancelled();
+        }
+    }
+
+    foot: Button {
+        id: cancel
+
+        objectName: control.objectName + ".cancel"
+        large: true
+        width: Math.max(implicitWidth, Theme.cancelWidth)
+        enabled: control.buttonEnabled
+        text: control.buttonText
+        onClicked: control.cancelled()
+    }
+
+    Item {
+        width: control.availableWidth
+        implicitHeight: column.implicitHeight + 2 * Theme.s16
+
+        Column {
+            id: column
+
+            x: Theme.sheetPadding
+            y: Theme.s16
+            width: parent.width - 2 * x
+            spacing: Theme.s8
+
+            Item {
+                width: parent.width
+                height: file.implicitHeight
+
+                Label {
+                    id: file
+
+                    objectName: control.objectName + ".file"
+                    anchors.left: parent.left
+                    anchors.right: figure.left
+                    anchors.rightMargin: Theme.s16
+                    text: control.fileName
+                    elide: Text.ElideMiddle
+                    HelpText.text: truncated ? text : ""
+                }
+                FigureLabel {
+                    id: figure
+
+                    objectName: control.objectName + ".figure"
+                    anchors.right: parent.right
+                    text: control.figure
+                    muted: true
+                }
+            }
+
+            ProgressBar {
+                id: bar
+
+                objectName: control.objectName + ".bar"
+                width: parent.width
+                value: control.fraction
+                name: control.title
+            }
+
+            Item {
+                width: parent.width
+                height: details.implicitHeight
+
+                FigureLabel {
+                    id: details
+
+                    objectName: control.objectName + ".details"
+                    text: control.details
+                    type: Theme.list
+                    muted: true
+                }
+                FigureLabel {
+                    objectName: control.objectName + ".timeLeft"
+                    anchors.right: parent.right
+                    text: control.timeLeft
+                    type: Theme.list
+                    muted: true
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,7 @@
+#include "platform/FilePanels.h"
+
+namespace corvane {
+
+FilePanels::~FilePanels() = default;
+
+} // namespace corvane

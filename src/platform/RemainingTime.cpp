@@ -1,0 +1,46 @@
+#include "platform/RemainingTime.h"
+
+#include <cmath>
+
+namespace corvane {
+
+namespace {
+
+constexpr std::chrono::seconds kFirstGuess{3};
+constexpr double kLeastFraction = 0.01;
+constexpr qint64 kMinute = 60;
+constexpr qint64 kHour = 60 * kMinute;
+
+qint64 roundedUp(qint64 value, qint64 step) {
+    return (value + step - 1) / step * step;
+}
+
+} // namespace
+
+std::optional<std::chrono::seconds> RemainingTime::estimate(double fraction,
+                                                            std::chrono::milliseconds now) const {
+    const std::chrono::milliseconds elapsed = now - m_start;
+    if (elapsed < kFirstGuess || !(fraction >= kLeastFraction) || fraction >= 1) {
+        return {};
+    }
+    const double left = static_cast<double>(elapsed.count()) / 1000 * (1 - fraction) / fraction;
+    return std::chrono::seconds(std::llround(std::ceil(left)));
+}
+
+QString RemainingTime::text(double fraction, std::chrono::milliseconds now) const {
+    const std::optional<std::chrono::seconds> left = estimate(fraction, now);
+    if (!left) {
+        return {};
+    }
+    const qint64 seconds = left->count();
+    if (seconds < kMinute) { // in steps, so that the text stands still for a while
+        return QStringLiteral("About %1 s left").arg(roundedUp(seconds, 5));
+    }
+    const qint64 minutes = roundedUp(seconds, kMinute) / kMinute;
+    if (seconds < kHour) {
+        return QStringLiteral("About %1 min left").arg(minutes);
+    }
+    return QStringLiteral("About %1 h %2 min left").arg(minutes / 60).arg(minutes % 60);
+}
+
+} // namespace corvane

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "review/ReviewScreenState.h"
+
+#include <QtQml/qqml.h>
+
+/// The names under which the screens know the types that they are bound to. None is made by a
+/// screen: they come with the review screen's state.
+namespace corvane::reviewTypes {
+
+struct ReviewScreenStateType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ReviewScreenState)
+    QML_NAMED_ELEMENT(ReviewScreenState)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct FilterBarType {
+    Q_GADGET
+    QML_FOREIGN(corvane::FilterBar)
+    QML_NAMED_ELEMENT(FilterBar)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct ReviewListModelType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ReviewListModel)
+    QML_NAMED_ELEMENT(ReviewListModel)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct SubclipListModelType {
+    Q_GADGET
+    QML_FOREIGN(corvane::SubclipListModel)
+    QML_NAMED_ELEMENT(SubclipListModel)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct FilmstripLoaderType {
+    Q_GADGET
+    QML_FOREIGN(corvane::FilmstripLoader)
+    QML_NAMED_ELEMENT(FilmstripLoader)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct ClipInspectorType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ClipInspector)
+    QML_NAMED_ELEMENT(ClipInspector)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+} // namespace corvane::reviewTypes
