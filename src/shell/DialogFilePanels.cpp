@@ -16,26 +16,26 @@ FilePanels::ChosenFiles one(FilePanels::Chosen chosen) {
 } // namespace
 
 void DialogFilePanels::openProjectFile(Chosen chosen) {
-    ask(Kind::openFile, {.message = QStringLiteral("Open Project"), .choosesProjectFile = true},
+    ask(Kind::OpenFile, {.message = QStringLiteral("Open Project"), .choosesProjectFile = true},
         QStringLiteral("Open"), one(std::move(chosen)));
 }
 
 void DialogFilePanels::save(const SavePanel &panel, Chosen chosen) {
-    ask(Kind::saveFile, panel, QStringLiteral("Save"), one(std::move(chosen)));
+    ask(Kind::SaveFile, panel, QStringLiteral("Save"), one(std::move(chosen)));
 }
 
 void DialogFilePanels::chooseFolder(const ChoosePanel &panel, Chosen chosen) {
     if (!m_chosen && !panel.startFolder.isEmpty()) {
         m_folder = panel.startFolder;
     }
-    ask(Kind::openFolder, {.message = panel.message}, panel.acceptLabel, one(std::move(chosen)));
+    ask(Kind::OpenFolder, {.message = panel.message}, panel.acceptLabel, one(std::move(chosen)));
 }
 
 void DialogFilePanels::chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) {
     if (!m_chosen && !panel.startFolder.isEmpty()) {
         m_folder = panel.startFolder;
     }
-    ask(Kind::openFiles, {.message = panel.message}, panel.acceptLabel, std::move(chosen));
+    ask(Kind::OpenFiles, {.message = panel.message}, panel.acceptLabel, std::move(chosen));
 }
 
 void DialogFilePanels::ask(Kind kind, SavePanel panel, const QString &acceptLabel,
@@ -59,7 +59,7 @@ QUrl DialogFilePanels::folder() const {
 }
 
 QUrl DialogFilePanels::proposedFile() const {
-    return m_kind == Kind::saveFile
+    return m_kind == Kind::SaveFile
                ? QUrl::fromLocalFile(paths::joined(folder().toLocalFile(), m_panel.proposedName))
                : QUrl();
 }
@@ -70,7 +70,7 @@ QStringList DialogFilePanels::nameFilters() const {
 }
 
 QString DialogFilePanels::defaultSuffix() const {
-    return m_kind == Kind::saveFile && m_panel.choosesProjectFile ? QStringLiteral("corvane")
+    return m_kind == Kind::SaveFile && m_panel.choosesProjectFile ? QStringLiteral("corvane")
                                                                   : QString();
 }
 
@@ -83,7 +83,7 @@ void DialogFilePanels::accept(const QList<QUrl> &urls) {
         }
     }
     if (chosen && !paths.isEmpty()) {
-        m_folder = m_kind == Kind::openFolder ? paths.first() : paths::parentFolder(paths.first());
+        m_folder = m_kind == Kind::OpenFolder ? paths.first() : paths::parentFolder(paths.first());
         chosen(paths);
     }
 }

@@ -21,7 +21,7 @@ class DialogFilePanels : public QObject, public FilePanels {
     Q_PROPERTY(QString defaultSuffix READ defaultSuffix NOTIFY asked)
 
   public:
-    enum class Kind { openFile, openFiles, saveFile, openFolder };
+    enum class Kind { OpenFile, OpenFiles, SaveFile, OpenFolder };
     Q_ENUM(Kind)
 
     using QObject::QObject;
@@ -53,7 +53,7 @@ class DialogFilePanels : public QObject, public FilePanels {
   private:
     void ask(Kind kind, SavePanel panel, const QString &acceptLabel, ChosenFiles chosen);
 
-    Kind m_kind = Kind::openFile;
+    Kind m_kind = Kind::OpenFile;
     SavePanel m_panel;
     QString m_acceptLabel;
     ChosenFiles m_chosen; ///< while a panel is up

@@ -135,7 +135,7 @@ TEST(DialogFilePanels, OneDialogIsUpAtATimeAndOnlyAFileOfThisMachineIsAnAnswer) 
                     QUrl::fromLocalFile(QStringLiteral("/card/b.mov"))});
     EXPECT_EQ(chosen, QStringList({QStringLiteral("/card/a.mov"), QStringLiteral("/card/b.mov")}));
     dialogs.chooseFolder({.message = QStringLiteral("To?")}, note);
-    EXPECT_EQ(dialogs.kind(), DialogFilePanels::Kind::openFolder);
+    EXPECT_EQ(dialogs.kind(), DialogFilePanels::Kind::OpenFolder);
     EXPECT_EQ(dialogs.folder().toLocalFile(), QStringLiteral("/card"));
 }
 

@@ -13,7 +13,7 @@ Item {
 
         function onAsked() {
             loader.source = ""; // nothing of the last question stays
-            loader.setSource(root.panels.kind === DialogFilePanels.openFolder
+            loader.setSource(root.panels.kind === DialogFilePanels.OpenFolder
                              ? "FolderPanelDialog.qml" : "PanelDialog.qml",
                              { panels: root.panels });
         }

@@ -12,8 +12,8 @@ FileDialog {
     objectName: "fileDialog"
     title: panels.title
     acceptLabel: panels.acceptLabel
-    fileMode: panels.kind === DialogFilePanels.saveFile ? FileDialog.SaveFile
-              : panels.kind === DialogFilePanels.openFiles ? FileDialog.OpenFiles
+    fileMode: panels.kind === DialogFilePanels.SaveFile ? FileDialog.SaveFile
+              : panels.kind === DialogFilePanels.OpenFiles ? FileDialog.OpenFiles
               : FileDialog.OpenFile
     nameFilters: panels.nameFilters
     defaultSuffix: panels.defaultSuffix
@@ -21,7 +21,7 @@ FileDialog {
     onAccepted: panels.accept(selectedFiles)
     onRejected: panels.reject()
     Component.onCompleted: {
-        if (panels.kind === DialogFilePanels.saveFile) {
+        if (panels.kind === DialogFilePanels.SaveFile) {
             selectedFile = panels.proposedFile;
         }
         open();
