@@ -1,6 +1,6 @@
 // A menu over the screen. Up, Down, Return and Esc as usual; it closes on a click elsewhere.
 //   children: MenuItem, MenuDivider, PopUpMenu (a submenu); name: string, what a reader of the screen
-//   says; openBelow(item) opens it under a control and gives that control the focus back when it
+//   says; openBelow(item) opens it under a control and gives the focus back to who had it when it
 //   closes; openBelow(item, true) aligns the right edges
 import QtQuick
 import QtQuick.Templates as T
@@ -12,7 +12,7 @@ T.Menu {
     property Item opener: null
 
     function openBelow(item: Item, fromRight: bool) {
-        opener = item;
+        opener = item.Window.activeFocusItem ?? item;
         popup(item, fromRight ? item.width - width : 0, item.height + Theme.s4, null);
     }
 

@@ -219,6 +219,29 @@ QtObject {
     readonly property int sidePaneMinWidth: 160
     readonly property int sidePaneMaxWidth: 380
 
+    readonly property int sidePaneTight: 250
+    readonly property int sidePaneNarrow: 200
+    readonly property int narrowThumbWidth: 48
+    readonly property int narrowThumbHeight: 27
+    readonly property int rowPadding: 4
+    readonly property int detailsHeight: 14
+    readonly property int marksHeight: 15
+    readonly property int ratingPlace: 27
+    readonly property int ratingPlaceTight: 26
+    readonly property int heartPlace: 16
+    readonly property int badgePlace: 17
+    readonly property int badgePlaceTight: 16
+    readonly property int cardTop: 8
+    readonly property int cardBottom: 10
+    readonly property real cardShape: 16 / 9
+    readonly property int stemX: 14
+    readonly property int stemWidth: 2
+    readonly property int tickSize: 16
+    readonly property int tickInset: 3
+    readonly property int noMatchesTop: 96
+    readonly property int searchWidth: 276
+    readonly property int infoButtonSize: 26
+
     // The player and what lies under it.
     readonly property int mainPaneMinWidth: 720
 

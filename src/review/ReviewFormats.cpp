@@ -18,6 +18,25 @@ std::optional<qint64> wholeUnits(double seconds, double unitsPerSecond) {
     return qint64(std::floor(std::min(seconds * unitsPerSecond, kMostUnits)));
 }
 
+/// What a clip and a subclip have alike.
+QStringList marksInWords(int rating, bool favorite, bool selectedForExport) {
+    QStringList words;
+    if (rating > 0) {
+        words.append(counted(rating, QStringLiteral("star")));
+    }
+    if (favorite) {
+        words.append(QStringLiteral("favorite"));
+    }
+    if (selectedForExport) {
+        words.append(QStringLiteral("selected for export"));
+    }
+    return words;
+}
+
+QString inOneLine(const QStringList &words) {
+    return words.join(QStringLiteral(", "));
+}
+
 QString twoDigits(qint64 number) {
     return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
 }
@@ -73,6 +92,35 @@ QString rating(int rating) {
 
 QString subclipCount(qsizetype count) {
     return count > 0 ? counted(count, QStringLiteral("subclip")) : QString();
+}
+
+QString details(const VideoRecord &video) {
+    const QString count = subclipCount(video.subclips.size());
+    return duration(video.durationSeconds) +
+           (count.isEmpty() ? QString() : QStringLiteral(" · ") + count);
+}
+
+QString description(const VideoRecord &video) {
+    QStringList words{duration(video.durationSeconds)};
+    if (!video.subclips.isEmpty()) {
+        words.append(subclipCount(video.subclips.size()));
+    }
+    words += marksInWords(video.rating, video.favorite, video.selectedForExport);
+    if (video.reviewed) {
+        words.append(QStringLiteral("reviewed"));
+    }
+    if (video.rejected) {
+        words.append(QStringLiteral("rejected"));
+    }
+    if (video.hdPath) {
+        words.append(QStringLiteral("HD"));
+    }
+    return inOneLine(words);
+}
+
+QString description(const Subclip &subclip) {
+    return inOneLine(QStringList{subclipRange(subclip)} +
+                     marksInWords(subclip.rating, subclip.favorite, subclip.selectedForExport));
 }
 
 QString countInParentheses(qsizetype count) {

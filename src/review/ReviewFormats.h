@@ -22,6 +22,12 @@ QString displayName(const Subclip &subclip);
 QString rating(int rating);
 /// "2 subclips"; empty for none.
 QString subclipCount(qsizetype count);
+/// "1:05 · 2 subclips": the duration, and the subclips' count where there are some.
+QString details(const VideoRecord &video);
+/// What a row shows by its marks, in words, for a reader of the screen: "1:05, 2 subclips, 4 stars,
+/// favorite, selected for export, reviewed, rejected, HD".
+QString description(const VideoRecord &video);
+QString description(const Subclip &subclip);
 /// "(2)", after a heading.
 QString countInParentheses(qsizetype count);
 

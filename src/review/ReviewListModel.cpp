@@ -42,8 +42,12 @@ void ReviewListModel::setProject(const Project *project) {
 
 void ReviewListModel::setState(const ReviewState &state) {
     if (m_state != state) {
+        const bool wasInOrderOfSort = isInOrderOfSort();
         m_state = state;
         relist();
+        if (wasInOrderOfSort != isInOrderOfSort()) {
+            notifyRows({IsInlineRole}); // of the subclips that are listed as before
+        }
     }
 }
 
@@ -186,6 +190,15 @@ QList<SidebarRowId> ReviewListModel::orderedRowIds() const {
         ids.append(rowId(row));
     }
     return ids;
+}
+
+int ReviewListModel::clipRowFrom(int row) const {
+    for (int next = std::max(row, 0); next < rowCount(); ++next) {
+        if (!m_index.place(keyAt(next)).isSubclip()) {
+            return next;
+        }
+    }
+    return row;
 }
 
 ReviewTargets ReviewListModel::bulkTargets() const {

@@ -46,6 +46,8 @@ class ReviewListModel : public KeyedListModel {
         ReviewedRole,
         RejectedRole,
         SubclipCountRole, ///< text; empty for a clip without, and for a subclip
+        DetailsRole,      ///< the time, and the subclips' count where there is one
+        DescriptionRole,  ///< all that the row's marks show, in words
         HasHdRole,
         ThumbnailRole,         ///< a path, or empty
         FallbackThumbnailRole, ///< a subclip's clip's; empty for a clip
@@ -70,6 +72,8 @@ class ReviewListModel : public KeyedListModel {
     SidebarRowId rowId(qsizetype row) const;
     /// All of them, in the order of display.
     QList<SidebarRowId> orderedRowIds() const;
+    /// The first row from this one on that is a clip's; the row itself where none is.
+    Q_INVOKABLE int clipRowFrom(int row) const;
     /// The rows that are shown, inline subclips left out.
     ReviewTargets bulkTargets() const;
     /// The clip as it is now, or null.

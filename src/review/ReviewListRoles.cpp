@@ -48,6 +48,10 @@ QVariant ReviewListModel::clipData(const VideoRecord &video, int role) const {
         return video.rejected;
     case SubclipCountRole:
         return ReviewFormats::subclipCount(video.subclips.size());
+    case DetailsRole:
+        return ReviewFormats::details(video);
+    case DescriptionRole:
+        return ReviewFormats::description(video);
     case HasHdRole:
         return video.hdPath.has_value();
     case ThumbnailRole:
@@ -78,7 +82,10 @@ QVariant ReviewListModel::subclipData(const Subclip &subclip, const VideoRecord 
     case Qt::DisplayRole:
         return ReviewFormats::displayName(subclip);
     case TimeRole:
+    case DetailsRole:
         return ReviewFormats::subclipRange(subclip);
+    case DescriptionRole:
+        return ReviewFormats::description(subclip);
     case RatingRole:
         return ReviewFormats::rating(subclip.rating);
     case FavoriteRole:
@@ -123,6 +130,8 @@ QHash<int, QByteArray> ReviewListModel::roleNames() const {
             {ReviewedRole, "reviewed"},
             {RejectedRole, "rejected"},
             {SubclipCountRole, "subclipCount"},
+            {DetailsRole, "details"},
+            {DescriptionRole, "description"},
             {HasHdRole, "hasHd"},
             {ThumbnailRole, "thumbnail"},
             {FallbackThumbnailRole, "fallbackThumbnail"},

@@ -143,6 +143,36 @@ TEST(ReviewListModel, OneEditTellsOfOneRow) {
     EXPECT_EQ(view.rows, view.shown());
 }
 
+TEST(ReviewListModel, TellsWhatRowsShowInWordsAndWhereASubclipLiesNow) {
+    Project project = test::sampleProject(2, 1);
+    VideoRecord &video = project.videos[0].edit();
+    video.durationSeconds = 65;
+    video.rating = 1;
+    video.favorite = video.selectedForExport = video.reviewed = video.rejected = true;
+    video.hdPath = QStringLiteral("/hd.mov");
+    ReviewListModel model;
+    model.setState({.includeRejects = true});
+    model.setProject(&project);
+    const auto told = [&](int row, int role) {
+        return model.data(model.index(row), role).toString();
+    };
+    EXPECT_EQ(told(0, ReviewListModel::DetailsRole), QStringLiteral("1:05 · 1 subclip"));
+    EXPECT_EQ(told(0, ReviewListModel::DescriptionRole),
+              QStringLiteral("1:05, 1 subclip, 1 star, favorite, selected for export, reviewed, "
+                             "rejected, HD"));
+    EXPECT_EQ(told(1, ReviewListModel::DescriptionRole), told(1, ReviewListModel::TimeRole));
+    EXPECT_EQ(model.clipRowFrom(1), 2);
+    EXPECT_EQ(model.clipRowFrom(3), 3) << "only a subclip is left";
+
+    int toldInline = 0;
+    QObject::connect(&model, &QAbstractItemModel::dataChanged,
+                     [&](const auto &, const auto &, const QList<int> &roles) {
+                         toldInline += roles.contains(ReviewListModel::IsInlineRole);
+                     });
+    model.setState({.subclipsView = true, .includeRejects = true});
+    EXPECT_EQ(toldInline, 1) << "its subclips stay in the list and stand alone now";
+}
+
 TEST(ReviewListModel, KeepsTheIdentityOfRowsThroughFilterAndSort) {
     Project project = test::sampleProject(30);
     for (int index = 0; index < 30; ++index) {

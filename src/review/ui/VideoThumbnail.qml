@@ -1,16 +1,18 @@
 // A clip's or subclip's picture, or a panel with a glyph while there is none. The picture is read off
 // the main thread and dropped with the item.
 //   primaryURL: string (a path; empty for none), fallbackURL: string (shown where no file stands at the
-//   primary one)
+//   primary one), glyphSize: int; isLoaded: bool, read-only
 import QtQuick
 import Corvane.Kit
+import Corvane.Review
 
 Item {
     id: control
 
     property string primaryURL
     property string fallbackURL
-    readonly property bool isLoaded: false
+    property int glyphSize: Theme.icon
+    readonly property alias isLoaded: still.isLoaded
 
     implicitWidth: Theme.clipThumbWidth
     implicitHeight: Theme.clipThumbHeight
@@ -25,7 +27,17 @@ Item {
         Icon {
             anchors.centerIn: parent
             symbol: "film"
-            color: Theme.edge
+            size: control.glyphSize
+            color: Theme.t3
         }
+    }
+
+    StillImage {
+        id: still
+
+        anchors.fill: parent
+        path: control.primaryURL
+        fallbackPath: control.fallbackURL
+        radius: Theme.thumbnailRadius
     }
 }

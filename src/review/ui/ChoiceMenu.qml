@@ -1,0 +1,44 @@
+// A menu of choices of which one holds.
+//   items: list of maps with "title", "isCurrent" and maybe "isDivider", of one length and kind while
+//   the menu lives; signal chosen(int item)
+import QtQuick
+import Corvane.Kit
+
+PopUpMenu {
+    id: menu
+
+    required property var items
+
+    signal chosen(int item)
+
+    Component.onCompleted: items.forEach((item, index) => {
+        addItem(item.isDivider ? divider.createObject(contentItem)
+                               : choice.createObject(contentItem, { index: index, objectName: objectName + "." + index }));
+    })
+
+    Component {
+        id: divider
+
+        MenuDivider {}
+    }
+
+    Component {
+        id: choice
+
+        MenuItem {
+            required property int index
+
+            function showCurrent() {
+                checked = Qt.binding(() => menu.items[index].isCurrent);
+            }
+
+            text: menu.items[index].title
+            checkable: true
+            Component.onCompleted: showCurrent()
+            onTriggered: {
+                menu.chosen(index);
+                showCurrent(); // a checkable item has just toggled itself
+            }
+        }
+    }
+}

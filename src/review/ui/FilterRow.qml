@@ -1,0 +1,179 @@
+// The filter row above the list: chips on the first line; search, order, count and what is done to all
+// that is listed on the second.
+//   review: the screen's state; signal focusLeft(): Esc in the search field gives the focus back
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+Rectangle {
+    id: root
+
+    required property ReviewScreenState review
+    readonly property FilterBar bar: review.filterBar
+
+    signal focusLeft()
+
+    implicitHeight: Theme.filterRowHeight
+    color: Theme.b2
+    Accessible.role: Accessible.ToolBar
+    Accessible.name: qsTr("Filters")
+
+    Row {
+        id: chips
+
+        x: Theme.regionPadding
+        y: Theme.s8
+        spacing: Theme.chipGap
+
+        Repeater {
+            model: root.bar.chips.length
+
+            Chip {
+                required property int index
+                readonly property var chip: root.bar.chips[index]
+
+                function showActive() {
+                    checked = Qt.binding(() => chip.isActive);
+                }
+
+                objectName: "filter." + chip.title
+                focusPolicy: Qt.TabFocus
+                text: chip.title
+                Component.onCompleted: showActive()
+                onClicked: {
+                    root.bar.click(chip.chip);
+                    showActive(); // a chip has just toggled itself
+                }
+            }
+        }
+
+        Chip {
+            objectName: "filter.rating"
+            focusPolicy: Qt.TabFocus
+            text: root.bar.ratingLabel
+            checked: root.bar.ratingIsActive
+            menu: ChoiceMenu {
+                objectName: "filter.rating.menu"
+                name: qsTr("Rating")
+                items: root.bar.ratingItems
+                onChosen: item => root.bar.chooseRating(item)
+            }
+        }
+    }
+
+    Item {
+        anchors.top: chips.bottom
+        anchors.topMargin: Theme.s6
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: Theme.regionPadding
+        anchors.rightMargin: Theme.regionPadding
+        height: Theme.controlHeight
+
+        TextField {
+            id: search
+
+            objectName: "filter.search"
+            width: Theme.searchWidth
+            rightPadding: root.bar.canClearSearch ? clear.width + 2 * Theme.s2 : Theme.s8
+            symbol: "search"
+            placeholderText: qsTr("Search filenames, notes, labels, tags")
+            takesEscape: true
+            text: root.bar.searchQuery
+            onTextEdited: root.bar.searchQuery = text
+            onEscaped: root.focusLeft()
+        }
+
+        Button {
+            id: clear
+
+            objectName: "filter.clearSearch"
+            anchors.right: search.right
+            anchors.rightMargin: Theme.s2
+            anchors.verticalCenter: search.verticalCenter
+            visible: root.bar.canClearSearch
+            small: true
+            focusPolicy: Qt.TabFocus
+            symbol: "xmark.circle.fill"
+            iconSize: Theme.iconButton
+            helpText: qsTr("Clear search")
+            onClicked: {
+                if (activeFocus) {
+                    search.forceActiveFocus(Qt.TabFocusReason);
+                }
+                root.bar.searchQuery = "";
+            }
+        }
+
+        Button {
+            id: sort
+
+            objectName: "filter.sort"
+            anchors.left: search.right
+            anchors.leftMargin: Theme.s12
+            focusPolicy: Qt.TabFocus
+            type: Theme.listName
+            text: root.bar.sortLabel
+            trailingSymbol: "chevron.down"
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: sortMenu.openBelow(sort)
+            Keys.onDownPressed: Buttons.click(sort)
+
+            ChoiceMenu {
+                id: sortMenu
+
+                objectName: "filter.sort.menu"
+                name: qsTr("Sort")
+                items: root.bar.sortItems
+                onChosen: item => root.bar.chooseSort(item)
+            }
+        }
+
+        Label {
+            objectName: "filter.count"
+            anchors.left: sort.right
+            anchors.leftMargin: Theme.s12
+            anchors.right: bulk.left
+            anchors.rightMargin: Theme.s12
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.bar.countLabel
+            type: Theme.list
+            muted: true
+        }
+
+        Row {
+            id: bulk
+
+            anchors.right: parent.right
+            spacing: Theme.chipGap
+            visible: root.bar.hasBulkActions
+
+            Button {
+                objectName: "filter.addToSelects"
+                focusPolicy: Qt.TabFocus
+                type: Theme.listName
+                symbol: "plus"
+                text: qsTr("Add to Selects")
+                helpText: qsTr("Mark every visible item with the export S flag")
+                onClicked: root.review.addToSelects()
+            }
+
+            Button {
+                objectName: "filter.removeFromSelects"
+                focusPolicy: Qt.TabFocus
+                type: Theme.listName
+                symbol: "minus"
+                text: qsTr("Remove from Selects")
+                helpText: qsTr("Clear the export S flag on every visible item")
+                onClicked: root.review.removeFromSelects()
+            }
+        }
+    }
+
+    Divider {
+        anchors.bottom: parent.bottom
+        width: parent.width
+    }
+}

@@ -1,0 +1,148 @@
+// One row of the list, a clip or a subclip, in the form that it is given. The list recycles rows, so a
+// row holds nothing of its own.
+//   form: RowForm; signal pressed(): by a reader of the screen
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+ListRow {
+    id: row
+
+    required property int index
+    required property string rowId
+    required property bool isSubclip
+    required property bool isInline
+    required property string name
+    required property string time
+    required property string details
+    required property string description
+    required property string rating
+    required property bool favorite
+    required property bool selectedForExport
+    required property bool reviewed
+    required property bool rejected
+    required property bool hasHd
+    required property string subclipCount
+    required property string thumbnail
+    required property string fallbackThumbnail
+    required property bool isSelected
+    required property bool isMarked
+    property RowForm form
+    property bool pooled: false
+
+    signal pressed()
+
+    objectName: rowId
+    height: form.height
+    selected: isSelected || isMarked
+    current: isSelected && !isSubclip
+    ListView.onPooled: pooled = true
+    ListView.onReused: pooled = false
+
+    HelpText.text: nameText.truncated ? name : ""
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: description
+    Accessible.selectable: true
+    Accessible.selected: selected
+    Accessible.focusable: true
+    Accessible.focused: ListView.isCurrentItem && ListView.view.activeFocus
+    Accessible.onPressAction: pressed()
+
+    Rectangle {
+        x: Theme.stemX
+        width: Theme.stemWidth
+        height: parent.height
+        visible: row.form.hasStem
+        color: Theme.stem
+    }
+
+    VideoThumbnail {
+        objectName: "row.thumbnail"
+        x: row.form.inset
+        y: row.form.thumbY
+        width: row.form.thumbWidth
+        height: row.form.thumbHeight
+        opacity: row.rejected ? Theme.rejectedOpacity : 1
+        primaryURL: row.pooled ? "" : row.thumbnail
+        fallbackURL: row.pooled ? "" : row.fallbackThumbnail
+    }
+
+    Rectangle {
+        x: row.form.inset + Theme.tickInset
+        y: row.form.thumbY + Theme.tickInset
+        width: Theme.tickSize
+        height: Theme.tickSize
+        visible: row.isMarked
+        radius: width / 2
+        color: Theme.accent
+
+        Icon {
+            anchors.centerIn: parent
+            symbol: "checkmark"
+            size: Theme.iconMark
+            color: Theme.accentText
+        }
+    }
+
+    Label {
+        id: nameText
+
+        objectName: "row.name"
+        x: row.form.textX
+        y: row.form.textY
+        width: row.form.textWidth - (timeText.visible ? timeText.width + Theme.s8 : 0)
+        text: row.name
+        type: Theme.listName
+        color: row.current ? Theme.nameInPlayer : row.rejected ? Theme.t2 : Theme.t1
+        Accessible.ignored: true
+    }
+
+    Label {
+        objectName: "row.details"
+        x: row.form.textX
+        y: row.form.detailsY
+        width: row.form.textWidth
+        visible: !row.form.isCard
+        text: visible ? row.details : ""
+        type: row.form.detailsType
+        muted: true
+        Accessible.ignored: true
+    }
+
+    FigureLabel {
+        id: timeText
+
+        objectName: "row.time"
+        x: row.form.textX + row.form.textWidth - width
+        y: row.form.detailsY
+        visible: row.form.isCard
+        text: visible ? row.time : ""
+        type: row.form.detailsType
+        muted: true
+        Accessible.ignored: true
+    }
+
+    RowMarks {
+        x: row.form.textX
+        y: row.form.marksY
+        tight: row.form.tight
+        rating: row.rating
+        favorite: row.favorite
+        selectedForExport: row.selectedForExport
+        reviewed: row.reviewed
+        rejected: row.rejected
+        hasHd: row.hasHd
+    }
+
+    Label {
+        objectName: "row.subclipCount"
+        x: row.form.textX + row.form.textWidth - width
+        y: row.form.marksY
+        visible: row.form.isCard
+        text: visible ? row.subclipCount : ""
+        type: Theme.small
+        muted: true
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,81 @@
+// A row's marks in fixed places: rating, heart, S, R, X, HD. An absent one leaves its place empty.
+//   rating: string, empty for none; favorite, selectedForExport, reviewed, rejected, hasHd: bool;
+//   tight: bool
+// The row that holds them says in words what they show.
+import QtQuick
+import Corvane.Kit
+
+Item {
+    id: marks
+
+    property string rating
+    property bool favorite: false
+    property bool selectedForExport: false
+    property bool reviewed: false
+    property bool rejected: false
+    property bool hasHd: false
+    property bool tight: false
+    readonly property int heartX: tight ? Theme.ratingPlaceTight : Theme.ratingPlace
+    readonly property int badgeStep: tight ? Theme.badgePlaceTight : Theme.badgePlace
+    readonly property int badgeX: heartX + Theme.heartPlace
+
+    height: Theme.marksHeight
+    Accessible.ignored: true
+
+    Icon {
+        id: star
+
+        y: (marks.height - height) / 2
+        visible: marks.rating !== ""
+        symbol: "star.fill"
+        size: Theme.iconMark
+        color: Theme.star
+    }
+
+    Text {
+        x: star.width + Theme.hairline
+        y: (marks.height - height) / 2
+        visible: marks.rating !== ""
+        text: marks.rating
+        font: Theme.smallStrong.font
+        color: Theme.star
+        textFormat: Text.PlainText
+    }
+
+    Icon {
+        x: marks.heartX
+        y: (marks.height - height) / 2
+        visible: marks.favorite
+        symbol: "heart.fill"
+        size: Theme.iconMark
+        color: Theme.fav
+    }
+
+    Badge {
+        x: marks.badgeX
+        visible: marks.selectedForExport
+        text: "S"
+        Accessible.ignored: true
+    }
+
+    Badge {
+        x: marks.badgeX + marks.badgeStep
+        visible: marks.reviewed
+        text: "R"
+        Accessible.ignored: true
+    }
+
+    Badge {
+        x: marks.badgeX + 2 * marks.badgeStep
+        visible: marks.rejected
+        text: "X"
+        Accessible.ignored: true
+    }
+
+    Badge {
+        x: marks.badgeX + 3 * marks.badgeStep
+        visible: marks.hasHd
+        text: "HD"
+        Accessible.ignored: true
+    }
+}

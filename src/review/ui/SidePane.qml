@@ -1,0 +1,150 @@
+// The left half of the review screen: the list of clips, or what there is to know of the one that is
+// selected.
+//   review: the screen's state; inspectorSource: url of the view of one clip, with a property
+//   `inspector`
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+Rectangle {
+    id: pane
+
+    required property ReviewScreenState review
+    property url inspectorSource: Qt.resolvedUrl("InspectorView.qml")
+    // From the list, 0, to the inspector, 1.
+    property real swap: review.showsInspector ? 1 : 0
+
+    implicitWidth: Theme.sidePaneWidth
+    color: Theme.b1
+    Accessible.role: Accessible.Pane
+    Accessible.name: list.Accessible.name
+
+    Behavior on swap {
+        NumberAnimation { duration: Theme.swap; easing.type: Easing.InOutQuad }
+    }
+
+    Item {
+        id: top
+
+        width: parent.width
+        height: Theme.listTopHeight
+
+        Switch {
+            objectName: "sidePane.largeThumbnails"
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.regionPadding
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, info.x - x - Theme.s8)
+            visible: !pane.review.showsInspector
+            focusPolicy: Qt.TabFocus
+            text: qsTr("Large thumbnails")
+            helpText: qsTr("Switch to full-width thumbnail-on-top cards (default: compact rows).")
+            checked: pane.review.filterBar.useLargeThumbnails
+            onToggled: pane.review.filterBar.useLargeThumbnails = checked
+        }
+
+        Label {
+            objectName: "sidePane.title"
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.regionPadding
+            anchors.right: info.left
+            anchors.rightMargin: Theme.s8
+            anchors.verticalCenter: parent.verticalCenter
+            visible: pane.review.showsInspector
+            text: pane.review.inspector.title
+            type: Theme.listHead
+            HelpText.text: truncated ? text : ""
+        }
+
+        Button {
+            id: info
+
+            objectName: "sidePane.info"
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.s4
+            anchors.verticalCenter: parent.verticalCenter
+            width: Theme.infoButtonSize
+            height: Theme.infoButtonSize
+            focusPolicy: Qt.TabFocus
+            enabled: pane.review.hasSelectedVideo
+            symbol: pane.review.inspectorGlyph
+            iconSize: pane.review.showsInspector ? Theme.icon : Theme.iconButton
+            helpText: pane.review.inspectorHelp
+            onClicked: pane.review.toggleInspector()
+        }
+
+        Divider {
+            anchors.bottom: parent.bottom
+            width: parent.width
+        }
+    }
+
+    Item {
+        anchors.top: top.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width - edge.width
+        clip: true
+
+        ReviewList {
+            id: list
+
+            anchors.fill: parent
+            visible: pane.swap < 1
+            enabled: !pane.review.showsInspector
+            opacity: 1 - pane.swap
+            review: pane.review
+        }
+
+        Column {
+            y: Theme.noMatchesTop
+            x: Theme.s24
+            width: parent.width - 2 * x
+            spacing: Theme.s12
+            visible: pane.review.showsNoMatches && !pane.review.showsInspector
+
+            Label {
+                objectName: "sidePane.noMatches"
+                width: parent.width
+                text: qsTr("No clips match the current filters")
+                muted: true
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+            }
+
+            Button {
+                objectName: "sidePane.clearFilters"
+                anchors.horizontalCenter: parent.horizontalCenter
+                focusPolicy: Qt.TabFocus
+                text: qsTr("Clear filters")
+                onClicked: {
+                    const hadFocus = activeFocus;
+                    pane.review.filterBar.clearFilters();
+                    if (hadFocus) {
+                        list.forceActiveFocus(Qt.TabFocusReason);
+                    }
+                }
+            }
+        }
+
+        Loader {
+            id: inspectorLoader
+
+            readonly property bool isWanted: pane.swap > 0 || pane.review.showsInspector
+
+            anchors.fill: parent
+            opacity: pane.swap
+            enabled: pane.review.showsInspector
+            onIsWantedChanged: isWanted ? setSource(pane.inspectorSource, { inspector: pane.review.inspector })
+                                        : setSource("")
+            Component.onCompleted: isWantedChanged()
+        }
+    }
+
+    Divider {
+        id: edge
+
+        anchors.right: parent.right
+        height: parent.height
+        vertical: true
+    }
+}

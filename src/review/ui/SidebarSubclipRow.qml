@@ -1,0 +1,18 @@
+// The form of a subclip's row: below its clip, or in a list of its own.
+//   style: SidebarSubclipRow.InlineUnderParent | SidebarSubclipRow.Flat
+import QtQuick
+import Corvane.Kit
+
+RowForm {
+    enum Style { InlineUnderParent, Flat }
+
+    property int style: SidebarSubclipRow.InlineUnderParent
+    readonly property bool flat: style === SidebarSubclipRow.Flat
+
+    hasStem: !flat
+    inset: flat ? Theme.clipRowInset : Theme.inlineRowInset
+    height: flat ? Theme.flatRowHeight : Theme.clipRowHeight
+    thumbWidth: narrow ? Theme.narrowThumbWidth : flat ? Theme.flatThumbWidth : Theme.clipThumbWidth
+    thumbHeight: narrow ? Theme.narrowThumbHeight : flat ? Theme.flatThumbHeight : Theme.clipThumbHeight
+    detailsType: tight ? Theme.micro : Theme.small
+}
