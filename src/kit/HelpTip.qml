@@ -55,9 +55,9 @@ Item {
 
             x: Theme.s8 + Theme.hairline
             y: Theme.s4
-            width: Math.min(implicitWidth, tip.width / 2)
+            width: Math.min(Math.ceil(implicitWidth), tip.width / 2)
             type: Theme.small
-            wrapMode: implicitWidth > tip.width / 2 ? Text.Wrap : Text.NoWrap
+            wrapMode: Text.Wrap
             Accessible.ignored: true
         }
     }

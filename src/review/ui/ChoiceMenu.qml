@@ -5,7 +5,7 @@ import QtQuick
 import Corvane.Kit
 
 PopUpMenu {
-    id: menu
+    id: choices
 
     required property var items
 
@@ -29,14 +29,14 @@ PopUpMenu {
             required property int index
 
             function showCurrent() {
-                checked = Qt.binding(() => menu.items[index].isCurrent);
+                checked = Qt.binding(() => choices.items[index].isCurrent);
             }
 
-            text: menu.items[index].title
+            text: choices.items[index].title
             checkable: true
             Component.onCompleted: showCurrent()
             onTriggered: {
-                menu.chosen(index);
+                choices.chosen(index);
                 showCurrent(); // a checkable item has just toggled itself
             }
         }

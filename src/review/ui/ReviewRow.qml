@@ -46,7 +46,7 @@ ListRow {
     Accessible.selectable: true
     Accessible.selected: selected
     Accessible.focusable: true
-    Accessible.focused: ListView.isCurrentItem && ListView.view.activeFocus
+    Accessible.focused: activeFocus
     Accessible.onPressAction: pressed()
 
     Rectangle {

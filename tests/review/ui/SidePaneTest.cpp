@@ -1,0 +1,267 @@
+#include "review/ReviewScreenFixture.h"
+#include "support/screens/Screen.h"
+
+#include <QAccessible>
+
+namespace corvane::test {
+namespace {
+
+/// The left half as the review screen holds it: the screen itself has the focus and keeps the keys
+/// that nothing in it takes.
+constexpr auto kScreen = R"(
+    import QtQuick
+    import Corvane.Kit
+    import Corvane.Review
+    FocusScope {
+        id: root
+        required property ReviewScreenState review
+        property int paneWidth: 300
+        property list<int> keys
+        property alias inspectorSource: pane.inspectorSource
+        objectName: "screen"
+        focus: true
+        Item {
+            objectName: "keys"
+            anchors.fill: parent
+            focus: true
+            Keys.onPressed: event => root.keys.push(event.key)
+            FilterRow {
+                id: filters
+                width: parent.width
+                review: root.review
+                onFocusLeft: parent.forceActiveFocus()
+            }
+            SidePane {
+                id: pane
+                objectName: "pane"
+                anchors.top: filters.bottom
+                anchors.bottom: parent.bottom
+                width: root.paneWidth
+                review: root.review
+            }
+        }
+        HelpTip { objectName: "tip" }
+    })";
+
+Project manyClips() {
+    Project project = sampleProject(300, 0);
+    VideoRecord &first = project.videos[0].edit();
+    first.fileName = QStringLiteral("clip-0\nlines ") + QString(300, QLatin1Char('n'));
+    first.rating = 4;
+    project.videos[1].edit().subclips = sampleProject(2, 2).videos[1]->subclips;
+    return project;
+}
+
+class SidePaneTest : public ReviewScreenTest {
+  protected:
+    SidePaneTest() : ReviewScreenTest(manyClips()) {}
+
+    QQuickItem *list() { return window.item(QStringLiteral("review.list")); }
+    QQuickItem *row(const char *id) { return window.item(QString::fromLatin1(id)); }
+    void clickOn(const char *id, Qt::KeyboardModifiers modifiers = {}) {
+        window.click(QString::fromLatin1(id), modifiers);
+    }
+    /// Whether the screen itself has the focus.
+    bool hasKeys() { return window.focused()->objectName() == QStringLiteral("keys"); }
+    int current() { return list()->property("currentIndex").toInt(); }
+    double top() { return list()->property("contentY").toDouble(); }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { window.key(key, modifiers); }
+    void focusList() {
+        list()->forceActiveFocus(Qt::TabFocusReason);
+        QCoreApplication::processEvents();
+    }
+    QQuickItem *partOf(const char *row, const char *part) {
+        auto *item = this->row(row);
+        return item ? item->findChild<QQuickItem *>(QString::fromLatin1(part)) : nullptr;
+    }
+    /// A view of one clip that stands in for the screen's own.
+    void giveInspector() {
+        const QString file = folder.write(QStringLiteral("Stub.qml"), R"(
+            import QtQuick
+            Item { objectName: "inspector"; required property var inspector })");
+        window.root()->setProperty("inspectorSource", QUrl::fromLocalFile(file));
+    }
+
+    Screen window{kScreen, {1280, 800}, {{QStringLiteral("review"), QVariant::fromValue(&screen)}}};
+};
+
+} // namespace
+
+TEST_F(SidePaneTest, ClicksSelectMarkAndMarkRangesAndLeaveTheFocusWhereItIs) {
+    clickOn("clip-clip-0");
+    EXPECT_EQ(screen.selectedVideoId(), QStringLiteral("clip-0"));
+    EXPECT_TRUE(row("clip-clip-0")->property("current").toBool());
+    clickOn("clip-clip-1", Qt::ControlModifier);
+    clickOn("clip-clip-2", Qt::ShiftModifier);
+    EXPECT_EQ(marked(), (QStringList{QStringLiteral("clip-1"), QStringLiteral("clip-1-sub-0"),
+                                     QStringLiteral("clip-1-sub-1"), QStringLiteral("clip-2")}));
+    EXPECT_TRUE(row("sub-clip-1-sub-0")->property("selected").toBool());
+    EXPECT_EQ(screen.selectedVideoId(), QStringLiteral("clip-0"));
+    clickOn("clip-clip-3");
+    EXPECT_EQ(marked(), QStringList());
+    EXPECT_TRUE(hasKeys());
+    key(Qt::Key_Space);
+    EXPECT_EQ(window.root()->property("keys").toList().size(), 1) << "the screen's own key";
+}
+
+TEST_F(SidePaneTest, TheKeyboardReachesEveryRowOnceTheListHasTheFocus) {
+    key(Qt::Key_Down);
+    EXPECT_EQ(current(), 0) << "without the focus it takes no key";
+    focusList();
+    EXPECT_TRUE(window.shows(QStringLiteral("review.list.ring")));
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    player.becomeReady();
+    EXPECT_TRUE(window.waitFor([&] { return screen.activeSubclipId().has_value(); }));
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_EQ(marked().size(), 2);
+    key(Qt::Key_End);
+    EXPECT_EQ(current(), 301);
+    EXPECT_TRUE(window.shows(QStringLiteral("clip-clip-299")));
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_TRUE(marked().contains(QStringLiteral("clip-299")));
+    key(Qt::Key_PageUp);
+    const int page = 301 - current();
+    EXPECT_GE(page, 5);
+    key(Qt::Key_PageUp);
+    EXPECT_GE(301 - current(), 2 * page - 2) << "a page on";
+    key(Qt::Key_PageDown);
+    key(Qt::Key_PageDown);
+    key(Qt::Key_PageDown);
+    EXPECT_EQ(current(), 301);
+    key(Qt::Key_Home);
+    EXPECT_EQ(current(), 0);
+    key(Qt::Key_5);
+    EXPECT_EQ(window.root()->property("keys").toList().last().toInt(), int(Qt::Key_5));
+}
+
+TEST_F(SidePaneTest, RowsSayWhatTheyShow) {
+    clickOn("clip-clip-0");
+    auto *item = row("clip-clip-0");
+    EXPECT_EQ(Screen::accessibleRole(item), QAccessible::ListItem);
+    EXPECT_EQ(Screen::accessibleName(item), clip(0).fileName);
+    const auto *face = QAccessible::queryAccessibleInterface(item);
+    EXPECT_TRUE(face->state().selected);
+    EXPECT_TRUE(face->text(QAccessible::Description).contains(QStringLiteral("4 stars")));
+    store.toggleFavorite(QStringLiteral("clip-0"));
+    EXPECT_TRUE(face->text(QAccessible::Description).contains(QStringLiteral("favorite")));
+}
+
+TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesNamesAlone) {
+    store.setRating(QStringLiteral("clip-0"), 5);
+    for (const bool large : {false, true}) {
+        screen.filterBar().setUseLargeThumbnails(large);
+        for (const int width : {160, 220, 380}) {
+            window.root()->setProperty("paneWidth", width);
+            window.picture(QStringLiteral("side-pane-%1-%2").arg(large).arg(width));
+            auto *name = partOf("clip-clip-0", "row.name");
+            ASSERT_TRUE(name);
+            EXPECT_TRUE(name->property("truncated").toBool());
+            EXPECT_EQ(name->property("lineCount").toInt(), 1);
+            EXPECT_LE(name->x() + name->width(), width);
+            auto *thumbnail = partOf("clip-clip-0", "row.thumbnail");
+            EXPECT_EQ(thumbnail->width(), large ? width - 1 - 24 : width == 160 ? 48 : 80);
+            EXPECT_EQ(row("clip-clip-0")->height(), large ? thumbnail->height() + 58 : 53);
+        }
+    }
+    window.hover(QStringLiteral("clip-clip-0"));
+    auto *tip = window.item(QStringLiteral("tip"));
+    EXPECT_TRUE(window.waitFor([&] { return tip->property("shownText") == clip(0).fileName; }));
+}
+
+TEST_F(SidePaneTest, TheFirstClipInViewStaysAtTheTopAndEditsScrollNothing) {
+    list()->setProperty("contentY", 2 * 53 + 30); // between the subclips of the second clip
+    window.picture();
+    clickOn("clip-clip-4");
+    store.setRating(QStringLiteral("clip-2"), 3);
+    store.toggleRejected(QStringLiteral("clip-5"));
+    window.picture();
+    EXPECT_EQ(top(), 2 * 53 + 30);
+    EXPECT_FALSE(window.shows(QStringLiteral("clip-clip-5")));
+
+    for (const bool large : {true, false}) {
+        screen.filterBar().setUseLargeThumbnails(large);
+        window.picture();
+        EXPECT_NEAR(row("clip-clip-2")->y(), top(), 3) << large;
+    }
+    screen.filterBar().setUseLargeThumbnails(true);
+    EXPECT_TRUE(window.property(QStringLiteral("sidePane.largeThumbnails"), "checked").toBool());
+    window.click(QStringLiteral("sidePane.largeThumbnails"));
+    EXPECT_FALSE(screen.filterBar().useLargeThumbnails());
+}
+
+TEST_F(SidePaneTest, SwapsTheListForTheInspectorAndBack) {
+    giveInspector();
+    const auto info = QStringLiteral("sidePane.info");
+    EXPECT_FALSE(window.property(info, "enabled").toBool());
+    clickOn("clip-clip-1");
+    window.click(info);
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows(QStringLiteral("review.list")); }));
+    EXPECT_EQ(window.item(QStringLiteral("inspector"))->property("inspector").value<QObject *>(),
+              &screen.inspector());
+    EXPECT_EQ(window.property(QStringLiteral("sidePane.title"), "text"), QStringLiteral("clip-1"));
+    EXPECT_EQ(Screen::accessibleName(window.item(info)), QStringLiteral("Back to clip list"));
+    window.click(info);
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows(QStringLiteral("inspector")); }));
+    EXPECT_TRUE(hasKeys());
+}
+
+TEST_F(SidePaneTest, TheFilterRowDrivesWhatIsListed) {
+    const auto click = [&](const char *name) { window.click(QString::fromLatin1(name)); };
+    const auto is = [&](const char *name, const char *property) {
+        return window.property(QString::fromLatin1(name), property);
+    };
+    const auto choose = [&](const char *menu, const char *item) {
+        click(menu);
+        window.picture(); // a menu finds its place with the next frame
+        click(item);
+        EXPECT_TRUE(window.waitFor([&] { return hasKeys(); })) << "no click takes the focus";
+    };
+    click("filter.Favorites");
+    choose("filter.rating", "filter.rating.menu.4");
+    EXPECT_EQ(is("filter.rating", "text"), QStringLiteral("3★+"));
+    EXPECT_TRUE(is("filter.rating", "checked").toBool());
+    EXPECT_EQ(is("filter.count", "text"), QStringLiteral("0 of 300 visible"));
+    EXPECT_FALSE(window.shows(QStringLiteral("filter.addToSelects")));
+    click("sidePane.clearFilters");
+    EXPECT_FALSE(is("filter.Favorites", "checked").toBool());
+    click("filter.All");
+    EXPECT_TRUE(is("filter.All", "checked").toBool()) << "a click doesn't switch it off";
+    choose("filter.sort", "filter.sort.menu.2");
+    EXPECT_EQ(is("filter.sort", "text"), QStringLiteral("Sort: Rating"));
+    EXPECT_TRUE(hasKeys());
+
+    click("filter.search");
+    window.type(QStringLiteral("CLIP-29 "));
+    EXPECT_EQ(screen.filterBar().searchQuery(), QStringLiteral("CLIP-29 "));
+    EXPECT_EQ(is("filter.count", "text"), QStringLiteral("11 of 300 visible"));
+    click("filter.addToSelects");
+    EXPECT_EQ(store.statusMessage(), QStringLiteral("Marked 11 clips for export"));
+    click("filter.removeFromSelects");
+    EXPECT_EQ(store.statusMessage(), QStringLiteral("Cleared 11 clips from selects"));
+    click("filter.clearSearch");
+    EXPECT_EQ(is("filter.search", "text"), QString());
+    EXPECT_EQ(window.focused()->objectName(), QStringLiteral("filter.search"));
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(hasKeys());
+}
+
+TEST_F(SidePaneTest, TabGoesThroughAllOfItInReadingOrder) {
+    clickOn("clip-clip-1");
+    screen.filterBar().setSearchQuery(QStringLiteral("clip"));
+    QStringList reached;
+    for (int steps = 0; steps < 16; ++steps) {
+        key(Qt::Key_Tab);
+        reached.append(window.focused()->objectName());
+    }
+    EXPECT_EQ(reached.join(QLatin1Char(' ')).toStdString(),
+              ("filter.All filter.Unreviewed filter.Favorites filter.Selected "
+               "filter.Subclips filter.Show rejects filter.rating filter.search "
+               "filter.clearSearch filter.sort filter.addToSelects "
+               "filter.removeFromSelects sidePane.largeThumbnails sidePane.info "
+               "clip-clip-1 filter.All"));
+}
+
+} // namespace corvane::test

@@ -1,0 +1,174 @@
+#include "review/ui/StillImage.h"
+
+#include "media/StillImage.h"
+#include "support/FaultyFileSystem.h"
+#include "support/screens/Screen.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <latch>
+
+namespace corvane::test {
+namespace {
+
+constexpr auto kThumbnails = R"(
+    import QtQuick
+    import Corvane.Review
+    Row {
+        id: row
+        property string first
+        property string second
+        property string fallback
+        property bool shown: true
+        spacing: 20
+        Loader {
+            active: row.shown
+            sourceComponent: VideoThumbnail {
+                objectName: "first"
+                primaryURL: row.first
+                fallbackURL: row.fallback
+            }
+        }
+        VideoThumbnail { objectName: "second"; primaryURL: row.second }
+    })";
+
+/// A picture of three upright stripes, the middle one of this colour, the others black.
+QByteArray stripes(QColor middle, int width = 640, int height = 180) {
+    media::StillImage image{.width = width, .height = height, .pixels = {}};
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const bool inMiddle = x >= width / 4 && x < width - width / 4;
+            const QColor colour = inMiddle ? middle : QColor(Qt::black);
+            image.pixels.append(char(colour.red()));
+            image.pixels.append(char(colour.green()));
+            image.pixels.append(char(colour.blue()));
+        }
+    }
+    return image.encodedJPEG(0.9);
+}
+
+/// The same file with other dimensions in its frame header.
+QByteArray claiming(QByteArray jpeg, quint16 side) {
+    const qsizetype frame = jpeg.indexOf("\xff\xc0");
+    for (const qsizetype place : {frame + 5, frame + 7}) {
+        jpeg[place] = char(side >> 8);
+        jpeg[place + 1] = char(side & 0xff);
+    }
+    return jpeg;
+}
+
+class StillImageTest : public testing::Test {
+  protected:
+    bool isLoaded(const char *name) {
+        return screen.property(QString::fromLatin1(name), "isLoaded").toBool();
+    }
+    void show(const char *property, const QString &path) {
+        screen.root()->setProperty(property, path);
+    }
+    /// Each is read after all that were asked for before it.
+    bool showsSecondAnew() {
+        show("second", {});
+        show("second", folder.at(QStringLiteral("good.jpg")));
+        return screen.waitFor([this] { return isLoaded("second"); });
+    }
+    static bool isLike(QColor colour, QColor wanted) {
+        return qAbs(colour.red() - wanted.red()) < 40 &&
+               qAbs(colour.green() - wanted.green()) < 40 &&
+               qAbs(colour.blue() - wanted.blue()) < 40;
+    }
+    bool firstIs(QColor wanted) { return isLike(screen.picture().pixelColor(40, 22), wanted); }
+
+    TestFolder folder;
+    QString good = folder.write(QStringLiteral("good.jpg"), stripes(Qt::red));
+    Screen screen{kThumbnails, {300, 60}};
+};
+
+} // namespace
+
+TEST_F(StillImageTest, CropsTheMiddleToItsSizeWithRoundCornersAndHoldsNoMoreThanThat) {
+    show("first", good);
+    ASSERT_TRUE(screen.waitFor([this] { return isLoaded("first"); }));
+    EXPECT_EQ(HeldStill::heldBytes(), 80 * 45 * 4);
+    const QImage picture = screen.picture();
+    EXPECT_TRUE(isLike(picture.pixelColor(3, 22), Qt::red)) << "what is wider is cut";
+    EXPECT_TRUE(isLike(picture.pixelColor(76, 22), Qt::red));
+    EXPECT_FALSE(isLike(picture.pixelColor(0, 0), Qt::red)) << "a corner is round";
+
+    screen.item(QStringLiteral("first"))->setSize({160, 45});
+    EXPECT_TRUE(screen.waitFor([] { return HeldStill::heldBytes() == 160 * 45 * 4; }));
+    EXPECT_TRUE(isLike(screen.picture().pixelColor(3, 22), Qt::black)) << "it is shown whole now";
+
+    show("first", {});
+    EXPECT_FALSE(isLoaded("first"));
+    EXPECT_EQ(HeldStill::heldBytes(), 0);
+}
+
+TEST_F(StillImageTest, ShowsThePanelForWhatIsNoPictureAndIsNeverHeldUpByIt) {
+    const QString fifo = folder.at(QStringLiteral("fifo.jpg"));
+    ASSERT_EQ(::mkfifo(qPrintable(fifo), 0600), 0);
+    const QByteArray whole = folder.read(QStringLiteral("good.jpg"));
+    const QStringList bad{
+        folder.at(QStringLiteral("missing.jpg")),
+        folder.folder(QStringLiteral("folder.jpg")),
+        fifo,
+        folder.link(QStringLiteral("link.jpg"), good),
+        folder.write(QStringLiteral("empty.jpg"), {}),
+        folder.write(QStringLiteral("text.jpg"), "no picture"),
+        folder.write(QStringLiteral("half.jpg"), whole.first(whole.size() / 2)),
+        folder.write(QStringLiteral("vast.jpg"), claiming(whole, 65000)),
+        folder.write(QStringLiteral("long.jpg"), whole + QByteArray(stills::kMostFileBytes, 'x')),
+        QStringLiteral("/dev/zero"),
+        QString::fromLatin1("/no\0path", 8),
+    };
+    for (const QString &path : bad) {
+        show("first", path);
+        ASSERT_TRUE(showsSecondAnew());
+        EXPECT_FALSE(isLoaded("first")) << path.toStdString();
+    }
+}
+
+TEST_F(StillImageTest, TakesTheFallbackWhereNoFileStandsAndLooksAnewWhenItIsMadeAgain) {
+    const QString own = folder.at(QStringLiteral("own.jpg"));
+    show("fallback", good);
+    show("first", own);
+    EXPECT_TRUE(screen.waitFor([this] { return firstIs(Qt::red); }));
+    folder.write(QStringLiteral("own.jpg"), stripes(Qt::green));
+    screen.root()->setProperty("shown", false);
+    screen.root()->setProperty("shown", true);
+    EXPECT_TRUE(screen.waitFor([this] { return firstIs(Qt::green); }));
+
+    folder.write(QStringLiteral("broken.jpg"), "no picture");
+    show("first", folder.at(QStringLiteral("broken.jpg")));
+    ASSERT_TRUE(showsSecondAnew());
+    EXPECT_FALSE(isLoaded("first")) << "a file stands there";
+}
+
+TEST_F(StillImageTest, DropsWhatItNoLongerWants) {
+    std::latch isReading(1);
+    std::latch mayGoOn(1);
+    const QString slow = folder.write(QStringLiteral("slow.jpg"), stripes(Qt::blue));
+    FaultyFileSystem files;
+    files.setObserver([&](const QString &operation, const QString &path) {
+        if (operation == QStringLiteral("openForReading") && path == slow) {
+            isReading.count_down();
+            mayGoOn.wait();
+        }
+    });
+    const FileSystemScope scope(files);
+    show("first", slow);
+    ASSERT_TRUE(screen.waitFor([&] { return isReading.try_wait(); }));
+    show("first", good);
+    mayGoOn.count_down();
+    ASSERT_TRUE(screen.waitFor([this] { return isLoaded("first"); }));
+    EXPECT_TRUE(firstIs(Qt::red)) << "the first picture that comes is the one that is wanted";
+
+    show("first", slow); // and gone before it is read
+    screen.root()->setProperty("shown", false);
+    ASSERT_TRUE(showsSecondAnew());
+    EXPECT_EQ(HeldStill::heldBytes(), 80 * 45 * 4) << "of the second alone";
+}
+
+} // namespace corvane::test
