@@ -140,21 +140,12 @@ ListView {
 
     delegate: ReviewRow {
         width: list.width
+        lit: list.hoveredRow === index
         form: isInline ? inlineSubclip : isSubclip ? flatSubclip : list.clipForm
         onPressed: list.review.clickRow(index, Qt.NoModifier)
     }
 
-    // One ground for the row under the pointer and one ring for the current row, whichever they are.
-    Rectangle {
-        readonly property Item row: list.hoveredRow >= 0 ? list.itemAtIndex(list.hoveredRow) : null
-
-        y: row ? row.y : 0
-        width: list.width
-        height: row ? row.height : 0
-        visible: row !== null
-        color: Theme.hover
-    }
-
+    // One ring for the current row, whichever it is.
     Item {
         readonly property int reach: Theme.ringGap + Theme.ringWidth
 

@@ -17,7 +17,7 @@ Rectangle {
     implicitWidth: Theme.sidePaneWidth
     color: Theme.b1
     Accessible.role: Accessible.Pane
-    Accessible.name: list.Accessible.name
+    Accessible.name: review.showsInspector ? review.inspector.title : list.Accessible.name
 
     Behavior on swap {
         NumberAnimation { duration: Theme.swap; easing.type: Easing.InOutQuad }
