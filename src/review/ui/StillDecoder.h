@@ -10,8 +10,8 @@ namespace corvane::stills {
 
 /// A file larger than this, or with more pixels, is no picture to us. With these bounds a picture
 /// is made in less than 128 MiB, whatever the file says.
-constexpr qint64 kMostFileBytes = 8 * 1024 * 1024;
-constexpr qint64 kMostPixels = 10 * 1000 * 1000;
+constexpr qint64 kMostFileBytes = qint64(8) * 1024 * 1024;
+constexpr qint64 kMostPixels = qint64(10) * 1000 * 1000;
 
 /// What a picture is wanted for.
 struct Wanted {

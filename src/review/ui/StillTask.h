@@ -13,7 +13,7 @@ class StillImage;
 class HeldStill {
   public:
     /// All pictures together hold no more than this; one that finds no room isn't shown.
-    static constexpr qint64 kMostBytes = 128 * 1024 * 1024;
+    static constexpr qint64 kMostBytes = qint64(128) * 1024 * 1024;
 
     /// Null where there is no room for it.
     static std::shared_ptr<const HeldStill> hold(QImage image);
