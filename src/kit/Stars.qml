@@ -1,7 +1,8 @@
 // A rating of none to five stars. A click on a star gives that many, the cross takes them away; Left
 // and Right step, digits set.
-//   rating: int, 0 to 5; name: string; helpText: string; clearText: string (the cross's help text);
-//   hoveredStar: int (0 for none); signal rated(int stars), by hand only; the owner sets `rating`
+//   rating: int, 0 to 5; name: string; helpText: string; starTexts: list of string (the help text of
+//   each star); clearText: string (the cross's help text); large: bool; hoveredStar: int (0 for none);
+//   signal rated(int stars), by hand only and also with the rating that stands; the owner sets `rating`
 // Qt 6.4 has no way to say that a delegate knows what surrounds it.
 // qmllint disable unqualified
 import QtQuick
@@ -15,18 +16,28 @@ FocusItem {
     property string name: qsTr("Rating")
     property string helpText
     property bool ring: visualFocus
+    property var starTexts: []
     property string clearText: qsTr("Clear rating")
-    property int hoveredStar: hover.hovered ? Math.ceil(hover.point.position.x / Theme.starWidth) : 0
+    property bool large: false
+    property int hoveredStar: hover.hovered ? Math.ceil(hover.point.position.x / starWidth) : 0
+    readonly property int starWidth: large ? Theme.largeStarWidth : Theme.starWidth
+    readonly property int clearWidth: large ? Theme.largeStarClearWidth : Theme.starClearWidth
+
+    // As a reader of the screen asks for them.
+    readonly property int value: rating
+    readonly property int minimumValue: 0
+    readonly property int maximumValue: 5
+    readonly property int stepSize: 1
 
     signal rated(int stars)
 
     function rate(stars: int) {
-        if (stars >= 0 && stars <= 5 && stars !== rating) {
+        if (stars >= minimumValue && stars <= maximumValue) {
             rated(stars);
         }
     }
 
-    implicitWidth: 5 * Theme.starWidth + Theme.starClearWidth
+    implicitWidth: maximumValue * starWidth + clearWidth
     implicitHeight: Theme.controlHeight
     Keys.onLeftPressed: rate(rating - 1)
     Keys.onRightPressed: rate(rating + 1)
@@ -63,12 +74,13 @@ FocusItem {
                 enabled: control.enabled
             }
             TapHandler {
+                gesturePolicy: TapHandler.ReleaseWithinBounds // what lies below gets no click of it
                 onTapped: point =>
-                    control.rate(Math.ceil(Math.max(1, point.position.x) / Theme.starWidth))
+                    control.rate(Math.ceil(Math.max(1, point.position.x) / control.starWidth))
             }
 
             Repeater {
-                model: 5
+                model: control.maximumValue
 
                 Icon {
                     required property int index
@@ -76,7 +88,9 @@ FocusItem {
                     readonly property bool offered: index < control.hoveredStar && !filled
 
                     anchors.verticalCenter: parent.verticalCenter
-                    width: Theme.starWidth
+                    width: control.starWidth
+                    size: control.large ? Theme.iconBrand : Theme.icon
+                    HelpText.text: control.starTexts[index] ?? ""
                     symbol: filled || offered ? "star.fill" : "star"
                     color: !control.enabled ? Theme.t3 : filled || offered ? Theme.star : Theme.edge
                     opacity: offered ? Theme.halfStarOpacity : 1
@@ -89,7 +103,7 @@ FocusItem {
 
             objectName: control.objectName + ".clear"
             anchors.left: stars.right
-            width: Theme.starClearWidth
+            width: control.clearWidth
             height: parent.height
             visible: control.rating > 0
             focusPolicy: Qt.NoFocus

@@ -127,6 +127,7 @@ QtObject {
     readonly property Type micro: Type { px: 10; line: 14 }
     readonly property Type small: Type { px: 11; line: 15 }
     readonly property Type smallStrong: Type { px: 11; line: 15; weight: Font.DemiBold }
+    readonly property Type smallBold: Type { px: 11; line: 15; weight: Font.Bold }
     readonly property Type list: Type { px: 12; line: 16 }
     readonly property Type listName: Type { px: 12; line: 16; weight: Font.Medium }
     readonly property Type listHead: Type { px: 12; line: 16; weight: Font.DemiBold }
@@ -218,6 +219,18 @@ QtObject {
     readonly property int sidePaneWidth: 220
     readonly property int sidePaneMinWidth: 160
     readonly property int sidePaneMaxWidth: 380
+    readonly property int largeStarWidth: 22
+    readonly property int largeStarClearWidth: 26
+    readonly property int factRadius: 4
+    readonly property int factPadding: 7
+    readonly property int tagHeight: 22
+    readonly property int tagPadding: 9
+    readonly property int tagCrossWidth: 18
+    readonly property int flagIcon: 15
+    readonly property int flagGap: 5
+    readonly property int sectionGap: 14
+    readonly property int notesMinHeight: 66
+    readonly property int notesMaxHeight: 112
 
     readonly property int sidePaneTight: 250
     readonly property int sidePaneNarrow: 200
@@ -244,6 +257,22 @@ QtObject {
 
     // The player and what lies under it.
     readonly property int mainPaneMinWidth: 720
+    readonly property int bracketFootWidth: 7
+    readonly property int bracketFootHeight: 2
+    readonly property int knobHaloWidth: 3
+    readonly property int barRadius: 2
+    readonly property int bannerHeight: 32
+    readonly property int bannerDividerHeight: 14
+    readonly property int transportButtonSize: 32
+    readonly property int playButtonWidth: 40
+    readonly property int transportTimeOffset: 72
+    readonly property real drawerListShare: 0.147
+    readonly property int drawerListMinHeight: 110
+    readonly property int drawerListMaxHeight: 132
+    readonly property int drawerRowGap: 10
+    readonly property int drawerNameMinWidth: 90
+    readonly property int drawerRangeWidth: 132
+    readonly property int drawerLengthWidth: 62
 
     // Banners.
     readonly property int bannerMessageWidth: 960

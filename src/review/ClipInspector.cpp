@@ -3,6 +3,8 @@
 #include "platform/TextFormat.h"
 #include "review/ReviewFormats.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -31,12 +33,36 @@ ClipInspector::ClipInspector(ProjectStore &store, QObject *parent)
 void ClipInspector::setVideo(const std::optional<VideoItem> &video) {
     const bool isAnother = !m_video || !video || (*m_video)->id != (*video)->id;
     const bool isSame = m_video && video ? m_video->sharesWith(*video) : m_video == video;
+    if (isSame) {
+        return;
+    }
+    const QString notesBefore = notes();
     m_video = video;
-    if (!isSame) {
-        Q_EMIT changed();
+    setTags(m_video ? (*m_video)->tags : QStringList());
+    Q_EMIT changed();
+    if (isAnother || notes() != notesBefore) {
+        Q_EMIT notesChanged();
     }
     if (isAnother) {
         setNewTag({});
+    }
+}
+
+/// Rows before and after what has changed stay as they are, with the focus that may be in them.
+void ClipInspector::setTags(const QStringList &tags) {
+    const QStringList shown = m_tags.stringList();
+    const auto [before, after] = std::ranges::mismatch(shown, tags);
+    const auto same = before - shown.begin();
+    const auto [shownEnd, tagsEnd] =
+        std::mismatch(shown.rbegin(), shown.rend() - same, tags.rbegin(), tags.rend() - same);
+    if (const auto gone = shown.rend() - same - shownEnd; gone > 0) {
+        m_tags.removeRows(int(same), int(gone));
+    }
+    if (const auto come = tags.rend() - same - tagsEnd; come > 0) {
+        m_tags.insertRows(int(same), int(come));
+        for (auto row = same; row < same + come; ++row) {
+            m_tags.setData(m_tags.index(int(row)), tags.at(row));
+        }
     }
 }
 
@@ -86,10 +112,6 @@ QVariantList ClipInspector::flags() const {
 
 QString ClipInspector::notes() const {
     return m_video ? (*m_video)->notes.value_or(QString()) : QString();
-}
-
-QStringList ClipInspector::tags() const {
-    return m_video ? QStringList((*m_video)->tags) : QStringList();
 }
 
 QString ClipInspector::source() const {

@@ -2,6 +2,7 @@
 
 #include "session/ProjectStore.h"
 
+#include <QStringListModel>
 #include <QVariant>
 
 namespace corvane {
@@ -15,8 +16,8 @@ class ClipInspector : public QObject {
     Q_PROPERTY(QStringList facts READ facts NOTIFY changed)
     Q_PROPERTY(int rating READ rating NOTIFY changed)
     Q_PROPERTY(QVariantList flags READ flags NOTIFY changed)
-    Q_PROPERTY(QString notes READ notes WRITE setNotes NOTIFY changed)
-    Q_PROPERTY(QStringList tags READ tags NOTIFY changed)
+    Q_PROPERTY(QString notes READ notes WRITE setNotes NOTIFY notesChanged)
+    Q_PROPERTY(QAbstractItemModel *tags READ tagModel CONSTANT)
     Q_PROPERTY(QString source READ source NOTIFY changed)
     Q_PROPERTY(QString newTag READ newTag WRITE setNewTag NOTIFY newTagChanged)
 
@@ -35,7 +36,9 @@ class ClipInspector : public QObject {
     /// Maps with "title", "icon", "shortcut", "help" and "isOn".
     QVariantList flags() const;
     QString notes() const;
-    QStringList tags() const;
+    QStringList tags() const { return m_tags.stringList(); }
+    /// The tags as rows that stay while others come and go.
+    QAbstractItemModel *tagModel() { return &m_tags; }
     /// "In place" or "Copied".
     QString source() const;
     const QString &newTag() const { return m_newTag; }
@@ -54,11 +57,16 @@ class ClipInspector : public QObject {
 
   Q_SIGNALS:
     void changed();
+    /// Other notes are shown, or the same ones of another clip.
+    void notesChanged();
     void newTagChanged();
 
   private:
+    void setTags(const QStringList &tags);
+
     ProjectStore &m_store;
     std::optional<VideoItem> m_video;
+    QStringListModel m_tags;
     QString m_newTag;
 };
 

@@ -15,6 +15,8 @@ class FilmstripLoader : public QObject {
     Q_OBJECT
     Q_PROPERTY(QStringList filmstripURLs READ filmstripURLs NOTIFY changed)
     Q_PROPERTY(bool filmstripGenerating READ filmstripGenerating NOTIFY changed)
+    /// Whether there is anything to show: frames, or what stands in place of them.
+    Q_PROPERTY(bool showsStrip READ showsStrip NOTIFY changed)
     /// What stands in place of the frames while they are made.
     Q_PROPERTY(QString placeholderText READ placeholderText NOTIFY changed)
 
@@ -29,6 +31,7 @@ class FilmstripLoader : public QObject {
 
     const QStringList &filmstripURLs() const { return m_frames; }
     bool filmstripGenerating() const { return m_isGenerating; }
+    bool showsStrip() const { return m_isGenerating || !m_frames.isEmpty(); }
     QString placeholderText() const;
 
     /// Drops what is shown, and cancels what is under way.

@@ -37,17 +37,26 @@ double ReviewScreenState::transportTime() const {
                : m_player.currentSeconds();
 }
 
+QString ReviewScreenState::transportTimeText() const {
+    return ReviewFormats::transportTime(transportTime());
+}
+
+QString ReviewScreenState::transportDurationText() const {
+    return QStringLiteral("  /  ") + ReviewFormats::transportTime(transportDuration());
+}
+
 QString ReviewScreenState::transportText() const {
-    return ReviewFormats::transportTime(transportTime()) + QStringLiteral("  /  ") +
-           ReviewFormats::transportTime(transportDuration());
+    return transportTimeText() + transportDurationText();
 }
 
 double ReviewScreenState::playedFraction() const {
     return ScrubberGeometry::position(transportTime(), transportDuration());
 }
 
-double ReviewScreenState::scrubberFraction(double seconds) const {
-    return ScrubberGeometry::position(seconds, transportDuration());
+std::optional<double> ReviewScreenState::scrubberFraction(std::optional<double> seconds) const {
+    return seconds && showsPlayhead()
+               ? std::optional(ScrubberGeometry::position(*seconds, transportDuration()))
+               : std::nullopt;
 }
 
 std::optional<double> ReviewScreenState::shownDraftIn() const {
@@ -58,12 +67,12 @@ std::optional<double> ReviewScreenState::shownDraftOut() const {
     return ScrubberGeometry::shownDraft(m_draftOut, activeRange());
 }
 
-QVariant ReviewScreenState::shownDraftInValue() const {
-    return valueOrNull(shownDraftIn());
+QVariant ReviewScreenState::draftInFractionValue() const {
+    return valueOrNull(draftInFraction());
 }
 
-QVariant ReviewScreenState::shownDraftOutValue() const {
-    return valueOrNull(shownDraftOut());
+QVariant ReviewScreenState::draftOutFractionValue() const {
+    return valueOrNull(draftOutFraction());
 }
 
 QString ReviewScreenState::playHelp() const {
@@ -157,6 +166,10 @@ void ReviewScreenState::toggleInspector() {
         m_inspectorPanelOpen = !m_inspectorPanelOpen;
         Q_EMIT panelsChanged();
     }
+}
+
+QString ReviewScreenState::subclipDrawerGlyph() const {
+    return m_subclipDrawerOpen ? QStringLiteral("chevron.down") : QStringLiteral("chevron.up");
 }
 
 void ReviewScreenState::toggleSubclipDrawer() {

@@ -128,16 +128,26 @@ void ReviewScreenState::publishChanges() {
         Q_EMIT panelsChanged();
     }
     publishTransport();
-    const std::pair drafts(shownDraftIn(), shownDraftOut());
-    if (std::exchange(m_publishedDrafts, drafts) != drafts) {
-        Q_EMIT draftsChanged();
-    }
 }
 
+/// Many times a second while a clip plays, so that it tells no more than what moves.
 void ReviewScreenState::publishTransport() {
-    const std::pair transport(transportTime(), transportDuration());
-    if (std::exchange(m_publishedTransport, transport) != transport) {
+    const std::pair durations(transportDuration(), clipDuration());
+    const bool isOfOtherLength = std::exchange(m_publishedDurations, durations) != durations;
+    if (isOfOtherLength) {
+        Q_EMIT durationsChanged();
+    }
+    const std::pair times(transportTime(), clipTime());
+    if (std::exchange(m_publishedTimes, times) != times || isOfOtherLength) {
         Q_EMIT transportChanged();
+    }
+    publishDrafts();
+}
+
+void ReviewScreenState::publishDrafts() {
+    const std::pair drafts(draftInFraction(), draftOutFraction());
+    if (std::exchange(m_publishedDrafts, drafts) != drafts) {
+        Q_EMIT draftsChanged();
     }
 }
 

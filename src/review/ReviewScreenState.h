@@ -35,11 +35,16 @@ class ReviewScreenState : public QObject {
     Q_PROPERTY(QString activeSubclipName READ activeSubclipName NOTIFY selectionChanged)
     Q_PROPERTY(bool showsSubclipBars READ showsSubclipBars NOTIFY selectionChanged)
     Q_PROPERTY(QString subclipCountText READ subclipCountText NOTIFY selectionChanged)
-    Q_PROPERTY(QVariant shownDraftIn READ shownDraftInValue NOTIFY draftsChanged)
-    Q_PROPERTY(QVariant shownDraftOut READ shownDraftOutValue NOTIFY draftsChanged)
+    Q_PROPERTY(QVariant draftInFraction READ draftInFractionValue NOTIFY draftsChanged)
+    Q_PROPERTY(QVariant draftOutFraction READ draftOutFractionValue NOTIFY draftsChanged)
     Q_PROPERTY(double transportTime READ transportTime NOTIFY transportChanged)
-    Q_PROPERTY(double transportDuration READ transportDuration NOTIFY transportChanged)
+    Q_PROPERTY(double clipTime READ clipTime NOTIFY transportChanged)
     Q_PROPERTY(QString transportText READ transportText NOTIFY transportChanged)
+    Q_PROPERTY(QString transportTimeText READ transportTimeText NOTIFY transportChanged)
+    Q_PROPERTY(QString transportDurationText READ transportDurationText NOTIFY durationsChanged)
+    Q_PROPERTY(double transportDuration READ transportDuration NOTIFY durationsChanged)
+    Q_PROPERTY(double clipDuration READ clipDuration NOTIFY durationsChanged)
+    Q_PROPERTY(bool showsPlayhead READ showsPlayhead NOTIFY durationsChanged)
     Q_PROPERTY(double playedFraction READ playedFraction NOTIFY transportChanged)
     Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY rateChanged)
     Q_PROPERTY(QString playHelp READ playHelp NOTIFY rateChanged)
@@ -57,6 +62,7 @@ class ReviewScreenState : public QObject {
     Q_PROPERTY(QString inspectorGlyph READ inspectorGlyph NOTIFY panelsChanged)
     Q_PROPERTY(QString inspectorHelp READ inspectorHelp NOTIFY panelsChanged)
     Q_PROPERTY(bool subclipDrawerOpen READ subclipDrawerOpen NOTIFY panelsChanged)
+    Q_PROPERTY(QString subclipDrawerGlyph READ subclipDrawerGlyph NOTIFY panelsChanged)
     Q_PROPERTY(bool keyboardFocused READ keyboardFocused WRITE setKeyboardFocused NOTIFY
                    keyboardFocusedChanged)
     Q_PROPERTY(bool hasConfirmation READ hasConfirmation NOTIFY confirmationChanged)
@@ -139,12 +145,20 @@ class ReviewScreenState : public QObject {
     // Transport and scrubbers. Times are seconds; in subclip mode they count from its in.
     double transportTime() const;
     double transportDuration() const;
+    double clipTime() const { return m_player.currentSeconds(); }
+    double clipDuration() const { return m_player.durationSeconds(); }
+    /// The time, and what stands behind it; the two together.
+    QString transportTimeText() const;
+    QString transportDurationText() const;
     QString transportText() const;
     double playedFraction() const;
-    /// Where a time of the transport stands on the scrubber, from 0 to 1.
-    Q_INVOKABLE double scrubberFraction(double seconds) const;
+    /// Without a length the scrubber is only its track.
+    bool showsPlayhead() const { return transportDuration() > 0; }
     std::optional<double> shownDraftIn() const;
     std::optional<double> shownDraftOut() const;
+    /// Where the marks stand on the scrubber, from 0 to 1; nothing for one that isn't shown.
+    std::optional<double> draftInFraction() const { return scrubberFraction(shownDraftIn()); }
+    std::optional<double> draftOutFraction() const { return scrubberFraction(shownDraftOut()); }
     bool isPlaying() const { return m_player.rate() != 0; }
     QString playHelp() const;
     bool overlayButtonIsVisible() const { return !isPlaying() || m_hoveringPlayer; }
@@ -180,6 +194,7 @@ class ReviewScreenState : public QObject {
     QString inspectorHelp() const;
     Q_INVOKABLE void toggleInspector();
     bool subclipDrawerOpen() const { return m_subclipDrawerOpen; }
+    QString subclipDrawerGlyph() const;
     Q_INVOKABLE void toggleSubclipDrawer();
     bool keyboardFocused() const { return m_keyboardFocused; }
     void setKeyboardFocused(bool focused);
@@ -188,6 +203,7 @@ class ReviewScreenState : public QObject {
     void selectionChanged();
     void draftsChanged();
     void transportChanged();
+    void durationsChanged();
     void rateChanged();
     void hasSelectsChanged();
     void showsNoMatchesChanged();
@@ -218,8 +234,9 @@ class ReviewScreenState : public QObject {
     FilmstripLoader *filmstripObject() { return &m_filmstrip; }
     ClipInspector *inspectorObject() { return &m_inspector; }
     QString selectedVideoIdText() const { return m_selectedVideoId.value_or(QString()); }
-    QVariant shownDraftInValue() const;
-    QVariant shownDraftOutValue() const;
+    QVariant draftInFractionValue() const;
+    QVariant draftOutFractionValue() const;
+    std::optional<double> scrubberFraction(std::optional<double> seconds) const;
     QVariantMap confirmationMap() const;
 
     void takeProject();
@@ -230,6 +247,7 @@ class ReviewScreenState : public QObject {
     void publishSelection();
     void publishChanges();
     void publishTransport();
+    void publishDrafts();
     void openSheet(Sheet sheet);
     void openPendingImport();
     QString mediaPath(const VideoRecord &video) const;
@@ -274,7 +292,8 @@ class ReviewScreenState : public QObject {
     std::function<void()> m_onAccept;
     Sheet m_sheet = Sheet::none;
     Published m_published;
-    std::pair<double, double> m_publishedTransport;
+    std::pair<double, double> m_publishedTimes;     ///< of the transport, of the clip
+    std::pair<double, double> m_publishedDurations; ///< of the same
     std::pair<std::optional<double>, std::optional<double>> m_publishedDrafts;
     bool m_isShown = false;
     bool m_hadSelects = false;

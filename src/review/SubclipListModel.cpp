@@ -38,13 +38,8 @@ void SubclipListModel::setActiveSubclipId(const std::optional<QString> &id) {
     }
 }
 
-QRectF SubclipListModel::bar(int row, double duration, double width) const {
-    if (row < 0 || row >= rowCount()) {
-        return {};
-    }
-    const Subclip subclip = m_subclips.value(keyAt(row));
-    return ScrubberGeometry::bar(subclip.inSeconds, subclip.outSeconds, duration, width)
-        .value_or(QRectF());
+QRectF SubclipListModel::bar(double inSeconds, double outSeconds, double duration, double width) {
+    return ScrubberGeometry::bar(inSeconds, outSeconds, duration, width).value_or(QRectF());
 }
 
 QVariant SubclipListModel::data(const QModelIndex &index, int role) const {
@@ -55,6 +50,10 @@ QVariant SubclipListModel::data(const QModelIndex &index, int role) const {
     switch (role) {
     case SubclipIdRole:
         return subclip.id;
+    case InSecondsRole:
+        return subclip.inSeconds;
+    case OutSecondsRole:
+        return subclip.outSeconds;
     case NameRole:
     case Qt::DisplayRole:
         return ReviewFormats::displayName(subclip);
@@ -83,11 +82,12 @@ QVariant SubclipListModel::data(const QModelIndex &index, int role) const {
 }
 
 QHash<int, QByteArray> SubclipListModel::roleNames() const {
-    return {{SubclipIdRole, "subclipId"}, {NameRole, "name"},
-            {LabelRole, "label"},         {RangeRole, "range"},
-            {LengthRole, "length"},       {RatingRole, "rating"},
-            {FavoriteRole, "favorite"},   {SelectedForExportRole, "selectedForExport"},
-            {ThumbnailRole, "thumbnail"}, {FallbackThumbnailRole, "fallbackThumbnail"},
+    return {{SubclipIdRole, "subclipId"},   {InSecondsRole, "inSeconds"},
+            {OutSecondsRole, "outSeconds"}, {NameRole, "name"},
+            {LabelRole, "label"},           {RangeRole, "range"},
+            {LengthRole, "length"},         {RatingRole, "rating"},
+            {FavoriteRole, "favorite"},     {SelectedForExportRole, "selectedForExport"},
+            {ThumbnailRole, "thumbnail"},   {FallbackThumbnailRole, "fallbackThumbnail"},
             {IsActiveRole, "isActive"}};
 }
 

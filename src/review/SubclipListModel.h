@@ -15,6 +15,8 @@ class SubclipListModel : public KeyedListModel {
   public:
     enum Role {
         SubclipIdRole = Qt::UserRole,
+        InSecondsRole,
+        OutSecondsRole,
         NameRole,
         LabelRole, ///< what editing the name begins with; may be empty
         RangeRole,
@@ -33,8 +35,9 @@ class SubclipListModel : public KeyedListModel {
     void setClip(const ReviewIndex::IndexedClip *clip, const QString &projectFolder);
     void setActiveSubclipId(const std::optional<QString> &id);
 
-    /// The row's bar in a row of bars of that width, or an empty rectangle.
-    Q_INVOKABLE QRectF bar(int row, double duration, double width) const;
+    /// The bar of a range in a row of bars of that width, or an empty rectangle.
+    Q_INVOKABLE static QRectF bar(double inSeconds, double outSeconds, double duration,
+                                  double width);
 
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;

@@ -1,0 +1,27 @@
+// A fact of a clip. A long one elides and is told in full under the pointer.
+//   text: string; maximumWidth: real
+import QtQuick
+import Corvane.Kit
+
+Rectangle {
+    id: fact
+
+    required property string text
+    property real maximumWidth: Infinity
+
+    width: Math.min(Math.ceil(label.implicitWidth) + 2 * Theme.factPadding, maximumWidth)
+    height: Theme.factHeight
+    radius: Theme.factRadius
+    color: Theme.b4
+    HelpText.text: label.truncated ? text : ""
+
+    Label {
+        id: label
+
+        x: Theme.factPadding
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width - 2 * x
+        text: fact.text
+        type: Theme.small
+    }
+}

@@ -1,0 +1,68 @@
+// The frames of the whole clip side by side, to go along. Without frames there is nothing to see or to
+// reach, and the place is kept.
+//   review: ReviewScreenState
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+Item {
+    id: strip
+
+    required property ReviewScreenState review
+    readonly property FilmstripLoader filmstrip: review.filmstrip
+
+    implicitHeight: Theme.filmstripHeight
+
+    ScrubTrack {
+        id: track
+
+        objectName: "filmstrip"
+        anchors.fill: parent
+        visible: strip.filmstrip.showsStrip
+        name: qsTr("Filmstrip")
+        value: strip.review.clipTime
+        valueText: strip.filmstrip.placeholderText
+        maximumValue: strip.review.clipDuration
+        onScrubbed: x => strip.review.scrubFilmstrip(x, width)
+        onStepped: frames => strip.review.stepFrames(frames)
+
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.thumbnailRadius
+            color: Theme.b1
+        }
+
+        Row {
+            id: frames
+
+            anchors.fill: parent
+            clip: true
+
+            Repeater {
+                id: pictures
+
+                model: strip.filmstrip.filmstripURLs
+
+                VideoThumbnail {
+                    required property string modelData
+
+                    objectName: "filmstrip.frame"
+                    width: frames.width / pictures.count
+                    height: frames.height
+                    primaryURL: modelData
+                }
+            }
+        }
+
+        Label {
+            objectName: "filmstrip.generating"
+            anchors.centerIn: parent
+            visible: text !== ""
+            text: strip.filmstrip.placeholderText
+            type: Theme.list
+            opacity: Theme.generatingOpacity
+        }
+    }
+}

@@ -1,0 +1,41 @@
+// The flags of the inspector's clip, in its order: favourite, selected, reviewed, rejected.
+//   inspector: ClipInspector
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+FlowLayout {
+    id: flags
+
+    required property ClipInspector inspector
+    readonly property list<color> grounds: [Theme.flagFavorite, Theme.flagSelected, Theme.flagReviewed,
+                                            Theme.flagRejected]
+    readonly property list<color> borders: [Theme.flagFavoriteBorder, Theme.flagSelectedBorder,
+                                            Theme.flagReviewedBorder, Theme.flagRejectedBorder]
+    readonly property list<color> inks: [Theme.fav, Theme.success, Theme.t1, Theme.danger]
+
+    spacing: Theme.chipGap
+
+    Repeater {
+        // A number, so that a flag keeps its button, and the focus in it, when it changes.
+        model: flags.inspector.flags.length
+
+        FlagButton {
+            required property int index
+            readonly property var flag: flags.inspector.flags[index]
+
+            objectName: "inspector.flag." + index
+            title: flag.title
+            symbol: flag.icon
+            shortcut: flag.shortcut
+            helpText: flag.help
+            isOn: flag.isOn
+            activeColor: flags.grounds[index]
+            activeBorder: flags.borders[index]
+            activeInk: flags.inks[index]
+            onToggle: () => flags.inspector.toggleFlag(index)
+        }
+    }
+}

@@ -1,0 +1,158 @@
+// A clip's facts and all that a review changes of it, for the side pane. The title stands in the pane's
+// top row, whose right end is left free for the pane's own button.
+//   inspector: ClipInspector; signal escaped(), on Esc in a field
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Review
+
+Rectangle {
+    id: view
+
+    required property ClipInspector inspector
+
+    signal escaped()
+
+    // What is reached by Tab is in view.
+    function follow(item: Item) {
+        for (let above = item; above; above = above.parent) {
+            if (above === sections) {
+                const top = item.mapToItem(sections, 0, 0).y + sections.y - Theme.sectionGap;
+                const bottom = top + Math.min(item.height + 2 * Theme.sectionGap, scroll.height);
+                scroll.contentY = Math.max(Math.min(scroll.contentY, top), bottom - scroll.height);
+            }
+        }
+    }
+
+    objectName: "inspector"
+    implicitWidth: Theme.sidePaneWidth
+    color: Theme.b1
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Clip info")
+
+    Connections {
+        target: view.Window.window
+
+        function onActiveFocusItemChanged() {
+            view.follow(view.Window.activeFocusItem);
+        }
+    }
+
+    Label {
+        id: title
+
+        objectName: "inspector.title"
+        x: Theme.regionPadding
+        width: parent.width - x - Theme.listTopHeight
+        height: Theme.listTopHeight
+        verticalAlignment: Text.AlignVCenter
+        text: view.inspector.title
+        type: Theme.listHead
+        HelpText.text: truncated ? text : ""
+        Accessible.role: Accessible.Heading
+    }
+
+    Divider {
+        id: edge
+
+        y: title.height - height
+        width: parent.width
+    }
+
+    Flickable {
+        id: scroll
+
+        objectName: "inspector.scroll"
+        anchors.top: title.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        contentWidth: width
+        contentHeight: sections.height + 2 * Theme.sectionGap
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: ScrollBar {}
+
+        Column {
+            id: sections
+
+            component Rule: Divider {
+                x: -Theme.regionPadding
+                width: sections.width + 2 * Theme.regionPadding
+            }
+
+            x: Theme.regionPadding
+            y: Theme.sectionGap
+            width: scroll.width - 2 * x
+            spacing: Theme.sectionGap
+
+            FlowChipsLayout {
+                objectName: "inspector.facts"
+                width: parent.width
+                facts: view.inspector.facts
+            }
+
+            Rule {}
+
+            InspectorSection {
+                width: parent.width
+                title: qsTr("Rating")
+
+                StarRating {
+                    objectName: "inspector.rating"
+                    height: Theme.smallButtonHeight
+                    large: true
+                    rating: view.inspector.rating
+                    onChange: stars => view.inspector.setRating(stars)
+                }
+            }
+
+            InspectorSection {
+                width: parent.width
+                title: qsTr("Flags")
+
+                FlagButtons {
+                    width: parent.width
+                    inspector: view.inspector
+                }
+            }
+
+            Rule {}
+
+            InspectorSection {
+                width: parent.width
+                title: qsTr("Notes")
+
+                NotesField {
+                    objectName: "inspector.notes"
+                    width: parent.width
+                    inspector: view.inspector
+                    onEscaped: view.escaped()
+                }
+            }
+
+            InspectorSection {
+                width: parent.width
+                title: qsTr("Tags")
+
+                TagsEditor {
+                    width: parent.width
+                    inspector: view.inspector
+                    onEscaped: view.escaped()
+                }
+            }
+
+            Rule {}
+
+            InspectorSection {
+                width: parent.width
+                title: qsTr("Source")
+
+                FactChip {
+                    objectName: "inspector.source"
+                    text: view.inspector.source
+                    maximumWidth: parent.width
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,107 @@
+// The clip in the player with all that plays and marks it. The picture takes what the rest leaves.
+//   review: ReviewScreenState; engine: PlayerEngine
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+Rectangle {
+    id: pane
+
+    required property ReviewScreenState review
+    required property PlayerEngine engine
+
+    objectName: "mainPane"
+    implicitWidth: Theme.mainPaneMinWidth
+    color: Theme.b2
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Player")
+
+    Item {
+        id: player
+
+        objectName: "player"
+        anchors.top: parent.top
+        anchors.bottom: under.top
+        width: parent.width
+        clip: true
+
+        PlayerView {
+            anchors.fill: parent
+            engine: pane.engine
+        }
+
+        HoverHandler {
+            onHoveredChanged: pane.review.hoveringPlayer = hovered
+        }
+
+        PlayerOverlayButton {
+            anchors.centerIn: parent
+            isPlaying: pane.review.isPlaying
+            isVisible: pane.review.hasSelectedVideo && pane.review.overlayButtonIsVisible
+            onToggle: pane.review.togglePlayback()
+        }
+
+        SubclipModeBanner {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: Theme.s12
+            review: pane.review
+            maximumWidth: parent.width - 2 * Theme.regionPadding
+        }
+
+        Label {
+            objectName: "player.none"
+            anchors.centerIn: parent
+            visible: !pane.review.hasSelectedVideo
+            text: qsTr("Select a video to play")
+            type: Theme.headPlain
+            muted: true
+        }
+    }
+
+    Column {
+        id: under
+
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: visible ? implicitHeight : 0
+        visible: pane.review.hasSelectedVideo
+
+        Column {
+            x: Theme.regionPadding
+            width: parent.width - 2 * x
+            topPadding: Theme.s6
+            spacing: Theme.s2
+
+            ScrubberView {
+                width: parent.width
+                review: pane.review
+            }
+
+            FilmstripScrubberView {
+                width: parent.width
+                review: pane.review
+            }
+
+            Item { // keeps its height while the bars are away, and the picture with it its size
+                width: parent.width
+                height: Theme.barsHeight
+
+                SubclipBarsView {
+                    anchors.fill: parent
+                    visible: pane.review.showsSubclipBars
+                    review: pane.review
+                }
+            }
+        }
+
+        TransportControls {
+            width: parent.width
+            review: pane.review
+        }
+
+        SubclipDrawer {
+            width: parent.width
+            review: pane.review
+        }
+    }
+}

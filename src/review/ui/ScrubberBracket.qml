@@ -1,0 +1,33 @@
+// The mark of an in or an out point: a bar with two feet that point into the range.
+//   isIn: bool; fraction: real or undefined (no mark), from 0 to 1 of the parent's width
+import QtQuick
+import Corvane.Kit
+
+Rectangle {
+    id: bracket
+
+    required property bool isIn
+    property var fraction
+
+    x: (fraction ?? 0) * parent.width - width / 2
+    anchors.verticalCenter: parent.verticalCenter
+    visible: fraction !== undefined
+    width: Theme.bracketWidth
+    height: Theme.bracketHeight
+    radius: Theme.hairline
+    color: Theme.ring
+
+    Repeater {
+        model: 2
+
+        Rectangle {
+            required property int index
+
+            x: bracket.isIn ? 0 : bracket.width - width
+            y: index * (bracket.height - height)
+            width: Theme.bracketFootWidth
+            height: Theme.bracketFootHeight
+            color: Theme.ring
+        }
+    }
+}

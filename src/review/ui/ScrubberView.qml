@@ -1,0 +1,86 @@
+// The time track of what plays, with the marks of the range that is being drawn up. It spans the clip,
+// or the active subclip. Only the played part and the knob move while it plays.
+//   review: ReviewScreenState
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+ScrubTrack {
+    id: scrubber
+
+    required property ReviewScreenState review
+
+    objectName: "scrubber"
+    implicitHeight: Theme.scrubberHeight
+    name: qsTr("Scrubber")
+    value: review.transportTime
+    valueText: review.transportText
+    maximumValue: review.transportDuration
+    onScrubbed: x => review.scrub(x, width)
+    onStepped: frames => review.stepFrames(frames)
+
+    Rectangle {
+        readonly property bool isWhole: scrubber.review.draftInFraction !== undefined
+                                        && scrubber.review.draftOutFraction !== undefined
+        readonly property real from: isWhole ? scrubber.review.draftInFraction : 0
+        readonly property real to: isWhole ? scrubber.review.draftOutFraction : 0
+
+        objectName: "scrubber.range"
+        x: Math.min(from, to) * parent.width
+        anchors.verticalCenter: parent.verticalCenter
+        visible: isWhole
+        width: Math.abs(to - from) * parent.width
+        height: Theme.bracketHeight
+        color: Theme.range
+    }
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width
+        height: Theme.trackHeight
+        radius: height / 2
+        color: Theme.b6
+    }
+
+    Rectangle {
+        objectName: "scrubber.played"
+        anchors.verticalCenter: parent.verticalCenter
+        visible: scrubber.review.showsPlayhead
+        width: scrubber.review.playedFraction * parent.width
+        height: Theme.trackHeight
+        radius: height / 2
+        color: Theme.accent
+    }
+
+    ScrubberBracket {
+        objectName: "scrubber.in"
+        isIn: true
+        fraction: scrubber.review.draftInFraction
+    }
+
+    ScrubberBracket {
+        objectName: "scrubber.out"
+        isIn: false
+        fraction: scrubber.review.draftOutFraction
+    }
+
+    Rectangle {
+        objectName: "scrubber.knob"
+        x: scrubber.review.playedFraction * parent.width - width / 2
+        anchors.verticalCenter: parent.verticalCenter
+        visible: scrubber.review.showsPlayhead
+        width: Theme.knobSize
+        height: Theme.knobSize
+        radius: height / 2
+        color: Theme.knob
+
+        Rectangle {
+            z: -1
+            anchors.fill: parent
+            anchors.margins: -Theme.knobHaloWidth
+            visible: scrubber.hovered || scrubber.pressed
+            radius: height / 2
+            color: Theme.knobHalo
+        }
+    }
+}

@@ -1,0 +1,68 @@
+// The ranges of the clip's subclips in one row; a later one lies over those before it.
+//   review: ReviewScreenState; subclips: its list
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Review
+
+Item {
+    id: bars
+
+    required property ReviewScreenState review
+    readonly property SubclipListModel subclips: review.subclips
+
+    objectName: "bars"
+    implicitHeight: Theme.barsHeight
+    Accessible.role: Accessible.Grouping
+    Accessible.name: qsTr("Subclips")
+
+    Repeater {
+        model: bars.subclips
+
+        T.AbstractButton {
+            id: bar
+
+            required property int index
+            required property string subclipId
+            required property string name
+            required property real inSeconds
+            required property real outSeconds
+            required property bool isActive
+            readonly property rect place: bars.subclips.bar(inSeconds, outSeconds,
+                                                            bars.review.clipDuration, bars.width)
+
+            objectName: "bars." + index
+            x: place.x
+            visible: place.width > 0
+            width: place.width
+            height: bars.height
+            focusPolicy: Qt.TabFocus
+            onClicked: bars.review.selectSubclip(bars.review.selectedVideoId, subclipId)
+            Keys.onReturnPressed: Buttons.click(bar)
+            Keys.onEnterPressed: Buttons.click(bar)
+
+            HelpText.text: name
+            Accessible.role: Accessible.Button
+            Accessible.name: name
+            Accessible.onPressAction: Buttons.click(bar)
+
+            background: Item {
+                Rectangle {
+                    objectName: bar.objectName + ".fill"
+                    y: bar.place.y
+                    width: parent.width
+                    height: bar.place.height
+                    radius: Theme.barRadius
+                    color: bar.isActive || bar.hovered ? Theme.barActive : Theme.bar
+
+                    FocusRing {
+                        shown: bar.visualFocus
+                        cornerRadius: parent.radius
+                    }
+                }
+            }
+        }
+    }
+}

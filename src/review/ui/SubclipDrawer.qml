@@ -1,0 +1,83 @@
+// The subclips under the player, behind a header that opens and closes them.
+//   review: ReviewScreenState
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Review
+
+Rectangle {
+    id: drawer
+
+    required property ReviewScreenState review
+    readonly property real listHeight: Math.round(Math.max(Theme.drawerListMinHeight,
+        Math.min(Theme.drawerListMaxHeight, Theme.drawerListShare * (Window.height))))
+    property real openPart: review.subclipDrawerOpen ? 1 : 0
+
+    Behavior on openPart {
+        NumberAnimation {
+            duration: Theme.drawer
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    implicitHeight: edge.height + head.height
+                    + Math.round(openPart * (listHeight + Theme.keyReminderHeight))
+    clip: true
+    color: Theme.b1
+
+    Divider {
+        id: edge
+
+        width: parent.width
+    }
+
+    T.AbstractButton {
+        id: head
+
+        objectName: "drawer.head"
+        anchors.top: edge.bottom
+        width: parent.width
+        height: Theme.drawerHeadHeight
+        focusPolicy: Qt.TabFocus
+        onClicked: drawer.review.toggleSubclipDrawer()
+        Keys.onReturnPressed: Buttons.click(head)
+        Keys.onEnterPressed: Buttons.click(head)
+
+        Accessible.role: Accessible.Button
+        Accessible.name: qsTr("Subclips") + " " + drawer.review.subclipCountText
+        Accessible.checkable: true
+        Accessible.checked: drawer.review.subclipDrawerOpen
+        Accessible.onPressAction: Buttons.click(head)
+
+        background: Item {
+            FocusRing {
+                anchors.margins: 0
+                shown: head.visualFocus
+            }
+        }
+        contentItem: Item {
+            SubclipsHeading {
+                x: Theme.regionPadding
+                height: parent.height
+                count: drawer.review.subclipCountText
+            }
+
+            Icon {
+                anchors.right: parent.right
+                anchors.rightMargin: Theme.s12 - Theme.hairline
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: drawer.review.subclipDrawerGlyph
+                color: head.hovered ? Theme.t1 : Theme.t2
+            }
+        }
+    }
+
+    SubclipListView {
+        anchors.top: head.bottom
+        width: parent.width
+        visible: drawer.openPart > 0
+        review: drawer.review
+        showsHeader: false
+        listHeight: drawer.listHeight
+    }
+}

@@ -1,0 +1,87 @@
+// The subclips of the clip in the player, and the keys that make them.
+//   review: ReviewScreenState; showsHeader: bool; listHeight: real
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Review
+
+Column {
+    id: view
+
+    required property ReviewScreenState review
+    property bool showsHeader: true
+    property real listHeight: Theme.drawerListMaxHeight
+
+    SubclipsHeading {
+        x: Theme.regionPadding
+        height: Theme.drawerHeadHeight
+        visible: view.showsHeader
+        count: view.review.subclipCountText
+    }
+
+    ListView {
+        id: list
+
+        // What is reached by Tab is in view.
+        function follow(item: Item) {
+            while (item && item.parent !== contentItem) {
+                item = item.parent;
+            }
+            const row = item as SubclipRow;
+            if (row) {
+                positionViewAtIndex(row.index, ListView.Contain);
+            }
+        }
+
+        objectName: "drawer.list"
+        width: parent.width
+        height: view.listHeight
+        clip: true
+        keyNavigationEnabled: false
+        boundsBehavior: Flickable.StopAtBounds
+        model: view.review.subclips
+        T.ScrollBar.vertical: ScrollBar {}
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Subclips")
+
+        Connections {
+            target: list.Window.window
+
+            function onActiveFocusItemChanged() {
+                if (list.activeFocus) {
+                    list.follow(list.Window.activeFocusItem);
+                }
+            }
+        }
+
+        delegate: SubclipRow {
+            width: ListView.view.width
+            review: view.review
+            onEditingEnded: ListView.view.focus = false
+        }
+
+        Label {
+            objectName: "drawer.none"
+            x: Theme.regionPadding
+            y: Theme.s12
+            width: parent.width - 2 * x
+            visible: list.count === 0
+            text: qsTr("Press i / o while playing to mark in/out, then Enter to save.")
+            muted: true
+            wrapMode: Text.Wrap
+        }
+    }
+
+    Label {
+        objectName: "drawer.keys"
+        width: parent.width
+        height: Theme.keyReminderHeight
+        leftPadding: Theme.regionPadding
+        rightPadding: Theme.regionPadding
+        verticalAlignment: Text.AlignVCenter
+        text: qsTr("i = in · o = out · Enter = save · Esc = clear · [ ] = jump to range edges · Shift+i / Shift+o = nudge one frame")
+        type: Theme.small
+        muted: true
+        HelpText.text: truncated ? text : ""
+    }
+}

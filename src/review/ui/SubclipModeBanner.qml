@@ -1,0 +1,91 @@
+// Tells over the player that it keeps to a subclip, and which.
+//   review: ReviewScreenState; maximumWidth: real, where the name elides
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+Rectangle {
+    id: banner
+
+    required property ReviewScreenState review
+    property real maximumWidth: Infinity
+    readonly property real aside: scissors.width + mode.width + divider.width + hint.width + close.width
+                                  + 5 * row.spacing + row.x + Theme.s2
+
+    objectName: "subclipBanner"
+    visible: review.isInSubclipMode
+    width: aside + name.width
+    height: Theme.bannerHeight
+    radius: Theme.controlRadius
+    color: Theme.b3
+    border.width: Theme.hairline
+    border.color: Theme.line2
+    Accessible.role: Accessible.Grouping
+    Accessible.name: mode.text
+
+    Row {
+        id: row
+
+        x: Theme.s12 - Theme.hairline
+        height: parent.height
+        spacing: Theme.s8
+
+        Icon {
+            id: scissors
+
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "scissors"
+            size: Theme.iconButton
+            color: Theme.accent
+        }
+
+        Label {
+            id: mode
+
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Subclip mode")
+            type: Theme.listHead
+        }
+
+        Rectangle {
+            id: divider
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: Theme.hairline
+            height: Theme.bannerDividerHeight
+            color: Theme.edge
+        }
+
+        Label {
+            id: name
+
+            objectName: "subclipBanner.name"
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(0, Math.min(Math.ceil(implicitWidth), banner.maximumWidth - banner.aside))
+            text: banner.review.activeSubclipName
+            type: Theme.list
+            HelpText.text: truncated ? text : ""
+        }
+
+        Label {
+            id: hint
+
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Esc to exit")
+            type: Theme.list
+            muted: true
+        }
+
+        Button {
+            id: close
+
+            objectName: "subclipBanner.close"
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "xmark"
+            iconSize: Theme.iconButton
+            helpText: qsTr("Exit subclip mode")
+            focusPolicy: Qt.TabFocus
+            onClicked: banner.review.exitSubclipMode()
+        }
+    }
+}

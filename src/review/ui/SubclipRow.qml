@@ -1,0 +1,233 @@
+// A subclip of the clip in the player. A click on its name edits it, a click elsewhere plays it.
+//   review: ReviewScreenState; the roles of SubclipListModel; isEditing: bool, read-only; signal
+//   editingEnded(), by Return or Esc
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Review
+
+FocusItem {
+    id: row
+
+    required property ReviewScreenState review
+    required property int index
+    required property string subclipId
+    required property string name
+    required property string label
+    required property string range
+    required property string length
+    required property int rating
+    required property bool favorite
+    required property bool selectedForExport
+    required property string thumbnail
+    required property string fallbackThumbnail
+    required property bool isActive
+    readonly property alias isEditing: field.visible
+
+    signal editingEnded()
+
+    function select() {
+        review.selectSubclip(review.selectedVideoId, subclipId);
+    }
+
+    function edit() {
+        field.text = label;
+        field.visible = true;
+        field.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
+    function endEditing() {
+        field.visible = false;
+        row.editingEnded();
+    }
+
+    objectName: "subclip." + index
+    implicitHeight: Theme.drawerRowHeight
+    Keys.onReturnPressed: select()
+    Keys.onEnterPressed: select()
+    Keys.onSpacePressed: select()
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: range
+    Accessible.focusable: true
+    Accessible.selectable: true
+    Accessible.selected: isActive
+    Accessible.onPressAction: row.select()
+
+    ListRow {
+        anchors.fill: parent
+        current: row.isActive
+        lit: ground.containsMouse || over.hovered
+
+        HoverHandler {
+            id: over
+        }
+    }
+
+    MouseArea {
+        id: ground
+
+        anchors.fill: parent
+        hoverEnabled: true
+        onClicked: row.select()
+    }
+
+    FocusRing {
+        anchors.margins: 0
+        shown: row.visualFocus
+    }
+
+    VideoThumbnail {
+        id: picture
+
+        x: Theme.regionPadding
+        anchors.verticalCenter: parent.verticalCenter
+        width: Theme.drawerThumbWidth
+        height: Theme.drawerThumbHeight
+        primaryURL: row.thumbnail
+        fallbackURL: row.fallbackThumbnail
+    }
+
+    Item {
+        id: names
+
+        anchors.left: picture.right
+        anchors.leftMargin: Theme.drawerRowGap
+        anchors.right: rangeText.left
+        anchors.rightMargin: Theme.drawerRowGap
+        height: parent.height
+
+        T.AbstractButton {
+            id: nameButton
+
+            objectName: row.objectName + ".name"
+            anchors.verticalCenter: parent.verticalCenter
+            visible: !field.visible
+            width: Math.min(nameLabel.implicitWidth, parent.width)
+            height: Theme.smallButtonHeight
+            focusPolicy: Qt.TabFocus
+            onClicked: row.edit()
+            Keys.onReturnPressed: Buttons.click(nameButton)
+            Keys.onEnterPressed: Buttons.click(nameButton)
+
+            HelpText.text: nameLabel.truncated ? row.name : ""
+            Accessible.role: Accessible.Button
+            Accessible.name: row.name
+            Accessible.description: qsTr("Rename")
+            Accessible.onPressAction: Buttons.click(nameButton)
+
+            contentItem: Label {
+                id: nameLabel
+
+                verticalAlignment: Text.AlignVCenter
+                text: row.name
+                type: Theme.bodyLabel
+                Accessible.ignored: true
+            }
+            background: Item {
+                FocusRing {
+                    shown: nameButton.visualFocus
+                }
+            }
+        }
+
+        TextField {
+            id: field
+
+            objectName: row.objectName + ".field"
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: -leftPadding
+            visible: false
+            implicitHeight: Theme.smallButtonHeight
+            leftPadding: Theme.s6 + Theme.hairline
+            name: qsTr("Name of the subclip")
+            takesEscape: true
+            onAccepted: {
+                row.review.renameSubclip(row.subclipId, text);
+                row.endEditing();
+            }
+            onEscaped: row.endEditing()
+            onActiveFocusChanged: {
+                if (!activeFocus) {
+                    visible = false;
+                }
+            }
+
+            // What the field has no use for is no key of the screen either.
+            Keys.priority: Keys.AfterItem
+            Keys.onPressed: event => {
+                event.accepted = event.key !== Qt.Key_Tab && event.key !== Qt.Key_Backtab;
+            }
+        }
+    }
+
+    FigureLabel {
+        id: rangeText
+
+        anchors.right: lengthText.left
+        anchors.rightMargin: Theme.drawerRowGap
+        anchors.verticalCenter: parent.verticalCenter
+        width: Theme.drawerRangeWidth
+        text: row.range
+        type: Theme.list
+        rightAligned: true
+    }
+
+    FigureLabel {
+        id: lengthText
+
+        anchors.right: buttons.left
+        anchors.rightMargin: Theme.drawerRowGap
+        anchors.verticalCenter: parent.verticalCenter
+        width: Theme.drawerLengthWidth
+        text: row.length
+        type: Theme.list
+        muted: true
+        rightAligned: true
+    }
+
+    Row {
+        id: buttons
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.s8
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.drawerRowGap
+
+        StarRating {
+            objectName: row.objectName + ".rating"
+            rating: row.rating
+            onChange: stars => row.review.rateSubclip(row.subclipId, stars)
+        }
+
+        Button {
+            objectName: row.objectName + ".favorite"
+            symbol: row.favorite ? "heart.fill" : "heart"
+            iconSize: Theme.iconButton
+            glyphInk: row.favorite ? Theme.fav : Theme.t2
+            helpText: qsTr("Favorite this subclip (independent of parent)")
+            focusPolicy: Qt.TabFocus
+            onClicked: row.review.toggleSubclipFavorite(row.subclipId)
+            Accessible.checkable: true
+            Accessible.checked: row.favorite
+        }
+
+        ExportMarkButton {
+            objectName: row.objectName + ".selected"
+            isOn: row.selectedForExport
+            helpText: qsTr("Mark for export")
+            onClicked: row.review.toggleSubclipSelected(row.subclipId)
+        }
+
+        Button {
+            objectName: row.objectName + ".delete"
+            symbol: "trash"
+            destructive: true
+            helpText: qsTr("Delete subclip (Cmd-Z to undo)")
+            focusPolicy: Qt.TabFocus
+            onClicked: row.review.deleteSubclip(row.subclipId)
+        }
+    }
+}

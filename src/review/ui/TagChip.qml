@@ -1,0 +1,61 @@
+// A tag with a cross that takes it away. A long one elides and is told in full under the pointer.
+//   text: string; maximumWidth: real; crossName: string, the objectName of its cross; signal removed()
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+
+Rectangle {
+    id: chip
+
+    required property string text
+    property real maximumWidth: Infinity
+    property alias cross: cross
+
+    signal removed()
+
+    width: Math.min(Math.ceil(label.implicitWidth) + Theme.tagPadding + cross.width + Theme.s4, maximumWidth)
+    height: Theme.tagHeight
+    radius: height / 2
+    color: Theme.b4
+    HelpText.text: label.truncated ? text : ""
+
+    Label {
+        id: label
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.tagPadding
+        anchors.right: cross.left
+        anchors.verticalCenter: parent.verticalCenter
+        text: chip.text
+        type: Theme.list
+    }
+
+    T.AbstractButton {
+        id: cross
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.s4
+        width: Theme.tagCrossWidth
+        height: parent.height
+        focusPolicy: Qt.TabFocus
+        onClicked: chip.removed()
+        Keys.onReturnPressed: Buttons.click(cross)
+        Keys.onEnterPressed: Buttons.click(cross)
+
+        Accessible.role: Accessible.Button
+        Accessible.name: qsTr("Remove tag %1").arg(chip.text)
+        Accessible.onPressAction: Buttons.click(cross)
+
+        background: Item {
+            FocusRing {
+                anchors.margins: Theme.hairline
+                shown: cross.visualFocus
+            }
+        }
+        contentItem: Icon {
+            symbol: "xmark"
+            size: Theme.iconCheck
+            color: cross.hovered ? Theme.t1 : Theme.t2
+        }
+    }
+}

@@ -1,0 +1,90 @@
+// The tags of a clip and the field for another one. Return and "Add" put it in and leave the field
+// ready for the next.
+//   inspector: ClipInspector; tags: a list model; newTag: string; onAdd: function; onRemove: function
+//   of a tag; signal escaped(), on Esc in the field
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import Corvane.Kit
+import Corvane.Review
+
+Column {
+    id: editor
+
+    required property ClipInspector inspector
+
+    signal escaped()
+
+    function add() {
+        inspector.addTag();
+        field.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
+    spacing: Theme.s8
+
+    FlowLayout {
+        id: chips
+
+        objectName: "inspector.tags"
+        width: parent.width
+        visible: repeater.count > 0
+        spacing: Theme.chipGap
+
+        Repeater {
+            id: repeater
+
+            model: editor.inspector.tags
+
+            TagChip {
+                id: chip
+
+                required property int index
+                required property string display
+
+                objectName: "inspector.tag." + index
+                text: display
+                maximumWidth: chips.width
+                cross.objectName: objectName + ".remove"
+                onRemoved: {
+                    if (cross.activeFocus) {
+                        field.forceActiveFocus(Qt.TabFocusReason);
+                    }
+                    editor.inspector.removeTag(display);
+                }
+            }
+        }
+    }
+
+    Row {
+        width: parent.width
+        spacing: Theme.chipGap
+
+        TextField {
+            id: field
+
+            objectName: "inspector.newTag"
+            width: parent.width - add.width - parent.spacing
+            name: qsTr("New tag")
+            takesEscape: true
+            text: editor.inspector.newTag
+            onTextEdited: editor.inspector.newTag = text
+            onAccepted: editor.add()
+            onEscaped: editor.escaped()
+
+            // What the field has no use for is no key of the screen either.
+            Keys.priority: Keys.AfterItem
+            Keys.onPressed: event => {
+                event.accepted = event.key !== Qt.Key_Tab && event.key !== Qt.Key_Backtab;
+            }
+        }
+
+        Button {
+            id: add
+
+            objectName: "inspector.addTag"
+            text: qsTr("Add")
+            focusPolicy: Qt.TabFocus
+            onClicked: editor.add()
+        }
+    }
+}

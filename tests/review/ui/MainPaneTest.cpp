@@ -1,0 +1,256 @@
+#include "review/ReviewScreenFixture.h"
+#include "support/screens/Screen.h"
+
+#include <gmock/gmock.h>
+
+#include <QAccessible>
+
+namespace corvane::test {
+namespace {
+
+/// A pane in a screen that counts the keys which come to it.
+constexpr auto kPane = R"(
+    import QtQuick
+    import Corvane.Kit
+    import Corvane.Review
+    AppWindow {
+        id: window
+        property var review
+        property alias keys: scope.keys
+        FocusScope {
+            id: scope
+            property int keys: 0
+            anchors.fill: parent
+            focus: true
+            Keys.onPressed: event => keys += 1
+            MainPane {
+                anchors.fill: parent
+                review: window.review
+                engine: null
+            }
+        }
+    })";
+
+constexpr QSize kSize(1060, 700);
+
+QString text(const char *latin) {
+    return QString::fromUtf8(latin);
+}
+
+class MainPaneTest : public ReviewScreenTest {
+  protected:
+    /// The second clip has two subclips, from 1.25 to 2.25 and from 2.5 to 3.5 s.
+    MainPaneTest() {
+        click("clip-1");
+        player.becomeReady();
+    }
+
+    Screen open() { return Screen(kPane, kSize, {{text("review"), QVariant::fromValue(&screen)}}); }
+    const Subclip &subclip(int index) const { return clip(1).subclips.at(index); }
+    void openDrawer(Screen &view) {
+        view.click(text("drawer.head"));
+        EXPECT_TRUE(view.waitFor([&] {
+            return view.shows(text("drawer.keys")) &&
+                   view.item(text("drawer.keys"))->mapToScene(QPointF(0, 0)).y() < kSize.height();
+        }));
+    }
+    static int keysOfScreen(const Screen &view) { return view.root()->property("keys").toInt(); }
+};
+
+QRect placeOf(const Screen &view, const char *name) {
+    const QQuickItem *item = view.item(text(name));
+    return item->mapRectToScene(QRectF(QPointF(0, 0), item->size())).toRect();
+}
+
+} // namespace
+
+TEST_F(MainPaneTest, AClickOnATrackSeeksOnceAndADragAtEveryChangeBeyondTheEndsToo) {
+    ReviewScreenState state(
+        store, player,
+        {.filmstrip = [](QString, QString, QString, std::stop_token) -> QCoro::Task<QStringList> {
+            co_return QStringList{text("0.jpg"), text("1.jpg")};
+        }});
+    state.selectClip(text("clip-1"));
+    Screen view(kPane, kSize, {{text("review"), QVariant::fromValue(&state)}});
+    EXPECT_FALSE(view.shows(text("filmstrip"))) << "a clip whose id is no UUID has none";
+    state.filmstrip().start(newIdentifier(), {}, folder.path());
+    state.selectSubclip(text("clip-1"), subclip(1).id);
+    QList<double> seeks;
+    QObject::connect(&player, &ReviewPlayer::currentSecondsChanged, &player,
+                     [&] { seeks.append(player.current); });
+    const auto near = [](double seconds) { return testing::DoubleNear(seconds, 0.02); };
+    player.range.reset(); // what keeps a seek in the range is the player's
+    const struct {
+        const char *track;
+        double begin, end;
+    } tracks[] = {{"scrubber", 2.5, 3.5}, {"filmstrip", 0, 12.5}};
+    for (const auto &[track, begin, end] : tracks) {
+        const QRect place = placeOf(view, track);
+        seeks.clear();
+        view.click(text(track));
+        view.drag(place.center(), {place.right() + 10, place.center().y() - 80});
+        view.drag(place.center(), {place.left() - 10, place.center().y()});
+        const double middle = (begin + end) / 2;
+        EXPECT_THAT(seeks, testing::ElementsAre(near(middle), near(middle), testing::_, near(end),
+                                                near(middle), testing::_, near(begin)))
+            << track;
+    }
+    EXPECT_EQ(keysOfScreen(view) + player.shownRate, 0);
+}
+
+TEST_F(MainPaneTest, TheTracksTellAReaderOfTheScreenWhereTheyStandAndStepByFrames) {
+    Screen view = open();
+    player.seek(3.2);
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(view.item(text("scrubber")));
+    ASSERT_TRUE(face && face->valueInterface() && face->actionInterface());
+    EXPECT_EQ(face->role(), QAccessible::Slider);
+    EXPECT_EQ(face->valueInterface()->currentValue().toDouble(), 3.2);
+    EXPECT_EQ(face->valueInterface()->maximumValue().toDouble(), 12.5);
+    EXPECT_EQ(face->text(QAccessible::Description), text("00:00:03  /  00:00:12"));
+    face->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+    EXPECT_DOUBLE_EQ(player.current, 3.24);
+    view.click(text("transport.back"));
+    view.click(text("transport.back"));
+    EXPECT_DOUBLE_EQ(player.current, 3.16);
+    view.click(text("transport.forward"));
+    EXPECT_DOUBLE_EQ(player.current, 3.2);
+}
+
+TEST_F(MainPaneTest, ShowsTheMarksOnTheTrackTheyBelongToAndNothingWithoutALength) {
+    Screen view = open();
+    type("i");
+    player.seek(10);
+    EXPECT_TRUE(view.shows(text("scrubber.in")) && !view.shows(text("scrubber.out")));
+    type("o");
+    EXPECT_TRUE(view.shows(text("scrubber.out")) && view.shows(text("scrubber.range")));
+    const QRect track = placeOf(view, "scrubber");
+    EXPECT_NEAR(placeOf(view, "scrubber.range").width(), track.width() * 0.8, 1);
+    EXPECT_NEAR(placeOf(view, "scrubber.knob").center().x(),
+                placeOf(view, "scrubber.out").center().x(), 1);
+    view.picture(text("mainpane-marks"));
+    player.duration = 0;
+    Q_EMIT player.durationSecondsChanged();
+    for (const char *mark : {"scrubber.in", "scrubber.range", "scrubber.knob", "bars.0"}) {
+        EXPECT_FALSE(view.shows(text(mark))) << mark;
+    }
+}
+
+TEST_F(MainPaneTest, PlaysASubclipFromItsBarUnderABannerAndThePictureKeepsItsSize) {
+    Screen view = open();
+    const QRect picture = placeOf(view, "playerView");
+    const QRect track = placeOf(view, "scrubber");
+    EXPECT_NEAR(placeOf(view, "bars.1").left(), track.left() + track.width() * 0.2, 1);
+    EXPECT_EQ(Screen::accessibleName(view.item(text("bars.1"))), text("Subclip 2"));
+    view.click(text("bars.1"));
+    EXPECT_EQ(screen.activeSubclipId(), subclip(1).id);
+    EXPECT_FALSE(view.shows(text("bars.0")));
+    EXPECT_EQ(placeOf(view, "playerView"), picture);
+    EXPECT_EQ(Screen::accessibleName(view.item(text("subclipBanner.name"))), text("Subclip 2"));
+    view.picture(text("mainpane-subclip"));
+    view.click(text("subclipBanner.close"));
+    EXPECT_FALSE(view.shows(text("subclipBanner")));
+    EXPECT_TRUE(view.shows(text("bars.0")));
+    EXPECT_TRUE(view.root()->property("keys").isValid());
+}
+
+TEST_F(MainPaneTest, TheButtonOverThePicturePlaysAndHidesWhilePlayingUntilThePointerEnters) {
+    Screen view = open();
+    const auto button = text("playerOverlayButton");
+    const QRect play = placeOf(view, "transport.play");
+    view.click(button);
+    EXPECT_EQ(player.shownRate, 1);
+    EXPECT_TRUE(view.shows(button)) << "the pointer is over the player";
+    view.hover(text("drawer.head"));
+    EXPECT_FALSE(view.shows(button));
+    EXPECT_EQ(Screen::accessibleName(view.item(text("transport.play"))), text("Pause (Space)"));
+    player.seek(12);
+    EXPECT_EQ(placeOf(view, "transport.play"), play);
+    EXPECT_NEAR(play.center().x(), placeOf(view, "playerView").center().x(), 1);
+    view.click(text("transport.play"));
+    EXPECT_EQ(player.shownRate, 0);
+    EXPECT_TRUE(view.shows(button));
+    EXPECT_FALSE(view.focused()->inherits("QQuickButton")) << "clicks leave the focus alone";
+
+    store.updateProject(sampleProject(1));
+    EXPECT_TRUE(view.shows(text("player.none")));
+    EXPECT_FALSE(view.shows(text("transport.play")) || view.shows(text("drawer.head")) ||
+                 view.shows(button));
+    view.picture(text("mainpane-empty"));
+}
+
+TEST_F(MainPaneTest, ARowsNameIsEditedAndItsKeysStayInTheField) {
+    Screen view = open();
+    openDrawer(view);
+    const auto field = text("subclip.0.field");
+    const auto edit = [&](const char *typed) {
+        view.click(text("subclip.0.name"));
+        ASSERT_TRUE(view.shows(field));
+        view.key(Qt::Key_A, Qt::ControlModifier);
+        view.type(text(typed));
+    };
+    edit("  Pole lift, wide ");
+    view.picture(text("mainpane-editing"));
+    view.key(Qt::Key_Up);
+    view.key(Qt::Key_F5);
+    view.key(Qt::Key_Return);
+    EXPECT_EQ(subclip(0).label, text("Pole lift, wide"));
+    EXPECT_FALSE(view.shows(field));
+    EXPECT_EQ(keysOfScreen(view), 0);
+    view.key(Qt::Key_I);
+    EXPECT_EQ(keysOfScreen(view), 1) << "the screen has its keys back";
+
+    edit("Lost");
+    view.key(Qt::Key_Escape);
+    EXPECT_FALSE(view.shows(field));
+    edit("Lost too");
+    view.click(text("subclip.1.name"));
+    EXPECT_FALSE(view.shows(field));
+    view.key(Qt::Key_Escape);
+    EXPECT_EQ(subclip(0).label, text("Pole lift, wide"));
+    edit("");
+    view.key(Qt::Key_Backspace);
+    view.key(Qt::Key_Return);
+    EXPECT_EQ(subclip(0).label, std::nullopt);
+    EXPECT_EQ(keysOfScreen(view), 1);
+    EXPECT_FALSE(screen.isInSubclipMode()) << "a click on the name doesn't play the row";
+}
+
+TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
+    Screen view = open();
+    openDrawer(view);
+    const QRect stars = placeOf(view, "subclip.0.rating");
+    view.click(QPoint(stars.left() + 4 * 18 - 5, stars.center().y()));
+    EXPECT_EQ(subclip(0).rating, 4);
+    view.click(text("subclip.0.rating.clear"));
+    EXPECT_EQ(subclip(0).rating, 0);
+    const bool wasMarked = subclip(0).selectedForExport;
+    view.click(text("subclip.0.favorite"));
+    view.click(text("subclip.0.selected"));
+    EXPECT_TRUE(subclip(0).favorite && subclip(0).selectedForExport != wasMarked);
+    EXPECT_FALSE(screen.isInSubclipMode()) << "its buttons don't play the row";
+    EXPECT_EQ(view.focused()->objectName(), QString()) << "nor do they take the focus";
+
+    view.click(text("subclip.1.delete"));
+    ASSERT_EQ(clip(1).subclips.size(), 1);
+    EXPECT_FALSE(view.shows(text("subclip.1")));
+    view.click(text("subclip.0"));
+    EXPECT_EQ(screen.activeSubclipId(), subclip(0).id);
+    EXPECT_TRUE(view.shows(text("subclipBanner")));
+    screen.exitSubclipMode();
+
+    view.item(text("subclip.0"))->forceActiveFocus(Qt::TabFocusReason);
+    view.key(Qt::Key_Return);
+    EXPECT_TRUE(screen.isInSubclipMode());
+    view.key(Qt::Key_Tab);
+    view.key(Qt::Key_Tab);
+    view.key(Qt::Key_5);
+    EXPECT_EQ(subclip(0).rating, 5);
+    view.key(Qt::Key_Tab);
+    view.key(Qt::Key_Space);
+    EXPECT_FALSE(subclip(0).favorite);
+    view.click(text("subclip.0.delete"));
+    EXPECT_TRUE(view.waitFor([&] { return view.shows(text("drawer.none")); }));
+    EXPECT_EQ(player.range, std::nullopt);
+}
+
+} // namespace corvane::test
