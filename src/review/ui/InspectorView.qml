@@ -1,6 +1,7 @@
 // A clip's facts and all that a review changes of it, for the side pane. The title stands in the pane's
 // top row, whose right end is left free for the pane's own button.
-//   inspector: ClipInspector; signal escaped(), on Esc in a field
+// Esc in a field gives the keys back to the screen.
+//   inspector: ClipInspector
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -10,8 +11,6 @@ Rectangle {
     id: view
 
     required property ClipInspector inspector
-
-    signal escaped()
 
     // What is reached by Tab is in view.
     function follow(item: Item) {
@@ -126,7 +125,6 @@ Rectangle {
                     objectName: "inspector.notes"
                     width: parent.width
                     inspector: view.inspector
-                    onEscaped: view.escaped()
                 }
             }
 
@@ -137,7 +135,6 @@ Rectangle {
                 TagsEditor {
                     width: parent.width
                     inspector: view.inspector
-                    onEscaped: view.escaped()
                 }
             }
 

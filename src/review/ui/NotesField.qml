@@ -1,7 +1,7 @@
 // The notes of the inspector's clip. It grows with them up to a height and then scrolls. What is typed
 // goes to the clip that is shown, at each keystroke, and its echo leaves the cursor alone; notes that
 // come from elsewhere, or of another clip, start afresh, with nothing of the old ones to undo.
-//   inspector: ClipInspector; signal escaped(), on Esc
+//   inspector: ClipInspector
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -13,11 +13,9 @@ TextArea {
     property bool isTelling: false
     property bool isTaking: false
 
-    signal escaped()
-
     function take() {
         isTaking = true;
-        input.clear();
+        text = text === " " ? "" : " "; // setting what stands there already would keep its history
         text = inspector.notes;
         isTaking = false;
     }
@@ -35,7 +33,7 @@ TextArea {
     }
 
     // What the field has no use for is no key of the screen either.
-    Keys.onEscapePressed: escaped()
+    Keys.onEscapePressed: input.focus = false
     Keys.onPressed: event => {
         event.accepted = event.key !== Qt.Key_Tab && event.key !== Qt.Key_Backtab;
     }

@@ -1,7 +1,6 @@
 // The tags of a clip and the field for another one. Return and "Add" put it in and leave the field
 // ready for the next.
-//   inspector: ClipInspector; tags: a list model; newTag: string; onAdd: function; onRemove: function
-//   of a tag; signal escaped(), on Esc in the field
+//   inspector: ClipInspector
 // Qt 6.4 has no way to say that a delegate knows what surrounds it.
 // qmllint disable unqualified
 import QtQuick
@@ -12,8 +11,6 @@ Column {
     id: editor
 
     required property ClipInspector inspector
-
-    signal escaped()
 
     function add() {
         inspector.addTag();
@@ -69,7 +66,7 @@ Column {
             text: editor.inspector.newTag
             onTextEdited: editor.inspector.newTag = text
             onAccepted: editor.add()
-            onEscaped: editor.escaped()
+            onEscaped: focus = false
 
             // What the field has no use for is no key of the screen either.
             Keys.priority: Keys.AfterItem

@@ -37,6 +37,11 @@ QString text(const char *latin) {
     return QString::fromUtf8(latin);
 }
 
+QRect placeOf(const Screen &view, const char *name) {
+    const QQuickItem *item = view.item(text(name));
+    return item->mapRectToScene(QRectF(QPointF(0, 0), item->size())).toRect();
+}
+
 class MainPaneTest : public ReviewScreenTest {
   protected:
     /// The second clip has two subclips, from 1.25 to 2.25 and from 2.5 to 3.5 s.
@@ -51,16 +56,11 @@ class MainPaneTest : public ReviewScreenTest {
         view.click(text("drawer.head"));
         EXPECT_TRUE(view.waitFor([&] {
             return view.shows(text("drawer.keys")) &&
-                   view.item(text("drawer.keys"))->mapToScene(QPointF(0, 0)).y() < kSize.height();
+                   placeOf(view, "drawer.keys").bottom() < kSize.height();
         }));
     }
     static int keysOfScreen(const Screen &view) { return view.root()->property("keys").toInt(); }
 };
-
-QRect placeOf(const Screen &view, const char *name) {
-    const QQuickItem *item = view.item(text(name));
-    return item->mapRectToScene(QRectF(QPointF(0, 0), item->size())).toRect();
-}
 
 } // namespace
 

@@ -1,0 +1,214 @@
+#include "review/ReviewScreenFixture.h"
+#include "support/screens/Screen.h"
+
+#include <gmock/gmock.h>
+
+#include <QTest>
+
+namespace corvane::test {
+namespace {
+
+/// The inspector at the pane's width in a screen that counts the keys which come to it.
+constexpr auto kInspector = R"(
+    import QtQuick
+    import Corvane.Kit
+    import Corvane.Review
+    AppWindow {
+        id: window
+        property var inspector
+        property int paneWidth: 300
+        property alias keys: scope.keys
+        FocusScope {
+            id: scope
+            property int keys: 0
+            anchors.fill: parent
+            focus: true
+            Keys.onPressed: event => keys += 1
+            InspectorView {
+                width: window.paneWidth
+                height: parent.height
+                inspector: window.inspector
+            }
+        }
+    })";
+
+QString name(const char *latin) {
+    return QString::fromUtf8(latin);
+}
+
+Project describedProject() {
+    Project project = sampleProject(3);
+    VideoRecord &video = project.videos[0].edit();
+    video.codec = name("apcn");
+    video.width = 3840;
+    video.height = 2160;
+    video.fps = 25;
+    video.notes =
+        name("Sun clears the ridge at 0:11.\r\nThe pole lift at 0:13 is the one; the second "
+             "try is soft for four frames.");
+    video.tags = {name("tide"), name("boat"), name("first light"), name("opening"),
+                  name("no dialogue")};
+    return project;
+}
+
+class InspectorTest : public ReviewScreenTest {
+  protected:
+    InspectorTest() : ReviewScreenTest(describedProject()) { click("clip-0"); }
+
+    Screen open(int width = 300) {
+        return Screen(kInspector, {400, 640},
+                      {{name("inspector"), QVariant::fromValue(&screen.inspector())},
+                       {name("paneWidth"), width}});
+    }
+    static int keysOfScreen(const Screen &view) { return view.root()->property("keys").toInt(); }
+    static QString notesIn(const Screen &view) {
+        return view.property(name("inspector.notes"), "text").toString();
+    }
+};
+
+} // namespace
+
+TEST_F(InspectorTest, RatesAndFlagsTheClip) {
+    Screen view = open();
+    const QQuickItem *stars = view.item(name("inspector.rating"));
+    const QPoint fifth =
+        stars->mapToScene(QPointF(4.5 * stars->property("starWidth").toInt(), 12)).toPoint();
+    view.click(fifth);
+    EXPECT_EQ(clip(0).rating, 5);
+    int edits = 0;
+    QObject::connect(&store, &ProjectStore::projectChanged, &store, [&] { ++edits; });
+    view.click(fifth);
+    EXPECT_EQ(clip(0).rating, 5);
+    EXPECT_EQ(edits, 1) << "the filled star sets it again";
+    view.click(name("inspector.flag.0"));
+    view.click(name("inspector.flag.1"));
+    view.click(name("inspector.flag.2"));
+    EXPECT_TRUE(clip(0).favorite && clip(0).selectedForExport && !clip(0).reviewed)
+        << "rating it had reviewed it";
+    view.picture(name("inspector"));
+    view.click(name("inspector.rating.clear"));
+    EXPECT_EQ(clip(0).rating, 0);
+    EXPECT_EQ(keysOfScreen(view), 0);
+
+    view.item(name("inspector.flag.3"))->forceActiveFocus(Qt::TabFocusReason);
+    view.key(Qt::Key_Space);
+    view.key(Qt::Key_Return);
+    view.key(Qt::Key_Space);
+    EXPECT_TRUE(clip(0).rejected) << "the flag keeps the focus while it changes";
+    store.undo();
+    EXPECT_FALSE(view.property(name("inspector.flag.3"), "isOn").toBool());
+}
+
+TEST_F(InspectorTest, HelpsWithEachStar) {
+    Screen view = open();
+    const QQuickItem *stars = view.item(name("inspector.rating"));
+    for (int star = 1; star <= 2; ++star) {
+        const QPointF place((star - 0.5) * stars->property("starWidth").toInt(), 12);
+        QTest::mouseMove(view.window(), stars->mapToScene(place).toPoint());
+        EXPECT_TRUE(view.waitFor([&] {
+            return view.shows(name("helpTip")) &&
+                   Screen::accessibleName(view.item(name("helpTip"))) ==
+                       ClipInspector::starHelp(star);
+        }));
+    }
+}
+
+TEST_F(InspectorTest, TagsAreAddedInARowAndTakenAway) {
+    Screen view = open();
+    const auto field = name("inspector.newTag");
+    view.click(field);
+    view.type(name("  Gull "));
+    view.key(Qt::Key_Return);
+    view.type(name("Gull"));
+    view.click(name("inspector.addTag"));
+    view.type(name("gull"));
+    view.key(Qt::Key_Return);
+    EXPECT_EQ(clip(0).tags.mid(5), (QStringList{name("Gull"), name("gull")}));
+    EXPECT_EQ(view.property(field, "text").toString(), QString());
+    EXPECT_EQ(view.focused(), view.item(field));
+    view.click(name("inspector.tag.1.remove"));
+    EXPECT_EQ(clip(0).tags.at(1), name("first light"));
+    view.type(name("  "));
+    view.key(Qt::Key_Return);
+    view.key(Qt::Key_F2);
+    view.key(Qt::Key_Up);
+    EXPECT_EQ(clip(0).tags.size(), 6);
+    EXPECT_EQ(keysOfScreen(view), 0);
+    view.key(Qt::Key_Escape);
+    view.key(Qt::Key_F2);
+    EXPECT_EQ(keysOfScreen(view), 1) << "Esc gives the keys back";
+}
+
+TEST_F(InspectorTest, NotesGoToTheirOwnClipAndTheCursorStays) {
+    Screen view = open();
+    const auto input = name("inspector.notes.input");
+    view.click(input);
+    store.setRating(name("clip-0"), 3);
+    EXPECT_TRUE(clip(0).notes->contains(name("\r\n"))) << "looking at notes doesn't change them";
+    view.item(input)->setProperty("cursorPosition", 3);
+    view.type(name(" then"));
+    store.setRating(name("clip-0"), 4);
+    view.type(name("!"));
+    EXPECT_TRUE(clip(0).notes->startsWith(name("Sun then! clears")))
+        << clip(0).notes->toStdString();
+    view.key(Qt::Key_F3);
+    view.key(Qt::Key_PageDown);
+
+    const QString before = *clip(0).notes;
+    screen.selectClip(name("clip-1"));
+    EXPECT_EQ(notesIn(view), QString());
+    view.key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(clip(1).notes, std::nullopt) << "nothing of the other clip to undo";
+    view.type(name("x"));
+    view.key(Qt::Key_Backspace);
+    screen.selectClip(name("clip-2"));
+    view.key(Qt::Key_Z, Qt::ControlModifier);
+    view.type(name("second"));
+    EXPECT_EQ(clip(0).notes, before);
+    EXPECT_EQ(clip(1).notes, std::nullopt);
+    EXPECT_EQ(clip(2).notes, name("second"));
+    EXPECT_EQ(keysOfScreen(view), 0);
+    view.key(Qt::Key_Tab);
+    EXPECT_EQ(view.focused(), view.item(name("inspector.newTag")));
+}
+
+TEST_F(InspectorTest, HoldsHugeNotesAndManyTagsInANarrowPane) {
+    Project project = *store.project();
+    VideoRecord &video = project.videos[0].edit();
+    for (int tag = 0; tag < 400; ++tag) {
+        video.tags.append(QString::number(tag));
+    }
+    video.tags.prepend(QString(500, QLatin1Char('w')));
+    store.updateProject(project);
+    Screen view = open(160);
+    EXPECT_TRUE(view.waitFor([&] { return view.shows(name("inspector.tag.405")); }));
+    const QQuickItem *chips = view.item(name("inspector.tags"));
+    for (const char *chip : {"inspector.tag.0", "inspector.tag.1"}) {
+        const QQuickItem *item = view.item(name(chip));
+        EXPECT_EQ(item->x(), 0) << chip;
+        EXPECT_LE(item->width(), chips->width()) << chip;
+    }
+    view.picture(name("inspector-narrow"));
+    view.item(name("inspector.newTag"))->forceActiveFocus(Qt::TabFocusReason);
+    view.picture(name("inspector-narrow-tag"));
+    const QRect seen(0, 0, 160, 640);
+    const QQuickItem *field = view.item(name("inspector.newTag"));
+    EXPECT_TRUE(seen.contains(field->mapToScene(QPointF(0, 0)).toPoint()))
+        << "Tab brings it to view";
+    view.type(name("new"));
+    view.key(Qt::Key_Return);
+    EXPECT_EQ(clip(0).tags.last(), name("new"));
+
+    const QString line = name("some words of a note ").repeated(4) + QLatin1Char('\n');
+    const QString huge = line.repeated((1 << 20) / line.size());
+    store.setNotes(name("clip-0"), huge);
+    view.item(name("inspector.notes.input"))->forceActiveFocus();
+    view.key(Qt::Key_End, Qt::ControlModifier);
+    view.type(name("and more"));
+    EXPECT_EQ(*clip(0).notes, huge + name("and more"));
+    const QQuickItem *notes = view.item(name("inspector.notes"));
+    EXPECT_EQ(notes->height(), notes->property("implicitHeight").toDouble());
+    EXPECT_LE(notes->height(), 112);
+}
+
+} // namespace corvane::test
