@@ -270,7 +270,6 @@ QtObject {
     readonly property int drawerListMinHeight: 110
     readonly property int drawerListMaxHeight: 132
     readonly property int drawerRowGap: 10
-    readonly property int drawerNameMinWidth: 90
     readonly property int drawerRangeWidth: 132
     readonly property int drawerLengthWidth: 62
 

@@ -250,6 +250,32 @@ TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {
     EXPECT_FALSE(screen.activeSubclipId() || player.range);
 }
 
+TEST_F(ReviewScreenTest, TellsNothingButTheTimeWhileAClipPlays) {
+    click("clip-0");
+    player.becomeReady();
+    type("i");
+    int times = 0;
+    int others = 0;
+    QObject::connect(&screen, &ReviewScreenState::transportChanged, &screen, [&] { ++times; });
+    for (const auto signal :
+         {&ReviewScreenState::durationsChanged, &ReviewScreenState::draftsChanged,
+          &ReviewScreenState::selectionChanged, &ReviewScreenState::rateChanged}) {
+        QObject::connect(&screen, signal, &screen, [&] { ++others; });
+    }
+    player.seek(3);
+    player.seek(5);
+    EXPECT_EQ(times, 2);
+    EXPECT_EQ(others, 0);
+    type("o");
+    EXPECT_EQ(others, 1);
+    EXPECT_EQ(screen.draftInFraction(), 0);
+    EXPECT_EQ(screen.draftOutFraction(), 0.4);
+    EXPECT_EQ(screen.transportDurationText(), QStringLiteral("  /  00:00:12"));
+    player.duration = 0;
+    Q_EMIT player.durationSecondsChanged();
+    EXPECT_FALSE(screen.showsPlayhead() || screen.draftInFraction() || screen.draftOutFraction());
+}
+
 TEST_F(ReviewScreenTest, AddsAndRemovesVisibleRowsAndSaysHowMany) {
     const auto status = [this] { return store.statusMessage().value_or(QString()); };
     screen.filterBar().setSearchQuery(QStringLiteral("CLIP-1"));

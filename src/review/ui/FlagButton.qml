@@ -1,6 +1,6 @@
 // A flag of a clip with the letter of its key, tinted while it is on.
-//   title, icon, shortcut, helpText: string; isOn: bool; activeColor, activeBorder, activeInk: color;
-//   onToggle: function
+//   title, symbol, shortcut, helpText: string; isOn: bool; activeColor, activeBorder, activeInk: color;
+//   signal clicked()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -16,14 +16,12 @@ T.Button {
     property color activeColor: Theme.b4
     property color activeBorder: Theme.line2
     property color activeInk: Theme.t1
-    property var onToggle: null
 
     implicitHeight: Theme.controlHeight
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     leftPadding: Theme.s8
     rightPadding: Theme.s8 + Theme.s2
     focusPolicy: Qt.TabFocus
-    onClicked: onToggle()
     Keys.onReturnPressed: Buttons.click(control)
     Keys.onEnterPressed: Buttons.click(control)
 

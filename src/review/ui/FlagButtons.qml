@@ -35,7 +35,7 @@ FlowLayout {
             activeColor: flags.grounds[index]
             activeBorder: flags.borders[index]
             activeInk: flags.inks[index]
-            onToggle: () => flags.inspector.toggleFlag(index)
+            onClicked: flags.inspector.toggleFlag(index)
         }
     }
 }

@@ -76,7 +76,7 @@ Rectangle {
 
             component Rule: Divider {
                 x: -Theme.regionPadding
-                width: sections.width + 2 * Theme.regionPadding
+                width: parent.width + 2 * Theme.regionPadding
             }
 
             x: Theme.regionPadding
@@ -101,7 +101,7 @@ Rectangle {
                     height: Theme.smallButtonHeight
                     large: true
                     rating: view.inspector.rating
-                    onChange: stars => view.inspector.setRating(stars)
+                    onRated: stars => view.inspector.setRating(stars)
                 }
             }
 

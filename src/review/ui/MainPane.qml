@@ -42,7 +42,7 @@ Rectangle {
         }
 
         SubclipModeBanner {
-            anchors.horizontalCenter: parent.horizontalCenter
+            x: Math.round((parent.width - width) / 2)
             y: Theme.s12
             review: pane.review
             maximumWidth: parent.width - 2 * Theme.regionPadding

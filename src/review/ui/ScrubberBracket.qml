@@ -1,5 +1,7 @@
 // The mark of an in or an out point: a bar with two feet that point into the range.
 //   isIn: bool; fraction: real or undefined (no mark), from 0 to 1 of the parent's width
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
 import QtQuick
 import Corvane.Kit
 

@@ -39,7 +39,10 @@ Item {
             width: place.width
             height: bars.height
             focusPolicy: Qt.TabFocus
-            onClicked: bars.review.selectSubclip(bars.review.selectedVideoId, subclipId)
+            onClicked: {
+                focus = false; // the bars go away
+                bars.review.selectSubclip(bars.review.selectedVideoId, subclipId);
+            }
             Keys.onReturnPressed: Buttons.click(bar)
             Keys.onEnterPressed: Buttons.click(bar)
 

@@ -1,5 +1,7 @@
 // The subclips of the clip in the player, and the keys that make them.
 //   review: ReviewScreenState; showsHeader: bool; listHeight: real
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

@@ -43,6 +43,7 @@ Rectangle {
             id: mode
 
             anchors.verticalCenter: parent.verticalCenter
+            width: Math.ceil(implicitWidth)
             text: qsTr("Subclip mode")
             type: Theme.listHead
         }
@@ -61,7 +62,7 @@ Rectangle {
 
             objectName: "subclipBanner.name"
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.max(0, Math.min(Math.ceil(implicitWidth), banner.maximumWidth - banner.aside))
+            width: Math.max(0, Math.floor(Math.min(Math.ceil(implicitWidth), banner.maximumWidth - banner.aside)))
             text: banner.review.activeSubclipName
             type: Theme.list
             HelpText.text: truncated ? text : ""
@@ -71,6 +72,7 @@ Rectangle {
             id: hint
 
             anchors.verticalCenter: parent.verticalCenter
+            width: Math.ceil(implicitWidth)
             text: qsTr("Esc to exit")
             type: Theme.list
             muted: true
@@ -85,7 +87,10 @@ Rectangle {
             iconSize: Theme.iconButton
             helpText: qsTr("Exit subclip mode")
             focusPolicy: Qt.TabFocus
-            onClicked: banner.review.exitSubclipMode()
+            onClicked: {
+                focus = false; // the banner goes away
+                banner.review.exitSubclipMode();
+            }
         }
     }
 }

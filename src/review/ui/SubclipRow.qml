@@ -57,19 +57,21 @@ FocusItem {
     ListRow {
         anchors.fill: parent
         current: row.isActive
-        lit: ground.containsMouse || over.hovered
+        lit: pointer.hovered
+    }
 
-        HoverHandler {
-            id: over
-        }
+    HoverHandler {
+        id: pointer
     }
 
     MouseArea {
-        id: ground
-
         anchors.fill: parent
-        hoverEnabled: true
-        onClicked: row.select()
+        onClicked: {
+            if (row.isEditing) {
+                row.endEditing();
+            }
+            row.select();
+        }
     }
 
     FocusRing {
@@ -199,7 +201,7 @@ FocusItem {
         StarRating {
             objectName: row.objectName + ".rating"
             rating: row.rating
-            onChange: stars => row.review.rateSubclip(row.subclipId, stars)
+            onRated: stars => row.review.rateSubclip(row.subclipId, stars)
         }
 
         Button {

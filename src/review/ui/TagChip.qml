@@ -42,6 +42,7 @@ Rectangle {
         Keys.onReturnPressed: Buttons.click(cross)
         Keys.onEnterPressed: Buttons.click(cross)
 
+        HelpText.text: Accessible.name
         Accessible.role: Accessible.Button
         Accessible.name: qsTr("Remove tag %1").arg(chip.text)
         Accessible.onPressAction: Buttons.click(cross)
