@@ -33,6 +33,7 @@ void ReviewScreenState::appear() {
 void ReviewScreenState::disappear() {
     m_isShown = false;
     setKeyboardFocused(false);
+    setHoveringPlayer(false); // the pane goes without saying that the pointer left it
 }
 
 void ReviewScreenState::openPendingImport() {

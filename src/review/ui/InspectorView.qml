@@ -1,6 +1,5 @@
-// A clip's facts and all that a review changes of it, for the side pane. The title stands in the pane's
-// top row, whose right end is left free for the pane's own button.
-// Esc in a field gives the keys back to the screen.
+// A clip's facts and all that a review changes of it, below the top row of the side pane, which has its
+// title. Esc in a field gives the keys back to the screen.
 //   inspector: ClipInspector
 import QtQuick
 import QtQuick.Templates as T
@@ -14,10 +13,14 @@ Rectangle {
 
     // What is reached by Tab is in view.
     function follow(item: Item) {
-        for (let above = item; above; above = above.parent) {
+        let seen = item;
+        for (let above = item; above && above !== scroll; above = above.parent) {
+            if (above instanceof Flickable) {
+                seen = above; // of what scrolls by itself, the part that shows
+            }
             if (above === sections) {
-                const top = item.mapToItem(sections, 0, 0).y + sections.y - Theme.sectionGap;
-                const bottom = top + Math.min(item.height + 2 * Theme.sectionGap, scroll.height);
+                const top = seen.mapToItem(sections, 0, 0).y + sections.y - Theme.sectionGap;
+                const bottom = top + Math.min(seen.height + 2 * Theme.sectionGap, scroll.height);
                 scroll.contentY = Math.max(Math.min(scroll.contentY, top), bottom - scroll.height);
             }
         }
@@ -37,34 +40,11 @@ Rectangle {
         }
     }
 
-    Label {
-        id: title
-
-        objectName: "inspector.title"
-        x: Theme.regionPadding
-        width: parent.width - x - Theme.listTopHeight
-        height: Theme.listTopHeight
-        verticalAlignment: Text.AlignVCenter
-        text: view.inspector.title
-        type: Theme.listHead
-        HelpText.text: truncated ? text : ""
-        Accessible.role: Accessible.Heading
-    }
-
-    Divider {
-        id: edge
-
-        y: title.height - height
-        width: parent.width
-    }
-
     Flickable {
         id: scroll
 
         objectName: "inspector.scroll"
-        anchors.top: title.bottom
-        anchors.bottom: parent.bottom
-        width: parent.width
+        anchors.fill: parent
         contentWidth: width
         contentHeight: sections.height + 2 * Theme.sectionGap
         clip: true

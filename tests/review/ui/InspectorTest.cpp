@@ -24,10 +24,12 @@ constexpr auto kInspector = R"(
             anchors.fill: parent
             focus: true
             Keys.onPressed: event => keys += 1
-            InspectorView {
+            Loader { // as the side pane has it
                 width: window.paneWidth
                 height: parent.height
-                inspector: window.inspector
+                sourceComponent: InspectorView {
+                    inspector: window.inspector
+                }
             }
         }
     })";
@@ -209,6 +211,10 @@ TEST_F(InspectorTest, HoldsHugeNotesAndManyTagsInANarrowPane) {
     const QQuickItem *notes = view.item(name("inspector.notes"));
     EXPECT_EQ(notes->height(), notes->property("implicitHeight").toDouble());
     EXPECT_LE(notes->height(), 112);
+    view.key(Qt::Key_Tab);
+    view.key(Qt::Key_Backtab);
+    EXPECT_TRUE(seen.contains(notes->mapToScene(QPointF(0, 0)).toPoint()));
+    EXPECT_GE(view.property(name("inspector.scroll"), "contentY").toDouble(), 0);
 }
 
 } // namespace corvane::test
