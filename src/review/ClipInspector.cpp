@@ -9,6 +9,8 @@ namespace corvane {
 
 namespace {
 
+constexpr int kLongestWord = 2000;
+
 struct Flag {
     const char *title;
     const char *icon;
@@ -112,6 +114,17 @@ QVariantList ClipInspector::flags() const {
 
 QString ClipInspector::notes() const {
     return m_video ? (*m_video)->notes.value_or(QString()) : QString();
+}
+
+bool ClipInspector::notesBreakInWords() const {
+    qsizetype length = 0;
+    for (const QChar letter : notes()) {
+        length = letter.isSpace() ? 0 : length + 1;
+        if (length > kLongestWord) {
+            return true;
+        }
+    }
+    return false;
 }
 
 QString ClipInspector::source() const {

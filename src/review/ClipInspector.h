@@ -17,6 +17,7 @@ class ClipInspector : public QObject {
     Q_PROPERTY(int rating READ rating NOTIFY changed)
     Q_PROPERTY(QVariantList flags READ flags NOTIFY changed)
     Q_PROPERTY(QString notes READ notes WRITE setNotes NOTIFY notesChanged)
+    Q_PROPERTY(bool notesBreakInWords READ notesBreakInWords NOTIFY notesChanged)
     Q_PROPERTY(QAbstractItemModel *tags READ tagModel CONSTANT)
     Q_PROPERTY(QString source READ source NOTIFY changed)
     Q_PROPERTY(QString newTag READ newTag WRITE setNewTag NOTIFY newTagChanged)
@@ -36,6 +37,9 @@ class ClipInspector : public QObject {
     /// Maps with "title", "icon", "shortcut", "help" and "isOn".
     QVariantList flags() const;
     QString notes() const;
+    /// Whether a word of the notes is so long that it has to be broken wherever a line is full: the
+    /// search for its end in each of its lines would stop the screen.
+    bool notesBreakInWords() const;
     QStringList tags() const { return m_tags.stringList(); }
     /// The tags as rows that stay while others come and go.
     QAbstractItemModel *tagModel() { return &m_tags; }

@@ -107,6 +107,10 @@ TEST_F(ReviewScreenTest, InspectsTheClip) {
         inspector.addTag();
     }
     EXPECT_EQ(inspector.tags(), (QStringList{QStringLiteral("Gull"), QStringLiteral("gull")}));
+    inspector.setNotes(QStringLiteral("word ").repeated(1000));
+    EXPECT_FALSE(inspector.notesBreakInWords());
+    inspector.setNotes(inspector.notes() + QString(3000, QLatin1Char('n')));
+    EXPECT_TRUE(inspector.notesBreakInWords());
     inspector.setRating(5);
     inspector.setRating(5);
     inspector.toggleFlag(1);
