@@ -27,6 +27,7 @@ Item {
             required property int index
             required property string subclipId
             required property string name
+            required property string range
             required property real inSeconds
             required property real outSeconds
             required property bool isActive
@@ -49,6 +50,7 @@ Item {
             HelpText.text: name
             Accessible.role: Accessible.Button
             Accessible.name: name
+            Accessible.description: range
             Accessible.onPressAction: Buttons.click(bar)
 
             background: Item {

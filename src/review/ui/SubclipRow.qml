@@ -30,6 +30,14 @@ FocusItem {
         review.selectSubclip(review.selectedVideoId, subclipId);
     }
 
+    // Of what stands in the row, keys without a use there are the screen's.
+    function selectByKey(event: var) {
+        event.accepted = activeFocus;
+        if (activeFocus) {
+            select();
+        }
+    }
+
     function edit() {
         field.text = label;
         field.visible = true;
@@ -43,9 +51,9 @@ FocusItem {
 
     objectName: "subclip." + index
     implicitHeight: Theme.drawerRowHeight
-    Keys.onReturnPressed: select()
-    Keys.onEnterPressed: select()
-    Keys.onSpacePressed: select()
+    Keys.onReturnPressed: event => row.selectByKey(event)
+    Keys.onEnterPressed: event => row.selectByKey(event)
+    Keys.onSpacePressed: event => row.selectByKey(event)
     Accessible.role: Accessible.ListItem
     Accessible.name: name
     Accessible.description: range

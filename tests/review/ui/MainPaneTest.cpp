@@ -264,10 +264,13 @@ TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
     view.item(text("subclip.0"))->forceActiveFocus(Qt::TabFocusReason);
     view.key(Qt::Key_Return);
     EXPECT_TRUE(screen.isInSubclipMode());
+    screen.exitSubclipMode();
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_5);
     EXPECT_EQ(subclip(0).rating, 5);
+    view.key(Qt::Key_Space);
+    EXPECT_FALSE(screen.isInSubclipMode()) << "stars have no use for it, so it is the screen's";
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Space);
     EXPECT_FALSE(subclip(0).favorite);
