@@ -3,6 +3,7 @@
 #include "cli/JSONMembers.h"
 #include "cli/ProgressLine.h"
 #include "cli/TextTable.h"
+#include "import/ImportTexts.h"
 #include "import/ImportViewModel.h"
 #include "platform/Paths.h"
 #include "platform/Tasks.h"
@@ -43,25 +44,6 @@ void scanSources(ImportViewModel &flow, const QStringList &sources, const Invoca
     if (flow.stage() != ImportViewModel::Stage::results) {
         throw Failure(QStringLiteral("Cancelled"));
     }
-}
-
-/// What a scan saw and left out, or an empty text.
-QString leftOutText(const LeftOut &leftOut) {
-    QStringList parts;
-    const auto add = [&parts](int count, const QString &one, const QString &several) {
-        if (count > 0) {
-            parts.append(QString::number(count) + QLatin1Char(' ') + (count == 1 ? one : several));
-        }
-    };
-    add(leftOut.notMedia, QStringLiteral("file that isn't a video or audio file"),
-        QStringLiteral("files that aren't video or audio files"));
-    add(leftOut.symbolicLinks, QStringLiteral("symbolic link"), QStringLiteral("symbolic links"));
-    add(leftOut.unreadable, QStringLiteral("file or folder that can't be read"),
-        QStringLiteral("files or folders that can't be read"));
-    add(leftOut.invalidNames, QStringLiteral("name that isn't valid UTF-8"),
-        QStringLiteral("names that aren't valid UTF-8"));
-    return parts.isEmpty() ? QString()
-                           : QStringLiteral("Left out: ") + parts.join(QStringLiteral(", "));
 }
 
 /// Standard output is the JSON object's alone, so with one it goes to standard error.

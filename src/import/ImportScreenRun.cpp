@@ -1,0 +1,109 @@
+// What the import's sheet shows of a run, and of what it came to.
+
+#include "import/ImportScreenState.h"
+
+#include "import/ImportTexts.h"
+#include "platform/TextFormat.h"
+
+namespace corvane {
+
+void ImportScreenState::startRun() {
+    m_meter = ImportMeter(m_import.previewRows(), m_import.mode());
+    m_remaining = RemainingTime(m_clock.monotonic());
+    m_includedAtStart = m_import.includedCount();
+    m_isCancelling = false;
+    m_running = {.figure = QStringLiteral("0 / %1").arg(m_includedAtStart)};
+    Q_EMIT runningChanged();
+}
+
+void ImportScreenState::showProgress() {
+    const auto &progress = m_import.progress();
+    if (stage() != Stage::Importing || !progress) {
+        return;
+    }
+    const bool copies = progress->bytesTotal > 0 && m_import.mode() == SourceImportMode::copied;
+    if (m_import.importedVideoIds().isEmpty()) {
+        m_meter.copying(progress->index, progress->bytesDone);
+    } else {
+        m_meter.readingMetadata(progress->index, progress->total);
+    }
+    const double fraction = m_meter.fraction();
+    publish({.fileName = progress->currentFilename,
+             .figure = QStringLiteral("%1 / %2").arg(progress->index).arg(progress->total),
+             .fraction = fraction,
+             .details = copies ? formattedByteCount(progress->bytesDone) + QStringLiteral(" / ") +
+                                     formattedByteCount(progress->bytesTotal)
+                               : QString(),
+             .timeLeft = m_remaining.text(fraction, m_clock.monotonic())});
+}
+
+/// The new clips' contents are read for their grants, and nothing tells how far that is.
+void ImportScreenState::showRecording() {
+    if (stage() != Stage::Importing || m_import.importedVideoIds().isEmpty()) {
+        return;
+    }
+    m_meter.recording();
+    publish({.fileName = QStringLiteral("Recording what was imported\u2026"),
+             .figure = m_running.figure,
+             .fraction = m_meter.fraction()});
+}
+
+void ImportScreenState::publish(Running running) {
+    if (running != m_running) {
+        m_running = std::move(running);
+        Q_EMIT runningChanged();
+    }
+}
+
+QString ImportScreenState::cancelText() const {
+    return m_isCancelling ? QStringLiteral("Cancelling\u2026") : QStringLiteral("Cancel");
+}
+
+void ImportScreenState::cancelImport() {
+    if (stage() == Stage::Importing && !m_isCancelling) {
+        m_isCancelling = true;
+        m_import.cancelImport();
+        Q_EMIT runningChanged();
+    }
+}
+
+int ImportScreenState::notImported() const {
+    return m_includedAtStart - m_import.succeededCount() - m_import.failedCount();
+}
+
+QVariantList ImportScreenState::counters() const {
+    QVariantList counters;
+    const auto add = [&counters](int count, const char *kind, const char *symbol,
+                                 const QString &what) {
+        if (count > 0) {
+            counters.append(QVariantMap{
+                {QStringLiteral("kind"), QString::fromLatin1(kind)},
+                {QStringLiteral("symbol"), QString::fromLatin1(symbol)},
+                {QStringLiteral("text"), QString::number(count) + QLatin1Char(' ') + what}});
+        }
+    };
+    add(m_import.succeededCount(), "succeeded", "checkmark", QStringLiteral("imported"));
+    add(m_import.sidecarsImportedCount(), "sidecars", "plus", QStringLiteral("with sidecar files"));
+    add(m_import.skippedCount(), "skipped", "minus", QStringLiteral("skipped"));
+    add(m_import.failedCount(), "failed", "xmark", QStringLiteral("failed"));
+    return counters;
+}
+
+QString ImportScreenState::doneNotice() const {
+    return m_isCancelling ? cancelledText(notImported()) : QString();
+}
+
+QVariantList ImportScreenState::failures() const {
+    QVariantList failures;
+    for (const ImportFailure &failure : m_import.failures()) {
+        failures.append(QVariantMap{{QStringLiteral("fileName"), failure.filename},
+                                    {QStringLiteral("message"), failure.message}});
+    }
+    return failures;
+}
+
+void ImportScreenState::importMore() {
+    m_import.reset();
+}
+
+} // namespace corvane

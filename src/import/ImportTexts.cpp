@@ -1,0 +1,43 @@
+#include "import/ImportTexts.h"
+
+#include "platform/TextFormat.h"
+
+namespace corvane {
+
+QString leftOutText(const LeftOut &leftOut) {
+    QStringList parts;
+    const auto add = [&parts](int count, const QString &one, const QString &several) {
+        if (count > 0) {
+            parts.append(QString::number(count) + QLatin1Char(' ') + (count == 1 ? one : several));
+        }
+    };
+    add(leftOut.notMedia, QStringLiteral("file that isn't a video or audio file"),
+        QStringLiteral("files that aren't video or audio files"));
+    add(leftOut.symbolicLinks, QStringLiteral("symbolic link"), QStringLiteral("symbolic links"));
+    add(leftOut.unreadable, QStringLiteral("file or folder that can't be read"),
+        QStringLiteral("files or folders that can't be read"));
+    add(leftOut.invalidNames, QStringLiteral("name that isn't valid UTF-8"),
+        QStringLiteral("names that aren't valid UTF-8"));
+    return parts.isEmpty() ? QString()
+                           : QStringLiteral("Left out: ") + parts.join(QStringLiteral(", "));
+}
+
+QString refusedText(int count) {
+    if (count == 0) {
+        return {};
+    }
+    return QStringLiteral("%1 already imported can't be read for this project until you confirm. "
+                          "The banner over the review asks about them.")
+        .arg(counted(count, QStringLiteral("file")));
+}
+
+QString cancelledText(int notImported) {
+    if (notImported == 0) {
+        return QStringLiteral("Cancelled. Clips whose metadata wasn't read yet stay without it.");
+    }
+    return QStringLiteral("Cancelled. %1 not imported.")
+        .arg(counted(notImported, QStringLiteral("video")) +
+             QLatin1String(notImported == 1 ? " was" : " were"));
+}
+
+} // namespace corvane
