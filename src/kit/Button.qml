@@ -57,6 +57,7 @@ T.Button {
         if (!event.isAutoRepeat) {
             Buttons.click(control);
         }
+        event.accepted = true; // the click's own keys went through the same event
     }
 
     HelpText.text: helpText

@@ -28,8 +28,14 @@ T.Button {
             menu.openBelow(control);
         }
     }
-    Keys.onReturnPressed: Buttons.click(control)
-    Keys.onEnterPressed: Buttons.click(control)
+    Keys.onReturnPressed: event => {
+        Buttons.click(control);
+        event.accepted = true; // see Button
+    }
+    Keys.onEnterPressed: event => {
+        Buttons.click(control);
+        event.accepted = true; // see Button
+    }
     Keys.onDownPressed: event => {
         if (menu) {
             Buttons.click(control);

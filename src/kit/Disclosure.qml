@@ -30,8 +30,14 @@ Column {
             control.open = !control.open;
             control.toggled(control.open);
         }
-        Keys.onReturnPressed: Buttons.click(line)
-        Keys.onEnterPressed: Buttons.click(line)
+        Keys.onReturnPressed: event => {
+            Buttons.click(line);
+            event.accepted = true; // see Button
+        }
+        Keys.onEnterPressed: event => {
+            Buttons.click(line);
+            event.accepted = true; // see Button
+        }
 
         HelpText.text: control.helpText
         Accessible.role: Accessible.Button

@@ -24,9 +24,18 @@ T.MenuBar {
         rightPadding: Theme.s8
         focusPolicy: Qt.TabFocus
         font: Theme.list.font
-        Keys.onDownPressed: Buttons.click(item)
-        Keys.onReturnPressed: Buttons.click(item)
-        Keys.onEnterPressed: Buttons.click(item)
+        Keys.onDownPressed: event => {
+            Buttons.click(item);
+            event.accepted = true; // see Button
+        }
+        Keys.onReturnPressed: event => {
+            Buttons.click(item);
+            event.accepted = true; // see Button
+        }
+        Keys.onEnterPressed: event => {
+            Buttons.click(item);
+            event.accepted = true; // see Button
+        }
         Accessible.role: Accessible.MenuItem
         Accessible.name: text
 
