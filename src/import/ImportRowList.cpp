@@ -97,6 +97,12 @@ int ImportRowList::nextToggleable(int row, int step) const {
     return -1;
 }
 
+int ImportRowList::toggleableNear(int row) const {
+    const int from = std::clamp(row, 0, count());
+    const int below = nextToggleable(from - 1, 1);
+    return below >= 0 ? below : nextToggleable(from, -1);
+}
+
 int ImportRowList::rowCount(const QModelIndex &parent) const {
     return parent.isValid() ? 0 : count();
 }

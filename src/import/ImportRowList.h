@@ -38,6 +38,8 @@ class ImportRowList : public QAbstractListModel {
     /// The nearest row from there that can be included or left out, looking down with the step 1
     /// and up with -1; the row itself isn't meant. -1 where there is none.
     Q_INVOKABLE int nextToggleable(int row, int step) const;
+    /// Such a row at that place, else below it, else above it; -1 where there is none.
+    Q_INVOKABLE int toggleableNear(int row) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;

@@ -282,6 +282,18 @@ QtObject {
 
     // The import's sheets.
     readonly property int importSheetWidth: 880
+    readonly property int importSheetHeight: 722
+    readonly property int importSmallWidth: 640
+    readonly property int importSourcesHeight: 440
+    readonly property int importFailuresHeight: 280
+    readonly property int importSummaryGap: 14
+    readonly property int importModeLabel: 56
+    readonly property int importColumnGap: 10
+    readonly property int importSidecarColumn: 76
+    readonly property int importBadgeColumn: 116
+    readonly property int importSizeColumn: 84
+    readonly property int importTagHeight: 18
+    readonly property int importTagRadius: 4
 
     // The sheets of export and handoff.
     readonly property int deliverySheetWidth: 1080

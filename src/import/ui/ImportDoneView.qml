@@ -1,0 +1,114 @@
+// What an import came to.
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Import
+import Corvane.Kit
+
+ImportStage {
+    id: stage
+
+    readonly property bool hasFailures: list.count > 0
+
+    sheetHeight: chrome + column.implicitHeight + 2 * column.y
+    defaultButton: more
+    foot: Row {
+        spacing: Theme.buttonGap
+
+        Button {
+            objectName: "import.finish"
+            large: true
+            text: qsTr("Done — Review")
+            onClicked: stage.screen.dismiss()
+        }
+        Button {
+            id: more
+
+            objectName: "import.more"
+            large: true
+            kind: Button.Primary
+            text: qsTr("Import more footage")
+            onClicked: stage.screen.importMore()
+        }
+    }
+
+    Column {
+        id: column
+
+        x: Theme.sheetPadding
+        y: Theme.s16
+        width: parent.width - 2 * x
+        spacing: Theme.s6
+
+        Repeater {
+            model: stage.screen.counters
+
+            Item {
+                id: counter
+
+                required property var modelData
+
+                objectName: "import.counter." + modelData.kind
+                width: column.width
+                height: Theme.checkRowHeight
+                Accessible.role: Accessible.StaticText
+                Accessible.name: modelData.text
+
+                Icon {
+                    id: glyph
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    symbol: counter.modelData.symbol
+                    color: counter.modelData.kind === "succeeded" ? Theme.success
+                         : counter.modelData.kind === "failed" ? Theme.danger : Theme.t2
+                }
+                Label {
+                    anchors.left: glyph.right
+                    anchors.leftMargin: Theme.s8
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: counter.modelData.text
+                    Accessible.ignored: true
+                }
+            }
+        }
+
+        Label {
+            objectName: "import.doneNotice"
+            width: parent.width
+            visible: text !== ""
+            text: stage.screen.doneNotice
+            muted: true
+            wrapMode: Text.Wrap
+        }
+
+        Disclosure {
+            id: details
+
+            objectName: "import.details"
+            width: parent.width
+            visible: stage.hasFailures
+            text: qsTr("Show details")
+
+            Rectangle {
+                width: parent.width
+                height: list.height + 2 * Theme.s8
+                radius: Theme.panelRadius
+                color: Theme.b1
+
+                FocusRing {
+                    shown: list.activeFocus
+                    cornerRadius: Theme.panelRadius
+                }
+                ImportFailures {
+                    id: list
+
+                    y: Theme.s8
+                    width: parent.width
+                    height: Math.min(contentHeight, Theme.importFailuresHeight)
+                    model: stage.screen.failures
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,191 @@
+// What a scan found, and what an import will do with it. Only the rows scroll.
+import QtQuick
+import Corvane.Import
+import Corvane.Kit
+
+ImportStage {
+    id: stage
+
+    sheetWidth: Theme.importSheetWidth
+    sheetHeight: Theme.importSheetHeight
+    defaultButton: begin
+    initialFocus: begin.enabled ? begin : back
+    foot: Row {
+        spacing: Theme.buttonGap
+
+        Button {
+            id: back
+
+            objectName: "import.backToSources"
+            large: true
+            text: qsTr("Back")
+            onClicked: stage.screen.back()
+        }
+        Button {
+            id: begin
+
+            objectName: "import.begin"
+            large: true
+            kind: Button.Primary
+            enabled: stage.screen.canBeginImport
+            text: qsTr("Begin Import")
+            onClicked: stage.screen.beginImport()
+        }
+    }
+
+    Column {
+        id: summary
+
+        x: Theme.sheetPadding
+        y: Theme.s16
+        width: parent.width - 2 * x
+        spacing: Theme.importSummaryGap
+
+        Item {
+            objectName: "import.found"
+            width: parent.width
+            height: found.implicitHeight
+            Accessible.role: Accessible.StaticText
+            Accessible.name: found.text + note.text
+
+            Label {
+                id: found
+
+                text: stage.screen.foundText
+                type: Theme.bodyLabel
+                Accessible.ignored: true
+            }
+            Label {
+                id: note
+
+                anchors.left: found.right
+                text: stage.screen.foundNote
+                muted: true
+                Accessible.ignored: true
+            }
+        }
+
+        Item {
+            width: parent.width
+            height: modes.height
+
+            Label {
+                anchors.verticalCenter: parent.verticalCenter
+                text: qsTr("Mode")
+                type: Theme.bodyLabel
+            }
+            SegmentedChoice {
+                id: modes
+
+                objectName: "import.mode"
+                x: Theme.importModeLabel + Theme.s16
+                name: qsTr("Mode")
+                model: stage.screen.modes
+                currentIndex: stage.screen.mode
+                onActivated: index => stage.screen.setMode(index)
+            }
+            Item {
+                objectName: "import.destination"
+                anchors.left: modes.right
+                anchors.leftMargin: Theme.s16
+                anchors.right: parent.right
+                height: parent.height
+                visible: stage.screen.destinationName !== ""
+                HelpText.text: stage.screen.destinationPath
+                Accessible.role: Accessible.StaticText
+                Accessible.name: destination.text + " " + destinationNote.text
+
+                Icon {
+                    id: folder
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    symbol: "folder"
+                    size: Theme.iconButton
+                }
+                Label {
+                    id: destination
+
+                    anchors.left: folder.right
+                    anchors.leftMargin: Theme.s6
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: Math.min(implicitWidth, parent.width - folder.width - 2 * Theme.s6
+                                                   - destinationNote.implicitWidth)
+                    text: stage.screen.destinationName
+                    Accessible.ignored: true
+                }
+                Label {
+                    id: destinationNote
+
+                    anchors.left: destination.right
+                    anchors.leftMargin: Theme.s6
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: stage.screen.destinationNote
+                    muted: true
+                    Accessible.ignored: true
+                }
+            }
+        }
+
+        Label {
+            objectName: "import.leftOut"
+            width: parent.width
+            visible: text !== ""
+            text: stage.screen.leftOutText
+            type: Theme.list
+            muted: true
+            wrapMode: Text.Wrap
+        }
+        Label {
+            objectName: "import.refused"
+            width: parent.width
+            visible: text !== ""
+            text: stage.screen.refusedText
+            type: Theme.list
+            color: Theme.warning
+            wrapMode: Text.Wrap
+        }
+    }
+
+    Rectangle {
+        anchors.top: summary.bottom
+        anchors.topMargin: Theme.s12
+        anchors.bottom: parent.bottom
+        width: parent.width
+        color: Theme.b1
+
+        Divider {
+            id: line
+
+            width: parent.width
+        }
+        Item {
+            id: head
+
+            anchors.top: line.bottom
+            x: Theme.sheetPadding
+            width: parent.width - 2 * x
+            height: Theme.importRowHeight
+
+            Label {
+                anchors.verticalCenter: parent.verticalCenter
+                text: qsTr("Preview")
+                type: Theme.listHead
+                Accessible.role: Accessible.Heading
+            }
+            FigureLabel {
+                objectName: "import.included"
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                text: stage.screen.includedText
+                type: Theme.list
+                muted: true
+            }
+        }
+        ImportRows {
+            anchors.top: head.bottom
+            anchors.bottom: parent.bottom
+            width: parent.width
+            screen: stage.screen
+        }
+    }
+}

@@ -1,0 +1,101 @@
+// The files of the preview. Up, Down, Page Up, Page Down, Home and End go from one that can be included
+// to the next, Space includes it or leaves it out.
+//   screen: the sheet's state
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Import
+import Corvane.Kit
+
+ListView {
+    id: list
+
+    required property ImportScreenState screen
+    readonly property ImportRowList rows: screen.rows
+    readonly property int page: Math.max(1, Math.floor(height / Theme.importRowHeight) - 1)
+    property bool byPointer: false
+
+    function go(row: int) {
+        if (row >= 0) {
+            currentIndex = row;
+            positionViewAtIndex(row, ListView.Contain);
+        }
+    }
+
+    // Past the last of them the list still scrolls.
+    function step(direction: int) {
+        const next = rows.nextToggleable(currentIndex, direction);
+        go(next);
+        if (next < 0) {
+            contentY = Math.max(0, Math.min(contentHeight - height,
+                                            contentY + direction * Theme.importRowHeight));
+        }
+    }
+
+    function press(row: int) {
+        byPointer = true;
+        forceActiveFocus(Qt.MouseFocusReason);
+        if (rows.toggleableNear(row) === row) {
+            currentIndex = row;
+        }
+        screen.toggleRow(row);
+    }
+
+    function pressKey(event: var) {
+        event.accepted = true;
+        switch (event.key) {
+        case Qt.Key_Up:
+            return step(-1);
+        case Qt.Key_Down:
+            return step(1);
+        case Qt.Key_PageUp:
+            return go(rows.toggleableNear(currentIndex - page));
+        case Qt.Key_PageDown:
+            return go(rows.toggleableNear(currentIndex + page));
+        case Qt.Key_Home:
+            positionViewAtBeginning();
+            return go(rows.toggleableNear(0));
+        case Qt.Key_End:
+            positionViewAtEnd();
+            return go(rows.toggleableNear(count));
+        case Qt.Key_Space:
+            if (!event.isAutoRepeat) {
+                screen.toggleRow(currentIndex);
+            }
+            return;
+        }
+        event.accepted = false;
+    }
+
+    objectName: "import.rows"
+    model: rows
+    clip: true
+    reuseItems: true
+    activeFocusOnTab: count > 0
+    boundsBehavior: Flickable.StopAtBounds
+    keyNavigationEnabled: false
+    highlightFollowsCurrentItem: false
+    T.ScrollBar.vertical: ScrollBar {}
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Preview")
+    onActiveFocusChanged: {
+        if (!activeFocus) {
+            byPointer = false;
+        } else if (!byPointer) {
+            go(rows.toggleableNear(Math.max(0, currentIndex)));
+        }
+    }
+
+    Keys.onPressed: event => {
+        byPointer = false;
+        pressKey(event);
+    }
+
+    delegate: ImportRow {
+        width: list.width
+        focused: list.activeFocus && ListView.isCurrentItem && canToggle
+        ring: focused && !list.byPointer
+        onToggled: list.press(index)
+    }
+}

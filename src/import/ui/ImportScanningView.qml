@@ -1,0 +1,38 @@
+// The sources are being looked through.
+import QtQuick
+import Corvane.Import
+import Corvane.Kit
+
+ImportStage {
+    id: stage
+
+    defaultButton: cancel
+    foot: Row {
+        Button {
+            id: cancel
+
+            objectName: "import.cancelScan"
+            large: true
+            text: qsTr("Cancel")
+            onClicked: stage.screen.escape()
+        }
+    }
+
+    Row {
+        anchors.centerIn: parent
+        spacing: Theme.s12
+
+        Spinner {
+            anchors.verticalCenter: parent.verticalCenter
+            objectName: "import.spinner"
+            name: label.text
+        }
+        Label {
+            id: label
+
+            objectName: "import.scanning"
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Scanning sources…")
+        }
+    }
+}

@@ -1,0 +1,119 @@
+// The chosen sources. Up and Down walk them, Delete removes one.
+//   screen: the sheet's state; signal emptied(): the last one was removed from here
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Import
+import Corvane.Kit
+
+ListView {
+    id: list
+
+    required property ImportScreenState screen
+    property bool byPointer: false
+
+    signal emptied()
+
+    function remove(row: int) {
+        const hadFocus = activeFocus;
+        screen.removeSource(row);
+        if (hadFocus && count === 0) {
+            emptied();
+        }
+    }
+
+    objectName: "import.sources"
+    model: screen.sources
+    clip: true
+    activeFocusOnTab: count > 0
+    boundsBehavior: Flickable.StopAtBounds
+    keyNavigationEnabled: true
+    T.ScrollBar.vertical: ScrollBar {}
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Sources")
+
+    Keys.onPressed: event => {
+        list.byPointer = false;
+        if (event.key === Qt.Key_Delete || event.key === Qt.Key_Backspace) {
+            list.remove(list.currentIndex);
+            event.accepted = true;
+        }
+    }
+
+    delegate: Item {
+        id: row
+
+        required property int index
+        required property string path
+        required property string symbol
+        required property string removeHelp
+        readonly property bool focused: list.activeFocus && ListView.isCurrentItem
+
+        objectName: "import.source." + index
+        width: list.width
+        height: Theme.importRowHeight
+        HelpText.text: path
+        Accessible.role: Accessible.ListItem
+        Accessible.name: path
+        Accessible.focusable: true
+        Accessible.focused: focused
+
+        HoverHandler {
+            id: pointer
+        }
+        TapHandler {
+            onTapped: {
+                list.byPointer = true;
+                list.currentIndex = row.index;
+                list.forceActiveFocus(Qt.MouseFocusReason);
+            }
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.controlRadius
+            color: pointer.hovered ? Theme.hover : Theme.none
+
+            Item {
+                anchors.fill: parent
+                anchors.margins: Theme.ringGap + Theme.ringWidth
+
+                FocusRing {
+                    shown: row.focused && !list.byPointer
+                }
+            }
+        }
+        Icon {
+            id: glyph
+
+            x: Theme.s8
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: row.symbol
+        }
+        Label {
+            anchors.left: glyph.right
+            anchors.leftMargin: Theme.s8
+            anchors.right: cross.left
+            anchors.rightMargin: Theme.s8
+            anchors.verticalCenter: parent.verticalCenter
+            text: row.path
+            elide: Text.ElideMiddle
+            Accessible.ignored: true
+        }
+        Button {
+            id: cross
+
+            objectName: row.objectName + ".remove"
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.s4
+            anchors.verticalCenter: parent.verticalCenter
+            small: true
+            symbol: "xmark"
+            iconSize: Theme.iconButton
+            helpText: row.removeHelp
+            focusPolicy: Qt.NoFocus
+            onClicked: list.remove(row.index)
+        }
+    }
+}

@@ -1,0 +1,142 @@
+// Where the footage is. Folders and files dropped here are added too.
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Import
+import Corvane.Kit
+
+ImportStage {
+    id: stage
+
+    defaultButton: scan
+    initialFocus: scan.enabled ? scan : chooseFolder
+    foot: Row {
+        spacing: Theme.buttonGap
+
+        Button {
+            objectName: "import.cancel"
+            large: true
+            text: qsTr("Cancel")
+            onClicked: stage.screen.dismiss()
+        }
+        Button {
+            id: scan
+
+            objectName: "import.scan"
+            large: true
+            kind: Button.Primary
+            enabled: stage.screen.canScan
+            text: qsTr("Scan")
+            onClicked: stage.screen.scan()
+        }
+    }
+
+    Label {
+        id: heading
+
+        x: Theme.sheetPadding
+        anchors.verticalCenter: chooseFiles.verticalCenter
+        text: qsTr("Sources")
+        type: Theme.bodyStrong
+        Accessible.role: Accessible.Heading
+    }
+    Button {
+        id: chooseFolder
+
+        objectName: "import.chooseFolder"
+        anchors.right: chooseFiles.left
+        anchors.rightMargin: Theme.buttonGap
+        y: Theme.s16
+        text: qsTr("Choose Folder…")
+        onClicked: stage.screen.chooseFolder()
+    }
+    Button {
+        id: chooseFiles
+
+        objectName: "import.chooseFiles"
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.sheetPadding
+        y: Theme.s16
+        text: qsTr("Choose Files…")
+        onClicked: stage.screen.chooseFiles()
+    }
+
+    Rectangle {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: chooseFiles.bottom
+        anchors.bottom: notes.top
+        anchors.margins: Theme.sheetPadding
+        anchors.topMargin: Theme.s12
+        anchors.bottomMargin: Theme.s8
+        radius: Theme.panelRadius
+        color: Theme.b1
+        border.width: Theme.hairline
+        border.color: drop.containsDrag ? Theme.accent : Theme.line2
+
+        Label {
+            objectName: "import.noSources"
+            anchors.centerIn: parent
+            width: parent.width - 2 * Theme.s16
+            visible: stage.screen.sources.count === 0
+            text: stage.screen.emptyText
+            muted: true
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+        }
+        ImportSourceRows {
+            id: list
+
+            anchors.fill: parent
+            anchors.margins: Theme.s4
+            screen: stage.screen
+            onEmptied: chooseFolder.forceActiveFocus(Qt.OtherFocusReason)
+        }
+    }
+
+    Column {
+        id: notes
+
+        x: Theme.sheetPadding
+        width: parent.width - 2 * x
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.s12
+        spacing: Theme.s6
+
+        CheckBox {
+            objectName: "import.recursive"
+            text: qsTr("Scan subfolders recursively")
+            checked: stage.screen.recursive
+            onToggled: stage.screen.recursive = checked
+        }
+        Label {
+            objectName: "import.sourcesNotice"
+            width: parent.width
+            visible: text !== ""
+            text: stage.screen.sourcesNotice
+            type: Theme.list
+            muted: true
+            wrapMode: Text.Wrap
+        }
+        Label {
+            objectName: "import.scanError"
+            width: parent.width
+            visible: text !== ""
+            text: stage.screen.scanError
+            color: Theme.danger
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.AlertMessage
+        }
+    }
+
+    DropArea {
+        id: drop
+
+        objectName: "import.drop"
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: event => {
+            stage.screen.addDropped(event.urls);
+            event.accept(Qt.CopyAction);
+        }
+    }
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "import/ImportScreenState.h"
+
+#include <QtQml/qqml.h>
+
+/// The names under which the sheet knows the types that it is bound to. None is made by a screen:
+/// they come with the sheet's state.
+namespace corvane::importTypes {
+
+struct ImportScreenStateType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ImportScreenState)
+    QML_NAMED_ELEMENT(ImportScreenState)
+    QML_UNCREATABLE("Comes with the import's sheet")
+};
+
+struct ImportSourceListType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ImportSourceList)
+    QML_NAMED_ELEMENT(ImportSourceList)
+    QML_UNCREATABLE("Comes with the import's sheet")
+};
+
+struct ImportRowListType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ImportRowList)
+    QML_NAMED_ELEMENT(ImportRowList)
+    QML_UNCREATABLE("Comes with the import's sheet")
+};
+
+} // namespace corvane::importTypes
