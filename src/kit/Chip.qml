@@ -39,9 +39,8 @@ T.Button {
     Keys.onDownPressed: event => {
         if (menu) {
             Buttons.click(control);
-        } else {
-            event.accepted = false;
         }
+        event.accepted = menu !== null;
     }
 
     HelpText.text: helpText
