@@ -1,5 +1,6 @@
 #include "import/ImportRowList.h"
 
+#include "import/ImportTexts.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
 
@@ -118,9 +119,9 @@ QVariant ImportRowList::data(const QModelIndex &index, int role) const {
     case CanToggleRole:
         return canToggle(row);
     case NameRole:
-        return nameOf(row);
+        return oneLine(nameOf(row));
     case ProposedNameRole:
-        return proposedNameOf(row);
+        return oneLine(proposedNameOf(row));
     case SidecarTextRole:
         return sidecarTextOf(row);
     case BadgeRole:

@@ -1,5 +1,6 @@
 #include "import/ImportSourceList.h"
 
+#include "import/ImportTexts.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
 
@@ -54,11 +55,11 @@ QVariant ImportSourceList::data(const QModelIndex &index, int role) const {
     const Row &row = m_rows.at(index.row());
     switch (role) {
     case PathRole:
-        return row.path;
+        return oneLine(row.path);
     case SymbolRole:
         return row.isFolder ? QStringLiteral("folder") : QStringLiteral("file");
     case RemoveHelpRole:
-        return QStringLiteral("Remove ") + paths::lastComponent(row.path);
+        return oneLine(QStringLiteral("Remove ") + paths::lastComponent(row.path));
     default:
         return {};
     }

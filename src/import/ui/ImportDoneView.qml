@@ -2,7 +2,6 @@
 // Qt 6.4 has no way to say that a delegate knows what surrounds it.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Import
 import Corvane.Kit
 

@@ -1,6 +1,5 @@
 // Where the footage is. Folders and files dropped here are added too.
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Import
 import Corvane.Kit
 

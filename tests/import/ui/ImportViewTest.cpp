@@ -1,11 +1,6 @@
-#include "import/ImportScreenState.h"
-#include "support/Await.h"
+#include "../ImportScreenFixture.h"
 #include "support/screens/Screen.h"
-#include "support/TestClock.h"
-#include "support/TestFolder.h"
 #include "support/TestMedia.h"
-
-#include <gmock/gmock.h>
 
 #include <QAccessible>
 #include <QFile>
@@ -26,50 +21,33 @@ constexpr auto kWindow = R"(
         ImportView { screen: window.flow }
     })";
 
-/// Answers each panel with the paths that were set before.
-class PathPanels : public FilePanels {
-  public:
-    void openProjectFile(Chosen) override {}
-    void save(const SavePanel &, Chosen) override {}
-    void chooseFolder(const ChoosePanel &, Chosen chosen) override { chosen(paths.first()); }
-    void chooseFiles(const ChoosePanel &, ChosenFiles chosen) override { chosen(paths); }
-
-    QStringList paths;
-};
-
-/// The import's sheet over an empty window, for a new project with a folder "cards" beside it.
-class ImportViewTest : public testing::Test {
+/// The import's sheet over an empty window.
+class ImportViewTest : public ImportScreenTest {
   protected:
-    ImportViewTest() {
-        await(store.createProject({.name = QStringLiteral("Shoot")}, projectFile));
-    }
     void SetUp() override {
         flow.open();
+        settle();
         EXPECT_TRUE(hasFocus("import.chooseFolder"));
     }
 
-    QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
-    QString clip(const char *name) const { return makeClip(at(name), {.frames = 5}); }
-    static QString named(const char *name) { return QString::fromLatin1(name); }
+    static QString named(const char *name) { return QString::fromUtf8(name); }
+    QString clip(const char *name) const { return makeClip(at(named(name)), {.frames = 5}); }
     void click(const char *name) { screen.click(named(name)); }
-    QString text(const char *name) const {
-        return screen.property(named(name), "text").toString();
-    }
+    QString text(const char *name) const { return screen.property(named(name), "text").toString(); }
     bool hasFocus(const char *name) const {
         // A list hands the focus on to its current row.
-        const bool comes = screen.waitFor([&] {
-            const QQuickItem *item = screen.focused();
-            return item && (item->objectName() == named(name) ||
-                            (item->parentItem() && item->parentItem()->parentItem() &&
-                             item->parentItem()->parentItem()->objectName() == named(name)));
+        return screen.waitFor([&] {
+            for (const QQuickItem *item = screen.focused(); item; item = item->parentItem()) {
+                if (!item->objectName().isEmpty()) {
+                    return item->objectName() == named(name) ||
+                           item->objectName().startsWith(named(name).chopped(1) + QLatin1Char('.'));
+                }
+            }
+            return false;
         });
-        EXPECT_TRUE(comes) << name << " hasn't the focus but "
-                           << (screen.focused() ? screen.focused()->objectName().toStdString() + screen.focused()->metaObject()->className() : "");
-        return comes;
     }
     bool reaches(Stage stage, const char *shown) const {
-        return screen.waitFor(
-            [&] { return flow.stage() == stage && screen.shows(named(shown)); });
+        return screen.waitFor([&] { return flow.stage() == stage && screen.shows(named(shown)); });
     }
     /// From the sources to the results by the buttons.
     void scanCards(const QStringList &sources) {
@@ -98,19 +76,6 @@ class ImportViewTest : public testing::Test {
         QCoreApplication::sendEvent(screen.window(), &event);
     }
 
-    TestFolder folder;
-    QString projectFile = at("p/shoot.corvane");
-    QString made = folder.folder(QStringLiteral("p"));
-    QString cards = folder.folder(QStringLiteral("cards"));
-    TestClock clock;
-    ProjectFileIO io;
-    ProjectRegistry registry{at("data"), clock};
-    BackupService backups{clock};
-    MediaSourceAuthorization authorization{at("data")};
-    ProjectStore store{io, registry, backups, authorization, clock};
-    ImportViewModel import{&store};
-    PathPanels panels;
-    ImportScreenState flow{import, panels, clock};
     Screen screen{kWindow, {1440, 900}, {{named("flow"), QVariant::fromValue(&flow)}}};
 };
 
@@ -121,10 +86,10 @@ TEST_F(ImportViewTest, ImportsInPlaceByKeysAlone) {
     clip("cards/b.mov");
     folder.write(QStringLiteral("cards/b.xml"), "<a/>");
     folder.write(QStringLiteral("cards/notes.txt"), "-");
-    panels.paths = {at("cards")};
+    panels.paths = {cards};
     screen.picture(named("import-sources-empty"));
     screen.key(Qt::Key_Return);
-    EXPECT_TRUE(screen.shows(named("import.source.0")));
+    EXPECT_TRUE(screen.waitFor([&] { return screen.shows(named("import.source.0")); }));
     for (const char *next : {"import.chooseFiles", "import.sources", "import.recursive",
                              "import.cancel", "import.scan"}) {
         screen.key(Qt::Key_Tab);
@@ -152,11 +117,133 @@ TEST_F(ImportViewTest, ImportsInPlaceByKeysAlone) {
     EXPECT_TRUE(screen.shows(named("import.counter.sidecars")));
     EXPECT_FALSE(screen.shows(named("import.counter.failed")));
     ASSERT_EQ(store.project()->videos.size(), 1);
-    EXPECT_EQ(store.project()->videos.first()->sourcePath, at("cards/b.mov"));
+    EXPECT_EQ(store.project()->videos.first()->sourcePath, at(named("cards/b.mov")));
     screen.key(Qt::Key_Return);
     EXPECT_TRUE(hasFocus("import.chooseFolder"));
     screen.key(Qt::Key_Escape);
     EXPECT_FALSE(flow.isOpen());
+}
+
+TEST_F(ImportViewTest, CopiesByClicksAndShowsWhatFailedAndWhy) {
+    clip("cards/a.mov");
+    folder.folder(named("other"));
+    clip("other/b.mov");
+    scanCards({cards, at(named("other"))});
+    screen.click(named("import.mode.1"));
+    EXPECT_EQ(Screen::accessibleName(screen.item(named("import.destination"))),
+              named("media folder (created on import)"));
+    ASSERT_TRUE(QFile::rename(at(named("other")), at(named("gone"))));
+    click("import.begin");
+    ASSERT_TRUE(reaches(Stage::Done, "import.more"));
+    settle();
+    EXPECT_TRUE(screen.shows(named("import.counter.failed")));
+    EXPECT_FALSE(screen.shows(named("import.failure.0")));
+    click("import.details.line");
+    EXPECT_TRUE(Screen::accessibleName(screen.item(named("import.failure.0")))
+                    .startsWith(named("b.mov: Cannot read")));
+    screen.picture(named("import-failures"));
+    ASSERT_EQ(store.project()->videos.size(), 1);
+    EXPECT_EQ(store.project()->videos.first()->sourcePath, at(named("p/media/a.mov")));
+    EXPECT_GT(store.project()->videos.first()->durationSeconds, 0);
+    click("import.finish");
+    EXPECT_FALSE(flow.isOpen());
+}
+
+TEST_F(ImportViewTest, CanNotBeLostWhileItRunsAndEscCancels) {
+    clip("cards/a.mov");
+    clip("cards/b.mov");
+    scanCards({cards});
+    screen.click(named("import.mode.1"));
+    HeldCopy held(named("b.mov"));
+    click("import.begin");
+    ASSERT_TRUE(reaches(Stage::Importing, "import.running.cancel"));
+    ASSERT_TRUE(screen.waitFor([&] { return text("import.running.figure") == named("2 / 2"); }));
+    EXPECT_TRUE(hasFocus("import.running.cancel"));
+    settle();
+    screen.picture(named("import-running"));
+    screen.click(QPoint(5, 5));
+    EXPECT_TRUE(flow.isOpen());
+    screen.key(Qt::Key_Escape);
+    EXPECT_EQ(text("import.running.cancel"), named("Cancelling…"));
+    screen.key(Qt::Key_Escape);
+    EXPECT_TRUE(flow.isOpen());
+    held.letGo();
+    ASSERT_TRUE(reaches(Stage::Done, "import.more"));
+    EXPECT_EQ(text("import.doneNotice"), named("Cancelled. 1 video was not imported."));
+    settle();
+    screen.picture(named("import-cancelled"));
+    EXPECT_EQ(store.project()->videos.size(), 1);
+}
+
+TEST_F(ImportViewTest, WalksOnlyTheRowsThatCanBeIncludedAndHoldsLongNames) {
+    for (const char *name : {"b.mov", "d.mov"}) {
+        folder.write(named("cards/") + named(name), noise(9000, quint32(name[0])));
+    }
+    scanCards({cards});
+    click("import.begin");
+    ASSERT_TRUE(reaches(Stage::Done, "import.more"));
+    settle();
+    click("import.more");
+    folder.write(named("cards/a\nline.mov"), noise(70'000, 1));
+    folder.write(named("cards/c") + QString(240, QLatin1Char('x')) + named(".mov"), noise(900, 2));
+    folder.write(named("cards/b.xml"), "<a/>");
+    folder.write(named("p/media/e.mov"), "e");
+    folder.write(named("cards/e.mov"), noise(5'000'000, 3));
+    folder.write(named("cards/e.xml"), "<e/>");
+    scanCards({cards});
+    screen.click(named("import.mode.1"));
+    screen.key(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocus("import.row.0"));
+    screen.key(Qt::Key_Down);
+    EXPECT_TRUE(hasFocus("import.row.2"));
+    screen.key(Qt::Key_Down);
+    EXPECT_TRUE(hasFocus("import.row.4"));
+    screen.key(Qt::Key_Home);
+    screen.key(Qt::Key_Space);
+    EXPECT_EQ(text("import.included"), named("2 included"));
+    screen.click(named("import.row.3")); // imported already
+    EXPECT_EQ(text("import.included"), named("2 included"));
+    screen.click(named("import.row.0"));
+    EXPECT_EQ(text("import.included"), named("3 included"));
+    EXPECT_EQ(Screen::accessibleRole(screen.item(named("import.row.4"))), QAccessible::CheckBox);
+    EXPECT_EQ(Screen::accessibleName(screen.item(named("import.row.0"))), named("a line.mov"));
+    screen.picture(named("import-results"));
+    screen.window()->resize(960, 600);
+    EXPECT_TRUE(screen.waitFor([&] { return screen.root()->property("width") == 960; }));
+    const QQuickItem *rows = screen.item(named("import.rows"));
+    EXPECT_TRUE(screen.waitFor([&] { return rows->mapToScene({rows->width(), 0}).x() < 960; }));
+    screen.picture(named("import-results-960"));
+    screen.key(Qt::Key_Escape);
+    EXPECT_TRUE(hasFocus("import.scan"));
+}
+
+TEST_F(ImportViewTest, ScrollsThousandsOfRowsWithoutMakingThemAll) {
+    for (int number = 0; number < 3000; ++number) {
+        folder.write(QStringLiteral("cards/C%1.mov").arg(number, 4, 10, QLatin1Char('0')), "x");
+    }
+    scanCards({cards});
+    screen.key(Qt::Key_Tab, Qt::ShiftModifier);
+    screen.key(Qt::Key_Tab, Qt::ShiftModifier);
+    screen.key(Qt::Key_End);
+    EXPECT_TRUE(hasFocus("import.row.2999"));
+    screen.key(Qt::Key_Space);
+    EXPECT_EQ(text("import.included"), named("2999 included"));
+    EXPECT_LT(screen.visibleItems().size(), 3000);
+}
+
+TEST_F(ImportViewTest, TakesWhatIsDroppedOnIt) {
+    clip("cards/a.mov");
+    drop({QUrl::fromLocalFile(cards), QUrl::fromLocalFile(at(named("cards/a.mov")))});
+    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(named("cards/a.mov"))}));
+    drop({QUrl(named("https://a.example/b.mov"))});
+    EXPECT_TRUE(screen.shows(named("import.sourcesNotice")));
+    EXPECT_EQ(flow.sourcesObject()->count(), 2);
+    screen.picture(named("import-dropped"));
+    click("import.source.0.remove");
+    screen.click(named("import.source.0"));
+    screen.key(Qt::Key_Delete);
+    EXPECT_TRUE(screen.shows(named("import.noSources")));
+    EXPECT_TRUE(hasFocus("import.chooseFolder"));
 }
 
 } // namespace corvane::test
