@@ -84,7 +84,7 @@ ImportScreenState::Stage ImportScreenState::stage() const {
 }
 
 QString ImportScreenState::title() const {
-    const QString title = QStringLiteral("Import Footage");
+    QString title = QStringLiteral("Import Footage");
     switch (stage()) {
     case Stage::Results:
         return title + QStringLiteral(" \u2014 Results");
