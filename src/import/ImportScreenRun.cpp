@@ -103,7 +103,7 @@ QVariantList ImportScreenState::failures() const {
 }
 
 void ImportScreenState::importMore() {
-    m_import.reset();
+    startAfresh();
 }
 
 } // namespace corvane

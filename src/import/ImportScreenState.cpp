@@ -1,11 +1,7 @@
 #include "import/ImportScreenState.h"
 
 #include "import/ImportTexts.h"
-#include "platform/Paths.h"
 #include "platform/Tasks.h"
-
-#include <QPointer>
-#include <QSet>
 
 namespace corvane {
 
@@ -113,15 +109,23 @@ void ImportScreenState::setOpen(bool isOpen) {
 
 void ImportScreenState::open() {
     if (stage() != Stage::Importing) {
-        m_import.reset();
-        setSourcesNotice({});
+        startAfresh();
     }
     setOpen(true);
 }
 
+void ImportScreenState::startAfresh() {
+    m_import.reset();
+    addSources(std::exchange(m_waitingSources, {}));
+}
+
 void ImportScreenState::openWith(const QStringList &paths) {
-    if (!m_isOpen || stage() == Stage::Importing || stage() == Stage::Done) {
+    if (!m_isOpen || stage() == Stage::Done) {
         open();
+    }
+    if (stage() == Stage::Importing) {
+        m_waitingSources.append(paths);
+        return;
     }
     m_import.cancelScan();
     m_import.backToSources();
@@ -160,78 +164,6 @@ void ImportScreenState::back() {
     } else {
         m_import.backToSources();
     }
-}
-
-// Sources.
-
-QString ImportScreenState::emptyText() {
-    return QStringLiteral("No sources yet. Use Choose Folder or Choose Files to add some.");
-}
-
-void ImportScreenState::setSourcesNotice(const QString &notice) {
-    if (m_sourcesNotice != notice) {
-        m_sourcesNotice = notice;
-        Q_EMIT sourcesChanged();
-    }
-}
-
-void ImportScreenState::chooseFolder() {
-    m_panels.chooseFolder({.message = QStringLiteral("Choose a folder of footage to import.")},
-                          [self = QPointer(this)](const QString &path) {
-                              if (self) {
-                                  self->addSources({path});
-                              }
-                          });
-}
-
-void ImportScreenState::chooseFiles() {
-    m_panels.chooseFiles({.message = QStringLiteral("Choose video or audio files to import.")},
-                         [self = QPointer(this)](const QStringList &paths) {
-                             if (self) {
-                                 self->addSources(paths);
-                             }
-                         });
-}
-
-void ImportScreenState::addSources(const QStringList &paths) {
-    setSourcesNotice({});
-    QStringList sources = m_import.sourceURLs();
-    QSet<QString> known(sources.cbegin(), sources.cend());
-    for (const QString &given : paths) {
-        const QString path = paths::standardized(given);
-        if (!given.isEmpty() && !known.contains(path)) {
-            known.insert(path);
-            sources.append(path);
-        }
-    }
-    m_import.setSources(sources);
-}
-
-void ImportScreenState::addDropped(const QList<QUrl> &urls) {
-    QStringList local;
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile()) {
-            local.append(url.toLocalFile());
-        }
-    }
-    addSources(local);
-    if (local.size() < urls.size()) {
-        setSourcesNotice(
-            QStringLiteral("Only files and folders of this computer can be imported."));
-    }
-}
-
-void ImportScreenState::removeSource(int row) {
-    QStringList sources = m_import.sourceURLs();
-    if (row >= 0 && row < sources.size()) {
-        sources.removeAt(row);
-        m_import.setSources(sources);
-    }
-}
-
-void ImportScreenState::scan() {
-    setSourcesNotice({});
-    detach(m_import.startScan());
 }
 
 // Results.

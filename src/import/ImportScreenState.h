@@ -68,8 +68,8 @@ class ImportScreenState : public QObject {
     bool canDismiss() const { return stage() != Stage::Importing; }
     /// Brings the sheet up, with a fresh import unless one runs.
     Q_INVOKABLE void open();
-    /// Brings the sheet up at its sources with these added. While an import runs it only shows
-    /// that.
+    /// Brings the sheet up at its sources with these added. While an import runs it shows that, and
+    /// they wait for the next one.
     void openWith(const QStringList &paths);
     /// Takes the sheet away, and ends a scan. Nothing while an import runs.
     Q_INVOKABLE void dismiss();
@@ -159,6 +159,7 @@ class ImportScreenState : public QObject {
     void followResults();
     void setOpen(bool isOpen);
     void setSourcesNotice(const QString &notice);
+    void startAfresh();
     void showRows();
     void showDestination();
     void startRun();
@@ -174,6 +175,7 @@ class ImportScreenState : public QObject {
     ImportRowList m_rows;
     bool m_isOpen = false;
     QString m_sourcesNotice;
+    QStringList m_waitingSources; ///< given while an import ran
     QString m_destinationName;
     QString m_destinationNote;
 

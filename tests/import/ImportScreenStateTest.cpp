@@ -192,7 +192,7 @@ TEST_F(ImportScreenStateTest, CancelsOnceAndTellsWhatWasLeft) {
             flow.escape();
             EXPECT_EQ(flow.cancelText(), utf8("Cancelling…"));
             EXPECT_FALSE(flow.canDismiss());
-            flow.open();
+            flow.openWith({at(utf8("p"))});
             held.letGo();
         }
     });
@@ -201,6 +201,8 @@ TEST_F(ImportScreenStateTest, CancelsOnceAndTellsWhatWasLeft) {
     EXPECT_EQ(flow.doneNotice(), utf8("Cancelled. 2 videos were not imported."));
     EXPECT_EQ(counterTexts(), QStringList(utf8("1 imported")));
     EXPECT_EQ(folder.names(utf8("p/media")), QStringList(utf8("a.mov")));
+    flow.importMore();
+    EXPECT_EQ(import.sourceURLs(), QStringList(at(utf8("p"))));
 }
 
 TEST(ImportTexts, TellInPlainWordsWhatIsLeftOutAndWhatMustBeConfirmed) {
