@@ -185,24 +185,12 @@ QCoro::Task<> ExportViewModel::perform(Run run) {
     }
 }
 
-/// A backup that fails doesn't stop the export. It is told on the done screen, so it is taken from
-/// the store, which would show it a second time.
+/// A backup that fails doesn't stop the export; it is told with the result.
 QCoro::Task<> ExportViewModel::backUp(Run run) {
-    const auto backupError = [](const ProjectStore *store) {
-        const bool isOne = store && store->lastError() &&
-                           store->lastError()->kind() == ProjectStoreError::Kind::backupFailed;
-        return isOne ? std::optional(store->lastError()->description()) : std::nullopt;
-    };
-    if (backupError(run.store)) {
-        run.store->clearLastError(); // of an earlier backup
-    }
-    co_await run.store->writeBackup();
-    if (const auto error = backupError(run.store)) {
-        run.store->clearLastError();
-        if (run.viewModel) {
-            run.viewModel->assign(run.viewModel->m_backupError, error,
-                                  &ExportViewModel::backupErrorChanged);
-        }
+    const auto failure = co_await run.store->backUp();
+    if (run.viewModel && failure) {
+        run.viewModel->assign(run.viewModel->m_backupError, std::optional(failure->description()),
+                              &ExportViewModel::backupErrorChanged);
     }
 }
 

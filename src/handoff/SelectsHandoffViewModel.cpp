@@ -162,24 +162,12 @@ QCoro::Task<> SelectsHandoffViewModel::perform(Run run) {
     }
 }
 
-/// A backup that fails doesn't stop the handoff. It is told here, so it is taken from the store,
-/// which would tell it a second time.
+/// A backup that fails doesn't stop the handoff; it is told with the result.
 QCoro::Task<> SelectsHandoffViewModel::backUp(Run run) {
-    const auto backupError = [](const ProjectStore *store) {
-        const bool isOne = store && store->lastError() &&
-                           store->lastError()->kind() == ProjectStoreError::Kind::backupFailed;
-        return isOne ? std::optional(store->lastError()->description()) : std::nullopt;
-    };
-    if (backupError(run.store)) {
-        run.store->clearLastError(); // of an earlier backup
-    }
-    co_await run.store->writeBackup();
-    if (const auto error = backupError(run.store)) {
-        run.store->clearLastError();
-        if (run.viewModel) {
-            run.viewModel->assign(run.viewModel->m_backupError, error,
-                                  &SelectsHandoffViewModel::backupErrorChanged);
-        }
+    const auto failure = co_await run.store->backUp();
+    if (run.viewModel && failure) {
+        run.viewModel->assign(run.viewModel->m_backupError, std::optional(failure->description()),
+                              &SelectsHandoffViewModel::backupErrorChanged);
     }
 }
 

@@ -284,9 +284,9 @@ QCoro::Task<> ProjectStore::performSave() {
     }
 }
 
-QCoro::Task<> ProjectStore::writeBackup() {
+QCoro::Task<std::optional<ProjectStoreError>> ProjectStore::backUp() {
     if (!m_project) {
-        co_return;
+        co_return std::nullopt;
     }
     const QPointer self(this);
     try {
@@ -295,9 +295,16 @@ QCoro::Task<> ProjectStore::writeBackup() {
             setStatus(QStringLiteral("Backup written: %1").arg(paths::lastComponent(backup)));
         }
     } catch (const std::exception &error) {
-        if (self) {
-            setLastError(ProjectStoreError(ProjectStoreError::Kind::backupFailed, describe(error)));
-        }
+        co_return ProjectStoreError(ProjectStoreError::Kind::backupFailed, describe(error));
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<> ProjectStore::writeBackup() {
+    const QPointer self(this);
+    const auto failure = co_await backUp();
+    if (self && failure) {
+        setLastError(failure);
     }
 }
 

@@ -125,6 +125,10 @@ class ProjectStore : public QObject {
     /// Returns when nothing unsaved remains in memory, or a save failed.
     QCoro::Task<> flushPendingSave();
     QCoro::Task<> saveNow();
+    /// Makes a backup and gives its failure to the caller alone, who tells it in his own place;
+    /// nothing where it was made, or no project is open.
+    QCoro::Task<std::optional<ProjectStoreError>> backUp();
+    /// The same for whoever looks at `lastError`.
     QCoro::Task<> writeBackup();
     QCoro::Task<> refreshRecents();
     void setStatus(const QString &text);
