@@ -5,12 +5,14 @@
 # linker, so whoever links the library writes `import Corvane.Kit` and needs no plugin, no file on
 # disk and no import path.
 
-# corvane_screens(<target> URI <uri> FOLDER <folder> LINKS <target>... [PRIVATE_LINKS <target>...])
+# corvane_screens(<target> URI <uri> FOLDER <folder> LINKS <target>... [PRIVATE_LINKS <target>...]
+#                 [DEPENDENCIES <uri>...])
 #
 # Takes every *.qml, *.cpp and *.h of the current folder. FOLDER is how its headers are included:
 # "kit" makes them "kit/Name.h". A QML file that says `pragma Singleton` is registered as one.
+# DEPENDENCIES are the modules whose types its own C++ types derive from.
 function(corvane_screens target)
-    cmake_parse_arguments(SCREENS "" "URI;FOLDER" "LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(SCREENS "" "URI;FOLDER" "LINKS;PRIVATE_LINKS;DEPENDENCIES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp"
                                         "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
     file(GLOB screens CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}"
@@ -36,7 +38,7 @@ function(corvane_screens target)
         RESOURCE_PREFIX "/qt-project.org/imports"
         OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/qml/${uri_path}"
         IMPORT_PATH "${CMAKE_BINARY_DIR}/qml"
-        DEPENDENCIES QtQuick
+        DEPENDENCIES QtQuick ${SCREENS_DEPENDENCIES}
         NO_PLUGIN
         ${cachegen}
         SOURCES ${sources}

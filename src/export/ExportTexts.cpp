@@ -85,6 +85,11 @@ QString handleLabel(double seconds) {
     return seconds == 0 ? QStringLiteral("None") : QString::number(seconds) + QLatin1Char('s');
 }
 
+QString handlesHelp() {
+    return QStringLiteral("Extra time before in-point and after out-point. Useful for room tone or "
+                          "NLE re-trim. Skipped for whole-clip rows.");
+}
+
 QString countLine(qsizetype selected, qsizetype planned) {
     if (selected == 0) {
         return QStringLiteral("No selects");
@@ -98,6 +103,11 @@ QString symbol(ExportRowKind kind) {
     return kind == ExportRowKind::wholeClip ? QStringLiteral("film") : QStringLiteral("scissors");
 }
 
+QString nothingToExport() {
+    return QStringLiteral("Nothing to export. Mark clips with the S flag in Review (or set up "
+                          "subclips), then come back here.");
+}
+
 QString progressLine(const ExportProgress &progress) {
     return QStringLiteral("%1 of %2: %3")
         .arg(QString::number(progress.index + 1), QString::number(progress.total),
@@ -105,11 +115,14 @@ QString progressLine(const ExportProgress &progress) {
 }
 
 QString rowLine(const ExportProgress &progress) {
+    QString text = QStringLiteral("Copying / encoding…");
     if (progress.phase == ExportProgress::Phase::done) {
-        return QStringLiteral("Row done");
+        text = QStringLiteral("Row done");
+    } else if (progress.rowProgress > 0) {
+        text = percent(progress.rowProgress) + QStringLiteral(" this row");
     }
-    return progress.rowProgress > 0 ? percent(progress.rowProgress) + QStringLiteral(" this row")
-                                    : QStringLiteral("Copying / encoding…");
+    const bool isHD = progress.currentMode == QLatin1String("hd");
+    return isHD ? QStringLiteral("%1 (%2)").arg(text, progress.currentMode) : text;
 }
 
 double overallFraction(const ExportProgress &progress, OutputMode outputMode) {
@@ -167,24 +180,24 @@ QString failedTitle(const ExportBatchResult &result) {
     return QStringLiteral("Failed / Cancelled (%1)").arg(result.failed.size());
 }
 
-QString row(const ExportRowOutcome &outcome) {
-    QString text = paths::lastComponent(outcome.destinationPath);
+QString note(const ExportRowOutcome &outcome) {
     if (outcome.hdOutputPath) {
-        text += QStringLiteral(" (+ HD)");
+        return QStringLiteral("(+ HD)");
     }
-    if (outcome.hdError) {
-        text += QStringLiteral(" (HD skipped)");
-    }
-    return text;
+    return outcome.hdError ? QStringLiteral("(HD skipped)") : QString();
 }
 
 QString row(const ExportRowFailure &failure) {
     return paths::lastComponent(failure.destinationPath) + QStringLiteral(": ") + failure.error;
 }
 
-QString symbol(const ExportRowFailure &failure) {
-    return failure.cancelled ? QStringLiteral("xmark.circle")
-                             : QStringLiteral("exclamationmark.triangle.fill");
+QString succeededSymbol() {
+    return QStringLiteral("checkmark.circle.fill");
+}
+
+QString failedSymbol(bool cancelled) {
+    return cancelled ? QStringLiteral("xmark.circle")
+                     : QStringLiteral("exclamationmark.triangle.fill");
 }
 
 } // namespace corvane::ExportTexts

@@ -19,15 +19,18 @@ QString label(ExportNamingOptions::NumberingMode mode);
 /// The handles that are offered, in seconds, and what they are called: "None", "0.5s", "1s".
 const QList<double> &handleChoices();
 QString handleLabel(double seconds);
+QString handlesHelp();
 
 /// "<planned> of <selected> rows". `selected` is `countSelects`, `planned` the number of rows.
 QString countLine(qsizetype selected, qsizetype planned);
 /// The symbol of a row in the preview.
 QString symbol(ExportRowKind kind);
+/// In the place of a preview without rows.
+QString nothingToExport();
 
 // Running.
 QString progressLine(const ExportProgress &progress);
-/// Of the row's output in hand.
+/// Of the row's output in hand; it says so where that is the HD copy.
 QString rowLine(const ExportProgress &progress);
 /// How much of the run the progress stands for, from 0 to 1.
 double overallFraction(const ExportProgress &progress,
@@ -44,9 +47,12 @@ QString manifestLine(const ExportBatchResult &result);
 QString backupLine(const std::optional<QString> &backupError);
 QString succeededTitle(const ExportBatchResult &result);
 QString failedTitle(const ExportBatchResult &result);
-/// The file name, and what became of the HD copy.
-QString row(const ExportRowOutcome &outcome);
+/// What became of the HD copy; empty where none was wanted.
+QString note(const ExportRowOutcome &outcome);
 QString row(const ExportRowFailure &failure);
-QString symbol(const ExportRowFailure &failure);
+/// The symbol of a row that was delivered.
+QString succeededSymbol();
+/// The symbol of a row that wasn't.
+QString failedSymbol(bool cancelled);
 
 } // namespace corvane::ExportTexts

@@ -126,6 +126,12 @@ QString bytes(const HandoffProgress &progress) {
                : QString();
 }
 
+QString rowLine(const HandoffProgress &progress) {
+    QStringList parts{phase(progress.phase), bytes(progress)};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(" · "));
+}
+
 double overallFraction(const HandoffProgress &progress) {
     const double row = progress.phase == HandoffProgress::Phase::done ? 0.0 : progress.rowProgress;
     return progress.total > 0 ? std::clamp((progress.index + row) / progress.total, 0.0, 1.0) : 0;
@@ -153,18 +159,12 @@ QString failedTitle(const HandoffResult &result) {
     return QStringLiteral("Failed / Cancelled (%1)").arg(result.failed.size());
 }
 
-QString row(const HandoffRowOutcome &outcome) {
-    return paths::lastComponent(outcome.destinationPath) +
-           (outcome.hdPath ? QStringLiteral(" (+ HD)") : QString());
+QString note(const HandoffRowOutcome &outcome) {
+    return outcome.hdPath ? QStringLiteral("(+ HD)") : QString();
 }
 
 QString row(const HandoffRowFailure &failure) {
     return failure.videoFileName + QStringLiteral(": ") + failure.error;
-}
-
-QString symbol(const HandoffRowFailure &failure) {
-    return failure.cancelled ? QStringLiteral("xmark.circle")
-                             : QStringLiteral("exclamationmark.triangle.fill");
 }
 
 } // namespace corvane::HandoffTexts

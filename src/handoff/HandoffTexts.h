@@ -28,6 +28,8 @@ QString progressLine(const HandoffProgress &progress);
 QString phase(HandoffProgress::Phase phase);
 /// "<done> / <total>"; empty where no bytes are counted.
 QString bytes(const HandoffProgress &progress);
+/// The phase, and the bytes behind it where any are counted.
+QString rowLine(const HandoffProgress &progress);
 /// How much of the run the progress stands for, from 0 to 1.
 double overallFraction(const HandoffProgress &progress);
 
@@ -37,9 +39,8 @@ QString headline(const HandoffResult &result);
 QString backupLine(const std::optional<QString> &backupError);
 QString succeededTitle(const HandoffResult &result);
 QString failedTitle(const HandoffResult &result);
-/// The file name, and whether there is an HD copy.
-QString row(const HandoffRowOutcome &outcome);
+/// That there is an HD copy; empty where there is none.
+QString note(const HandoffRowOutcome &outcome);
 QString row(const HandoffRowFailure &failure);
-QString symbol(const HandoffRowFailure &failure);
 
 } // namespace corvane::HandoffTexts

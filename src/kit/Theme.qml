@@ -297,7 +297,23 @@ QtObject {
 
     // The sheets of export and handoff.
     readonly property int deliverySheetWidth: 1080
+    readonly property int exportSheetHeight: 800
+    readonly property int handoffSheetHeight: 632
+    readonly property int deliveryFormWidth: 660
+    readonly property int deliveryTop: 18
+    readonly property int deliveryHelpWidth: 456
+    readonly property int packageNameWidth: 320
+    readonly property int namingLabelWidth: 88
+    readonly property int namingFieldWidth: 220
+    readonly property int namingRowGap: 3
+    readonly property int previewPadding: 20
     readonly property int resultSheetWidth: 760
+    readonly property int resultSheetHeight: 728
+    readonly property int resultSheetMargin: 64
+    readonly property int resultTop: 22
+    readonly property int resultGap: 14
+    readonly property int resultCountPadding: 10
+    readonly property int resultTextLead: 7
 
     // Windows.
     readonly property int windowWidth: 1440

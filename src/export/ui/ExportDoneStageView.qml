@@ -1,0 +1,8 @@
+// What an export delivered.
+//   screen: ExportScreenState
+import Corvane.Export
+
+DeliveryDoneSheet {
+    objectName: "export.done"
+    againText: qsTr("Export Again")
+}

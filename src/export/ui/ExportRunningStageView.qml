@@ -1,0 +1,8 @@
+// The run of an export.
+//   screen: ExportScreenState
+import Corvane.Export
+
+DeliveryRunningSheet {
+    objectName: "export.running"
+    title: qsTr("Exporting…")
+}

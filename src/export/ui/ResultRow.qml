@@ -1,0 +1,144 @@
+// A row of a finished run: what was delivered, with a button that shows it, or why it wasn't, in text
+// that can be selected.
+//   heading, symbol, name, note, error, rich, path: string; delivered, cancelled: bool, as in the
+//   list's model; active: bool (the keys act on it); signal revealed(); copyText() copies the reason
+import QtQuick
+import Corvane.Kit
+
+Item {
+    id: row
+
+    property string heading
+    property string symbol
+    property string name
+    property string note
+    property string error
+    property string rich
+    property string path
+    property bool delivered: true
+    property bool cancelled: false
+    property bool first: false
+    property bool active: false
+
+    signal revealed()
+
+    function copyText() {
+        reason.selectAll();
+        reason.copy();
+        reason.deselect();
+    }
+
+    implicitHeight: line.y + line.height
+    Accessible.role: Accessible.ListItem
+    Accessible.name: delivered ? (note === "" ? name : name + " " + note) : name + ": " + error
+    Accessible.onPressAction: row.revealed()
+
+    Divider {
+        visible: row.heading !== "" && !row.first
+        y: Theme.s8
+        width: parent.width
+    }
+    Label {
+        id: head
+
+        visible: row.heading !== ""
+        x: Theme.sheetPadding
+        y: Theme.s12 + (row.first ? 0 : Theme.s8)
+        height: Theme.list.line + Theme.s4
+        text: row.heading
+        type: Theme.listHead
+        Accessible.role: Accessible.Heading
+    }
+
+    Item {
+        id: line
+
+        y: head.visible ? head.y + head.height : 0
+        width: parent.width
+        height: row.delivered ? Theme.resultRowHeight
+                              : Math.max(Theme.resultRowHeight,
+                                         reason.height + 2 * Theme.resultTextLead)
+
+        Rectangle {
+            anchors.fill: parent
+            anchors.leftMargin: Theme.s12
+            anchors.rightMargin: Theme.s12
+            radius: Theme.controlRadius
+            color: row.active ? Theme.sel : Theme.none
+        }
+        Icon {
+            id: glyph
+
+            x: Theme.sheetPadding
+            y: (Theme.resultRowHeight - height) / 2
+            symbol: row.symbol
+            size: Theme.iconButton
+            color: row.delivered ? Theme.success : row.cancelled ? Theme.t2 : Theme.warning
+        }
+        Label {
+            id: file
+
+            visible: row.delivered
+            anchors.left: glyph.right
+            anchors.leftMargin: Theme.s12
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth,
+                            reveal.x - x - (about.visible ? about.width + Theme.s6 : 0) - Theme.s12)
+            text: row.name
+            type: Theme.list
+            elide: Text.ElideMiddle
+            HelpText.text: truncated ? text : ""
+            Accessible.ignored: true
+        }
+        Label {
+            id: about
+
+            visible: row.delivered && text !== ""
+            anchors.left: file.right
+            anchors.leftMargin: Theme.s6
+            anchors.verticalCenter: parent.verticalCenter
+            text: row.note
+            type: Theme.list
+            muted: true
+            Accessible.ignored: true
+        }
+        TextEdit {
+            id: reason
+
+            objectName: row.objectName + ".reason"
+            visible: !row.delivered
+            anchors.left: glyph.right
+            anchors.leftMargin: Theme.s12
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.sheetPadding
+            y: Theme.resultTextLead
+            text: row.delivered ? "" : row.rich
+            textFormat: TextEdit.RichText
+            wrapMode: TextEdit.Wrap
+            font: Theme.list.font
+            color: Theme.t1
+            selectionColor: Theme.chipOnBorder
+            selectedTextColor: Theme.t1
+            readOnly: true
+            selectByMouse: true
+            Accessible.ignored: true
+        }
+        Button {
+            id: reveal
+
+            objectName: row.objectName + ".reveal"
+            visible: row.delivered
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.sheetPadding - Theme.s8
+            anchors.verticalCenter: parent.verticalCenter
+            leftPadding: Theme.s8
+            rightPadding: Theme.s8
+            kind: Button.Bare
+            small: true
+            muted: true
+            focusPolicy: Qt.NoFocus
+            text: qsTr("Reveal")
+            onClicked: row.revealed()
+        }
+    }
+}

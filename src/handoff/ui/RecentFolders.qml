@@ -1,0 +1,42 @@
+// The folders that earlier handoffs went to, to choose one again.
+//   handoff: HandoffScreenState
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import Corvane.Kit
+import Corvane.Handoff
+
+Button {
+    id: recent
+
+    required property HandoffScreenState handoff
+
+    objectName: "handoff.recent"
+    enabled: handoff.hasRecents
+    symbol: "clock"
+    trailingSymbol: "chevron.down"
+    text: qsTr("Recent")
+    onClicked: menu.openBelow(recent, true)
+
+    PopUpMenu {
+        id: menu
+
+        name: recent.text
+
+        Instantiator {
+            model: recent.handoff.recents
+
+            delegate: MenuItem {
+                required property int index
+                required property string modelData
+
+                objectName: "handoff.recent." + index
+                text: modelData
+                helpText: modelData
+                onTriggered: recent.handoff.chooseRecent(index)
+            }
+            onObjectAdded: (index, object) => menu.insertItem(index, object)
+            onObjectRemoved: (index, object) => menu.removeItem(object)
+        }
+    }
+}
