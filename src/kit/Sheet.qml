@@ -135,7 +135,8 @@ T.Popup {
             anchors.bottom: footArea.top
             width: parent.width
             implicitWidth: childrenRect.width
-            implicitHeight: childrenRect.height
+            // Content of a sheet whose height is given may take the body's height itself.
+            implicitHeight: control.sheetHeight > 0 ? 0 : childrenRect.height
         }
 
         Item {

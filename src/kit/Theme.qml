@@ -299,7 +299,7 @@ QtObject {
     readonly property int deliverySheetWidth: 1080
     readonly property int exportSheetHeight: 800
     readonly property int handoffSheetHeight: 632
-    readonly property int deliveryFormWidth: 660
+    readonly property int deliveryFormWidth: 658
     readonly property int deliveryTop: 18
     readonly property int deliveryHelpWidth: 456
     readonly property int packageNameWidth: 320

@@ -6,6 +6,7 @@
 #include "support/SampleProject.h"
 #include "support/TestClock.h"
 #include "support/TestFolder.h"
+#include "support/TestPanels.h"
 
 #include <gmock/gmock.h>
 
@@ -14,38 +15,6 @@
 #include <QTimer>
 
 namespace corvane::test {
-
-/// Answers each panel with a path, or cancels where it is empty.
-class TestPanels : public FilePanels {
-  public:
-    void openProjectFile(Chosen chosen) override { answerWith(std::move(chosen)); }
-    void save(const SavePanel &panel, Chosen chosen) override {
-        asked = panel;
-        answerWith(std::move(chosen));
-    }
-
-    void chooseFolder(const ChoosePanel &panel, Chosen chosen) override {
-        choice = panel;
-        answerWith(std::move(chosen));
-    }
-    void chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) override {
-        choice = panel;
-        answerWith([chosen = std::move(chosen)](const QString &path) { chosen({path}); });
-    }
-
-    QString answer;
-    SavePanel asked;
-    ChoosePanel choice;
-    int shown = 0;
-
-  private:
-    void answerWith(Chosen chosen) {
-        ++shown;
-        if (!answer.isEmpty()) {
-            chosen(answer);
-        }
-    }
-};
 
 /// Keeps what is logged while it lives, each line as "category: text".
 class LogCapture {

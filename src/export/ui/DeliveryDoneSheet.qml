@@ -71,25 +71,20 @@ Sheet {
             type: Theme.title
             Accessible.role: Accessible.Heading
         }
-        NoticeLine {
+        PlaceLine {
             id: place
 
             objectName: control.objectName + ".place"
             name: control.objectName + ".reveal"
             text: control.screen.place
-            path: control.screen.placePath
-            onRevealed: path => control.screen.reveal(path)
+            onRevealed: control.screen.reveal(control.screen.placePath)
         }
         NoticeLine {
             objectName: control.objectName + ".error"
-            symbol: "exclamationmark.triangle.fill"
-            ink: Theme.warning
             text: control.screen.errorLine
         }
         NoticeLine {
             objectName: control.objectName + ".backup"
-            symbol: "exclamationmark.triangle.fill"
-            ink: Theme.warning
             text: control.screen.backupLine
         }
         Row {

@@ -1,7 +1,5 @@
-// A line about a finished run, behind a symbol where it has one: text that wraps, or a place that
-// elides in its middle and can be shown in the file browser.
-//   text, symbol: string; ink: the symbol's colour; path: string, what its button shows;
-//   revealText: string; name: string, of the button; signal revealed(string path)
+// A line about a finished run that wraps, behind a symbol that warns.
+//   text: string; nothing shows of an empty one
 import QtQuick
 import Corvane.Kit
 
@@ -9,51 +7,23 @@ Item {
     id: line
 
     property string text
-    property string symbol
-    property color ink: Theme.t2
-    property string path
-    property string revealText: qsTr("Reveal")
-    property alias name: reveal.objectName
-
-    signal revealed(string path)
 
     width: parent ? parent.width : 0
-    height: Math.max(label.height, reveal.visible ? reveal.height : 0)
+    height: label.height
     visible: text !== ""
 
     Icon {
-        id: glyph
-
-        visible: line.symbol !== ""
-        y: reveal.visible ? (parent.height - height) / 2 : (label.type.line - height) / 2
-        symbol: line.symbol
+        y: (label.type.line - height) / 2
+        symbol: "exclamationmark.triangle.fill"
         size: Theme.iconButton
-        color: line.ink
+        color: Theme.warning
     }
     Label {
         id: label
 
-        readonly property real room: parent.width - x
-                                     - (reveal.visible ? reveal.width + Theme.buttonGap : 0)
-
-        x: glyph.visible ? glyph.width + Theme.s8 : 0
-        anchors.verticalCenter: parent.verticalCenter
-        width: line.path !== "" ? Math.min(implicitWidth, room) : room
+        x: Theme.iconButton + Theme.s8
+        width: parent.width - x
         text: line.text
-        muted: line.path !== ""
-        wrapMode: line.path !== "" ? Text.NoWrap : Text.Wrap
-        elide: line.path !== "" ? Text.ElideMiddle : Text.ElideNone
-        HelpText.text: truncated ? text : ""
-    }
-    Button {
-        id: reveal
-
-        anchors.left: label.right
-        anchors.leftMargin: Theme.buttonGap
-        anchors.verticalCenter: parent.verticalCenter
-        visible: line.path !== ""
-        small: true
-        text: line.revealText
-        onClicked: line.revealed(line.path)
+        wrapMode: Text.Wrap
     }
 }

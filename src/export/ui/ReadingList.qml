@@ -17,6 +17,7 @@ ListView {
     }
 
     activeFocusOnTab: true
+    currentIndex: -1 // the list itself has the focus, none of its rows
     keyNavigationEnabled: false
     boundsBehavior: Flickable.StopAtBounds
     clip: true

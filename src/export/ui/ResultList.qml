@@ -15,6 +15,15 @@ Rectangle {
 
     color: Theme.b1
 
+    Connections {
+        target: results.screen
+
+        function onResultChanged() {
+            list.currentIndex = 0;
+            list.positionViewAtBeginning();
+        }
+    }
+
     ListView {
         id: list
 

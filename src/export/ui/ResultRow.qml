@@ -8,15 +8,15 @@ import Corvane.Kit
 Item {
     id: row
 
-    property string heading
-    property string symbol
-    property string name
-    property string note
-    property string error
-    property string rich
-    property string path
-    property bool delivered: true
-    property bool cancelled: false
+    required property string heading
+    required property string symbol
+    required property string name
+    required property string note
+    required property string error
+    required property string rich
+    required property string path
+    required property bool delivered
+    required property bool cancelled
     property bool first: false
     property bool active: false
 

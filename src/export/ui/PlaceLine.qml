@@ -1,0 +1,52 @@
+// Where a finished run put something, with a button that shows it in the file browser.
+//   text: string, nothing shows of an empty one; symbol: string, may be empty; revealText: string;
+//   name: string, of the button; signal revealed()
+import QtQuick
+import Corvane.Kit
+
+Item {
+    id: line
+
+    property string text
+    property string symbol
+    property string revealText: qsTr("Reveal")
+    property alias name: reveal.objectName
+
+    signal revealed()
+
+    width: parent ? parent.width : 0
+    height: reveal.height
+    visible: text !== ""
+
+    Icon {
+        id: glyph
+
+        visible: line.symbol !== ""
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: line.symbol
+        size: Theme.iconButton
+    }
+    Label {
+        id: label
+
+        x: glyph.visible ? glyph.width + Theme.s8 : 0
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, parent.width - x - reveal.width - Theme.buttonGap)
+        text: line.text
+        muted: true
+        elide: Text.ElideMiddle
+        HelpText.text: truncated ? text : ""
+    }
+    Button {
+        id: reveal
+
+        anchors.left: label.right
+        anchors.leftMargin: Theme.buttonGap
+        anchors.verticalCenter: parent.verticalCenter
+        leftPadding: Theme.s8
+        rightPadding: Theme.s8
+        small: true
+        text: line.revealText
+        onClicked: line.revealed()
+    }
+}
