@@ -2,7 +2,7 @@
 // low, and what they come to at the right. Return starts, Esc and "Back" leave.
 //   screen: DeliveryScreenState; startText: string; folderButton: Button (has the focus at first where
 //   it can't be started); default content: rows of choices; preview: items, laid out by the owner in
-//   `previewPane`
+//   `previewPane`; wholeHeight: real, read-only, at which no choice is scrolled away
 // Items are "<objectName>.cancel", ".start" and ".choices".
 import QtQuick
 import QtQuick.Templates as T
@@ -18,6 +18,8 @@ Sheet {
     default property alias choices: form.data
     property alias preview: previewPane.data
     readonly property alias previewPane: previewPane
+    readonly property real wholeHeight: Theme.sheetHeadHeight + flickable.contentHeight
+                                        + Theme.sheetFootHeight + topPadding + bottomPadding
 
     backText: qsTr("Back")
     sheetWidth: Theme.deliverySheetWidth

@@ -13,7 +13,7 @@ DeliverySheet {
     objectName: "handoff.configure"
     screen: handoff
     title: qsTr("Selects Handoff")
-    sheetHeight: handoff.naming.isCustom && parent ? parent.height : Theme.handoffSheetHeight
+    sheetHeight: Math.max(Theme.handoffSheetHeight, wholeHeight)
     startText: qsTr("Generate")
     folderButton: folder.chooser
 

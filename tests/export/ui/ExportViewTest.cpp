@@ -54,18 +54,17 @@ class ExportViewTest : public ExportTest {
         state->open();
         EXPECT_TRUE(hasFocus("export.configure.start"));
     }
+    /// Waits until that item has the focus, and its sheet is the only one.
     bool hasFocus(const char *name) const {
         return screen->waitFor([&] {
-            return screen->focused() && screen->focused()->objectName() == text(name) &&
-                   opacity(screen->focused()) == 1;
+            const QQuickItem *focused = screen->focused();
+            return focused && focused->objectName() == text(name) && sheets() == 1;
         });
     }
-    static double opacity(const QQuickItem *item) {
-        double opacity = 1;
-        for (; item; item = item->parentItem()) {
-            opacity *= item->opacity();
-        }
-        return opacity;
+    qsizetype sheets() const {
+        const QList names{text("export.configure.start"), text("export.running.cancel"),
+                          text("export.done.done")};
+        return std::ranges::count_if(names, [this](const QString &n) { return screen->shows(n); });
     }
     QString shown(const char *name) const {
         return screen->property(text(name), "text").toString();
@@ -78,11 +77,7 @@ class ExportViewTest : public ExportTest {
         return names;
     }
     bool isGone() const {
-        return screen->waitFor([this] {
-            return !screen->shows(text("export.configure.start")) &&
-                   !screen->shows(text("export.running.cancel")) &&
-                   !screen->shows(text("export.done.done"));
-        });
+        return screen->waitFor([this] { return sheets() == 0; });
     }
 
     TestPanels panels;

@@ -37,9 +37,17 @@ class SelectsHandoffViewTest : public HandoffTest {
             QVariantMap{{QStringLiteral("handoff"), QVariant::fromValue(state.get())}});
         state->open();
     }
+    /// Waits until that item has the focus, and its sheet is the only one.
     bool hasFocus(const char *name) const {
-        return screen->waitFor(
-            [&] { return screen->focused() && screen->focused()->objectName() == text(name); });
+        return screen->waitFor([&] {
+            const QQuickItem *focused = screen->focused();
+            return focused && focused->objectName() == text(name) && sheets() == 1;
+        });
+    }
+    qsizetype sheets() const {
+        const QList names{text("handoff.configure.start"), text("handoff.running.cancel"),
+                          text("handoff.done.done")};
+        return std::ranges::count_if(names, [this](const QString &n) { return screen->shows(n); });
     }
     QString shown(const char *name) const {
         return screen->property(text(name), "text").toString();
