@@ -77,16 +77,20 @@ QString DeliveryScreenState::inOneLine(const QString &text) {
 }
 
 void DeliveryScreenState::open() {
+    if (m_isOpen || (!m_store.project() && stage() != Stage::Running)) {
+        return;
+    }
     if (stage() != Stage::Running) {
-        if (!m_store.project()) {
-            return;
-        }
-        m_projectFile = m_store.fileURL();
-        resetFlow(*m_store.project());
-        noteChoices();
-        planNow();
+        beginAnew(*m_store.project());
     }
     setOpen(true);
+}
+
+void DeliveryScreenState::beginAnew(const Project &project) {
+    m_projectFile = m_store.fileURL();
+    resetFlow(project);
+    noteChoices();
+    planNow();
 }
 
 void DeliveryScreenState::dismiss() {
@@ -102,7 +106,7 @@ void DeliveryScreenState::again() {
         return;
     }
     if (m_store.project()) {
-        open();
+        beginAnew(*m_store.project());
     } else {
         dismiss();
     }

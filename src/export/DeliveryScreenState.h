@@ -116,7 +116,7 @@ class DeliveryScreenState : public QObject {
     DeliveryResults *results() { return &m_results; }
 
     /// Brings the sheet up with the defaults for the open project; with the run while one is in
-    /// work. Does nothing without a project.
+    /// work. Does nothing without a project, or while the sheet is up.
     Q_INVOKABLE void open();
     /// Takes the sheet down where that may be done.
     Q_INVOKABLE void dismiss();
@@ -215,6 +215,7 @@ class DeliveryScreenState : public QObject {
     QString remainingTime(double fraction) const;
 
   private:
+    void beginAnew(const Project &project);
     void followProject();
     bool showsOpenProject() const;
     void planSoon();

@@ -118,9 +118,13 @@ QStringList HandoffScreenState::recents() const {
     return choicePlaces::labels(m_flow.recentDestinations(), inOneLine);
 }
 
+QString HandoffScreenState::recentsHelp() const {
+    return hasRecents() ? QString() : QStringLiteral("There was no handoff yet.");
+}
+
 void HandoffScreenState::chooseRecent(int place) {
     if (const auto folder = choicePlaces::at(m_flow.recentDestinations(), place)) {
-        m_flow.setDestinationFolder(*folder);
+        m_flow.setDestinationFolder(folder);
     }
 }
 

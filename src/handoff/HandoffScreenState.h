@@ -17,6 +17,8 @@ class HandoffScreenState : public corvane::DeliveryScreenState {
     /// Folders of earlier handoffs, each in one line.
     Q_PROPERTY(QStringList recents READ recents NOTIFY recentsChanged)
     Q_PROPERTY(bool hasRecents READ hasRecents NOTIFY recentsChanged)
+    /// Why there are none; empty where there are some.
+    Q_PROPERTY(QString recentsHelp READ recentsHelp NOTIFY recentsChanged)
     /// "2 clips, 1 subclip, 3 outputs, ~1.2 GB"
     Q_PROPERTY(QString summary READ summary NOTIFY planChanged)
 
@@ -39,6 +41,7 @@ class HandoffScreenState : public corvane::DeliveryScreenState {
     static QString projectNameHelp();
     QStringList recents() const;
     bool hasRecents() const { return !m_flow.recentDestinations().isEmpty(); }
+    QString recentsHelp() const;
     Q_INVOKABLE void chooseRecent(int place);
     const QString &summary() const { return m_summary; }
 

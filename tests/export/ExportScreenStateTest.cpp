@@ -84,6 +84,8 @@ TEST_F(ExportScreenStateTest, OpensWithTheDefaultsAndSaysWhatTheyMean) {
     EXPECT_EQ(state.outputHelp(), ExportTexts::help(OutputMode::hdOnly));
     EXPECT_EQ(flow.choices().subclipHandleSeconds, 2);
     EXPECT_EQ(names().first(), text("a.mp4"));
+    state.open();
+    EXPECT_EQ(state.mode(), 1) << "it is up, so what was chosen stays";
     state.setIncludeSubclips(false);
     EXPECT_EQ(state.countLine(), text("2 rows"));
     state.setIncludeWholeClips(false);

@@ -24,7 +24,6 @@ LabelledRow {
             color: Theme.b1
             border.width: Theme.hairline
             border.color: Theme.line2
-            HelpText.text: row.screen.folder
 
             Icon {
                 id: glyph
@@ -43,6 +42,7 @@ LabelledRow {
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.screen.folderLine
                 elide: Text.ElideMiddle
+                HelpText.text: truncated ? row.screen.folder : ""
                 Accessible.name: row.label + ": " + row.screen.folderLine
             }
         }

@@ -16,6 +16,7 @@ Button {
     symbol: "clock"
     trailingSymbol: "chevron.down"
     text: qsTr("Recent")
+    helpText: handoff.recentsHelp
     onClicked: menu.openBelow(recent, true)
 
     PopUpMenu {
