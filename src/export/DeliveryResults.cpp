@@ -39,6 +39,8 @@ QVariant DeliveryResults::data(const QModelIndex &index, int role) const {
         return row.name;
     case Note:
         return row.note;
+    case Reason:
+        return row.reason;
     case Error:
         return row.error;
     case Rich:
@@ -51,9 +53,11 @@ QVariant DeliveryResults::data(const QModelIndex &index, int role) const {
 }
 
 QHash<int, QByteArray> DeliveryResults::roleNames() const {
-    return {{Heading, "heading"},     {Symbol, "symbol"}, {Delivered, "delivered"},
-            {Cancelled, "cancelled"}, {Name, "name"},     {Note, "note"},
-            {Error, "error"},         {Rich, "rich"},     {Path, "path"}};
+    return {{Heading, "heading"},     {Symbol, "symbol"},
+            {Delivered, "delivered"}, {Cancelled, "cancelled"},
+            {Name, "name"},           {Note, "note"},
+            {Reason, "reason"},       {Error, "error"},
+            {Rich, "rich"},           {Path, "path"}};
 }
 
 } // namespace corvane

@@ -12,6 +12,7 @@ struct DeliveryResult {
     QString symbol;
     QString name;
     QString note;    ///< what became of the HD copy; may be empty
+    QString reason;  ///< why there is no HD copy; may be empty
     QString error;   ///< why it wasn't delivered
     QString path;    ///< what "Reveal" shows; empty for what wasn't delivered
     QString heading; ///< of the rows from here on; empty but for the first of a kind
@@ -32,6 +33,7 @@ class DeliveryResults : public QAbstractListModel {
         Cancelled,
         Name,
         Note,
+        Reason,
         Error,
         Rich,
         Path

@@ -17,6 +17,7 @@ DeliveryResult shown(const ExportRowOutcome &outcome) {
             .symbol = ExportTexts::succeededSymbol(),
             .name = paths::lastComponent(outcome.destinationPath),
             .note = ExportTexts::note(outcome),
+            .reason = outcome.hdError.value_or(QString()),
             .path = outcome.destinationPath};
 }
 

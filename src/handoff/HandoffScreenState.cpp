@@ -170,7 +170,7 @@ QList<DeliveryRow> HandoffScreenState::plan(const Project &project) {
     for (const HandoffClip &clip : clips) {
         rows.append({.id = clip.video->id,
                      .symbol = HandoffTexts::symbol(clip),
-                     .name = clip.video->fileName,
+                     .name = inOneLine(clip.video->fileName),
                      .note = HandoffTexts::contents(clip)});
     }
     return rows;

@@ -1,7 +1,7 @@
 // A row of a menu.
-//   text: string; checkable, checked: bool (the check mark); shortcutText: string, right-aligned (by
-//   itself the action's shortcut); helpText: string, shown while disabled too; action; signal
-//   triggered()
+//   text: string; elide: where it is cut, by itself at the right; checkable, checked: bool (the check
+//   mark); shortcutText: string, right-aligned (by itself the action's shortcut); helpText: string,
+//   shown while disabled too; action; signal triggered()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -10,6 +10,7 @@ T.MenuItem {
     id: control
 
     property string helpText
+    property int elide: Text.ElideRight
     property string shortcutText: action ? Format.keys(action.shortcut) : ""
 
     implicitHeight: Theme.menuItemHeight
@@ -59,7 +60,7 @@ T.MenuItem {
             text: control.text
             font: control.font
             color: control.enabled ? Theme.t1 : Theme.t3
-            elide: Text.ElideRight
+            elide: control.elide
             maximumLineCount: 1
             textFormat: Text.PlainText
             Accessible.ignored: true

@@ -1,7 +1,8 @@
 // A row of a finished run: what was delivered, with a button that shows it, or why it wasn't, in text
 // that can be selected.
-//   heading, symbol, name, note, error, rich, path: string; delivered, cancelled: bool, as in the
-//   list's model; active: bool (the keys act on it); signal revealed(); copyText() copies the reason
+//   heading, symbol, name, note, reason, error, rich, path: string; delivered, cancelled: bool, as in
+//   the list's model; first: bool, of the list; active: bool (the keys act on it); signal revealed();
+//   copyText() copies why it wasn't delivered
 import QtQuick
 import Corvane.Kit
 
@@ -12,6 +13,7 @@ Item {
     required property string symbol
     required property string name
     required property string note
+    required property string reason
     required property string error
     required property string rich
     required property string path
@@ -23,14 +25,15 @@ Item {
     signal revealed()
 
     function copyText() {
-        reason.selectAll();
-        reason.copy();
-        reason.deselect();
+        why.selectAll();
+        why.copy();
+        why.deselect();
     }
 
     implicitHeight: line.y + line.height
     Accessible.role: Accessible.ListItem
     Accessible.name: delivered ? (note === "" ? name : name + " " + note) : name + ": " + error
+    Accessible.description: reason
     Accessible.onPressAction: row.revealed()
 
     Divider {
@@ -57,7 +60,7 @@ Item {
         width: parent.width
         height: row.delivered ? Theme.resultRowHeight
                               : Math.max(Theme.resultRowHeight,
-                                         reason.height + 2 * Theme.resultTextLead)
+                                         why.height + 2 * Theme.resultTextLead)
 
         Rectangle {
             anchors.fill: parent
@@ -100,10 +103,11 @@ Item {
             text: row.note
             type: Theme.list
             muted: true
+            HelpText.text: row.reason
             Accessible.ignored: true
         }
         TextEdit {
-            id: reason
+            id: why
 
             objectName: row.objectName + ".reason"
             visible: !row.delivered

@@ -33,6 +33,7 @@ Button {
 
                 objectName: "handoff.recent." + index
                 text: modelData
+                elide: Text.ElideMiddle
                 helpText: modelData
                 onTriggered: recent.handoff.chooseRecent(index)
             }
