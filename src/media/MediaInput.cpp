@@ -1,5 +1,6 @@
 #include "media/MediaInput.h"
 
+#include "media/HeaderClaims.h"
 #include "platform/FileSystem.h"
 
 #include <algorithm>
@@ -21,6 +22,12 @@ constexpr qint64 kProbedBytes = 5'000'000;
 constexpr qint64 kProbedTime = 5 * qint64(AV_TIME_BASE);
 /// No honest frame, packet or table of a file is larger.
 constexpr size_t kLargestBlock = size_t(512) << 20;
+/// A programme stream of a whole transponder has about a hundred.
+constexpr int kMostStreams = 256;
+/// Before the first packet. Nothing but the elements of a Matroska file, two bytes each, takes much
+/// more memory than the bytes it is read from; the tables of QuickTime are looked at before.
+constexpr qint64 kMostHeaderBytes = qint64(1) << 30;
+constexpr qint64 kMostMatroskaHeaderBytes = qint64(64) << 20;
 /// In a row; then the rest counts as lost.
 constexpr int kMostReadErrors = 64;
 
@@ -30,11 +37,15 @@ void prepareLibrary() {
     std::call_once(once, [] { av_max_alloc(kLargestBlock); });
 }
 
-/// Opening a FIFO would wait for its writer.
-void testRegularFile(const QString &path) {
+/// Opening a FIFO would wait for its writer. What a header claims is looked at before it is given.
+void testFile(const QString &path, const std::stop_token &stop) {
     try {
-        if (fileSystem().status(path).type != FileType::Regular) {
+        const FileStatus status = fileSystem().status(path);
+        if (status.type != FileType::Regular) {
             throw MediaError(QStringLiteral("It is not a regular file."));
+        }
+        if (claimedBytes(path, stop) > allowedClaim(status.size)) {
+            throw MediaError(QStringLiteral("Its header claims more than the file can hold."));
         }
     } catch (const FileError &error) {
         throw MediaError(QStringLiteral("Cannot open the file: ") + error.description());
@@ -69,7 +80,7 @@ MediaInput::~MediaInput() = default;
 
 void MediaInput::open(const QString &path) {
     prepareLibrary();
-    testRegularFile(path);
+    testFile(path, m_stop);
     AVFormatContext *context = avformat_alloc_context();
     if (!context) {
         throw std::bad_alloc();
@@ -77,11 +88,17 @@ void MediaInput::open(const QString &path) {
     context->interrupt_callback = {.callback = &MediaInput::isStopped, .opaque = this};
     context->protocol_whitelist = av_strdup("file");
     context->format_whitelist = av_strdup(kContainers);
+    context->max_streams = kMostStreams;
     context->probesize = kProbedBytes;
     context->max_analyze_duration = kProbedTime;
     const QByteArray url = "file:" + path.toUtf8(); // never taken for an address
+    m_opened = context;
     const int result = avformat_open_input(&context, url.constData(), nullptr, nullptr);
+    m_opened = nullptr;
     testStop();
+    if (m_isHeaderTooLong) {
+        throw MediaError(QStringLiteral("Its header is too long."));
+    }
     check(result, "Cannot open the file"); // the context is freed where it failed
     m_context.reset(context);
 }
@@ -203,8 +220,18 @@ void MediaInput::testStop() const {
     }
 }
 
-int MediaInput::isStopped(void *input) {
-    return static_cast<const MediaInput *>(input)->m_stop.stop_requested() ? 1 : 0;
+bool MediaInput::readsTooMuch() const {
+    if (!m_opened || !m_opened->iformat || !m_opened->pb || isQuickTime(*m_opened)) {
+        return false;
+    }
+    const bool isMatroska = std::strncmp(m_opened->iformat->name, "matroska", 8) == 0;
+    return m_opened->pb->bytes_read > (isMatroska ? kMostMatroskaHeaderBytes : kMostHeaderBytes);
+}
+
+int MediaInput::isStopped(void *asked) {
+    auto *input = static_cast<MediaInput *>(asked);
+    input->m_isHeaderTooLong = input->m_isHeaderTooLong || input->readsTooMuch();
+    return input->m_stop.stop_requested() || input->m_isHeaderTooLong ? 1 : 0;
 }
 
 } // namespace corvane::media

@@ -19,7 +19,7 @@ constexpr AVRational kContainerTimeBase = {1, AV_TIME_BASE};
 ///
 /// What a file says is believed within limits: only containers of film and sound are taken (no
 /// playlist, picture series or text), no other file or address is ever opened for it, probing reads
-/// a bounded part, and no block of memory beyond a bound is given for what it claims. Throws
+/// a bounded part, and streams, headers and blocks of memory are bounded whatever it claims. Throws
 /// `MediaError`, and `Cancelled` soon after the stop token asks for it. One thread at a time.
 class MediaInput {
   public:
@@ -56,7 +56,8 @@ class MediaInput {
     void testStop() const;
 
   private:
-    static int isStopped(void *input);
+    static int isStopped(void *asked);
+    bool readsTooMuch() const;
     void open(const QString &path);
     bool headerTells(Depth depth) const;
     void findStartTime();
@@ -64,6 +65,8 @@ class MediaInput {
 
     std::stop_token m_stop;
     InputHandle m_context;
+    AVFormatContext *m_opened = nullptr; ///< while it is being opened, the library's
+    bool m_isHeaderTooLong = false;
     qint64 m_startTime = 0;
 };
 

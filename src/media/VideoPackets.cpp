@@ -11,6 +11,8 @@ constexpr int kDeepestReorder = 17;
 /// How far is read ahead: as many packets, and beyond the deepest reorder no more bytes than these.
 constexpr size_t kMostAhead = 64;
 constexpr size_t kMostBytesAhead = size_t(16) << 20;
+/// However deep the reorder: a file can tell of many large packets in the same bytes.
+constexpr size_t kMostBytesEver = size_t(512) << 20;
 
 bool isKey(const AVPacket &packet) {
     return (packet.flags & AV_PKT_FLAG_KEY) != 0;
@@ -116,7 +118,8 @@ std::optional<size_t> VideoPackets::firstKeyIndex(qint64 latest) {
         if (isKey(*m_queue[index])) {
             return index;
         }
-        if (index == kMostAhead) { // far from any: what was passed needn't be kept
+        if (index == kMostAhead ||
+            m_queuedBytes > kMostBytesEver) { // far from any: what was passed needn't be kept
             dropBefore(index);
             index = 0;
         }
@@ -164,7 +167,7 @@ bool VideoPackets::readPast(qint64 target) {
             later > kDeepestReorder) {
             break;
         }
-        const bool isFull = m_queue.size() >= kMostAhead ||
+        const bool isFull = m_queue.size() >= kMostAhead || m_queuedBytes > kMostBytesEver ||
                             (m_queuedBytes > kMostBytesAhead && m_queue.size() > kDeepestReorder);
         if (isFull) {
             return false;

@@ -7,10 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QtEndian>
 
 #include <random>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace corvane;
@@ -36,6 +38,48 @@ struct Facts {
     const char *codec;
     const char *audioCodec;
 };
+
+QByteArray number(quint32 value) {
+    QByteArray bytes(4, 0);
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+QByteArray box(const char *type, const QByteArray &content) {
+    return number(quint32(content.size()) + 8) + type + content;
+}
+
+/// The header of a film of so many tracks, each with the boxes of its samples.
+QByteArray header(int tracks, const QByteArray &tables, const QByteArray &editList = {}) {
+    const QByteArray description =
+        number(0) + number(1) +
+        box("avc1", QByteArray(24, 0) + QByteArray::fromHex("01400090") + QByteArray(50, 0));
+    const QByteArray film = number(0) + number(0) + number(0) + number(25);
+    const QByteArray media = box("mdhd", film + number(1000) + number(0)) +
+                             box("hdlr", number(0) + "mhlrvide" + QByteArray(13, 0)) +
+                             box("minf", box("stbl", box("stsd", description) + tables));
+    QByteArray movie = box("mvhd", film + number(1000) + QByteArray(80, 0));
+    for (int track = 0; track < tracks; ++track) {
+        movie += box("trak", box("tkhd", QByteArray(12, 0) + number(quint32(track) + 1) +
+                                             QByteArray(68, 0)) +
+                                 editList + box("mdia", media));
+    }
+    return box("ftyp", "isom" + number(0) + "isom") + box("moov", movie);
+}
+
+QByteArray tables(quint32 samples, quint32 size) {
+    return box("stts", number(0) + number(1) + number(samples) + number(1)) +
+           box("stsc", number(0) + number(1) + number(1) + number(samples) + number(1)) +
+           box("stsz", number(0) + number(size) + number(samples)) +
+           box("stco", number(0) + number(1) + number(4096));
+}
+
+/// The most memory that the process ever had, in bytes.
+qint64 peakMemory() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return qint64(usage.ru_maxrss) * 1024;
+}
 
 /// Reads all there is of a file that may be no file at all. Failing is fine.
 void readAll(const QString &path) {
@@ -165,4 +209,50 @@ TEST(MediaAssetTest, GivesNoMemoryForLies) {
     readAll(lying("stsz", 8, QByteArray::fromHex("0000000001000000")));
     readAll(lying("avc1", 28, QByteArray::fromHex("ffffffff")));
     readAll(lying("mvhd", 16, QByteArray::fromHex("00000001ffffffff")));
+}
+
+TEST(MediaAssetTest, BelievesNoHeaderThatClaimsMoreThanTheFileHolds) {
+    const TestFolder folder;
+    constexpr quint32 kLie = 20'000'000;
+    QByteArray manyEdits = number(0) + number(5000);
+    for (int edit = 0; edit < 5000; ++edit) {
+        manyEdits += number(1000) + number(0) + number(0x10000);
+    }
+    const QByteArray fragment = box("moof", box("traf", box("tfhd", number(0) + number(1)) +
+                                                            box("trun", number(0) + number(kLie))));
+    const QByteArray encrypted = tables(10, 1) + box("senc", number(0) + number(kLie));
+    const QByteArray film = header(8, tables(kLie, 1)).mid(20);
+    const QByteArray compressed =
+        box("moov", box("cmov", box("dcom", "zlib") + box("cmvd", qCompress(film))));
+    const QByteArray lies[] = {
+        header(8, tables(kLie, 1)),
+        header(8, tables(kLie, 0)),
+        header(1, tables(20'000, 1), box("edts", box("elst", manyEdits))),
+        header(8, tables(10, 1)) + fragment.repeated(40),
+        header(8, encrypted),
+        box("ftyp", "isom" + number(0) + "isom") + compressed,
+        box("free", film.mid(8)) + box("mdat", number(0)),
+    };
+    const qint64 before = peakMemory();
+    for (const QByteArray &lie : lies) {
+        SCOPED_TRACE(&lie - lies);
+        try {
+            (void)MediaAsset::read(folder.write(ascii("b.mp4"), lie));
+            ADD_FAILURE() << "was believed";
+        } catch (const MediaError &error) {
+            EXPECT_EQ(error.description(), ascii("Its header claims more than the file can hold."));
+        }
+    }
+    EXPECT_LT(peakMemory() - before, qint64(100) << 20);
+    EXPECT_THROW(MediaAsset::read(folder.write(ascii("b.mp4"), header(1000, tables(1, 1)))),
+                 MediaError);
+}
+
+TEST(MediaAssetTest, OpensALongFilmWithTablesOfItsOwnSize) {
+    const TestFolder folder;
+    const QString path = folder.write(ascii("long.mp4"), header(2, tables(500'000, 100)));
+    ASSERT_TRUE(QFile::resize(path, qint64(150) << 20)); // nothing of it is stored
+    const MediaAsset asset = MediaAsset::read(path);
+    ASSERT_EQ(asset.videoTracks.size(), 2);
+    EXPECT_EQ(asset.videoTracks.first().naturalSize, QSizeF(320, 144));
 }
