@@ -56,6 +56,7 @@ void VideoPackets::clear() {
     m_lastDecodingTime = AV_NOPTS_VALUE;
     m_lastTaken = AV_NOPTS_VALUE;
     m_isFromStart = false;
+    m_hasDropped = false;
     m_isAtEnd = false;
     m_isTimed = true;
 }
@@ -95,6 +96,7 @@ PacketHandle VideoPackets::take() {
 }
 
 void VideoPackets::dropBefore(size_t index) {
+    m_hasDropped = m_hasDropped || index > 0;
     for (size_t dropped = 0; dropped < index; ++dropped) {
         m_queuedBytes -= size_t(m_queue.front()->size);
         m_queue.pop_front();

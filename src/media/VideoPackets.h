@@ -25,6 +25,8 @@ class VideoPackets {
     bool rewind();
     /// True since a rewind: there is nothing before what is read.
     bool isFromStart() const { return m_isFromStart; }
+    /// Whether packets were left out since the last jump to begin at a key frame.
+    bool hasDropped() const { return m_hasDropped; }
 
     /// Makes a key frame the next packet: the last one no later than `latest` of those ahead, or
     /// else the first one. Gives its presentation time; nothing where no key frame comes up to
@@ -65,6 +67,7 @@ class VideoPackets {
     qint64 m_lastDecodingTime = AV_NOPTS_VALUE;
     qint64 m_lastTaken = AV_NOPTS_VALUE;
     bool m_isFromStart = true;
+    bool m_hasDropped = false;
     bool m_isAtEnd = false;
     bool m_isTimed = true; ///< every packet so far had a presentation time
 };

@@ -21,6 +21,7 @@ namespace {
 constexpr int kMostFruitlessPackets = 2000;
 /// Key frames no further apart than this make it quick to begin anew.
 constexpr qint64 kCloseKeysSeconds = 1;
+constexpr qint64 kLongestWayBack = qint64(1) << 24; ///< seconds; no film is as long
 
 qint64 clamped(__int128 value) {
     constexpr __int128 kMost = std::numeric_limits<qint64>::max() / 4;
@@ -66,7 +67,7 @@ struct VideoReader::Stream {
     bool leadsTo(const Goal &goal) const;
     std::optional<Decoded> find(const Goal &goal);
     std::optional<Decoded> findAfterCurrent();
-    bool startBefore(const Goal &goal, qint64 stepBack);
+    bool startBefore(const Goal &goal, qint64 stepBack, qint64 latestKey);
     std::optional<Decoded> decodeTo(const Goal &goal, std::optional<Decoded> before);
     std::optional<Decoded> decodeNext(const Goal *goal = nullptr);
     bool maySkip(const AVPacket &packet, const Goal &goal);
@@ -224,24 +225,30 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal)
             return frame;
         }
     }
-    // Where what was found lies beyond, the way back doubles until it is long enough.
-    for (qint64 seconds = 0;; seconds = seconds == 0 ? 1 : seconds * 2) {
+    // Where nothing was found or it lies beyond, the way back doubles until it is long enough.
+    bool wasFruitless = false;
+    for (qint64 seconds = 0; seconds < kLongestWayBack; seconds = seconds == 0 ? 1 : seconds * 2) {
         const qint64 stepBack = av_rescale_q(seconds, {1, 1}, stream.time_base);
-        if (startBefore(goal, stepBack)) {
-            auto frame = decodeTo(goal, {});
-            if (wasTooLittle(frame, goal)) {
-                givesSinglePictures = false;
-                (void)startBefore(goal, stepBack);
-                frame = decodeTo(goal, {});
+        const qint64 latestKey = wasFruitless ? goal.latest - stepBack : goal.latest;
+        if (!startBefore(goal, stepBack, latestKey)) {
+            if (packets.isFromStart()) {
+                return std::nullopt;
             }
-            if (packets.isFromStart() || (frame && frame->time <= goal.latest)) {
-                return frame;
-            }
+            continue;
         }
-        if (packets.isFromStart()) {
-            return std::nullopt;
+        auto frame = decodeTo(goal, {});
+        if (wasTooLittle(frame, goal)) {
+            givesSinglePictures = false;
+            (void)startBefore(goal, stepBack, latestKey);
+            frame = decodeTo(goal, {});
         }
+        const bool isAll = packets.isFromStart() && !packets.hasDropped();
+        if (isAll || (frame && frame->time <= goal.latest)) {
+            return frame;
+        }
+        wasFruitless = true;
     }
+    return std::nullopt;
 }
 
 /// Where decoding can't go on, it begins anew.
@@ -255,8 +262,9 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::findAfterCurrent() {
     return frame;
 }
 
-/// Moves to a key frame before the goal, or to the start. False where there is none before it.
-bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
+/// Moves to a key frame before the goal, the last one up to `latestKey` of those at hand, or to the
+/// start. False where there is none before the goal.
+bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack, qint64 latestKey) {
     qint64 from = goal.latest;
     if (const auto duration = input.duration()) {
         from = std::min(from, start + av_rescale_q(duration->value, {1, duration->timescale},
@@ -271,7 +279,7 @@ bool VideoReader::Stream::startBefore(const Goal &goal, qint64 stepBack) {
             throw MediaError(QStringLiteral("The file can't be read from its start again."));
         }
     }
-    const auto key = packets.beginAtKeyFrame(goal.latest);
+    const auto key = packets.beginAtKeyFrame(latestKey);
     return packets.isFromStart() || (key && *key <= goal.latest);
 }
 

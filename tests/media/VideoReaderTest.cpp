@@ -207,6 +207,27 @@ TEST(VideoReaderTest, GivesANeighbourInPlaceOfADamagedPicture) {
     }
 }
 
+TEST(VideoReaderTest, GivesTheLastWholePictureBeforeADamagedEnd) {
+    const TestFolder folder;
+    makeClip(folder.at(text("whole.mp4")), {.frames = 30, .gop = 10});
+    QByteArray bytes = folder.read(text("whole.mp4"));
+    const qsizetype end = bytes.lastIndexOf("moov") - 4;
+    // The last key frame's slice, told by its length, is left its header, so it still counts as
+    // one.
+    qsizetype slice = end;
+    do {
+        slice = bytes.lastIndexOf(QByteArray::fromHex("6588"), slice - 1);
+        ASSERT_GT(slice, 4);
+    } while (bytes.at(slice - 4) != 0 || bytes.at(slice - 3) != 0);
+    const qsizetype from = slice + 12;
+    bytes.replace(from, end - from, QByteArray(end - from, char(0xff)));
+    VideoReader reader(folder.write(text("damaged.mp4"), bytes), {});
+    const int last = numberOf(reader.frameAt({1000, 1}));
+    EXPECT_EQ(last, 19);
+    EXPECT_EQ(numberOf(reader.frameAt({28, 25})), last);
+    EXPECT_EQ(numberOf(reader.frameAt({5, 25})), 5);
+}
+
 TEST(VideoReaderTest, StopsWhenAsked) {
     const TestFolder folder;
     const QString path = makeClip(folder.at(text("a.mp4")));
