@@ -78,9 +78,8 @@ InPointScan scanBack(ExportSource &source, int index, ExportCut &cut) {
 
 /// The length of a frame of the stream; nothing where it tells none.
 std::optional<MediaTime> frameLength(const AVStream &stream) {
-    const AVRational rate = stream.avg_frame_rate;
-    return rate.num > 0 && rate.den > 0 ? std::optional(MediaTime{rate.den, rate.num})
-                                        : std::nullopt;
+    const AVRational rate = nominalRate(stream);
+    return rate.num > 0 ? std::optional(MediaTime{rate.den, rate.num}) : std::nullopt;
 }
 
 void adopt(const InPointScan &found, const AVStream &stream, ExportCut &cut) {

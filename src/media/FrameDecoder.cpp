@@ -1,5 +1,7 @@
 #include "media/FrameDecoder.h"
 
+#include "media/MediaInput.h"
+
 #include <algorithm>
 #include <new>
 #include <thread>
@@ -57,9 +59,7 @@ FrameDecoder::FrameDecoder(const AVStream &stream, const VideoReader::Options &o
         m_codec->skip_loop_filter = AVDISCARD_ALL;
     }
     check(avcodec_open2(m_codec.get(), decoder, nullptr), "Cannot open the decoder");
-    const AVRational rate =
-        stream.avg_frame_rate.num > 0 ? stream.avg_frame_rate : stream.r_frame_rate;
-    if (rate.num > 0 && rate.den > 0) {
+    if (const AVRational rate = nominalRate(stream); rate.num > 0) {
         m_nominalDuration = av_rescale_q(1, av_inv_q(rate), stream.time_base);
     }
 }

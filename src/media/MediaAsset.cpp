@@ -9,15 +9,6 @@ namespace corvane::media {
 
 namespace {
 
-double frameRate(const AVStream &stream) {
-    for (const AVRational rate : {stream.avg_frame_rate, stream.r_frame_rate}) {
-        if (rate.num > 0 && rate.den > 0) {
-            return av_q2d(rate);
-        }
-    }
-    return 0;
-}
-
 double audioDataRate(const AVCodecParameters &codec) {
     if (codec.bit_rate > 0) {
         return double(codec.bit_rate);
@@ -26,13 +17,17 @@ double audioDataRate(const AVCodecParameters &codec) {
            av_get_bits_per_sample(codec.codec_id);
 }
 
+/// What the whole file comes to; nothing where that isn't known.
+std::optional<double> fileDataRate(const AVFormatContext &context,
+                                   std::optional<MediaTime> duration) {
+    const qint64 bytes = context.pb ? avio_size(context.pb) : 0;
+    return duration && bytes > 0 ? std::optional(double(bytes) * 8 / duration->seconds())
+                                 : std::nullopt;
+}
+
 /// What a file's size leaves for its only video track, less the sound.
 double remainingDataRate(const AVFormatContext &context, std::optional<MediaTime> duration) {
-    const qint64 bytes = context.pb ? avio_size(context.pb) : 0;
-    if (!duration || bytes <= 0) {
-        return 0;
-    }
-    double rate = double(bytes) * 8 / duration->seconds();
+    double rate = fileDataRate(context, duration).value_or(0);
     for (unsigned index = 0; index < context.nb_streams; ++index) {
         const AVCodecParameters &codec = *context.streams[index]->codecpar;
         if (codec.codec_type == AVMEDIA_TYPE_AUDIO) {
@@ -42,10 +37,18 @@ double remainingDataRate(const AVFormatContext &context, std::optional<MediaTime
     return std::max(rate, 0.0);
 }
 
+/// 0 where a track would be larger than its file.
+double credibleDataRate(const AVFormatContext &context, const AVStream &stream,
+                        std::optional<MediaTime> duration) {
+    constexpr double kRounding = 1.01;
+    const auto rate = double(stream.codecpar->bit_rate);
+    return rate <= fileDataRate(context, duration).value_or(rate) * kRounding ? rate : 0;
+}
+
 VideoTrack videoTrack(const AVFormatContext &context, const AVStream &stream) {
     const AVCodecParameters &codec = *stream.codecpar;
     return {.naturalSize = QSizeF(codec.width, codec.height),
-            .nominalFrameRate = frameRate(stream),
+            .nominalFrameRate = av_q2d(nominalRate(stream)),
             .mediaSubType = mediaSubType(context, stream)};
 }
 
@@ -61,7 +64,8 @@ MediaAsset MediaAsset::read(const QString &path, std::stop_token stop) {
             asset.videoTracks.append(videoTrack(context, stream));
             // Only QuickTime counts a track's bytes; elsewhere it is what the encoder was allowed.
             if (isQuickTime(context)) {
-                asset.videoTracks.last().estimatedDataRate = double(stream.codecpar->bit_rate);
+                asset.videoTracks.last().estimatedDataRate =
+                    credibleDataRate(context, stream, asset.duration);
             }
         } else if (stream.codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
             asset.audioTracks.append({.mediaSubType = mediaSubType(context, stream)});

@@ -28,6 +28,7 @@ constexpr int kMostStreams = 256;
 /// more memory than the bytes it is read from; the tables of QuickTime are looked at before.
 constexpr qint64 kMostHeaderBytes = qint64(1) << 30;
 constexpr qint64 kMostMatroskaHeaderBytes = qint64(64) << 20;
+constexpr double kHighestRate = 1000;
 /// In a row; then the rest counts as lost.
 constexpr int kMostReadErrors = 64;
 
@@ -57,6 +58,15 @@ void testFile(const QString &path, const std::stop_token &stop) {
 bool isVideo(const AVStream &stream) {
     return stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
            (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0;
+}
+
+AVRational nominalRate(const AVStream &stream) {
+    for (const AVRational rate : {stream.avg_frame_rate, stream.r_frame_rate}) {
+        if (rate.num > 0 && rate.den > 0 && av_q2d(rate) <= kHighestRate) {
+            return rate;
+        }
+    }
+    return {0, 1};
 }
 
 bool isQuickTime(const AVFormatContext &container) {

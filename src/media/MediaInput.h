@@ -72,6 +72,9 @@ class MediaInput {
 
 /// Whether the stream is one of moving pictures.
 bool isVideo(const AVStream &stream);
+/// The frames a second that the stream tells of, 0/1 where it tells none, or more than any camera
+/// takes and any player shows.
+AVRational nominalRate(const AVStream &stream);
 /// Whether it is a QuickTime or MPEG-4 file, whose header tells more than others'.
 bool isQuickTime(const AVFormatContext &container);
 

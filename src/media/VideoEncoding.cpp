@@ -24,9 +24,8 @@ AVRational encoderTimeBase(const AVStream &stream) {
 }
 
 AVRational frameRate(const AVStream &stream) {
-    const AVRational rate =
-        stream.avg_frame_rate.num > 0 ? stream.avg_frame_rate : stream.r_frame_rate;
-    return rate.num > 0 && rate.den > 0 ? rate : AVRational{25, 1};
+    const AVRational rate = nominalRate(stream);
+    return rate.num > 0 ? rate : AVRational{25, 1};
 }
 
 } // namespace

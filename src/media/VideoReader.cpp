@@ -104,10 +104,7 @@ QSize VideoReader::storedSize() const {
 }
 
 double VideoReader::nominalFrameRate() const {
-    const AVStream &stream = m_stream->stream;
-    const AVRational rate =
-        stream.avg_frame_rate.num > 0 ? stream.avg_frame_rate : stream.r_frame_rate;
-    return rate.num > 0 && rate.den > 0 ? av_q2d(rate) : 0;
+    return av_q2d(nominalRate(m_stream->stream));
 }
 
 int VideoReader::quarterTurns() const {

@@ -248,6 +248,25 @@ TEST(MediaAssetTest, BelievesNoHeaderThatClaimsMoreThanTheFileHolds) {
                  MediaError);
 }
 
+TEST(MediaAssetTest, LeavesOutWhatCannotBe) {
+    const TestFolder folder;
+    QByteArray bytes =
+        folder.read(makeClip(folder.at(ascii("a.mp4"))).mid(folder.path().size() + 1));
+    // Every frame is a 12,800th of a second long, and so is the whole.
+    const qsizetype lengths = bytes.indexOf("stts") + 16;
+    const quint32 frames = 50;
+    ASSERT_EQ(bytes.mid(lengths - 4, 4), number(frames));
+    bytes.replace(lengths, 4, number(1));
+    bytes.replace(bytes.indexOf("mdhd") + 20, 4, number(frames));
+    const MediaAsset asset = MediaAsset::read(folder.write(ascii("b.mp4"), bytes));
+    ASSERT_EQ(asset.videoTracks.size(), 1);
+    EXPECT_EQ(asset.videoTracks.first().nominalFrameRate, 0);
+    EXPECT_EQ(VideoReader(folder.at(ascii("b.mp4")), {}).nominalFrameRate(), 0);
+    ASSERT_TRUE(asset.duration);
+    EXPECT_LE(asset.videoTracks.first().estimatedDataRate,
+              double(bytes.size()) * 8 / asset.duration->seconds());
+}
+
 TEST(MediaAssetTest, OpensALongFilmWithTablesOfItsOwnSize) {
     const TestFolder folder;
     const QString path = folder.write(ascii("long.mp4"), header(2, tables(500'000, 100)));
