@@ -13,7 +13,6 @@ namespace {
 /// A picture of 16,384 by 6,144 is let through; what claims more is taken for a lie.
 constexpr qint64 kMostPixels = qint64(100) << 20;
 constexpr int kMostThreads = 8;
-constexpr size_t kMostUntimed = 64;
 /// So many points of a picture become one of a still in each direction, or more.
 constexpr int kMuchReduced = 4;
 
@@ -66,11 +65,8 @@ FrameDecoder::FrameDecoder(const AVStream &stream, const VideoReader::Options &o
 
 void FrameDecoder::send(const AVPacket *packet, bool skipsUnreferenced) {
     m_codec->skip_frame = skipsUnreferenced ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
-    if (packet && packet->pts == AV_NOPTS_VALUE && packet->dts != AV_NOPTS_VALUE) {
-        m_untimed.insert(packet->dts);
-        if (m_untimed.size() > kMostUntimed) {
-            m_untimed.erase(m_untimed.begin());
-        }
+    if (packet) {
+        m_untimed.note(*packet);
     }
     (void)avcodec_send_packet(m_codec.get(), packet); // all pictures were taken, so it isn't full
 }
@@ -103,17 +99,8 @@ std::optional<FrameDecoder::Decoded> FrameDecoder::receive() {
 }
 
 qint64 FrameDecoder::timeOf(const AVFrame &frame) {
-    if (frame.pts != AV_NOPTS_VALUE) {
-        return frame.pts;
-    }
-    if (!m_untimed.empty()) {
-        return m_untimed.extract(m_untimed.begin()).value();
-    }
-    if (frame.best_effort_timestamp != AV_NOPTS_VALUE) {
-        return frame.best_effort_timestamp;
-    }
     const qint64 first = m_stream.start_time == AV_NOPTS_VALUE ? 0 : m_stream.start_time;
-    return m_nextTime.value_or(first);
+    return m_untimed.timeOf(frame).value_or(m_nextTime.value_or(first));
 }
 
 void FrameDecoder::flush() {

@@ -2,9 +2,8 @@
 
 // For the source files of this floor only.
 
+#include "media/UntimedPackets.h"
 #include "media/VideoReader.h"
-
-#include <set>
 
 namespace corvane::media {
 
@@ -42,9 +41,7 @@ class FrameDecoder {
     CodecHandle m_codec;
     FrameHandle m_frame = makeFrame();
     qint64 m_nominalDuration = 0;
-    /// The decoding times of packets without a presentation time: pictures come out in the order in
-    /// which they are shown, so each gets the least of them.
-    std::multiset<qint64> m_untimed;
+    UntimedPackets m_untimed;
     std::optional<qint64> m_nextTime; ///< after the last picture
     bool m_isDrained = false;
 };

@@ -99,6 +99,7 @@ void VideoEncoding::take(AVPacket &packet) {
     if (!m_hasReachedKey) {
         return;
     }
+    m_untimed.note(packet);
     const int result = avcodec_send_packet(m_decoder.get(), &packet);
     if (result == AVERROR(ENOMEM)) {
         throw std::bad_alloc();
@@ -124,8 +125,7 @@ void VideoEncoding::receivePictures() {
 
 /// Gives the picture its place in the output, or passes it over outside of the cut.
 void VideoEncoding::place(FrameHandle picture) {
-    const int64_t told = picture->best_effort_timestamp;
-    const int64_t time = told == AV_NOPTS_VALUE ? m_nextPts : told;
+    const int64_t time = m_untimed.timeOf(*picture).value_or(m_nextPts);
     m_nextPts = time + std::max<int64_t>(picture->pkt_duration, 1);
     const MediaTime when = mediaTime(time, m_timeBase);
     if (m_cut.isBeforeFirst(when)) {

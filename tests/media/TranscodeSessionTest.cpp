@@ -51,6 +51,7 @@ TEST_F(TranscodeSessionTest, CutsExactlyToTheFrameWhateverTheSourceIs) {
         {"b.mts",
          {.frames = 80, .gop = 12, .bFrames = 2, .audioTracks = 1, .audioCodec = words("ac3")}},
         {"hevc.mp4", {.codec = words("libx265"), .frames = 80, .gop = 24, .bFrames = 3}},
+        {"b.avi", {.frames = 80, .gop = 12, .bFrames = 2}},
         {"intra.mov",
          {.codec = words("prores_ks"),
           .frames = 80,
