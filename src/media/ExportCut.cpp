@@ -17,6 +17,7 @@ struct InPointScan {
     std::vector<int64_t> keys;      ///< in the file's order
     std::optional<int64_t> shown;   ///< the first frame at or after the in point
     std::optional<int64_t> earlier; ///< the last frame before it
+    int64_t earlierLength = 0;      ///< as its packet tells; 0 where it doesn't
 
     /// The last key frame that isn't shown after `frame`.
     std::optional<int64_t> lastKey(std::optional<int64_t> frame) const {
@@ -33,6 +34,7 @@ InPointScan scan(ExportSource &source, int index, int64_t first) {
     while (source.read(*packet)) {
         const int64_t shown = packet->pts == AV_NOPTS_VALUE ? packet->dts : packet->pts;
         const int64_t decoded = packet->dts == AV_NOPTS_VALUE ? shown : packet->dts;
+        const int64_t length = packet->duration;
         const bool isKey = packet->flags & AV_PKT_FLAG_KEY;
         const bool isWanted = packet->stream_index == index && shown != AV_NOPTS_VALUE;
         av_packet_unref(packet.get());
@@ -47,8 +49,9 @@ InPointScan scan(ExportSource &source, int index, int64_t first) {
         }
         if (shown >= first) {
             found.shown = std::min(shown, found.shown.value_or(shown));
-        } else {
-            found.earlier = std::max(shown, found.earlier.value_or(shown));
+        } else if (shown >= found.earlier.value_or(shown)) {
+            found.earlier = shown;
+            found.earlierLength = length;
         }
     }
     return found;
@@ -64,7 +67,7 @@ InPointScan scanBack(ExportSource &source, int index, ExportCut &cut) {
     for (int i = 0; i < kMostSteps; ++i) {
         const bool isBeginning = source.seek(index, from);
         InPointScan found = scan(source, index, first);
-        if (found.lastKey(found.shown) || isBeginning) {
+        if (found.lastKey(found.shown ? found.shown : found.earlier) || isBeginning) {
             cut.seek = isBeginning ? std::nullopt : std::optional(from - kPreroll);
             return found;
         }
@@ -82,13 +85,32 @@ std::optional<MediaTime> frameLength(const AVStream &stream) {
     return rate.num > 0 ? std::optional(MediaTime{rate.den, rate.num}) : std::nullopt;
 }
 
+/// A cut that begins while the file's last frame is shown shows that one, from its begin where that
+/// is less than a usual frame ago.
+void adoptLast(const InPointScan &found, const AVStream &stream, ExportCut &cut) {
+    if (!found.earlier) {
+        return;
+    }
+    const MediaTime last = mediaTime(*found.earlier, stream.time_base);
+    const MediaTime told = mediaTime(found.earlierLength, stream.time_base);
+    const MediaTime usual = frameLength(stream).value_or(told);
+    if (cut.zero < last + (told.value > 0 ? told : usual)) {
+        cut.key = found.lastKey(found.earlier);
+        cut.showsEarlierFrame = last + usual < cut.zero;
+        if (!cut.showsEarlierFrame) {
+            cut.zero = cut.first = last;
+        }
+    }
+}
+
 void adopt(const InPointScan &found, const AVStream &stream, ExportCut &cut) {
+    const auto length = frameLength(stream);
     if (!found.shown) {
+        adoptLast(found, stream, cut);
         return;
     }
     const MediaTime shown = mediaTime(*found.shown, stream.time_base);
     // The picture of the in point is still to come, so nothing of it may be lost.
-    const auto length = frameLength(stream);
     const MediaTime gap = shown - cut.zero;
     const bool isFar = cut.isPastLast(shown) || (length && length->seconds() * 1.5 < gap.seconds());
     cut.showsEarlierFrame = found.earlier && isFar;
