@@ -9,6 +9,7 @@ namespace corvane::media {
 namespace {
 
 constexpr char kWriting[] = "The output can't be written";
+constexpr int64_t kLongestWait = AV_TIME_BASE; ///< of one stream for the others
 
 } // namespace
 
@@ -25,6 +26,8 @@ OutputFile::OutputFile(const QString &path) {
     }
     // Packets before the in point keep their negative times, for the edit list to hide them.
     m_context->avoid_negative_ts = AVFMT_AVOID_NEG_TS_DISABLED;
+    // The lead of the pictures comes long before the first sound and isn't held back for it.
+    m_context->max_interleave_delta = kLongestWait;
     // FLAC and the like were put into the standard after the library learnt to write them.
     m_context->strict_std_compliance = FF_COMPLIANCE_EXPERIMENTAL;
 }

@@ -50,6 +50,7 @@ StreamCopy::StreamCopy(const ExportSource &source, int stream, const ExportCut &
       m_type(source.stream(stream).codecpar->codec_type),
       m_timeBase(source.stream(stream).time_base),
       m_shift(ticksOf(cut.zero, m_timeBase)),
+      m_key(source.video() == stream ? cut.key : std::nullopt),
       m_hasBegun(cut.isWhole) {
     const AVStream &from = source.stream(stream);
     check(avcodec_parameters_copy(m_stream.codecpar, from.codecpar), "A stream can't be copied");
@@ -67,6 +68,7 @@ void StreamCopy::take(AVPacket &packet) {
     }
     testOrder(packet);
     const MediaTime time = timeOf(packet, m_timeBase);
+    m_hasBegun = m_hasBegun || isKnownKey(packet);
     if (m_hasBegun) {
         takeInCut(packet, time);
     } else {
@@ -83,6 +85,12 @@ void StreamCopy::testOrder(const AVPacket &packet) const {
         throw UnsupportedSource(
             QStringLiteral("The source doesn't tell when its frames are shown."));
     }
+}
+
+/// The key frame that the cut was found to need, so that nothing has to wait for it to be reached.
+bool StreamCopy::isKnownKey(const AVPacket &packet) const {
+    const int64_t time = packet.pts == AV_NOPTS_VALUE ? packet.dts : packet.pts;
+    return m_key && (packet.flags & AV_PKT_FLAG_KEY) && time >= *m_key;
 }
 
 void StreamCopy::takeBeforeCut(AVPacket &packet, MediaTime time) {
@@ -105,7 +113,8 @@ void StreamCopy::takeBeforeCut(AVPacket &packet, MediaTime time) {
            timeOf(*m_held.front(), m_timeBase) + kSoundLead < m_cut.zero) {
         m_held.pop_front();
     }
-    const bool isUseless = isPicture && m_held.empty() && !(packet.flags & AV_PKT_FLAG_KEY);
+    const bool isUseless =
+        m_key || (isPicture && m_held.empty() && !(packet.flags & AV_PKT_FLAG_KEY));
     if (!isUseless && m_type != AVMEDIA_TYPE_DATA) {
         hold(packet);
     }

@@ -11,7 +11,8 @@
 namespace corvane::media {
 
 /// A stream that goes into the output as it is, from the key frame before the cut to the last frame
-/// that the cut shows. At most a group of pictures is held in memory.
+/// that the cut shows. Of the film that the cut was found by nothing but reordered frames is held
+/// in memory; of a further film at most a group of pictures.
 class StreamCopy : public StreamExport {
   public:
     StreamCopy(const ExportSource &source, int stream, const ExportCut &cut, OutputFile &output);
@@ -27,6 +28,7 @@ class StreamCopy : public StreamExport {
 
   private:
     void testOrder(const AVPacket &packet) const;
+    bool isKnownKey(const AVPacket &packet) const;
     void takeBeforeCut(AVPacket &packet, MediaTime time);
     void takeInCut(AVPacket &packet, MediaTime time);
     void hold(AVPacket &packet);
@@ -38,6 +40,7 @@ class StreamCopy : public StreamExport {
     AVMediaType m_type;
     AVRational m_timeBase;
     int64_t m_shift;                 ///< in ticks, what becomes the output's 0
+    std::optional<int64_t> m_key;    ///< begins what the cut needs, where that is known
     std::deque<PacketHandle> m_held; ///< before the cut its lead, in it what may not be needed
     bool m_hasBegun;
     bool m_isDone = false;
