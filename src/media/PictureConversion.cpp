@@ -38,9 +38,17 @@ bool isFullRange(const AVFrame &picture) {
            picture.format == AV_PIX_FMT_YUVJ422P || picture.format == AV_PIX_FMT_YUVJ444P;
 }
 
+/// What the light is reckoned from. Pictures on their way to a screen may have odd sides, so they
+/// keep a colour for each point.
+QByteArray precise(AVPixelFormat target) {
+    const QByteArray fine = "yuv444p10le|yuv444p12le|gbrp10le|gbrp12le|yuv444p16le";
+    return target == AV_PIX_FMT_RGB24 ? fine
+                                      : "yuv420p10le|yuv422p10le|yuv420p12le|yuv422p12le|" + fine;
+}
+
 /// In linear light, with what a camera's file leaves unsaid taken for BT.2020. The curve leaves
 /// what is below white alone as far as it can and rolls the highlights off.
-QByteArray toneMapping(const AVFrame &picture) {
+QByteArray toneMapping(const AVFrame &picture, AVPixelFormat target) {
     const char *transfer = picture.color_trc == AVCOL_TRC_SMPTE2084 ? "smpte2084" : "arib-std-b67";
     const bool isWide = picture.color_primaries == AVCOL_PRI_UNSPECIFIED ||
                         picture.color_primaries == AVCOL_PRI_BT2020;
@@ -51,7 +59,10 @@ QByteArray toneMapping(const AVFrame &picture) {
     return "zscale=" + input + ":t=linear:npl=" + QByteArray::number(kReferenceWhite) +
            ",format=gbrpf32le,zscale=p=bt709,tonemap=tonemap=mobius:desat=0:peak=" +
            QByteArray::number(peakOf(picture)) +
-           ",zscale=t=bt709:m=bt709:r=limited:c=left,format=yuv420p";
+           ",zscale=t=bt709:m=bt709:r=limited:c=left,format=" +
+           (target == AV_PIX_FMT_RGB24
+                ? "yuv444p,scale=in_color_matrix=bt709:in_range=limited,format=rgb24"
+                : "yuv420p");
 }
 
 } // namespace
@@ -88,10 +99,8 @@ QByteArray PictureConversion::filtersFor(const AVFrame &picture) const {
     QByteArray filters = scaling(picture);
     filters += m_target.isInterlaced() ? ":interl=1" : "";
     if (isHighDynamicRange(picture.color_trc)) {
-        return filters +
-               ",format=yuv420p10le|yuv422p10le|yuv444p10le|yuv420p12le|yuv422p12le|"
-               "yuv444p12le|gbrp10le|gbrp12le|yuv444p16le," +
-               toneMapping(picture);
+        return filters + ",format=" + precise(m_target.pixels) + ',' +
+               toneMapping(picture, m_target.pixels);
     }
     const AVPixFmtDescriptor *pixels = av_pix_fmt_desc_get(AVPixelFormat(picture.format));
     if (pixels && (pixels->flags & AV_PIX_FMT_FLAG_RGB)) {

@@ -7,7 +7,8 @@
 namespace corvane::media {
 
 /// Brings decoded pictures into the format that is encoded: cuts, scales, reduces the bits and maps
-/// high dynamic range to BT.709. Pictures that change within a stream are followed.
+/// high dynamic range to BT.709, or to the red, green and blue of it. Pictures that change within a
+/// stream are followed.
 class PictureConversion {
   public:
     PictureConversion(const PictureFormat &target, AVRational timeBase);

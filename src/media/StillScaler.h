@@ -2,7 +2,7 @@
 
 // For the source files of this floor only.
 
-#include "media/FFmpegHandles.h"
+#include "media/PictureConversion.h"
 #include "media/StillImage.h"
 
 #include <QSize>
@@ -10,8 +10,7 @@
 namespace corvane::media {
 
 /// Makes stills of decoded pictures: square pixels, turned, in the usual red, green and blue of a
-/// screen. Pictures of a high dynamic range are converted as if they were of the usual one, which
-/// shows them flatter than they are. One thread at a time.
+/// screen. High dynamic range is mapped to that as an export does it. One thread at a time.
 class StillScaler {
   public:
     /// `quarterTurns`: clockwise. The still fits inside `maximumSize` and is never enlarged; an
@@ -20,8 +19,11 @@ class StillScaler {
 
   private:
     void prepare(const AVFrame &picture, QSize size);
+    FrameHandle toneMapped(const AVFrame &picture, QSize size);
 
     ScalerHandle m_scaler;
+    std::optional<PictureConversion> m_toneMapping;
+    QSize m_toneMappedSize;
     FrameHandle m_scaled = makeFrame();
 };
 

@@ -1,5 +1,7 @@
 #include "SessionFixture.h"
 
+#include "media/FrameGenerator.h"
+
 #include <gmock/gmock.h>
 
 #include <cmath>
@@ -176,6 +178,31 @@ TEST_F(TranscodeSessionTest, KeepsColoursFieldsAndPixelsThatEveryPlayerShows) {
         EXPECT_EQ(exported(clip(name, options), kAccurate), "") << name;
         EXPECT_EQ(probed("v:0", entries), expected) << name;
         EXPECT_EQ(shownFrames().size(), 3) << name;
+    }
+}
+
+TEST_F(TranscodeSessionTest, MapsHighDynamicRangeAsStillsDo) {
+    for (const char *transfer : {"smpte2084", "arib-std-b67"}) {
+        const QString source = folder.at(words("source.mp4"));
+        runFFmpeg(words("-y -f lavfi -i testsrc2=size=320x180:rate=25 -frames:v 2 -pix_fmt "
+                        "yuv420p10le -c:v libx265 -preset ultrafast -x265-params "
+                        "log-level=none:colorprim=bt2020:transfer=%1:colormatrix=bt2020nc %2")
+                      .arg(words(transfer), source)
+                      .split(QLatin1Char(' ')));
+        EXPECT_EQ(exported(source, kAccurate), "");
+        const auto still = [](const QString &path) {
+            return media::FrameGenerator(path, {}).imageAt({});
+        };
+        const media::StillImage own = still(source);
+        const media::StillImage exported = still(output);
+        ASSERT_EQ(own.pixels.size(), exported.pixels.size());
+        double sum = 0;
+        for (qsizetype at = 0; at < own.pixels.size(); ++at) {
+            sum += std::abs(uchar(own.pixels.at(at)) - uchar(exported.pixels.at(at)));
+        }
+        EXPECT_LT(sum / double(own.pixels.size()), 6) << transfer;
+        const media::FrameGenerator::Options odd{.maximumSize = {161, 91}};
+        EXPECT_EQ(media::FrameGenerator(source, odd).imageAt({}).width, 161);
     }
 }
 
