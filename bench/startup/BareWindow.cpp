@@ -4,6 +4,8 @@
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
+#include <cstdio>
+
 int main(int argc, char **argv) {
     QGuiApplication application(argc, argv);
     QQmlApplicationEngine engine;
@@ -12,7 +14,13 @@ int main(int argc, char **argv) {
     if (!window) {
         return 1;
     }
-    QObject::connect(window, &QQuickWindow::frameSwapped, &application, &QCoreApplication::quit,
-                     Qt::QueuedConnection);
+    QObject::connect(
+        window, &QQuickWindow::frameSwapped, &application,
+        [] {
+            std::puts("frame");
+            std::fflush(stdout);
+            QCoreApplication::quit();
+        },
+        Qt::QueuedConnection);
     return QGuiApplication::exec();
 }

@@ -3,19 +3,30 @@
 #include "kit/Look.h"
 #include "platform/ApplicationFolders.h"
 #include "platform/ProcessLocale.h"
+#include "shell/ProjectModule.h"
 #include "shell/ui/Application.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
+
+#include <cstdio>
 
 int main(int argc, char **argv) {
     corvane::useUtf8Locale();
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("corvane"));
     corvane::setUpLook(application);
-    return corvane::runCorvane(
-        corvane::applicationFolders::applicationSupport(), {}, [&](QQuickWindow &window) {
-            QObject::connect(&window, &QQuickWindow::frameSwapped, &application,
-                             &QCoreApplication::quit, Qt::QueuedConnection);
-        });
+    const std::jthread fonts = corvane::warmUpFonts();
+    return corvane::runCorvane({.dataFolder = corvane::applicationFolders::applicationSupport(),
+                                .makeProjectScreen = corvane::projectModule::makeProjectScreen,
+                                .shown = [&](QQuickWindow &window) {
+                                    QObject::connect(
+                                        &window, &QQuickWindow::frameSwapped, &application,
+                                        [] {
+                                            std::puts("frame");
+                                            std::fflush(stdout);
+                                            QCoreApplication::quit();
+                                        },
+                                        Qt::QueuedConnection);
+                                }});
 }

@@ -1,6 +1,7 @@
 #include "kit/Look.h"
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QQuickWindow>
 
@@ -14,6 +15,10 @@ void setUpLook(QGuiApplication &application) {
     font.setHintingPreference(QFont::PreferNoHinting);
     application.setFont(font);
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+}
+
+std::jthread warmUpFonts() {
+    return std::jthread([font = QGuiApplication::font()] { QFontMetricsF(font).height(); });
 }
 
 } // namespace corvane

@@ -13,13 +13,13 @@ namespace {
 
 constexpr std::chrono::nanoseconds kReportingPeriod{1'000'000'000 / 30};
 
-media::MediaPlayer::Options optionsWithSound() {
+} // namespace
+
+media::MediaPlayer::Options PlayerEngine::optionsWithSound() {
     media::MediaPlayer::Options options;
     options.sound = media::makeSoundOutput();
     return options;
 }
-
-} // namespace
 
 PlayerEngine::PlayerEngine(QObject *parent) : PlayerEngine(optionsWithSound(), parent) {}
 

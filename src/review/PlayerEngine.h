@@ -39,7 +39,9 @@ class PlayerEngine : public QObject {
 
     static constexpr double kDefaultFps = 30;
 
-    /// Plays with the machine's sound.
+    /// With the machine's sound.
+    static media::MediaPlayer::Options optionsWithSound();
+
     explicit PlayerEngine(QObject *parent = nullptr);
     explicit PlayerEngine(media::MediaPlayer::Options options, QObject *parent = nullptr);
     ~PlayerEngine() override;

@@ -118,6 +118,7 @@ void ReviewScreenState::saveDraftSubclip() {
 void ReviewScreenState::selectSubclip(const QString &videoId, const QString &subclipId) {
     const SubclipKey key{videoId, subclipId};
     const Subclip *selected = subclip(key);
+    m_lastRow = SidebarRowId{videoId, subclipId};
     if (selected && m_selectedVideoId == videoId) {
         setKeyboardFocused(true);
         activateSubclip(*selected);

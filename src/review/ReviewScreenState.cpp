@@ -63,11 +63,12 @@ void ReviewScreenState::takeProject() {
 
 void ReviewScreenState::leaveProject() {
     if (m_selectedVideoId) {
-        m_player.pause();
+        m_player.load({}); // the project's files are let go
     }
     leaveSubclip();
     setDrafts({}, {});
     m_selectedVideoId.reset();
+    m_lastRow.reset();
     m_marks.clear();
     m_filmstrip.clear();
     m_filterBar.setState({});
@@ -191,6 +192,7 @@ void ReviewScreenState::clickRow(int row, Qt::KeyboardModifiers modifiers) {
         return;
     }
     const SidebarRowId id = m_list.rowId(row);
+    m_lastRow = id;
     if (modifiers.testFlag(Qt::ShiftModifier)) {
         extendSelection(id);
     } else if (modifiers.testFlag(Qt::ControlModifier)) {
@@ -204,6 +206,18 @@ void ReviewScreenState::clickRow(int row, Qt::KeyboardModifiers modifiers) {
             selectClip(id.videoId);
         }
     }
+}
+
+void ReviewScreenState::moveSelection(int rows, Qt::KeyboardModifiers modifiers) {
+    const QList<SidebarRowId> listed = m_list.orderedRowIds();
+    if (listed.isEmpty() || rows == 0) {
+        return;
+    }
+    const qsizetype from = m_lastRow ? listed.indexOf(*m_lastRow) : -1;
+    const qsizetype start = from >= 0 ? from : rows > 0 ? -1 : listed.size();
+    const auto row = int(std::clamp(start + rows, qsizetype(0), listed.size() - 1));
+    clickRow(row, modifiers & Qt::ShiftModifier);
+    Q_EMIT rowChosen(row);
 }
 
 void ReviewScreenState::extendSelection(const SidebarRowId &row) {

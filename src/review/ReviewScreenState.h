@@ -88,8 +88,8 @@ class ReviewScreenState : public QObject {
 
     // The life of the screen.
     /// Takes the key focus, and opens the import flow where it is due.
-    void appear();
-    void disappear();
+    Q_INVOKABLE void appear();
+    Q_INVOKABLE void disappear();
 
     // Selection.
     const std::optional<QString> &selectedVideoId() const { return m_selectedVideoId; }
@@ -103,6 +103,9 @@ class ReviewScreenState : public QObject {
     /// Shift marks a range, Command toggles the row's mark, neither selects the row.
     Q_INVOKABLE void clickRow(int row, Qt::KeyboardModifiers modifiers);
     const MultiSelection &multiSelection() const { return m_marks; }
+    /// Selects the row so many rows below the one chosen last, or above it for less than 0, as a
+    /// click does; with Shift the marks reach there. Where that one isn't listed, from the end.
+    Q_INVOKABLE void moveSelection(int rows, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void extendSelection(const SidebarRowId &row);
     std::optional<SidebarRowId> currentAnchor() const;
     Q_INVOKABLE void clearMultiSelection();
@@ -211,6 +214,8 @@ class ReviewScreenState : public QObject {
     void panelsChanged();
     void keyboardFocusedChanged();
     void confirmationChanged();
+    /// The keys have chosen a row, which the list should show.
+    void rowChosen(int row);
 
   private:
     enum class Sheet { none, import, exporting, handoff };
@@ -287,6 +292,7 @@ class ReviewScreenState : public QObject {
     std::optional<QString> m_activeSubclipId;
     std::optional<double> m_draftIn;
     std::optional<double> m_draftOut;
+    std::optional<SidebarRowId> m_lastRow; ///< clicked, or chosen by keys
     MultiSelection m_marks;
     std::optional<ReviewConfirmation> m_confirmation;
     std::function<void()> m_onAccept;

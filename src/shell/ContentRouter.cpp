@@ -57,7 +57,19 @@ void ContentRouter::openDropped(const QList<QUrl> &urls) {
 }
 
 void ContentRouter::open(const QString &file) {
-    detach(m_store.openProject(file));
+    if (m_isHeld) {
+        m_waitingFile = file;
+    } else {
+        detach(m_store.openProject(file));
+    }
+}
+
+void ContentRouter::setHeld(bool held) {
+    m_isHeld = held;
+    const QString waiting = held ? QString() : std::exchange(m_waitingFile, {});
+    if (!waiting.isEmpty()) {
+        open(waiting);
+    }
 }
 
 /// Raised once a project is open or gone, not at its edits.

@@ -43,8 +43,10 @@ class ContentRouter : public QObject {
     /// Whether one project file is what is held over the window, and the opening of it.
     Q_INVOKABLE static bool canOpenDropped(const QList<QUrl> &urls);
     Q_INVOKABLE void openDropped(const QList<QUrl> &urls);
-    /// Opens a file that was named to the program.
+    /// Opens a file that was named to the program. While held, the latest one waits.
     void open(const QString &file);
+    /// Holds the open project while something runs that it must not be taken from.
+    void setHeld(bool held);
 
   Q_SIGNALS:
     void screenChanged();
@@ -60,6 +62,8 @@ class ContentRouter : public QObject {
     FilePanels &m_panels;
     ProjectSetup &m_setup;
     bool m_setupWasAskedFor = false;
+    bool m_isHeld = false;
+    QString m_waitingFile; ///< empty for none
     Screen m_screen = Screen::Home;
 };
 

@@ -1,17 +1,15 @@
 #include "shell/CorvaneApp.h"
 
+#include "platform/Tasks.h"
+
+#include <QCoreApplication>
+#include <QCoroSignal>
+
 namespace corvane {
 
-namespace {
-
-FilePanels &panelsOf(const CorvaneApp::Settings &settings, DialogFilePanels &dialogs) {
-    return settings.panels ? *settings.panels : dialogs;
-}
-
-} // namespace
-
 CorvaneApp::CorvaneApp(Settings settings)
-    : m_registry(settings.dataFolder, *settings.clock),
+    : m_clock(*settings.clock),
+      m_registry(settings.dataFolder, *settings.clock),
       m_backups(*settings.clock),
       m_authorization(settings.dataFolder, std::move(settings.userDefaults)),
       m_store(m_io, m_registry, m_backups, m_authorization, *settings.clock,
@@ -19,14 +17,44 @@ CorvaneApp::CorvaneApp(Settings settings)
                   return migrateAuthorizations(m_authorization, m_io, summaries, hashes);
               }),
       m_updater(settings.updates, *settings.clock),
+      m_panels(settings.panels ? *settings.panels : m_dialogs),
       m_commands(m_store, m_updater, m_requests),
-      m_setup(m_store, panelsOf(settings, m_dialogs)),
-      m_router(m_store, m_requests, panelsOf(settings, m_dialogs), m_setup),
+      m_setup(m_store, m_panels),
+      m_router(m_store, m_requests, m_panels, m_setup),
       m_recents(m_store, m_registry),
       m_header(m_store),
-      m_help(settings.guide) {}
+      m_help(settings.guide),
+      m_makeProjectScreen(std::move(settings.makeProjectScreen)) {}
 
 CorvaneApp::~CorvaneApp() = default;
+
+OpenProjectScreen *CorvaneApp::projectScreen() {
+    if (!m_projectScreen && m_makeProjectScreen) {
+        m_projectScreen = m_makeProjectScreen(*this);
+        if (m_projectScreen) {
+            connect(m_projectScreen.get(), &OpenProjectScreen::isRunningChanged, &m_router,
+                    [this] { m_router.setHeld(m_projectScreen->isRunning()); });
+        }
+    }
+    return m_projectScreen.get();
+}
+
+void CorvaneApp::quit() {
+    if (m_projectScreen && m_projectScreen->isRunning()) {
+        detach(quitAfterRuns());
+    } else {
+        QCoreApplication::quit();
+    }
+}
+
+QCoro::Task<> CorvaneApp::quitAfterRuns() {
+    m_projectScreen->endRuns();
+    while (m_projectScreen->isRunning()) {
+        co_await qCoro(m_projectScreen.get(), &OpenProjectScreen::isRunningChanged);
+    }
+    co_await m_store.flushPendingSave();
+    QCoreApplication::quit();
+}
 
 QString CorvaneApp::versionText() {
     return QLatin1Char('v') + UpdateSettings::builtIn().version;

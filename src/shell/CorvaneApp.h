@@ -5,11 +5,14 @@
 #include "shell/DialogFilePanels.h"
 #include "shell/FileReveal.h"
 #include "shell/HelpDocument.h"
+#include "shell/OpenProjectScreen.h"
 #include "shell/ProjectHeader.h"
 #include "shell/RecentProjectsModel.h"
 #include "trust/AuthorizationMigrations.h"
 
 #include <QSettings>
+
+#include <functional>
 
 namespace corvane {
 
@@ -28,8 +31,11 @@ class CorvaneApp : public QObject {
     Q_PROPERTY(corvane::HelpDocument *help READ help CONSTANT)
     Q_PROPERTY(corvane::UpdaterController *updater READ updater CONSTANT)
     Q_PROPERTY(corvane::DialogFilePanels *dialogs READ dialogs CONSTANT)
+    Q_PROPERTY(corvane::OpenProjectScreen *projectScreen READ projectScreen CONSTANT)
 
   public:
+    using MakeProjectScreen = std::function<std::unique_ptr<OpenProjectScreen>(CorvaneApp &)>;
+
     /// What the program is started with.
     struct Settings {
         QString dataFolder; ///< whose lock the process holds
@@ -40,6 +46,8 @@ class CorvaneApp : public QObject {
         Clock *clock = &Clock::system();
         std::unique_ptr<QSettings> userDefaults = {}; ///< in the place of the user's own
         ContentHashMigration hashes = ContentHashMigration::InBackground;
+        /// Makes what the screen of an open project is bound to, once the first is open.
+        MakeProjectScreen makeProjectScreen = {};
     };
 
     explicit CorvaneApp(Settings settings);
@@ -59,8 +67,19 @@ class CorvaneApp : public QObject {
     HelpDocument *help() { return &m_help; }
     UpdaterController *updater() { return &m_updater; }
     DialogFilePanels *dialogs() { return &m_dialogs; }
+    /// The panels that everything asks its user with.
+    FilePanels &panels() { return m_panels; }
+    Clock &clock() { return m_clock; }
+    /// Null where the application was given no way to make it.
+    OpenProjectScreen *projectScreen();
+    /// Ends the program with its event loop. What runs is ended first, and what it has brought into
+    /// the project is saved; otherwise nothing is, and nothing is asked.
+    Q_INVOKABLE void quit();
 
   private:
+    QCoro::Task<> quitAfterRuns();
+
+    Clock &m_clock;
     ProjectFileIO m_io;
     ProjectRegistry m_registry;
     BackupService m_backups;
@@ -68,6 +87,7 @@ class CorvaneApp : public QObject {
     ProjectStore m_store;
     UpdaterController m_updater;
     DialogFilePanels m_dialogs;
+    FilePanels &m_panels;
     AppRequests m_requests;
     AppCommands m_commands;
     ProjectSetup m_setup;
@@ -75,6 +95,8 @@ class CorvaneApp : public QObject {
     RecentProjectsModel m_recents;
     ProjectHeader m_header;
     HelpDocument m_help;
+    MakeProjectScreen m_makeProjectScreen;
+    std::unique_ptr<OpenProjectScreen> m_projectScreen;
 };
 
 } // namespace corvane

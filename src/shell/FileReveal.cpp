@@ -16,6 +16,10 @@ FileReveal::FileReveal(QDBusConnection bus, OpenFolder openFolder, QObject *pare
     : QObject(parent), m_bus(std::move(bus)), m_openFolder(std::move(openFolder)) {}
 
 void FileReveal::reveal(const QString &path) {
+    if (!m_bus.isConnected()) { // nobody would ever answer
+        openFolderOf(path);
+        return;
+    }
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"),
         QStringLiteral("/org/freedesktop/FileManager1"),

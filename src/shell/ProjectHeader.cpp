@@ -1,21 +1,10 @@
 #include "shell/ProjectHeader.h"
 
-#include "platform/TextFormat.h"
-
 namespace corvane {
 
 namespace {
 
 const auto kNoSelectsHelp = QStringLiteral("Mark clips with the S flag in Review first");
-
-QStringList sortedClipNames(const Project &project) {
-    QStringList names;
-    for (const VideoItem &video : project.videos) {
-        names.append(video->fileName);
-    }
-    std::ranges::stable_sort(names, fileNameCollator());
-    return names;
-}
 
 } // namespace
 
@@ -31,8 +20,7 @@ void ProjectHeader::follow() {
     if (const auto &project = m_store.project()) {
         state = {.projectName = project->displayName(),
                  .statusMessage = m_store.statusMessage().value_or(QString()),
-                 .hasSelects = project->hasSelects(),
-                 .clipNames = sortedClipNames(*project)};
+                 .hasSelects = project->hasSelects()};
     }
     if (std::exchange(m_state, state) != state) {
         Q_EMIT changed();

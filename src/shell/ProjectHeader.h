@@ -2,12 +2,9 @@
 
 #include "session/ProjectStore.h"
 
-#include <QStringList>
-
 namespace corvane {
 
-/// What the top row of an open project tells, and the names of its clips. The store must outlive
-/// it. Main thread.
+/// What the top row of an open project tells. The store must outlive it. Main thread.
 class ProjectHeader : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString projectName READ projectName NOTIFY changed)
@@ -18,7 +15,6 @@ class ProjectHeader : public QObject {
     Q_PROPERTY(QString exportHelp READ exportHelp NOTIFY changed)
     Q_PROPERTY(QString handoffHelp READ handoffHelp NOTIFY changed)
     Q_PROPERTY(QString guideHelp READ guideHelp CONSTANT)
-    Q_PROPERTY(QStringList clipNames READ clipNames NOTIFY changed)
 
   public:
     explicit ProjectHeader(ProjectStore &store, QObject *parent = nullptr);
@@ -27,8 +23,6 @@ class ProjectHeader : public QObject {
     const QString &projectName() const { return m_state.projectName; }
     const QString &statusMessage() const { return m_state.statusMessage; }
     bool hasSelects() const { return m_state.hasSelects; }
-    /// File names in a file browser's order.
-    const QStringList &clipNames() const { return m_state.clipNames; }
 
     static QString closeHelp() { return QStringLiteral("Close project and return to Home"); }
     static QString importHelp() { return QStringLiteral("Import footage (Cmd-I)"); }
@@ -44,7 +38,6 @@ class ProjectHeader : public QObject {
         QString projectName;
         QString statusMessage;
         bool hasSelects = false;
-        QStringList clipNames;
 
         bool operator==(const State &) const = default;
     };

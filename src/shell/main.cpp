@@ -2,6 +2,7 @@
 #include "platform/ApplicationFolders.h"
 #include "platform/Paths.h"
 #include "platform/ProcessLocale.h"
+#include "shell/ProjectModule.h"
 #include "shell/ui/Application.h"
 
 #include <QGuiApplication>
@@ -23,12 +24,14 @@ int main(int argc, char **argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
     QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("corvane")));
     corvane::setUpLook(application);
+    const std::jthread fonts = corvane::warmUpFonts();
     const QStringList arguments = QGuiApplication::arguments().mid(1);
     if (arguments.size() > 1) {
         std::fputs("corvane opens one project file at a time.\n", stderr);
         return 2;
     }
     return corvane::runCorvane(
-        corvane::applicationFolders::applicationSupport(),
-        arguments.isEmpty() ? QString() : corvane::paths::standardized(arguments.first()));
+        {.dataFolder = corvane::applicationFolders::applicationSupport(),
+         .file = arguments.isEmpty() ? QString() : corvane::paths::standardized(arguments.first()),
+         .makeProjectScreen = corvane::projectModule::makeProjectScreen});
 }

@@ -48,7 +48,17 @@ inline void waitUntil(const std::function<bool()> &holds) {
 /// The program without its windows, on data and a folder of the test's own.
 class ShellTest : public testing::Test {
   protected:
-    ShellTest() { await(app.store().startedUp()); }
+    explicit ShellTest(CorvaneApp::MakeProjectScreen makeProjectScreen = {})
+        : app({.dataFolder = folder.at(QStringLiteral("data")),
+               .updates = {.version = QStringLiteral("1.0.0")},
+               .panels = &panels,
+               .clock = &clock,
+               .userDefaults = std::make_unique<QSettings>(
+                   folder.at(QStringLiteral("defaults.ini")), QSettings::IniFormat),
+               .hashes = ContentHashMigration::Awaited,
+               .makeProjectScreen = std::move(makeProjectScreen)}) {
+        await(app.store().startedUp());
+    }
 
     QString make(const QString &name, const Project &project) {
         const QString path = folder.at(name);
@@ -63,13 +73,7 @@ class ShellTest : public testing::Test {
     TestFolder folder;
     TestClock clock;
     TestPanels panels;
-    CorvaneApp app{{.dataFolder = folder.at(QStringLiteral("data")),
-                    .updates = {.version = QStringLiteral("1.0.0")},
-                    .panels = &panels,
-                    .clock = &clock,
-                    .userDefaults = std::make_unique<QSettings>(
-                        folder.at(QStringLiteral("defaults.ini")), QSettings::IniFormat),
-                    .hashes = ContentHashMigration::Awaited}};
+    CorvaneApp app;
 };
 
 } // namespace corvane::test

@@ -45,13 +45,13 @@ Item {
 
                 model: strip.filmstrip.filmstripURLs
 
-                VideoThumbnail {
+                StillImage {
                     required property string modelData
 
                     objectName: "filmstrip.frame"
                     width: frames.width / pictures.count
                     height: frames.height
-                    primaryURL: modelData
+                    path: modelData
                 }
             }
         }

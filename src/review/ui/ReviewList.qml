@@ -104,6 +104,14 @@ ListView {
         }
     }
 
+    Connections {
+        target: list.review
+
+        function onRowChosen(row: int) {
+            list.moveTo(row);
+        }
+    }
+
     onWantsCardsChanged: takeForm()
     Component.onCompleted: takeForm()
     Keys.onPressed: event => event.accepted = handleKey(event)

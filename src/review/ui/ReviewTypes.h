@@ -1,5 +1,6 @@
 #pragma once
 
+#include "review/MediaBanners.h"
 #include "review/ReviewScreenState.h"
 
 #include <QtQml/qqml.h>
@@ -47,6 +48,13 @@ struct ClipInspectorType {
     Q_GADGET
     QML_FOREIGN(corvane::ClipInspector)
     QML_NAMED_ELEMENT(ClipInspector)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct MediaBannersType {
+    Q_GADGET
+    QML_FOREIGN(corvane::MediaBanners)
+    QML_NAMED_ELEMENT(MediaBanners)
     QML_UNCREATABLE("Comes with the review screen")
 };
 

@@ -1,7 +1,6 @@
 #include "shell/ui/Application.h"
 
 #include "platform/InstanceLock.h"
-#include "shell/CorvaneApp.h"
 #include "shell/InstanceHandover.h"
 
 #include <QDeadlineTimer>
@@ -33,10 +32,21 @@ void bringToFront(QQuickWindow &window) {
     window.requestActivate();
 }
 
-int runWindow(const QString &dataFolder, const QString &file,
-              const std::function<void(QQuickWindow &)> &shown) {
-    InstanceHandover handover(dataFolder);
-    CorvaneApp app({.dataFolder = dataFolder});
+/// An installation that lacks a part can't show a project, and says so as it ends.
+std::unique_ptr<OpenProjectScreen> madeOrEnding(const Start &start, CorvaneApp &app) {
+    try {
+        return start.makeProjectScreen(app);
+    } catch (const Failure &failure) {
+        QGuiApplication::exit(fail(failure.description()));
+        return nullptr;
+    }
+}
+
+int runWindow(const Start &start) {
+    InstanceHandover handover(start.dataFolder);
+    CorvaneApp app({.dataFolder = start.dataFolder, .makeProjectScreen = [&start](CorvaneApp &app) {
+                        return madeOrEnding(start, app);
+                    }});
     QQmlApplicationEngine engine;
     engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
     engine.loadData("import Corvane.Shell\nMainWindow {}");
@@ -54,25 +64,24 @@ int runWindow(const QString &dataFolder, const QString &file,
                          bringToFront(*window);
                          open(named);
                      });
-    if (shown) {
-        shown(*window);
+    if (start.shown) {
+        start.shown(*window);
     }
     window->show();
-    open(file);
+    open(start.file);
     return QGuiApplication::exec();
 }
 
 } // namespace
 
-int runCorvane(const QString &dataFolder, const QString &file,
-               const std::function<void(QQuickWindow &)> &shown) {
+int runCorvane(const Start &start) {
     const QDeadlineTimer deadline(kStartPatience);
     for (;;) {
         try {
-            const InstanceLock lock(dataFolder);
-            return runWindow(dataFolder, file, shown);
+            const InstanceLock lock(start.dataFolder);
+            return runWindow(start);
         } catch (const AlreadyRunning &running) {
-            if (InstanceHandover::handOver(dataFolder, file, kHandoverPatience)) {
+            if (InstanceHandover::handOver(start.dataFolder, start.file, kHandoverPatience)) {
                 return 0;
             }
             if (deadline.hasExpired()) {

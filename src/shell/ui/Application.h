@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "shell/CorvaneApp.h"
 
 #include <functional>
 
@@ -8,14 +8,21 @@ class QQuickWindow;
 
 namespace corvane {
 
+/// What the program is started with.
+struct Start {
+    QString dataFolder;
+    QString file = {}; ///< to be opened; empty for none
+    CorvaneApp::MakeProjectScreen makeProjectScreen = {};
+    /// Called once with the window.
+    std::function<void(QQuickWindow &)> shown = {};
+};
+
 /// What the program's start comes to: the status of its process.
 ///
-/// Takes the data folder's lock, makes the application and its window, opens `file` unless it is
-/// empty, and runs the event loop until the window is closed. Where another window of the program
-/// has the folder, hands the file to it and returns; where something else has it, says so on the
-/// error stream. `shown` is called once with the window. Main thread, with a QGuiApplication on
-/// which `setUpLook` was called.
-int runCorvane(const QString &dataFolder, const QString &file,
-               const std::function<void(QQuickWindow &)> &shown = {});
+/// Takes the data folder's lock, makes the application and its window, opens the file and runs the
+/// event loop until the window is closed. Where another window of the program has the folder, hands
+/// the file to it and returns; where something else has it, says so on the error stream. Main
+/// thread, with a QGuiApplication on which `setUpLook` was called.
+int runCorvane(const Start &start);
 
 } // namespace corvane

@@ -12,7 +12,14 @@ PopUpMenu {
 
     objectName: "menu." + menu.title
     title: menu.title
-    Component.onCompleted: {
+    // Not before it is wanted: the first frame needn't wait for what nobody sees yet.
+    onAboutToShow: {
+        if (count === 0) {
+            fill();
+        }
+    }
+
+    function fill() {
         for (const entry of menu.entries) {
             if (entry.isDivider) {
                 addItem(divider.createObject(root.contentItem));

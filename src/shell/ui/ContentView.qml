@@ -13,12 +13,16 @@ FocusScope {
 
     // Only the screen that shows is loaded, so that the first is there at once.
     function showScreen() {
-        const screens = {
-            [ContentRouter.Home]: "HomeView.qml",
-            [ContentRouter.Setup]: "ProjectSetupView.qml",
-            [ContentRouter.Project]: "ProjectView.qml"
-        };
-        screen.setSource(screens[app.router.screen], { app: app });
+        if (app.router.screen === ContentRouter.Project) {
+            const bound = app.projectScreen; // made now, before its module is looked for
+            if (bound) {
+                screen.setSource("../Project/ProjectLoadedView.qml", { app: app, screen: bound });
+            }
+        } else {
+            screen.setSource(app.router.screen === ContentRouter.Setup ? "ProjectSetupView.qml"
+                                                                       : "HomeView.qml",
+                             { app: app });
+        }
     }
 
     Connections {
@@ -43,11 +47,22 @@ FocusScope {
         onDropped: drop => root.app.router.openDropped(drop.urls)
     }
 
-    ErrorAlert {
-        router: root.app.router
+    // Each alert is made with the first that it has to tell.
+    Loader {
+        active: root.app.router.hasError || item !== null
+        sourceComponent: Component {
+            ErrorAlert {
+                router: root.app.router
+            }
+        }
     }
 
-    UpdateAlert {
-        updater: root.app.updater
+    Loader {
+        active: root.app.updater.resultText !== "" || item !== null
+        sourceComponent: Component {
+            UpdateAlert {
+                updater: root.app.updater
+            }
+        }
     }
 }

@@ -15,7 +15,7 @@ AppWindow {
     height: Theme.windowHeight
     minimumWidth: Theme.windowMinWidth
     minimumHeight: Theme.windowMinHeight
-    onClosing: Qt.quit()
+    onClosing: app.quit()
 
     function showHelp() {
         if (!helpLoader.item) {

@@ -9,20 +9,25 @@ Alert {
 
     required property UpdaterController updater
 
+    function follow() {
+        if (updater.resultText !== "") {
+            text = updater.resultText;
+            open();
+        } else {
+            close();
+        }
+    }
+
     objectName: "updateResult"
     title: updater.resultTitle
     onAccepted: updater.dismissResult()
+    Component.onCompleted: follow()
 
     property Connections connections: Connections {
         target: root.updater
 
         function onResultTextChanged() {
-            if (root.updater.resultText !== "") {
-                root.text = root.updater.resultText;
-                root.open();
-            } else {
-                root.close();
-            }
+            root.follow();
         }
     }
 }

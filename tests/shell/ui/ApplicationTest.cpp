@@ -36,7 +36,7 @@ TEST(Application, AStartAsksAgainWhereTheFirstHangsUpOnIt) {
     }));
     first->start();
     isListening.wait();
-    EXPECT_EQ(runCorvane(folder.path(), QStringLiteral("/a.corvane")), 0);
+    EXPECT_EQ(runCorvane({.dataFolder = folder.path(), .file = QStringLiteral("/a.corvane")}), 0);
     first->wait();
     EXPECT_EQ(asked, 2);
 }

@@ -1,4 +1,5 @@
 #include "../ShellFixture.h"
+#include "shell/project/ProjectScreen.h"
 #include "support/screens/Screen.h"
 
 #include <QDragEnterEvent>
@@ -13,8 +14,14 @@ using testing::StartsWith;
 
 namespace {
 
+/// Without sound, which not every machine has.
+std::unique_ptr<OpenProjectScreen> makeSilentProjectScreen(CorvaneApp &app) {
+    return std::make_unique<ProjectScreen>(app, media::MediaPlayer::Options());
+}
+
 class MainWindowTest : public ShellTest {
   protected:
+    MainWindowTest() : ShellTest(makeSilentProjectScreen) {}
     void show() {
         screen.emplace("import Corvane.Shell\nMainWindow {}", QSize(1280, 800),
                        QVariantMap{{QStringLiteral("app"), QVariant::fromValue(&app)}});
@@ -60,6 +67,17 @@ class MainWindowTest : public ShellTest {
         screen->key(Qt::Key_Down);
         screen->key(Qt::Key_Right);
         ASSERT_TRUE(comes("menu.recent.0"));
+    }
+    /// Esc on a flow's first stage, if a sheet is up; it keeps every other key from the window.
+    void leaveSheet() {
+        const auto isUp = [this] {
+            return shows("import.cancel") || shows("export.configure.cancel") ||
+                   shows("handoff.configure.cancel");
+        };
+        if (isUp()) {
+            screen->key(Qt::Key_Escape);
+            EXPECT_TRUE(screen->waitFor([&] { return !isUp(); }));
+        }
     }
     bool hasFocus(const char *name) const {
         return screen->property(QLatin1String(name), "activeFocus").toBool();
@@ -141,8 +159,10 @@ TEST_F(MainWindowTest, TheKeysReachTheCommands) {
         posted.clear();
         for (const Qt::Key key : {Qt::Key_N, Qt::Key_O, Qt::Key_I, Qt::Key_E}) {
             screen->key(key, Qt::ControlModifier);
+            leaveSheet();
         }
         screen->key(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        leaveSheet();
         return posted.join(QLatin1Char(' ')).toStdString();
     };
     show();
@@ -261,6 +281,8 @@ TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     EXPECT_EQ(text("header.projectName"), QStringLiteral("Tide"));
     EXPECT_EQ(text("header.status"), QStringLiteral("Created project Tide"));
     EXPECT_TRUE(folder.has(QStringLiteral("new/Tide.corvane")));
+    EXPECT_TRUE(comes("import.cancel")) << "footage is what comes next";
+    leaveSheet();
     click("header.close");
     ASSERT_TRUE(comes("home.newProject"));
     click("home.newProject");

@@ -1,0 +1,28 @@
+// The media confirmation banners of the open project, one below the other; as high as they are.
+//   banners: what they say, and who takes the answers
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import Corvane.Review
+
+Column {
+    id: view
+
+    required property MediaBanners banners
+
+    objectName: "banners"
+
+    Repeater {
+        model: view.banners.places.length
+
+        MediaBannerRow {
+            required property int index
+
+            objectName: "banner." + index
+            width: view.width
+            banner: view.banners.places[index]
+            onAnswered: view.banners.answer(index)
+            onClosed: view.banners.close(index)
+        }
+    }
+}

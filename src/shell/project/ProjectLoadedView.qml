@@ -1,0 +1,96 @@
+// The screen of an open project: its header over the review, the sheets and questions over both.
+//   app: the application; screen: what it is bound to
+import QtQuick
+import Corvane.Export
+import Corvane.Handoff
+import Corvane.Import
+import Corvane.Project
+import Corvane.Review
+import Corvane.Shell
+
+FocusScope {
+    id: root
+
+    required property CorvaneApp app
+    required property ProjectScreen screen
+    readonly property ReviewScreenState review: screen ? screen.review : null
+
+    objectName: "project"
+    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: app.header.projectName
+    Component.onCompleted: review.appear()
+    Component.onDestruction: review.disappear()
+
+    Keys.onPressed: event => {
+        event.accepted = root.screen.handleKey(event.key, event.modifiers, event.isAutoRepeat);
+    }
+
+    // Has the focus while none of the controls has it, and shows nothing of it.
+    Item {
+        id: keys
+
+        objectName: "project.keys"
+        focus: true
+        onActiveFocusChanged: {
+            if (root.screen) { // not yet, and not any more, at both ends of the screen's life
+                root.review.keyboardFocused = activeFocus;
+            }
+        }
+    }
+
+    Connections {
+        target: root.review
+
+        function onKeyboardFocusedChanged() {
+            if (root.review.keyboardFocused) {
+                keys.forceActiveFocus(Qt.OtherFocusReason);
+            }
+        }
+    }
+
+    ProjectHeaderBar {
+        id: header
+
+        width: parent.width
+        header: root.app.header
+        onClosed: root.app.commands.command("closeProject").trigger()
+        onImportWanted: root.app.commands.command("import").trigger()
+        onExportWanted: root.app.commands.command("export").trigger()
+        onHandoffWanted: root.app.commands.command("selectsHandoff").trigger()
+        onGuideWanted: root.app.commands.command("help").trigger()
+    }
+
+    ReviewPanes {
+        anchors.top: header.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        review: root.review
+        engine: root.screen.engine
+        banners: root.screen.banners
+        onFocusLeft: keys.forceActiveFocus(Qt.OtherFocusReason)
+    }
+
+    DropArea { // a project file is the window's own to take
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onEntered: drag => drag.accepted = root.screen.canImportDropped(drag.urls)
+        onDropped: drop => root.screen.importDropped(drop.urls)
+    }
+
+    ImportView {
+        screen: root.screen.importing
+    }
+
+    ExportView {
+        screen: root.screen.exporting
+    }
+
+    SelectsHandoffView {
+        screen: root.screen.handoff
+    }
+
+    ConfirmationAlert {
+        review: root.review
+    }
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "export/ExportScreenState.h"
+#include "handoff/HandoffScreenState.h"
+#include "handoff/MediaCacheMaker.h"
+#include "import/ImportScreenState.h"
+#include "review/EngineReviewPlayer.h"
+#include "review/MediaBanners.h"
+#include "review/ReviewScreenState.h"
+#include "shell/CorvaneApp.h"
+#include "shell/FileReveal.h"
+#include "shell/SleepInhibitor.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace corvane {
+
+/// All that the screen of an open project is bound to: the player, the decisions of the review, the
+/// banners, and the three flows with their sheets, of which one is up at a time. It serves one
+/// project after another. What is handed in must outlive it. Main thread.
+class ProjectScreen : public OpenProjectScreen {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Comes with the application")
+    Q_PROPERTY(corvane::PlayerEngine *engine READ engine CONSTANT)
+    Q_PROPERTY(corvane::ReviewScreenState *review READ review CONSTANT)
+    Q_PROPERTY(corvane::MediaBanners *banners READ banners CONSTANT)
+    Q_PROPERTY(corvane::ImportScreenState *importing READ importing CONSTANT)
+    Q_PROPERTY(corvane::ExportScreenState *exporting READ exporting CONSTANT)
+    Q_PROPERTY(corvane::HandoffScreenState *handoff READ handoff CONSTANT)
+
+  public:
+    /// `player` is what plays: without sound where there must be none.
+    explicit ProjectScreen(CorvaneApp &app,
+                           media::MediaPlayer::Options player = PlayerEngine::optionsWithSound());
+    ~ProjectScreen() override;
+
+    PlayerEngine *engine() { return &m_engine; }
+    ReviewScreenState *review() { return &m_review; }
+    MediaBanners *banners() { return &m_banners; }
+    ImportScreenState *importing() { return &m_importing; }
+    ExportScreenState *exporting() { return &m_exporting; }
+    HandoffScreenState *handoff() { return &m_handoff; }
+
+    bool isRunning() const override { return m_isRunning; }
+    void endRuns() override;
+
+    /// A key that nothing on the screen has taken. True if it meant something.
+    Q_INVOKABLE bool handleKey(int key, int modifiers, bool isRepeat);
+    /// Whether what has the keyboard's focus takes text.
+    static bool isTextInputFocused();
+
+    /// Whether footage is what is held over the window, and an import of it could be opened.
+    Q_INVOKABLE bool canImportDropped(const QList<QUrl> &urls) const;
+    Q_INVOKABLE void importDropped(const QList<QUrl> &urls);
+
+  private:
+    void followRequests(AppRequests &requests);
+    void followFlows();
+    void showSheet();
+    void hideSheet();
+    void updateRunning();
+    bool moveInList(int key, Qt::KeyboardModifiers modifiers);
+
+    PlayerEngine m_engine;
+    EngineReviewPlayer m_player;
+    ReviewScreenState m_review;
+    MediaBanners m_banners;
+
+    ImportViewModel m_importFlow;
+    ImportScreenState m_importing;
+    ExportViewModel m_exportFlow;
+    ExportScreenState m_exporting;
+    MediaCacheMaker m_cacheMaker;
+    SelectsHandoffViewModel m_handoffFlow;
+    HandoffScreenState m_handoff;
+
+    FileReveal m_reveal;
+    bool m_isRunning = false;
+    std::optional<SleepInhibitor> m_awake; ///< while something runs
+};
+
+} // namespace corvane
