@@ -1,0 +1,194 @@
+// The whole window of an open project, drawn by the processor: how long a change of selection takes
+// to its first picture beside a seek of the same player in the same file, and how busy the main
+// thread is while 1080p film plays.
+#include "BenchData.h"
+
+#include "document/ProjectFileIO.h"
+#include "kit/Look.h"
+#include "platform/ProcessLocale.h"
+#include "platform/Tasks.h"
+#include "shell/project/ProjectScreen.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <mutex>
+#include <random>
+
+using namespace corvane;
+
+namespace {
+
+constexpr int kRate = 25;
+constexpr int kSeconds = 24;
+constexpr int kTurns = 15;
+constexpr std::chrono::seconds kPlayed{8};
+
+/// Tells which of the player's items showed a picture last, and when in it.
+class LastPicture : public media::PictureSink {
+  public:
+    QSize wantedSize() const override { return {1280, 720}; }
+    void show(media::Picture picture) override {
+        const std::scoped_lock lock(m_mutex);
+        m_item = picture.item;
+        m_seconds = picture.time.seconds();
+    }
+    void clear() override {}
+
+    bool shows(quint64 item, double seconds) {
+        const std::scoped_lock lock(m_mutex);
+        return m_item == item && std::abs(m_seconds - seconds) < 1.0 / kRate;
+    }
+
+  private:
+    std::mutex m_mutex;
+    quint64 m_item = 0;
+    double m_seconds = -1;
+};
+
+QString filmOf(const QString &encoder, int gop) {
+    const QString path =
+        bench::dataPath(QStringLiteral("%1-1920x1080-%2.mp4").arg(encoder).arg(gop));
+    if (!QFileInfo::exists(path)) {
+        bench::runCommand(QStringLiteral("ffmpeg -v error -y -f lavfi -i testsrc2=s=1920x1080:r=%1 "
+                                         "-t %2 -c:v %3 -preset superfast -x265-params "
+                                         "log-level=none -pix_fmt yuv420p -g %4 -bf 2 '%5'")
+                              .arg(kRate)
+                              .arg(kSeconds)
+                              .arg(encoder)
+                              .arg(gop)
+                              .arg(path));
+    }
+    return path;
+}
+
+/// A project of each film twice, so that a selection always is another clip.
+QString projectOf(const QString &folder, const QStringList &films) {
+    Project project{.id = newIdentifier(),
+                    .name = QStringLiteral("Bench"),
+                    .createdAt = QDateTime::currentDateTimeUtc(),
+                    .updatedAt = QDateTime::currentDateTimeUtc()};
+    for (const QString &film : films) {
+        for (int copy = 0; copy < 2; ++copy) {
+            VideoRecord clip;
+            clip.id = newIdentifier();
+            clip.fileName = film;
+            clip.sourcePath = film;
+            clip.durationSeconds = kSeconds;
+            clip.createdAt = clip.updatedAt = project.createdAt;
+            project.videos.append(VideoItem(clip));
+        }
+    }
+    const QString file = folder + QStringLiteral("/Bench.corvane");
+    waitUntilDone(ProjectFileIO().save(project, file, false));
+    return file;
+}
+
+/// How long it takes until it holds, in milliseconds, while the event loop runs.
+double timeUntil(const std::function<bool()> &holds) {
+    QElapsedTimer time;
+    time.start();
+    while (!holds() && time.elapsed() < 60'000) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+    }
+    return double(time.nsecsElapsed()) / 1e6;
+}
+
+double medianOf(std::vector<double> times) {
+    std::ranges::sort(times);
+    return times[times.size() / 2];
+}
+
+double mainThreadMilliseconds() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+void measureSelection(ProjectScreen &screen, const Project &project, int film, const char *name) {
+    const auto sink = std::make_shared<LastPicture>();
+    media::MediaPlayer &player = screen.engine()->player();
+    player.setSink(sink);
+    std::mt19937 random(5);
+    std::vector<double> selections;
+    std::vector<double> seeks;
+    for (int turn = 0; turn < kTurns; ++turn) {
+        screen.review()->selectClip(project.videos[film * 2 + turn % 2]->id);
+        selections.push_back(timeUntil([&] { return sink->shows(player.currentItem(), 0); }));
+        timeUntil([&] { return screen.engine()->isReady(); });
+        const double to = std::uniform_real_distribution<>(1, kSeconds - 1)(random);
+        screen.engine()->seek(to);
+        seeks.push_back(timeUntil([&] { return sink->shows(player.currentItem(), to); }));
+    }
+    const double mine = medianOf(selections);
+    const double other = medianOf(seeks);
+    std::printf(
+        "%-52s %11.1f ms %11.1f ms %7.2f  <= 1.3\n",
+        qPrintable(
+            QStringLiteral("selection to its picture, %1 / a seek in it").arg(QLatin1String(name))),
+        mine, other, mine / other);
+}
+
+void measurePlaying(ProjectScreen &screen, QQuickWindow &window, const Project &project) {
+    screen.review()->selectClip(project.videos[0]->id);
+    timeUntil([&] { return !screen.review()->filmstrip().filmstripGenerating(); });
+    int frames = 0;
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { ++frames; });
+    screen.review()->togglePlayback();
+    timeUntil([&] { return screen.engine()->currentSeconds() > 0.5; });
+    QElapsedTimer clock;
+    clock.start();
+    frames = 0;
+    const double before = mainThreadMilliseconds();
+    timeUntil([&] { return clock.elapsed() > std::chrono::milliseconds(kPlayed).count(); });
+    const double busy = (mainThreadMilliseconds() - before) / double(clock.elapsed());
+    const double drawn = frames * 1000.0 / double(clock.elapsed());
+    screen.engine()->pause();
+    std::printf("%-52s %11.1f %%  %31s < 25 %%\n", "main thread while 1080p plays", busy * 100, "");
+    std::printf("%-52s %11.1f    %31s >= %d\n", "frames drawn a second meanwhile", drawn, "",
+                kRate);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    useUtf8Locale();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    QGuiApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    setUpLook(application);
+    const QTemporaryDir folder;
+    const QString file = projectOf(folder.path(), {filmOf(QStringLiteral("libx264"), 12),
+                                                   filmOf(QStringLiteral("libx264"), 300),
+                                                   filmOf(QStringLiteral("libx265"), 12)});
+    CorvaneApp app({.dataFolder = folder.filePath(QStringLiteral("data")),
+                    .userDefaults = std::make_unique<QSettings>(
+                        folder.filePath(QStringLiteral("defaults.ini")), QSettings::IniFormat),
+                    .makeProjectScreen = [](CorvaneApp &made) {
+                        return std::make_unique<ProjectScreen>(made, media::MediaPlayer::Options());
+                    }});
+    waitUntilDone(app.store().openProject(file));
+    QQmlApplicationEngine engine;
+    engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
+    engine.loadData("import Corvane.Shell\nMainWindow {}");
+    auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    auto *const screen = qobject_cast<ProjectScreen *>(app.projectScreen());
+    if (!window || !screen) {
+        return 1;
+    }
+    window->show();
+    const Project project = *app.store().project();
+    measurePlaying(*screen, *window, project);
+    measureSelection(*screen, project, 0, "H.264, 12");
+    measureSelection(*screen, project, 1, "H.264, 300");
+    measureSelection(*screen, project, 2, "HEVC, 12");
+    return 0;
+}
