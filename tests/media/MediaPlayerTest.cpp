@@ -22,11 +22,6 @@ using namespace std::chrono_literals;
 using test::eventually;
 
 constexpr double kFrame = 0.04;
-#if __has_feature(thread_sanitizer)
-constexpr bool kSeesOnlyOwnLocks = true;
-#else
-constexpr bool kSeesOnlyOwnLocks = false;
-#endif
 
 /// A sound that does as it is told by the test.
 class TestSound : public SoundOutput {
@@ -382,9 +377,6 @@ TEST_F(MediaPlayerTest, LetsThePicturesFollowTheSound) {
 }
 
 TEST_F(MediaPlayerTest, HearsAFilesSoundWithOrWithoutADevice) {
-    if (kSeesOnlyOwnLocks) {
-        GTEST_SKIP() << "ThreadSanitizer misses the locks of mpv and of the sound system";
-    }
     const auto sound = makeSoundOutput();
     sound->setWake([] { QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); });
     sound->setFile(clip({.frames = 50, .audioTracks = 1}));
