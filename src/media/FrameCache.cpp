@@ -4,13 +4,6 @@
 
 namespace corvane::media {
 
-namespace {
-
-/// What lies behind the playhead is needed less than what lies before it.
-constexpr double kBehindCost = 2;
-
-} // namespace
-
 void FrameCache::insert(const VideoFrame &frame, std::optional<MediaTime> predecessor) {
     const auto [entry, isNew] = m_entries.try_emplace(frame.time, Entry{.frame = frame});
     if (isNew) {
@@ -61,6 +54,32 @@ std::optional<VideoFrame> FrameCache::before(MediaTime time) const {
     return isNeighbour ? std::optional(std::prev(entry)->second.frame) : std::nullopt;
 }
 
+std::optional<VideoFrame> FrameCache::nearestBefore(MediaTime time) const {
+    const auto next = m_entries.lower_bound(time);
+    return next == m_entries.begin() ? std::nullopt : std::optional(std::prev(next)->second.frame);
+}
+
+std::optional<VideoFrame> FrameCache::nearest(MediaTime time, double tolerance) const {
+    const auto distance = [&](const VideoFrame &frame) {
+        return std::abs(frame.time.seconds() - time.seconds());
+    };
+    auto found = nearestBefore(time);
+    const auto next = m_entries.lower_bound(time);
+    if (next != m_entries.end() && (!found || distance(next->second.frame) < distance(*found))) {
+        found = next->second.frame;
+    }
+    return found && distance(*found) <= tolerance ? found : std::nullopt;
+}
+
+qsizetype FrameCache::bytesBetween(MediaTime from, MediaTime to) const {
+    qsizetype bytes = 0;
+    for (auto entry = m_entries.lower_bound(from); entry != m_entries.end() && entry->first < to;
+         ++entry) {
+        bytes += entry->second.frame.byteCount();
+    }
+    return bytes;
+}
+
 std::optional<MediaTime> FrameCache::runEnd(MediaTime time, Direction direction, int frames,
                                             qsizetype bytes) const {
     auto entry = m_entries.find(time);
@@ -94,7 +113,7 @@ void FrameCache::setFocus(MediaTime time, Direction direction) {
 double FrameCache::cost(MediaTime time) const {
     const double ahead =
         (time.seconds() - m_focus.seconds()) * (m_direction == Direction::forward ? 1 : -1);
-    return ahead >= 0 ? ahead : -ahead * kBehindCost;
+    return ahead >= 0 ? ahead : -ahead * m_behindCost;
 }
 
 void FrameCache::trim() {

@@ -14,6 +14,8 @@ class FrameCache {
   public:
     enum class Direction { forward, backward };
 
+    static constexpr double kUsualBehindCost = 2;
+
     /// At least one frame is kept, however large.
     explicit FrameCache(qsizetype byteLimit) : m_byteLimit(byteLimit) {}
 
@@ -27,6 +29,13 @@ class FrameCache {
     std::optional<VideoFrame> after(MediaTime time) const;
     std::optional<VideoFrame> before(MediaTime time) const;
 
+    /// The nearest frame before `time`, and the nearest to it no further than `tolerance` seconds,
+    /// of those kept, whatever lies between.
+    std::optional<VideoFrame> nearestBefore(MediaTime time) const;
+    std::optional<VideoFrame> nearest(MediaTime time, double tolerance) const;
+    /// Of the frames from `from` to the one before `to`.
+    qsizetype bytesBetween(MediaTime from, MediaTime to) const;
+
     /// The end of the unbroken run that `time`'s frame is in; at most `frames` away and `bytes`
     /// large, nothing where it goes on beyond that.
     std::optional<MediaTime> runEnd(MediaTime time, Direction direction, int frames,
@@ -34,6 +43,9 @@ class FrameCache {
 
     /// Where the playhead is and where it goes: what is far from there is dropped first.
     void setFocus(MediaTime time, Direction direction);
+
+    /// How much less a frame that lies behind is needed than one as far ahead.
+    void setBehindCost(double cost) { m_behindCost = cost; }
 
     qsizetype byteCount() const { return m_bytes; }
     qsizetype byteLimit() const { return m_byteLimit; }
@@ -54,6 +66,7 @@ class FrameCache {
     Entries m_entries;
     MediaTime m_focus;
     Direction m_direction = Direction::forward;
+    double m_behindCost = kUsualBehindCost;
 };
 
 } // namespace corvane::media

@@ -83,6 +83,9 @@ std::optional<VideoFrame> FrameSource::near(MediaTime time, double tolerance) {
     if (const auto frame = m_cache.naming(time)) {
         return frame;
     }
+    if (const auto frame = m_cache.nearest(time, tolerance)) {
+        return frame;
+    }
     return read(time, tolerance);
 }
 
@@ -114,6 +117,9 @@ void FrameSource::setFocus(const VideoFrame &frame, Direction direction) {
     }
     m_focus = frame;
     m_direction = direction;
+    if (direction == Direction::forward) {
+        m_cache.setBehindCost(FrameCache::kUsualBehindCost);
+    }
     m_cache.setFocus(frame.time, direction);
     m_cache.insert(frame, std::nullopt);
 }
@@ -123,6 +129,9 @@ bool FrameSource::fill(bool bothWays) {
         return false;
     }
     --m_fillsLeft;
+    if (m_direction == Direction::backward && !bothWays) {
+        return fillThinly();
+    }
     const auto other = m_direction == Direction::forward ? Direction::backward : Direction::forward;
     return fillTowards(m_direction) || (bothWays && fillTowards(other));
 }

@@ -30,10 +30,14 @@ class FrameSource {
     /// The frame before; nothing before the first one.
     std::optional<VideoFrame> before(const VideoFrame &frame);
 
+    /// While playing backward: the frame before, or where more frames lie between key frames than
+    /// can be kept, the nearest before of as many as can, evenly spread. Nothing before the first.
+    std::optional<VideoFrame> behind(const VideoFrame &frame);
+
     /// The frame shown and where it goes from there.
     void setFocus(const VideoFrame &frame, Direction direction);
     /// One small piece of decoding ahead of need, from the focus in its direction and then, with
-    /// `bothWays`, in the other; false when all is there.
+    /// `bothWays`, in the other; false when all is there. Without it the frames are played.
     bool fill(bool bothWays);
 
     qsizetype cachedBytes() const { return m_cache.byteCount(); }
@@ -46,6 +50,21 @@ class FrameSource {
         bool isDone = false; ///< `reached` is the frame before the goal
     };
 
+    /// Frames from a key frame up to `goal` being read, some of which are kept.
+    struct Thinning {
+        MediaTime key;
+        MediaTime goal;
+        int keepEvery = 1;
+        int given = 0;
+        std::optional<VideoFrame> reached;
+        bool isDone = false;
+    };
+
+    std::optional<MediaTime> farKey(MediaTime goal) const;
+    bool isThinned(MediaTime time) const;
+    void thinOut(MediaTime key, MediaTime goal);
+    bool thinFurther();
+    bool fillThinly();
     std::optional<VideoFrame> read(MediaTime time, double tolerance);
     VideoReader &seeker();
     std::optional<VideoFrame> readAfter(MediaTime time);
@@ -65,6 +84,8 @@ class FrameSource {
     std::optional<MediaTime> m_first; ///< of the file's first frame, once known
     std::optional<MediaTime> m_last;  ///< of its last, once known
     std::optional<Filling> m_filling;
+    std::optional<Thinning> m_thinning; ///< the last one, furthest back
+    MediaTime m_thinnedUpTo;            ///< by it and by those that it went on from
     std::optional<VideoFrame> m_focus;
     Direction m_direction = Direction::forward;
     int m_fillsLeft = 0; ///< that one focus is worth, should the cache be too small to settle

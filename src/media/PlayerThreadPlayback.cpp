@@ -135,7 +135,7 @@ bool PlayerThread::holdAtBoundary(double from, double to) {
 }
 
 std::optional<VideoFrame> PlayerThread::neighbour(bool isForward) {
-    return isForward ? m_source->after(*m_frame) : m_source->before(*m_frame);
+    return isForward ? m_source->after(*m_frame) : m_source->behind(*m_frame);
 }
 
 /// Takes the frame that stands at this time of the playback. The frames on the way are decoded and
@@ -219,8 +219,9 @@ MediaTime PlayerThread::timeShown() {
     if (!m_frame) {
         return time;
     }
-    const auto next = neighbour(true);
-    if (next && next->time.seconds() <= time.seconds() + kHalfTick) {
+    const auto next = m_rate.value > 0 ? neighbour(true) : std::nullopt;
+    const MediaTime end = next ? next->time : m_frame->end;
+    if ((next || m_rate.value < 0) && end.seconds() <= time.seconds() + kHalfTick) {
         --time.value;
     }
     return time.seconds() + kHalfTick < m_frame->time.seconds() ? m_frame->time : time;

@@ -60,6 +60,7 @@ struct VideoReader::Stream {
 
     Goal goalFor(MediaTime time, double tolerance) const;
     MediaTime timeFor(qint64 ticks) const;
+    qint64 ticksFor(MediaTime time) const;
     std::optional<VideoFrame> given(const std::function<std::optional<Decoded>(Stream &)> &look);
     VideoFrame shown(const Decoded &frame);
 
@@ -113,6 +114,20 @@ int VideoReader::quarterTurns() const {
     const double degrees =
         matrix ? -av_display_rotation_get(reinterpret_cast<const int32_t *>(matrix)) : 0;
     return std::isfinite(degrees) ? (int(std::lround(degrees / 90)) % 4 + 4) % 4 : 0;
+}
+
+/// An index may tell when frames are decoded, which is earlier by the same for every key frame.
+std::optional<MediaTime> VideoReader::keyBefore(MediaTime time) const {
+    const Stream &reader = *m_stream;
+    const AVIndexEntry *first = avformat_index_get_entry(&reader.stream, 0);
+    if (!first || reader.stream.start_time == AV_NOPTS_VALUE) {
+        return std::nullopt;
+    }
+    const qint64 delay = std::max<qint64>(reader.stream.start_time - first->timestamp, 0);
+    const qint64 latest = reader.ticksFor(time) - 1 - delay;
+    const int index = av_index_search_timestamp(&reader.stream, latest, AVSEEK_FLAG_BACKWARD);
+    const AVIndexEntry *key = avformat_index_get_entry(&reader.stream, index);
+    return key ? std::optional(reader.timeFor(key->timestamp + delay)) : std::nullopt;
 }
 
 void VideoReader::setStop(std::stop_token stop) {
@@ -175,6 +190,13 @@ VideoReader::Stream::Goal VideoReader::Stream::goalFor(MediaTime time, double to
 
 MediaTime VideoReader::Stream::timeFor(qint64 ticks) const {
     return {(ticks - start) * stream.time_base.num, stream.time_base.den};
+}
+
+/// Exact for the times of this reader's frames.
+qint64 VideoReader::Stream::ticksFor(MediaTime time) const {
+    return clamped((__int128(time.value) * stream.time_base.den) /
+                       (__int128(time.timescale) * stream.time_base.num) +
+                   start);
 }
 
 VideoFrame VideoReader::Stream::shown(const Decoded &frame) {

@@ -58,6 +58,9 @@ class VideoReader {
     /// The frame after the last one given; nothing at the end. From the start where none was.
     std::optional<VideoFrame> next();
 
+    /// The last key frame before `time`, as far as the file's index tells: where decoding begins.
+    std::optional<MediaTime> keyBefore(MediaTime time) const;
+
     /// Makes the following calls watch another token.
     void setStop(std::stop_token stop);
 

@@ -405,4 +405,33 @@ TEST_F(MediaPlayerTest, KeepsTheFramesAroundThePlayheadWithinTheirBound) {
     EXPECT_GT(source.cachedBytes(), kLimit / 2);
 }
 
+TEST_F(MediaPlayerTest, PlaysBackwardSpreadFramesWhereNotAllFit) {
+    const auto path = clip({.frames = 300, .gop = 100, .bFrames = 2});
+    constexpr qsizetype kLimit = 3'000'000; // some thirty frames
+    FrameSource source(path, kLimit, {});
+    auto frame = source.at(MediaTime::fromSeconds(20));
+    ASSERT_TRUE(frame);
+    int shown = 0;
+    int fills = 0;
+    while (frame) {
+        const double time = frame->time.seconds();
+        EXPECT_EQ(test::frameNumber(*frame->picture), int(std::lround(time / kFrame)));
+        source.setFocus(*frame, FrameSource::Direction::backward);
+        while (source.fill(false)) {
+            ++fills;
+            ASSERT_LE(source.cachedBytes(), kLimit);
+        }
+        const auto next = source.behind(*frame);
+        ASSERT_TRUE(!next || next->time < frame->time);
+        EXPECT_TRUE(next ? time - next->time.seconds() < 20 * kFrame : time == 0);
+        frame = next;
+        ++shown;
+    }
+    EXPECT_GE(shown, 24);
+    EXPECT_LE(fills, 2 * 300); // nothing is decoded again and again
+    const auto step = source.before(*source.at(MediaTime::fromSeconds(6)));
+    ASSERT_TRUE(step);
+    EXPECT_EQ(test::frameNumber(*step->picture), 149) << "a step is exact all the same";
+}
+
 } // namespace corvane::media
