@@ -31,7 +31,7 @@ class Window {
         }
         if (offset < m_begin || offset + most > m_begin + m_count) {
             m_begin = offset;
-            m_count = fileSystem().readAt(m_file, offset, m_bytes.data(), m_bytes.size());
+            m_count = fileSystem().readAt(m_file, offset, m_bytes.data(), qint64(m_bytes.size()));
         }
         const qint64 given = std::min(most, m_begin + m_count - offset);
         std::copy_n(m_bytes.data() + (offset - m_begin), given, into);
