@@ -4,6 +4,13 @@
 
 namespace corvane::media {
 
+namespace {
+
+/// Timestamps that fall back by more than this begin anew; by less they are only out of order.
+constexpr MediaTime kLeastNewBeginning{1, 1};
+
+} // namespace
+
 MediaTime mediaTime(int64_t ticks, AVRational timeBase) {
     return {ticks * timeBase.num, timeBase.den};
 }
@@ -49,6 +56,7 @@ int ExportSource::reference() const {
 
 bool ExportSource::read(AVPacket &packet) {
     if (m_input->read(packet)) {
+        goOn(packet);
         return true;
     }
     const int fault = context().pb ? context().pb->error : 0;
@@ -58,10 +66,34 @@ bool ExportSource::read(AVPacket &packet) {
     return false;
 }
 
+/// The other streams take over what the first one found, so that they stay together.
+void ExportSource::goOn(AVPacket &packet) {
+    if (packet.dts == AV_NOPTS_VALUE) {
+        return;
+    }
+    m_clocks.resize(std::max(m_clocks.size(), size_t(packet.stream_index) + 1));
+    Clock &clock = m_clocks[size_t(packet.stream_index)];
+    const AVRational base = stream(packet.stream_index).time_base;
+    if (clock.end != AV_NOPTS_VALUE) {
+        const MediaTime back =
+            mediaTime(clock.end, base) - mediaTime(packet.dts, base) - clock.added;
+        if (back > kLeastNewBeginning) {
+            m_added = m_added > clock.added ? m_added : clock.added + back;
+            clock.added = m_added;
+        }
+    }
+    const int64_t added = ticksOf(clock.added, base);
+    packet.dts += added;
+    packet.pts += packet.pts == AV_NOPTS_VALUE ? 0 : added;
+    clock.end = packet.dts + packet.duration;
+}
+
 bool ExportSource::seek(int index, MediaTime time) {
     const AVStream &wanted = stream(index);
     const int64_t ticks = ticksOf(time, wanted.time_base, AV_ROUND_DOWN);
     const int64_t begin = wanted.start_time;
+    m_clocks.clear();
+    m_added = {};
     if ((begin == AV_NOPTS_VALUE || ticks > begin) && m_input->seek(wanted, ticks)) {
         return false;
     }
@@ -71,6 +103,8 @@ bool ExportSource::seek(int index, MediaTime time) {
 
 /// Not every format finds its own beginning again, but a file that is opened stands there.
 void ExportSource::rewind() {
+    m_clocks.clear();
+    m_added = {};
     std::vector<AVDiscard> discards;
     discards.reserve(size_t(streamCount()));
     for (int i = 0; i < streamCount(); ++i) {

@@ -42,7 +42,8 @@ class ExportSource {
     std::optional<MediaTime> duration() const { return m_input->duration(); }
 
     /// The next packet of the file; false at its end, which for a damaged file is where nothing
-    /// more can be read. Throws where the file system fails.
+    /// more can be read. Where timestamps begin again, as in files put one after the other, they go
+    /// on instead. Throws where the file system fails.
     bool read(AVPacket &packet);
     /// Goes to a place in the stream no later than `time` as far as the file lets itself be
     /// searched. True where it is the very beginning.
@@ -55,9 +56,19 @@ class ExportSource {
     void testStop() const { m_input->testStop(); }
 
   private:
+    /// Of a stream since the last jump.
+    struct Clock {
+        int64_t end = AV_NOPTS_VALUE; ///< of the last packet, in the stream's ticks
+        MediaTime added;
+    };
+
+    void goOn(AVPacket &packet);
+
     QString m_path;
     std::stop_token m_stop;
     std::unique_ptr<MediaInput> m_input;
+    std::vector<Clock> m_clocks;
+    MediaTime m_added; ///< by the stream that came to the last new beginning first
 };
 
 } // namespace corvane::media

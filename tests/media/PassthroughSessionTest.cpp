@@ -87,6 +87,21 @@ TEST_F(PassthroughSessionTest, ShowsTheLastFrameInARangeThatBeginsWhileItStands)
     }
 }
 
+TEST_F(PassthroughSessionTest, GoesOnWhereTimestampsBeginAgain) {
+    clip("a.ts", {.frames = 60, .bFrames = 2, .audioTracks = 1});
+    const QByteArray once = folder.read(words("a.ts"));
+    const QString twice = folder.write(words("b.ts"), once + once);
+    for (const ExportPreset preset : {kPassthrough, ExportPreset::highestQuality}) {
+        EXPECT_EQ(exported(twice, preset), "");
+        EXPECT_GE(shownFrames().size(), 118);
+        EXPECT_EQ(shownFrames().mid(0, 58) + shownFrames().last(50),
+                  numbers(0, 58) + numbers(10, 50));
+        for (const char *stream : {"v:0", "a:0"}) {
+            EXPECT_NEAR(std::atof(probed(stream, "stream=duration").c_str()), 4.8, 0.2) << stream;
+        }
+    }
+}
+
 TEST_F(PassthroughSessionTest, CopiesTheWholeOfAnOutputOfItsOwn) {
     const QString source = clip("b.mov", {.frames = 60, .gop = 60, .bFrames = 2, .audioTracks = 1});
     EXPECT_EQ(exported(source, kPassthrough, frameRange(25, 50)), "");
