@@ -1,9 +1,9 @@
 #include "shell/InstanceHandover.h"
 #include "ShellFixture.h"
+#include "support/TestBus.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QLocalSocket>
-#include <QProcess>
 #include <QSignalSpy>
 
 #include <thread>
@@ -75,15 +75,9 @@ class FileBrowser : public QObject {
 } // namespace
 
 TEST(FileReveal, AsksTheFileBrowserAndElseOpensTheFolder) {
-#if __has_feature(thread_sanitizer)
-    GTEST_SKIP() << "ThreadSanitizer doesn't know the way in which QProcess starts the bus";
-#endif
-    QProcess bus;
-    bus.start(QStringLiteral("dbus-daemon"),
-              {QStringLiteral("--session"), QStringLiteral("--nofork"),
-               QStringLiteral("--print-address")});
-    ASSERT_TRUE(bus.waitForReadyRead());
-    const QString address = QString::fromUtf8(bus.readLine()).trimmed();
+    const TestBus bus;
+    ASSERT_TRUE(bus.isRunning());
+    const QString &address = bus.address();
     QUrl opened;
     FileReveal reveal(QDBusConnection::connectToBus(address, QStringLiteral("reveal")),
                       [&](const QUrl &url) {
@@ -107,8 +101,6 @@ TEST(FileReveal, AsksTheFileBrowserAndElseOpensTheFolder) {
     EXPECT_TRUE(opened.isEmpty());
     QDBusConnection::disconnectFromBus(QStringLiteral("reveal"));
     QDBusConnection::disconnectFromBus(QStringLiteral("browser"));
-    bus.kill();
-    bus.waitForFinished();
 }
 
 TEST(DialogFilePanels, OneDialogIsUpAtATimeAndOnlyAFileOfThisMachineIsAnAnswer) {

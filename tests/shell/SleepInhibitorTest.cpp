@@ -1,11 +1,11 @@
 #include "shell/SleepInhibitor.h"
 
 #include "ShellFixture.h"
+#include "support/TestBus.h"
 
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
-#include <QProcess>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -32,8 +32,8 @@ class LoginManager : public QObject, protected QDBusContext {
     bool waits = false;
 
     void answer() {
-        QDBusConnection bus(QStringLiteral("desktop"));
-        bus.send(m_question.createReply(QVariant::fromValue(makeLock())));
+        QDBusConnection desktop(QStringLiteral("desktop"));
+        desktop.send(m_question.createReply(QVariant::fromValue(makeLock())));
     }
     bool lockIsClosed() const {
         char byte = 0;
@@ -104,14 +104,7 @@ class ScreenSaver : public QObject, protected QDBusContext {
 class SleepInhibitorTest : public testing::Test {
   protected:
     void SetUp() override {
-#if __has_feature(thread_sanitizer)
-        GTEST_SKIP() << "ThreadSanitizer doesn't know the way in which QProcess starts the bus";
-#endif
-        daemon.start(QStringLiteral("dbus-daemon"),
-                     {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                      QStringLiteral("--print-address")});
-        ASSERT_TRUE(daemon.waitForReadyRead());
-        address = QString::fromUtf8(daemon.readLine()).trimmed();
+        ASSERT_TRUE(bus.isRunning());
         connectTo(QStringLiteral("desktop"));
     }
     void TearDown() override {
@@ -119,30 +112,27 @@ class SleepInhibitorTest : public testing::Test {
         for (const char *name : {"desktop", "asking"}) {
             QDBusConnection::disconnectFromBus(QLatin1String(name));
         }
-        daemon.kill();
-        daemon.waitForFinished();
     }
 
     QDBusConnection connectTo(const QString &name) const {
-        return QDBusConnection::connectToBus(address, name);
+        return QDBusConnection::connectToBus(bus.address(), name);
     }
     void provide(const char *service, const char *path, QObject *object) {
-        QDBusConnection bus(QStringLiteral("desktop"));
+        QDBusConnection desktop(QStringLiteral("desktop"));
         ASSERT_TRUE(
-            bus.registerObject(QLatin1String(path), object, QDBusConnection::ExportAllSlots));
-        ASSERT_TRUE(bus.registerService(QLatin1String(service)));
+            desktop.registerObject(QLatin1String(path), object, QDBusConnection::ExportAllSlots));
+        ASSERT_TRUE(desktop.registerService(QLatin1String(service)));
     }
     void provideLogin() { provide("org.freedesktop.login1", "/org/freedesktop/login1", &login); }
     void provideScreenSaver() {
         provide("org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver", &screenSaver);
     }
     SleepInhibitor::Buses buses() const {
-        const auto bus = [this] { return connectTo(QStringLiteral("asking")); };
-        return {bus, bus};
+        const auto asking = [this] { return connectTo(QStringLiteral("asking")); };
+        return {asking, asking};
     }
 
-    QProcess daemon;
-    QString address;
+    TestBus bus;
     LoginManager login;
     ScreenSaver screenSaver;
     const QString why = QStringLiteral("Footage is being imported.");
