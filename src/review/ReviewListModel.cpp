@@ -164,6 +164,24 @@ void ReviewListModel::setHighlights(ReviewHighlights highlights) {
     }
 }
 
+void ReviewListModel::setThumbnailPending(const SubclipKey &key, bool isPending) {
+    if (isPending) {
+        m_pendingThumbnails.insert(key.subclipId);
+    } else {
+        m_pendingThumbnails.remove(key.subclipId);
+    }
+    const qsizetype position = m_index.positionOf(key.videoId);
+    if (position < 0) {
+        return;
+    }
+    const ReviewIndex::IndexedClip &clip = m_index.clip(position);
+    for (const ReviewIndex::IndexedSubclip &subclip : clip.subclips) {
+        if (clip.video->subclips.at(subclip.place).id == key.subclipId) {
+            notifyRow(subclip.key, {ThumbnailRole});
+        }
+    }
+}
+
 std::optional<ReviewListModel::Key>
 ReviewListModel::keyOfVideo(const std::optional<QString> &id) const {
     const qsizetype position = id ? m_index.positionOf(*id) : -1;

@@ -61,6 +61,9 @@ class ReviewListModel : public KeyedListModel {
     void setProject(const Project *project);
     void setState(const ReviewState &state);
     void setHighlights(ReviewHighlights highlights);
+    /// While a subclip's own picture is being made its row names none, so that the clip's shows;
+    /// the row is told of its own when that is done.
+    void setThumbnailPending(const SubclipKey &key, bool isPending);
 
     /// How many rows are shown, inline subclips not counted, and how many there would be if nothing
     /// were filtered.
@@ -106,6 +109,7 @@ class ReviewListModel : public KeyedListModel {
     std::vector<int> m_projectOrder; ///< each clip's position at that position
     QString m_projectFolder;
     ReviewHighlights m_highlights;
+    QSet<QString> m_pendingThumbnails; ///< ids of subclips
     qsizetype m_visibleCount = 0;
 };
 

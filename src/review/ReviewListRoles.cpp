@@ -99,7 +99,10 @@ QVariant ReviewListModel::subclipData(const Subclip &subclip, const VideoRecord 
     case SubclipCountRole:
         return QString();
     case ThumbnailRole:
-        return PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder).value_or(QString());
+        return m_pendingThumbnails.contains(subclip.id)
+                   ? QString()
+                   : PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder)
+                         .value_or(QString());
     case FallbackThumbnailRole:
         return thumbnail(parent);
     case IsSelectedRole:

@@ -4,6 +4,8 @@
 #include "review/ReviewFormats.h"
 #include "review/ReviewScreenState.h"
 
+#include <QPointer>
+
 #include <algorithm>
 
 namespace corvane {
@@ -110,9 +112,25 @@ void ReviewScreenState::saveDraftSubclip() {
     if (!saved) {
         return;
     }
-    SubclipThumbnails::generateDetached(*saved, media, projectFolderPath(),
-                                        m_services.subclipThumbnail);
+    makeThumbnail(added, *saved, media);
     setDrafts({}, {});
+}
+
+/// The rows of the subclip are told when its picture is there: they look for a file but once.
+void ReviewScreenState::makeThumbnail(const SubclipKey &key, const Subclip &subclip,
+                                      const QString &media) {
+    setThumbnailPending(key, true);
+    SubclipThumbnails::generateDetached(subclip, media, projectFolderPath(),
+                                        m_services.subclipThumbnail, [self = QPointer(this), key] {
+                                            if (self) {
+                                                self->setThumbnailPending(key, false);
+                                            }
+                                        });
+}
+
+void ReviewScreenState::setThumbnailPending(const SubclipKey &key, bool isPending) {
+    m_list.setThumbnailPending(key, isPending);
+    m_subclips.setThumbnailPending(key.subclipId, isPending);
 }
 
 void ReviewScreenState::selectSubclip(const QString &videoId, const QString &subclipId) {

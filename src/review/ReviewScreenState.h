@@ -275,6 +275,8 @@ class ReviewScreenState : public QObject {
     double nudged(const std::optional<double> &draft) const;
     void jump(const std::optional<double> &draft, double Subclip::*edge);
     void seekInOnceReady(const SubclipKey &key, double in);
+    void makeThumbnail(const SubclipKey &key, const Subclip &subclip, const QString &media);
+    void setThumbnailPending(const SubclipKey &key, bool isPending);
     void leaveSubclip();
     std::optional<ScrubberGeometry::Range> activeRange() const;
 

@@ -38,6 +38,19 @@ void SubclipListModel::setActiveSubclipId(const std::optional<QString> &id) {
     }
 }
 
+void SubclipListModel::setThumbnailPending(const QString &subclipId, bool isPending) {
+    if (isPending) {
+        m_pendingThumbnails.insert(subclipId);
+    } else {
+        m_pendingThumbnails.remove(subclipId);
+    }
+    for (const Key key : keys()) {
+        if (m_subclips.value(key).id == subclipId) {
+            notifyRow(key, {ThumbnailRole});
+        }
+    }
+}
+
 QRectF SubclipListModel::bar(double inSeconds, double outSeconds, double duration, double width) {
     return ScrubberGeometry::bar(inSeconds, outSeconds, duration, width).value_or(QRectF());
 }
@@ -70,7 +83,10 @@ QVariant SubclipListModel::data(const QModelIndex &index, int role) const {
     case SelectedForExportRole:
         return subclip.selectedForExport;
     case ThumbnailRole:
-        return PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder).value_or(QString());
+        return m_pendingThumbnails.contains(subclip.id)
+                   ? QString()
+                   : PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder)
+                         .value_or(QString());
     case FallbackThumbnailRole:
         return PathSafety::resolveCachePath(m_thumbnailPath.value_or(QString()), m_projectFolder)
             .value_or(QString());

@@ -4,6 +4,7 @@
 #include "review/ReviewIndex.h"
 
 #include <QRectF>
+#include <QSet>
 
 namespace corvane {
 
@@ -34,6 +35,9 @@ class SubclipListModel : public KeyedListModel {
     /// Takes over the clip as it is now; null for none. The folder is the project's.
     void setClip(const ReviewIndex::IndexedClip *clip, const QString &projectFolder);
     void setActiveSubclipId(const std::optional<QString> &id);
+    /// While a subclip's own picture is being made its row names none, so that the clip's shows;
+    /// the row is told of its own when that is done.
+    void setThumbnailPending(const QString &subclipId, bool isPending);
 
     /// The bar of a range in a row of bars of that width, or an empty rectangle.
     Q_INVOKABLE static QRectF bar(double inSeconds, double outSeconds, double duration,
@@ -47,6 +51,7 @@ class SubclipListModel : public KeyedListModel {
     std::optional<QString> m_thumbnailPath; ///< of the clip, as stored
     QHash<Key, Subclip> m_subclips;
     std::optional<QString> m_activeSubclipId;
+    QSet<QString> m_pendingThumbnails; ///< ids of subclips
 };
 
 } // namespace corvane

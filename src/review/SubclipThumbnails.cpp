@@ -5,6 +5,8 @@
 #include "platform/SerialExecutor.h"
 #include "trust/PathSafety.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace corvane::SubclipThumbnails {
@@ -36,8 +38,13 @@ void generate(const Subclip &subclip, const QString &media, const QString &proje
 }
 
 void generateDetached(const Subclip &subclip, const QString &media, const QString &projectFolder,
-                      const Writer &writer) {
-    thumbnailExecutor().post([=] { generate(subclip, media, projectFolder, writer); });
+                      const Writer &writer, const std::function<void()> &onDone) {
+    thumbnailExecutor().post([=] {
+        generate(subclip, media, projectFolder, writer);
+        if (auto *const application = QCoreApplication::instance()) {
+            QMetaObject::invokeMethod(application, onDone, Qt::QueuedConnection);
+        }
+    });
 }
 
 } // namespace corvane::SubclipThumbnails

@@ -16,8 +16,9 @@ using Writer = std::function<void(const QString &media, double seconds, const QS
 void generate(const Subclip &subclip, const QString &media, const QString &projectFolder,
               const Writer &writer);
 
-/// The same on a thread of its own, with nobody waiting.
+/// The same on a thread of its own, with nobody waiting. `onDone` is called on the main thread
+/// afterwards, whatever came of it.
 void generateDetached(const Subclip &subclip, const QString &media, const QString &projectFolder,
-                      const Writer &writer);
+                      const Writer &writer, const std::function<void()> &onDone);
 
 } // namespace corvane::SubclipThumbnails

@@ -8,6 +8,8 @@
 
 #include <QFile>
 
+#include <future>
+
 namespace corvane {
 
 namespace {
@@ -85,6 +87,39 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     const QString thumbnail = QStringLiteral("subclip-thumbs/%1.jpg").arg(saved.id);
     ASSERT_TRUE(eventually([&] { return QFile::exists(cached(thumbnail)); }));
     EXPECT_NEAR(numberOf(thumbnail), 10, 2);
+}
+
+TEST_F(ReviewPlaybackTest, ShowsTheClipsPictureForASubclipUntilItsOwnIsMade) {
+    std::promise<void> mayWrite;
+    ReviewScreenState slow(
+        store, enginePlayer,
+        {.subclipThumbnail = [written = mayWrite.get_future().share()](
+                                 const QString &, double, const QString &) { written.wait(); }});
+    const auto shown = [&] {
+        const QModelIndex row = slow.list().index(1);
+        const QModelIndex below = slow.subclips().index(0);
+        EXPECT_EQ(row.data(ReviewListModel::ThumbnailRole),
+                  below.data(SubclipListModel::ThumbnailRole));
+        return row.data(ReviewListModel::ThumbnailRole).toString();
+    };
+    int told = 0;
+    for (KeyedListModel *const list :
+         std::initializer_list<KeyedListModel *>{&slow.list(), &slow.subclips()}) {
+        QObject::connect(list, &KeyedListModel::dataChanged, &slow, [&] { ++told; });
+    }
+    slow.selectClip(clip(0).id);
+    ASSERT_TRUE(eventually([&] { return engine.isReady(); }));
+    engine.seek(1);
+    EXPECT_TRUE(slow.handleKeyDown(Qt::Key_O, {}, false));
+    EXPECT_TRUE(slow.handleKeyDown(Qt::Key_Return, {}, false));
+    ASSERT_EQ(clip(0).subclips.size(), 1);
+    EXPECT_EQ(shown(), QString());
+    told = 0;
+
+    mayWrite.set_value();
+    EXPECT_TRUE(eventually([&] { return told == 2; })) << "the row in the pane and the drawer's";
+    EXPECT_EQ(shown(),
+              cached(QStringLiteral("subclip-thumbs/%1.jpg").arg(clip(0).subclips.first().id)));
 }
 
 TEST_F(ReviewPlaybackTest, ComesToTheInOfASubclipThatIsChosenWhileTheClipIsRead) {
