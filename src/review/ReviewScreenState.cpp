@@ -79,8 +79,12 @@ void ReviewScreenState::leaveProject() {
     Q_EMIT panelsChanged();
 }
 
-/// The player never holds a range of a subclip that isn't there any more.
+/// The player never holds a range of a subclip that isn't there any more, and a clip that isn't
+/// there, which an undo may bring back, isn't heard.
 void ReviewScreenState::dropWhatIsGone() {
+    if (m_selectedVideoId && !hasSelectedVideo() && isPlaying()) {
+        m_player.pause();
+    }
     if (m_activeSubclipId && !isInSubclipMode() &&
         m_list.subclipKeys({*m_activeSubclipId}).isEmpty()) {
         leaveSubclip();

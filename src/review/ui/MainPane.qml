@@ -28,6 +28,7 @@ Rectangle {
         PlayerView {
             anchors.fill: parent
             engine: pane.engine
+            showsPicture: pane.review.hasSelectedVideo
         }
 
         HoverHandler {

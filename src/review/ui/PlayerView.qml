@@ -1,5 +1,5 @@
 // The picture of an engine on a black ground, whole and as large as fits.
-//   engine: PlayerEngine
+//   engine: PlayerEngine; showsPicture: bool, else only the ground
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -8,6 +8,7 @@ Rectangle {
     id: view
 
     property alias engine: picture.engine
+    property alias showsPicture: picture.visible
 
     objectName: "playerView"
     color: Theme.pic

@@ -279,4 +279,20 @@ TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
     EXPECT_EQ(player.range, std::nullopt);
 }
 
+TEST_F(MainPaneTest, NothingIsSeenOrHeardOfAClipThatIsGoneUntilItIsBack) {
+    const Screen view = open();
+    EXPECT_TRUE(view.shows(text("picture")));
+    screen.togglePlayback();
+    const Project whole = *store.project();
+    Project without = whole;
+    without.videos.removeAt(1);
+    store.updateProject(without);
+    EXPECT_FALSE(screen.isPlaying());
+    EXPECT_FALSE(view.shows(text("picture")));
+    EXPECT_TRUE(view.shows(text("player.none")));
+    store.updateProject(whole);
+    EXPECT_TRUE(view.shows(text("picture")));
+    EXPECT_TRUE(screen.hasSelectedVideo());
+}
+
 } // namespace corvane::test
