@@ -149,6 +149,7 @@ ListView {
     delegate: ReviewRow {
         width: list.width
         lit: list.hoveredRow === index
+        focused: list.activeFocus && ListView.isCurrentItem
         form: isInline ? inlineSubclip : isSubclip ? flatSubclip : list.clipForm
         onPressed: list.review.clickRow(index, Qt.NoModifier)
     }

@@ -1,6 +1,6 @@
 // One row of the list, a clip or a subclip, in the form that it is given. The list recycles rows, so a
 // row holds nothing of its own.
-//   form: RowForm; signal pressed(): by a reader of the screen
+//   form: RowForm; focused: bool (the list's focus is on it); signal pressed(): by a reader of the screen
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -28,6 +28,7 @@ ListRow {
     required property bool isSelected
     required property bool isMarked
     property RowForm form
+    property bool focused: false
     property bool pooled: false
 
     signal pressed()
@@ -46,7 +47,7 @@ ListRow {
     Accessible.selectable: true
     Accessible.selected: selected
     Accessible.focusable: true
-    Accessible.focused: activeFocus
+    Accessible.focused: focused
     Accessible.onPressAction: pressed()
 
     Rectangle {

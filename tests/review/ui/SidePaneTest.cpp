@@ -147,6 +147,11 @@ TEST_F(SidePaneTest, RowsSayWhatTheyShow) {
     EXPECT_TRUE(face->text(QAccessible::Description).contains(QStringLiteral("4 stars")));
     store.toggleFavorite(QStringLiteral("clip-0"));
     EXPECT_TRUE(face->text(QAccessible::Description).contains(QStringLiteral("favorite")));
+    EXPECT_FALSE(face->state().focused);
+    focusList();
+    EXPECT_TRUE(face->state().focused) << "a reader follows the list's current row";
+    key(Qt::Key_Down);
+    EXPECT_FALSE(face->state().focused);
 }
 
 TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesNamesAlone) {
