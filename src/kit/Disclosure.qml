@@ -1,6 +1,6 @@
 // A line with a chevron that shows or hides what belongs to it.
-//   text: string; open: bool; helpText: string; default content: items, stacked below the line;
-//   signal toggled(bool open), by hand only; the owner binds `open` or leaves it to the control
+//   text: string; open: bool; helpText: string; focusPolicy: of the line; default content: items, stacked
+//   below the line; signal toggled(bool open), by hand only; the owner binds `open` or leaves it to the control
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -11,6 +11,7 @@ Column {
     property string text
     property bool open: false
     property string helpText
+    property alias focusPolicy: line.focusPolicy
     default property alias content: inner.data
 
     signal toggled(bool open)

@@ -46,6 +46,7 @@ Rectangle {
 
         Disclosure {
             objectName: row.objectName + ".disclosure"
+            focusPolicy: Qt.TabFocus
             visible: row.banner.disclosure !== ""
             width: parent.width
             text: row.banner.disclosure

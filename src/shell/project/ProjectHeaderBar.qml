@@ -26,6 +26,7 @@ Rectangle {
         id: brand
 
         objectName: "header.close"
+        focusPolicy: Qt.TabFocus
         anchors.left: parent.left
         anchors.leftMargin: Theme.s6
         anchors.verticalCenter: parent.verticalCenter
@@ -89,6 +90,7 @@ Rectangle {
 
         Button {
             objectName: "header.import"
+            focusPolicy: Qt.TabFocus
             symbol: "tray.and.arrow.down"
             text: qsTr("Import")
             helpText: root.header.importHelp
@@ -97,6 +99,7 @@ Rectangle {
 
         Button {
             objectName: "header.export"
+            focusPolicy: Qt.TabFocus
             symbol: "square.and.arrow.up"
             text: qsTr("Export")
             enabled: root.header.hasSelects
@@ -106,6 +109,7 @@ Rectangle {
 
         Button {
             objectName: "header.handoff"
+            focusPolicy: Qt.TabFocus
             symbol: "shippingbox"
             text: qsTr("Handoff")
             enabled: root.header.hasSelects
@@ -115,6 +119,7 @@ Rectangle {
 
         Button {
             objectName: "header.help"
+            focusPolicy: Qt.TabFocus
             symbol: "book.fill"
             helpText: root.header.guideHelp
             onClicked: root.guideWanted()

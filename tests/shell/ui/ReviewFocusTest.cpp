@@ -1,0 +1,52 @@
+#include "../ShellFixture.h"
+#include "shell/ProjectHeader.h"
+#include "support/screens/Screen.h"
+
+using namespace corvane;
+using namespace corvane::test;
+
+namespace {
+
+/// What stands above the review, in a screen that keeps the keys.
+constexpr auto kTop = R"(
+    import QtQuick
+    import Corvane.Project
+    import Corvane.Review
+    FocusScope {
+        id: root
+        property var header
+        focus: true
+        Item {
+            objectName: "keys"
+            focus: true
+        }
+        ProjectHeaderBar {
+            width: parent.width
+            header: root.header
+        }
+        MediaBannerRow {
+            objectName: "banner"
+            y: 100
+            width: parent.width
+            banner: ({ isShown: true, icon: "exclamationmark.triangle", message: "Unknown.",
+                       button: "Confirm", disclosure: "Show all 2 paths", paths: ["/a", "/b"],
+                       isClosable: true, isAnswering: false })
+        }
+    })";
+
+} // namespace
+
+TEST_F(ShellTest, ClicksAboveTheReviewLeaveTheKeysWithIt) {
+    const QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2, 1));
+    await(app.store().openProject(file));
+    app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+    ProjectHeader header(app.store());
+    Screen screen(kTop, {1280, 300}, {{QStringLiteral("header"), QVariant::fromValue(&header)}});
+    for (const char *const name :
+         {"header.close", "header.import", "header.export", "header.handoff", "header.help",
+          "banner.disclosure.line", "banner.answer", "banner.close"}) {
+        screen.click(QLatin1String(name));
+        EXPECT_EQ(screen.focused()->objectName(), QStringLiteral("keys")) << name;
+    }
+    EXPECT_TRUE(screen.shows(QStringLiteral("banner.paths")));
+}
