@@ -121,6 +121,11 @@ QString rowLine(const ExportProgress &progress) {
     } else if (progress.rowProgress > 0) {
         text = percent(progress.rowProgress) + QStringLiteral(" this row");
     }
+    if (progress.phase != ExportProgress::Phase::done && progress.bytesTotal > 0) {
+        text += QStringLiteral(" · %1 / %2")
+                    .arg(formattedByteCount(progress.bytesDone),
+                         formattedByteCount(progress.bytesTotal));
+    }
     const bool isHD = progress.currentMode == QLatin1String("hd");
     return isHD ? QStringLiteral("%1 (%2)").arg(text, progress.currentMode) : text;
 }

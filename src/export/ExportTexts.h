@@ -30,7 +30,8 @@ QString nothingToExport();
 
 // Running.
 QString progressLine(const ExportProgress &progress);
-/// Of the row's output in hand; it says so where that is the HD copy.
+/// Of the row's output in hand; it says so where that is the HD copy, and counts the bytes of one
+/// that is copied.
 QString rowLine(const ExportProgress &progress);
 /// How much of the run the progress stands for, from 0 to 1.
 double overallFraction(const ExportProgress &progress,

@@ -192,8 +192,11 @@ TEST(ExportTexts, CountsRowsAndIssuesAsPeopleRead) {
     EXPECT_EQ(ExportTexts::countLine(0, 0), text("No selects"));
     EXPECT_EQ(ExportTexts::countLine(1, 0), text("0 of 1 row"));
     EXPECT_EQ(ExportTexts::countLine(2, 2), text("2 rows"));
-    const ExportProgress progress{.index = 4, .total = 12, .rowProgress = 0.62};
+    ExportProgress progress{.index = 4, .total = 12, .rowProgress = 0.62};
     EXPECT_EQ(ExportTexts::rowLine(progress), text("62% this row"));
+    progress.bytesDone = 620'000;
+    progress.bytesTotal = 1'000'000;
+    EXPECT_EQ(ExportTexts::rowLine(progress), text("62% this row · 620.0 kB / 1.0 MB"));
     EXPECT_EQ(ExportTexts::percent(ExportTexts::overallFraction(progress)), text("38%"));
     ExportBatchResult result{.failed = {ExportRowFailure{}}};
     EXPECT_EQ(ExportTexts::headline(result), text("Export finished with 1 issue"));
