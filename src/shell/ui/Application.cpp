@@ -43,6 +43,8 @@ std::unique_ptr<OpenProjectScreen> madeOrEnding(const Start &start, CorvaneApp &
 }
 
 int runWindow(const Start &start) {
+    // What runs is ended first, by CorvaneApp::quit(): the toolkit would end the program at once.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     InstanceHandover handover(start.dataFolder);
     CorvaneApp app({.dataFolder = start.dataFolder, .makeProjectScreen = [&start](CorvaneApp &app) {
                         return madeOrEnding(start, app);

@@ -6,12 +6,55 @@
 
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QQuickWindow>
 #include <QThread>
+#include <QTimer>
 
 #include <latch>
 
 using namespace corvane;
 using namespace corvane::test;
+
+namespace {
+
+/// A run that needs some turns of the event loop to come to its end.
+class RunningScreen : public OpenProjectScreen {
+  public:
+    explicit RunningScreen(bool &hasEnded) : m_hasEnded(hasEnded) {}
+
+    bool isRunning() const override { return !m_hasEnded; }
+    void endRuns() override { endAfter(5); }
+
+  private:
+    void endAfter(int turns) {
+        if (turns > 0) {
+            QTimer::singleShot(0, this, [this, turns] { endAfter(turns - 1); });
+        } else {
+            m_hasEnded = true;
+            Q_EMIT isRunningChanged();
+        }
+    }
+
+    bool &m_hasEnded;
+};
+
+} // namespace
+
+TEST(Application, ClosingItsWindowWaitsForWhatRuns) {
+    const TestFolder folder;
+    bool hasEnded = false;
+    const auto makeScreen = [&](CorvaneApp &) { return std::make_unique<RunningScreen>(hasEnded); };
+    const auto close = [](QQuickWindow &window) {
+        QTimer::singleShot(0, &window, [&window] {
+            window.property("app").value<CorvaneApp *>()->projectScreen();
+            window.close();
+        });
+    };
+    EXPECT_EQ(
+        runCorvane({.dataFolder = folder.path(), .makeProjectScreen = makeScreen, .shown = close}),
+        0);
+    EXPECT_TRUE(hasEnded);
+}
 
 TEST(Application, AStartAsksAgainWhereTheFirstHangsUpOnIt) {
     const TestFolder folder;
