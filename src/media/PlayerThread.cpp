@@ -163,8 +163,11 @@ void PlayerThread::step(const PlayerRequest::Step &step) {
         return;
     }
     begin(Work::step);
+    const MediaTime from = m_frame->time;
     take(walk(*m_frame, step));
-    m_time = m_frame->time;
+    if (step.frames < 0 || m_frame->time != from) { // at the end a step on doesn't lead back
+        m_time = m_frame->time;
+    }
     if (step.range) {
         m_time = std::max(step.range->in, std::min(m_time, step.range->out));
     }
