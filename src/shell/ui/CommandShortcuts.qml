@@ -15,6 +15,7 @@ Item {
             required property AppCommand modelData
 
             sequence: modelData.shortcut
+            autoRepeat: false
             enabled: modelData.enabled && modelData.shortcut !== ""
             onActivated: modelData.trigger()
         }

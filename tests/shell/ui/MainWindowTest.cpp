@@ -1,10 +1,6 @@
-#include "../ShellFixture.h"
-#include "shell/project/ProjectScreen.h"
-#include "support/screens/Screen.h"
+#include "WindowFixture.h"
 
-#include <QDragEnterEvent>
 #include <QGuiApplication>
-#include <QMimeData>
 
 using namespace corvane;
 using namespace corvane::test;
@@ -14,29 +10,8 @@ using testing::StartsWith;
 
 namespace {
 
-/// Without sound, which not every machine has.
-std::unique_ptr<OpenProjectScreen> makeSilentProjectScreen(CorvaneApp &app) {
-    return std::make_unique<ProjectScreen>(app, media::MediaPlayer::Options());
-}
-
-class MainWindowTest : public ShellTest {
+class MainWindowTest : public WindowTest {
   protected:
-    MainWindowTest() : ShellTest(makeSilentProjectScreen) {}
-    void show() {
-        screen.emplace("import Corvane.Shell\nMainWindow {}", QSize(1280, 800),
-                       QVariantMap{{QStringLiteral("app"), QVariant::fromValue(&app)}});
-    }
-    bool shows(const char *name) const { return screen->shows(QLatin1String(name)); }
-    void click(const char *name) { screen->click(QLatin1String(name)); }
-    bool comes(const char *name) {
-        return screen->waitFor([&] { return shows(name); });
-    }
-    bool goes(const char *name) {
-        return screen->waitFor([&] { return !shows(name); });
-    }
-    QString text(const char *name) {
-        return screen->property(QLatin1String(name), "text").toString();
-    }
     /// What the alert says, once it is up; "OK" takes it away.
     std::string alertAfter(const std::function<void()> &road) {
         road();
@@ -68,17 +43,6 @@ class MainWindowTest : public ShellTest {
         screen->key(Qt::Key_Right);
         ASSERT_TRUE(comes("menu.recent.0"));
     }
-    /// Esc on a flow's first stage, if a sheet is up; it keeps every other key from the window.
-    void leaveSheet() {
-        const auto isUp = [this] {
-            return shows("import.cancel") || shows("export.configure.cancel") ||
-                   shows("handoff.configure.cancel");
-        };
-        if (isUp()) {
-            screen->key(Qt::Key_Escape);
-            EXPECT_TRUE(screen->waitFor([&] { return !isUp(); }));
-        }
-    }
     bool hasFocus(const char *name) const {
         return screen->property(QLatin1String(name), "activeFocus").toBool();
     }
@@ -92,18 +56,8 @@ class MainWindowTest : public ShellTest {
                      : (item->isEnabled() ? "" : "-") + part("text") + '|' + part("shortcutText") +
                            '|' + part("helpText");
     }
-    void drop(const QString &path) {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(path)});
-        QDragEnterEvent enter({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(screen->window(), &enter);
-        QDropEvent dropped({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(screen->window(), &dropped);
-    }
-
     QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2, 1));
     QString bad = folder.write(QStringLiteral("bad.corvane"), "{");
-    std::optional<Screen> screen;
 };
 
 } // namespace

@@ -12,8 +12,6 @@ namespace corvane::test {
 
 namespace {
 
-constexpr int longestWaitInMs = 5000;
-
 void collectVisible(QQuickItem *item, QList<QQuickItem *> &items) {
     if (!item->isVisible()) {
         return;
@@ -146,8 +144,19 @@ void Screen::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     QCoreApplication::processEvents();
 }
 
-bool Screen::waitFor(const std::function<bool()> &condition) const {
-    const QDeadlineTimer deadline(longestWaitInMs);
+void Screen::hold(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    constexpr int kTimes = 4;
+    for (int time = 0; time < kTimes; ++time) {
+        QTest::simulateEvent(m_window, true, key, modifiers, {}, time > 0);
+        QCoreApplication::processEvents();
+    }
+    QTest::keyRelease(m_window, key, modifiers);
+    QCoreApplication::processEvents();
+}
+
+bool Screen::waitFor(const std::function<bool()> &condition,
+                     std::chrono::milliseconds longest) const {
+    const QDeadlineTimer deadline(longest);
     while (!condition()) {
         if (deadline.hasExpired()) {
             return false;

@@ -7,6 +7,7 @@
 #include <QQuickWindow>
 #include <QVariantMap>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -14,10 +15,12 @@
 namespace corvane::test {
 
 /// A window with a screen in it. Every call reports a GoogleTest failure, naming what it looked
-/// for, when it can't do what it was asked; none waits longer than a few seconds. What the engine
-/// warns about while the screen lives is a failure too. Main thread.
+/// for, when it can't do what it was asked; none waits longer than a few seconds unless it is told
+/// to. What the engine warns about while the screen lives is a failure too. Main thread.
 class Screen {
   public:
+    static constexpr std::chrono::milliseconds kLongestWait{5000};
+
     /// Loads QML text as if it stood in a file of its own, with these initial properties. Its root
     /// is a window, or an item that gets a window of `size`.
     explicit Screen(const QByteArray &qml, QSize size = {1280, 800},
@@ -54,9 +57,13 @@ class Screen {
     /// Text and keys for whatever has the focus.
     void type(const QString &text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Presses a key and holds it until it has come a few times.
+    void hold(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     /// Runs the event loop until the condition holds, and says whether it came to hold in time.
-    [[nodiscard]] bool waitFor(const std::function<bool()> &condition) const;
+    /// What is slow by its nature, as work on media is, is given longer.
+    [[nodiscard]] bool waitFor(const std::function<bool()> &condition,
+                               std::chrono::milliseconds longest = kLongestWait) const;
 
     [[nodiscard]] QVariant property(const QString &name, const char *property) const;
 
