@@ -66,12 +66,22 @@ void ProjectScreen::showSheet() {
     if (m_review.isImporting() || m_review.isExporting() || m_review.isHandingOff()) {
         m_engine.pause();
     }
-    if (m_review.isImporting() && !m_importing.isOpen()) {
+    if (!m_review.isImporting()) {
+        leaveImport();
+    } else if (!m_importing.isOpen()) {
         m_importing.open();
-    } else if (m_review.isExporting() && !m_exporting.isOpen()) {
+    }
+    if (m_review.isExporting() && !m_exporting.isOpen()) {
         m_exporting.open();
     } else if (m_review.isHandingOff() && !m_handoff.isOpen()) {
         m_handoff.open();
+    }
+}
+
+/// Its project has gone, and what was chosen for it. A run, and what it came to, stay up.
+void ProjectScreen::leaveImport() {
+    if (m_importing.stage() != ImportScreenState::Stage::Done) {
+        m_importing.dismiss();
     }
 }
 

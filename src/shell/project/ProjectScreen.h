@@ -58,6 +58,7 @@ class ProjectScreen : public OpenProjectScreen {
     void followRequests(AppRequests &requests);
     void followFlows();
     void showSheet();
+    void leaveImport();
     void hideSheet();
     void updateRunning();
     bool moveInList(int key, Qt::KeyboardModifiers modifiers);

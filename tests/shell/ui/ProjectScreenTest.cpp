@@ -1,3 +1,4 @@
+#include "shell/project/ProjectScreen.h"
 #include "../ShellFixture.h"
 #include "shell/ProjectHeader.h"
 #include "support/screens/Screen.h"
@@ -49,4 +50,18 @@ TEST_F(ShellTest, ClicksAboveTheReviewLeaveTheKeysWithIt) {
         EXPECT_EQ(screen.focused()->objectName(), QStringLiteral("keys")) << name;
     }
     EXPECT_TRUE(screen.shows(QStringLiteral("banner.paths")));
+}
+
+TEST_F(ShellTest, TheSheetOfAnImportGoesWithItsProject) {
+    ProjectScreen screen(app, media::MediaPlayer::Options());
+    open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
+    screen.review()->appear();
+    screen.review()->requestImport();
+    screen.importing()->addSources({folder.path()});
+    ASSERT_TRUE(screen.importing()->isOpen());
+    open(make(QStringLiteral("Other.corvane"), sampleProject(2)));
+    EXPECT_FALSE(screen.importing()->isOpen());
+    screen.review()->requestImport();
+    EXPECT_TRUE(screen.importing()->isOpen());
+    EXPECT_FALSE(screen.importing()->canScan()) << "it starts afresh";
 }
