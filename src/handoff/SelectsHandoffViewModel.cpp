@@ -205,4 +205,11 @@ void SelectsHandoffViewModel::requestCancel() {
            &SelectsHandoffViewModel::cancelStageChanged);
 }
 
+void SelectsHandoffViewModel::abort() {
+    if (m_stage == Stage::running) {
+        m_engine->abort();
+        assign(m_cancelStage, CancelStage::hard, &SelectsHandoffViewModel::cancelStageChanged);
+    }
+}
+
 } // namespace corvane

@@ -68,6 +68,8 @@ class SelectsHandoffViewModel : public QObject {
     QCoro::Task<> start(Project project);
     /// Lets the output in hand finish, and nothing further begin.
     void requestCancel();
+    /// Ends the output in hand too. The package is still completed with what was made.
+    void abort();
 
   Q_SIGNALS:
     void stageChanged();

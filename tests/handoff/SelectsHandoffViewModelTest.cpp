@@ -127,6 +127,19 @@ TEST_F(SelectsHandoffViewModelTest, KeepsACancelThatCameBeforeTheEngine) {
     EXPECT_THAT(delivered().videos, IsEmpty());
 }
 
+TEST_F(SelectsHandoffViewModelTest, EndsTheOutputInHandWhereItIsAborted) {
+    addSubclip(addVideo("a.mov", "1"), "x");
+    prepare();
+    sessions.halfway = [this](const QString &) {
+        QMetaObject::invokeMethod(qApp, [this] { flow->abort(); }, Qt::BlockingQueuedConnection);
+    };
+    await(flow->start(project));
+    EXPECT_EQ(HandoffTexts::headline(*flow->result()), text("Handoff cancelled"));
+    EXPECT_THAT(flow->result()->succeeded, SizeIs(1)) << "the clip, before its subclip";
+    EXPECT_THAT(delivered().videos, SizeIs(1));
+    expectNoTemporaries();
+}
+
 TEST_F(SelectsHandoffViewModelTest, AbortsItsRunWhenItGoesAway) {
     addSubclip(addVideo("a.mov", "1"), "x");
     prepare();

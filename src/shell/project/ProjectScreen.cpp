@@ -110,8 +110,8 @@ void ProjectScreen::endRuns() {
     m_importFlow.cancelImport();
     for (int step = 0; step < 2; ++step) { // the second ends what is in hand
         m_exportFlow.requestCancel();
-        m_handoffFlow.requestCancel();
     }
+    m_handoffFlow.abort();
 }
 
 /// By the name of its type too: the toolkit has several, and none of them may lose a letter to the
