@@ -1,12 +1,12 @@
 #include "cli/ArgumentValues.h"
 #include "cli/CliSession.h"
 #include "cli/ExportOutput.h"
-#include "cli/InterruptWatcher.h"
 #include "cli/NamingArguments.h"
 #include "cli/ProgressLine.h"
 #include "export/ExportTexts.h"
 #include "export/ExportViewModel.h"
 #include "media/FFmpegExportSessions.h"
+#include "platform/InterruptWatcher.h"
 #include "platform/Tasks.h"
 
 namespace corvane {

@@ -1,13 +1,13 @@
 #include "cli/ArgumentValues.h"
 #include "cli/CliSession.h"
 #include "cli/HandoffOutput.h"
-#include "cli/InterruptWatcher.h"
 #include "cli/NamingArguments.h"
 #include "cli/ProgressLine.h"
 #include "handoff/HandoffTexts.h"
 #include "handoff/MediaCacheMaker.h"
 #include "handoff/SelectsHandoffViewModel.h"
 #include "media/FFmpegExportSessions.h"
+#include "platform/InterruptWatcher.h"
 #include "platform/Tasks.h"
 
 namespace corvane {

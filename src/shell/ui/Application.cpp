@@ -1,6 +1,7 @@
 #include "shell/ui/Application.h"
 
 #include "platform/InstanceLock.h"
+#include "platform/InterruptWatcher.h"
 #include "shell/InstanceHandover.h"
 
 #include <QDeadlineTimer>
@@ -49,6 +50,7 @@ int runWindow(const Start &start) {
     CorvaneApp app({.dataFolder = start.dataFolder, .makeProjectScreen = [&start](CorvaneApp &app) {
                         return madeOrEnding(start, app);
                     }});
+    const InterruptWatcher interrupts([&app] { app.quit(); }); // as the window's closing
     QQmlApplicationEngine engine;
     engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
     engine.loadData("import Corvane.Shell\nMainWindow {}");

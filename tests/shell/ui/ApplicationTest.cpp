@@ -10,6 +10,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <csignal>
 #include <latch>
 
 using namespace corvane;
@@ -40,20 +41,26 @@ class RunningScreen : public OpenProjectScreen {
 
 } // namespace
 
-TEST(Application, ClosingItsWindowWaitsForWhatRuns) {
-    const TestFolder folder;
-    bool hasEnded = false;
-    const auto makeScreen = [&](CorvaneApp &) { return std::make_unique<RunningScreen>(hasEnded); };
-    const auto close = [](QQuickWindow &window) {
-        QTimer::singleShot(0, &window, [&window] {
-            window.property("app").value<CorvaneApp *>()->projectScreen();
-            window.close();
-        });
-    };
-    EXPECT_EQ(
-        runCorvane({.dataFolder = folder.path(), .makeProjectScreen = makeScreen, .shown = close}),
-        0);
-    EXPECT_TRUE(hasEnded);
+TEST(Application, EndsOnlyAfterWhatRuns) {
+    const std::array<std::function<void(QQuickWindow &)>, 2> ends{
+        [](QQuickWindow &window) { window.close(); }, [](QQuickWindow &) { ::raise(SIGTERM); }};
+    for (const auto &end : ends) {
+        const TestFolder folder;
+        bool hasEnded = false;
+        const auto makeScreen = [&](CorvaneApp &) {
+            return std::make_unique<RunningScreen>(hasEnded);
+        };
+        const auto shown = [&](QQuickWindow &window) {
+            QTimer::singleShot(0, &window, [&] {
+                window.property("app").value<CorvaneApp *>()->projectScreen();
+                end(window);
+            });
+        };
+        const Start start{
+            .dataFolder = folder.path(), .makeProjectScreen = makeScreen, .shown = shown};
+        EXPECT_EQ(runCorvane(start), 0);
+        EXPECT_TRUE(hasEnded);
+    }
 }
 
 TEST(Application, AStartAsksAgainWhereTheFirstHangsUpOnIt) {
