@@ -9,7 +9,6 @@ using namespace corvane::test;
 
 namespace {
 
-constexpr QSize kShape(64, 48);
 constexpr auto kNone = Qt::NoModifier;
 constexpr auto kShift = Qt::ShiftModifier;
 constexpr auto kControl = Qt::ControlModifier;
@@ -53,7 +52,7 @@ class ReviewKeysTest : private StandingTime, public WindowTest {
     void select(const char *clip) {
         click(clip);
         ASSERT_TRUE(screen->waitFor([&] { return engine().isReady(); }));
-        ASSERT_TRUE(screen->waitFor([&] { return shownFrame(kShape) == 0; }));
+        ASSERT_TRUE(screen->waitFor([&] { return shownFrame() == 0; }));
     }
     static std::string marks(const VideoRecord &clip) {
         return std::to_string(clip.rating) + (clip.favorite ? "F" : "") +
@@ -159,7 +158,7 @@ TEST_F(ReviewKeysTest, TheKeysOfTheTransportMoveThePlayerAndItsPicture) {
           {Qt::Key_Period, kNone, "0R x0 5.04"},
           {Qt::Key_Period, kNone, "0R x0 5.08"},
           {Qt::Key_Comma, kNone, "0R x0 5.04"}});
-    EXPECT_TRUE(screen->waitFor([&] { return shownFrame(kShape) == 126; }));
+    EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 126; }));
     keys({{Qt::Key_Space, kNone, "0R x1 5.04"},
           {Qt::Key_Space, kShift, "0R x0 5.04"},
           {Qt::Key_J, kNone, "0R x-1 5.04"},
@@ -179,7 +178,7 @@ TEST_F(ReviewKeysTest, TheKeysOfTheTransportMoveThePlayerAndItsPicture) {
           {Qt::Key_Right, kNone, "0R x0 10.04"},
           {Qt::Key_Right, kNone, "0R x0 12.00"},
           {Qt::Key_Period, kNone, "0R x0 12.00"}});
-    EXPECT_TRUE(screen->waitFor([&] { return shownFrame(kShape) == 299; }));
+    EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 299; }));
 }
 
 TEST_F(ReviewKeysTest, MarksAreSetNudgedSavedAndJumpedTo) {

@@ -14,6 +14,9 @@ namespace corvane::test {
 /// outlive the test.
 class WindowTest : public ShellTest {
   protected:
+    /// Of a clip's pictures, small so that they are quick to make.
+    static constexpr QSize kShape{64, 48};
+
     using Bound = std::chrono::milliseconds;
     /// Of what the machine works at: media are read, copied and encoded meanwhile.
     static constexpr Bound kWork = std::chrono::minutes(3);
@@ -34,8 +37,20 @@ class WindowTest : public ShellTest {
     PlayerEngine &engine() { return *bound().engine(); }
 
     bool shows(const char *name) const { return screen->shows(QString::fromUtf8(name)); }
+    /// Once no sheet or menu is on its way.
     void click(const char *name, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        EXPECT_TRUE(settles());
         screen->click(QString::fromUtf8(name), modifiers);
+    }
+    /// Waits until every sheet, alert and menu has come or gone.
+    bool settles() {
+        return screen->waitFor([&] {
+            return std::ranges::none_of(
+                screen->root()->findChildren<QObject *>(), [](const QObject *object) {
+                    return object->inherits("QQuickPopup") &&
+                           object->property("visible") != object->property("opened");
+                });
+        });
     }
     bool comes(const char *name, Bound longest = Screen::kLongestWait) {
         return screen->waitFor([&] { return shows(name); }, longest);
@@ -72,12 +87,12 @@ class WindowTest : public ShellTest {
         QDropEvent dropped({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(screen->window(), &dropped);
     }
-    /// The number that the picture in the player carries, of a clip of that shape.
-    int shownFrame(QSize shape) {
+    /// The number that the picture in the player carries; -1 for none.
+    int shownFrame() {
         const QQuickItem *const item = screen->item(QStringLiteral("picture"));
         const QImage seen =
             screen->picture().copy(item->mapRectToScene({QPointF(0, 0), item->size()}).toRect());
-        const QSize size = shape.scaled(seen.size(), Qt::KeepAspectRatio);
+        const QSize size = kShape.scaled(seen.size(), Qt::KeepAspectRatio);
         const QPoint from((seen.width() - size.width()) / 2, (seen.height() - size.height()) / 2);
         const auto number = frameNumber(size, 0, [&](int x, int y) {
             return seen.pixelColor(from + QPoint(x, y)).lightnessF();

@@ -1,0 +1,268 @@
+// One project from the home screen to a package that is opened again, by what a user can press.
+
+#include "WindowFixture.h"
+
+#include <QCryptographicHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace corvane;
+using namespace corvane::test;
+
+namespace {
+
+QString named(const char *utf8) {
+    return QString::fromUtf8(utf8);
+}
+
+struct Clip {
+    const char *name;
+    ClipOptions options;
+};
+
+/// The kinds of clips that come from cameras, each a few pictures long.
+QList<Clip> clipsOfManyKinds() {
+    const auto prores = named("prores_ks");
+    const auto tenBits = named("yuv422p10le");
+    const auto mpeg2 = named("mpeg2video");
+    const auto pcm = named("pcm_s16le");
+    const auto mjpeg = named("mjpeg");
+    const auto full = named("yuvj420p");
+    const auto hevc = named("libx265");
+    return {
+        {"C01.mp4", {.frames = 75, .bFrames = 2, .audioTracks = 1}},
+        {"C02.mov", {.frames = 10}},
+        {"C03.mkv", {.frames = 10, .audioTracks = 2}},
+        {"C04.avi", {.frames = 10, .audioTracks = 1, .audioCodec = pcm}},
+        {"C05.mp4", {.codec = hevc, .frames = 10, .bFrames = 2}},
+        {"C06.mov", {.codec = hevc, .frames = 10, .arguments = {named("-tag:v"), named("hvc1")}}},
+        {"C07.mov", {.codec = prores, .frames = 10, .pixelFormat = tenBits}},
+        {"C08.mkv", {.codec = prores, .frames = 10, .pixelFormat = tenBits}},
+        {"C09.mxf", {.codec = mpeg2, .frames = 10, .audioTracks = 1, .audioCodec = pcm}},
+        {"C10.avi", {.codec = mpeg2, .frames = 10}},
+        {"C11.mov", {.codec = mpeg2, .frames = 10, .interlaced = true}},
+        {"C12.avi", {.codec = mjpeg, .frames = 10, .pixelFormat = full}},
+        {"C13.mov", {.codec = mjpeg, .frames = 10, .pixelFormat = full}},
+        {"C14.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 0.5}},
+        {"C15.wav", {.frames = 0, .audioTracks = 1, .audioCodec = pcm, .audioSeconds = 0.5}},
+        {"C16.mov", {.frames = 10, .rotation = 90}},
+        {"C17.mp4", {.frames = 10, .rotation = 180, .audioTracks = 1}},
+        {"C18.mp4", {.frames = 1}},
+        {"C19.mov", {.frames = 1, .gop = 1, .audioTracks = 1, .audioSeconds = 0.5}},
+        {"C20.mp4", {.frames = 10, .milliseconds = named("N*40+N*N")}},
+    };
+}
+
+class StoryTest : public WindowTest {
+  protected:
+    StoryTest() { show(); }
+
+    void makeClips() {
+        for (Clip clip : clipsOfManyKinds()) {
+            clip.options.size = kShape;
+            makeClip(folder.folder(named("card")) + QLatin1Char('/') + named(clip.name),
+                     clip.options);
+        }
+    }
+    void createProject() {
+        click("home.newProject");
+        ASSERT_TRUE(comes("setup.projectName"));
+        screen->type(named("Tide"));
+        panels.answer = folder.at(named("shoot"));
+        click("setup.create");
+        ASSERT_TRUE(comes("import.chooseFolder")) << "it comes by itself";
+    }
+    void importCard() {
+        panels.answer = folder.at(named("card"));
+        click("import.chooseFolder");
+        ASSERT_TRUE(comes("import.source.0"));
+        click("import.scan");
+        ASSERT_TRUE(comes("import.begin", kWork));
+        click("import.mode.1");
+        click("import.begin");
+        ASSERT_TRUE(comes("import.finish", kWork));
+        EXPECT_FALSE(shows("import.counter.failed"));
+        click("import.finish");
+        ASSERT_TRUE(keysAreBack());
+        ASSERT_EQ(videos().size(), 20);
+    }
+    /// Whole clips by their digit and S: 1 to 5 stars in turn, every second one is a select.
+    void rateAll() {
+        for (int row = 0; row < 20; ++row) {
+            screen->key(Qt::Key_Down);
+            screen->key(Qt::Key(Qt::Key_1 + row % 5));
+            if (row % 2 == 1) {
+                screen->key(Qt::Key_S);
+            }
+        }
+        for (int row = 0; row < 20; ++row) {
+            EXPECT_EQ(video(row).rating, row % 5 + 1) << row;
+            EXPECT_EQ(video(row).selectedForExport, row % 2 == 1) << row;
+        }
+    }
+    void search(const char *query) {
+        click("filter.search");
+        screen->key(Qt::Key_A, Qt::ControlModifier);
+        screen->type(named(query));
+        if (!*query) {
+            screen->key(Qt::Key_Backspace);
+        }
+        screen->key(Qt::Key_Escape);
+        ASSERT_TRUE(hasFocus("project.keys"));
+    }
+    void step(int frames) {
+        const double to = engine().currentSeconds() + frames / 25.0;
+        for (int time = 0; time < frames; ++time) {
+            screen->key(Qt::Key_Period);
+        }
+        ASSERT_TRUE(screen->waitFor(
+            [&] { return std::abs(engine().currentSeconds() - to) < 0.001; }, kWork));
+    }
+    /// Two subclips of the first clip, from 0.4 to 0.8 and from 1.2 to 2 s.
+    void markSubclips() {
+        search("c01");
+        screen->key(Qt::Key_Home);
+        ASSERT_TRUE(screen->waitFor([&] { return shownFrame() == 0; }, kWork));
+        for (const auto &[before, length] : {std::pair(10, 10), std::pair(10, 20)}) {
+            step(before);
+            screen->key(Qt::Key_I);
+            step(length);
+            screen->key(Qt::Key_O);
+            screen->key(Qt::Key_Return);
+        }
+        ASSERT_EQ(video(0).subclips.size(), 2);
+        EXPECT_NEAR(video(0).subclips[1].inSeconds, 1.2, 0.001);
+        EXPECT_NEAR(video(0).subclips[1].outSeconds, 2, 0.001);
+        EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 50; }, kWork));
+        screen->key(Qt::Key_Down); // the first subclip
+        screen->key(Qt::Key_5);
+        screen->key(Qt::Key_F);
+        search("");
+    }
+    /// From a flow's first stage to its results, which tell of 12 rows that were delivered.
+    void deliver(const std::string &flow, const char *into, DeliveryScreenState &state) {
+        const std::string start = flow + ".configure.start";
+        panels.answer = folder.folder(named(into));
+        click((flow + ".folder.choose").c_str());
+        ASSERT_TRUE(
+            screen->waitFor([&] { return screen->item(named(start.c_str()))->isEnabled(); }));
+        click(start.c_str());
+        ASSERT_TRUE(goes(start.c_str()) && comes((flow + ".done.done").c_str(), kWork));
+        EXPECT_TRUE(state.headline().endsWith(named(" complete")))
+            << state.headline().toStdString();
+        EXPECT_EQ(state.results()->rows().size(), 12);
+        for (const DeliveryResult &row : state.results()->rows()) {
+            EXPECT_EQ(row.error, QString()) << row.name.toStdString();
+        }
+        screen->picture(named(flow.c_str()) + named("-story-") + named(into));
+    }
+    void exportTwice() {
+        screen->key(Qt::Key_E, Qt::ControlModifier);
+        ASSERT_TRUE(comes("export.folder.choose"));
+        deliver("export", "fast", *bound().exporting());
+        click("export.done.again");
+        click("export.newOnly");
+        click("export.mode.1");
+        deliver("export", "accurate", *bound().exporting());
+        click("export.done.done");
+        ASSERT_TRUE(keysAreBack());
+    }
+    /// What an export's manifest says is what lies there, whole.
+    void checkExport(const char *into) {
+        const QStringList names = folder.names(named(into));
+        ASSERT_EQ(names.size(), 13) << names.join(QLatin1Char(' ')).toStdString();
+        const auto manifest = std::ranges::find_if(
+            names, [](const QString &name) { return name.endsWith(named(".json")); });
+        ASSERT_NE(manifest, names.end());
+        const QByteArray told = folder.read(named(into) + QLatin1Char('/') + *manifest);
+        const QJsonArray rows = QJsonDocument::fromJson(told).object()[named("rows")].toArray();
+        EXPECT_EQ(rows.size(), 12);
+        for (const QJsonValue row : rows) {
+            const QString path = row[named("destinationPath")].toString();
+            EXPECT_EQ(row[named("status")], named("succeeded"));
+            const auto made = media::MediaAsset::read(path);
+            const VideoRecord &source = *app.store().video(row[named("parentVideoId")].toString());
+            if (row[named("subclipId")].isNull()) {
+                EXPECT_NEAR(made.duration->seconds(), source.durationSeconds, 0.1)
+                    << path.toStdString();
+                EXPECT_EQ(made.videoTracks.size(), source.width ? 1 : 0) << path.toStdString();
+            }
+        }
+    }
+    static QByteArray hashOf(const QString &path) {
+        QFile file(path);
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && hash.addData(&file)) << path.toStdString();
+        return hash.result();
+    }
+    void checkPackage(const QString &package) {
+        const Project made = ProjectFileIO::loadNow(package + named("/Tide - Selects.corvane"));
+        ASSERT_EQ(made.videos.size(), 12);
+        int parts = 0;
+        for (const VideoItem &each : made.videos) {
+            const QString path = package + QLatin1Char('/') + each->sourcePath;
+            EXPECT_TRUE(each->sourcePath.startsWith(named("media/")));
+            EXPECT_TRUE(QFileInfo::exists(package + named("/.corvane-cache/") +
+                                          each->thumbnailPath.value_or(named("?"))) ||
+                        !each->width)
+                << path.toStdString();
+            const VideoRecord *const source = app.store().video(each->id);
+            if (source) {
+                EXPECT_EQ(hashOf(path), hashOf(source->sourcePath));
+                EXPECT_EQ(hashOf(path), hashOf(*source->originalSourcePath));
+                EXPECT_EQ(each->rating, source->rating);
+            } else {
+                EXPECT_EQ(each->rating, parts == 0 ? 5 : 1);
+                const double length = parts == 0 ? 0.4 : 0.8;
+                EXPECT_GE(each->durationSeconds, length - 0.001);
+                EXPECT_LE(each->durationSeconds, length + 0.5) << "it may begin at a key frame";
+                ++parts;
+            }
+        }
+        EXPECT_EQ(parts, 2);
+    }
+    void openPackage(const QString &package) {
+        click("header.close");
+        ASSERT_TRUE(comes("home.openProject"));
+        panels.answer = package + named("/Tide - Selects.corvane");
+        click("home.openProject");
+        ASSERT_TRUE(comes("header.projectName"));
+        EXPECT_EQ(text("header.projectName"), named("Tide - Selects"));
+        EXPECT_FALSE(shows("banner.0")) << "every file of a package is its own";
+    }
+    void playFromTheStart() {
+        screen->key(Qt::Key_Home);
+        ASSERT_TRUE(screen->waitFor([&] { return shownFrame() >= 0; }, kWork));
+        const int first = shownFrame();
+        screen->key(Qt::Key_Space);
+        EXPECT_TRUE(screen->waitFor([&] { return shownFrame() > first + 3; }, kWork));
+        screen->picture(named("story-package"));
+    }
+    const QList<VideoItem> &videos() { return app.store().project()->videos; }
+    const VideoRecord &video(int row) { return *videos().at(row); }
+};
+
+} // namespace
+
+TEST_F(StoryTest, AShootIsImportedReviewedDeliveredHandedOverAndPlayedElsewhere) {
+    makeClips();
+    createProject();
+    importCard();
+    rateAll();
+    markSubclips();
+    screen->picture(named("story-review"));
+    exportTwice();
+    checkExport("fast");
+    checkExport("accurate");
+    screen->key(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_TRUE(comes("handoff.folder.choose"));
+    deliver("handoff", "elsewhere", *bound().handoff());
+    click("handoff.done.done");
+    ASSERT_TRUE(keysAreBack());
+    const QString package = folder.at(named("elsewhere/Tide - Selects"));
+    checkPackage(package);
+    EXPECT_EQ(folder.temporaries(), QStringList());
+    openPackage(package);
+    playFromTheStart();
+}
