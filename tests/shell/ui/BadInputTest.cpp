@@ -1,0 +1,351 @@
+// What goes wrong under the window while it works: what is lost, what is told, and what goes on.
+
+#include "WindowFixture.h"
+
+#include "import/ImportScreenFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace corvane;
+using namespace corvane::test;
+
+namespace {
+
+QString utf8(const char *text) {
+    return QString::fromUtf8(text);
+}
+
+class BadInputTest : public WindowTest {
+  protected:
+    BadInputTest() { show(); }
+
+    /// A clip in the folder "card".
+    QString clip(const char *name, ClipOptions options = {.frames = 10}) {
+        options.size = kShape;
+        return makeClip(folder.folder(utf8("card")) + QLatin1Char('/') + utf8(name), options);
+    }
+    void createProject() {
+        await(app.store().createProject({.name = utf8("Tide")},
+                                        folder.folder(utf8("shoot")) + utf8("/Tide.corvane")));
+        ASSERT_TRUE(comes("import.chooseFolder"));
+    }
+    /// From the sheet's first stage to what was found on the card.
+    void scan() {
+        panels.answer = folder.at(utf8("card"));
+        click("import.chooseFolder");
+        click("import.scan");
+        ASSERT_TRUE(comes("import.begin", kWork));
+        click("import.mode.1");
+    }
+    void finishImport() {
+        ASSERT_TRUE(comes("import.finish", kWork));
+        click("import.finish");
+        ASSERT_TRUE(keysAreBack());
+    }
+    void importCard() {
+        createProject();
+        scan();
+        click("import.begin");
+        finishImport();
+    }
+    void selectAll() { app.store().selectClips(ids()); }
+    QStringList ids() {
+        QStringList all;
+        for (const VideoItem &video : videos()) {
+            all.append(video->id);
+        }
+        return all;
+    }
+    const QList<VideoItem> &videos() { return app.store().project()->videos; }
+    /// Brings a flow's sheet up with a folder to deliver into.
+    void configure(const std::string &flow) {
+        screen->key(Qt::Key_E, flow == "export" ? Qt::ControlModifier
+                                                : Qt::ControlModifier | Qt::ShiftModifier);
+        ASSERT_TRUE(comes((flow + ".folder.choose").c_str()));
+        panels.answer = folder.folder(utf8("out"));
+        click((flow + ".folder.choose").c_str());
+    }
+    /// Runs it, gives what it tells, a line each, and leaves the sheet.
+    std::string deliver(const std::string &flow, DeliveryScreenState &state) {
+        const std::string start = flow + ".configure.start";
+        EXPECT_TRUE(screen->waitFor([&] { return state.canStart(); }));
+        click(start.c_str());
+        EXPECT_TRUE(goes(start.c_str()) && comes((flow + ".done.done").c_str(), kWork));
+        QStringList told{state.headline()};
+        if (!state.errorLine().isEmpty()) {
+            told.append(state.errorLine());
+        }
+        for (const DeliveryResult &row : state.results()->rows()) {
+            told.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
+        }
+        screen->picture(utf8(flow.c_str()) + utf8("-refused"));
+        click((flow + ".done.done").c_str());
+        EXPECT_TRUE(keysAreBack());
+        return told.join(QLatin1Char('\n')).remove(folder.path()).toStdString();
+    }
+    std::string exportAll() { return deliver("export", *bound().exporting()); }
+    std::string handOff() { return deliver("handoff", *bound().handoff()); }
+
+    /// Closes the window and runs the program to its end.
+    void closeAndEnd(HeldCopy &held) {
+        QGuiApplication::setQuitOnLastWindowClosed(false); // as the program does
+        QTimer::singleShot(0, qApp, [&] {
+            screen->window()->close();
+            held.letGo();
+        });
+        QTimer tooLong;
+        tooLong.callOnTimeout([] { QCoreApplication::exit(1); });
+        tooLong.start(kWork);
+        EXPECT_EQ(QGuiApplication::exec(), 0);
+        EXPECT_FALSE(bound().isRunning());
+        EXPECT_EQ(folder.temporaries(), QStringList());
+    }
+    /// Each file there is one of the card's, whole.
+    void expectWholeFiles(const char *where) {
+        const QDir there(folder.at(utf8(where)));
+        for (const QString &name : there.entryList({utf8("*.mov")}, QDir::Files)) {
+            EXPECT_EQ(folder.read(utf8(where) + QLatin1Char('/') + name),
+                      folder.read(utf8("card/") + name))
+                << name.toStdString();
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(BadInputTest, WhatVanishesBetweenScanAndImportIsToldAndTheRestIsImported) {
+    for (const char *name : {"a.mov", "b.mov", "c.mov"}) {
+        clip(name);
+    }
+    createProject();
+    scan();
+    QFile::remove(folder.at(utf8("card/a.mov")));
+    QFile::remove(folder.at(utf8("card/b.mov")));
+    folder.folder(utf8("card/b.mov"));
+    click("import.begin");
+    ASSERT_TRUE(comes("import.details.line", kWork));
+    click("import.details.line");
+    ASSERT_TRUE(comes("import.failure.1"));
+    const auto failure = [&](const char *name) {
+        return Screen::accessibleName(screen->item(utf8(name))).remove(folder.path()).toStdString();
+    };
+    EXPECT_EQ(failure("import.failure.0"), "a.mov: Cannot read a.mov: No such file or directory");
+    EXPECT_EQ(
+        failure("import.failure.1"),
+        "b.mov: b.mov is a symbolic link or other special file, refusing to read it: /card/b.mov");
+    finishImport();
+    ASSERT_EQ(videos().size(), 1);
+    EXPECT_EQ(videos()[0]->fileName, utf8("c.mov"));
+    expectWholeFiles("shoot/media");
+}
+
+TEST_F(BadInputTest, ADestinationThatIsGoneIsMadeAgainAndOneThatIsAFileIsRefused) {
+    clip("a.mov");
+    importCard();
+    selectAll();
+    const QString out = folder.at(utf8("out"));
+    const auto replaceByFile = [&] {
+        QDir(out).removeRecursively();
+        folder.write(utf8("out"), "a file");
+    };
+    configure("export");
+    QDir(out).removeRecursively();
+    EXPECT_EQ(exportAll(), "Export complete\na.mov");
+    configure("handoff");
+    QDir(out).removeRecursively();
+    EXPECT_EQ(handOff(), "Handoff finished with 1 issue\n"
+                         "Could not reserve package folder: No such file or directory");
+    configure("export");
+    click("export.newOnly");
+    replaceByFile();
+    EXPECT_EQ(exportAll(), "Export finished with 2 issues\n"
+                           "skipped manifest — output folder unwritable\n"
+                           "a.mov: create output folder: /out: Not a directory");
+    EXPECT_EQ(folder.read(utf8("out")), "a file");
+    QFile::remove(out);
+    configure("handoff");
+    replaceByFile();
+    EXPECT_EQ(handOff(), "Handoff finished with 1 issue\n"
+                         "Could not reserve package folder: Not a directory");
+    EXPECT_EQ(folder.read(utf8("out")), "a file");
+}
+
+TEST_F(BadInputTest, RefusedClipsAreToldEachAndTheRestIsDelivered) {
+    clip("granted.mov");
+    Project project = sampleProject(2);
+    project.videos[0].edit().sourcePath = folder.write(utf8("footage/never imported.mov"), "x");
+    open(make(utf8("Harbor.corvane"), project));
+    selectAll();
+    ASSERT_TRUE(keysAreBack());
+    const auto refusals = [](const std::string &flow) {
+        return "\nclip-0: " + flow +
+               " source was never imported or relinked for this project, refusing to use it: "
+               "/footage/never imported.mov. Re-import or relink it, then try again."
+               "\nclip-1: " +
+               flow + " source is not a media file, refusing to copy it: /footage/clip-1";
+    };
+    configure("export");
+    EXPECT_EQ(exportAll(), "Export finished with 2 issues" + refusals("export"));
+    configure("handoff");
+    EXPECT_EQ(handOff(), "Handoff finished with 2 issues" + refusals("handoff"));
+    EXPECT_EQ(folder.names(utf8("out")).filter(utf8(".mov")), QStringList());
+    screen->key(Qt::Key_I, Qt::ControlModifier);
+    ASSERT_TRUE(comes("import.chooseFolder"));
+    scan();
+    click("import.begin");
+    finishImport();
+    selectAll();
+    configure("export");
+    EXPECT_EQ(exportAll(), "Export finished with 2 issues\ngranted.mov" + refusals("export"));
+    configure("handoff");
+    EXPECT_EQ(handOff(), "Handoff finished with 2 issues\ngranted.mov" + refusals("handoff"));
+    const Project made = ProjectFileIO::loadNow(
+        folder.at(utf8("out/Harbor - Selects (2)/Harbor - Selects.corvane")));
+    ASSERT_EQ(made.videos.size(), 1);
+    EXPECT_EQ(made.videos[0]->fileName, utf8("granted.mov"));
+}
+
+TEST_F(BadInputTest, FootageThatIsDroppedIsImportedAndAProjectWaitsForTheRun) {
+    for (const char *name : {"a.mov", "b.mov"}) {
+        clip(name);
+    }
+    const QString other = make(utf8("Other.corvane"), sampleProject(1));
+    const QString third = make(utf8("Third.corvane"), sampleProject(1));
+    createProject();
+    leaveSheet();
+    ASSERT_TRUE(keysAreBack());
+    drop(folder.at(utf8("card")));
+    ASSERT_TRUE(comes("import.source.0"));
+    click("import.scan");
+    ASSERT_TRUE(comes("import.begin", kWork));
+    click("import.mode.1");
+    HeldCopy held(utf8("b.mov"));
+    click("import.begin");
+    ASSERT_TRUE(comes("import.running.cancel"));
+    ASSERT_TRUE(screen->waitFor([&] { return text("import.running.figure") == utf8("2 / 2"); }));
+    app.router()->open(other);
+    drop(third);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(app.store().project()->name, utf8("Tide"));
+    const QString file = *app.store().fileURL();
+    held.letGo();
+    ASSERT_TRUE(screen->waitFor([&] { return app.store().fileURL() == third; }, kWork));
+    EXPECT_EQ(ProjectFileIO::loadNow(file).videos.size(), 2);
+    EXPECT_TRUE(comes("clip-clip-0"));
+    finishImport(); // what came of the run is told all the same
+}
+
+TEST_F(BadInputTest, ClosingTheWindowDuringARunLeavesWholeFilesAndARecord) {
+    for (const char *name : {"a.mov", "b.mov", "c.mov"}) {
+        clip(name);
+    }
+    createProject();
+    scan();
+    {
+        HeldCopy held(utf8("b.mov"));
+        click("import.begin");
+        ASSERT_TRUE(screen->waitFor([&] {
+            return shows("import.running.figure") && text("import.running.figure") == utf8("2 / 3");
+        }));
+        closeAndEnd(held);
+    }
+    const Project saved = ProjectFileIO::loadNow(*app.store().fileURL());
+    EXPECT_EQ(saved.videos.size(), folder.names(utf8("shoot/media")).size());
+    EXPECT_GE(saved.videos.size(), 1);
+    EXPECT_LT(saved.videos.size(), 3);
+    expectWholeFiles("shoot/media");
+}
+
+TEST_F(BadInputTest, ClosingTheWindowDuringAnExportToo) {
+    for (const char *name : {"a.mov", "b.mov", "c.mov"}) {
+        clip(name);
+    }
+    importCard();
+    selectAll();
+    configure("export");
+    ASSERT_TRUE(screen->waitFor([&] { return bound().exporting()->canStart(); }));
+    const QString second = bound().exporting()->rows()->rows().at(1).name;
+    {
+        HeldCopy held(second);
+        click("export.configure.start");
+        ASSERT_TRUE(screen->waitFor(
+            [&] { return bound().exporting()->progressLine().startsWith(utf8("2 of 3")); }, kWork));
+        closeAndEnd(held);
+    }
+    expectWholeFiles("out");
+    const QStringList names = folder.names(utf8("out"));
+    const auto manifest = names.filter(utf8(".json"));
+    ASSERT_EQ(manifest.size(), 1);
+    const auto rows = QJsonDocument::fromJson(folder.read(utf8("out/") + manifest[0]))
+                          .object()[utf8("rows")]
+                          .toArray();
+    ASSERT_EQ(rows.size(), 3);
+    for (const QJsonValue row : rows) {
+        const bool isThere =
+            names.contains(row[utf8("destinationPath")].toString().section(QLatin1Char('/'), -1));
+        EXPECT_EQ(row[utf8("status")].toString(), utf8(isThere ? "succeeded" : "cancelled"));
+    }
+    EXPECT_LT(names.size(), 4);
+}
+
+TEST_F(BadInputTest, ThePlayerTakesWhateverTheListHolds) {
+    const QString paths[] = {folder.at(utf8("gone.mov")),
+                             folder.write(utf8("noise.mov"), noise(5000)),
+                             clip("sound.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 60}),
+                             clip("one.mov", {.frames = 1}),
+                             clip("two\nlines.mov"),
+                             clip("last.mov")};
+    Project project = sampleProject(int(std::size(paths)));
+    int index = 0;
+    for (VideoItem &video : project.videos) {
+        video.edit().sourcePath = paths[index++];
+        video.edit().fileName =
+            QString::number(index) + video->sourcePath.section(QLatin1Char('/'), -1);
+    }
+    project.videos[3].edit().fileName = utf8("4") + QString(300, QLatin1Char('x'));
+    open(make(utf8("Harbor.corvane"), project));
+    ASSERT_TRUE(keysAreBack());
+    const auto choose = [&](bool isReady) {
+        screen->key(Qt::Key_Down);
+        EXPECT_TRUE(screen->waitFor([&] { return engine().isReady() == isReady; }));
+        for (const Qt::Key key : {Qt::Key_Period, Qt::Key_I, Qt::Key_Comma, Qt::Key_O,
+                                  Qt::Key_Return, Qt::Key_Escape, Qt::Key_F}) {
+            screen->key(key);
+        }
+        EXPECT_TRUE(review().selectedVideo()->favorite);
+        EXPECT_EQ(review().selectedVideo()->subclips.size(), 0);
+    };
+    for (int unreadable = 0; unreadable < 2; ++unreadable) {
+        choose(false);
+        screen->key(Qt::Key_Space);
+        EXPECT_EQ(engine().currentSeconds(), 0);
+        EXPECT_EQ(shownFrame(), -1);
+    }
+    choose(true);
+    EXPECT_EQ(shownFrame(), -1);
+    screen->key(Qt::Key_Space);
+    EXPECT_TRUE(screen->waitFor([&] { return engine().currentSeconds() > 0.1; }));
+    choose(true);
+    EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 0; }));
+    screen->key(Qt::Key_Space);
+    EXPECT_TRUE(screen->waitFor([&] { return !engine().isPlaying(); })) << "its end is soon there";
+    for (int readable = 0; readable < 2; ++readable) {
+        choose(true);
+        screen->key(Qt::Key_Space);
+        EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 9; }));
+    }
+    const int right = int(screen->item(utf8("mainPane"))->mapToScene({0, 0}).x());
+    for (const QQuickItem *const item : screen->visibleItems()) {
+        if (item->objectName() == utf8("row.name")) {
+            const QRectF place = item->mapRectToScene({QPointF(0, 0), item->size()});
+            EXPECT_LE(place.right(), right);
+            EXPECT_LT(place.height(), 24);
+        }
+    }
+    screen->picture(utf8("bad-media"));
+}
