@@ -29,6 +29,11 @@ class BadInputTest : public WindowTest {
         options.size = kShape;
         return makeClip(folder.folder(utf8("card")) + QLatin1Char('/') + utf8(name), options);
     }
+    void clips(std::initializer_list<const char *> names) {
+        for (const char *const name : names) {
+            clip(name);
+        }
+    }
     void createProject() {
         await(app.store().createProject({.name = utf8("Tide")},
                                         folder.folder(utf8("shoot")) + utf8("/Tide.corvane")));
@@ -53,13 +58,12 @@ class BadInputTest : public WindowTest {
         click("import.begin");
         finishImport();
     }
-    void selectAll() { app.store().selectClips(ids()); }
-    QStringList ids() {
-        QStringList all;
+    void selectAll() {
+        QStringList ids;
         for (const VideoItem &video : videos()) {
-            all.append(video->id);
+            ids.append(video->id);
         }
-        return all;
+        app.store().selectClips(ids);
     }
     const QList<VideoItem> &videos() { return app.store().project()->videos; }
     /// Brings a flow's sheet up with a folder to deliver into.
@@ -83,7 +87,6 @@ class BadInputTest : public WindowTest {
         for (const DeliveryResult &row : state.results()->rows()) {
             told.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
         }
-        screen->picture(utf8(flow.c_str()) + utf8("-refused"));
         click((flow + ".done.done").c_str());
         EXPECT_TRUE(keysAreBack());
         return told.join(QLatin1Char('\n')).remove(folder.path()).toStdString();
@@ -119,9 +122,7 @@ class BadInputTest : public WindowTest {
 } // namespace
 
 TEST_F(BadInputTest, WhatVanishesBetweenScanAndImportIsToldAndTheRestIsImported) {
-    for (const char *name : {"a.mov", "b.mov", "c.mov"}) {
-        clip(name);
-    }
+    clips({"a.mov", "b.mov", "c.mov"});
     createProject();
     scan();
     QFile::remove(folder.at(utf8("card/a.mov")));
@@ -211,9 +212,7 @@ TEST_F(BadInputTest, RefusedClipsAreToldEachAndTheRestIsDelivered) {
 }
 
 TEST_F(BadInputTest, FootageThatIsDroppedIsImportedAndAProjectWaitsForTheRun) {
-    for (const char *name : {"a.mov", "b.mov"}) {
-        clip(name);
-    }
+    clips({"a.mov", "b.mov"});
     const QString other = make(utf8("Other.corvane"), sampleProject(1));
     const QString third = make(utf8("Third.corvane"), sampleProject(1));
     createProject();
@@ -241,9 +240,7 @@ TEST_F(BadInputTest, FootageThatIsDroppedIsImportedAndAProjectWaitsForTheRun) {
 }
 
 TEST_F(BadInputTest, ClosingTheWindowDuringARunLeavesWholeFilesAndARecord) {
-    for (const char *name : {"a.mov", "b.mov", "c.mov"}) {
-        clip(name);
-    }
+    clips({"a.mov", "b.mov", "c.mov"});
     createProject();
     scan();
     {
@@ -262,9 +259,7 @@ TEST_F(BadInputTest, ClosingTheWindowDuringARunLeavesWholeFilesAndARecord) {
 }
 
 TEST_F(BadInputTest, ClosingTheWindowDuringAnExportToo) {
-    for (const char *name : {"a.mov", "b.mov", "c.mov"}) {
-        clip(name);
-    }
+    clips({"a.mov", "b.mov", "c.mov"});
     importCard();
     selectAll();
     configure("export");
@@ -347,5 +342,4 @@ TEST_F(BadInputTest, ThePlayerTakesWhateverTheListHolds) {
             EXPECT_LT(place.height(), 24);
         }
     }
-    screen->picture(utf8("bad-media"));
 }

@@ -9,10 +9,6 @@ using namespace corvane::test;
 
 namespace {
 
-constexpr auto kNone = Qt::NoModifier;
-constexpr auto kShift = Qt::ShiftModifier;
-constexpr auto kControl = Qt::ControlModifier;
-
 /// A time that stands, so that a clip that plays stays where it is.
 struct StandingTime {
     TestTimeSource time;
@@ -22,12 +18,6 @@ struct StandingTime {
 /// makes them reviewed.
 class ReviewKeysTest : private StandingTime, public WindowTest {
   protected:
-    struct Press {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        const char *after; ///< see `state`
-    };
-
     ReviewKeysTest() : WindowTest(time) {
         makeClip(folder.at(QStringLiteral("clip.mov")), {.size = kShape, .frames = 300});
         Project project = sampleProject(3, 2);
@@ -40,13 +30,26 @@ class ReviewKeysTest : private StandingTime, public WindowTest {
         EXPECT_TRUE(comes("clip-clip-0") && keysAreBack());
     }
 
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = kNone) { screen->key(key, modifiers); }
-    void keys(const std::vector<Press> &presses) {
-        for (const Press &press : presses) {
-            key(press.key, press.modifiers);
-            (void)screen->waitFor([&] { return state() == press.after; }); // a step is decoded
-            ASSERT_EQ(state(), press.after) << "after " << (press.modifiers ? "modified " : "")
-                                            << QKeySequence(press.key).toString().toStdString();
+    /// "Ctrl+Shift+Z"; a key of the number pad is "Num+5".
+    static QKeyCombination combination(const char *keys) {
+        return QKeySequence::fromString(QString::fromUtf8(keys))[0];
+    }
+    void key(const char *keys) {
+        const QKeyCombination pressed = combination(keys);
+        screen->key(pressed.key(), pressed.keyboardModifiers());
+    }
+    void hold(const char *keys) {
+        const QKeyCombination held = combination(keys);
+        screen->hold(held.key(), held.keyboardModifiers());
+    }
+    /// Presses keys, each with the `state` it leads to behind it: "5 > 5R x0 0.00; F > ...".
+    void keys(const char *script, const char *everyTail = "") {
+        for (const QString &step : QString::fromUtf8(script).split(QStringLiteral("; "))) {
+            const QStringList halves = step.split(QStringLiteral(" > "));
+            const std::string after = halves.value(1).toStdString() + everyTail;
+            key(halves.first().toUtf8().constData());
+            (void)screen->waitFor([&] { return state() == after; }); // a step is decoded
+            ASSERT_EQ(state(), after) << "after " << halves.first().toStdString();
         }
     }
     void select(const char *clip) {
@@ -96,110 +99,67 @@ class ReviewKeysTest : private StandingTime, public WindowTest {
         return rows.multiSelectedClipIds.size() + rows.multiSelectedSubclipIds.size();
     }
     /// Presses a delete key, reads the question and answers it by a key.
-    std::string asked(Qt::Key deleteKey, Qt::Key answer) {
+    std::string asked(const char *deleteKey, const char *answer) {
         key(deleteKey);
         EXPECT_TRUE(comes("confirmation.accept"));
         EXPECT_TRUE(screen->waitFor([&] { return hasFocus("confirmation.accept"); }));
-        key(Qt::Key_F); // nobody's while it is asked
-        key(Qt::Key_Z, kControl);
+        key("F"); // nobody's while it is asked
+        key("Ctrl+Z");
         const QString title = review().confirmation()->title;
         key(answer);
         EXPECT_TRUE(goes("confirmation.accept") && keysAreBack());
         return title.toStdString();
     }
-    bool nothingBut(const Project &before) { return *app.store().project() == before; }
 };
 
 } // namespace
 
 TEST_F(ReviewKeysTest, EachKeyActsOnTheClipAndNoOtherKeyDoes) {
     const Project untouched = *app.store().project();
-    for (const Qt::Key each : {Qt::Key_3, Qt::Key_F, Qt::Key_Space, Qt::Key_I, Qt::Key_Return,
-                               Qt::Key_Right, Qt::Key_Delete, Qt::Key_Escape}) {
+    for (const char *const each : {"3", "F", "Space", "I", "Return", "Right", "Del", "Esc"}) {
         key(each);
     }
     EXPECT_EQ(state(), "none");
-    key(Qt::Key_Down);
+    key("Down");
     ASSERT_TRUE(screen->waitFor([&] { return engine().isReady(); }));
     for (int each = Qt::Key_Space; each < Qt::Key_QuoteLeft; ++each) {
-        if (!KeyMap::command(each, kNone)) {
-            key(Qt::Key(each));
+        if (!KeyMap::command(each, Qt::NoModifier)) {
+            screen->key(Qt::Key(each));
         }
-        key(Qt::Key(each), Qt::AltModifier);
-        key(Qt::Key(each), Qt::MetaModifier);
+        screen->key(Qt::Key(each), Qt::AltModifier);
+        screen->key(Qt::Key(each), Qt::MetaModifier);
     }
     EXPECT_EQ(state(), "0R x0 0.00");
-    EXPECT_TRUE(nothingBut(untouched));
+    EXPECT_TRUE(*app.store().project() == untouched);
 
-    keys({{Qt::Key_1, kNone, "1R x0 0.00"},
-          {Qt::Key_2, kNone, "2R x0 0.00"},
-          {Qt::Key_3, kNone, "3R x0 0.00"},
-          {Qt::Key_4, kNone, "4R x0 0.00"},
-          {Qt::Key_5, Qt::KeypadModifier, "5R x0 0.00"},
-          {Qt::Key_F, kNone, "5FR x0 0.00"},
-          {Qt::Key_S, kShift, "5FSR x0 0.00"},
-          {Qt::Key_R, kNone, "5FS x0 0.00"},
-          {Qt::Key_X, kNone, "5FX x0 0.00"},
-          {Qt::Key_X, kNone, "5F x0 0.00"},
-          {Qt::Key_R, kNone, "5FR x0 0.00"},
-          {Qt::Key_F, kNone, "5R x0 0.00"},
-          {Qt::Key_0, kNone, "0R x0 0.00"},
-          {Qt::Key_Z, kControl, "5R x0 0.00"},
-          {Qt::Key_Z, kControl, "5FR x0 0.00"},
-          {Qt::Key_Z, kControl | kShift, "5R x0 0.00"},
-          {Qt::Key_Z, kControl | kShift, "0R x0 0.00"}});
+    keys("1 > 1R; 2 > 2R; 3 > 3R; 4 > 4R; Num+5 > 5R; F > 5FR; Shift+S > 5FSR; R > 5FS; "
+         "X > 5FX; X > 5F; R > 5FR; F > 5R; 0 > 0R; Ctrl+Z > 5R; Ctrl+Z > 5FR; "
+         "Ctrl+Shift+Z > 5R; Ctrl+Shift+Z > 0R",
+         " x0 0.00");
 }
 
 TEST_F(ReviewKeysTest, TheKeysOfTheTransportMoveThePlayerAndItsPicture) {
     select("clip-clip-1");
-    keys({{Qt::Key_Right, kNone, "0R x0 5.00"},
-          {Qt::Key_Right, Qt::KeypadModifier, "0R x0 10.00"},
-          {Qt::Key_Left, kShift, "0R x0 5.00"},
-          {Qt::Key_Period, kNone, "0R x0 5.04"},
-          {Qt::Key_Period, kNone, "0R x0 5.08"},
-          {Qt::Key_Comma, kNone, "0R x0 5.04"}});
+    keys("Right > 0R x0 5.00; Num+Right > 0R x0 10.00; Shift+Left > 0R x0 5.00; "
+         ". > 0R x0 5.04; . > 0R x0 5.08; , > 0R x0 5.04");
     EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 126; }));
-    keys({{Qt::Key_Space, kNone, "0R x1 5.04"},
-          {Qt::Key_Space, kShift, "0R x0 5.04"},
-          {Qt::Key_J, kNone, "0R x-1 5.04"},
-          {Qt::Key_J, kNone, "0R x-2 5.04"},
-          {Qt::Key_J, kNone, "0R x-4 5.04"},
-          {Qt::Key_J, kNone, "0R x-8 5.04"},
-          {Qt::Key_J, kNone, "0R x-8 5.04"},
-          {Qt::Key_L, kNone, "0R x1 5.04"},
-          {Qt::Key_L, kNone, "0R x2 5.04"},
-          {Qt::Key_L, kShift, "0R x4 5.04"},
-          {Qt::Key_L, kNone, "0R x8 5.04"},
-          {Qt::Key_L, kNone, "0R x8 5.04"},
-          {Qt::Key_J, kNone, "0R x-1 5.04"},
-          {Qt::Key_K, kNone, "0R x0 5.04"},
-          {Qt::Key_L, kNone, "0R x1 5.04"},
-          {Qt::Key_Space, kNone, "0R x0 5.04"},
-          {Qt::Key_Right, kNone, "0R x0 10.04"},
-          {Qt::Key_Right, kNone, "0R x0 12.00"},
-          {Qt::Key_Period, kNone, "0R x0 12.00"}});
+    keys("Space > 0R x1 5.04; Shift+Space > 0R x0 5.04; J > 0R x-1 5.04; J > 0R x-2 5.04; "
+         "J > 0R x-4 5.04; J > 0R x-8 5.04; J > 0R x-8 5.04; L > 0R x1 5.04; L > 0R x2 5.04; "
+         "Shift+L > 0R x4 5.04; L > 0R x8 5.04; L > 0R x8 5.04; J > 0R x-1 5.04; "
+         "K > 0R x0 5.04; L > 0R x1 5.04; Space > 0R x0 5.04; Right > 0R x0 10.04; "
+         "Right > 0R x0 12.00; . > 0R x0 12.00");
     EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 299; }));
 }
 
 TEST_F(ReviewKeysTest, MarksAreSetNudgedSavedAndJumpedTo) {
     select("clip-clip-1");
-    keys({{Qt::Key_BracketLeft, kNone, "0R x0 2.50"},
-          {Qt::Key_BracketRight, kNone, "0R x0 3.50"},
-          {Qt::Key_Return, kNone, "0R x0 3.50"},
-          {Qt::Key_Right, kNone, "0R x0 8.50"},
-          {Qt::Key_I, kNone, "0R x0 8.50 in 8.50"},
-          {Qt::Key_I, kShift, "0R x0 8.50 in 8.54"},
-          {Qt::Key_O, kShift, "0R x0 8.50 in 8.54 out 8.54"},
-          {Qt::Key_Return, kNone, "0R x0 8.50 in 8.54 out 8.54"},
-          {Qt::Key_Left, kNone, "0R x0 3.50 in 8.54 out 8.54"},
-          {Qt::Key_O, kNone, "0R x0 3.50 in 8.54 out 3.50"},
-          {Qt::Key_O, kShift, "0R x0 3.50 in 8.54 out 3.54"},
-          {Qt::Key_BracketLeft, kNone, "0R x0 8.54 in 8.54 out 3.54"},
-          {Qt::Key_BracketRight, kNone, "0R x0 3.54 in 8.54 out 3.54"},
-          {Qt::Key_Enter, Qt::KeypadModifier, "0R x0 3.54"},
-          {Qt::Key_BracketRight, kNone, "0R x0 8.54"},
-          {Qt::Key_O, kNone, "0R x0 8.54 out 8.54"},
-          {Qt::Key_Escape, kNone, "0R x0 8.54"}});
+    keys("[ > 0R x0 2.50; ] > 0R x0 3.50; Return > 0R x0 3.50; Right > 0R x0 8.50; "
+         "I > 0R x0 8.50 in 8.50; Shift+I > 0R x0 8.50 in 8.54; "
+         "Shift+O > 0R x0 8.50 in 8.54 out 8.54; Return > 0R x0 8.50 in 8.54 out 8.54; "
+         "Left > 0R x0 3.50 in 8.54 out 8.54; O > 0R x0 3.50 in 8.54 out 3.50; "
+         "Shift+O > 0R x0 3.50 in 8.54 out 3.54; [ > 0R x0 8.54 in 8.54 out 3.54; "
+         "] > 0R x0 3.54 in 8.54 out 3.54; Num+Enter > 0R x0 3.54; ] > 0R x0 8.54; "
+         "O > 0R x0 8.54 out 8.54; Esc > 0R x0 8.54");
     ASSERT_EQ(clip(1).subclips.size(), 3);
     EXPECT_EQ(seconds(subclip(1, 2).inSeconds) + '-' + seconds(subclip(1, 2).outSeconds),
               "3.54-8.54");
@@ -207,76 +167,66 @@ TEST_F(ReviewKeysTest, MarksAreSetNudgedSavedAndJumpedTo) {
 
 TEST_F(ReviewKeysTest, InSubclipModeTheKeysAreTheSubclips) {
     select("clip-clip-0");
-    key(Qt::Key_Down);
-    key(Qt::Key_Down);
+    key("Down");
+    key("Down");
     ASSERT_TRUE(comes("subclipBanner"));
-    keys({{Qt::Key_3, kNone, "0R x0 2.50"},
-          {Qt::Key_F, kNone, "0R x0 2.50"},
-          {Qt::Key_S, kNone, "0R x0 2.50"},
-          {Qt::Key_R, kNone, "0 x0 2.50"},
-          {Qt::Key_X, kNone, "0X x0 2.50"},
-          {Qt::Key_X, kNone, "0 x0 2.50"},
-          {Qt::Key_Right, kNone, "0 x0 3.50"},
-          {Qt::Key_Period, kNone, "0 x0 3.50"},
-          {Qt::Key_Left, kNone, "0 x0 2.50"},
-          {Qt::Key_I, kNone, "0 x0 2.50 in 2.50"}});
+    keys("3 > 0R x0 2.50; F > 0R x0 2.50; S > 0R x0 2.50; R > 0 x0 2.50; X > 0X x0 2.50; "
+         "X > 0 x0 2.50; Right > 0 x0 3.50; . > 0 x0 3.50; Left > 0 x0 2.50; "
+         "I > 0 x0 2.50 in 2.50");
     EXPECT_EQ(document(), "0-0-3FS 0R-0-0 0R-0-0");
-    EXPECT_EQ(asked(Qt::Key_Delete, Qt::Key_Escape), "Delete \"Subclip 2\"?");
+    EXPECT_EQ(asked("Del", "Esc"), "Delete \"Subclip 2\"?");
     EXPECT_EQ(document(), "0-0-3FS 0R-0-0 0R-0-0");
     EXPECT_EQ(state(), "0 x0 2.50 in 2.50") << "Esc was the question's alone";
-    key(Qt::Key_Escape);
+    key("Esc");
     EXPECT_TRUE(goes("subclipBanner"));
     EXPECT_EQ(state(), "0 x0 2.50");
-    key(Qt::Key_4);
-    key(Qt::Key_Up);
-    key(Qt::Key_1);
+    key("4");
+    key("Up");
+    key("1");
     EXPECT_EQ(document(), "4R-1-3FS 0R-0-0 0R-0-0");
-    EXPECT_EQ(asked(Qt::Key_Backspace, Qt::Key_Return), "Delete \"Subclip 1\"?");
+    EXPECT_EQ(asked("Backspace", "Return"), "Delete \"Subclip 1\"?");
     EXPECT_EQ(document(), "4R-3FS 0R-0-0 0R-0-0");
     EXPECT_FALSE(review().isInSubclipMode());
-    EXPECT_EQ(asked(Qt::Key_Delete, Qt::Key_Escape), "Reject \"clip-0\"?");
-    EXPECT_EQ(asked(Qt::Key_Delete, Qt::Key_Return), "Reject \"clip-0\"?");
+    EXPECT_EQ(asked("Del", "Esc"), "Reject \"clip-0\"?");
+    EXPECT_EQ(asked("Del", "Return"), "Reject \"clip-0\"?");
     EXPECT_EQ(document(), "4RX-3FS 0R-0-0 0R-0-0");
-    key(Qt::Key_Delete);
+    key("Del");
     EXPECT_FALSE(review().hasConfirmation()) << "it is rejected already";
     for (int step = 0; step < 2; ++step) {
-        key(Qt::Key_Z, kControl);
+        key("Ctrl+Z");
     }
     EXPECT_EQ(document(), "4R-1-3FS 0R-0-0 0R-0-0");
 }
 
 TEST_F(ReviewKeysTest, MarkedRowsAreEditedTogetherInOneStep) {
     select("clip-clip-1");
-    click("sub-clip-0-sub-1", kControl);
-    key(Qt::Key_Down, kShift);
-    key(Qt::Key_Down, kShift);
+    click("sub-clip-0-sub-1", Qt::ControlModifier);
+    key("Shift+Down");
+    key("Shift+Down");
     EXPECT_EQ(markedRows(), 3);
-    key(Qt::Key_I);
-    keys({{Qt::Key_4, kNone, "4R x0 0.00 in 0.00"},
-          {Qt::Key_F, kNone, "4FR x0 0.00 in 0.00"},
-          {Qt::Key_S, kNone, "4FSR x0 0.00 in 0.00"},
-          {Qt::Key_R, kNone, "4FS x0 0.00 in 0.00"}});
+    key("I");
+    keys("4 > 4R; F > 4FR; S > 4FSR; R > 4FS", " x0 0.00 in 0.00");
     EXPECT_EQ(document(), "0R-0-4FS 4FS-4FS-0 0R-0-0");
-    key(Qt::Key_Z, kControl);
-    key(Qt::Key_Z, kControl);
+    key("Ctrl+Z");
+    key("Ctrl+Z");
     EXPECT_EQ(document(), "0R-0-4F 4FR-4F-0 0R-0-0") << "a step for each key";
-    click("clip-clip-2", kControl);
-    key(Qt::Key_X);
+    click("clip-clip-2", Qt::ControlModifier);
+    key("X");
     EXPECT_EQ(document(), "0R-0-4F 4FRX-4F-0 0RX-0-0");
-    key(Qt::Key_Z, kControl);
-    EXPECT_EQ(asked(Qt::Key_Delete, Qt::Key_Escape), "Delete 2 subclips and reject 2 clips?");
+    key("Ctrl+Z");
+    EXPECT_EQ(asked("Del", "Esc"), "Delete 2 subclips and reject 2 clips?");
     EXPECT_EQ(markedRows(), 4);
-    key(Qt::Key_Escape);
+    key("Esc");
     EXPECT_EQ(markedRows(), 0);
     EXPECT_TRUE(review().draftIn()) << "the first Esc was for the marks";
-    key(Qt::Key_Escape);
+    key("Esc");
     EXPECT_FALSE(review().draftIn());
-    click("sub-clip-0-sub-1", kControl);
-    click("clip-clip-2", kControl);
-    EXPECT_EQ(asked(Qt::Key_Backspace, Qt::Key_Return), "Delete 1 subclip and reject 1 clip?");
+    click("sub-clip-0-sub-1", Qt::ControlModifier);
+    click("clip-clip-2", Qt::ControlModifier);
+    EXPECT_EQ(asked("Backspace", "Return"), "Delete 1 subclip and reject 1 clip?");
     EXPECT_EQ(document(), "0R-0 4FR-4F-0 0RX-0-0");
     EXPECT_EQ(markedRows(), 0);
-    key(Qt::Key_Z, kControl);
+    key("Ctrl+Z");
     EXPECT_EQ(document(), "0R-0-4F 4FR-4F-0 0R-0-0");
 }
 
@@ -299,45 +249,43 @@ TEST_F(ReviewKeysTest, WhatIsTypedIntoAFieldIsNoKeyOfTheMap) {
             field == std::string("subclip.0.name") ? "subclip.0.field" : field;
         ASSERT_TRUE(screen->waitFor([&] { return hasFocus(input); })) << field;
         screen->type(typed + QLatin1Char('#'));
-        for (const Qt::Key each : {Qt::Key_Left, Qt::Key_Delete, Qt::Key_Space, Qt::Key_Backspace,
-                                   Qt::Key_Up, Qt::Key_Down}) {
+        for (const char *const each : {"Left", "Del", "Space", "Backspace", "Up", "Down"}) {
             key(each);
         }
         EXPECT_EQ(text(input), typed) << input;
-        key(Qt::Key_Z, kControl);
+        key("Ctrl+Z");
         EXPECT_NE(text(input), typed) << "a field has an undo of its own";
         EXPECT_EQ(document(), before) << input;
         EXPECT_EQ(state(), stands) << input;
         EXPECT_FALSE(review().hasConfirmation());
-        key(Qt::Key_Escape);
-        key(Qt::Key_F);
+        key("Esc");
+        key("F");
         EXPECT_TRUE(clip(1).favorite) << "Esc has given the keys back from " << input;
-        key(Qt::Key_F);
+        key("F");
     }
     EXPECT_TRUE(hasFocus("project.keys"));
 }
 
 TEST_F(ReviewKeysTest, TheSheetsOpenByKeysAndNoKeyGoesBehindThem) {
     select("clip-clip-1");
-    key(Qt::Key_S);
-    const std::tuple<Qt::Key, Qt::KeyboardModifiers, const char *> sheets[] = {
-        {Qt::Key_I, kControl, "import.cancel"},
-        {Qt::Key_E, kControl, "export.configure.cancel"},
-        {Qt::Key_E, kControl | kShift, "handoff.configure.cancel"}};
-    for (const auto &[letter, modifiers, button] : sheets) {
-        key(Qt::Key_Space);
-        key(letter, modifiers);
+    key("S");
+    const std::pair<const char *, const char *> sheets[] = {
+        {"Ctrl+I", "import.cancel"},
+        {"Ctrl+E", "export.configure.cancel"},
+        {"Ctrl+Shift+E", "handoff.configure.cancel"}};
+    for (const auto &[keys, button] : sheets) {
+        key("Space");
+        key(keys);
         ASSERT_TRUE(comes(button));
         EXPECT_FALSE(engine().isPlaying()) << "it would be heard behind the sheet";
-        for (const auto &[other, held, name] : sheets) {
-            key(other, held);
+        for (const auto &[other, name] : sheets) {
+            key(other);
         }
         screen->item(QString::fromUtf8(button))->forceActiveFocus();
-        for (const Qt::Key each : {Qt::Key_3, Qt::Key_F, Qt::Key_X, Qt::Key_L, Qt::Key_Period,
-                                   Qt::Key_I, Qt::Key_Delete, Qt::Key_Right, Qt::Key_Down}) {
+        for (const char *const each : {"3", "F", "X", "L", ".", "I", "Del", "Right", "Down"}) {
             key(each);
         }
-        key(Qt::Key_Z, kControl);
+        key("Ctrl+Z");
         EXPECT_EQ(state(), "0SR x0 0.00") << button;
         EXPECT_FALSE(review().hasConfirmation());
         EXPECT_EQ(qsizetype(shows("import.cancel")) + shows("export.configure.cancel") +
@@ -346,26 +294,26 @@ TEST_F(ReviewKeysTest, TheSheetsOpenByKeysAndNoKeyGoesBehindThem) {
         leaveSheet();
         EXPECT_TRUE(keysAreBack()) << button;
     }
-    key(Qt::Key_3);
+    key("3");
     EXPECT_EQ(state(), "3SR x0 0.00");
 }
 
 TEST_F(ReviewKeysTest, AHeldKeyActsOnceAndTheListIsWalkedByHolding) {
     select("clip-clip-0");
-    for (const Qt::Key each : {Qt::Key_F, Qt::Key_X, Qt::Key_Space, Qt::Key_L, Qt::Key_Right}) {
-        screen->hold(each);
+    for (const char *const each : {"F", "X", "Space", "L", "Right"}) {
+        hold(each);
     }
     EXPECT_EQ(state(), "0FRX x2 5.00");
-    screen->hold(Qt::Key_Z, kControl);
+    hold("Ctrl+Z");
     EXPECT_EQ(document(), "0FR-0-0 0R-0-0 0R-0-0");
-    screen->hold(Qt::Key_Delete);
+    hold("Del");
     ASSERT_TRUE(comes("confirmation.accept"));
     EXPECT_FALSE(clip(0).rejected);
-    screen->hold(Qt::Key_Escape);
+    hold("Esc");
     ASSERT_TRUE(goes("confirmation.accept") && keysAreBack());
-    screen->hold(Qt::Key_Down);
+    hold("Down");
     EXPECT_EQ(review().selectedVideoId(), QStringLiteral("clip-1"));
     EXPECT_TRUE(review().isInSubclipMode()) << "four rows on";
-    screen->hold(Qt::Key_O, kControl);
+    hold("Ctrl+O");
     EXPECT_EQ(panels.shown, 1);
 }
