@@ -16,10 +16,6 @@ using namespace corvane::test;
 
 namespace {
 
-QString utf8(const char *text) {
-    return QString::fromUtf8(text);
-}
-
 class BadInputTest : public WindowTest {
   protected:
     BadInputTest() { show(); }
@@ -27,7 +23,7 @@ class BadInputTest : public WindowTest {
     /// A clip in the folder "card".
     QString clip(const char *name, ClipOptions options = {.frames = 10}) {
         options.size = kShape;
-        return makeClip(folder.folder(utf8("card")) + QLatin1Char('/') + utf8(name), options);
+        return makeClip(card + QLatin1Char('/') + utf8(name), options);
     }
     void clips(std::initializer_list<const char *> names) {
         for (const char *const name : names) {
@@ -39,22 +35,9 @@ class BadInputTest : public WindowTest {
                                         folder.folder(utf8("shoot")) + utf8("/Tide.corvane")));
         ASSERT_TRUE(comes("import.chooseFolder"));
     }
-    /// From the sheet's first stage to what was found on the card.
-    void scan() {
-        panels.answer = folder.at(utf8("card"));
-        click("import.chooseFolder");
-        click("import.scan");
-        ASSERT_TRUE(comes("import.begin", kWork));
-        click("import.mode.1");
-    }
-    void finishImport() {
-        ASSERT_TRUE(comes("import.finish", kWork));
-        click("import.finish");
-        ASSERT_TRUE(keysAreBack());
-    }
     void importCard() {
         createProject();
-        scan();
+        scan(card);
         click("import.begin");
         finishImport();
     }
@@ -65,35 +48,6 @@ class BadInputTest : public WindowTest {
         }
         app.store().selectClips(ids);
     }
-    const QList<VideoItem> &videos() { return app.store().project()->videos; }
-    /// Brings a flow's sheet up with a folder to deliver into.
-    void configure(const std::string &flow) {
-        screen->key(Qt::Key_E, flow == "export" ? Qt::ControlModifier
-                                                : Qt::ControlModifier | Qt::ShiftModifier);
-        ASSERT_TRUE(comes((flow + ".folder.choose").c_str()));
-        panels.answer = folder.folder(utf8("out"));
-        click((flow + ".folder.choose").c_str());
-    }
-    /// Runs it, gives what it tells, a line each, and leaves the sheet.
-    std::string deliver(const std::string &flow, DeliveryScreenState &state) {
-        const std::string start = flow + ".configure.start";
-        EXPECT_TRUE(screen->waitFor([&] { return state.canStart(); }));
-        click(start.c_str());
-        EXPECT_TRUE(goes(start.c_str()) && comes((flow + ".done.done").c_str(), kWork));
-        QStringList told{state.headline()};
-        if (!state.errorLine().isEmpty()) {
-            told.append(state.errorLine());
-        }
-        for (const DeliveryResult &row : state.results()->rows()) {
-            told.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
-        }
-        click((flow + ".done.done").c_str());
-        EXPECT_TRUE(keysAreBack());
-        return told.join(QLatin1Char('\n')).remove(folder.path()).toStdString();
-    }
-    std::string exportAll() { return deliver("export", *bound().exporting()); }
-    std::string handOff() { return deliver("handoff", *bound().handoff()); }
-
     /// Closes the window and runs the program to its end.
     void closeAndEnd(HeldCopy &held) {
         QGuiApplication::setQuitOnLastWindowClosed(false); // as the program does
@@ -117,6 +71,9 @@ class BadInputTest : public WindowTest {
                 << name.toStdString();
         }
     }
+    QString out() const { return folder.folder(utf8("out")); }
+
+    QString card = folder.folder(utf8("card"));
 };
 
 } // namespace
@@ -124,7 +81,7 @@ class BadInputTest : public WindowTest {
 TEST_F(BadInputTest, WhatVanishesBetweenScanAndImportIsToldAndTheRestIsImported) {
     clips({"a.mov", "b.mov", "c.mov"});
     createProject();
-    scan();
+    scan(card);
     QFile::remove(folder.at(utf8("card/a.mov")));
     QFile::remove(folder.at(utf8("card/b.mov")));
     folder.folder(utf8("card/b.mov"));
@@ -149,30 +106,29 @@ TEST_F(BadInputTest, ADestinationThatIsGoneIsMadeAgainAndOneThatIsAFileIsRefused
     clip("a.mov");
     importCard();
     selectAll();
-    const QString out = folder.at(utf8("out"));
     const auto replaceByFile = [&] {
-        QDir(out).removeRecursively();
+        QDir(out()).removeRecursively();
         folder.write(utf8("out"), "a file");
     };
-    configure("export");
-    QDir(out).removeRecursively();
-    EXPECT_EQ(exportAll(), "Export complete\na.mov");
-    configure("handoff");
-    QDir(out).removeRecursively();
-    EXPECT_EQ(handOff(), "Handoff finished with 1 issue\n"
-                         "Could not reserve package folder: No such file or directory");
-    configure("export");
+    configure("export", out());
+    QDir(out()).removeRecursively();
+    EXPECT_EQ(deliver("export"), "Export complete\na.mov");
+    configure("handoff", out());
+    QDir(out()).removeRecursively();
+    EXPECT_EQ(deliver("handoff"), "Handoff finished with 1 issue\n"
+                                  "Could not reserve package folder: No such file or directory");
+    configure("export", out());
     click("export.newOnly");
     replaceByFile();
-    EXPECT_EQ(exportAll(), "Export finished with 2 issues\n"
-                           "skipped manifest — output folder unwritable\n"
-                           "a.mov: create output folder: /out: Not a directory");
+    EXPECT_EQ(deliver("export"), "Export finished with 2 issues\n"
+                                 "skipped manifest — output folder unwritable\n"
+                                 "a.mov: create output folder: /out: Not a directory");
     EXPECT_EQ(folder.read(utf8("out")), "a file");
-    QFile::remove(out);
-    configure("handoff");
+    QFile::remove(folder.at(utf8("out")));
+    configure("handoff", out());
     replaceByFile();
-    EXPECT_EQ(handOff(), "Handoff finished with 1 issue\n"
-                         "Could not reserve package folder: Not a directory");
+    EXPECT_EQ(deliver("handoff"), "Handoff finished with 1 issue\n"
+                                  "Could not reserve package folder: Not a directory");
     EXPECT_EQ(folder.read(utf8("out")), "a file");
 }
 
@@ -190,21 +146,22 @@ TEST_F(BadInputTest, RefusedClipsAreToldEachAndTheRestIsDelivered) {
                "\nclip-1: " +
                flow + " source is not a media file, refusing to copy it: /footage/clip-1";
     };
-    configure("export");
-    EXPECT_EQ(exportAll(), "Export finished with 2 issues" + refusals("export"));
-    configure("handoff");
-    EXPECT_EQ(handOff(), "Handoff finished with 2 issues" + refusals("handoff"));
+    configure("export", out());
+    EXPECT_EQ(deliver("export"), "Export finished with 2 issues" + refusals("export"));
+    configure("handoff", out());
+    EXPECT_EQ(deliver("handoff"), "Handoff finished with 2 issues" + refusals("handoff"));
     EXPECT_EQ(folder.names(utf8("out")).filter(utf8(".mov")), QStringList());
     screen->key(Qt::Key_I, Qt::ControlModifier);
     ASSERT_TRUE(comes("import.chooseFolder"));
-    scan();
+    scan(card);
     click("import.begin");
     finishImport();
     selectAll();
-    configure("export");
-    EXPECT_EQ(exportAll(), "Export finished with 2 issues\ngranted.mov" + refusals("export"));
-    configure("handoff");
-    EXPECT_EQ(handOff(), "Handoff finished with 2 issues\ngranted.mov" + refusals("handoff"));
+    configure("export", out());
+    EXPECT_EQ(deliver("export"), "Export finished with 2 issues\ngranted.mov" + refusals("export"));
+    configure("handoff", out());
+    EXPECT_EQ(deliver("handoff"),
+              "Handoff finished with 2 issues\ngranted.mov" + refusals("handoff"));
     const Project made = ProjectFileIO::loadNow(
         folder.at(utf8("out/Harbor - Selects (2)/Harbor - Selects.corvane")));
     ASSERT_EQ(made.videos.size(), 1);
@@ -218,7 +175,7 @@ TEST_F(BadInputTest, FootageThatIsDroppedIsImportedAndAProjectWaitsForTheRun) {
     createProject();
     leaveSheet();
     ASSERT_TRUE(keysAreBack());
-    drop(folder.at(utf8("card")));
+    drop(card);
     ASSERT_TRUE(comes("import.source.0"));
     click("import.scan");
     ASSERT_TRUE(comes("import.begin", kWork));
@@ -242,7 +199,7 @@ TEST_F(BadInputTest, FootageThatIsDroppedIsImportedAndAProjectWaitsForTheRun) {
 TEST_F(BadInputTest, ClosingTheWindowDuringARunLeavesWholeFilesAndARecord) {
     clips({"a.mov", "b.mov", "c.mov"});
     createProject();
-    scan();
+    scan(card);
     {
         HeldCopy held(utf8("b.mov"));
         click("import.begin");
@@ -262,7 +219,7 @@ TEST_F(BadInputTest, ClosingTheWindowDuringAnExportToo) {
     clips({"a.mov", "b.mov", "c.mov"});
     importCard();
     selectAll();
-    configure("export");
+    configure("export", out());
     ASSERT_TRUE(screen->waitFor([&] { return bound().exporting()->canStart(); }));
     const QString second = bound().exporting()->rows()->rows().at(1).name;
     {

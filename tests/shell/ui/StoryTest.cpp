@@ -9,12 +9,10 @@
 
 using namespace corvane;
 using namespace corvane::test;
+using testing::HasSubstr;
+using testing::Not;
 
 namespace {
-
-QString named(const char *utf8) {
-    return QString::fromUtf8(utf8);
-}
 
 struct Clip {
     const char *name;
@@ -23,20 +21,20 @@ struct Clip {
 
 /// The kinds of clips that come from cameras, each a few pictures long.
 QList<Clip> clipsOfManyKinds() {
-    const auto prores = named("prores_ks");
-    const auto tenBits = named("yuv422p10le");
-    const auto mpeg2 = named("mpeg2video");
-    const auto pcm = named("pcm_s16le");
-    const auto mjpeg = named("mjpeg");
-    const auto full = named("yuvj420p");
-    const auto hevc = named("libx265");
+    const auto prores = utf8("prores_ks");
+    const auto tenBits = utf8("yuv422p10le");
+    const auto mpeg2 = utf8("mpeg2video");
+    const auto pcm = utf8("pcm_s16le");
+    const auto mjpeg = utf8("mjpeg");
+    const auto full = utf8("yuvj420p");
+    const auto hevc = utf8("libx265");
     return {
         {"C01.mp4", {.frames = 75, .bFrames = 2, .audioTracks = 1}},
         {"C02.mov", {.frames = 10}},
         {"C03.mkv", {.frames = 10, .audioTracks = 2}},
         {"C04.avi", {.frames = 10, .audioTracks = 1, .audioCodec = pcm}},
         {"C05.mp4", {.codec = hevc, .frames = 10, .bFrames = 2}},
-        {"C06.mov", {.codec = hevc, .frames = 10, .arguments = {named("-tag:v"), named("hvc1")}}},
+        {"C06.mov", {.codec = hevc, .frames = 10, .arguments = {utf8("-tag:v"), utf8("hvc1")}}},
         {"C07.mov", {.codec = prores, .frames = 10, .pixelFormat = tenBits}},
         {"C08.mkv", {.codec = prores, .frames = 10, .pixelFormat = tenBits}},
         {"C09.mxf", {.codec = mpeg2, .frames = 10, .audioTracks = 1, .audioCodec = pcm}},
@@ -50,7 +48,7 @@ QList<Clip> clipsOfManyKinds() {
         {"C17.mp4", {.frames = 10, .rotation = 180, .audioTracks = 1}},
         {"C18.mp4", {.frames = 1}},
         {"C19.mov", {.frames = 1, .gop = 1, .audioTracks = 1, .audioSeconds = 0.5}},
-        {"C20.mp4", {.frames = 10, .milliseconds = named("N*40+N*N")}},
+        {"C20.mp4", {.frames = 10, .milliseconds = utf8("N*40+N*N")}},
     };
 }
 
@@ -61,30 +59,22 @@ class StoryTest : public WindowTest {
     void makeClips() {
         for (Clip clip : clipsOfManyKinds()) {
             clip.options.size = kShape;
-            makeClip(folder.folder(named("card")) + QLatin1Char('/') + named(clip.name),
+            makeClip(folder.folder(utf8("card")) + QLatin1Char('/') + utf8(clip.name),
                      clip.options);
         }
     }
     void createProject() {
         click("home.newProject");
         ASSERT_TRUE(comes("setup.projectName"));
-        screen->type(named("Tide"));
-        panels.answer = folder.at(named("shoot"));
+        screen->type(utf8("Tide"));
+        panels.answer = folder.at(utf8("shoot"));
         click("setup.create");
         ASSERT_TRUE(comes("import.chooseFolder")) << "it comes by itself";
     }
     void importCard() {
-        panels.answer = folder.at(named("card"));
-        click("import.chooseFolder");
-        ASSERT_TRUE(comes("import.source.0"));
-        click("import.scan");
-        ASSERT_TRUE(comes("import.begin", kWork));
-        click("import.mode.1");
+        scan(folder.at(utf8("card")));
         click("import.begin");
-        ASSERT_TRUE(comes("import.finish", kWork));
-        EXPECT_FALSE(shows("import.counter.failed"));
-        click("import.finish");
-        ASSERT_TRUE(keysAreBack());
+        finishImport();
         ASSERT_EQ(videos().size(), 20);
     }
     /// Whole clips by their digit and S: 1 to 5 stars in turn, every second one is a select.
@@ -104,7 +94,7 @@ class StoryTest : public WindowTest {
     void search(const char *query) {
         click("filter.search");
         screen->key(Qt::Key_A, Qt::ControlModifier);
-        screen->type(named(query));
+        screen->type(utf8(query));
         if (!*query) {
             screen->key(Qt::Key_Backspace);
         }
@@ -140,50 +130,36 @@ class StoryTest : public WindowTest {
         screen->key(Qt::Key_F);
         search("");
     }
-    /// From a flow's first stage to its results, which tell of 12 rows that were delivered.
-    void deliver(const std::string &flow, const char *into, DeliveryScreenState &state) {
-        const std::string start = flow + ".configure.start";
-        panels.answer = folder.folder(named(into));
-        click((flow + ".folder.choose").c_str());
-        ASSERT_TRUE(
-            screen->waitFor([&] { return screen->item(named(start.c_str()))->isEnabled(); }));
-        click(start.c_str());
-        ASSERT_TRUE(goes(start.c_str()) && comes((flow + ".done.done").c_str(), kWork));
-        EXPECT_TRUE(state.headline().endsWith(named(" complete")))
-            << state.headline().toStdString();
-        EXPECT_EQ(state.results()->rows().size(), 12);
-        for (const DeliveryResult &row : state.results()->rows()) {
-            EXPECT_EQ(row.error, QString()) << row.name.toStdString();
-        }
-        screen->picture(named(flow.c_str()) + named("-story-") + named(into));
+    void deliverAll(const char *flow) {
+        const std::string told = deliver(flow);
+        EXPECT_THAT(told, HasSubstr(" complete\n"));
+        EXPECT_EQ(std::ranges::count(told, '\n'), 12);
+        EXPECT_THAT(told, Not(HasSubstr(": ")));
     }
     void exportTwice() {
-        screen->key(Qt::Key_E, Qt::ControlModifier);
-        ASSERT_TRUE(comes("export.folder.choose"));
-        deliver("export", "fast", *bound().exporting());
-        click("export.done.again");
+        configure("export", folder.folder(utf8("fast")));
+        deliverAll("export");
+        configure("export", folder.folder(utf8("accurate")));
         click("export.newOnly");
         click("export.mode.1");
-        deliver("export", "accurate", *bound().exporting());
-        click("export.done.done");
-        ASSERT_TRUE(keysAreBack());
+        deliverAll("export");
     }
     /// What an export's manifest says is what lies there, whole.
     void checkExport(const char *into) {
-        const QStringList names = folder.names(named(into));
+        const QStringList names = folder.names(utf8(into));
         ASSERT_EQ(names.size(), 13) << names.join(QLatin1Char(' ')).toStdString();
         const auto manifest = std::ranges::find_if(
-            names, [](const QString &name) { return name.endsWith(named(".json")); });
+            names, [](const QString &name) { return name.endsWith(utf8(".json")); });
         ASSERT_NE(manifest, names.end());
-        const QByteArray told = folder.read(named(into) + QLatin1Char('/') + *manifest);
-        const QJsonArray rows = QJsonDocument::fromJson(told).object()[named("rows")].toArray();
+        const QByteArray told = folder.read(utf8(into) + QLatin1Char('/') + *manifest);
+        const QJsonArray rows = QJsonDocument::fromJson(told).object()[utf8("rows")].toArray();
         EXPECT_EQ(rows.size(), 12);
         for (const QJsonValue row : rows) {
-            const QString path = row[named("destinationPath")].toString();
-            EXPECT_EQ(row[named("status")], named("succeeded"));
+            const QString path = row[utf8("destinationPath")].toString();
+            EXPECT_EQ(row[utf8("status")], utf8("succeeded"));
             const auto made = media::MediaAsset::read(path);
-            const VideoRecord &source = *app.store().video(row[named("parentVideoId")].toString());
-            if (row[named("subclipId")].isNull()) {
+            const VideoRecord &source = *app.store().video(row[utf8("parentVideoId")].toString());
+            if (row[utf8("subclipId")].isNull()) {
                 EXPECT_NEAR(made.duration->seconds(), source.durationSeconds, 0.1)
                     << path.toStdString();
                 EXPECT_EQ(made.videoTracks.size(), source.width ? 1 : 0) << path.toStdString();
@@ -197,14 +173,14 @@ class StoryTest : public WindowTest {
         return hash.result();
     }
     void checkPackage(const QString &package) {
-        const Project made = ProjectFileIO::loadNow(package + named("/Tide - Selects.corvane"));
+        const Project made = ProjectFileIO::loadNow(package + utf8("/Tide - Selects.corvane"));
         ASSERT_EQ(made.videos.size(), 12);
         int parts = 0;
         for (const VideoItem &each : made.videos) {
             const QString path = package + QLatin1Char('/') + each->sourcePath;
-            EXPECT_TRUE(each->sourcePath.startsWith(named("media/")));
-            EXPECT_TRUE(QFileInfo::exists(package + named("/.corvane-cache/") +
-                                          each->thumbnailPath.value_or(named("?"))) ||
+            EXPECT_TRUE(each->sourcePath.startsWith(utf8("media/")));
+            EXPECT_TRUE(QFileInfo::exists(package + utf8("/.corvane-cache/") +
+                                          each->thumbnailPath.value_or(utf8("?"))) ||
                         !each->width)
                 << path.toStdString();
             const VideoRecord *const source = app.store().video(each->id);
@@ -225,10 +201,10 @@ class StoryTest : public WindowTest {
     void openPackage(const QString &package) {
         click("header.close");
         ASSERT_TRUE(comes("home.openProject"));
-        panels.answer = package + named("/Tide - Selects.corvane");
+        panels.answer = package + utf8("/Tide - Selects.corvane");
         click("home.openProject");
         ASSERT_TRUE(comes("header.projectName"));
-        EXPECT_EQ(text("header.projectName"), named("Tide - Selects"));
+        EXPECT_EQ(text("header.projectName"), utf8("Tide - Selects"));
         EXPECT_FALSE(shows("banner.0")) << "every file of a package is its own";
     }
     void playFromTheStart() {
@@ -237,9 +213,8 @@ class StoryTest : public WindowTest {
         const int first = shownFrame();
         screen->key(Qt::Key_Space);
         EXPECT_TRUE(screen->waitFor([&] { return shownFrame() > first + 3; }, kWork));
-        screen->picture(named("story-package"));
+        screen->picture(utf8("story-package"));
     }
-    const QList<VideoItem> &videos() { return app.store().project()->videos; }
     const VideoRecord &video(int row) { return *videos().at(row); }
 };
 
@@ -251,16 +226,13 @@ TEST_F(StoryTest, AShootIsImportedReviewedDeliveredHandedOverAndPlayedElsewhere)
     importCard();
     rateAll();
     markSubclips();
-    screen->picture(named("story-review"));
+    screen->picture(utf8("story-review"));
     exportTwice();
     checkExport("fast");
     checkExport("accurate");
-    screen->key(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
-    ASSERT_TRUE(comes("handoff.folder.choose"));
-    deliver("handoff", "elsewhere", *bound().handoff());
-    click("handoff.done.done");
-    ASSERT_TRUE(keysAreBack());
-    const QString package = folder.at(named("elsewhere/Tide - Selects"));
+    configure("handoff", folder.folder(utf8("elsewhere")));
+    deliverAll("handoff");
+    const QString package = folder.at(utf8("elsewhere/Tide - Selects"));
     checkPackage(package);
     EXPECT_EQ(folder.temporaries(), QStringList());
     openPackage(package);

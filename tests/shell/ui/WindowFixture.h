@@ -10,6 +10,10 @@
 
 namespace corvane::test {
 
+inline QString utf8(const char *text) {
+    return QString::fromUtf8(text);
+}
+
 /// The program in its window, without sound, which not every machine has. What `time` plays by must
 /// outlive the test.
 class WindowTest : public ShellTest {
@@ -79,6 +83,50 @@ class WindowTest : public ShellTest {
             EXPECT_TRUE(screen->waitFor([&] { return !isUp(); }));
         }
     }
+    /// From the import's first stage to what is found in the folder, which is to be copied.
+    void scan(const QString &footage) {
+        panels.answer = footage;
+        click("import.chooseFolder");
+        click("import.scan");
+        ASSERT_TRUE(comes("import.begin", kWork));
+        click("import.mode.1");
+    }
+    void finishImport() {
+        ASSERT_TRUE(comes("import.finish", kWork));
+        click("import.finish");
+        ASSERT_TRUE(keysAreBack());
+    }
+    /// Brings the sheet of "export" or "handoff" up, with a folder to deliver into.
+    void configure(const std::string &flow, const QString &into) {
+        const bool isExport = flow == "export";
+        delivery =
+            isExport ? static_cast<DeliveryScreenState *>(bound().exporting()) : bound().handoff();
+        screen->key(Qt::Key_E,
+                    isExport ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
+        ASSERT_TRUE(comes((flow + ".folder.choose").c_str()));
+        panels.answer = into;
+        click((flow + ".folder.choose").c_str());
+    }
+    /// Runs it, gives what it tells, a line for each row, and leaves the sheet.
+    std::string deliver(const std::string &flow) {
+        const std::string start = flow + ".configure.start";
+        EXPECT_TRUE(screen->waitFor([&] { return delivery->canStart(); }));
+        click(start.c_str());
+        EXPECT_TRUE(goes(start.c_str()) && comes((flow + ".done.done").c_str(), kWork));
+        QStringList told{delivery->headline()};
+        if (!delivery->errorLine().isEmpty()) {
+            told.append(delivery->errorLine());
+        }
+        for (const DeliveryResult &row : delivery->results()->rows()) {
+            told.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
+        }
+        EXPECT_TRUE(settles());
+        screen->picture(utf8(flow.c_str()) + utf8("-in-window"));
+        click((flow + ".done.done").c_str());
+        EXPECT_TRUE(keysAreBack());
+        return told.join(QLatin1Char('\n')).remove(folder.path()).toStdString();
+    }
+    const QList<VideoItem> &videos() { return app.store().project()->videos; }
     void drop(const QString &path) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(path)});
@@ -101,6 +149,7 @@ class WindowTest : public ShellTest {
     }
 
     std::optional<Screen> screen;
+    DeliveryScreenState *delivery = nullptr; ///< whose sheet was brought up last
 };
 
 } // namespace corvane::test
