@@ -83,9 +83,18 @@ class WindowTest : public ShellTest {
             EXPECT_TRUE(screen->waitFor([&] { return !isUp(); }));
         }
     }
-    /// From the import's first stage to what is found in the folder, which is to be copied.
-    void scan(const QString &footage) {
-        panels.answer = footage;
+    /// From the home screen to the import's sheet, which comes by itself.
+    void createProject() {
+        click("home.newProject");
+        ASSERT_TRUE(comes("setup.projectName"));
+        screen->type(utf8("Tide"));
+        panels.answer = folder.at(utf8("shoot"));
+        click("setup.create");
+        ASSERT_TRUE(comes("import.chooseFolder"));
+    }
+    /// From the sheet's first stage to what is found on the card, which is to be copied.
+    void scan() {
+        panels.answer = card;
         click("import.chooseFolder");
         click("import.scan");
         ASSERT_TRUE(comes("import.begin", kWork));
@@ -95,6 +104,11 @@ class WindowTest : public ShellTest {
         ASSERT_TRUE(comes("import.finish", kWork));
         click("import.finish");
         ASSERT_TRUE(keysAreBack());
+    }
+    void importCard() {
+        scan();
+        click("import.begin");
+        finishImport();
     }
     /// Brings the sheet of "export" or "handoff" up, with a folder to deliver into.
     void configure(const std::string &flow, const QString &into) {
@@ -148,6 +162,7 @@ class WindowTest : public ShellTest {
         return number.value_or(-1);
     }
 
+    QString card = folder.folder(utf8("card")); ///< of footage
     std::optional<Screen> screen;
     DeliveryScreenState *delivery = nullptr; ///< whose sheet was brought up last
 };
