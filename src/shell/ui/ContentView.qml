@@ -1,5 +1,7 @@
 // The screen of the session's state, and the alerts over it. A project file dropped on it opens.
 //   app: the application
+// Qt 6.4 has no way to say that a component knows what surrounds it.
+// qmllint disable unqualified
 import QtQuick
 import Corvane.Shell
 
