@@ -1,6 +1,7 @@
 // The compact sheet of a run: what is at work, how far it is, and one button that ends it. Esc presses
 // the button; nothing else closes the sheet.
-//   title: string; fileName: string; figure: string (right of the name: a count or a percent);
+//   title: string; fileName: string; figure: string (right of the name: a count or, with
+//   `figureIsStrong`, a percent, which is the first thing to look at);
 //   fraction: real, 0 to 1; details: string and timeLeft: string (the line below the bar, left and
 //   right); buttonText: string; buttonEnabled: bool; signal cancelled()
 // Items are "<objectName>.file", ".figure", ".bar", ".details", ".timeLeft" and ".cancel".
@@ -12,6 +13,7 @@ Sheet {
 
     property string fileName
     property string figure
+    property bool figureIsStrong: false
     property real fraction: 0
     property string details
     property string timeLeft
@@ -21,6 +23,8 @@ Sheet {
     signal cancelled()
 
     sheetWidth: Theme.compactSheetWidth
+    headHeight: Theme.compactHeadHeight
+    hasHeadLine: false
     initialFocus: cancel
     onAboutToShow: bar.restart()
     onEscaped: {
@@ -42,13 +46,12 @@ Sheet {
 
     Item {
         width: control.availableWidth
-        implicitHeight: column.implicitHeight + 2 * Theme.s16
+        implicitHeight: column.implicitHeight + Theme.compactBottom
 
         Column {
             id: column
 
             x: Theme.sheetPadding
-            y: Theme.s16
             width: parent.width - 2 * x
             spacing: Theme.s8
 
@@ -64,6 +67,7 @@ Sheet {
                     anchors.right: figure.left
                     anchors.rightMargin: Theme.s16
                     text: control.fileName
+                    type: Theme.bodyLabel
                     elide: Text.ElideMiddle
                     HelpText.text: truncated ? text : ""
                 }
@@ -73,7 +77,8 @@ Sheet {
                     objectName: control.objectName + ".figure"
                     anchors.right: parent.right
                     text: control.figure
-                    muted: true
+                    type: control.figureIsStrong ? Theme.bodyStrong : Theme.body
+                    muted: !control.figureIsStrong
                 }
             }
 

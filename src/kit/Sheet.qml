@@ -1,6 +1,6 @@
 // A modal sheet over the window: a head with its title, content, a foot with its buttons at the
 // right. A click outside does nothing; Esc is reported and closes nothing by itself.
-//   title: string; name: string (its accessible name, the title by itself); backText: string (a "Back"
+//   title: string; headHeight: int; hasHeadLine: bool; name: string (its accessible name, the title by itself); backText: string (a "Back"
 //   button in the head when not empty); sheetWidth: real; sheetHeight: real, 0 for as high as its
 //   content; maximumMargin: real (what stays free around it); default content: items, laid out by the
 //   owner in `body`; foot: items, in a row at the right; defaultButton: what Return presses;
@@ -16,6 +16,8 @@ T.Popup {
     property string title
     property string name: title
     property string backText
+    property int headHeight: Theme.sheetHeadHeight
+    property bool hasHeadLine: true
     property real sheetWidth: implicitContentWidth
     property real sheetHeight: 0
     property real maximumMargin: Theme.s48
@@ -39,7 +41,7 @@ T.Popup {
     width: Math.min(sheetWidth, parent ? parent.width - maximumMargin : sheetWidth)
     height: Math.min(sheetHeight > 0 ? sheetHeight : implicitHeight,
                      parent ? parent.height - maximumMargin : implicitHeight)
-    implicitHeight: (hasHead ? Theme.sheetHeadHeight : 0) + body.implicitHeight
+    implicitHeight: (hasHead ? headHeight : 0) + body.implicitHeight
                     + (hasFoot ? Theme.sheetFootHeight : 0) + topPadding + bottomPadding
     onOpened: {
         if (initialFocus) {
@@ -94,7 +96,7 @@ T.Popup {
 
             visible: control.hasHead
             width: parent.width
-            height: visible ? Theme.sheetHeadHeight : 0
+            height: visible ? control.headHeight : 0
 
             Button {
                 id: back
@@ -104,11 +106,13 @@ T.Popup {
                 anchors.leftMargin: Theme.s12
                 anchors.verticalCenter: parent.verticalCenter
                 visible: control.backText !== ""
+                leftPadding: Theme.s4
+                rightPadding: Theme.s8
                 kind: Button.Bare
                 muted: true
                 symbol: "chevron.left"
                 iconSize: Theme.icon
-                spacing: Theme.s2
+                spacing: Theme.s4
                 text: control.backText
                 onClicked: control.backed()
             }
@@ -125,6 +129,7 @@ T.Popup {
             Divider {
                 anchors.bottom: parent.bottom
                 width: parent.width
+                visible: control.hasHeadLine
             }
         }
 

@@ -280,6 +280,8 @@ QtObject {
 
     // Sheets of runs.
     readonly property int compactSheetWidth: 560
+    readonly property int compactHeadHeight: 58
+    readonly property int compactBottom: 20
     readonly property int cancelWidth: 116
 
     // The import's sheets.

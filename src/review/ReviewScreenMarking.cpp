@@ -136,7 +136,11 @@ void ReviewScreenState::setThumbnailPending(const SubclipKey &key, bool isPendin
 void ReviewScreenState::selectSubclip(const QString &videoId, const QString &subclipId) {
     const SubclipKey key{videoId, subclipId};
     const Subclip *selected = subclip(key);
-    m_lastRow = SidebarRowId{videoId, subclipId};
+    const SidebarRowId row{videoId, subclipId};
+    if (m_lastRow != row) {
+        m_lastRow = row;
+        m_lastPlace.reset();
+    }
     if (selected && m_selectedVideoId == videoId) {
         setKeyboardFocused(true);
         activateSubclip(*selected);

@@ -69,6 +69,7 @@ void ReviewScreenState::leaveProject() {
     setDrafts({}, {});
     m_selectedVideoId.reset();
     m_lastRow.reset();
+    m_lastPlace.reset();
     m_marks.clear();
     m_filmstrip.clear();
     m_filterBar.setState({});
@@ -93,6 +94,7 @@ void ReviewScreenState::dropWhatIsGone() {
 
 void ReviewScreenState::takeFilter() {
     m_list.setState(m_filterBar.state());
+    m_lastPlace.reset();
     updateList();
 }
 
@@ -197,6 +199,7 @@ void ReviewScreenState::clickRow(int row, Qt::KeyboardModifiers modifiers) {
     }
     const SidebarRowId id = m_list.rowId(row);
     m_lastRow = id;
+    m_lastPlace = row;
     if (modifiers.testFlag(Qt::ShiftModifier)) {
         extendSelection(id);
     } else if (modifiers.testFlag(Qt::ControlModifier)) {
@@ -218,7 +221,10 @@ void ReviewScreenState::moveSelection(int rows, Qt::KeyboardModifiers modifiers)
         return;
     }
     const qsizetype from = m_lastRow ? listed.indexOf(*m_lastRow) : -1;
-    const qsizetype start = from >= 0 ? from : rows > 0 ? -1 : listed.size();
+    // One that an edit took away, as a rejected clip: those below it have moved up to its place.
+    const qsizetype gone =
+        rows > 0 ? m_lastPlace.value_or(0) - 1 : m_lastPlace.value_or(listed.size());
+    const qsizetype start = from >= 0 ? from : gone;
     const auto row = int(std::clamp(start + rows, qsizetype(0), listed.size() - 1));
     clickRow(row, modifiers & Qt::ShiftModifier);
     Q_EMIT rowChosen(row);

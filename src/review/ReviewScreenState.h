@@ -104,7 +104,8 @@ class ReviewScreenState : public QObject {
     Q_INVOKABLE void clickRow(int row, Qt::KeyboardModifiers modifiers);
     const MultiSelection &multiSelection() const { return m_marks; }
     /// Selects the row so many rows below the one chosen last, or above it for less than 0, as a
-    /// click does; with Shift the marks reach there. Where that one isn't listed, from the end.
+    /// click does; with Shift the marks reach there. From where that one stood if an edit took it
+    /// off the list, and from the end where it isn't listed for another reason.
     Q_INVOKABLE void moveSelection(int rows, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void extendSelection(const SidebarRowId &row);
     std::optional<SidebarRowId> currentAnchor() const;
@@ -295,6 +296,7 @@ class ReviewScreenState : public QObject {
     std::optional<double> m_draftIn;
     std::optional<double> m_draftOut;
     std::optional<SidebarRowId> m_lastRow; ///< clicked, or chosen by keys
+    std::optional<qsizetype> m_lastPlace;  ///< where that row stood, unless filtered anew since
     MultiSelection m_marks;
     std::optional<ReviewConfirmation> m_confirmation;
     std::function<void()> m_onAccept;

@@ -36,6 +36,23 @@ TEST_F(ReviewScreenTest, LeavesKeysToTextAndIgnoresThemWithoutAClip) {
     EXPECT_EQ(player.shownRate, 1);
 }
 
+TEST_F(ReviewOfFifty, GoesOnFromWhereARejectedClipStood) {
+    const QList<SidebarRowId> all = screen.list().orderedRowIds();
+    screen.clickRow(10, {});
+    type("x");
+    screen.moveSelection(1);
+    EXPECT_EQ(*screen.selectedVideoId(), all[11].videoId);
+    type("x");
+    screen.moveSelection(-1);
+    EXPECT_EQ(*screen.selectedVideoId(), all[9].videoId);
+    screen.filterBar().setSearchQuery(QStringLiteral("no such name"));
+    screen.filterBar().clearFilters();
+    type("x");
+    screen.filterBar().setUseLargeThumbnails(true);
+    screen.moveSelection(1);
+    EXPECT_EQ(*screen.selectedVideoId(), all[0].videoId) << "the list is another";
+}
+
 TEST_F(ReviewScreenTest, ShuttlesSkipsAndSteps) {
     click("clip-0");
     QList<double> rates;

@@ -64,26 +64,6 @@ ScreenPicture shellPicture(const char *name, bool hasRecents, Arrange arrange) {
             }};
 }
 
-void openProject(Stage &stage, QObject &) {
-    Project project{.id = newIdentifier(),
-                    .name = QStringLiteral("Tidewater Day 2"),
-                    .createdAt = QDateTime::currentDateTimeUtc(),
-                    .updatedAt = QDateTime::currentDateTimeUtc()};
-    for (const char *const name :
-         {"A003_C001_0612.MOV", "A003_C002_0612.MOV", "A003_C003_0612.MOV", "A004_C001_0612.MOV",
-          "B001_C014_0612.MXF", "DJI_0042.MP4", "GX010233.MP4"}) {
-        VideoRecord clip;
-        clip.id = newIdentifier();
-        clip.fileName = QLatin1String(name);
-        clip.createdAt = clip.updatedAt = project.createdAt;
-        project.videos.append(VideoItem(clip));
-    }
-    const QString file = stage.folder.filePath(QStringLiteral("Tidewater Day 2.corvane"));
-    writeAtomically(file, encodeDocument(project));
-    waitUntilDone(stage.app->store().openProject(file));
-    stage.app->store().setStatus(QStringLiteral("Marked 2 subclips for export"));
-}
-
 void fillSetup(Stage &stage, QObject &) {
     ProjectSetup &setup = *stage.app->setup();
     Q_EMIT stage.app->requests()->newProjectRequested();
@@ -121,13 +101,9 @@ ScreenPicture helpPicture() {
 
 QList<ScreenPicture> shellPictures() {
     return {
-        shellPicture("home-empty", false, {}),
-        shellPicture("home", true, {}),
-        shellPicture("setup", true, fillSetup),
-        shellPicture("alert", true, openMissingRecent),
-        shellPicture("menu", true, openFileMenu),
-        shellPicture("project", false, openProject),
-        helpPicture(),
+        shellPicture("home-empty", false, {}),    shellPicture("home", true, {}),
+        shellPicture("setup", true, fillSetup),   shellPicture("alert", true, openMissingRecent),
+        shellPicture("menu", true, openFileMenu), helpPicture(),
     };
 }
 

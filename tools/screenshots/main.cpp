@@ -1,6 +1,7 @@
 #include "ScreenPicture.h"
 
 #include "kit/Look.h"
+#include "platform/Failure.h"
 
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
@@ -9,6 +10,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <clocale>
@@ -19,9 +21,10 @@ namespace {
 
 using corvane::ScreenPicture;
 
-/// Long enough for the slowest fade, and for what a screen loads before its picture is taken.
+/// Long enough for the slowest fade, and for what a screen brings about before its picture is
+/// taken.
 constexpr int fadeInMs = 400;
-constexpr int longestLoadInMs = 30000;
+constexpr int longestWaitInMs = 180000;
 
 void runEvents(int ms, const std::function<bool()> &enough) {
     const QDeadlineTimer deadline(ms);
@@ -39,11 +42,19 @@ bool take(const ScreenPicture &picture, const QDir &folder) {
     }
     window->resize(picture.size);
     window->show();
-    if (picture.ready) {
-        runEvents(longestLoadInMs, [&] { return picture.ready(*root); });
-    }
+    const bool isArranged = !picture.arrange || picture.arrange(*window);
     runEvents(fadeInMs, [] { return false; });
-    return window->grabWindow().save(folder.filePath(picture.name + QStringLiteral(".png")));
+    return isArranged &&
+           window->grabWindow().save(folder.filePath(picture.name + QStringLiteral(".png")));
+}
+
+bool takeOrTell(const ScreenPicture &picture, const QDir &folder) {
+    try {
+        return take(picture, folder);
+    } catch (const corvane::Failure &failure) {
+        QTextStream(stderr) << failure.description() << '\n';
+        return false;
+    }
 }
 
 } // namespace
@@ -59,7 +70,14 @@ std::unique_ptr<QObject> corvane::windowOf(QQmlEngine &engine, const QByteArray 
     return std::unique_ptr<QObject>(component.createWithInitialProperties(properties));
 }
 
+bool corvane::waitUntil(const std::function<bool()> &condition) {
+    runEvents(longestWaitInMs, condition);
+    return condition();
+}
+
 int main(int argc, char **argv) {
+    const QTemporaryDir settings; // in the place of the user's own
+    qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication application(argc, argv);
@@ -70,14 +88,21 @@ int main(int argc, char **argv) {
     parser.setApplicationDescription(QStringLiteral("Draws every screen to FOLDER/<screen>.png."));
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("where to"));
+    parser.addPositionalArgument(QStringLiteral("SCREEN"), QStringLiteral("only these"),
+                                 QStringLiteral("[SCREEN...]"));
     parser.process(application);
-    if (parser.positionalArguments().size() != 1) {
+    QStringList wanted = parser.positionalArguments();
+    if (wanted.isEmpty()) {
         parser.showHelp(2);
     }
-    const QDir folder(parser.positionalArguments().constFirst());
+    const QDir folder(wanted.takeFirst());
     int status = folder.mkpath(QStringLiteral(".")) ? 0 : 1;
-    for (const ScreenPicture &picture : corvane::galleryPictures() + corvane::shellPictures()) {
-        const bool taken = take(picture, folder);
+    for (const ScreenPicture &picture : corvane::galleryPictures() + corvane::shellPictures() +
+                                            corvane::reviewPictures() + corvane::flowPictures()) {
+        if (!wanted.isEmpty() && !wanted.contains(picture.name)) {
+            continue;
+        }
+        const bool taken = takeOrTell(picture, folder);
         QTextStream(taken ? stdout : stderr)
             << (taken ? "" : "failed: ") << folder.filePath(picture.name) << ".png\n";
         status = taken ? status : 1;

@@ -12,6 +12,7 @@ RunningSheet {
     visible: screen.isOpen && screen.stage === DeliveryScreenState.Running
     fileName: screen.progressLine
     figure: screen.percent
+    figureIsStrong: true
     fraction: screen.fraction
     details: screen.details
     timeLeft: screen.timeLeft

@@ -15,7 +15,7 @@ Rectangle {
 
     signal focusLeft()
 
-    implicitHeight: Theme.filterRowHeight
+    implicitHeight: Theme.filterRowHeight + Theme.hairline
     color: Theme.b2
     Accessible.role: Accessible.ToolBar
     Accessible.name: qsTr("Filters")

@@ -56,10 +56,11 @@ Item {
         SidePane {
             id: side
 
-            T.SplitView.preferredWidth: Theme.sidePaneWidth
-            T.SplitView.minimumWidth: Theme.sidePaneMinWidth
+            // The line counts as a part of this pane.
+            T.SplitView.preferredWidth: Theme.sidePaneWidth - Theme.hairline
+            T.SplitView.minimumWidth: Theme.sidePaneMinWidth - Theme.hairline
             T.SplitView.maximumWidth: Math.min(Theme.sidePaneMaxWidth,
-                                               root.width - Theme.mainPaneMinWidth)
+                                               root.width - Theme.mainPaneMinWidth) - Theme.hairline
             review: root.review
         }
 

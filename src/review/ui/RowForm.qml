@@ -1,13 +1,13 @@
 // Where the parts of a list's row stand, in pixels of the row: one for all rows of a kind, so that a
 // row computes nothing by itself and the list knows each height before it makes a row.
-//   paneWidth: int
+//   paneWidth: int, without the line at its right
 import QtQuick
 import Corvane.Kit
 
 QtObject {
     required property int paneWidth
-    readonly property bool tight: paneWidth < Theme.sidePaneTight
-    readonly property bool narrow: paneWidth < Theme.sidePaneNarrow
+    readonly property bool tight: paneWidth + Theme.hairline < Theme.sidePaneTight
+    readonly property bool narrow: paneWidth + Theme.hairline < Theme.sidePaneNarrow
     readonly property int gap: tight ? Theme.s6 : Theme.s8
     readonly property int rightPadding: tight ? Theme.s8 : Theme.clipRowInset
 

@@ -34,7 +34,7 @@ Item {
 
     Text {
         x: star.width + Theme.hairline
-        y: (marks.height - height) / 2
+        y: (marks.height - height) / 2 + Theme.hairline
         visible: marks.rating !== ""
         text: marks.rating
         font: Theme.smallStrong.font
@@ -53,6 +53,7 @@ Item {
 
     Badge {
         x: marks.badgeX
+        y: marks.height - height
         visible: marks.selectedForExport
         text: "S"
         Accessible.ignored: true
@@ -60,6 +61,7 @@ Item {
 
     Badge {
         x: marks.badgeX + marks.badgeStep
+        y: marks.height - height
         visible: marks.reviewed
         text: "R"
         Accessible.ignored: true
@@ -67,6 +69,7 @@ Item {
 
     Badge {
         x: marks.badgeX + 2 * marks.badgeStep
+        y: marks.height - height
         visible: marks.rejected
         text: "X"
         Accessible.ignored: true
@@ -74,6 +77,7 @@ Item {
 
     Badge {
         x: marks.badgeX + 3 * marks.badgeStep
+        y: marks.height - height
         visible: marks.hasHd
         text: "HD"
         Accessible.ignored: true

@@ -82,7 +82,7 @@ Rectangle {
     Item {
         anchors.top: top.bottom
         anchors.bottom: parent.bottom
-        width: parent.width - edge.width
+        width: parent.width
         clip: true
 
         ReviewList {
@@ -138,13 +138,5 @@ Rectangle {
                                         : setSource("")
             Component.onCompleted: isWantedChanged()
         }
-    }
-
-    Divider {
-        id: edge
-
-        anchors.right: parent.right
-        height: parent.height
-        vertical: true
     }
 }

@@ -167,7 +167,7 @@ TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesNamesAlone) {
             EXPECT_EQ(name->property("lineCount").toInt(), 1);
             EXPECT_LE(name->x() + name->width(), width);
             auto *thumbnail = partOf("clip-clip-0", "row.thumbnail");
-            EXPECT_EQ(thumbnail->width(), large ? width - 1 - 24 : width == 160 ? 48 : 80);
+            EXPECT_EQ(thumbnail->width(), large ? width - 24 : width == 160 ? 48 : 80);
             EXPECT_EQ(row("clip-clip-0")->height(), large ? thumbnail->height() + 58 : 53);
         }
     }
