@@ -44,6 +44,10 @@ bool take(const ScreenPicture &picture, const QDir &folder) {
     window->show();
     const bool isArranged = !picture.arrange || picture.arrange(*window);
     runEvents(fadeInMs, [] { return false; });
+    // Another ground, by a shade that nobody sees: now all is drawn anew, and not only what
+    // changed, which the software renderer doesn't always get whole.
+    const QColor ground = window->color();
+    window->setColor(QColor(ground.red(), ground.green(), ground.blue() ^ 1));
     return isArranged &&
            window->grabWindow().save(folder.filePath(picture.name + QStringLiteral(".png")));
 }
