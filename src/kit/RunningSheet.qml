@@ -46,7 +46,7 @@ Sheet {
 
     Item {
         width: control.availableWidth
-        implicitHeight: column.implicitHeight + Theme.compactBottom
+        implicitHeight: Math.round(column.implicitHeight) + Theme.compactBottom
 
         Column {
             id: column

@@ -92,12 +92,12 @@ Shoot::Shoot() : m_folder(QDir::tempPath() + QStringLiteral("/shoots-XXXXXX")) {
         {.name = QStringLiteral("Tidewater Day 2"), .shootDate = QStringLiteral("2025-06-12")},
         projectFile(), ProjectFolder::Create));
     app->store().consumePendingImport();
-    importAll(*app, path("cards/A"));
+    importAll(*app, SourceImportMode::copied);
     review(*app);
     waitUntilDone(app->store().createProject({.name = QStringLiteral("Tidewater Day 3")},
                                              path("Tidewater Day 3.corvane")));
     app->store().consumePendingImport();
-    importAll(*app, path("cards/A"));
+    importAll(*app, SourceImportMode::inPlace);
     waitUntilDone(app->store().closeProject());
     if (const auto &error = app->store().lastError()) {
         throw ShootError(error->description());
@@ -142,11 +142,11 @@ QString Shoot::clip(CorvaneApp &app, const char *fileName) {
     throw ShootError(QStringLiteral("not imported: ") + QLatin1String(fileName));
 }
 
-void Shoot::importAll(CorvaneApp &app, const QString &card) const {
+void Shoot::importAll(CorvaneApp &app, SourceImportMode mode) const {
     ImportViewModel import(&app.store());
-    import.setSources({card});
+    import.setSources({path("cards/A")});
     waitUntilDone(import.startScan());
-    import.setMode(SourceImportMode::copied);
+    import.setMode(mode);
     waitUntilDone(import.beginImport());
     if (import.failedCount() > 0) {
         throw ShootError(import.failures().first().message);

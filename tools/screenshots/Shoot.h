@@ -43,7 +43,7 @@ class Shoot {
 
   private:
     Shoot();
-    void importAll(CorvaneApp &app, const QString &card) const;
+    void importAll(CorvaneApp &app, SourceImportMode mode) const;
     void review(CorvaneApp &app) const;
 
     QTemporaryDir m_folder;

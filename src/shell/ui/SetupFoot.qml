@@ -13,8 +13,8 @@ Item {
 
     implicitHeight: buttons.y + buttons.height
 
-    Divider {
-        y: Theme.s12
+    Divider { // on the screen's own pixels, wherever the text above it ends
+        y: Math.ceil(foot.y + Theme.s12) - foot.y
         width: parent.width
     }
 
