@@ -40,6 +40,7 @@ OpenProjectScreen *CorvaneApp::projectScreen() {
 }
 
 void CorvaneApp::quit() {
+    m_isQuitting = true;
     if (m_projectScreen && m_projectScreen->isRunning()) {
         detach(quitAfterRuns());
     } else {
@@ -53,7 +54,9 @@ QCoro::Task<> CorvaneApp::quitAfterRuns() {
         co_await qCoro(m_projectScreen.get(), &OpenProjectScreen::isRunningChanged);
     }
     co_await m_store.flushPendingSave();
-    QCoreApplication::quit();
+    if (m_isQuitting) {
+        QCoreApplication::quit();
+    }
 }
 
 QString CorvaneApp::versionText() {

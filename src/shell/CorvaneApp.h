@@ -75,6 +75,8 @@ class CorvaneApp : public QObject {
     /// Ends the program with its event loop. What runs is ended first, and what it has brought into
     /// the project is saved; otherwise nothing is, and nothing is asked.
     Q_INVOKABLE void quit();
+    /// Takes a `quit` back that still waits for what runs: the program was asked for again.
+    void stay() { m_isQuitting = false; }
 
   private:
     QCoro::Task<> quitAfterRuns();
@@ -97,6 +99,7 @@ class CorvaneApp : public QObject {
     HelpDocument m_help;
     MakeProjectScreen m_makeProjectScreen;
     std::unique_ptr<OpenProjectScreen> m_projectScreen;
+    bool m_isQuitting = false;
 };
 
 } // namespace corvane

@@ -64,7 +64,8 @@ int runWindow(const Start &start) {
         }
     };
     QObject::connect(&handover, &InstanceHandover::startedAgain, window,
-                     [&open, window](const QString &named) {
+                     [&app, &open, window](const QString &named) {
+                         app.stay();
                          bringToFront(*window);
                          open(named);
                      });

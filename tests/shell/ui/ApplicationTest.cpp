@@ -18,24 +18,30 @@ using namespace corvane::test;
 
 namespace {
 
+void afterTurns(int turns, QObject *context, const std::function<void()> &action) {
+    QTimer::singleShot(0, context, [=] {
+        if (turns > 1) {
+            afterTurns(turns - 1, context, action);
+        } else {
+            action();
+        }
+    });
+}
+
 /// A run that needs some turns of the event loop to come to its end.
 class RunningScreen : public OpenProjectScreen {
   public:
     explicit RunningScreen(bool &hasEnded) : m_hasEnded(hasEnded) {}
 
     bool isRunning() const override { return !m_hasEnded; }
-    void endRuns() override { endAfter(5); }
-
-  private:
-    void endAfter(int turns) {
-        if (turns > 0) {
-            QTimer::singleShot(0, this, [this, turns] { endAfter(turns - 1); });
-        } else {
+    void endRuns() override {
+        afterTurns(5, this, [this] {
             m_hasEnded = true;
             Q_EMIT isRunningChanged();
-        }
+        });
     }
 
+  private:
     bool &m_hasEnded;
 };
 
@@ -61,6 +67,34 @@ TEST(Application, EndsOnlyAfterWhatRuns) {
         EXPECT_EQ(runCorvane(start), 0);
         EXPECT_TRUE(hasEnded);
     }
+}
+
+TEST(Application, StaysWhereItIsStartedAgainWhileItEnds) {
+    const TestFolder folder;
+    bool hasEnded = false;
+    bool hasStayed = false;
+    const auto makeScreen = [&](CorvaneApp &app) {
+        auto screen = std::make_unique<RunningScreen>(hasEnded);
+        QObject::connect(screen.get(), &OpenProjectScreen::isRunningChanged, &app, [&] {
+            afterTurns(5, &app, [&] {
+                hasStayed = true;
+                app.quit();
+            });
+        });
+        return screen;
+    };
+    const auto shown = [&](QQuickWindow &window) {
+        QTimer::singleShot(0, &window, [&] {
+            auto *const app = window.property("app").value<CorvaneApp *>();
+            app->projectScreen();
+            app->quit();
+            app->stay();
+        });
+    };
+    EXPECT_EQ(
+        runCorvane({.dataFolder = folder.path(), .makeProjectScreen = makeScreen, .shown = shown}),
+        0);
+    EXPECT_TRUE(hasEnded && hasStayed);
 }
 
 TEST(Application, AStartAsksAgainWhereTheFirstHangsUpOnIt) {
