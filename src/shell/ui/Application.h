@@ -20,9 +20,9 @@ struct Start {
 /// What the program's start comes to: the status of its process.
 ///
 /// Takes the data folder's lock, makes the application and its window, opens the file and runs the
-/// event loop until the window is closed or a signal asks for the end. Where another window of the program has the folder, hands
-/// the file to it and returns; where something else has it, says so on the error stream. Main
-/// thread, with a QGuiApplication on which `setUpLook` was called.
+/// event loop until the window is closed or a signal asks for the end. Where another window of the
+/// program has the folder, hands the file to it and returns; where something else has it, says so
+/// on the error stream. Main thread, with a QGuiApplication on which `setUpLook` was called.
 int runCorvane(const Start &start);
 
 } // namespace corvane
