@@ -105,12 +105,12 @@ void MediaInput::open(const QString &path) {
     m_opened = context;
     const int result = avformat_open_input(&context, url.constData(), nullptr, nullptr);
     m_opened = nullptr;
+    m_context.reset(context); // null where it failed, and freed then
     testStop();
     if (m_isHeaderTooLong) {
         throw MediaError(QStringLiteral("Its header is too long."));
     }
-    check(result, "Cannot open the file"); // the context is freed where it failed
-    m_context.reset(context);
+    check(result, "Cannot open the file");
 }
 
 /// Looking into the packets costs more than all else, so it is left out where nothing depends on
