@@ -160,6 +160,9 @@ QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
     auto &authorization = store->authorization();
     PathSafety::SourceGrants grants{.projectFolder = projectFolder(file)};
     grants.authorizedSourcePaths = co_await authorization.authorizedPaths(file);
+    if (!store) { // the registry went with it
+        co_return;
+    }
     grants.mediaRootAuthorized =
         co_await authorization.isMediaRootAuthorized(mediaFolder(file), file);
     RefusedRows refused = co_await userInitiatedExecutor().run(
@@ -172,6 +175,9 @@ QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
         if (co_await utilityExecutor().run([=] { return hasOtherContents(path, grants); })) {
             refused.changed.append(path);
         }
+    }
+    if (!store) {
+        co_return;
     }
     co_await authorization.notePending(refused.neverGranted, refused.changed, file);
     if (self) {
