@@ -1,6 +1,7 @@
 // The whole window of an open project, drawn by the processor: how long a change of selection takes
-// to its first picture beside a seek of the same player in the same file, and how busy the main
-// thread is while 1080p film plays.
+// to its first picture beside a seek of the same player in the same file, how busy the main thread
+// is while 1080p film plays, and how long the window leaves its user without an answer while it
+// imports and exports.
 #include "BenchData.h"
 
 #include "document/ProjectFileIO.h"
@@ -15,6 +16,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <algorithm>
 #include <cstdio>
@@ -156,6 +158,69 @@ void measurePlaying(ProjectScreen &screen, QQuickWindow &window, const Project &
                 kRate);
 }
 
+/// Answers with one folder.
+class OneFolder : public FilePanels {
+  public:
+    explicit OneFolder(QString folder) : m_folder(std::move(folder)) {}
+
+    void openProjectFile(Chosen) override {}
+    void save(const SavePanel &, Chosen) override {}
+    void chooseFolder(const ChoosePanel &, Chosen chosen) override { chosen(m_folder); }
+    void chooseFiles(const ChoosePanel &, ChosenFiles) override {}
+
+  private:
+    QString m_folder;
+};
+
+/// The longest turn of the event loop until it holds, in milliseconds.
+double longestTurnUntil(const std::function<bool()> &holds) {
+    double longest = 0;
+    while (!holds()) {
+        QElapsedTimer turn;
+        turn.start();
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        longest = std::max(longest, double(turn.nsecsElapsed()) / 1e6);
+        QThread::usleep(200);
+    }
+    return longest;
+}
+
+void measureAnswers(ProjectScreen &screen, CorvaneApp &app, const QStringList &films) {
+    ImportScreenState &importing = *screen.importing();
+    importing.openWith(films);
+    importing.scan();
+    const double scanning =
+        longestTurnUntil([&] { return importing.stage() == ImportScreenState::Stage::Results; });
+    importing.setMode(1);
+    importing.beginImport();
+    const double copying =
+        longestTurnUntil([&] { return importing.stage() == ImportScreenState::Stage::Done; });
+    importing.dismiss();
+    const QList<VideoItem> videos = app.store().project()->videos;
+    for (const VideoItem &video : videos) {
+        if (video->sourceImportMode == SourceImportMode::copied) {
+            app.store().toggleSelectedForExport(video->id);
+        }
+    }
+    ExportScreenState &exporting = *screen.exporting();
+    exporting.open();
+    exporting.chooseFolder();
+    longestTurnUntil([&] { return exporting.canStart(); });
+    exporting.start();
+    const double delivering =
+        longestTurnUntil([&] { return exporting.stage() == DeliveryScreenState::Stage::Done; });
+    if (exporting.failed() > 0 || exporting.succeeded() == 0) {
+        qFatal("the export failed");
+    }
+    exporting.dismiss();
+    const auto tell = [](const char *what, double longest) {
+        std::printf("%-52s %11.1f ms %31s < 100 ms\n", what, longest, "");
+    };
+    tell("longest turn of the window while it scans", scanning);
+    tell("longest turn while it imports copies", copying);
+    tell("longest turn while it exports", delivering);
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -190,5 +255,8 @@ int main(int argc, char **argv) {
     measureSelection(*screen, project, 0, "H.264, 12");
     measureSelection(*screen, project, 1, "H.264, 300");
     measureSelection(*screen, project, 2, "HEVC, 12");
+    const QString other = folder.filePath(QStringLiteral("Other.corvane"));
+    waitUntilDone(app.store().createProject({.name = QStringLiteral("Other")}, other));
+    measureAnswers(*screen, app, films);
     return 0;
 }
