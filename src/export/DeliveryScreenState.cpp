@@ -4,6 +4,7 @@
 #include "export/ExportTexts.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/TextFormat.h"
 
 namespace corvane {
 
@@ -70,10 +71,6 @@ std::optional<double> DeliveryScreenState::handleAt(int place) {
 
 int DeliveryScreenState::placeOfHandle(double seconds) {
     return choicePlaces::placeOf(ExportTexts::handleChoices(), seconds);
-}
-
-QString DeliveryScreenState::inOneLine(const QString &text) {
-    return QString(text).replace(QLatin1Char('\n'), QLatin1Char(' '));
 }
 
 void DeliveryScreenState::open() {

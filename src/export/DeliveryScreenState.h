@@ -46,7 +46,7 @@ class DeliveryScreenState : public QObject {
     /// Why it can't be started; empty where it can.
     Q_PROPERTY(QString startHelp READ startHelp NOTIFY canStartChanged)
 
-    // Running. The texts are empty before the run has told of its first row.
+    // Running. Before the run has told of its first row, the line alone says what is done.
     Q_PROPERTY(QString progressLine READ progressLine NOTIFY runChanged)
     Q_PROPERTY(QString percent READ percent NOTIFY runChanged)
     Q_PROPERTY(double fraction READ fraction NOTIFY runChanged)
@@ -182,8 +182,6 @@ class DeliveryScreenState : public QObject {
     static int placeOf(ExportBatch::Mode mode);
     static std::optional<double> handleAt(int place);
     static int placeOfHandle(double seconds);
-    /// A path or a name, which may hold line breaks, for a place with one line.
-    static QString inOneLine(const QString &text);
 
     // The floor's own flow. None of these is called while the state is made.
     virtual void resetFlow(const Project &project) = 0;

@@ -160,6 +160,8 @@ DeliveryScreenState::RunTexts ExportScreenState::runTexts() const {
         texts.percent = ExportTexts::percent(texts.fraction);
         texts.details = ExportTexts::rowLine(*progress);
         texts.timeLeft = remainingTime(texts.fraction);
+    } else {
+        texts.line = ExportTexts::checkingLine();
     }
     return texts;
 }

@@ -108,6 +108,10 @@ QString nothingToExport() {
                           "subclips), then come back here.");
 }
 
+QString checkingLine() {
+    return QStringLiteral("Checking the files…");
+}
+
 QString progressLine(const ExportProgress &progress) {
     return QStringLiteral("%1 of %2: %3")
         .arg(QString::number(progress.index + 1), QString::number(progress.total),

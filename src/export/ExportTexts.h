@@ -29,6 +29,8 @@ QString symbol(ExportRowKind kind);
 QString nothingToExport();
 
 // Running.
+/// Before the first row: what is to be delivered is read and compared with what was granted.
+QString checkingLine();
 QString progressLine(const ExportProgress &progress);
 /// Of the row's output in hand; it says so where that is the HD copy, and counts the bytes of one
 /// that is copied.

@@ -5,6 +5,7 @@
 #include "handoff/HandoffTexts.h"
 #include "platform/Paths.h"
 #include "platform/Tasks.h"
+#include "platform/TextFormat.h"
 
 namespace corvane {
 
@@ -196,6 +197,8 @@ DeliveryScreenState::RunTexts HandoffScreenState::runTexts() const {
         texts.percent = ExportTexts::percent(texts.fraction);
         texts.details = HandoffTexts::rowLine(*progress);
         texts.timeLeft = remainingTime(texts.fraction);
+    } else {
+        texts.line = ExportTexts::checkingLine();
     }
     return texts;
 }

@@ -119,9 +119,9 @@ QVariant ImportRowList::data(const QModelIndex &index, int role) const {
     case CanToggleRole:
         return canToggle(row);
     case NameRole:
-        return oneLine(nameOf(row));
+        return inOneLine(nameOf(row));
     case ProposedNameRole:
-        return oneLine(proposedNameOf(row));
+        return inOneLine(proposedNameOf(row));
     case SidecarTextRole:
         return sidecarTextOf(row);
     case BadgeRole:

@@ -28,7 +28,7 @@ void ImportScreenState::showProgress() {
         m_meter.readingMetadata(progress->index, progress->total);
     }
     const double fraction = m_meter.fraction();
-    publish({.fileName = oneLine(progress->currentFilename),
+    publish({.fileName = inOneLine(progress->currentFilename),
              .figure = QStringLiteral("%1 / %2").arg(progress->index).arg(progress->total),
              .fraction = fraction,
              .details = copies ? formattedByteCount(progress->bytesDone) + QStringLiteral(" / ") +

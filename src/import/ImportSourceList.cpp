@@ -3,6 +3,7 @@
 #include "import/ImportTexts.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/TextFormat.h"
 
 #include <algorithm>
 
@@ -55,11 +56,11 @@ QVariant ImportSourceList::data(const QModelIndex &index, int role) const {
     const Row &row = m_rows.at(index.row());
     switch (role) {
     case PathRole:
-        return oneLine(row.path);
+        return inOneLine(row.path);
     case SymbolRole:
         return row.isFolder ? QStringLiteral("folder") : QStringLiteral("file");
     case RemoveHelpRole:
-        return oneLine(QStringLiteral("Remove ") + paths::lastComponent(row.path));
+        return inOneLine(QStringLiteral("Remove ") + paths::lastComponent(row.path));
     default:
         return {};
     }

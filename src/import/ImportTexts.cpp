@@ -40,14 +40,4 @@ QString cancelledText(int notImported) {
              QLatin1String(notImported == 1 ? " was" : " were"));
 }
 
-QString oneLine(QString name) {
-    for (QChar &letter : name) {
-        if (letter.category() == QChar::Other_Control || letter == QChar::LineSeparator ||
-            letter == QChar::ParagraphSeparator) {
-            letter = QLatin1Char(' ');
-        }
-    }
-    return name;
-}
-
 } // namespace corvane

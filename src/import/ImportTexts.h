@@ -16,7 +16,4 @@ QString refusedText(int count);
 /// their containers say.
 QString cancelledText(int notImported);
 
-/// A name as a row shows it: what would break its line or can't be seen is a blank.
-QString oneLine(QString name);
-
 } // namespace corvane

@@ -69,6 +69,16 @@ QString formattedTransportTime(double seconds) {
            padded(whole % 60);
 }
 
+QString inOneLine(QString text) {
+    for (QChar &letter : text) {
+        if (letter.category() == QChar::Other_Control || letter == QChar::LineSeparator ||
+            letter == QChar::ParagraphSeparator) {
+            letter = QLatin1Char(' ');
+        }
+    }
+    return text;
+}
+
 QCollator fileNameCollator() {
     // The C locale knows no collation at all, neither digits nor case.
     const QLocale user;

@@ -27,6 +27,9 @@ QString formattedSubclipTime(double seconds);
 /// "00:00:00".
 QString formattedTransportTime(double seconds);
 
+/// A name or a path for a place with one line: what would break it or can't be seen is a blank.
+QString inOneLine(QString text);
+
 /// File names as a file browser orders them: digit runs by their number, case ignored. Making one
 /// costs, so a sort makes one and uses it throughout.
 QCollator fileNameCollator();

@@ -69,7 +69,7 @@ void ClipInspector::setTags(const QStringList &tags) {
 }
 
 QString ClipInspector::title() const {
-    return m_video ? (*m_video)->fileName : QString();
+    return m_video ? inOneLine((*m_video)->fileName) : QString();
 }
 
 QStringList ClipInspector::facts() const {
@@ -88,7 +88,7 @@ QStringList ClipInspector::facts() const {
         facts.append(QString::number(*video.fps, 'f', 2) + QStringLiteral("fps"));
     }
     if (video.durationSeconds != 0) { // 0 stands for a length that nobody could read
-        facts.append(ReviewFormats::duration(video.durationSeconds));
+        facts.append(formattedDuration(video.durationSeconds));
     }
     return facts;
 }

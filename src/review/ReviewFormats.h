@@ -5,16 +5,9 @@
 /// Names, numbers and times as the review screen writes them. Times are seconds.
 namespace corvane::ReviewFormats {
 
-/// "01:01:01", whole seconds; "00:00:00" for what is negative or no number.
-QString transportTime(double seconds);
-/// "01:02.50": minutes, seconds and hundredths, never hours; "00:00" for what is negative or no
-/// number.
-QString subclipTime(double seconds);
 /// "00:02.10 – 00:09.44".
 QString subclipRange(const Subclip &subclip);
 QString subclipLength(const Subclip &subclip);
-/// "1:05", or "1:02:05" from an hour up; a dash for what is negative or no number.
-QString duration(double seconds);
 
 /// The label, or "Subclip 3" by the creation index.
 QString displayName(const Subclip &subclip);

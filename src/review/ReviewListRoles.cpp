@@ -1,6 +1,8 @@
 // What the rows of the side pane show.
 
 #include "review/ReviewFormats.h"
+
+#include "platform/TextFormat.h"
 #include "review/ReviewListModel.h"
 #include "trust/PathSafety.h"
 
@@ -33,9 +35,9 @@ QVariant ReviewListModel::clipData(const VideoRecord &video, int role) const {
         return QString();
     case NameRole:
     case Qt::DisplayRole:
-        return video.fileName;
+        return inOneLine(video.fileName);
     case TimeRole:
-        return ReviewFormats::duration(video.durationSeconds);
+        return formattedDuration(video.durationSeconds);
     case RatingRole:
         return ReviewFormats::rating(video.rating);
     case FavoriteRole:
@@ -80,7 +82,7 @@ QVariant ReviewListModel::subclipData(const Subclip &subclip, const VideoRecord 
         return subclip.id;
     case NameRole:
     case Qt::DisplayRole:
-        return ReviewFormats::displayName(subclip);
+        return inOneLine(ReviewFormats::displayName(subclip));
     case TimeRole:
     case DetailsRole:
         return ReviewFormats::subclipRange(subclip);

@@ -1,6 +1,8 @@
 // Drawing up a range, saving it as a subclip, and playing it.
 
 #include "review/PlayerReadiness.h"
+
+#include "platform/TextFormat.h"
 #include "review/ReviewFormats.h"
 #include "review/ReviewScreenState.h"
 
@@ -212,7 +214,7 @@ const Subclip *ReviewScreenState::activeSubclip() const {
 
 QString ReviewScreenState::activeSubclipName() const {
     const Subclip *active = activeSubclip();
-    return active ? ReviewFormats::displayName(*active) : QString();
+    return active ? inOneLine(ReviewFormats::displayName(*active)) : QString();
 }
 
 std::optional<SubclipKey> ReviewScreenState::ofSelectedClip(const QString &subclipId) const {

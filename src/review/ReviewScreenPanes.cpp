@@ -1,6 +1,8 @@
 // What the panes of the review screen show around the list: transport, sheets, drawers.
 
 #include "review/ReviewFormats.h"
+
+#include "platform/TextFormat.h"
 #include "review/ReviewScreenState.h"
 
 #include <algorithm>
@@ -38,11 +40,11 @@ double ReviewScreenState::transportTime() const {
 }
 
 QString ReviewScreenState::transportTimeText() const {
-    return ReviewFormats::transportTime(transportTime());
+    return formattedTransportTime(transportTime());
 }
 
 QString ReviewScreenState::transportDurationText() const {
-    return QStringLiteral("  /  ") + ReviewFormats::transportTime(transportDuration());
+    return QStringLiteral("  /  ") + formattedTransportTime(transportDuration());
 }
 
 QString ReviewScreenState::transportText() const {

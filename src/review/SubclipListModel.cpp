@@ -1,5 +1,6 @@
 #include "review/SubclipListModel.h"
 
+#include "platform/TextFormat.h"
 #include "review/ReviewFormats.h"
 #include "review/ScrubberGeometry.h"
 #include "trust/PathSafety.h"
@@ -69,7 +70,7 @@ QVariant SubclipListModel::data(const QModelIndex &index, int role) const {
         return subclip.outSeconds;
     case NameRole:
     case Qt::DisplayRole:
-        return ReviewFormats::displayName(subclip);
+        return inOneLine(ReviewFormats::displayName(subclip));
     case LabelRole:
         return subclip.label.value_or(QString());
     case RangeRole:

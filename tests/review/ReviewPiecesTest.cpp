@@ -24,18 +24,6 @@ QStringList titles(const QVariantList &items, const char *wanted = nullptr) {
 
 } // namespace
 
-TEST(ReviewFormats, WriteTimesAsEachPlaceDoes) {
-    const double none = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(ReviewFormats::transportTime(3661.9), QStringLiteral("01:01:01"));
-    EXPECT_EQ(ReviewFormats::transportTime(none), QStringLiteral("00:00:00"));
-    EXPECT_EQ(ReviewFormats::transportTime(-1), QStringLiteral("00:00:00"));
-    EXPECT_EQ(ReviewFormats::subclipTime(6000.259), QStringLiteral("100:00.25"));
-    EXPECT_EQ(ReviewFormats::subclipTime(1.0 / 0.0), QStringLiteral("00:00"));
-    EXPECT_EQ(ReviewFormats::duration(3725.9), QStringLiteral("1:02:05"));
-    EXPECT_EQ(ReviewFormats::duration(65), QStringLiteral("1:05"));
-    EXPECT_EQ(ReviewFormats::duration(none), QStringLiteral("—"));
-}
-
 TEST(ScrubberGeometry, FindsTimesAndBars) {
     using namespace ScrubberGeometry;
     EXPECT_EQ(fraction(50, 200), 0.25);
