@@ -17,6 +17,7 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -149,7 +150,9 @@ void measurePlaying(ProjectScreen &screen, QQuickWindow &window, const Project &
     clock.start();
     frames = 0;
     const double before = mainThreadMilliseconds();
-    timeUntil([&] { return clock.elapsed() > std::chrono::milliseconds(kPlayed).count(); });
+    QEventLoop loop; // which sleeps while there is nothing to do
+    QTimer::singleShot(kPlayed, &loop, &QEventLoop::quit);
+    loop.exec();
     const double busy = (mainThreadMilliseconds() - before) / double(clock.elapsed());
     const double drawn = frames * 1000.0 / double(clock.elapsed());
     screen.engine()->pause();
@@ -231,10 +234,13 @@ int main(int argc, char **argv) {
     std::setlocale(LC_NUMERIC, "C");
     setUpLook(application);
     const QTemporaryDir folder;
-    const QString file = projectOf(folder.path(), {filmOf(QStringLiteral("libx264"), 12),
-                                                   filmOf(QStringLiteral("libx264"), 300),
-                                                   filmOf(QStringLiteral("libx265"), 12)});
+    const QStringList films{filmOf(QStringLiteral("libx264"), 12),
+                            filmOf(QStringLiteral("libx264"), 300),
+                            filmOf(QStringLiteral("libx265"), 12)};
+    const QString file = projectOf(folder.path(), films);
+    OneFolder panels(folder.path());
     CorvaneApp app({.dataFolder = folder.filePath(QStringLiteral("data")),
+                    .panels = &panels,
                     .userDefaults = std::make_unique<QSettings>(
                         folder.filePath(QStringLiteral("defaults.ini")), QSettings::IniFormat),
                     .makeProjectScreen = [](CorvaneApp &made) {
