@@ -15,10 +15,6 @@ QVariant valueOrNull(const std::optional<double> &value) {
     return value ? QVariant(*value) : QVariant();
 }
 
-QString noSelectsHelp() {
-    return QStringLiteral("Mark clips with the S flag in Review first");
-}
-
 } // namespace
 
 std::optional<ScrubberGeometry::Range> ReviewScreenState::activeRange() const {
@@ -105,16 +101,6 @@ bool ReviewScreenState::showsSubclipBars() const {
 QString ReviewScreenState::subclipCountText() const {
     const VideoRecord *video = selectedVideo();
     return ReviewFormats::countInParentheses(video ? video->subclips.size() : 0);
-}
-
-QString ReviewScreenState::exportHelp() const {
-    return hasSelects() ? QStringLiteral("Export selects (Cmd-E)") : noSelectsHelp();
-}
-
-QString ReviewScreenState::handoffHelp() const {
-    return hasSelects() ? QStringLiteral("Bundle selects + media into a portable .corvane package "
-                                         "(Shift-Cmd-E)")
-                        : noSelectsHelp();
 }
 
 /// With no clips at all the filter row says so, and the list is just empty.

@@ -51,8 +51,6 @@ class ReviewScreenState : public QObject {
     Q_PROPERTY(bool overlayButtonIsVisible READ overlayButtonIsVisible NOTIFY rateChanged)
     Q_PROPERTY(bool hoveringPlayer READ hoveringPlayer WRITE setHoveringPlayer NOTIFY rateChanged)
     Q_PROPERTY(bool hasSelects READ hasSelects NOTIFY hasSelectsChanged)
-    Q_PROPERTY(QString exportHelp READ exportHelp NOTIFY hasSelectsChanged)
-    Q_PROPERTY(QString handoffHelp READ handoffHelp NOTIFY hasSelectsChanged)
     Q_PROPERTY(bool showsNoMatches READ showsNoMatches NOTIFY showsNoMatchesChanged)
     Q_PROPERTY(bool isImporting READ isImporting NOTIFY sheetsChanged)
     Q_PROPERTY(bool isExporting READ isExporting NOTIFY sheetsChanged)
@@ -178,8 +176,6 @@ class ReviewScreenState : public QObject {
 
     // Lists and sheets.
     bool hasSelects() const { return m_list.clips().hasSelects(); }
-    QString exportHelp() const;
-    QString handoffHelp() const;
     bool showsNoMatches() const;
     Q_INVOKABLE void addToSelects();
     Q_INVOKABLE void removeFromSelects();
