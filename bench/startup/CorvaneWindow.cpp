@@ -16,7 +16,7 @@ int main(int argc, char **argv) {
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("corvane"));
     corvane::setUpLook(application);
-    const std::jthread fonts = corvane::warmUpFonts();
+    const std::jthread warming = corvane::warmUp();
     return corvane::runCorvane({.dataFolder = corvane::applicationFolders::applicationSupport(),
                                 .makeProjectScreen = corvane::projectModule::makeProjectScreen,
                                 .shown = [&](QQuickWindow &window) {

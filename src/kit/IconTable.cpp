@@ -1,5 +1,6 @@
 #include "kit/IconTable.h"
 
+#include <QFontDatabase>
 #include <QQmlEngine>
 
 #include <iterator>
@@ -55,9 +56,17 @@ constexpr IconRow iconRows[] = {
     {QLatin1String("calendar"), 0xE935},
 };
 
+/// The program brings its icons along: of the installed forms of this font the system may choose
+/// one that has to be unpacked, which the first frame would wait for.
+void addFont() {
+    [[maybe_unused]] static const int added = QFontDatabase::addApplicationFont(
+        QStringLiteral(":/corvane/kit/MaterialIcons-Regular.ttf"));
+}
+
 } // namespace
 
 IconTable::IconTable(QObject *parent) : QObject(parent) {
+    addFont();
     m_codePoints.reserve(std::ssize(iconRows));
     for (const IconRow &row : iconRows) {
         m_codePoints.insert(row.symbol, row.codePoint);

@@ -9,7 +9,8 @@
 namespace corvane {
 
 /// Looked up by the names that the screens use ("film", "chevron.left"). The font is the family
-/// that `family` names; a symbol is one code point in it. Main thread.
+/// that `family` names, which the first table adds to the application's; a symbol is one code point
+/// in it. Main thread, with a QGuiApplication.
 class IconTable : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -1,5 +1,6 @@
 #include "kit/Look.h"
 
+#include <QDBusConnection>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -30,8 +31,11 @@ void setUpLook(QGuiApplication &application) {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 
-std::jthread warmUpFonts() {
-    return std::jthread([font = QGuiApplication::font()] { QFontMetricsF(font).height(); });
+std::jthread warmUp() {
+    return std::jthread([font = QGuiApplication::font()] {
+        QFontMetricsF(font).height();
+        QDBusConnection::sessionBus();
+    });
 }
 
 } // namespace corvane

@@ -11,8 +11,9 @@ namespace corvane {
 /// main thread, after the application object is made.
 void setUpLook(QGuiApplication &application);
 
-/// Reads the machine's fonts on a thread, so that the first text needn't wait for them; what it
-/// returns must end before the application does.
-std::jthread warmUpFonts();
+/// Does on a thread what the first screen would wait for: reads the machine's fonts and connects to
+/// the session's bus, which tells whether somebody has the screen read aloud. What it returns must
+/// end before the application does.
+std::jthread warmUp();
 
 } // namespace corvane

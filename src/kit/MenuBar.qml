@@ -65,8 +65,4 @@ T.MenuBar {
             model: control.contentModel
         }
     }
-
-    background: Rectangle {
-        color: Theme.b1
-    }
 }

@@ -24,7 +24,7 @@ int main(int argc, char **argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
     QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("corvane")));
     corvane::setUpLook(application);
-    const std::jthread fonts = corvane::warmUpFonts();
+    const std::jthread warming = corvane::warmUp();
     const QStringList arguments = QGuiApplication::arguments().mid(1);
     if (arguments.size() > 1) {
         std::fputs("corvane opens one project file at a time.\n", stderr);

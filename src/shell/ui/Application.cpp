@@ -5,8 +5,10 @@
 #include "shell/InstanceHandover.h"
 
 #include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QGuiApplication>
-#include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQuickWindow>
 #include <QThread>
 
@@ -43,28 +45,60 @@ std::unique_ptr<OpenProjectScreen> madeOrEnding(const Start &start, CorvaneApp &
     }
 }
 
+QUrl screen(const char *name) {
+    return QUrl(QStringLiteral("qrc:/qt-project.org/imports/Corvane/Shell/%1.qml")
+                    .arg(QLatin1String(name)));
+}
+
+void waitUntilRead(const QQmlComponent &component) {
+    if (component.isLoading()) {
+        QEventLoop loop;
+        QObject::connect(&component, &QQmlComponent::statusChanged, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+}
+
+/// The main window with its home screen, not shown yet; null, with a line on the log, where there
+/// is none. The engine reads the screens on its thread while this one loads the display's drivers,
+/// which come with the first window: one after the other they would take half as long again.
+std::unique_ptr<QQuickWindow> madeWindow(QQmlEngine &engine, CorvaneApp &app) {
+    QQmlComponent window(&engine);
+    QQmlComponent home(&engine);
+    window.loadUrl(screen("MainWindow"), QQmlComponent::Asynchronous);
+    home.loadUrl(screen("HomeView"), QQmlComponent::Asynchronous);
+    {
+        const QQuickWindow first;
+    }
+    waitUntilRead(window);
+    std::unique_ptr<QQuickWindow> made(qobject_cast<QQuickWindow *>(
+        window.createWithInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}})));
+    if (!made) {
+        qCritical("%s", qUtf8Printable(window.errorString()));
+    }
+    return made;
+}
+
 int runWindow(const Start &start) {
     // What runs is ended first, by CorvaneApp::quit(): the toolkit would end the program at once.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    InstanceHandover handover(start.dataFolder);
     CorvaneApp app({.dataFolder = start.dataFolder, .makeProjectScreen = [&start](CorvaneApp &app) {
                         return madeOrEnding(start, app);
                     }});
-    const InterruptWatcher interrupts([&app] { app.quit(); }); // as the window's closing
-    QQmlApplicationEngine engine;
-    engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
-    engine.loadData("import Corvane.Shell\nMainWindow {}");
-    auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    QQmlEngine engine;
+    const std::unique_ptr<QQuickWindow> window = madeWindow(engine, app);
     if (!window) {
         return fail(QStringLiteral("Corvane's window could not be made."));
     }
+    // Not before: while the screens are read, events that come here would find nobody.
+    InstanceHandover handover(start.dataFolder);
+    const InterruptWatcher interrupts([&app] { app.quit(); }); // as the window's closing
     const auto open = [&app](const QString &named) {
         if (!named.isEmpty()) {
             app.router()->open(named);
         }
     };
-    QObject::connect(&handover, &InstanceHandover::startedAgain, window,
-                     [&app, &open, window](const QString &named) {
+    QObject::connect(&handover, &InstanceHandover::startedAgain, window.get(),
+                     [&app, &open, &window](const QString &named) {
                          app.stay();
                          bringToFront(*window);
                          open(named);

@@ -52,19 +52,11 @@ FocusScope {
     // Each alert is made with the first that it has to tell.
     Loader {
         active: root.app.router.hasError || item !== null
-        sourceComponent: Component {
-            ErrorAlert {
-                router: root.app.router
-            }
-        }
+        Component.onCompleted: setSource("ErrorAlert.qml", { router: root.app.router })
     }
 
     Loader {
         active: root.app.updater.resultText !== "" || item !== null
-        sourceComponent: Component {
-            UpdateAlert {
-                updater: root.app.updater
-            }
-        }
+        Component.onCompleted: setSource("UpdateAlert.qml", { updater: root.app.updater })
     }
 }
