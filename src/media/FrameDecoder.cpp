@@ -47,10 +47,11 @@ FrameDecoder::FrameDecoder(const AVStream &stream, const VideoReader::Options &o
     }
     check(avcodec_parameters_to_context(m_codec.get(), stream.codecpar),
           "Cannot set up the decoder");
-    const int cores = std::max(int(std::thread::hardware_concurrency()), 1);
+    // One more than cores: a thread with a picture to skip is free at once, and waits for its turn.
+    const int busy = std::max(int(std::thread::hardware_concurrency()), 1) + 1;
     m_codec->pkt_timebase = stream.time_base;
     m_codec->max_pixels = kMostPixels;
-    m_codec->thread_count = std::min(options.threads > 0 ? options.threads : cores, kMostThreads);
+    m_codec->thread_count = std::min(options.threads > 0 ? options.threads : busy, kMostThreads);
     m_codec->thread_type = options.singlePictures && isIntraOnly(*stream.codecpar)
                                ? FF_THREAD_SLICE
                                : FF_THREAD_FRAME | FF_THREAD_SLICE;

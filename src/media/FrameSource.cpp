@@ -17,11 +17,14 @@ constexpr double kLeastChunk = 4.0 / MediaTime::kTimescale; ///< safe from round
 } // namespace
 
 FrameSource::FrameSource(const QString &path, qsizetype byteLimit, std::stop_token stop)
-    : m_path(path), m_stop(stop), m_reader(path, {}, std::move(stop)), m_cache(byteLimit) {}
+    : m_path(path),
+      m_stop(stop),
+      m_reader(std::make_unique<VideoReader>(path, VideoReader::Options(), std::move(stop))),
+      m_cache(byteLimit) {}
 
 void FrameSource::setStop(const std::stop_token &stop) {
     m_stop = stop;
-    m_reader.setStop(stop);
+    m_reader->setStop(stop);
     if (m_seeker) {
         m_seeker->setStop(stop);
     }
@@ -38,7 +41,7 @@ VideoReader &FrameSource::seeker() {
 /// A cancelled read leaves the reader somewhere: `m_given` is set only by one that came through.
 std::optional<VideoFrame> FrameSource::read(MediaTime time, double tolerance) {
     m_given.reset();
-    const auto frame = m_reader.frameAt(time, tolerance);
+    const auto frame = m_reader->frameAt(time, tolerance);
     if (frame) {
         m_cache.insert(*frame, std::nullopt);
         m_given = frame->time;
@@ -54,7 +57,7 @@ std::optional<VideoFrame> FrameSource::readAfter(MediaTime time) {
         }
     }
     m_given.reset();
-    auto frame = m_reader.next();
+    auto frame = m_reader->next();
     if (!frame) {
         m_last = time;
         return std::nullopt;
@@ -72,11 +75,28 @@ std::optional<VideoFrame> FrameSource::at(MediaTime time) {
     if (jump >= 0 && jump < kShortJump) {
         return read(time, 0);
     }
+    if (!m_reader->hasCloseKeys(time)) {
+        return readFar(time);
+    }
     const auto frame = seeker().frameAt(time);
     if (frame) {
         m_cache.insert(*frame, std::nullopt);
     }
     return frame;
+}
+
+/// Between distant key frames the way to a frame is long, so it is read by the one of the two that
+/// stands nearest before it, or else by the one that has stood for longer: the frames that are
+/// looked for in turn often lie around two places. Whichever it was goes on from there.
+std::optional<VideoFrame> FrameSource::readFar(MediaTime time) {
+    const auto own = m_reader->wayTo(time);
+    const auto other = seeker().wayTo(time);
+    if (!own || (other && *other < *own)) {
+        std::swap(m_reader, m_seeker);
+        m_reader->setSinglePictures(false);
+        m_seeker->setSinglePictures(true);
+    }
+    return read(time, 0);
 }
 
 std::optional<VideoFrame> FrameSource::near(MediaTime time, double tolerance) {
@@ -185,7 +205,7 @@ bool FrameSource::beginBehind(MediaTime goal) {
 double FrameSource::chunkSeconds() const {
     const auto bytes = m_focus ? std::max<qsizetype>(m_focus->byteCount(), 1) : 1;
     const auto frames = std::clamp<qsizetype>(m_cache.byteLimit() / 4 / bytes, 1, kFramesAtOnce);
-    const double rate = m_reader.nominalFrameRate();
+    const double rate = m_reader->nominalFrameRate();
     return std::max(double(frames) / (rate > 0 ? rate : kUsualFrameRate), kLeastChunk);
 }
 

@@ -18,8 +18,8 @@ class FrameSource {
     FrameSource(const QString &path, qsizetype byteLimit, std::stop_token stop);
 
     void setStop(const std::stop_token &stop);
-    int quarterTurns() const { return m_reader.quarterTurns(); }
-    std::optional<MediaTime> duration() const { return m_reader.duration(); }
+    int quarterTurns() const { return m_reader->quarterTurns(); }
+    std::optional<MediaTime> duration() const { return m_reader->duration(); }
 
     /// The frame that `time` names. Nothing only where no frame can be decoded.
     std::optional<VideoFrame> at(MediaTime time);
@@ -67,6 +67,7 @@ class FrameSource {
     bool fillThinly();
     std::optional<VideoFrame> read(MediaTime time, double tolerance);
     VideoReader &seeker();
+    std::optional<VideoFrame> readFar(MediaTime time);
     std::optional<VideoFrame> readAfter(MediaTime time);
     bool fillBehind(MediaTime goal);
     bool beginBehind(MediaTime goal);
@@ -76,8 +77,9 @@ class FrameSource {
 
     const QString m_path;
     std::stop_token m_stop;
-    VideoReader m_reader; ///< goes on from frame to frame
-    /// Finds single frames quicker than what can go on from them. Opened at the first long jump.
+    std::unique_ptr<VideoReader> m_reader; ///< goes on from frame to frame
+    /// Finds single frames quicker than what can go on from them. Opened at the first long jump. The
+    /// two change places where key frames are far apart.
     std::unique_ptr<VideoReader> m_seeker;
     FrameCache m_cache;
     std::optional<MediaTime> m_given; ///< the frame that the reader stands after

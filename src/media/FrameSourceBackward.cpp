@@ -24,8 +24,8 @@ std::optional<MediaTime> FrameSource::farKey(MediaTime goal) const {
     if (!m_focus) {
         return std::nullopt;
     }
-    const auto key = m_reader.keyBefore(goal);
-    const double rate = m_reader.nominalFrameRate();
+    const auto key = m_reader->keyBefore(goal);
+    const double rate = m_reader->nominalFrameRate();
     const double frames =
         key ? (goal.seconds() - key->seconds()) * (rate > 0 ? rate : kAssumedRate) : 0;
     const bool isFar = frames * double(m_focus->byteCount()) > double(m_cache.byteLimit()) / 2;
@@ -54,7 +54,7 @@ std::optional<VideoFrame> FrameSource::behind(const VideoFrame &frame) {
 }
 
 void FrameSource::thinOut(MediaTime key, MediaTime goal) {
-    const double rate = m_reader.nominalFrameRate();
+    const double rate = m_reader->nominalFrameRate();
     const double frames = (goal.seconds() - key.seconds()) * (rate > 0 ? rate : kAssumedRate);
     const auto bytes = double(std::max<qsizetype>(m_focus->byteCount(), 1));
     const double room = std::max(double(m_cache.byteLimit()) / kThinShare / bytes, 1.0);
@@ -74,10 +74,10 @@ bool FrameSource::thinFurther() {
     std::optional<VideoFrame> frame;
     if (!thinning.reached || m_given != thinning.reached->time) {
         m_given.reset();
-        frame = m_reader.frameAt(thinning.reached ? thinning.reached->time : thinning.key);
+        frame = m_reader->frameAt(thinning.reached ? thinning.reached->time : thinning.key);
     } else {
         m_given.reset();
-        frame = m_reader.next();
+        frame = m_reader->next();
     }
     if (!frame || frame->time >= thinning.goal) {
         thinning.isDone = true;

@@ -1,5 +1,7 @@
 #include "media/PictureConversion.h"
 
+#include "media/MediaInput.h"
+
 extern "C" {
 #include <libavfilter/buffersink.h>
 #include <libavfilter/buffersrc.h>
@@ -38,12 +40,16 @@ bool isFullRange(const AVFrame &picture) {
            picture.format == AV_PIX_FMT_YUVJ422P || picture.format == AV_PIX_FMT_YUVJ444P;
 }
 
+/// On its way to a screen, as opposed to an encoder.
+bool isScreen(AVPixelFormat target) {
+    return target == AV_PIX_FMT_RGB24 || target == AV_PIX_FMT_RGB32;
+}
+
 /// What the light is reckoned from. Pictures on their way to a screen may have odd sides, so they
 /// keep a colour for each point.
 QByteArray precise(AVPixelFormat target) {
     const QByteArray fine = "yuv444p10le|yuv444p12le|gbrp10le|gbrp12le|yuv444p16le";
-    return target == AV_PIX_FMT_RGB24 ? fine
-                                      : "yuv420p10le|yuv422p10le|yuv420p12le|yuv422p12le|" + fine;
+    return isScreen(target) ? fine : "yuv420p10le|yuv422p10le|yuv420p12le|yuv422p12le|" + fine;
 }
 
 /// In linear light, with what a camera's file leaves unsaid taken for BT.2020. The curve leaves
@@ -60,9 +66,9 @@ QByteArray toneMapping(const AVFrame &picture, AVPixelFormat target) {
            ",format=gbrpf32le,zscale=p=bt709,tonemap=tonemap=mobius:desat=0:peak=" +
            QByteArray::number(peakOf(picture)) +
            ",zscale=t=bt709:m=bt709:r=limited:c=left,format=" +
-           (target == AV_PIX_FMT_RGB24
-                ? "yuv444p,scale=in_color_matrix=bt709:in_range=limited,format=rgb24"
-                : "yuv420p");
+           (isScreen(target) ? "yuv444p,scale=in_color_matrix=bt709:in_range=limited,format=" +
+                                   QByteArray(av_get_pix_fmt_name(target))
+                             : QByteArrayLiteral("yuv420p"));
 }
 
 } // namespace
@@ -162,6 +168,19 @@ FrameHandle PictureConversion::convert(FrameHandle picture) {
     FrameHandle converted = makeFrame();
     check(av_buffersink_get_frame(m_output, converted.get()), kConverting);
     return converted;
+}
+
+ScreenMapping::ScreenMapping(AVPixelFormat pixels) : m_pixels(pixels) {}
+
+FrameHandle ScreenMapping::map(const AVFrame &picture, QSize size) {
+    if (!m_conversion || m_size != size) {
+        m_conversion.emplace(PictureFormat{.size = size, .pixels = m_pixels}, kContainerTimeBase);
+        m_size = size;
+    }
+    FrameHandle copy = makeFrame();
+    check(av_frame_ref(copy.get(), &picture), kConverting);
+    copy->pts = 0;
+    return m_conversion->convert(std::move(copy));
 }
 
 } // namespace corvane::media

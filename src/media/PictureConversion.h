@@ -4,6 +4,8 @@
 
 #include "media/PictureFormat.h"
 
+#include <optional>
+
 namespace corvane::media {
 
 /// Brings decoded pictures into the format that is encoded: cuts, scales, reduces the bits and maps
@@ -29,6 +31,22 @@ class PictureConversion {
     AVFilterContext *m_input = nullptr;  ///< the graph's
     AVFilterContext *m_output = nullptr; ///< the graph's
     FrameHandle m_kind;                  ///< the format that the graph was built for
+};
+
+/// Pictures of high dynamic range in the red, green and blue of a screen, mapped as an export maps
+/// them. One thread at a time.
+class ScreenMapping {
+  public:
+    /// `pixels`: AV_PIX_FMT_RGB24 or AV_PIX_FMT_RGB32.
+    explicit ScreenMapping(AVPixelFormat pixels);
+
+    /// Scaled to `size`. Throws `MediaError`.
+    FrameHandle map(const AVFrame &picture, QSize size);
+
+  private:
+    AVPixelFormat m_pixels;
+    std::optional<PictureConversion> m_conversion;
+    QSize m_size; ///< that it makes
 };
 
 } // namespace corvane::media

@@ -148,15 +148,26 @@ SwsContext &PictureConverter::scalerFor(const Scaling &scaling) {
     return *scaler;
 }
 
+FrameHandle PictureConverter::scaled(const AVFrame &source, QSize size) {
+    if (isHighDynamicRange(source.color_trc)) {
+        return m_mapping.map(source, size);
+    }
+    auto picture = Memory::of(m_scaled, size).frame();
+    auto &scaler = scalerFor({{source.width, source.height},
+                              source.format,
+                              matrixOf(source),
+                              usesFullRange(source),
+                              size});
+    check(sws_scale_frame(&scaler, picture.get(), &source), "scale a frame");
+    return picture;
+}
+
 Picture PictureConverter::convert(const VideoFrame &frame, int quarterTurns, QSize wanted) {
     const auto &source = *frame.picture;
     const QSize stored(source.width, source.height);
     const auto shown = shownSize(stored, pixelAspectOf(source), quarterTurns, wanted);
     const auto scaledSize = quarterTurns % 2 ? shown.transposed() : shown;
-    auto picture = Memory::of(m_scaled, scaledSize).frame();
-    auto &scaler =
-        scalerFor({stored, source.format, matrixOf(source), usesFullRange(source), scaledSize});
-    check(sws_scale_frame(&scaler, picture.get(), &source), "scale a frame");
+    auto picture = scaled(source, scaledSize);
     if (quarterTurns) {
         auto turned = Memory::of(m_turned, shown).frame();
         turn(*picture, *turned, quarterTurns);

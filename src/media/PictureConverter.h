@@ -3,6 +3,7 @@
 // For the source files of this floor only.
 
 #include "media/Picture.h"
+#include "media/PictureConversion.h"
 #include "media/VideoReader.h"
 
 namespace corvane::media {
@@ -12,7 +13,8 @@ namespace corvane::media {
 QSize shownSize(QSize stored, double pixelAspect, int quarterTurns, QSize wanted);
 
 /// Makes pictures of decoded frames: scaled to what is shown, in the stream's own colour matrix and
-/// range, turned upright. High dynamic range isn't mapped to the screen's. One thread.
+/// range, turned upright. High dynamic range is mapped to the screen's, which takes several times
+/// as long. One thread.
 class PictureConverter {
   public:
     PictureConverter();
@@ -27,8 +29,10 @@ class PictureConverter {
     struct Memory;
 
     SwsContext &scalerFor(const Scaling &scaling);
+    FrameHandle scaled(const AVFrame &source, QSize size);
 
     ScalerHandle m_scaler;
+    ScreenMapping m_mapping{AV_PIX_FMT_RGB32};
     std::unique_ptr<Scaling> m_scaling;
     std::unique_ptr<Memory> m_scaled;
     std::unique_ptr<Memory> m_turned;

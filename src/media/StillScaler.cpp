@@ -114,22 +114,10 @@ void StillScaler::prepare(const AVFrame &picture, QSize size) {
     }
 }
 
-FrameHandle StillScaler::toneMapped(const AVFrame &picture, QSize size) {
-    if (!m_toneMapping || m_toneMappedSize != size) {
-        m_toneMapping.emplace(PictureFormat{.size = size, .pixels = AV_PIX_FMT_RGB24},
-                              kContainerTimeBase);
-        m_toneMappedSize = size;
-    }
-    FrameHandle copy = makeFrame();
-    check(av_frame_ref(copy.get(), &picture), "Cannot convert a picture");
-    copy->pts = 0;
-    return m_toneMapping->convert(std::move(copy));
-}
-
 StillImage StillScaler::still(const AVFrame &picture, int quarterTurns, QSize maximumSize) {
     const QSize size = scaledSize(picture, quarterTurns % 2 != 0, maximumSize);
     if (isHighDynamicRange(picture.color_trc)) {
-        return turned(*toneMapped(picture, size), quarterTurns);
+        return turned(*m_mapping.map(picture, size), quarterTurns);
     }
     prepare(picture, size);
     check(sws_scale(m_scaler.get(), picture.data, picture.linesize, 0, picture.height,

@@ -19,11 +19,9 @@ class StillScaler {
 
   private:
     void prepare(const AVFrame &picture, QSize size);
-    FrameHandle toneMapped(const AVFrame &picture, QSize size);
 
     ScalerHandle m_scaler;
-    std::optional<PictureConversion> m_toneMapping;
-    QSize m_toneMappedSize;
+    ScreenMapping m_mapping{AV_PIX_FMT_RGB24};
     FrameHandle m_scaled = makeFrame();
 };
 

@@ -130,6 +130,22 @@ std::optional<MediaTime> VideoReader::keyBefore(MediaTime time) const {
     return key ? std::optional(reader.timeFor(key->timestamp + delay)) : std::nullopt;
 }
 
+std::optional<double> VideoReader::wayTo(MediaTime time) const {
+    const Stream::Goal goal = m_stream->goalFor(time, 0);
+    if (!m_stream->leadsTo(goal)) {
+        return std::nullopt;
+    }
+    return double(goal.target - m_stream->current->time) * av_q2d(m_stream->stream.time_base);
+}
+
+bool VideoReader::hasCloseKeys(MediaTime time) const {
+    return m_stream->hasCloseKeys(m_stream->goalFor(time, 0).target);
+}
+
+void VideoReader::setSinglePictures(bool only) {
+    m_stream->givesSinglePictures = only;
+}
+
 void VideoReader::setStop(std::stop_token stop) {
     m_stream->input.setStop(std::move(stop));
 }

@@ -31,7 +31,7 @@ struct VideoFrame {
 class VideoReader {
   public:
     struct Options {
-        int threads = 0; ///< of the decoder; 0 for as many as the machine has cores
+        int threads = 0; ///< of the decoder; 0 for what keeps all cores busy
         /// True where only single pictures are wanted, so that a decoder that works on several
         /// frames at once would only add to the wait.
         bool singlePictures = false;
@@ -60,6 +60,14 @@ class VideoReader {
 
     /// The last key frame before `time`, as far as the file's index tells: where decoding begins.
     std::optional<MediaTime> keyBefore(MediaTime time) const;
+
+    /// How many seconds of film lie between where this stands and `time`, where going on is the
+    /// shortest way there; nothing where it is to begin anew.
+    std::optional<double> wayTo(MediaTime time) const;
+    /// Whether beginning anew at a key frame is quick around `time`, as far as the index tells.
+    bool hasCloseKeys(MediaTime time) const;
+    /// `Options::singlePictures` for what is read from now on.
+    void setSinglePictures(bool only);
 
     /// Makes the following calls watch another token.
     void setStop(std::stop_token stop);

@@ -1,5 +1,6 @@
 #include "media/MediaPlayer.h"
 
+#include "media/FrameGenerator.h"
 #include "media/FrameSource.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"
@@ -139,6 +140,20 @@ TEST_F(MediaPlayerTest, ShowsTheFrameThatASeekNamesWhereverItGoes) {
     player->seek(MediaTime::fromSeconds(0.5));
     EXPECT_TRUE(shows(12));
     EXPECT_EQ(player->currentTime(), MediaTime::fromSeconds(0.5));
+}
+
+TEST_F(MediaPlayerTest, GoesAnywhereBetweenDistantKeyFramesWithoutACache) {
+    start({.frameBytes = 1});
+    load(clip({.frames = 200, .gop = 150, .bFrames = 2}));
+    QRandomGenerator random(11);
+    for (int seek = 0; seek < 30; ++seek) {
+        const int frame = random.bounded(1, 199);
+        player->seek(MediaTime::fromSeconds(frame * kFrame));
+        ASSERT_TRUE(shows(frame));
+        const int step = random.bounded(2) == 0 ? 1 : -1;
+        player->stepFrames(step);
+        ASSERT_TRUE(shows(frame + step));
+    }
 }
 
 TEST_F(MediaPlayerTest, AddsUpStepsThatAreAskedForAtOnceAndStaysAtTheEnds) {
@@ -356,6 +371,31 @@ TEST_F(MediaPlayerTest, MakesUprightPicturesOfTheWantedSize) {
     sink->size = {4000, 4000}; // never larger than the source
     player->redraw();
     EXPECT_TRUE(eventually([&] { return sink->shown().last().picture.height == 320; }));
+}
+
+TEST_F(MediaPlayerTest, MapsHighDynamicRangeAsStillsDo) {
+    start();
+    const QString path = folder.at(QStringLiteral("pq.mp4"));
+    test::runFFmpeg(
+        QStringLiteral(
+            "-f lavfi -i testsrc2=size=320x180:rate=25 -frames:v 2 -pix_fmt yuv420p10le "
+            "-c:v libx265 -preset ultrafast -x265-params log-level=none:colorprim=bt2020:"
+            "transfer=smpte2084:colormatrix=bt2020nc %1")
+            .arg(path)
+            .split(QLatin1Char(' ')));
+    settle([&] { player->replaceCurrentItem(path); });
+    ASSERT_TRUE(eventually([&] { return !sink->shown().isEmpty(); }));
+    const Picture shown = sink->shown().last().picture;
+    const StillImage still = FrameGenerator(path, {}).imageAt({});
+    ASSERT_EQ(QSize(shown.width, shown.height), QSize(still.width, still.height));
+    int furthest = 0;
+    for (int at = 0; at < still.width * still.height; ++at) {
+        const int x = at % still.width;
+        const uchar *row = shown.pixels.get() + at / still.width * shown.bytesPerLine;
+        const int green = int(reinterpret_cast<const quint32 *>(row)[x] >> 8 & 0xff);
+        furthest = std::max(furthest, std::abs(green - uchar(still.pixels.at(3 * at + 1))));
+    }
+    EXPECT_LE(furthest, 2);
 }
 
 TEST_F(MediaPlayerTest, LetsThePicturesFollowTheSound) {
