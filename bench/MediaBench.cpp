@@ -28,6 +28,15 @@ constexpr Footage kFootage[] = {
     {"h264-300", "libx264 -preset superfast -sc_threshold 0", 300},
     {"hevc-12", "libx265 -preset ultrafast -tag:v hvc1 -x265-params scenecut=0:open-gop=0", 12},
     {"hevc-300", "libx265 -preset ultrafast -tag:v hvc1 -x265-params scenecut=0:open-gop=0", 300},
+    // As most cameras store it: a fixed number of pictures that nobody refers to between two
+    // others.
+    {"h264-300-plain",
+     "libx264 -preset superfast -sc_threshold 0 -bf 3 -b_strategy 0 -x264-params b-pyramid=none",
+     300},
+    {"hevc-300-plain",
+     "libx265 -preset ultrafast -tag:v hvc1 -x265-params "
+     "scenecut=0:open-gop=0:bframes=3:b-adapt=0:b-pyramid=0",
+     300},
 };
 
 /// A clip of 1080p with sound, made once: the encoder's part three times over.

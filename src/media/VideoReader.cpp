@@ -1,6 +1,7 @@
 #include "media/VideoReader.h"
 
 #include "media/FrameDecoder.h"
+#include "media/UnreferencedPackets.h"
 #include "media/VideoPackets.h"
 
 extern "C" {
@@ -37,6 +38,7 @@ struct VideoReader::Stream {
           stream(videoOf(input)),
           packets(input, stream),
           decoder(stream, options),
+          unreferenced(*stream.codecpar),
           start(av_rescale_q(input.startTime(), kContainerTimeBase, stream.time_base)),
           givesSinglePictures(options.singlePictures) {}
 
@@ -81,6 +83,7 @@ struct VideoReader::Stream {
     AVStream &stream;
     VideoPackets packets;
     FrameDecoder decoder;
+    UnreferencedPackets unreferenced;
     qint64 start; ///< of the asset's presentation
     bool givesSinglePictures;
     bool isCutShort = false; ///< decoding can't go on from here
@@ -393,8 +396,12 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeNext(const Goal 
         }
         input.testStop();
         const PacketHandle packet = packets.take();
-        decoder.send(packet.get(), packet && goal && maySkip(*packet, *goal));
         ++sent;
+        const bool skips = packet && goal && maySkip(*packet, *goal);
+        if (skips && unreferenced.contains(*packet)) {
+            continue;
+        }
+        decoder.send(packet.get(), skips);
         if (packet && goal && givesSinglePictures && isEnough(*packet, *goal)) {
             decoder.send(nullptr);
             isCutShort = true;

@@ -1,5 +1,8 @@
 #include "media/VideoReader.h"
 
+#include "media/FrameDecoder.h"
+#include "media/MediaInput.h"
+#include "media/UnreferencedPackets.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"
 
@@ -48,6 +51,35 @@ void expectExact(VideoReader &reader, int first, int last,
                 << "from " << wanted;
         }
     }
+}
+
+/// The packets told to hold what no other picture refers to, and the pictures that a decoder leaves
+/// out where it is to skip those.
+std::pair<int, int> unreferencedOf(const QString &path) {
+    MediaInput input(path, MediaInput::Depth::Timestamps);
+    const AVStream &stream = *input.firstVideoStream();
+    const UnreferencedPackets unreferenced(*stream.codecpar);
+    FrameDecoder decoder(stream, {.threads = 1});
+    int told = 0;
+    int left = 0;
+    const auto receive = [&] {
+        while (decoder.receive()) {
+            --left;
+        }
+    };
+    const PacketHandle packet = makePacket();
+    while (input.read(*packet)) {
+        if (packet->stream_index == stream.index) {
+            told += unreferenced.contains(*packet) ? 1 : 0;
+            ++left;
+            decoder.send(packet.get(), true);
+            receive();
+        }
+        av_packet_unref(packet.get());
+    }
+    decoder.send(nullptr);
+    receive();
+    return {told, left};
 }
 
 struct Kind {
@@ -116,6 +148,23 @@ TEST(VideoReaderTest, GivesTheFrameThatATimeNamesInEveryKindOfFile) {
         EXPECT_LT(delay, 0.05);
         expectExact(reader, 0, kind.options.frames - 1,
                     [&](int number) { return delay + number / rate; });
+    }
+}
+
+TEST(VideoReaderTest, KnowsWhichPicturesNobodyRefersTo) {
+    const TestFolder folder;
+    const Kind kinds[] = {
+        {"plain.mp4", {.bFrames = 2}},
+        {"plain.ts", {.bFrames = 2, .audioTracks = 1}},
+        {"hevc.mkv", {.codec = text("libx265"), .bFrames = 3}},
+        {"hevc.m2ts", {.codec = text("libx265"), .bFrames = 2}},
+        {"none.mp4", {}},
+    };
+    for (const Kind &kind : kinds) {
+        const auto [told, left] =
+            unreferencedOf(makeClip(folder.at(text(kind.name)), kind.options));
+        EXPECT_EQ(told, left) << kind.name;
+        EXPECT_EQ(told > 10, kind.options.bFrames > 0) << kind.name;
     }
 }
 
