@@ -61,8 +61,8 @@ FileStatus fromStat(const struct stat &raw) {
 }
 
 /// So much is written at a time. From larger writes the system makes larger pages for its cache,
-/// and those cost twice the time to fill where the memory is fresh.
-constexpr qint64 kWriteStep = qint64(128) << 10;
+/// and those cost up to twice the time to fill where the memory is fresh.
+constexpr qint64 kWriteStep = qint64(16) << 10;
 
 Descriptor opened(const QString &path, int flags, mode_t mode = 0) {
     const QByteArray name = encoded(path);
