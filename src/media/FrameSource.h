@@ -78,8 +78,8 @@ class FrameSource {
     const QString m_path;
     std::stop_token m_stop;
     std::unique_ptr<VideoReader> m_reader; ///< goes on from frame to frame
-    /// Finds single frames quicker than what can go on from them. Opened at the first long jump. The
-    /// two change places where key frames are far apart.
+    /// Finds single frames quicker than what can go on from them. Opened at the first long jump.
+    /// The two change places where key frames are far apart.
     std::unique_ptr<VideoReader> m_seeker;
     FrameCache m_cache;
     std::optional<MediaTime> m_given; ///< the frame that the reader stands after
