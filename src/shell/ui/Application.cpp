@@ -81,28 +81,31 @@ std::unique_ptr<QQuickWindow> madeWindow(QQmlEngine &engine, CorvaneApp &app) {
 int runWindow(const Start &start) {
     // What runs is ended first, by CorvaneApp::quit(): the toolkit would end the program at once.
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    InstanceHandover handover(start.dataFolder);
     CorvaneApp app({.dataFolder = start.dataFolder, .makeProjectScreen = [&start](CorvaneApp &app) {
                         return madeOrEnding(start, app);
                     }});
-    QQmlEngine engine;
-    const std::unique_ptr<QQuickWindow> window = madeWindow(engine, app);
-    if (!window) {
-        return fail(QStringLiteral("Corvane's window could not be made."));
-    }
-    // Not before: while the screens are read, events that come here would find nobody.
-    InstanceHandover handover(start.dataFolder);
-    const InterruptWatcher interrupts([&app] { app.quit(); }); // as the window's closing
     const auto open = [&app](const QString &named) {
         if (!named.isEmpty()) {
             app.router()->open(named);
         }
     };
-    QObject::connect(&handover, &InstanceHandover::startedAgain, window.get(),
+    QQmlEngine engine;
+    std::unique_ptr<QQuickWindow> window;
+    // Before the screens are read, when another start can come already.
+    QObject::connect(&handover, &InstanceHandover::startedAgain, &app,
                      [&app, &open, &window](const QString &named) {
                          app.stay();
-                         bringToFront(*window);
+                         if (window) {
+                             bringToFront(*window);
+                         }
                          open(named);
                      });
+    window = madeWindow(engine, app);
+    if (!window) {
+        return fail(QStringLiteral("Corvane's window could not be made."));
+    }
+    const InterruptWatcher interrupts([&app] { app.quit(); }); // as the window's closing
     if (start.shown) {
         start.shown(*window);
     }
