@@ -1,0 +1,68 @@
+#include "media/FrameSource.h"
+
+#include "support/TestFolder.h"
+#include "support/TestMedia.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace corvane::media {
+
+namespace {
+
+constexpr double kFrameSeconds = 0.04; ///< of the clips
+
+} // namespace
+
+TEST(FrameSourceTest, KeepsTheFramesAroundThePlayheadWithinTheirBound) {
+    const test::TestFolder folder;
+    const auto path =
+        test::makeClip(folder.at(QStringLiteral("clip.mp4")), {.frames = 100, .gop = 100});
+    constexpr qsizetype kLimit = 2'000'000; // some twenty frames
+    FrameSource source(path, kLimit, {});
+    auto frame = source.at(MediaTime::fromSeconds(3));
+    ASSERT_TRUE(frame);
+    for (int step = 0; frame && step < 75; ++step) {
+        source.setFocus(*frame, FrameSource::Direction::backward);
+        while (source.fill(true)) {
+            ASSERT_LE(source.cachedBytes(), kLimit);
+        }
+        frame = source.before(*frame);
+    }
+    EXPECT_TRUE(frame && frame->time == MediaTime{});
+    EXPECT_GT(source.cachedBytes(), kLimit / 2);
+}
+
+TEST(FrameSourceTest, PlaysBackwardSpreadFramesWhereNotAllFit) {
+    const test::TestFolder folder;
+    const auto path = test::makeClip(folder.at(QStringLiteral("clip.mp4")),
+                                     {.frames = 300, .gop = 100, .bFrames = 2});
+    constexpr qsizetype kLimit = 3'000'000; // some thirty frames
+    FrameSource source(path, kLimit, {});
+    auto frame = source.at(MediaTime::fromSeconds(20));
+    ASSERT_TRUE(frame);
+    int shown = 0;
+    int fills = 0;
+    while (frame) {
+        const double time = frame->time.seconds();
+        EXPECT_EQ(test::frameNumber(*frame->picture), int(std::lround(time / kFrameSeconds)));
+        source.setFocus(*frame, FrameSource::Direction::backward);
+        while (source.fill(false)) {
+            ++fills;
+            ASSERT_LE(source.cachedBytes(), kLimit);
+        }
+        const auto next = source.behind(*frame);
+        ASSERT_TRUE(!next || next->time < frame->time);
+        EXPECT_TRUE(next ? time - next->time.seconds() < 20 * kFrameSeconds : time == 0);
+        frame = next;
+        ++shown;
+    }
+    EXPECT_GE(shown, 24);
+    EXPECT_LE(fills, 2 * 300); // nothing is decoded again and again
+    const auto step = source.before(*source.at(MediaTime::fromSeconds(6)));
+    ASSERT_TRUE(step);
+    EXPECT_EQ(test::frameNumber(*step->picture), 149) << "a step is exact all the same";
+}
+
+} // namespace corvane::media
