@@ -31,7 +31,7 @@ CliSession::CliSession(const Console &console, ContentHashMigration hashes)
               [this, hashes](const QList<ProjectSummary> &summaries) {
                   return migrateAuthorizations(m_authorization, m_io, summaries, hashes);
               }) {
-    waitUntilDone(m_store.startedUp());
+    waitUntilDone(m_store.waitForStartUp());
 }
 
 void CliSession::create(const NewProject &fields, const QString &file) {

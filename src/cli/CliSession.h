@@ -20,7 +20,7 @@ class CliSession {
     /// next one begins again. So a command that is about something else leaves it out, and the one
     /// that is about these grants waits for it.
     explicit CliSession(const Console &console,
-                        ContentHashMigration hashes = ContentHashMigration::LeftOut);
+                        ContentHashMigration hashes = ContentHashMigration::Skipped);
 
     ProjectStore &store() { return m_store; }
     /// The open project.

@@ -179,7 +179,7 @@ QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
     if (!store) {
         co_return;
     }
-    co_await authorization.notePending(refused.neverGranted, refused.changed, file);
+    co_await authorization.markPending(refused.neverGranted, refused.changed, file);
     if (self) {
         assign(m_refusedCount, int(refused.neverGranted.size() + refused.changed.size()),
                &ImportViewModel::refusedCountChanged);

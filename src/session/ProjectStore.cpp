@@ -81,7 +81,7 @@ QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
     }
 }
 
-QCoro::Task<> ProjectStore::startedUp() {
+QCoro::Task<> ProjectStore::waitForStartUp() {
     const auto startUp = m_startUp;
     co_await *startUp;
 }
@@ -92,7 +92,7 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     file = paths::standardized(file);
     if (!m_startUp->isReady()) { // as a rule it is; an older registry can take long, once
         setStatus(QStringLiteral("Checking the media of earlier projects…"));
-        co_await startedUp();
+        co_await waitForStartUp();
     }
     if (!self) {
         co_return;

@@ -112,7 +112,7 @@ class ProjectStore : public QObject {
 
     // The session.
     /// Returns when the start-up task is done. Opening a project waits for it too.
-    QCoro::Task<> startedUp();
+    QCoro::Task<> waitForStartUp();
     /// Opens a project in the place of any open one, whose pending edits are saved first. Where the
     /// new one can't be read, or the old one can't be saved, the old one stays open.
     QCoro::Task<> openProject(QString file);

@@ -45,7 +45,7 @@ struct LegacyMigrationOutcome {
 enum class ContentHashMigration {
     InBackground, ///< the start-up goes on without it
     Awaited,
-    LeftOut,
+    Skipped,
 };
 
 /// Runs the migrations; what is handed in must outlive them. Throws nothing.

@@ -88,7 +88,7 @@ class MediaSourceAuthorization {
     /// Makes pending what the user offered anew and is refused as it stands: paths that were never
     /// granted, as unresolved, and paths whose folder or contents changed since, as mismatched.
     /// Nothing is granted, and no grant is taken away.
-    QCoro::Task<void> notePending(QStringList neverGranted, QStringList changed,
+    QCoro::Task<void> markPending(QStringList neverGranted, QStringList changed,
                                   QString projectFile);
     /// Grants the project's clips that lie in its media folder.
     QCoro::Task<void> authorizeMediaFolderClips(Project project, QString projectFile);

@@ -94,7 +94,7 @@ void MediaSourceAuthorization::settleConfirmed(const QString &key, const QString
     addPending(key, unconfirmed);
 }
 
-QCoro::Task<void> MediaSourceAuthorization::notePending(QStringList neverGranted,
+QCoro::Task<void> MediaSourceAuthorization::markPending(QStringList neverGranted,
                                                         QStringList changed, QString projectFile) {
     if (neverGranted.isEmpty() && changed.isEmpty()) {
         co_return;

@@ -57,7 +57,7 @@ class ShellTest : public testing::Test {
                    folder.at(QStringLiteral("defaults.ini")), QSettings::IniFormat),
                .hashes = ContentHashMigration::Awaited,
                .makeProjectScreen = std::move(makeProjectScreen)}) {
-        await(app.store().startedUp());
+        await(app.store().waitForStartUp());
     }
 
     QString make(const QString &name, const Project &project) {

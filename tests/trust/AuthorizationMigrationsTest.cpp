@@ -100,7 +100,7 @@ TEST_F(AuthorizationMigrationsTest, GrantsTheClipsOfKnownProjectsOnce) {
     const auto recent = {summary("", folder.at(QStringLiteral("gone.corvane"))),
                          summary("", project)};
     start({});
-    await(migrateAuthorizations(*registry, io, recent, ContentHashMigration::LeftOut));
+    await(migrateAuthorizations(*registry, io, recent, ContentHashMigration::Skipped));
     EXPECT_TRUE(anchor(QStringLiteral("card/a.mov")).startsWith(QStringLiteral("3:")));
     EXPECT_TRUE(isDone("didGrandfatherLegacyProjectsV1"));
     EXPECT_FALSE(isDone("didGrandfatherContentHashV3"));

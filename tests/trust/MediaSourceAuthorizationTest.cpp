@@ -183,9 +183,9 @@ TEST_F(MediaSourceAuthorizationTest, TakesAPathThroughItsStates) {
         } else if (what == "mount" || what == "change") {
             folder.write(QStringLiteral("drive/clip.mov"), what);
         } else if (what == "note as changed") {
-            await(registry->notePending({}, {path}, project));
+            await(registry->markPending({}, {path}, project));
         } else if (what == "note as never granted") {
-            await(registry->notePending({path}, {}, project));
+            await(registry->markPending({path}, {}, project));
         } else if (what == "forget") {
             registry.reset();
             ASSERT_TRUE(QFile::remove(folder.at(kRegistry)));

@@ -140,7 +140,7 @@ bool banners(Set &set) {
     for (const char *const name : {"DJI_0042.MP4", "DJI_0043.MP4", "GX010236.MP4"}) {
         changed.append(store.video(Shoot::clip(set.app(), name))->sourcePath);
     }
-    waitUntilDone(store.authorization().notePending({}, changed, file));
+    waitUntilDone(store.authorization().markPending({}, changed, file));
     waitUntilDone(store.refreshMediaConfirmationState());
     return set.screen().banners()->places().size() > 0 && showReview(set);
 }

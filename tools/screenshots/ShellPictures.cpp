@@ -41,7 +41,7 @@ class Stage : public QObject {
             .userDefaults = std::make_unique<QSettings>(
                 folder.filePath(QStringLiteral("defaults.ini")), QSettings::IniFormat),
             .hashes = ContentHashMigration::Awaited});
-        waitUntilDone(app->store().startedUp());
+        waitUntilDone(app->store().waitForStartUp());
     }
 
     QTemporaryDir folder;

@@ -129,7 +129,7 @@ std::unique_ptr<CorvaneApp> Shoot::makeApp(FilePanels *panels) const {
                                                                          QSettings::IniFormat),
                              .hashes = ContentHashMigration::Awaited,
                              .makeProjectScreen = silentScreen});
-    waitUntilDone(app->store().startedUp());
+    waitUntilDone(app->store().waitForStartUp());
     return app;
 }
 
