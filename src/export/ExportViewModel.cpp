@@ -167,10 +167,9 @@ std::optional<ExportViewModel::Run> ExportViewModel::prepareRun(const Project &p
 QCoro::Task<> ExportViewModel::perform(Run run) {
     co_await backUp(run);
     if (run.store) {
-        MediaSourceAuthorization &grants = run.store->authorization();
-        run.input.authorizedSourcePaths = co_await grants.authorizedPaths(run.projectFile);
-        run.input.mediaRootAuthorized =
-            co_await grants.isMediaRootAuthorized(mediaFolder(run.projectFile), run.projectFile);
+        const auto grants = co_await run.store->authorization().sourceGrants(run.projectFile);
+        run.input.authorizedSourcePaths = grants.authorizedSourcePaths;
+        run.input.mediaRootAuthorized = grants.mediaRootAuthorized;
     }
     if (!run.viewModel) {
         co_return;

@@ -146,12 +146,11 @@ SelectsHandoffViewModel::prepareRun(const Project &project) {
 
 QCoro::Task<> SelectsHandoffViewModel::perform(Run run) {
     co_await backUp(run);
-    const QString projectFile = run.plan.sourceProjectFilePath;
     if (run.store) {
-        MediaSourceAuthorization &grants = run.store->authorization();
-        run.plan.authorizedSourcePaths = co_await grants.authorizedPaths(projectFile);
-        run.plan.sourceMediaRootAuthorized =
-            co_await grants.isMediaRootAuthorized(mediaFolder(projectFile), projectFile);
+        const auto grants =
+            co_await run.store->authorization().sourceGrants(run.plan.sourceProjectFilePath);
+        run.plan.authorizedSourcePaths = grants.authorizedSourcePaths;
+        run.plan.sourceMediaRootAuthorized = grants.mediaRootAuthorized;
     }
     if (!run.viewModel) {
         co_return;

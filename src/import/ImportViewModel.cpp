@@ -158,13 +158,7 @@ QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
     const Project project = *store->project();
     const QList<ImportPreviewRow> rows = m_previewRows;
     auto &authorization = store->authorization();
-    PathSafety::SourceGrants grants{.projectFolder = projectFolder(file)};
-    grants.authorizedSourcePaths = co_await authorization.authorizedPaths(file);
-    if (!store) { // the registry went with it
-        co_return;
-    }
-    grants.mediaRootAuthorized =
-        co_await authorization.isMediaRootAuthorized(mediaFolder(file), file);
+    const PathSafety::SourceGrants grants = co_await authorization.sourceGrants(file);
     RefusedRows refused = co_await userInitiatedExecutor().run(
         [rows, project, grants] { return refusedRows(rows, project, grants); });
     // One file at a time, and never in the way of what the user waits for.

@@ -48,13 +48,7 @@ bool isUnauthorizedPackage(const Project &project, const PathSafety::SourceGrant
 
 QCoro::Task<bool> ProjectStore::legacyPackageNeedsAuthorization(Project project, QString file) {
     const QPointer self(this);
-    PathSafety::SourceGrants grants{.projectFolder = projectFolder(file)};
-    grants.authorizedSourcePaths = co_await m_authorization.authorizedPaths(file);
-    if (!self) {
-        co_return false;
-    }
-    grants.mediaRootAuthorized =
-        co_await m_authorization.isMediaRootAuthorized(mediaFolder(file), file);
+    const PathSafety::SourceGrants grants = co_await m_authorization.sourceGrants(file);
     if (!self) {
         co_return false;
     }

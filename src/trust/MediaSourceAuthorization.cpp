@@ -1,6 +1,5 @@
 #include "trust/MediaSourceAuthorization.h"
 
-#include "platform/ApplicationFolders.h"
 #include "trust/AuthorizationFile.h"
 #include "trust/ContentHasher.h"
 #include "trust/FolderIdentities.h"
@@ -68,11 +67,6 @@ QStringList clipsInMediaFolder(const Project &project, const QString &projectFil
 }
 
 } // namespace
-
-MediaSourceAuthorization &MediaSourceAuthorization::shared() {
-    static MediaSourceAuthorization instance(applicationFolders::applicationSupport());
-    return instance;
-}
 
 MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder,
                                                    std::unique_ptr<QSettings> userDefaults)
@@ -201,18 +195,33 @@ QCoro::Task<void> MediaSourceAuthorization::authorizeMediaRoot(QString mediaFold
 QCoro::Task<bool> MediaSourceAuthorization::isMediaRootAuthorized(QString mediaFolder,
                                                                   QString projectFile) {
     co_return co_await m_executor.run([this, mediaFolder, projectFile] {
-        const auto stored = m_tables->authorizedMediaRoots.constFind(projectKey(projectFile));
-        if (stored == m_tables->authorizedMediaRoots.cend()) {
-            return false;
-        }
-        const auto present = mediaRootRecord(mediaFolder);
-        return present && isSameRoot(*stored, *present);
+        return isRootAuthorized(projectKey(projectFile), mediaFolder);
     });
+}
+
+bool MediaSourceAuthorization::isRootAuthorized(const QString &key,
+                                                const QString &mediaFolder) const {
+    const auto stored = m_tables->authorizedMediaRoots.constFind(key);
+    if (stored == m_tables->authorizedMediaRoots.cend()) {
+        return false;
+    }
+    const auto present = mediaRootRecord(mediaFolder);
+    return present && isSameRoot(*stored, *present);
 }
 
 QCoro::Task<AuthorizedPaths> MediaSourceAuthorization::authorizedPaths(QString projectFile) {
     co_return co_await m_executor.run(
         [this, projectFile] { return m_tables->authorizedPaths.value(projectKey(projectFile)); });
+}
+
+QCoro::Task<PathSafety::SourceGrants> MediaSourceAuthorization::sourceGrants(QString projectFile) {
+    co_return co_await m_executor.run([this, projectFile] {
+        const QString key = projectKey(projectFile);
+        return PathSafety::SourceGrants{
+            .projectFolder = projectFolder(projectFile),
+            .authorizedSourcePaths = m_tables->authorizedPaths.value(key),
+            .mediaRootAuthorized = isRootAuthorized(key, mediaFolder(projectFile))};
+    });
 }
 
 QCoro::Task<void> MediaSourceAuthorization::authorizeMediaFolderClips(Project project,

@@ -2,7 +2,7 @@
 
 #include "document/ProjectFileIO.h"
 #include "document/ProjectRegistry.h"
-#include "trust/RootIdentity.h"
+#include "trust/PathSafety.h"
 
 #include <QHash>
 #include <QSet>
@@ -56,10 +56,8 @@ class MediaSourceAuthorization {
   public:
     static constexpr qint64 kFileLimit = qint64(8) << 20;
 
-    /// The one instance of the process, over the application's data folder, made at first use.
-    static MediaSourceAuthorization &shared();
-    /// An instance of its own over another folder, which is created if it is missing. The guards of
-    /// the migrations stand in the settings given; without any, in the user defaults.
+    /// Keeps the registry in `dataFolder`, which is created if it is missing. The guards of the
+    /// migrations are kept in `userDefaults`, or in the application's own if it is null.
     explicit MediaSourceAuthorization(const QString &dataFolder,
                                       std::unique_ptr<QSettings> userDefaults = {});
     ~MediaSourceAuthorization();
@@ -75,6 +73,8 @@ class MediaSourceAuthorization {
     QCoro::Task<void> authorizeMediaRoot(QString mediaFolder, QString projectFile);
     QCoro::Task<bool> isMediaRootAuthorized(QString mediaFolder, QString projectFile);
     QCoro::Task<AuthorizedPaths> authorizedPaths(QString projectFile);
+    /// A snapshot of the project's grants, without preverified anchors.
+    QCoro::Task<PathSafety::SourceGrants> sourceGrants(QString projectFile);
     QCoro::Task<QSet<QString>> pendingLegacyPaths(QString projectFile);
     QCoro::Task<QSet<QString>> contentMismatchPaths(QString projectFile);
     /// The paths without identity; they are made pending if they aren't yet.
@@ -107,7 +107,6 @@ class MediaSourceAuthorization {
     /// What the user must know after a change that couldn't be written: it lasts as long as the
     /// process, or until a later change is written. Nothing while the file is up to date.
     const std::optional<QString> &unsavedNotice() const { return m_listeners->unsavedNotice; }
-    bool isOnDisk() const { return !unsavedNotice(); }
 
     /// The one receiver of mismatch events, called on the main thread. Empty takes it away.
     void setContentMismatchContinuation(std::function<void(ContentMismatchEvent)> sink);
@@ -136,6 +135,7 @@ class MediaSourceAuthorization {
         bool isComplete = true; ///< nothing must be tried again
     };
 
+    bool isRootAuthorized(const QString &key, const QString &mediaFolder) const;
     void persist();
     void listUnproved(const QString &key, QList<Candidate> &candidates);
     void storeGrants(const QString &key, const QList<Candidate> &candidates);

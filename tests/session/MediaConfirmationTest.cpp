@@ -160,10 +160,8 @@ TEST_F(MediaConfirmationTest, AsksForEachPathOnceAndTakesTheAnswers) {
     await(store->refreshMediaConfirmationState());
     EXPECT_EQ(state().contentMismatchPendingPaths,
               QStringList{folder.at(QStringLiteral("card/both.mov"))});
-    const PathSafety::SourceGrants grants{.projectFolder = folder.at(QStringLiteral("p")),
-                                          .authorizedSourcePaths =
-                                              await(authorization->authorizedPaths(file))};
-    PathSafety::validateSource(path("changed.mov"), grants, QStringLiteral("export source"));
+    PathSafety::validateSource(path("changed.mov"), await(authorization->sourceGrants(file)),
+                               QStringLiteral("export source"));
     EXPECT_FALSE(store->isDirty());
     await(store->closeProject());
     EXPECT_EQ(state(), State());

@@ -233,7 +233,7 @@ TEST_F(MediaSourceAuthorizationTest, TellsOfAGrantThatWouldOutgrowTheFileAndKeep
                                             "the file would grow past the 8 MB that can be read "
                                             "again. They last until Corvane quits.")
                                  .arg(folder.at(kRegistry)));
-    EXPECT_FALSE(registry->isOnDisk());
+    EXPECT_TRUE(registry->unsavedNotice());
 }
 
 TEST_F(MediaSourceAuthorizationTest, KnowsAProjectThroughALinkButNotUnderANewName) {
@@ -257,9 +257,11 @@ TEST_F(MediaSourceAuthorizationTest, KnowsAMediaFolderByItsIdentity) {
     EXPECT_FALSE(isAuthorized(link) || isAuthorized(media));
     await(registry->authorizeMediaRoot(media + QLatin1Char('/'), project));
     EXPECT_TRUE(isAuthorized(media));
+    EXPECT_TRUE(await(registry->sourceGrants(project)).mediaRootAuthorized);
     EXPECT_FALSE(isAuthorized(folder.at(QStringLiteral("card"))));
     volumes.setVolumeUUID(QStringLiteral("2222-BBBB"));
     EXPECT_FALSE(isAuthorized(media));
+    EXPECT_FALSE(await(registry->sourceGrants(project)).mediaRootAuthorized);
     volumes.setVolumeUUID(std::nullopt);
     EXPECT_TRUE(isAuthorized(media));
     ASSERT_TRUE(QDir().rename(media, folder.at(QStringLiteral("p/kept"))));
