@@ -52,7 +52,7 @@ FrameDecoder::FrameDecoder(const AVStream &stream, const VideoReader::Options &o
     m_codec->pkt_timebase = stream.time_base;
     m_codec->max_pixels = kMostPixels;
     m_codec->thread_count = std::min(options.threads > 0 ? options.threads : busy, kMostThreads);
-    m_codec->thread_type = options.singlePictures && isIntraOnly(*stream.codecpar)
+    m_codec->thread_type = options.isSingleFrameRead && isIntraOnly(*stream.codecpar)
                                ? FF_THREAD_SLICE
                                : FF_THREAD_FRAME | FF_THREAD_SLICE;
     if (isMuchReduced(*stream.codecpar, options.reducedSize)) {

@@ -2,7 +2,7 @@
 
 // For the source files of this floor only.
 
-#include "media/UntimedPackets.h"
+#include "media/PtsReconstructor.h"
 #include "media/VideoReader.h"
 
 namespace corvane::media {
@@ -19,7 +19,7 @@ class FrameDecoder {
     void send(const AVPacket *packet, bool skipsUnreferenced = false);
 
     struct Decoded {
-        std::shared_ptr<const AVFrame> picture;
+        std::shared_ptr<const AVFrame> avFrame;
         qint64 time = 0;     ///< in the stream's time base, as are all here
         qint64 duration = 0; ///< 0 where unknown
     };
@@ -41,7 +41,7 @@ class FrameDecoder {
     CodecHandle m_codec;
     FrameHandle m_frame = makeFrame();
     qint64 m_nominalDuration = 0;
-    UntimedPackets m_untimed;
+    PtsReconstructor m_untimed;
     std::optional<qint64> m_nextTime; ///< after the last picture
     bool m_isDrained = false;
 };

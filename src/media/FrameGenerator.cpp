@@ -15,11 +15,11 @@ struct FrameGenerator::Work {
 };
 
 FrameGenerator::FrameGenerator(const QString &path, Options options, std::stop_token stop)
-    : m_work(new Work{
-          .reader = VideoReader(path, {.singlePictures = true, .reducedSize = options.maximumSize},
-                                std::move(stop)),
-          .scaler = {},
-          .options = options}) {}
+    : m_work(new Work{.reader = VideoReader(
+                          path, {.isSingleFrameRead = true, .reducedSize = options.maximumSize},
+                          std::move(stop)),
+                      .scaler = {},
+                      .options = options}) {}
 
 FrameGenerator::~FrameGenerator() = default;
 
@@ -31,7 +31,7 @@ StillImage FrameGenerator::imageAt(MediaTime time) {
         throw MediaError(QStringLiteral("None of its pictures can be decoded."));
     }
     const int turns = options.appliesPreferredTrackTransform ? m_work->reader.quarterTurns() : 0;
-    return m_work->scaler.still(*frame->picture, turns, options.maximumSize);
+    return m_work->scaler.still(*frame->avFrame, turns, options.maximumSize);
 }
 
 /// In the order of their times, so that each is decoded on from the one before where that is near.

@@ -33,7 +33,7 @@ void FrameSource::setStop(const std::stop_token &stop) {
 VideoReader &FrameSource::seeker() {
     if (!m_seeker) {
         m_seeker = std::make_unique<VideoReader>(
-            m_path, VideoReader::Options{.singlePictures = true}, m_stop);
+            m_path, VideoReader::Options{.isSingleFrameRead = true}, m_stop);
     }
     return *m_seeker;
 }
@@ -75,7 +75,7 @@ std::optional<VideoFrame> FrameSource::at(MediaTime time) {
     if (jump >= 0 && jump < kShortJump) {
         return read(time, 0);
     }
-    if (!m_reader->hasCloseKeys(time)) {
+    if (!m_reader->hasCloseKeyframes(time)) {
         return readFar(time);
     }
     const auto frame = seeker().frameAt(time);
@@ -89,12 +89,12 @@ std::optional<VideoFrame> FrameSource::at(MediaTime time) {
 /// stands nearest before it, or else by the one that has stood for longer: the frames that are
 /// looked for in turn often lie around two places. Whichever it was goes on from there.
 std::optional<VideoFrame> FrameSource::readFar(MediaTime time) {
-    const auto own = m_reader->wayTo(time);
-    const auto other = seeker().wayTo(time);
+    const auto own = m_reader->secondsToDecode(time);
+    const auto other = seeker().secondsToDecode(time);
     if (!own || (other && *other < *own)) {
         std::swap(m_reader, m_seeker);
-        m_reader->setSinglePictures(false);
-        m_seeker->setSinglePictures(true);
+        m_reader->setSingleFrameRead(false);
+        m_seeker->setSingleFrameRead(true);
     }
     return read(time, 0);
 }

@@ -24,7 +24,7 @@ std::optional<MediaTime> FrameSource::farKey(MediaTime goal) const {
     if (!m_focus) {
         return std::nullopt;
     }
-    const auto key = m_reader->keyBefore(goal);
+    const auto key = m_reader->keyframeBefore(goal);
     const double rate = m_reader->nominalFrameRate();
     const double frames =
         key ? (goal.seconds() - key->seconds()) * (rate > 0 ? rate : kAssumedRate) : 0;

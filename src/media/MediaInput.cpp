@@ -1,6 +1,6 @@
 #include "media/MediaInput.h"
 
-#include "media/HeaderClaims.h"
+#include "media/HeaderMemory.h"
 #include "platform/FileSystem.h"
 
 #include <algorithm>
@@ -45,7 +45,7 @@ void testFile(const QString &path, const std::stop_token &stop) {
         if (status.type != FileType::Regular) {
             throw MediaError(QStringLiteral("It is not a regular file."));
         }
-        if (claimedBytes(path, stop) > allowedClaim(status.size)) {
+        if (estimatedHeaderMemory(path, stop) > allowedHeaderMemory(status.size)) {
             throw MediaError(QStringLiteral("Its header claims more than the file can hold."));
         }
     } catch (const FileError &error) {

@@ -9,6 +9,7 @@ namespace corvane::media {
 namespace {
 
 constexpr char kWriting[] = "The output can't be written";
+constexpr int kMovieTimescale = 90'000;        ///< ticks per second of edit lists
 constexpr int64_t kLongestWait = AV_TIME_BASE; ///< of one stream for the others
 
 } // namespace
@@ -51,7 +52,7 @@ void OutputFile::begin() {
     AVDictionary *options = nullptr;
     av_dict_set(&options, "movflags", "use_metadata_tags", 0);
     av_dict_set(&options, "use_editlist", "1", 0);
-    av_dict_set_int(&options, "movie_timescale", m_movieTimescale, 0);
+    av_dict_set_int(&options, "movie_timescale", kMovieTimescale, 0);
     const int result = avformat_write_header(m_context, &options);
     av_dict_free(&options);
     testWritten(result, kWriting);

@@ -24,8 +24,6 @@ class OutputFile {
     AVFormatContext &context() const { return *m_context; }
     /// A stream whose packets come in the given time base. The file owns it.
     AVStream &addStream(AVRational timeBase);
-    /// Edit lists tell times of the movie in this many parts of a second.
-    void setMovieTimescale(int timescale) { m_movieTimescale = timescale; }
 
     void begin();
     /// Takes the packet's content. Its timestamps are in the stream's given time base; they may be
@@ -46,7 +44,6 @@ class OutputFile {
 
     AVFormatContext *m_context = nullptr;
     std::vector<Track> m_tracks;
-    int m_movieTimescale = 90'000;
 };
 
 } // namespace corvane::media

@@ -163,7 +163,7 @@ FrameHandle PictureConverter::scaled(const AVFrame &source, QSize size) {
 }
 
 Picture PictureConverter::convert(const VideoFrame &frame, int quarterTurns, QSize wanted) {
-    const auto &source = *frame.picture;
+    const auto &source = *frame.avFrame;
     const QSize stored(source.width, source.height);
     const auto shown = shownSize(stored, pixelAspectOf(source), quarterTurns, wanted);
     const auto scaledSize = quarterTurns % 2 ? shown.transposed() : shown;

@@ -5,8 +5,8 @@
 #include "media/ExportCut.h"
 #include "media/OutputFile.h"
 #include "media/PictureConversion.h"
+#include "media/PtsReconstructor.h"
 #include "media/StreamExport.h"
-#include "media/UntimedPackets.h"
 
 #include <map>
 
@@ -45,7 +45,7 @@ class VideoEncoding : public StreamExport {
     std::optional<PictureConversion> m_conversion;
     FrameHandle m_earlier;                ///< the last picture before the cut, where it is shown
     std::map<int64_t, int64_t> m_lengths; ///< of pictures in the encoder, by their time
-    UntimedPackets m_untimed;
+    PtsReconstructor m_untimed;
     std::optional<int64_t> m_lastPts;
     int64_t m_nextPts = 0; ///< of a picture that tells no time
     bool m_hasReachedKey = false;

@@ -1,8 +1,8 @@
 #include "media/VideoReader.h"
 
 #include "media/FrameDecoder.h"
-#include "media/UnreferencedPackets.h"
-#include "media/VideoPackets.h"
+#include "media/NonReferenceDetector.h"
+#include "media/VideoPacketQueue.h"
 
 extern "C" {
 #include <libavutil/display.h>
@@ -40,7 +40,7 @@ struct VideoReader::Stream {
           decoder(stream, options),
           unreferenced(*stream.codecpar),
           start(av_rescale_q(input.startTime(), kContainerTimeBase, stream.time_base)),
-          givesSinglePictures(options.singlePictures) {}
+          isSingleFrameRead(options.isSingleFrameRead) {}
 
     using Decoded = FrameDecoder::Decoded;
 
@@ -76,16 +76,16 @@ struct VideoReader::Stream {
     bool maySkip(const AVPacket &packet, const Goal &goal);
     bool isEnough(const AVPacket &packet, const Goal &goal);
     bool wasTooLittle(const std::optional<Decoded> &frame, const Goal &goal) const;
-    bool hasCloseKeys(qint64 time) const;
+    bool hasCloseKeyframes(qint64 time) const;
     qint64 endOf(const Decoded &frame);
 
     MediaInput input;
     AVStream &stream;
-    VideoPackets packets;
+    VideoPacketQueue packets;
     FrameDecoder decoder;
-    UnreferencedPackets unreferenced;
+    NonReferenceDetector unreferenced;
     qint64 start; ///< of the asset's presentation
-    bool givesSinglePictures;
+    bool isSingleFrameRead;
     bool isCutShort = false; ///< decoding can't go on from here
 
     std::optional<Decoded> current; ///< the last one given
@@ -120,7 +120,7 @@ int VideoReader::quarterTurns() const {
 }
 
 /// An index may tell when frames are decoded, which is earlier by the same for every key frame.
-std::optional<MediaTime> VideoReader::keyBefore(MediaTime time) const {
+std::optional<MediaTime> VideoReader::keyframeBefore(MediaTime time) const {
     const Stream &reader = *m_stream;
     const AVIndexEntry *first = avformat_index_get_entry(&reader.stream, 0);
     if (!first || reader.stream.start_time == AV_NOPTS_VALUE) {
@@ -133,7 +133,7 @@ std::optional<MediaTime> VideoReader::keyBefore(MediaTime time) const {
     return key ? std::optional(reader.timeFor(key->timestamp + delay)) : std::nullopt;
 }
 
-std::optional<double> VideoReader::wayTo(MediaTime time) const {
+std::optional<double> VideoReader::secondsToDecode(MediaTime time) const {
     const Stream::Goal goal = m_stream->goalFor(time, 0);
     if (!m_stream->leadsTo(goal)) {
         return std::nullopt;
@@ -141,12 +141,12 @@ std::optional<double> VideoReader::wayTo(MediaTime time) const {
     return double(goal.target - m_stream->current->time) * av_q2d(m_stream->stream.time_base);
 }
 
-bool VideoReader::hasCloseKeys(MediaTime time) const {
-    return m_stream->hasCloseKeys(m_stream->goalFor(time, 0).target);
+bool VideoReader::hasCloseKeyframes(MediaTime time) const {
+    return m_stream->hasCloseKeyframes(m_stream->goalFor(time, 0).target);
 }
 
-void VideoReader::setSinglePictures(bool only) {
-    m_stream->givesSinglePictures = only;
+void VideoReader::setSingleFrameRead(bool only) {
+    m_stream->isSingleFrameRead = only;
 }
 
 void VideoReader::setStop(std::stop_token stop) {
@@ -185,7 +185,7 @@ VideoReader::Stream::given(const std::function<std::optional<Decoded>(Stream &)>
 
 qsizetype VideoFrame::byteCount() const {
     qsizetype bytes = 0;
-    for (const AVBufferRef *buffer : picture->buf) {
+    for (const AVBufferRef *buffer : avFrame->buf) {
         bytes += buffer ? qsizetype(buffer->size) : 0;
     }
     return bytes;
@@ -222,7 +222,7 @@ VideoFrame VideoReader::Stream::shown(const Decoded &frame) {
     currentEnd = endOf(frame);
     packets.forgetBefore(frame.time);
     current = frame;
-    return {frame.picture, timeFor(frame.time), timeFor(currentEnd)};
+    return {frame.avFrame, timeFor(frame.time), timeFor(currentEnd)};
 }
 
 qint64 VideoReader::Stream::endOf(const Decoded &frame) {
@@ -276,7 +276,7 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal)
         }
         auto frame = decodeTo(goal, {});
         if (wasTooLittle(frame, goal)) {
-            givesSinglePictures = false;
+            isSingleFrameRead = false;
             (void)startBefore(goal, stepBack, latestKey);
             frame = decodeTo(goal, {});
         }
@@ -292,7 +292,7 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::find(const Goal &goal)
 /// Where decoding can't go on, it begins anew.
 std::optional<FrameDecoder::Decoded> VideoReader::Stream::findAfterCurrent() {
     const qint64 time = current ? current->time : start;
-    givesSinglePictures = false;
+    isSingleFrameRead = false;
     auto frame = find({time, time, time});
     while (frame && current && frame->time <= time) {
         frame = pending ? std::exchange(pending, {}) : decodeNext();
@@ -364,7 +364,7 @@ bool VideoReader::Stream::isEnough(const AVPacket &packet, const Goal &goal) {
         goal.earliest < goal.latest && packet.pts >= goal.earliest && packet.pts <= goal.latest;
     const bool isNamed =
         packets.readPast(goal.target) && packets.lastPresentation(goal.target) == packet.pts;
-    return packet.pts != AV_NOPTS_VALUE && (isNear || isNamed) && hasCloseKeys(goal.latest);
+    return packet.pts != AV_NOPTS_VALUE && (isNear || isNamed) && hasCloseKeyframes(goal.latest);
 }
 
 /// Whether the packet that was enough held a damaged picture, so that its neighbours are needed.
@@ -373,7 +373,7 @@ bool VideoReader::Stream::wasTooLittle(const std::optional<Decoded> &frame,
     return isCutShort && (!frame || frame->time < goal.earliest - decoder.nominalDuration());
 }
 
-bool VideoReader::Stream::hasCloseKeys(qint64 time) const {
+bool VideoReader::Stream::hasCloseKeyframes(qint64 time) const {
     const int key = av_index_search_timestamp(&stream, time, AVSEEK_FLAG_BACKWARD);
     const AVIndexEntry *entry = avformat_index_get_entry(&stream, key);
     const qint64 close = av_rescale_q(kCloseKeysSeconds, {1, 1}, stream.time_base);
@@ -402,7 +402,7 @@ std::optional<FrameDecoder::Decoded> VideoReader::Stream::decodeNext(const Goal 
             continue;
         }
         decoder.send(packet.get(), skips);
-        if (packet && goal && givesSinglePictures && isEnough(*packet, *goal)) {
+        if (packet && goal && isSingleFrameRead && isEnough(*packet, *goal)) {
             decoder.send(nullptr);
             isCutShort = true;
         }

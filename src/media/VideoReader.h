@@ -15,7 +15,7 @@ namespace corvane::media {
 
 /// One decoded picture with its place on the asset's axis. Copies share the picture's memory.
 struct VideoFrame {
-    std::shared_ptr<const AVFrame> picture;
+    std::shared_ptr<const AVFrame> avFrame;
     MediaTime time; ///< exact, in the stream's timescale; the asset's start is 0
     MediaTime end;  ///< where the next frame begins, as far as the stream tells
 
@@ -34,7 +34,7 @@ class VideoReader {
         int threads = 0; ///< of the decoder; 0 for what keeps all cores busy
         /// True where only single pictures are wanted, so that a decoder that works on several
         /// frames at once would only add to the wait.
-        bool singlePictures = false;
+        bool isSingleFrameRead = false;
         /// What the pictures are made to fit in afterwards; empty where they stay as they are. From
         /// much larger ones the decoder leaves out what can't be seen any more.
         QSize reducedSize = {};
@@ -59,15 +59,15 @@ class VideoReader {
     std::optional<VideoFrame> next();
 
     /// The last key frame before `time`, as far as the file's index tells: where decoding begins.
-    std::optional<MediaTime> keyBefore(MediaTime time) const;
+    std::optional<MediaTime> keyframeBefore(MediaTime time) const;
 
     /// How many seconds of film lie between where this stands and `time`, where going on is the
     /// shortest way there; nothing where it is to begin anew.
-    std::optional<double> wayTo(MediaTime time) const;
+    std::optional<double> secondsToDecode(MediaTime time) const;
     /// Whether beginning anew at a key frame is quick around `time`, as far as the index tells.
-    bool hasCloseKeys(MediaTime time) const;
-    /// `Options::singlePictures` for what is read from now on.
-    void setSinglePictures(bool only);
+    bool hasCloseKeyframes(MediaTime time) const;
+    /// `Options::isSingleFrameRead` for what is read from now on.
+    void setSingleFrameRead(bool only);
 
     /// Makes the following calls watch another token.
     void setStop(std::stop_token stop);

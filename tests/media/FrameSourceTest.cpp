@@ -46,7 +46,7 @@ TEST(FrameSourceTest, PlaysBackwardSpreadFramesWhereNotAllFit) {
     int fills = 0;
     while (frame) {
         const double time = frame->time.seconds();
-        EXPECT_EQ(test::frameNumber(*frame->picture), int(std::lround(time / kFrameSeconds)));
+        EXPECT_EQ(test::frameNumber(*frame->avFrame), int(std::lround(time / kFrameSeconds)));
         source.setFocus(*frame, FrameSource::Direction::backward);
         while (source.fill(false)) {
             ++fills;
@@ -62,7 +62,7 @@ TEST(FrameSourceTest, PlaysBackwardSpreadFramesWhereNotAllFit) {
     EXPECT_LE(fills, 2 * 300); // nothing is decoded again and again
     const auto step = source.before(*source.at(MediaTime::fromSeconds(6)));
     ASSERT_TRUE(step);
-    EXPECT_EQ(test::frameNumber(*step->picture), 149) << "a step is exact all the same";
+    EXPECT_EQ(test::frameNumber(*step->avFrame), 149) << "a step is exact all the same";
 }
 
 } // namespace corvane::media

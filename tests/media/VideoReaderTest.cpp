@@ -2,7 +2,7 @@
 
 #include "media/FrameDecoder.h"
 #include "media/MediaInput.h"
-#include "media/UnreferencedPackets.h"
+#include "media/NonReferenceDetector.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"
 
@@ -26,7 +26,7 @@ QString text(const char *ascii) {
 
 /// Which frame a reader gives: its number, or -1 for none and -2 for one that can't be read.
 int numberOf(const std::optional<VideoFrame> &frame) {
-    return frame ? frameNumber(*frame->picture).value_or(-2) : -1;
+    return frame ? frameNumber(*frame->avFrame).value_or(-2) : -1;
 }
 
 /// Seeks to many times in random order, each followed by a few steps, in a clip that shows the
@@ -58,7 +58,7 @@ void expectExact(VideoReader &reader, int first, int last,
 std::pair<int, int> unreferencedOf(const QString &path) {
     MediaInput input(path, MediaInput::Depth::Timestamps);
     const AVStream &stream = *input.firstVideoStream();
-    const UnreferencedPackets unreferenced(*stream.codecpar);
+    const NonReferenceDetector unreferenced(*stream.codecpar);
     FrameDecoder decoder(stream, {.threads = 1});
     int told = 0;
     int left = 0;
@@ -139,7 +139,7 @@ TEST(VideoReaderTest, GivesTheFrameThatATimeNamesInEveryKindOfFile) {
     for (const Kind &kind : kinds) {
         SCOPED_TRACE(kind.name);
         const QString path = makeClip(folder.at(text(kind.name)), kind.options);
-        VideoReader reader(path, {.singlePictures = kind.options.bFrames > 0});
+        VideoReader reader(path, {.isSingleFrameRead = kind.options.bFrames > 0});
         const double rate = kind.options.rate == text("25") ? 25 : 30000 / 1001.0;
         EXPECT_NEAR(reader.nominalFrameRate(), rate, 1e-6);
         EXPECT_EQ(reader.storedSize(), kind.options.size);
@@ -249,7 +249,7 @@ TEST(VideoReaderTest, GivesANeighbourInPlaceOfADamagedPicture) {
     const QString path = folder.write(text("damaged.mp4"), bytes);
     for (const bool single : {false, true}) {
         SCOPED_TRACE(single);
-        VideoReader reader(path, {.singlePictures = single});
+        VideoReader reader(path, {.isSingleFrameRead = single});
         const auto frame = reader.frameAt({}, 0.05);
         ASSERT_TRUE(frame);
         EXPECT_EQ(frame->time, MediaTime({1, 25}));

@@ -12,7 +12,7 @@ namespace corvane::media {
 /// The presentation times of a stream that tells only when its pictures are decoded, as AVI does.
 /// Pictures come out in the order in which they are shown, so each gets the least decoding time of
 /// those not given yet. Times are the stream's own.
-class UntimedPackets {
+class PtsReconstructor {
   public:
     /// Before each packet is decoded.
     void note(const AVPacket &packet) {

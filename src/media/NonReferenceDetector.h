@@ -10,9 +10,9 @@ namespace corvane::media {
 /// of their units in H.264 and HEVC and from what the container says. A decoder that is told to
 /// skip such pictures does so itself, but each of them then waits in turn for a thread that may be
 /// at work on another, and the work on several pictures at once comes to an end. Immutable.
-class UnreferencedPackets {
+class NonReferenceDetector {
   public:
-    explicit UnreferencedPackets(const AVCodecParameters &codec);
+    explicit NonReferenceDetector(const AVCodecParameters &codec);
 
     /// False where it isn't known.
     bool contains(const AVPacket &packet) const;

@@ -12,10 +12,10 @@ namespace corvane::media {
 
 /// The packets of one stream in file order, read ahead as far as is needed to know which pictures
 /// they hold before any is decoded. Timestamps are the stream's own. One thread at a time.
-class VideoPackets {
+class VideoPacketQueue {
   public:
     /// Both are the reader's and outlive this. Other streams' packets are no longer read.
-    VideoPackets(MediaInput &input, AVStream &stream);
+    VideoPacketQueue(MediaInput &input, AVStream &stream);
 
     AVStream &stream() const { return m_stream; }
 

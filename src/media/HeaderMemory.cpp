@@ -1,6 +1,6 @@
-#include "media/HeaderClaims.h"
+#include "media/HeaderMemory.h"
 
-#include "media/HeaderSurvey.h"
+#include "media/HeaderMemoryEstimator.h"
 #include "platform/FileSystem.h"
 
 #include <algorithm>
@@ -47,16 +47,16 @@ class Window {
 
 } // namespace
 
-qint64 claimedBytes(const QString &path, const std::stop_token &stop) {
+qint64 estimatedHeaderMemory(const QString &path, const std::stop_token &stop) {
     Window window(path);
-    HeaderSurvey survey([&window](qint64 offset, char *into,
-                                  qint64 most) { return window.read(offset, into, most); },
-                        stop);
+    HeaderMemoryEstimator survey([&window](qint64 offset, char *into,
+                                           qint64 most) { return window.read(offset, into, most); },
+                                 stop);
     survey.add(window.size());
     return survey.total();
 }
 
-qint64 allowedClaim(qint64 fileSize) {
+qint64 allowedHeaderMemory(qint64 fileSize) {
     return std::min(kFreeClaim + std::min(fileSize, kLargestClaim) * kClaimPerByte, kLargestClaim);
 }
 

@@ -1,4 +1,4 @@
-#include "media/UnreferencedPackets.h"
+#include "media/NonReferenceDetector.h"
 
 #include <algorithm>
 #include <span>
@@ -62,11 +62,11 @@ Unit nextUnit(Bytes bytes, int lengthSize) {
 
 } // namespace
 
-UnreferencedPackets::UnreferencedPackets(const AVCodecParameters &codec)
+NonReferenceDetector::NonReferenceDetector(const AVCodecParameters &codec)
     : m_codec(codec.codec_id), m_lengthSize(lengthSize(codec)) {}
 
 /// What a unit's first byte tells: nothing where it holds no part of a picture.
-UnreferencedPackets::Use UnreferencedPackets::useOf(uint8_t header) const {
+NonReferenceDetector::Use NonReferenceDetector::useOf(uint8_t header) const {
     if (m_codec == AV_CODEC_ID_H264) {
         constexpr int kLastPictureType = 5;
         const int type = header & 0x1f;
@@ -83,7 +83,7 @@ UnreferencedPackets::Use UnreferencedPackets::useOf(uint8_t header) const {
                                                                : Use::unreferenced;
 }
 
-UnreferencedPackets::Use UnreferencedPackets::usedIn(const AVPacket &packet) const {
+NonReferenceDetector::Use NonReferenceDetector::usedIn(const AVPacket &packet) const {
     Use use = Use::none;
     Unit unit = nextUnit({packet.data, size_t(std::max(packet.size, 0))}, m_lengthSize);
     for (; !unit.bytes.empty(); unit = nextUnit(unit.rest, m_lengthSize)) {
@@ -96,7 +96,7 @@ UnreferencedPackets::Use UnreferencedPackets::usedIn(const AVPacket &packet) con
     return use;
 }
 
-bool UnreferencedPackets::contains(const AVPacket &packet) const {
+bool NonReferenceDetector::contains(const AVPacket &packet) const {
     if ((packet.flags & AV_PKT_FLAG_DISPOSABLE) != 0) {
         return true;
     }

@@ -1,4 +1,4 @@
-#include "media/VideoPackets.h"
+#include "media/VideoPacketQueue.h"
 
 #include <algorithm>
 
@@ -24,14 +24,15 @@ qint64 timeOf(const AVPacket &packet) {
 
 } // namespace
 
-VideoPackets::VideoPackets(MediaInput &input, AVStream &stream) : m_input(input), m_stream(stream) {
+VideoPacketQueue::VideoPacketQueue(MediaInput &input, AVStream &stream)
+    : m_input(input), m_stream(stream) {
     for (unsigned index = 0; index < input.context()->nb_streams; ++index) {
         AVStream *other = input.context()->streams[index];
         other->discard = other == &stream ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
     }
 }
 
-bool VideoPackets::seek(qint64 timestamp) {
+bool VideoPacketQueue::seek(qint64 timestamp) {
     if (!m_input.seek(m_stream, timestamp)) {
         return false;
     }
@@ -39,7 +40,7 @@ bool VideoPackets::seek(qint64 timestamp) {
     return true;
 }
 
-bool VideoPackets::rewind() {
+bool VideoPacketQueue::rewind() {
     if (!m_input.rewind(m_stream)) {
         return false;
     }
@@ -48,7 +49,7 @@ bool VideoPackets::rewind() {
     return true;
 }
 
-void VideoPackets::clear() {
+void VideoPacketQueue::clear() {
     m_queue.clear();
     m_queuedBytes = 0;
     m_presentations.clear();
@@ -61,7 +62,7 @@ void VideoPackets::clear() {
     m_isTimed = true;
 }
 
-bool VideoPackets::readOne() {
+bool VideoPacketQueue::readOne() {
     PacketHandle packet = makePacket();
     do {
         if (m_isAtEnd || !m_input.read(*packet)) {
@@ -75,7 +76,7 @@ bool VideoPackets::readOne() {
     return true;
 }
 
-void VideoPackets::note(const AVPacket &packet) {
+void VideoPacketQueue::note(const AVPacket &packet) {
     m_lastDecodingTime = packet.dts;
     if (packet.pts == AV_NOPTS_VALUE) {
         m_isTimed = false;
@@ -84,7 +85,7 @@ void VideoPackets::note(const AVPacket &packet) {
     }
 }
 
-PacketHandle VideoPackets::take() {
+PacketHandle VideoPacketQueue::take() {
     if (m_queue.empty() && !readOne()) {
         return nullptr;
     }
@@ -95,7 +96,7 @@ PacketHandle VideoPackets::take() {
     return packet;
 }
 
-void VideoPackets::dropBefore(size_t index) {
+void VideoPacketQueue::dropBefore(size_t index) {
     m_hasDropped = m_hasDropped || index > 0;
     for (size_t dropped = 0; dropped < index; ++dropped) {
         m_queuedBytes -= size_t(m_queue.front()->size);
@@ -109,7 +110,7 @@ void VideoPackets::dropBefore(size_t index) {
     m_lastDecodingTime = lastDecodingTime;
 }
 
-std::optional<size_t> VideoPackets::firstKeyIndex(qint64 latest) {
+std::optional<size_t> VideoPacketQueue::firstKeyIndex(qint64 latest) {
     for (size_t index = 0;; ++index) {
         if (index == m_queue.size()) {
             const bool isPast = m_lastDecodingTime != AV_NOPTS_VALUE && m_lastDecodingTime > latest;
@@ -128,7 +129,7 @@ std::optional<size_t> VideoPackets::firstKeyIndex(qint64 latest) {
     }
 }
 
-std::optional<qint64> VideoPackets::beginAtKeyFrame(qint64 latest) {
+std::optional<qint64> VideoPacketQueue::beginAtKeyFrame(qint64 latest) {
     if (m_isFromStart && (!m_queue.empty() || readOne()) && !isKey(*m_queue.front())) {
         return std::nullopt;
     }
@@ -148,7 +149,7 @@ std::optional<qint64> VideoPackets::beginAtKeyFrame(qint64 latest) {
     return m_firstKey;
 }
 
-std::optional<qint64> VideoPackets::lastPresentation(qint64 target) const {
+std::optional<qint64> VideoPacketQueue::lastPresentation(qint64 target) const {
     const auto after = m_presentations.upper_bound(target);
     if (after == m_presentations.begin() || (m_firstKey && *std::prev(after) < *m_firstKey)) {
         return std::nullopt;
@@ -156,12 +157,12 @@ std::optional<qint64> VideoPackets::lastPresentation(qint64 target) const {
     return *std::prev(after);
 }
 
-std::optional<qint64> VideoPackets::presentationAfter(qint64 time) const {
+std::optional<qint64> VideoPacketQueue::presentationAfter(qint64 time) const {
     const auto after = m_presentations.upper_bound(time);
     return after == m_presentations.end() ? std::nullopt : std::optional(*after);
 }
 
-bool VideoPackets::readPast(qint64 target) {
+bool VideoPacketQueue::readPast(qint64 target) {
     while (!m_isAtEnd) {
         const auto later =
             std::distance(m_presentations.upper_bound(target), m_presentations.end());
@@ -179,7 +180,7 @@ bool VideoPackets::readPast(qint64 target) {
     return m_isTimed;
 }
 
-void VideoPackets::forgetBefore(qint64 time) {
+void VideoPacketQueue::forgetBefore(qint64 time) {
     m_presentations.erase(m_presentations.begin(), m_presentations.lower_bound(time));
 }
 

@@ -12,7 +12,7 @@ namespace corvane::media {
 
 /// Goes through the boxes of a QuickTime or MPEG-4 file as the library will and reckons what it
 /// would take for the tables, without taking it. One thread.
-class HeaderSurvey {
+class HeaderMemoryEstimator {
   public:
     /// Gives as many of the bytes from `offset` on as there are, at most `most`.
     using Read = std::function<qint64(qint64 offset, char *into, qint64 most)>;
@@ -21,7 +21,8 @@ class HeaderSurvey {
     static constexpr qint64 kBeyondBounds = qint64(1) << 50;
 
     /// The token outlives this.
-    HeaderSurvey(Read read, const std::stop_token &stop) : m_read(std::move(read)), m_stop(stop) {}
+    HeaderMemoryEstimator(Read read, const std::stop_token &stop)
+        : m_read(std::move(read)), m_stop(stop) {}
 
     /// Throws `Cancelled`, and what `read` throws.
     void add(qint64 fileSize) { holder({0, 0, fileSize}, 0); }

@@ -12,9 +12,9 @@ namespace corvane::media {
 /// once they are opened, without opening them: reckoned from what each says it has, so that a lie
 /// costs nothing. 0 or little for files of other kinds. A claim beyond any file's gives a number
 /// beyond any bound. Throws `FileError`, and `Cancelled`.
-qint64 claimedBytes(const QString &path, const std::stop_token &stop);
+qint64 estimatedHeaderMemory(const QString &path, const std::stop_token &stop);
 
 /// How much the header of a file of this size may claim.
-qint64 allowedClaim(qint64 fileSize);
+qint64 allowedHeaderMemory(qint64 fileSize);
 
 } // namespace corvane::media

@@ -1,4 +1,4 @@
-#include "media/HeaderSurvey.h"
+#include "media/HeaderMemoryEstimator.h"
 
 #include "platform/Failure.h"
 
@@ -64,7 +64,7 @@ constexpr std::array<const char *, 12> kNotInDescriptions = {
 } // namespace
 
 /// Sound whose samples are a tick long is indexed by pieces of its chunks.
-qint64 HeaderSurvey::Track::entries() const {
+qint64 HeaderMemoryEstimator::Track::entries() const {
     if (!isTickLong || !hasSound || hasOther) {
         return samples;
     }
@@ -72,7 +72,8 @@ qint64 HeaderSurvey::Track::entries() const {
     return qint64(std::min<__int128>(pieces + last, kBeyondBounds));
 }
 
-template <typename Number> Number HeaderSurvey::number(const Box &box, qint64 offset) const {
+template <typename Number>
+Number HeaderMemoryEstimator::number(const Box &box, qint64 offset) const {
     std::array<char, sizeof(Number)> bytes{};
     const qint64 count = sizeof(Number);
     if (offset < 0 || box.begin + offset + count > box.end ||
@@ -82,11 +83,11 @@ template <typename Number> Number HeaderSurvey::number(const Box &box, qint64 of
     return qFromBigEndian<Number>(bytes.data());
 }
 
-void HeaderSurvey::claim(qint64 count, qint64 bytes) {
+void HeaderMemoryEstimator::claim(qint64 count, qint64 bytes) {
     m_claim = qint64(std::min<__int128>(__int128(count) * bytes + m_claim, kBeyondBounds));
 }
 
-void HeaderSurvey::holder(const Box &holder, int depth) {
+void HeaderMemoryEstimator::holder(const Box &holder, int depth) {
     if (depth > kDeepest) {
         return;
     }
@@ -113,13 +114,13 @@ void HeaderSurvey::holder(const Box &holder, int depth) {
 }
 
 /// The library takes a movie for one that lies in a place left free.
-bool HeaderSurvey::isMovie(const Box &box) const {
+bool HeaderMemoryEstimator::isMovie(const Box &box) const {
     const auto first = number<quint32>(box, 4);
     return (box.type == fourCC("free") || box.type == fourCC("hoov")) &&
            (first == fourCC("mvhd") || first == fourCC("cmov"));
 }
 
-void HeaderSurvey::box(const Box &box, int depth) {
+void HeaderMemoryEstimator::box(const Box &box, int depth) {
     if (box.type == fourCC("trak")) {
         m_tracks.emplace_back();
     } else if (box.type == fourCC("moof")) {
@@ -139,7 +140,7 @@ void HeaderSurvey::box(const Box &box, int depth) {
     }
 }
 
-void HeaderSurvey::table(const Box &box) {
+void HeaderMemoryEstimator::table(const Box &box) {
     for (const Table &table : kTables) {
         if (table.type == box.type) {
             const bool isLater = table.countAt != 4 && number<quint8>(box, 0) == 1;
@@ -151,7 +152,7 @@ void HeaderSurvey::table(const Box &box) {
     }
 }
 
-void HeaderSurvey::trackFact(const Box &box) {
+void HeaderMemoryEstimator::trackFact(const Box &box) {
     Track &track = m_tracks.back();
     const auto count = number<quint32>(box, 4);
     if (box.type == fourCC("tkhd")) {
@@ -177,14 +178,14 @@ void HeaderSurvey::trackFact(const Box &box) {
     }
 }
 
-void HeaderSurvey::sampleSizes(const Box &box) {
+void HeaderMemoryEstimator::sampleSizes(const Box &box) {
     const auto samples = number<quint32>(box, 8);
     const bool isTable = box.type == fourCC("stz2") || number<quint32>(box, 4) == 0;
     claim(isTable ? samples : 0, 8);
     m_tracks.back().samples = std::max<qint64>(m_tracks.back().samples, samples);
 }
 
-void HeaderSurvey::runsOf(const Box &box) {
+void HeaderMemoryEstimator::runsOf(const Box &box) {
     constexpr qint64 kRun = 12;
     Track &track = m_tracks.back();
     track.pieces = track.piecesEach = 0;
@@ -204,7 +205,7 @@ void HeaderSurvey::runsOf(const Box &box) {
 
 /// Where the samples are described there may be boxes after fields whose length depends on the
 /// codec. None of them is a table.
-void HeaderSurvey::description(const Box &box) {
+void HeaderMemoryEstimator::description(const Box &box) {
     const qint64 size = box.end - box.begin;
     QByteArray bytes(qsizetype(std::min(size, kLargestDescription)), Qt::Uninitialized);
     bytes.truncate(qsizetype(m_read(box.begin, bytes.data(), bytes.size())));
@@ -215,7 +216,7 @@ void HeaderSurvey::description(const Box &box) {
 }
 
 /// Its boxes begin with the one that names their kind, after a version or at once.
-void HeaderSurvey::metadata(const Box &box, int depth) {
+void HeaderMemoryEstimator::metadata(const Box &box, int depth) {
     for (qint64 at = 4; at <= 16; at += 4) {
         if (number<quint32>(box, at) == fourCC("hdlr")) {
             holder({box.type, box.begin + at - 4, box.end}, depth + 1);
@@ -224,7 +225,7 @@ void HeaderSurvey::metadata(const Box &box, int depth) {
     }
 }
 
-void HeaderSurvey::compressed(const Box &box, int depth) {
+void HeaderMemoryEstimator::compressed(const Box &box, int depth) {
     constexpr qint64 kBegin = 20; // what follows has its length before it
     const qint64 size = box.end - box.begin - kBegin;
     if (size < 4 || size > kLargestInflated || number<quint32>(box, kBegin) > kLargestInflated) {
@@ -243,7 +244,7 @@ void HeaderSurvey::compressed(const Box &box, int depth) {
     m_read = outside;
 }
 
-qint64 HeaderSurvey::total() const {
+qint64 HeaderMemoryEstimator::total() const {
     __int128 sum = m_claim;
     for (const Track &track : m_tracks) {
         const __int128 entries = track.entries();
