@@ -32,10 +32,10 @@ T.Popup {
     parent: T.Overlay.overlay
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? Math.round(parent.height * 0.5 - height * 0.56) : 0
-    width: Math.min(Theme.alertWidth, parent ? parent.width - Theme.s32 : Theme.alertWidth)
+    width: Math.min(Theme.alertWidth, parent ? parent.width - Theme.spacing32 : Theme.alertWidth)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    padding: Theme.s24 - Theme.s4 + Theme.hairline
-    bottomPadding: Theme.s16 + Theme.hairline
+    padding: Theme.spacing24 - Theme.spacing4 + Theme.hairline
+    bottomPadding: Theme.spacing16 + Theme.hairline
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
@@ -45,22 +45,22 @@ T.Popup {
         color: Theme.scrim
 
         Behavior on opacity {
-            NumberAnimation { duration: Theme.sheet }
+            NumberAnimation { duration: Theme.sheetDuration }
         }
     }
 
     enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheet }
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration }
     }
     exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.sheet }
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.sheetDuration }
     }
 
     background: Rectangle {
-        color: Theme.b3
+        color: Theme.popupBackground
         radius: Theme.sheetRadius
         border.width: Theme.hairline
-        border.color: Theme.line2
+        border.color: Theme.panelBorder
     }
 
     contentItem: FocusScope {
@@ -83,12 +83,12 @@ T.Popup {
             Label {
                 width: parent.width
                 text: control.title
-                type: Theme.head
+                textStyle: Theme.headingStyle
                 wrapMode: Text.Wrap
             }
             Item {
-                width: Theme.s6
-                height: Theme.s6
+                width: Theme.spacing6
+                height: Theme.spacing6
             }
             Flickable { // a path in it can be thousands of characters long
                 width: parent.width
@@ -105,13 +105,13 @@ T.Popup {
 
                     width: parent.width
                     text: control.text
-                    lineHeight: type.line + Theme.hairline
+                    lineHeight: textStyle.lineHeight + Theme.hairline
                     wrapMode: Text.Wrap
                 }
             }
             Item {
-                width: Theme.s16
-                height: Theme.s16 + Theme.s2
+                width: Theme.spacing16
+                height: Theme.spacing16 + Theme.spacing2
             }
             Row {
                 anchors.right: parent.right

@@ -8,8 +8,8 @@ T.ApplicationWindow {
 
     readonly property alias helpTip: tip
 
-    color: Theme.b1
-    font: Theme.body.font
+    color: Theme.windowBackground
+    font: Theme.bodyStyle.font
 
     HelpTip {
         id: tip

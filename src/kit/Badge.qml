@@ -11,12 +11,12 @@ Rectangle {
 
     implicitHeight: Theme.badgeHeight
     implicitWidth: Math.max(Theme.badgeHeight,
-        outlined ? Math.ceil(label.implicitWidth) + 2 * (Theme.s4) : 0)
+        outlined ? Math.ceil(label.implicitWidth) + 2 * (Theme.spacing4) : 0)
     radius: Theme.badgeRadius
     color: text === "S" ? Theme.success : text === "X" ? Theme.danger
-         : outlined ? Theme.none : Theme.b6
+         : outlined ? Theme.transparent : Theme.neutralBadge
     border.width: outlined ? Theme.hairline : 0
-    border.color: Theme.edge2
+    border.color: Theme.controlBorder
     Accessible.role: Accessible.StaticText
     Accessible.name: name
 
@@ -25,8 +25,8 @@ Rectangle {
 
         anchors.centerIn: parent
         text: badge.text
-        font: Theme.badge.font
-        color: badge.text === "S" ? Theme.successText : badge.text === "X" ? Theme.dangerText : Theme.t1
+        font: Theme.badgeStyle.font
+        color: badge.text === "S" ? Theme.successText : badge.text === "X" ? Theme.dangerText : Theme.primaryText
         Accessible.ignored: true
     }
 }

@@ -3,7 +3,7 @@
 //   text, symbol: string; helpText: string; kind: Button.Plain | Button.Primary | Button.Bare
 //   (no ground); destructive: bool (turns danger under the pointer); large, small: bool;
 //   muted: bool (label in t2); iconSize: int; trailingSymbol: string (a menu's chevron);
-//   lit, ring: bool (under the pointer, focused by keyboard); glyphInk: color; signal clicked()
+//   lit, ring: bool (under the pointer, focused by keyboard); glyphColor: color; signal clicked()
 // Return, Enter and Space press it while it has the focus. Disabled it still shows its help text.
 import QtQuick
 import QtQuick.Templates as T
@@ -22,33 +22,33 @@ T.Button {
     property bool large: false
     property bool small: false
     property bool muted: false
-    property bool ring: visualFocus
-    property int iconSize: iconOnly ? (destructive ? Theme.iconButton : Theme.icon) : Theme.iconButton
-    property var type: small ? Theme.listName
-                             : kind === Button.Primary ? Theme.bodyStrong : Theme.bodyLabel
+    property bool showsFocusRing: visualFocus
+    property int iconSize: iconOnly ? (destructive ? Theme.buttonIconSize : Theme.iconSize) : Theme.buttonIconSize
+    property var textStyle: small ? Theme.listNameStyle
+                             : kind === Button.Primary ? Theme.bodyStrongStyle : Theme.bodyLabelStyle
     readonly property bool iconOnly: text === ""
-    property bool lit: hovered && enabled
-    readonly property color ground: !enabled ? (kind === Button.Bare ? Theme.none : Theme.b3)
-        : kind === Button.Primary ? (down ? Theme.accentPressed : lit ? Theme.accentHover : Theme.accent)
+    property bool showsHover: hovered && enabled
+    readonly property color backgroundColor: !enabled ? (kind === Button.Bare ? Theme.transparent : Theme.controlDisabled)
+        : kind === Button.Primary ? (down ? Theme.accentPressed : showsHover ? Theme.accentHovered : Theme.accent)
         : destructive && down ? Theme.danger
-        : kind === Button.Bare ? (down ? Theme.b5 : lit ? Theme.b4 : Theme.none)
-        : down ? Theme.b6 : lit ? Theme.b5 : Theme.b4
-    readonly property color ink: !enabled ? Theme.t3
+        : kind === Button.Bare ? (down ? Theme.controlHovered : showsHover ? Theme.controlBackground : Theme.transparent)
+        : down ? Theme.controlPressed : showsHover ? Theme.controlHovered : Theme.controlBackground
+    readonly property color labelColor: !enabled ? Theme.disabledText
         : kind === Button.Primary ? Theme.accentText
         : destructive && down ? Theme.dangerText
-        : destructive && lit ? Theme.danger
-        : muted ? Theme.t2 : Theme.t1
-    property color glyphInk: !enabled || kind === Button.Primary || (destructive && (lit || down))
-        ? ink : Theme.t2
+        : destructive && showsHover ? Theme.danger
+        : muted ? Theme.secondaryText : Theme.primaryText
+    property color glyphColor: !enabled || kind === Button.Primary || (destructive && (showsHover || down))
+        ? labelColor : Theme.secondaryText
 
-    implicitHeight: large ? Theme.footButtonHeight
+    implicitHeight: large ? Theme.footerButtonHeight
                           : small ? Theme.smallButtonHeight : Theme.controlHeight
     implicitWidth: iconOnly ? implicitHeight : implicitContentWidth + leftPadding + rightPadding
-    leftPadding: iconOnly ? 0 : (large ? Theme.s16 : Theme.s12) - (symbol !== "" ? Theme.s4 : 0)
-    rightPadding: iconOnly ? 0 : (large ? Theme.s16 : Theme.s12) - (trailingSymbol !== "" ? Theme.s4 : 0)
-    spacing: Theme.s6
+    leftPadding: iconOnly ? 0 : (large ? Theme.spacing16 : Theme.spacing12) - (symbol !== "" ? Theme.spacing4 : 0)
+    rightPadding: iconOnly ? 0 : (large ? Theme.spacing16 : Theme.spacing12) - (trailingSymbol !== "" ? Theme.spacing4 : 0)
+    spacing: Theme.spacing6
     focusPolicy: Qt.StrongFocus
-    font: type.font
+    font: textStyle.font
 
     Keys.onReturnPressed: event => control.pressByKey(event)
     Keys.onEnterPressed: event => control.pressByKey(event)
@@ -85,7 +85,7 @@ T.Button {
                 visible: control.symbol !== ""
                 symbol: control.symbol
                 size: control.iconSize
-                color: control.glyphInk
+                color: control.glyphColor
             }
 
             Text {
@@ -96,7 +96,7 @@ T.Button {
                 width: Math.min(implicitWidth, control.availableWidth - row.aside)
                 text: control.text
                 font: control.font
-                color: control.ink
+                color: control.labelColor
                 elide: Text.ElideRight
                 textFormat: Text.PlainText
                 Accessible.ignored: true
@@ -108,18 +108,18 @@ T.Button {
                 anchors.verticalCenter: parent.verticalCenter
                 visible: control.trailingSymbol !== ""
                 symbol: control.trailingSymbol
-                size: Theme.iconButton
-                color: control.glyphInk
+                size: Theme.buttonIconSize
+                color: control.glyphColor
             }
         }
     }
 
     background: Rectangle {
         radius: Theme.controlRadius
-        color: control.ground
+        color: control.backgroundColor
 
         FocusRing {
-            shown: control.ring
+            visible: control.showsFocusRing
         }
     }
 }

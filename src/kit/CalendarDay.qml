@@ -15,7 +15,7 @@ T.AbstractButton {
     property bool focused: false
 
     objectName: "day." + date
-    implicitWidth: Theme.controlHeight + Theme.s2
+    implicitWidth: Theme.controlHeight + Theme.spacing2
     implicitHeight: Theme.controlHeight
     focusPolicy: Qt.NoFocus
     Accessible.role: Accessible.Cell
@@ -25,8 +25,8 @@ T.AbstractButton {
 
     contentItem: Text {
         text: control.day
-        font: Theme.list.font
-        color: control.chosen ? Theme.accentText : control.inMonth ? Theme.t1 : Theme.tp
+        font: Theme.listStyle.font
+        color: control.chosen ? Theme.accentText : control.inMonth ? Theme.primaryText : Theme.placeholderText
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         textFormat: Text.PlainText
@@ -35,11 +35,11 @@ T.AbstractButton {
     background: Item {
         Rectangle {
             anchors.fill: parent
-            anchors.margins: Theme.s2
+            anchors.margins: Theme.spacing2
             radius: Theme.menuRowRadius
-            color: control.chosen ? Theme.accent : control.hovered ? Theme.b5 : Theme.none
-            border.width: control.focused ? Theme.ringWidth : 0
-            border.color: Theme.ring
+            color: control.chosen ? Theme.accent : control.hovered ? Theme.controlHovered : Theme.transparent
+            border.width: control.focused ? Theme.focusRingWidth : 0
+            border.color: Theme.focusRing
         }
     }
 }

@@ -22,8 +22,8 @@ T.Popup {
     }
 
     focus: true
-    margins: Theme.s8
-    padding: Theme.s8 + Theme.hairline
+    margins: Theme.spacing8
+    padding: Theme.spacing8 + Theme.hairline
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
@@ -40,14 +40,14 @@ T.Popup {
     }
 
     background: Rectangle {
-        color: Theme.b3
+        color: Theme.popupBackground
         radius: Theme.panelRadius
         border.width: Theme.hairline
-        border.color: Theme.line2
+        border.color: Theme.panelBorder
     }
 
     contentItem: Column {
-        spacing: Theme.s4
+        spacing: Theme.spacing4
 
         Item {
             width: grid.width
@@ -62,7 +62,7 @@ T.Popup {
             Label {
                 anchors.centerIn: parent
                 text: month.title
-                type: Theme.bodyStrong
+                textStyle: Theme.bodyStrongStyle
             }
             Button {
                 anchors.right: parent.right
@@ -80,10 +80,10 @@ T.Popup {
                 Label {
                     required property string modelData
 
-                    width: Theme.controlHeight + Theme.s2
+                    width: Theme.controlHeight + Theme.spacing2
                     horizontalAlignment: Text.AlignHCenter
                     text: modelData
-                    type: Theme.small
+                    textStyle: Theme.smallStyle
                     muted: true
                 }
             }

@@ -8,13 +8,13 @@ T.CheckBox {
     id: control
 
     property string helpText
-    property bool ring: visualFocus
+    property bool showsFocusRing: visualFocus
 
-    implicitHeight: Theme.checkRowHeight
+    implicitHeight: Theme.checkBoxRowHeight
     implicitWidth: leftPadding + implicitContentWidth
-    leftPadding: Theme.checkSize + (text === "" ? 0 : Theme.s8)
+    leftPadding: Theme.checkBoxSize + (text === "" ? 0 : Theme.spacing8)
     focusPolicy: Qt.StrongFocus
-    font: Theme.body.font
+    font: Theme.bodyStyle.font
 
     HelpText.text: helpText
     Accessible.role: Accessible.CheckBox
@@ -27,24 +27,24 @@ T.CheckBox {
 
     indicator: Rectangle {
         anchors.verticalCenter: parent.verticalCenter
-        width: Theme.checkSize
-        height: Theme.checkSize
+        width: Theme.checkBoxSize
+        height: Theme.checkBoxSize
         radius: Theme.menuRowRadius
-        color: !control.enabled ? Theme.none : control.checked ? Theme.accent : Theme.b1
+        color: !control.enabled ? Theme.transparent : control.checked ? Theme.accent : Theme.fieldBackground
         border.width: Theme.hairline
-        border.color: !control.enabled ? Theme.t3 : control.checked ? Theme.accent
-                    : control.hovered ? Theme.t2 : Theme.edge2
+        border.color: !control.enabled ? Theme.disabledText : control.checked ? Theme.accent
+                    : control.hovered ? Theme.secondaryText : Theme.controlBorder
 
         Icon {
             anchors.centerIn: parent
             visible: control.checked
             symbol: "checkmark"
-            size: Theme.iconCheck
-            color: control.enabled ? Theme.accentText : Theme.t3
+            size: Theme.checkIconSize
+            color: control.enabled ? Theme.accentText : Theme.disabledText
         }
 
         FocusRing {
-            shown: control.ring
+            visible: control.showsFocusRing
             cornerRadius: parent.radius
         }
     }
@@ -52,7 +52,7 @@ T.CheckBox {
     contentItem: Text {
         text: control.text
         font: control.font
-        color: control.enabled ? Theme.t1 : Theme.tp
+        color: control.enabled ? Theme.primaryText : Theme.placeholderText
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         textFormat: Text.PlainText

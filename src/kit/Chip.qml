@@ -10,18 +10,18 @@ T.Button {
     id: control
 
     property string helpText
-    property bool ring: visualFocus
+    property bool showsFocusRing: visualFocus
     property PopUpMenu menu: null
-    property bool lit: hovered && enabled
+    property bool showsHover: hovered && enabled
 
     checkable: menu === null
     implicitHeight: Theme.chipHeight
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    leftPadding: Theme.s12 - Theme.s2
-    rightPadding: leftPadding - (menu ? Theme.s4 + Theme.hairline : 0)
-    spacing: Theme.s2
+    leftPadding: Theme.spacing12 - Theme.spacing2
+    rightPadding: leftPadding - (menu ? Theme.spacing4 + Theme.hairline : 0)
+    spacing: Theme.spacing2
     focusPolicy: Qt.StrongFocus
-    font: Theme.listName.font
+    font: Theme.listNameStyle.font
 
     onClicked: {
         if (menu) {
@@ -59,7 +59,7 @@ T.Button {
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
             font: control.font
-            color: !control.enabled ? Theme.t3 : control.checked ? Theme.chipOnText : Theme.t1
+            color: !control.enabled ? Theme.disabledText : control.checked ? Theme.activeChipText : Theme.primaryText
             textFormat: Text.PlainText
             Accessible.ignored: true
         }
@@ -68,20 +68,20 @@ T.Button {
             anchors.verticalCenter: parent.verticalCenter
             visible: control.menu !== null
             symbol: "chevron.down"
-            size: Theme.iconButton
-            color: !control.enabled ? Theme.t3 : control.checked ? Theme.chipOnText : Theme.t1
+            size: Theme.buttonIconSize
+            color: !control.enabled ? Theme.disabledText : control.checked ? Theme.activeChipText : Theme.primaryText
         }
     }
 
     background: Rectangle {
         radius: height / 2
-        color: !control.enabled ? Theme.b3 : control.checked ? Theme.chipOn
-             : control.down ? Theme.b6 : control.lit ? Theme.b5 : Theme.b4
+        color: !control.enabled ? Theme.controlDisabled : control.checked ? Theme.activeChipBackground
+             : control.down ? Theme.controlPressed : control.showsHover ? Theme.controlHovered : Theme.controlBackground
         border.width: control.checked && control.enabled ? Theme.hairline : 0
-        border.color: Theme.chipOnBorder
+        border.color: Theme.activeChipBorder
 
         FocusRing {
-            shown: control.ring
+            visible: control.showsFocusRing
             cornerRadius: parent.radius
         }
     }

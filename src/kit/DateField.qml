@@ -34,13 +34,13 @@ TextField {
 
     Button {
         anchors.right: parent.right
-        anchors.rightMargin: Theme.s2
+        anchors.rightMargin: Theme.spacing2
         anchors.verticalCenter: parent.verticalCenter
         objectName: control.objectName + ".calendar"
         small: true
         focusPolicy: Qt.NoFocus
         symbol: "calendar"
-        iconSize: Theme.iconButton
+        iconSize: Theme.buttonIconSize
         helpText: qsTr("Choose a day")
         onClicked: calendar.visible ? calendar.close() : control.openCalendar()
     }
@@ -48,7 +48,7 @@ TextField {
     CalendarPopup {
         id: calendar
 
-        y: control.height + Theme.s4
+        y: control.height + Theme.spacing4
         name: control.name
         date: control.date
         opener: control

@@ -16,7 +16,7 @@ Column {
 
     signal toggled(bool open)
 
-    spacing: Theme.s4
+    spacing: Theme.spacing4
 
     T.AbstractButton {
         id: line
@@ -24,7 +24,7 @@ Column {
         objectName: control.objectName + ".line"
         implicitHeight: Theme.smallButtonHeight
         implicitWidth: implicitContentWidth + rightPadding
-        rightPadding: Theme.s8
+        rightPadding: Theme.spacing8
         focusPolicy: Qt.StrongFocus
         text: control.text
         onClicked: {
@@ -49,29 +49,29 @@ Column {
         Accessible.checked: control.open
 
         contentItem: Row {
-            spacing: Theme.s2
+            spacing: Theme.spacing2
 
             Icon {
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: control.open ? "chevron.down" : "chevron.right"
-                size: Theme.iconButton
-                color: line.enabled ? Theme.t2 : Theme.t3
+                size: Theme.buttonIconSize
+                color: line.enabled ? Theme.secondaryText : Theme.disabledText
             }
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: line.text
-                font: Theme.listName.font
-                color: line.enabled ? Theme.t1 : Theme.t3
+                font: Theme.listNameStyle.font
+                color: line.enabled ? Theme.primaryText : Theme.disabledText
                 textFormat: Text.PlainText
                 Accessible.ignored: true
             }
         }
         background: Rectangle {
             radius: Theme.menuRowRadius
-            color: line.hovered && line.enabled ? Theme.hover : Theme.none
+            color: line.hovered && line.enabled ? Theme.hoveredRow : Theme.transparent
 
             FocusRing {
-                shown: line.visualFocus
+                visible: line.visualFocus
                 cornerRadius: parent.radius
             }
         }

@@ -6,5 +6,5 @@ Rectangle {
 
     implicitWidth: Theme.hairline
     implicitHeight: Theme.hairline
-    color: Theme.line
+    color: Theme.divider
 }

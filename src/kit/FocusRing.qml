@@ -1,18 +1,17 @@
-// The ring around a control that has the keyboard's focus: 2 px, 2 px outside.
-//   shown: bool; control: the item that it surrounds (its parent); cornerRadius: the control's radius
+// The ring around a control with keyboard focus: 2 px wide, 2 px outside the control. The owner binds
+// `visible`.
+//   cornerRadius: radius of the control
 import QtQuick
 
 Rectangle {
-    property bool shown: false
     property real cornerRadius: Theme.controlRadius
-    readonly property int reach: Theme.ringGap + Theme.ringWidth
+    readonly property int reach: Theme.focusRingGap + Theme.focusRingWidth
 
     objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -reach
-    visible: shown
     radius: cornerRadius + reach
-    color: Theme.none
-    border.color: Theme.ring
-    border.width: Theme.ringWidth
+    color: Theme.transparent
+    border.color: Theme.focusRing
+    border.width: Theme.focusRingWidth
 }

@@ -23,10 +23,10 @@ Item {
     }
 
     function place(subject: Item) {
-        const below = subject.mapToItem(tip, 0, subject.height + Theme.s6);
-        const above = subject.mapToItem(tip, 0, -Theme.s6);
+        const below = subject.mapToItem(tip, 0, subject.height + Theme.spacing6);
+        const above = subject.mapToItem(tip, 0, -Theme.spacing6);
         label.text = help.text;
-        panel.x = Math.max(Theme.s4, Math.min(tip.width - panel.width - Theme.s4,
+        panel.x = Math.max(Theme.spacing4, Math.min(tip.width - panel.width - Theme.spacing4,
             below.x + (subject.width - panel.width) / 2));
         panel.y = below.y + panel.height <= tip.height ? below.y : above.y - panel.height;
     }
@@ -35,28 +35,28 @@ Item {
         id: panel
 
         objectName: "helpTip"
-        width: label.width + 2 * (Theme.s8 + Theme.hairline)
-        height: label.height + Theme.s8
-        color: Theme.b5
+        width: label.width + 2 * (Theme.spacing8 + Theme.hairline)
+        height: label.height + Theme.spacing8
+        color: Theme.controlHovered
         radius: Theme.menuRowRadius
         border.width: Theme.hairline
-        border.color: Theme.line2
+        border.color: Theme.panelBorder
         visible: opacity > 0
         opacity: help.text !== "" ? 1 : 0
         Accessible.role: Accessible.ToolTip
         Accessible.name: label.text
 
         Behavior on opacity {
-            NumberAnimation { duration: Theme.popup }
+            NumberAnimation { duration: Theme.popupDuration }
         }
 
         Label {
             id: label
 
-            x: Theme.s8 + Theme.hairline
-            y: Theme.s4
+            x: Theme.spacing8 + Theme.hairline
+            y: Theme.spacing4
             width: Math.min(Math.ceil(implicitWidth), tip.width / 2)
-            type: Theme.small
+            textStyle: Theme.smallStyle
             wrapMode: Text.Wrap
             Accessible.ignored: true
         }

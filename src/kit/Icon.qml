@@ -6,12 +6,12 @@ import Corvane.Kit
 
 Text {
     property string symbol
-    property int size: Theme.icon
+    property int size: Theme.iconSize
 
     width: size
     height: size
     text: IconTable.glyph(symbol)
-    color: Theme.t2
+    color: Theme.secondaryText
     font.family: IconTable.family
     font.pixelSize: size
     horizontalAlignment: Text.AlignHCenter

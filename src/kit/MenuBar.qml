@@ -10,8 +10,8 @@ T.MenuBar {
 
     implicitHeight: Theme.menuBarHeight
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    leftPadding: Theme.s4
-    rightPadding: Theme.s4
+    leftPadding: Theme.spacing4
+    rightPadding: Theme.spacing4
     Accessible.role: Accessible.MenuBar
     Accessible.name: qsTr("Menus")
 
@@ -20,10 +20,10 @@ T.MenuBar {
 
         implicitHeight: Theme.menuBarHeight
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
-        leftPadding: Theme.s8
-        rightPadding: Theme.s8
+        leftPadding: Theme.spacing8
+        rightPadding: Theme.spacing8
         focusPolicy: Qt.TabFocus
-        font: Theme.list.font
+        font: Theme.listStyle.font
         Keys.onDownPressed: event => {
             Buttons.click(item);
             event.accepted = true; // see Button
@@ -42,7 +42,7 @@ T.MenuBar {
         contentItem: Text {
             text: item.text
             font: item.font
-            color: item.highlighted ? Theme.t1 : Theme.t2
+            color: item.highlighted ? Theme.primaryText : Theme.secondaryText
             verticalAlignment: Text.AlignVCenter
             textFormat: Text.PlainText
             Accessible.ignored: true
@@ -50,12 +50,12 @@ T.MenuBar {
         background: Item {
             Rectangle {
                 anchors.fill: parent
-                anchors.topMargin: Theme.s2
-                anchors.bottomMargin: Theme.s2
+                anchors.topMargin: Theme.spacing2
+                anchors.bottomMargin: Theme.spacing2
                 radius: Theme.menuRowRadius
-                color: item.highlighted || item.down ? Theme.b4 : Theme.none
-                border.width: item.visualFocus ? Theme.ringWidth : 0
-                border.color: Theme.ring
+                color: item.highlighted || item.down ? Theme.controlBackground : Theme.transparent
+                border.width: item.visualFocus ? Theme.focusRingWidth : 0
+                border.color: Theme.focusRing
             }
         }
     }

@@ -3,14 +3,14 @@ import QtQuick
 import QtQuick.Templates as T
 
 T.MenuSeparator {
-    topPadding: Theme.s4
-    bottomPadding: Theme.s4
+    topPadding: Theme.spacing4
+    bottomPadding: Theme.spacing4
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     implicitWidth: implicitContentWidth
     Accessible.ignored: true
 
     contentItem: Rectangle {
         implicitHeight: Theme.hairline
-        color: Theme.line2
+        color: Theme.panelBorder
     }
 }

@@ -15,9 +15,9 @@ T.MenuItem {
 
     implicitHeight: Theme.menuItemHeight
     implicitWidth: leftPadding + implicitContentWidth + rightPadding
-    leftPadding: Theme.s6 + Theme.iconCheck + Theme.s6
-    rightPadding: Theme.s8
-    font: Theme.list.font
+    leftPadding: Theme.spacing6 + Theme.checkIconSize + Theme.spacing6
+    rightPadding: Theme.spacing8
+    font: Theme.listStyle.font
 
     HelpText.text: helpText
     Accessible.role: Accessible.MenuItem
@@ -27,28 +27,28 @@ T.MenuItem {
     Accessible.checked: checked
 
     indicator: Icon {
-        x: Theme.s6
+        x: Theme.spacing6
         anchors.verticalCenter: parent.verticalCenter
         visible: control.checked
         symbol: "checkmark"
-        size: Theme.iconCheck
-        color: control.enabled ? Theme.t2 : Theme.t3
+        size: Theme.checkIconSize
+        color: control.enabled ? Theme.secondaryText : Theme.disabledText
     }
 
     arrow: Icon {
         anchors.right: parent.right
-        anchors.rightMargin: Theme.s4
+        anchors.rightMargin: Theme.spacing4
         anchors.verticalCenter: parent.verticalCenter
         visible: control.subMenu !== null
         symbol: "chevron.right"
-        size: Theme.iconButton
-        color: control.enabled ? Theme.t2 : Theme.t3
+        size: Theme.buttonIconSize
+        color: control.enabled ? Theme.secondaryText : Theme.disabledText
     }
 
     contentItem: Item {
         implicitWidth: label.implicitWidth
-                     + (shortcut.text !== "" ? shortcut.implicitWidth + Theme.s24 : 0)
-                     + (control.subMenu ? Theme.s24 : 0)
+                     + (shortcut.text !== "" ? shortcut.implicitWidth + Theme.spacing24 : 0)
+                     + (control.subMenu ? Theme.spacing24 : 0)
         implicitHeight: label.implicitHeight
 
         Text {
@@ -59,7 +59,7 @@ T.MenuItem {
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
             font: control.font
-            color: control.enabled ? Theme.t1 : Theme.t3
+            color: control.enabled ? Theme.primaryText : Theme.disabledText
             elide: control.elide
             maximumLineCount: 1
             textFormat: Text.PlainText
@@ -73,7 +73,7 @@ T.MenuItem {
             anchors.verticalCenter: parent.verticalCenter
             text: control.shortcutText
             font: control.font
-            color: control.enabled ? Theme.t2 : Theme.t3
+            color: control.enabled ? Theme.secondaryText : Theme.disabledText
             textFormat: Text.PlainText
             Accessible.ignored: true
         }
@@ -81,6 +81,6 @@ T.MenuItem {
 
     background: Rectangle {
         radius: Theme.menuRowRadius
-        color: control.highlighted && control.enabled ? Theme.b5 : Theme.none
+        color: control.highlighted && control.enabled ? Theme.controlHovered : Theme.transparent
     }
 }

@@ -13,12 +13,12 @@ T.Menu {
 
     function openBelow(item: Item, fromRight: bool) {
         opener = item.Window.activeFocusItem ?? item;
-        popup(item, fromRight ? item.width - width : 0, item.height + Theme.s4, null);
+        popup(item, fromRight ? item.width - width : 0, item.height + Theme.spacing4, null);
     }
 
-    margins: Theme.s8
-    padding: Theme.s4 + Theme.hairline
-    overlap: Theme.s4
+    margins: Theme.spacing8
+    padding: Theme.spacing4 + Theme.hairline
+    overlap: Theme.spacing4
     implicitWidth: Math.max(Theme.menuMinWidth, Math.min(Theme.menuMaxWidth,
                             contentItem.implicitWidth + leftPadding + rightPadding))
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -54,16 +54,16 @@ T.Menu {
     }
 
     background: Rectangle {
-        color: Theme.b3
+        color: Theme.popupBackground
         radius: Theme.panelRadius
         border.width: Theme.hairline
-        border.color: Theme.line2
+        border.color: Theme.panelBorder
     }
 
     enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.popup }
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.popupDuration }
     }
     exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.popup }
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.popupDuration }
     }
 }

@@ -37,7 +37,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: height / 2
-        color: Theme.b4
+        color: Theme.controlBackground
     }
     Item {
         anchors.fill: parent

@@ -23,22 +23,22 @@ Sheet {
     signal cancelled()
 
     sheetWidth: Theme.compactSheetWidth
-    headHeight: Theme.compactHeadHeight
-    hasHeadLine: false
+    headerHeight: Theme.compactHeaderHeight
+    hasHeaderDivider: false
     initialFocus: cancel
     onAboutToShow: bar.restart()
-    onEscaped: {
+    onEscapePressed: {
         if (cancel.enabled) {
             cancelled();
         }
     }
 
-    foot: Button {
+    footer: Button {
         id: cancel
 
         objectName: control.objectName + ".cancel"
         large: true
-        width: Math.max(implicitWidth, Theme.cancelWidth)
+        width: Math.max(implicitWidth, Theme.cancelButtonWidth)
         enabled: control.buttonEnabled
         text: control.buttonText
         onClicked: control.cancelled()
@@ -46,14 +46,14 @@ Sheet {
 
     Item {
         width: control.availableWidth
-        implicitHeight: Math.round(column.implicitHeight) + Theme.compactBottom
+        implicitHeight: Math.round(column.implicitHeight) + Theme.compactBottomPadding
 
         Column {
             id: column
 
             x: Theme.sheetPadding
             width: parent.width - 2 * x
-            spacing: Theme.s8
+            spacing: Theme.spacing8
 
             Item {
                 width: parent.width
@@ -65,19 +65,19 @@ Sheet {
                     objectName: control.objectName + ".file"
                     anchors.left: parent.left
                     anchors.right: figure.left
-                    anchors.rightMargin: Theme.s16
+                    anchors.rightMargin: Theme.spacing16
                     text: control.fileName
-                    type: Theme.bodyLabel
+                    textStyle: Theme.bodyLabelStyle
                     elide: Text.ElideMiddle
                     HelpText.text: truncated ? text : ""
                 }
-                FigureLabel {
+                TabularLabel {
                     id: figure
 
                     objectName: control.objectName + ".figure"
                     anchors.right: parent.right
                     text: control.figure
-                    type: control.figureIsStrong ? Theme.bodyStrong : Theme.body
+                    textStyle: control.figureIsStrong ? Theme.bodyStrongStyle : Theme.bodyStyle
                     muted: !control.figureIsStrong
                 }
             }
@@ -95,19 +95,19 @@ Sheet {
                 width: parent.width
                 height: details.implicitHeight
 
-                FigureLabel {
+                TabularLabel {
                     id: details
 
                     objectName: control.objectName + ".details"
                     text: control.details
-                    type: Theme.list
+                    textStyle: Theme.listStyle
                     muted: true
                 }
-                FigureLabel {
+                TabularLabel {
                     objectName: control.objectName + ".timeLeft"
                     anchors.right: parent.right
                     text: control.timeLeft
-                    type: Theme.list
+                    textStyle: Theme.listStyle
                     muted: true
                 }
             }

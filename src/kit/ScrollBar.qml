@@ -16,6 +16,6 @@ T.ScrollBar {
         implicitWidth: Theme.scrollBarWidth
         implicitHeight: Theme.scrollBarWidth
         radius: Theme.scrollBarWidth / 2
-        color: control.pressed || control.hovered ? Theme.edge2 : Theme.b6
+        color: control.pressed || control.hovered ? Theme.controlBorder : Theme.track
     }
 }

@@ -16,7 +16,7 @@ FocusItem {
     property int currentIndex: 0
     property string name
     property string helpText
-    property bool ring: visualFocus
+    property bool showsFocusRing: visualFocus
 
     signal activated(int index)
 
@@ -27,7 +27,7 @@ FocusItem {
     }
 
     implicitHeight: Theme.controlHeight
-    implicitWidth: row.implicitWidth + 2 * (Theme.s2 + Theme.hairline)
+    implicitWidth: row.implicitWidth + 2 * (Theme.spacing2 + Theme.hairline)
 
     Keys.onLeftPressed: choose(currentIndex - 1)
     Keys.onRightPressed: choose(currentIndex + 1)
@@ -47,12 +47,12 @@ FocusItem {
     Rectangle {
         anchors.fill: parent
         radius: Theme.controlRadius
-        color: Theme.b1
+        color: Theme.fieldBackground
         border.width: Theme.hairline
-        border.color: Theme.line2
+        border.color: Theme.panelBorder
 
         FocusRing {
-            shown: control.ring
+            visible: control.showsFocusRing
         }
     }
 
@@ -63,7 +63,7 @@ FocusItem {
             id: row
 
             anchors.centerIn: parent
-            spacing: Theme.s2
+            spacing: Theme.spacing2
 
             Repeater {
                 model: control.model
@@ -78,8 +78,8 @@ FocusItem {
                     objectName: control.objectName + "." + index
                     text: modelData
                     focusPolicy: Qt.NoFocus
-                    implicitHeight: Theme.controlHeight - 2 * (Theme.s2 + Theme.hairline)
-                    implicitWidth: label.implicitWidth + 2 * Theme.s12
+                    implicitHeight: Theme.controlHeight - 2 * (Theme.spacing2 + Theme.hairline)
+                    implicitWidth: label.implicitWidth + 2 * Theme.spacing12
 
                     onPressed: control.forceActiveFocus(Qt.MouseFocusReason)
                     onClicked: control.choose(index)
@@ -92,15 +92,15 @@ FocusItem {
 
                     background: Rectangle {
                         radius: Theme.menuRowRadius
-                        color: segment.chosen ? (control.enabled ? Theme.b6 : Theme.b3)
-                             : segment.hovered && control.enabled ? Theme.hover : Theme.none
+                        color: segment.chosen ? (control.enabled ? Theme.controlPressed : Theme.controlDisabled)
+                             : segment.hovered && control.enabled ? Theme.hoveredRow : Theme.transparent
                     }
                     contentItem: Text {
                         id: label
 
                         text: segment.text
-                        font: Theme.listName.font
-                        color: !control.enabled ? Theme.t3 : segment.chosen ? Theme.t1 : Theme.t2
+                        font: Theme.listNameStyle.font
+                        color: !control.enabled ? Theme.disabledText : segment.chosen ? Theme.primaryText : Theme.secondaryText
                         horizontalAlignment: Text.AlignHCenter
                         verticalAlignment: Text.AlignVCenter
                         textFormat: Text.PlainText

@@ -1,10 +1,10 @@
 // A modal sheet over the window: a head with its title, content, a foot with its buttons at the
 // right. A click outside does nothing; Esc is reported and closes nothing by itself.
-//   title: string; headHeight: int; hasHeadLine: bool; name: string (its accessible name, the title by itself); backText: string (a "Back"
+//   title: string; headerHeight: int; hasHeaderDivider: bool; name: string (its accessible name, the title by itself); backText: string (a "Back"
 //   button in the head when not empty); sheetWidth: real; sheetHeight: real, 0 for as high as its
 //   content; maximumMargin: real (what stays free around it); default content: items, laid out by the
 //   owner in `body`; foot: items, in a row at the right; defaultButton: what Return presses;
-//   initialFocus: Item; signals escaped(), backed()
+//   initialFocus: Item; signals escapePressed(), backClicked()
 // open() and close() as for any popup.
 import QtQuick
 import QtQuick.Templates as T
@@ -16,21 +16,21 @@ T.Popup {
     property string title
     property string name: title
     property string backText
-    property int headHeight: Theme.sheetHeadHeight
-    property bool hasHeadLine: true
+    property int headerHeight: Theme.sheetHeaderHeight
+    property bool hasHeaderDivider: true
     property real sheetWidth: implicitContentWidth
     property real sheetHeight: 0
-    property real maximumMargin: Theme.s48
+    property real maximumMargin: Theme.spacing48
     property T.AbstractButton defaultButton: null
     property Item initialFocus: defaultButton
     default property alias content: body.data
-    property alias foot: footRow.data
+    property alias footer: footerRow.data
     readonly property alias body: body
-    readonly property bool hasHead: title !== "" || backText !== ""
-    readonly property bool hasFoot: footRow.children.length > 0
+    readonly property bool hasHeader: title !== "" || backText !== ""
+    readonly property bool hasFooter: footerRow.children.length > 0
 
-    signal escaped()
-    signal backed()
+    signal escapePressed()
+    signal backClicked()
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
@@ -41,8 +41,8 @@ T.Popup {
     width: Math.min(sheetWidth, parent ? parent.width - maximumMargin : sheetWidth)
     height: Math.min(sheetHeight > 0 ? sheetHeight : implicitHeight,
                      parent ? parent.height - maximumMargin : implicitHeight)
-    implicitHeight: (hasHead ? headHeight : 0) + body.implicitHeight
-                    + (hasFoot ? Theme.sheetFootHeight : 0) + topPadding + bottomPadding
+    implicitHeight: (hasHeader ? headerHeight : 0) + body.implicitHeight
+                    + (hasFooter ? Theme.sheetFooterHeight : 0) + topPadding + bottomPadding
     onOpened: {
         if (initialFocus) {
             initialFocus.forceActiveFocus(Qt.OtherFocusReason);
@@ -53,22 +53,22 @@ T.Popup {
         color: Theme.scrim
 
         Behavior on opacity {
-            NumberAnimation { duration: Theme.sheet }
+            NumberAnimation { duration: Theme.sheetDuration }
         }
     }
 
     enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheet }
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration }
     }
     exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.sheet }
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.sheetDuration }
     }
 
     background: Rectangle {
-        color: Theme.b2
+        color: Theme.panelBackground
         radius: Theme.sheetRadius
         border.width: Theme.hairline
-        border.color: Theme.line2
+        border.color: Theme.panelBorder
     }
 
     contentItem: FocusScope {
@@ -85,59 +85,59 @@ T.Popup {
         Accessible.name: control.name
         Keys.onEscapePressed: event => {
             if (!event.isAutoRepeat) {
-                control.escaped();
+                control.escapePressed();
             }
         }
         Keys.onReturnPressed: event => scope.pressDefault(event)
         Keys.onEnterPressed: event => scope.pressDefault(event)
 
         Item {
-            id: head
+            id: header
 
-            visible: control.hasHead
+            visible: control.hasHeader
             width: parent.width
-            height: visible ? control.headHeight : 0
+            height: visible ? control.headerHeight : 0
 
             Button {
                 id: back
 
                 objectName: control.objectName + ".back"
                 anchors.left: parent.left
-                anchors.leftMargin: Theme.s12
+                anchors.leftMargin: Theme.spacing12
                 anchors.verticalCenter: parent.verticalCenter
                 visible: control.backText !== ""
-                leftPadding: Theme.s4
-                rightPadding: Theme.s8
+                leftPadding: Theme.spacing4
+                rightPadding: Theme.spacing8
                 kind: Button.Bare
                 muted: true
                 symbol: "chevron.left"
-                iconSize: Theme.icon
-                spacing: Theme.s4
+                iconSize: Theme.iconSize
+                spacing: Theme.spacing4
                 text: control.backText
-                onClicked: control.backed()
+                onClicked: control.backClicked()
             }
             Label {
                 anchors.left: back.visible ? back.right : parent.left
-                anchors.leftMargin: back.visible ? Theme.s8 : Theme.sheetPadding
+                anchors.leftMargin: back.visible ? Theme.spacing8 : Theme.sheetPadding
                 anchors.right: parent.right
                 anchors.rightMargin: Theme.sheetPadding
                 anchors.verticalCenter: parent.verticalCenter
                 text: control.title
-                type: Theme.head
+                textStyle: Theme.headingStyle
                 Accessible.role: Accessible.Heading
             }
             Divider {
                 anchors.bottom: parent.bottom
                 width: parent.width
-                visible: control.hasHeadLine
+                visible: control.hasHeaderDivider
             }
         }
 
         Item {
             id: body
 
-            anchors.top: head.bottom
-            anchors.bottom: footArea.top
+            anchors.top: header.bottom
+            anchors.bottom: footerArea.top
             width: parent.width
             implicitWidth: childrenRect.width
             // Content of a sheet whose height is given may take the body's height itself.
@@ -145,18 +145,18 @@ T.Popup {
         }
 
         Item {
-            id: footArea
+            id: footerArea
 
             anchors.bottom: parent.bottom
-            visible: control.hasFoot
+            visible: control.hasFooter
             width: parent.width
-            height: visible ? Theme.sheetFootHeight : 0
+            height: visible ? Theme.sheetFooterHeight : 0
 
             Divider {
                 width: parent.width
             }
             Row {
-                id: footRow
+                id: footerRow
 
                 anchors.right: parent.right
                 anchors.rightMargin: Theme.sheetPadding

@@ -9,7 +9,7 @@ Item {
 
     property bool running: true
     property string name
-    property int size: Theme.icon
+    property int size: Theme.iconSize
 
     implicitWidth: size
     implicitHeight: size
@@ -25,7 +25,7 @@ Item {
             loops: Animation.Infinite
             from: 0
             to: 360
-            duration: Theme.turn
+            duration: Theme.spinnerTurnDuration
         }
 
         Repeater {
@@ -40,7 +40,7 @@ Item {
                 width: spinner.size / 8
                 height: width
                 radius: width / 2
-                color: Theme.t2
+                color: Theme.secondaryText
                 opacity: (index + 1) / 8
             }
         }

@@ -15,7 +15,7 @@ FocusItem {
     property int rating: 0
     property string name: qsTr("Rating")
     property string helpText
-    property bool ring: visualFocus
+    property bool showsFocusRing: visualFocus
     property var starTexts: []
     property string clearText: qsTr("Clear rating")
     property bool large: false
@@ -57,7 +57,7 @@ FocusItem {
     Accessible.onDecreaseAction: control.rate(control.rating - 1)
 
     FocusRing {
-        shown: control.ring
+        visible: control.showsFocusRing
     }
 
     Item {
@@ -89,10 +89,10 @@ FocusItem {
 
                     anchors.verticalCenter: parent.verticalCenter
                     width: control.starWidth
-                    size: control.large ? Theme.iconBrand : Theme.icon
+                    size: control.large ? Theme.brandIconSize : Theme.iconSize
                     HelpText.text: control.starTexts[index] ?? ""
                     symbol: filled || offered ? "star.fill" : "star"
-                    color: !control.enabled ? Theme.t3 : filled || offered ? Theme.star : Theme.edge
+                    color: !control.enabled ? Theme.disabledText : filled || offered ? Theme.rating : Theme.fieldBorder
                     opacity: offered ? Theme.halfStarOpacity : 1
                 }
             }
@@ -115,8 +115,8 @@ FocusItem {
 
             contentItem: Icon {
                 symbol: "xmark.circle"
-                size: Theme.iconCheck
-                color: cross.hovered ? Theme.t1 : Theme.t2
+                size: Theme.checkIconSize
+                color: cross.hovered ? Theme.primaryText : Theme.secondaryText
             }
         }
     }

@@ -8,13 +8,13 @@ T.Switch {
     id: control
 
     property string helpText
-    property bool ring: visualFocus
+    property bool showsFocusRing: visualFocus
 
-    implicitHeight: Theme.checkRowHeight
+    implicitHeight: Theme.checkBoxRowHeight
     implicitWidth: leftPadding + implicitContentWidth
-    leftPadding: Theme.switchWidth + (text === "" ? 0 : Theme.s8)
+    leftPadding: Theme.switchWidth + (text === "" ? 0 : Theme.spacing8)
     focusPolicy: Qt.StrongFocus
-    font: Theme.list.font
+    font: Theme.listStyle.font
 
     HelpText.text: helpText
     Accessible.role: Accessible.CheckBox
@@ -32,7 +32,7 @@ T.Switch {
         width: Theme.switchWidth
         height: Theme.switchHeight
         radius: height / 2
-        color: !control.enabled ? Theme.b3 : control.checked ? Theme.accent : Theme.b6
+        color: !control.enabled ? Theme.controlDisabled : control.checked ? Theme.accent : Theme.track
 
         Rectangle {
             x: control.checked ? parent.width - width - parent.inset : parent.inset
@@ -40,11 +40,11 @@ T.Switch {
             width: Theme.switchKnob
             height: Theme.switchKnob
             radius: height / 2
-            color: !control.enabled ? Theme.t3 : control.checked ? Theme.accentText : Theme.t2
+            color: !control.enabled ? Theme.disabledText : control.checked ? Theme.accentText : Theme.secondaryText
         }
 
         FocusRing {
-            shown: control.ring
+            visible: control.showsFocusRing
             cornerRadius: parent.radius
         }
     }
@@ -52,7 +52,7 @@ T.Switch {
     contentItem: Text {
         text: control.text
         font: control.font
-        color: control.enabled ? Theme.t2 : Theme.t3
+        color: control.enabled ? Theme.secondaryText : Theme.disabledText
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         textFormat: Text.PlainText

@@ -22,18 +22,18 @@ Item {
     }
 
     implicitWidth: Theme.formWidth
-    implicitHeight: Theme.areaHeight
+    implicitHeight: Theme.textAreaHeight
     HelpText.text: helpText
 
-    FieldGround {
+    FieldBackground {
         anchors.fill: parent
         focused: area.activeFocus
-        lit: area.hovered
+        showsHover: area.hovered
     }
 
     Flickable {
         anchors.fill: parent
-        anchors.margins: Theme.ringWidth
+        anchors.margins: Theme.focusRingWidth
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: ScrollBar {}
@@ -43,15 +43,15 @@ Item {
 
             objectName: control.objectName === "" ? "" : control.objectName + ".input"
             implicitHeight: contentHeight + topPadding + bottomPadding
-            leftPadding: Theme.s8 - Theme.hairline
-            rightPadding: Theme.s8 - Theme.hairline
-            topPadding: Theme.s6 - Theme.hairline
-            bottomPadding: Theme.s6 - Theme.hairline
-            font: Theme.body.font
-            color: enabled ? Theme.t1 : Theme.t3
-            placeholderTextColor: enabled ? Theme.tp : Theme.t3
-            selectionColor: Theme.chipOnBorder
-            selectedTextColor: Theme.t1
+            leftPadding: Theme.spacing8 - Theme.hairline
+            rightPadding: Theme.spacing8 - Theme.hairline
+            topPadding: Theme.spacing6 - Theme.hairline
+            bottomPadding: Theme.spacing6 - Theme.hairline
+            font: Theme.bodyStyle.font
+            color: enabled ? Theme.primaryText : Theme.disabledText
+            placeholderTextColor: enabled ? Theme.placeholderText : Theme.disabledText
+            selectionColor: Theme.textSelection
+            selectedTextColor: Theme.primaryText
             selectByMouse: true
             wrapMode: TextEdit.Wrap
             textFormat: TextEdit.PlainText

@@ -1,7 +1,7 @@
 // One line to type into.
 //   text, placeholderText: string; name: string (its accessible name; the placeholder without one);
 //   symbol: string (an icon at its left); helpText: string; takesEscape: bool; signals textEdited(),
-//   accepted(), escaped() (on Esc with `takesEscape`; else Esc is passed on)
+//   accepted(), escapePressed() (on Esc with `takesEscape`; else Esc is passed on)
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -13,27 +13,27 @@ T.TextField {
     property string symbol
     property string helpText
     property bool takesEscape: false
-    property bool lit: hovered
-    property bool ring: activeFocus
+    property bool showsHover: hovered
+    property bool showsFocusRing: activeFocus
 
-    signal escaped()
+    signal escapePressed()
 
     implicitHeight: Theme.controlHeight
     implicitWidth: Theme.fieldWidth
-    leftPadding: Theme.s8 + Theme.hairline + (symbol !== "" ? Theme.iconButton + Theme.s6 : 0)
-    rightPadding: Theme.s8 + Theme.hairline
+    leftPadding: Theme.spacing8 + Theme.hairline + (symbol !== "" ? Theme.buttonIconSize + Theme.spacing6 : 0)
+    rightPadding: Theme.spacing8 + Theme.hairline
     verticalAlignment: TextInput.AlignVCenter
-    font: Theme.body.font
-    color: enabled ? Theme.t1 : Theme.t3
-    placeholderTextColor: enabled ? Theme.tp : Theme.t3
-    selectionColor: Theme.chipOnBorder
-    selectedTextColor: Theme.t1
+    font: Theme.bodyStyle.font
+    color: enabled ? Theme.primaryText : Theme.disabledText
+    placeholderTextColor: enabled ? Theme.placeholderText : Theme.disabledText
+    selectionColor: Theme.textSelection
+    selectedTextColor: Theme.primaryText
     selectByMouse: true
     hoverEnabled: true
 
     Keys.onEscapePressed: event => {
         if (takesEscape) {
-            control.escaped();
+            control.escapePressed();
         } else {
             event.accepted = false;
         }
@@ -45,11 +45,11 @@ T.TextField {
     Accessible.description: helpText
 
     Icon {
-        x: Theme.s8 + Theme.hairline
+        x: Theme.spacing8 + Theme.hairline
         anchors.verticalCenter: parent.verticalCenter
         visible: control.symbol !== ""
         symbol: control.symbol
-        size: Theme.iconButton
+        size: Theme.buttonIconSize
     }
 
     Text {
@@ -66,8 +66,8 @@ T.TextField {
         Accessible.ignored: true
     }
 
-    background: FieldGround {
-        focused: control.ring
-        lit: control.lit
+    background: FieldBackground {
+        focused: control.showsFocusRing
+        showsHover: control.showsHover
     }
 }

@@ -68,7 +68,7 @@ TEST(ControlsTest, TheRingIsShownForFocusByKeyboardOnlyAndFieldsAlwaysShowIt) {
     screen.key(Qt::Key_Space);
     EXPECT_TRUE(screen.property(text("check"), "checked").toBool());
     screen.click(text("field"));
-    EXPECT_TRUE(screen.property(text("field"), "ring").toBool());
+    EXPECT_TRUE(screen.property(text("field"), "showsFocusRing").toBool());
     screen.type(text("Tide"));
     EXPECT_EQ(screen.property(text("field"), "text").toString(), text("Tide"));
     screen.key(Qt::Key_Tab);
@@ -138,9 +138,9 @@ TEST(ControlsTest, ASheetKeepsOpenOnEscAndOnAClickBesideItAndGivesReturnToItsDef
         Sheet {
             objectName: "sheet"; title: "Export"; backText: "Back"; sheetWidth: 500
             defaultButton: start; initialFocus: base
-            onEscaped: window.note("esc"); onBacked: window.note("back")
+            onEscapePressed: window.note("esc"); onBackClicked: window.note("back")
             TextField { id: base; objectName: "base"; name: "Base name" }
-            foot: Button { id: start; text: "Start"; onClicked: window.note("start") }
+            footer: Button { id: start; text: "Start"; onClicked: window.note("start") }
             Component.onCompleted: open()
         }
     )"));

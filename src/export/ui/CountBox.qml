@@ -1,5 +1,5 @@
 // A count of a finished run over what it counts.
-//   count: int; label: string; ink: color of a count that isn't zero
+//   count: int; label: string; countColor: color of a nonzero count
 import QtQuick
 import Corvane.Kit
 
@@ -8,11 +8,11 @@ Rectangle {
 
     property int count: 0
     property string label
-    property color ink: Theme.t1
+    property color countColor: Theme.primaryText
 
     height: column.height + 2 * Theme.resultCountPadding
     radius: Theme.panelRadius
-    color: Theme.b3
+    color: Theme.popupBackground
     Accessible.role: Accessible.StaticText
     Accessible.name: label + ": " + count
 
@@ -23,15 +23,15 @@ Rectangle {
         y: Theme.resultCountPadding
         width: parent.width - 2 * x
 
-        FigureLabel {
+        TabularLabel {
             text: box.count
-            type: Theme.title
-            color: box.count > 0 ? box.ink : Theme.t2
+            textStyle: Theme.titleStyle
+            color: box.count > 0 ? box.countColor : Theme.secondaryText
             Accessible.ignored: true
         }
         Label {
             text: box.label
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             Accessible.ignored: true
         }

@@ -21,9 +21,9 @@ Sheet {
     maximumMargin: Theme.resultSheetMargin
     visible: screen.isOpen && screen.stage === DeliveryScreenState.Done
     defaultButton: done
-    onEscaped: screen.dismiss()
+    onEscapePressed: screen.dismiss()
 
-    foot: [
+    footer: [
         Button {
             id: revealFolder
 
@@ -57,18 +57,18 @@ Sheet {
     ]
 
     Column {
-        id: head
+        id: header
 
         x: Theme.sheetPadding
-        y: Theme.resultTop
+        y: Theme.resultTopMargin
         width: control.availableWidth - 2 * x
-        spacing: Theme.s8
+        spacing: Theme.spacing8
 
         Label {
             objectName: control.objectName + ".headline"
             width: parent.width
             text: control.screen.headline
-            type: Theme.title
+            textStyle: Theme.titleStyle
             Accessible.role: Accessible.Heading
         }
         PlaceLine {
@@ -92,7 +92,7 @@ Sheet {
 
             readonly property real boxWidth: (width - 2 * spacing) / 3
 
-            topPadding: Theme.s6
+            topPadding: Theme.spacing6
             width: parent.width
             spacing: Theme.buttonGap
 
@@ -101,14 +101,14 @@ Sheet {
                 width: counts.boxWidth
                 label: qsTr("Succeeded")
                 count: control.screen.succeeded
-                ink: Theme.success
+                countColor: Theme.success
             }
             CountBox {
                 objectName: control.objectName + ".failed"
                 width: counts.boxWidth
                 label: qsTr("Failed")
                 count: control.screen.failed
-                ink: Theme.warning
+                countColor: Theme.warning
             }
             CountBox {
                 objectName: control.objectName + ".cancelled"
@@ -122,7 +122,7 @@ Sheet {
     Divider {
         id: divider
 
-        y: head.y + head.height + Theme.resultGap
+        y: header.y + header.height + Theme.resultGap
         width: control.availableWidth
     }
     ResultList {

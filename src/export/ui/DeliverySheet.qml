@@ -18,19 +18,19 @@ Sheet {
     default property alias choices: form.data
     property alias preview: previewPane.data
     readonly property alias previewPane: previewPane
-    readonly property real wholeHeight: Theme.sheetHeadHeight + flickable.contentHeight
-                                        + Theme.sheetFootHeight + topPadding + bottomPadding
+    readonly property real wholeHeight: Theme.sheetHeaderHeight + flickable.contentHeight
+                                        + Theme.sheetFooterHeight + topPadding + bottomPadding
 
     backText: qsTr("Back")
     sheetWidth: Theme.deliverySheetWidth
     visible: screen.isOpen && screen.stage === DeliveryScreenState.Configure
     defaultButton: start
     initialFocus: screen.canStart ? start : folderButton
-    onEscaped: screen.dismiss()
-    onBacked: screen.dismiss()
+    onEscapePressed: screen.dismiss()
+    onBackClicked: screen.dismiss()
     onAboutToShow: flickable.contentY = 0
 
-    foot: [
+    footer: [
         Button {
             objectName: control.objectName + ".cancel"
             large: true
@@ -74,7 +74,7 @@ Sheet {
             width: Math.min(Theme.deliveryFormWidth, control.availableWidth)
             height: control.body.height
             contentWidth: width
-            contentHeight: form.height + 2 * Theme.deliveryTop
+            contentHeight: form.height + 2 * Theme.deliveryTopMargin
             boundsBehavior: Flickable.StopAtBounds
             clip: true
             T.ScrollBar.vertical: ScrollBar {}
@@ -83,7 +83,7 @@ Sheet {
                 id: form
 
                 x: Theme.sheetPadding
-                y: Theme.deliveryTop
+                y: Theme.deliveryTopMargin
                 width: parent.width - 2 * x
                 spacing: Theme.formGap
             }
@@ -92,7 +92,7 @@ Sheet {
             anchors.left: flickable.right
             anchors.right: parent.right
             height: control.body.height
-            color: Theme.b1
+            color: Theme.windowBackground
 
             Divider {
                 id: divider

@@ -63,9 +63,9 @@ DeliverySheet {
             id: previewTitle
 
             x: Theme.previewPadding
-            y: Theme.deliveryTop
+            y: Theme.deliveryTopMargin
             text: qsTr("Manifest preview")
-            type: Theme.bodyStrong
+            textStyle: Theme.bodyStrongStyle
             Accessible.role: Accessible.Heading
         },
         Label {
@@ -74,7 +74,7 @@ DeliverySheet {
             anchors.rightMargin: Theme.previewPadding
             anchors.baseline: previewTitle.baseline
             text: sheet.exporting.countLine
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
         },
         PreviewList {

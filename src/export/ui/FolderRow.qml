@@ -21,24 +21,24 @@ LabelledRow {
             width: parent.width - buttonRow.width - Theme.buttonGap
             height: parent.height
             radius: Theme.controlRadius
-            color: Theme.b1
+            color: Theme.fieldBackground
             border.width: Theme.hairline
-            border.color: Theme.line2
+            border.color: Theme.panelBorder
 
             Icon {
                 id: glyph
 
-                x: Theme.s8
+                x: Theme.spacing8
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "folder"
-                size: Theme.iconButton
+                size: Theme.buttonIconSize
             }
             Label {
                 objectName: row.name + ".path"
                 anchors.left: glyph.right
-                anchors.leftMargin: Theme.s6
+                anchors.leftMargin: Theme.spacing6
                 anchors.right: parent.right
-                anchors.rightMargin: Theme.s8
+                anchors.rightMargin: Theme.spacing8
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.screen.folderLine
                 elide: Text.ElideMiddle

@@ -17,19 +17,19 @@ Item {
     Label {
         id: caption
 
-        width: Theme.labelColumn
+        width: Theme.labelColumnWidth
         height: Theme.controlHeight
         verticalAlignment: Text.AlignVCenter
         text: row.label
-        type: Theme.bodyLabel
+        textStyle: Theme.bodyLabelStyle
     }
 
     Column {
         id: inner
 
-        x: Theme.labelColumn + Theme.s16
+        x: Theme.labelColumnWidth + Theme.spacing16
         width: parent.width - x
-        spacing: Theme.s6
+        spacing: Theme.spacing6
 
         Column {
             id: column
@@ -40,7 +40,7 @@ Item {
             visible: text !== ""
             width: Math.min(Theme.deliveryHelpWidth, parent.width)
             text: row.help
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             wrapMode: Text.Wrap
         }

@@ -10,7 +10,7 @@ Item {
     default property alias control: place.data
 
     width: parent ? parent.width : 0
-    height: Theme.footButtonHeight
+    height: Theme.footerButtonHeight
 
     Label {
         anchors.verticalCenter: parent.verticalCenter
@@ -20,7 +20,7 @@ Item {
     Item {
         id: place
 
-        x: Theme.namingLabelWidth + Theme.s12
+        x: Theme.namingLabelWidth + Theme.spacing12
         width: parent.width - x
         height: childrenRect.height
         anchors.verticalCenter: parent.verticalCenter

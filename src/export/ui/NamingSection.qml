@@ -11,7 +11,7 @@ Column {
     property string name
 
     width: parent ? parent.width : 0
-    spacing: Theme.s8
+    spacing: Theme.spacing8
 
     ChoiceRow {
         name: section.name + ".preset"
@@ -23,17 +23,17 @@ Column {
 
     Rectangle {
         visible: section.naming.isCustom
-        x: Theme.labelColumn + Theme.s16
+        x: Theme.labelColumnWidth + Theme.spacing16
         width: parent.width - x
-        height: fields.height + 2 * Theme.s8
+        height: fields.height + 2 * Theme.spacing8
         radius: Theme.panelRadius
-        color: Theme.b3
+        color: Theme.popupBackground
 
         Column {
             id: fields
 
-            x: Theme.s12
-            y: Theme.s8
+            x: Theme.spacing12
+            y: Theme.spacing8
             width: parent.width - 2 * x
             spacing: Theme.namingRowGap
 

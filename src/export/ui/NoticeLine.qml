@@ -13,15 +13,15 @@ Item {
     visible: text !== ""
 
     Icon {
-        y: (label.type.line - height) / 2
+        y: (label.textStyle.lineHeight - height) / 2
         symbol: "exclamationmark.triangle.fill"
-        size: Theme.iconButton
+        size: Theme.buttonIconSize
         color: Theme.warning
     }
     Label {
         id: label
 
-        x: Theme.iconButton + Theme.s8
+        x: Theme.buttonIconSize + Theme.spacing8
         width: parent.width - x
         text: line.text
         wrapMode: Text.Wrap

@@ -24,12 +24,12 @@ Item {
         visible: line.symbol !== ""
         anchors.verticalCenter: parent.verticalCenter
         symbol: line.symbol
-        size: Theme.iconButton
+        size: Theme.buttonIconSize
     }
     Label {
         id: label
 
-        x: glyph.visible ? glyph.width + Theme.s8 : 0
+        x: glyph.visible ? glyph.width + Theme.spacing8 : 0
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(implicitWidth, parent.width - x - reveal.width - Theme.buttonGap)
         text: line.text
@@ -43,8 +43,8 @@ Item {
         anchors.left: label.right
         anchors.leftMargin: Theme.buttonGap
         anchors.verticalCenter: parent.verticalCenter
-        leftPadding: Theme.s8
-        rightPadding: Theme.s8
+        leftPadding: Theme.spacing8
+        rightPadding: Theme.spacing8
         small: true
         text: line.revealText
         onClicked: line.revealed()

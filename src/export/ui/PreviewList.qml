@@ -27,9 +27,9 @@ Item {
 
         objectName: preview.objectName + ".list"
         anchors.fill: parent
-        anchors.leftMargin: Theme.s8
-        anchors.rightMargin: Theme.s8
-        anchors.bottomMargin: Theme.s8
+        anchors.leftMargin: Theme.spacing8
+        anchors.rightMargin: Theme.spacing8
+        anchors.bottomMargin: Theme.spacing8
         visible: preview.screen.hasRows
         name: preview.name
         model: preview.screen.rows
@@ -51,19 +51,19 @@ Item {
             Icon {
                 id: glyph
 
-                x: Theme.s12
+                x: Theme.spacing12
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: row.symbol
-                size: Theme.iconButton
+                size: Theme.buttonIconSize
             }
             Label {
                 anchors.left: glyph.right
-                anchors.leftMargin: Theme.s8
+                anchors.leftMargin: Theme.spacing8
                 anchors.right: note.left
-                anchors.rightMargin: Theme.s12
+                anchors.rightMargin: Theme.spacing12
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.name
-                type: Theme.list
+                textStyle: Theme.listStyle
                 HelpText.text: truncated ? text : ""
                 Accessible.ignored: true
             }
@@ -71,10 +71,10 @@ Item {
                 id: note
 
                 anchors.right: parent.right
-                anchors.rightMargin: Theme.s12
+                anchors.rightMargin: Theme.spacing12
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.note
-                type: Theme.list
+                textStyle: Theme.listStyle
                 muted: true
                 Accessible.ignored: true
             }
@@ -83,6 +83,6 @@ Item {
 
     FocusRing {
         anchors.fill: list
-        shown: list.activeFocus
+        visible: list.activeFocus
     }
 }

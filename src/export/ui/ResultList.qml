@@ -13,7 +13,7 @@ Rectangle {
 
     required property DeliveryScreenState screen
 
-    color: Theme.b1
+    color: Theme.windowBackground
 
     Connections {
         target: results.screen
@@ -37,7 +37,7 @@ Rectangle {
         clip: true
         model: results.screen.results
         T.ScrollBar.vertical: ScrollBar {}
-        footer: Item { height: Theme.s16 }
+        footer: Item { height: Theme.spacing16 }
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Results")
         Accessible.focusable: true

@@ -38,7 +38,7 @@ Item {
 
     Divider {
         visible: row.heading !== "" && !row.first
-        y: Theme.s8
+        y: Theme.spacing8
         width: parent.width
     }
     Label {
@@ -46,10 +46,10 @@ Item {
 
         visible: row.heading !== ""
         x: Theme.sheetPadding
-        y: Theme.s12 + (row.first ? 0 : Theme.s8)
-        height: Theme.list.line + Theme.s4
+        y: Theme.spacing12 + (row.first ? 0 : Theme.spacing8)
+        height: Theme.listStyle.lineHeight + Theme.spacing4
         text: row.heading
-        type: Theme.listHead
+        textStyle: Theme.listHeadingStyle
         Accessible.role: Accessible.Heading
     }
 
@@ -60,14 +60,14 @@ Item {
         width: parent.width
         height: row.delivered ? Theme.resultRowHeight
                               : Math.max(Theme.resultRowHeight,
-                                         why.height + 2 * Theme.resultTextLead)
+                                         why.height + 2 * Theme.resultTextPadding)
 
         Rectangle {
             anchors.fill: parent
-            anchors.leftMargin: Theme.s12
-            anchors.rightMargin: Theme.s12
+            anchors.leftMargin: Theme.spacing12
+            anchors.rightMargin: Theme.spacing12
             radius: Theme.controlRadius
-            color: row.active ? Theme.sel : Theme.none
+            color: row.active ? Theme.selectedRow : Theme.transparent
         }
         Icon {
             id: glyph
@@ -75,20 +75,20 @@ Item {
             x: Theme.sheetPadding
             y: (Theme.resultRowHeight - height) / 2
             symbol: row.symbol
-            size: Theme.iconButton
-            color: row.delivered ? Theme.success : row.cancelled ? Theme.t2 : Theme.warning
+            size: Theme.buttonIconSize
+            color: row.delivered ? Theme.success : row.cancelled ? Theme.secondaryText : Theme.warning
         }
         Label {
             id: file
 
             visible: row.delivered
             anchors.left: glyph.right
-            anchors.leftMargin: Theme.s12
+            anchors.leftMargin: Theme.spacing12
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth,
-                            reveal.x - x - (about.visible ? about.width + Theme.s6 : 0) - Theme.s12)
+                            reveal.x - x - (about.visible ? about.width + Theme.spacing6 : 0) - Theme.spacing12)
             text: row.name
-            type: Theme.list
+            textStyle: Theme.listStyle
             elide: Text.ElideMiddle
             HelpText.text: truncated ? text : ""
             Accessible.ignored: true
@@ -98,10 +98,10 @@ Item {
 
             visible: row.delivered && text !== ""
             anchors.left: file.right
-            anchors.leftMargin: Theme.s6
+            anchors.leftMargin: Theme.spacing6
             anchors.verticalCenter: parent.verticalCenter
             text: row.note
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             HelpText.text: row.reason
             Accessible.ignored: true
@@ -112,17 +112,17 @@ Item {
             objectName: row.objectName + ".reason"
             visible: !row.delivered
             anchors.left: glyph.right
-            anchors.leftMargin: Theme.s12
+            anchors.leftMargin: Theme.spacing12
             anchors.right: parent.right
             anchors.rightMargin: Theme.sheetPadding
-            y: Theme.resultTextLead
+            y: Theme.resultTextPadding
             text: row.delivered ? "" : row.rich
             textFormat: TextEdit.RichText
             wrapMode: TextEdit.Wrap
-            font: Theme.list.font
-            color: Theme.t1
-            selectionColor: Theme.chipOnBorder
-            selectedTextColor: Theme.t1
+            font: Theme.listStyle.font
+            color: Theme.primaryText
+            selectionColor: Theme.textSelection
+            selectedTextColor: Theme.primaryText
             readOnly: true
             selectByMouse: true
             Accessible.ignored: true
@@ -133,10 +133,10 @@ Item {
             objectName: row.objectName + ".reveal"
             visible: row.delivered
             anchors.right: parent.right
-            anchors.rightMargin: Theme.sheetPadding - Theme.s8
+            anchors.rightMargin: Theme.sheetPadding - Theme.spacing8
             anchors.verticalCenter: parent.verticalCenter
-            leftPadding: Theme.s8
-            rightPadding: Theme.s8
+            leftPadding: Theme.spacing8
+            rightPadding: Theme.spacing8
             kind: Button.Bare
             small: true
             muted: true

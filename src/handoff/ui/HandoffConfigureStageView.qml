@@ -60,13 +60,13 @@ DeliverySheet {
             id: contents
 
             x: Theme.previewPadding
-            y: Theme.deliveryTop
+            y: Theme.deliveryTopMargin
             width: parent.width - 2 * x
-            spacing: Theme.s4
+            spacing: Theme.spacing4
 
             Label {
                 text: qsTr("Contents")
-                type: Theme.bodyStrong
+                textStyle: Theme.bodyStrongStyle
                 Accessible.role: Accessible.Heading
             }
             Label {
@@ -88,13 +88,13 @@ DeliverySheet {
             x: Theme.previewPadding
             y: divider.y + Theme.resultGap
             text: qsTr("Included clips")
-            type: Theme.bodyStrong
+            textStyle: Theme.bodyStrongStyle
             Accessible.role: Accessible.Heading
         },
         PreviewList {
             objectName: "handoff.preview"
             anchors.top: included.bottom
-            anchors.topMargin: Theme.s6
+            anchors.topMargin: Theme.spacing6
             anchors.bottom: parent.bottom
             width: parent.width
             name: included.text

@@ -12,7 +12,7 @@ ImportStage {
 
     sheetHeight: chrome + column.implicitHeight + 2 * column.y
     defaultButton: more
-    foot: Row {
+    footer: Row {
         spacing: Theme.buttonGap
 
         Button {
@@ -36,9 +36,9 @@ ImportStage {
         id: column
 
         x: Theme.sheetPadding
-        y: Theme.s16
+        y: Theme.spacing16
         width: parent.width - 2 * x
-        spacing: Theme.s6
+        spacing: Theme.spacing6
 
         Repeater {
             model: stage.screen.counters
@@ -50,7 +50,7 @@ ImportStage {
 
                 objectName: "import.counter." + modelData.kind
                 width: column.width
-                height: Theme.checkRowHeight
+                height: Theme.checkBoxRowHeight
                 Accessible.role: Accessible.StaticText
                 Accessible.name: modelData.text
 
@@ -60,11 +60,11 @@ ImportStage {
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: counter.modelData.symbol
                     color: counter.modelData.kind === "succeeded" ? Theme.success
-                         : counter.modelData.kind === "failed" ? Theme.danger : Theme.t2
+                         : counter.modelData.kind === "failed" ? Theme.danger : Theme.secondaryText
                 }
                 Label {
                     anchors.left: glyph.right
-                    anchors.leftMargin: Theme.s8
+                    anchors.leftMargin: Theme.spacing8
                     anchors.verticalCenter: parent.verticalCenter
                     text: counter.modelData.text
                     Accessible.ignored: true
@@ -91,18 +91,18 @@ ImportStage {
 
             Rectangle {
                 width: parent.width
-                height: list.height + 2 * Theme.s8
+                height: list.height + 2 * Theme.spacing8
                 radius: Theme.panelRadius
-                color: Theme.b1
+                color: Theme.windowBackground
 
                 FocusRing {
-                    shown: list.activeFocus
+                    visible: list.activeFocus
                     cornerRadius: Theme.panelRadius
                 }
                 ImportFailures {
                     id: list
 
-                    y: Theme.s8
+                    y: Theme.spacing8
                     width: parent.width
                     height: Math.min(contentHeight, Theme.importFailuresHeight)
                     model: stage.screen.failures

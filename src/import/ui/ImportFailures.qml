@@ -33,39 +33,39 @@ ListView {
 
         objectName: "import.failure." + index
         width: list.width
-        height: texts.implicitHeight + Theme.s12
+        height: texts.implicitHeight + Theme.spacing12
         Accessible.role: Accessible.ListItem
         Accessible.name: modelData.fileName + ": " + modelData.message
 
         Icon {
             id: glyph
 
-            x: Theme.s12
-            y: Theme.s6
+            x: Theme.spacing12
+            y: Theme.spacing6
             symbol: "exclamationmark.triangle.fill"
-            size: Theme.iconButton
+            size: Theme.buttonIconSize
             color: Theme.warning
         }
         Column {
             id: texts
 
             anchors.left: glyph.right
-            anchors.leftMargin: Theme.s8
+            anchors.leftMargin: Theme.spacing8
             anchors.right: parent.right
-            anchors.rightMargin: Theme.s12
-            y: Theme.s6
+            anchors.rightMargin: Theme.spacing12
+            y: Theme.spacing6
 
             Label {
                 width: parent.width
                 text: row.modelData.fileName
-                type: Theme.listHead
+                textStyle: Theme.listHeadingStyle
                 wrapMode: Text.Wrap
                 Accessible.ignored: true
             }
             Label {
                 width: parent.width
                 text: row.modelData.message
-                type: Theme.list
+                textStyle: Theme.listStyle
                 wrapMode: Text.Wrap
                 Accessible.ignored: true
             }

@@ -10,7 +10,7 @@ ImportStage {
     sheetHeight: Theme.importSheetHeight
     defaultButton: begin
     initialFocus: begin.enabled ? begin : back
-    foot: Row {
+    footer: Row {
         spacing: Theme.buttonGap
 
         Button {
@@ -37,7 +37,7 @@ ImportStage {
         id: summary
 
         x: Theme.sheetPadding
-        y: Theme.s16
+        y: Theme.spacing16
         width: parent.width - 2 * x
         spacing: Theme.importSummaryGap
 
@@ -52,7 +52,7 @@ ImportStage {
                 id: found
 
                 text: stage.screen.foundText
-                type: Theme.bodyLabel
+                textStyle: Theme.bodyLabelStyle
                 Accessible.ignored: true
             }
             Label {
@@ -72,13 +72,13 @@ ImportStage {
             Label {
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("Mode")
-                type: Theme.bodyLabel
+                textStyle: Theme.bodyLabelStyle
             }
             SegmentedChoice {
                 id: modes
 
                 objectName: "import.mode"
-                x: Theme.importModeLabel + Theme.s16
+                x: Theme.importModeLabelWidth + Theme.spacing16
                 name: qsTr("Mode")
                 model: stage.screen.modes
                 currentIndex: stage.screen.mode
@@ -87,7 +87,7 @@ ImportStage {
             Item {
                 objectName: "import.destination"
                 anchors.left: modes.right
-                anchors.leftMargin: Theme.s16
+                anchors.leftMargin: Theme.spacing16
                 anchors.right: parent.right
                 height: parent.height
                 visible: stage.screen.destinationName !== ""
@@ -100,15 +100,15 @@ ImportStage {
 
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: "folder"
-                    size: Theme.iconButton
+                    size: Theme.buttonIconSize
                 }
                 Label {
                     id: destination
 
                     anchors.left: folder.right
-                    anchors.leftMargin: Theme.s6
+                    anchors.leftMargin: Theme.spacing6
                     anchors.verticalCenter: parent.verticalCenter
-                    width: Math.min(implicitWidth, parent.width - folder.width - 2 * Theme.s6
+                    width: Math.min(implicitWidth, parent.width - folder.width - 2 * Theme.spacing6
                                                    - destinationNote.implicitWidth)
                     text: stage.screen.destinationName
                     Accessible.ignored: true
@@ -117,7 +117,7 @@ ImportStage {
                     id: destinationNote
 
                     anchors.left: destination.right
-                    anchors.leftMargin: Theme.s6
+                    anchors.leftMargin: Theme.spacing6
                     anchors.verticalCenter: parent.verticalCenter
                     text: stage.screen.destinationNote
                     muted: true
@@ -131,7 +131,7 @@ ImportStage {
             width: parent.width
             visible: text !== ""
             text: stage.screen.leftOutText
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             wrapMode: Text.Wrap
         }
@@ -140,7 +140,7 @@ ImportStage {
             width: parent.width
             visible: text !== ""
             text: stage.screen.refusedText
-            type: Theme.list
+            textStyle: Theme.listStyle
             color: Theme.warning
             wrapMode: Text.Wrap
         }
@@ -148,10 +148,10 @@ ImportStage {
 
     Rectangle {
         anchors.top: summary.bottom
-        anchors.topMargin: Theme.s12
+        anchors.topMargin: Theme.spacing12
         anchors.bottom: parent.bottom
         width: parent.width
-        color: Theme.b1
+        color: Theme.windowBackground
 
         Divider {
             id: line
@@ -159,7 +159,7 @@ ImportStage {
             width: parent.width
         }
         Item {
-            id: head
+            id: header
 
             anchors.top: line.bottom
             x: Theme.sheetPadding
@@ -169,20 +169,20 @@ ImportStage {
             Label {
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("Preview")
-                type: Theme.listHead
+                textStyle: Theme.listHeadingStyle
                 Accessible.role: Accessible.Heading
             }
-            FigureLabel {
+            TabularLabel {
                 objectName: "import.included"
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 text: stage.screen.includedText
-                type: Theme.list
+                textStyle: Theme.listStyle
                 muted: true
             }
         }
         ImportRows {
-            anchors.top: head.bottom
+            anchors.top: header.bottom
             anchors.bottom: parent.bottom
             width: parent.width
             screen: stage.screen

@@ -1,5 +1,5 @@
 // One file of the preview: a click anywhere on it includes it or leaves it out.
-//   what the list of rows tells; focused, ring: bool; signal toggled()
+//   what the list of rows tells; focused, showsFocusRing: bool; signal toggled()
 import QtQuick
 import Corvane.Kit
 
@@ -18,7 +18,7 @@ Item {
     required property string helpText
     required property string summary
     property bool focused: false
-    property bool ring: false
+    property bool showsFocusRing: false
 
     signal toggled()
 
@@ -37,17 +37,17 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: area.containsMouse && row.canToggle ? Theme.hover : Theme.none
+        color: area.containsMouse && row.canToggle ? Theme.hoveredRow : Theme.transparent
 
         Item {
             anchors.fill: parent
-            anchors.leftMargin: Theme.s16
-            anchors.rightMargin: Theme.s16
-            anchors.topMargin: Theme.ringGap + Theme.ringWidth
+            anchors.leftMargin: Theme.spacing16
+            anchors.rightMargin: Theme.spacing16
+            anchors.topMargin: Theme.focusRingGap + Theme.focusRingWidth
             anchors.bottomMargin: anchors.topMargin
 
             FocusRing {
-                shown: row.ring
+                visible: row.showsFocusRing
             }
         }
     }
@@ -60,31 +60,31 @@ Item {
 
         CheckBox { // shows only; the row is what is pressed
             anchors.verticalCenter: parent.verticalCenter
-            width: Theme.checkSize
+            width: Theme.checkBoxSize
             enabled: row.canToggle
             checked: row.included
             focusPolicy: Qt.NoFocus
             Accessible.ignored: true
         }
         Item {
-            width: Theme.icon
+            width: Theme.iconSize
             height: parent.height
 
             Icon {
                 anchors.centerIn: parent
                 symbol: "film"
-                size: Theme.iconButton
-                color: row.canToggle ? Theme.t2 : Theme.tp
+                size: Theme.buttonIconSize
+                color: row.canToggle ? Theme.secondaryText : Theme.placeholderText
             }
         }
         Item {
             id: names
 
-            readonly property real arrowed: Theme.iconCheck + 2 * Theme.s8
+            readonly property real arrowed: Theme.checkIconSize + 2 * Theme.spacing8
             readonly property bool hasBoth: row.proposedName !== ""
 
-            width: parent.width - Theme.checkSize - Theme.icon - Theme.importSidecarColumn
-                   - Theme.importBadgeColumn - Theme.importSizeColumn - 5 * parent.spacing
+            width: parent.width - Theme.checkBoxSize - Theme.iconSize - Theme.importSidecarColumnWidth
+                   - Theme.importBadgeColumnWidth - Theme.importSizeColumnWidth - 5 * parent.spacing
             height: parent.height
 
             Label {
@@ -95,17 +95,17 @@ Item {
                     : Math.max((parent.width - names.arrowed) / 2,
                                parent.width - names.arrowed - to.implicitWidth))
                 text: row.name
-                type: Theme.listName
-                color: row.canToggle ? Theme.t1 : Theme.tp
+                textStyle: Theme.listNameStyle
+                color: row.canToggle ? Theme.primaryText : Theme.placeholderText
                 Accessible.ignored: true
             }
             Icon {
                 anchors.left: from.right
-                anchors.leftMargin: Theme.s8
+                anchors.leftMargin: Theme.spacing8
                 anchors.verticalCenter: parent.verticalCenter
                 visible: names.hasBoth
                 symbol: "arrow.right"
-                size: Theme.iconCheck
+                size: Theme.checkIconSize
             }
             Label {
                 id: to
@@ -116,20 +116,20 @@ Item {
                 width: Math.min(implicitWidth, parent.width - from.width - names.arrowed)
                 visible: names.hasBoth
                 text: row.proposedName
-                type: Theme.listName
+                textStyle: Theme.listNameStyle
                 Accessible.ignored: true
             }
         }
         Label {
             anchors.verticalCenter: parent.verticalCenter
-            width: Theme.importSidecarColumn
+            width: Theme.importSidecarColumnWidth
             text: row.sidecarText
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             Accessible.ignored: true
         }
         Item {
-            width: Theme.importBadgeColumn
+            width: Theme.importBadgeColumnWidth
             height: parent.height
 
             ImportTag {
@@ -139,11 +139,11 @@ Item {
                 outlined: row.isRenamed
             }
         }
-        FigureLabel {
+        TabularLabel {
             anchors.verticalCenter: parent.verticalCenter
-            width: Theme.importSizeColumn
+            width: Theme.importSizeColumnWidth
             text: row.sizeText
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             rightAligned: true
             Accessible.ignored: true

@@ -95,7 +95,7 @@ ListView {
     delegate: ImportRow {
         width: list.width
         focused: list.activeFocus && ListView.isCurrentItem && canToggle
-        ring: focused && !list.byPointer
+        showsFocusRing: focused && !list.byPointer
         onToggled: list.press(index)
     }
 }

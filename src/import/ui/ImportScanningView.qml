@@ -7,7 +7,7 @@ ImportStage {
     id: stage
 
     defaultButton: cancel
-    foot: Row {
+    footer: Row {
         Button {
             id: cancel
 
@@ -20,7 +20,7 @@ ImportStage {
 
     Row {
         anchors.centerIn: parent
-        spacing: Theme.s12
+        spacing: Theme.spacing12
 
         Spinner {
             anchors.verticalCenter: parent.verticalCenter

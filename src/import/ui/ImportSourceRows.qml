@@ -73,29 +73,29 @@ ListView {
         Rectangle {
             anchors.fill: parent
             radius: Theme.controlRadius
-            color: pointer.hovered ? Theme.hover : Theme.none
+            color: pointer.hovered ? Theme.hoveredRow : Theme.transparent
 
             Item {
                 anchors.fill: parent
-                anchors.margins: Theme.ringGap + Theme.ringWidth
+                anchors.margins: Theme.focusRingGap + Theme.focusRingWidth
 
                 FocusRing {
-                    shown: row.focused && !list.byPointer
+                    visible: row.focused && !list.byPointer
                 }
             }
         }
         Icon {
             id: glyph
 
-            x: Theme.s8
+            x: Theme.spacing8
             anchors.verticalCenter: parent.verticalCenter
             symbol: row.symbol
         }
         Label {
             anchors.left: glyph.right
-            anchors.leftMargin: Theme.s8
+            anchors.leftMargin: Theme.spacing8
             anchors.right: cross.left
-            anchors.rightMargin: Theme.s8
+            anchors.rightMargin: Theme.spacing8
             anchors.verticalCenter: parent.verticalCenter
             text: row.path
             elide: Text.ElideMiddle
@@ -106,11 +106,11 @@ ListView {
 
             objectName: row.objectName + ".remove"
             anchors.right: parent.right
-            anchors.rightMargin: Theme.s4
+            anchors.rightMargin: Theme.spacing4
             anchors.verticalCenter: parent.verticalCenter
             small: true
             symbol: "xmark"
-            iconSize: Theme.iconButton
+            iconSize: Theme.buttonIconSize
             helpText: row.removeHelp
             focusPolicy: Qt.NoFocus
             onClicked: list.remove(row.index)

@@ -8,7 +8,7 @@ ImportStage {
 
     defaultButton: scan
     initialFocus: scan.enabled ? scan : chooseFolder
-    foot: Row {
+    footer: Row {
         spacing: Theme.buttonGap
 
         Button {
@@ -35,7 +35,7 @@ ImportStage {
         x: Theme.sheetPadding
         anchors.verticalCenter: chooseFiles.verticalCenter
         text: qsTr("Sources")
-        type: Theme.bodyStrong
+        textStyle: Theme.bodyStrongStyle
         Accessible.role: Accessible.Heading
     }
     Button {
@@ -44,7 +44,7 @@ ImportStage {
         objectName: "import.chooseFolder"
         anchors.right: chooseFiles.left
         anchors.rightMargin: Theme.buttonGap
-        y: Theme.s16
+        y: Theme.spacing16
         text: qsTr("Choose Folder…")
         onClicked: stage.screen.chooseFolder()
     }
@@ -54,7 +54,7 @@ ImportStage {
         objectName: "import.chooseFiles"
         anchors.right: parent.right
         anchors.rightMargin: Theme.sheetPadding
-        y: Theme.s16
+        y: Theme.spacing16
         text: qsTr("Choose Files…")
         onClicked: stage.screen.chooseFiles()
     }
@@ -65,17 +65,17 @@ ImportStage {
         anchors.top: chooseFiles.bottom
         anchors.bottom: notes.top
         anchors.margins: Theme.sheetPadding
-        anchors.topMargin: Theme.s12
-        anchors.bottomMargin: Theme.s8
+        anchors.topMargin: Theme.spacing12
+        anchors.bottomMargin: Theme.spacing8
         radius: Theme.panelRadius
-        color: Theme.b1
+        color: Theme.windowBackground
         border.width: Theme.hairline
-        border.color: drop.containsDrag ? Theme.accent : Theme.line2
+        border.color: drop.containsDrag ? Theme.accent : Theme.panelBorder
 
         Label {
             objectName: "import.noSources"
             anchors.centerIn: parent
-            width: parent.width - 2 * Theme.s16
+            width: parent.width - 2 * Theme.spacing16
             visible: stage.screen.sources.count === 0
             text: stage.screen.emptyText
             muted: true
@@ -86,7 +86,7 @@ ImportStage {
             id: list
 
             anchors.fill: parent
-            anchors.margins: Theme.s4
+            anchors.margins: Theme.spacing4
             screen: stage.screen
             onEmptied: chooseFolder.forceActiveFocus(Qt.OtherFocusReason)
         }
@@ -98,8 +98,8 @@ ImportStage {
         x: Theme.sheetPadding
         width: parent.width - 2 * x
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: Theme.s12
-        spacing: Theme.s6
+        anchors.bottomMargin: Theme.spacing12
+        spacing: Theme.spacing6
 
         CheckBox {
             objectName: "import.recursive"
@@ -112,7 +112,7 @@ ImportStage {
             width: parent.width
             visible: text !== ""
             text: stage.screen.sourcesNotice
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             wrapMode: Text.Wrap
         }

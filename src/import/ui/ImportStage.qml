@@ -1,5 +1,5 @@
 // What one stage of an import puts into the sheet.
-//   screen: the sheet's state; foot: what stands at the right of the sheet's foot; defaultButton: what
+//   screen: the sheet's state; footer: the items at the right of the sheet's footer; defaultButton: what
 //   Return presses; initialFocus: what has the focus when the stage comes; sheetWidth, sheetHeight: real
 import QtQuick
 import QtQuick.Templates as T
@@ -8,10 +8,10 @@ import Corvane.Kit
 
 Item {
     required property ImportScreenState screen
-    property Item foot
+    property Item footer
     property T.AbstractButton defaultButton
     property Item initialFocus: defaultButton
-    property real sheetWidth: Theme.importSmallWidth
+    property real sheetWidth: Theme.importSmallSheetWidth
     property real sheetHeight: Theme.importSourcesHeight
-    readonly property real chrome: Theme.sheetHeadHeight + Theme.sheetFootHeight + 2 * Theme.hairline
+    readonly property real chrome: Theme.sheetHeaderHeight + Theme.sheetFooterHeight + 2 * Theme.hairline
 }

@@ -9,19 +9,19 @@ Rectangle {
     property string text
     property bool outlined: false
 
-    implicitWidth: label.implicitWidth + 2 * Theme.s6
+    implicitWidth: label.implicitWidth + 2 * Theme.spacing6
     implicitHeight: Theme.importTagHeight
     radius: Theme.importTagRadius
-    color: outlined ? Theme.none : Theme.b4
+    color: outlined ? Theme.transparent : Theme.controlBackground
     border.width: outlined ? Theme.hairline : 0
-    border.color: Theme.edge
+    border.color: Theme.fieldBorder
 
     Label {
         id: label
 
         anchors.centerIn: parent
         text: tag.text
-        type: Theme.small
+        textStyle: Theme.smallStyle
         muted: !tag.outlined
         Accessible.ignored: true
     }

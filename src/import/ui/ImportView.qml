@@ -38,12 +38,12 @@ Item {
             color: Theme.scrim
 
             Behavior on opacity {
-                NumberAnimation { duration: Theme.sheet }
+                NumberAnimation { duration: Theme.sheetDuration }
             }
         }
 
         exit: Transition { // as long as the sheets take to go
-            NumberAnimation { duration: Theme.sheet }
+            NumberAnimation { duration: Theme.sheetDuration }
         }
     }
 
@@ -64,26 +64,26 @@ Item {
         objectName: "import.sheet"
         dim: false
         visible: root.screen.isOpen && !root.runs
-        maximumMargin: 2 * Theme.s32
-        sheetWidth: root.current ? root.current.sheetWidth : Theme.importSmallWidth
+        maximumMargin: 2 * Theme.spacing32
+        sheetWidth: root.current ? root.current.sheetWidth : Theme.importSmallSheetWidth
         sheetHeight: root.current ? root.current.sheetHeight : Theme.importSourcesHeight
         defaultButton: root.current ? root.current.defaultButton : null
         initialFocus: root.current ? root.current.initialFocus : null
-        onEscaped: root.screen.escape()
-        onBacked: root.screen.back()
+        onEscapePressed: root.screen.escape()
+        onBackClicked: root.screen.back()
 
-        foot: Item {
+        footer: Item {
             id: slot
 
-            width: root.current ? root.current.foot.width : 0
-            height: root.current ? root.current.foot.height : 0
+            width: root.current ? root.current.footer.width : 0
+            height: root.current ? root.current.footer.height : 0
         }
 
         Loader {
             id: loader
 
             width: sheet.availableWidth
-            height: sheet.height - Theme.sheetHeadHeight - Theme.sheetFootHeight
+            height: sheet.height - Theme.sheetHeaderHeight - Theme.sheetFooterHeight
                     - 2 * Theme.hairline
             sourceComponent: {
                 switch (sheet.shownStage) {
@@ -98,7 +98,7 @@ Item {
                 }
             }
             onLoaded: {
-                root.current.foot.parent = slot;
+                root.current.footer.parent = slot;
                 if (sheet.visible && root.current.initialFocus) {
                     root.current.initialFocus.forceActiveFocus(Qt.OtherFocusReason);
                 }

@@ -14,7 +14,7 @@ AppWindow {
 
     width: 1440
     height: 1180
-    color: Theme.b2
+    color: Theme.panelBackground
 
     menuBar: MenuBar {
         PopUpMenu {
@@ -34,7 +34,7 @@ AppWindow {
 
     Column {
         x: 28
-        y: Theme.s24
+        y: Theme.spacing24
         width: parent.width - 56
 
         Row {

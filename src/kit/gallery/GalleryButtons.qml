@@ -9,55 +9,55 @@ GallerySection {
         x: 102
         spacing: 10
 
-        Label { width: 66; text: "rest"; type: Theme.small; muted: true }
-        Label { width: 66; text: "hover"; type: Theme.small; muted: true }
-        Label { width: 66; text: "pressed"; type: Theme.small; muted: true }
-        Label { width: 66; text: "focus"; type: Theme.small; muted: true }
-        Label { width: 66; text: "off"; type: Theme.small; muted: true }
+        Label { width: 66; text: "rest"; textStyle: Theme.smallStyle; muted: true }
+        Label { width: 66; text: "hover"; textStyle: Theme.smallStyle; muted: true }
+        Label { width: 66; text: "pressed"; textStyle: Theme.smallStyle; muted: true }
+        Label { width: 66; text: "focus"; textStyle: Theme.smallStyle; muted: true }
+        Label { width: 66; text: "off"; textStyle: Theme.smallStyle; muted: true }
     }
     GalleryRow {
         title: "plain"
 
         GalleryState { Button { objectName: "plain"; width: parent.width; text: "Label" } }
-        GalleryState { Button { width: parent.width; text: "Label"; lit: true } }
+        GalleryState { Button { width: parent.width; text: "Label"; showsHover: true } }
         GalleryState { Button { width: parent.width; text: "Label"; down: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; ring: true } }
+        GalleryState { Button { width: parent.width; text: "Label"; showsFocusRing: true } }
         GalleryState { Button { width: parent.width; text: "Label"; enabled: false } }
     }
     GalleryRow {
         title: "primary"
 
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; lit: true } }
+        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; showsHover: true } }
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; down: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; ring: true } }
+        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; showsFocusRing: true } }
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; enabled: false } }
     }
     GalleryRow {
         title: "no ground"
 
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; lit: true } }
+        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; showsHover: true } }
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; down: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; ring: true } }
+        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; showsFocusRing: true } }
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; enabled: false } }
     }
     GalleryRow {
         title: "icon"
 
         GalleryState { Button { symbol: "book.fill"; helpText: "Guide" } }
-        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; lit: true } }
+        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; showsHover: true } }
         GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; down: true } }
-        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; ring: true } }
+        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; showsFocusRing: true } }
         GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; enabled: false } }
     }
     GalleryRow {
         title: "delete"
 
         GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete" } }
-        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; lit: true } }
+        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; showsHover: true } }
         GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; down: true } }
-        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; ring: true } }
+        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; showsFocusRing: true } }
         GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; enabled: false } }
     }
     GalleryRow {

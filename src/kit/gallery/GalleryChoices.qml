@@ -17,9 +17,9 @@ Column {
             title: "chip"
 
             Chip { anchors.verticalCenter: parent.verticalCenter; objectName: "chip"; text: "Favorites" }
-            Chip { anchors.verticalCenter: parent.verticalCenter; text: "Favorites"; lit: true }
+            Chip { anchors.verticalCenter: parent.verticalCenter; text: "Favorites"; showsHover: true }
             Chip { anchors.verticalCenter: parent.verticalCenter; text: "Favorites"; checked: true }
-            Chip { anchors.verticalCenter: parent.verticalCenter; text: "Favorites"; checked: true; ring: true }
+            Chip { anchors.verticalCenter: parent.verticalCenter; text: "Favorites"; checked: true; showsFocusRing: true }
             Chip { anchors.verticalCenter: parent.verticalCenter; text: "Favorites"; enabled: false }
         }
         GalleryRow {
@@ -48,15 +48,15 @@ Column {
             title: "field"
 
             TextField { anchors.verticalCenter: parent.verticalCenter; objectName: "field"; width: 104; placeholderText: "Optional" }
-            TextField { anchors.verticalCenter: parent.verticalCenter; width: 104; name: "Hover"; text: "hover"; lit: true }
-            TextField { anchors.verticalCenter: parent.verticalCenter; width: 104; name: "Focus"; text: "focus"; ring: true }
+            TextField { anchors.verticalCenter: parent.verticalCenter; width: 104; name: "Hover"; text: "hover"; showsHover: true }
+            TextField { anchors.verticalCenter: parent.verticalCenter; width: 104; name: "Focus"; text: "focus"; showsFocusRing: true }
         }
         GalleryRow {
             title: "check box"
 
             CheckBox { anchors.verticalCenter: parent.verticalCenter; objectName: "check"; width: 84; text: "off" }
             CheckBox { anchors.verticalCenter: parent.verticalCenter; width: 84; text: "on"; checked: true }
-            CheckBox { anchors.verticalCenter: parent.verticalCenter; width: 84; text: "focus"; checked: true; ring: true }
+            CheckBox { anchors.verticalCenter: parent.verticalCenter; width: 84; text: "focus"; checked: true; showsFocusRing: true }
             CheckBox { anchors.verticalCenter: parent.verticalCenter; text: "disabled"; enabled: false }
         }
         GalleryRow {
@@ -65,7 +65,7 @@ Column {
 
             Switch { anchors.verticalCenter: parent.verticalCenter; objectName: "switch"; helpText: "Off" }
             Switch { anchors.verticalCenter: parent.verticalCenter; helpText: "On"; checked: true }
-            Switch { anchors.verticalCenter: parent.verticalCenter; helpText: "Focus"; checked: true; ring: true }
+            Switch { anchors.verticalCenter: parent.verticalCenter; helpText: "Focus"; checked: true; showsFocusRing: true }
         }
         GalleryRow {
             title: "choice"
@@ -83,7 +83,7 @@ Column {
             title: "progress"
 
             ProgressBar { anchors.verticalCenter: parent.verticalCenter; objectName: "progress"; width: 220; name: "Exporting"; value: 0.38 }
-            FigureLabel { anchors.verticalCenter: parent.verticalCenter; text: "38%"; type: Theme.bodyStrong }
+            TabularLabel { anchors.verticalCenter: parent.verticalCenter; text: "38%"; textStyle: Theme.bodyStrongStyle }
         }
     }
 

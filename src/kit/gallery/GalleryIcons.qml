@@ -18,18 +18,18 @@ GallerySection {
 
                 width: 197
                 height: 32
-                spacing: Theme.s8
+                spacing: Theme.spacing8
 
                 Icon {
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: cell.modelData
-                    size: Theme.iconBrand
-                    color: Theme.t1
+                    size: Theme.brandIconSize
+                    color: Theme.primaryText
                 }
                 Label {
                     anchors.verticalCenter: parent.verticalCenter
                     text: cell.modelData
-                    type: Theme.small
+                    textStyle: Theme.smallStyle
                     muted: true
                 }
             }

@@ -30,7 +30,7 @@ Column {
             Badge { anchors.verticalCenter: parent.verticalCenter; text: "R" }
             Badge { anchors.verticalCenter: parent.verticalCenter; text: "X" }
             Badge { anchors.verticalCenter: parent.verticalCenter; text: "HD" }
-            Icon { anchors.verticalCenter: parent.verticalCenter; symbol: "heart.fill"; size: Theme.iconMark; color: Theme.fav }
+            Icon { anchors.verticalCenter: parent.verticalCenter; symbol: "heart.fill"; size: Theme.markIconSize; color: Theme.favorite }
         }
     }
 
@@ -41,21 +41,21 @@ Column {
         Repeater {
             model: ["rest", "hover", "selected", "in the player"]
 
-            ListRow {
+            RowBackground {
                 required property string modelData
                 required property int index
 
                 width: parent ? parent.width : 0
                 height: Theme.recentRowHeight
-                lit: index === 1
+                showsHover: index === 1
                 selected: index === 2
                 current: index === 3
 
                 Label {
-                    x: Theme.s12
+                    x: Theme.spacing12
                     anchors.verticalCenter: parent.verticalCenter
                     text: parent.modelData
-                    type: Theme.listName
+                    textStyle: Theme.listNameStyle
                 }
             }
         }
@@ -80,8 +80,8 @@ Column {
             text: "Show all 3 files"
             open: true
 
-            Label { text: "/shoots/tidewater/A003_C001_0612.MOV"; type: Theme.list; muted: true }
-            Label { text: "/shoots/tidewater/A003_C002_0612.MOV"; type: Theme.list; muted: true }
+            Label { text: "/shoots/tidewater/A003_C001_0612.MOV"; textStyle: Theme.listStyle; muted: true }
+            Label { text: "/shoots/tidewater/A003_C002_0612.MOV"; textStyle: Theme.listStyle; muted: true }
         }
     }
 }

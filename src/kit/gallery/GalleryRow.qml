@@ -7,7 +7,7 @@ Item {
     id: row
 
     property alias title: label.text
-    property int gap: Theme.s8 + Theme.s2
+    property int gap: Theme.spacing8 + Theme.spacing2
     default property alias content: states.data
 
     width: parent.width
@@ -17,7 +17,7 @@ Item {
         id: label
 
         anchors.verticalCenter: parent.verticalCenter
-        type: Theme.small
+        textStyle: Theme.smallStyle
         muted: true
     }
     Row {

@@ -6,19 +6,19 @@ import Corvane.Kit
 Column {
     property alias title: label.text
 
-    bottomPadding: Theme.s16 + Theme.s4
+    bottomPadding: Theme.spacing16 + Theme.spacing4
 
     Label {
         id: label
 
-        type: Theme.listHead
+        textStyle: Theme.listHeadingStyle
     }
     Item {
         width: parent.width
-        height: 2 * Theme.s6 + Theme.hairline
+        height: 2 * Theme.spacing6 + Theme.hairline
 
         Divider {
-            y: Theme.s6
+            y: Theme.spacing6
             width: parent.width
         }
     }

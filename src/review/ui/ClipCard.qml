@@ -7,13 +7,13 @@ RowForm {
     isCard: true
     inset: Theme.regionPadding
     thumbWidth: Math.max(0, paneWidth - 2 * inset)
-    thumbHeight: Math.round(thumbWidth / Theme.cardShape)
-    thumbY: Theme.cardTop
+    thumbHeight: Math.round(thumbWidth / Theme.cardAspectRatio)
+    thumbY: Theme.cardTopPadding
     textX: inset
-    textY: thumbY + thumbHeight + Theme.s6
+    textY: thumbY + thumbHeight + Theme.spacing6
     textWidth: thumbWidth
     detailsY: textY
-    detailsType: Theme.list
-    marksY: textY + Theme.list.line + Theme.s2
-    height: marksY + Theme.list.line + Theme.cardBottom
+    detailsStyle: Theme.listStyle
+    marksY: textY + Theme.listStyle.lineHeight + Theme.spacing2
+    height: marksY + Theme.listStyle.lineHeight + Theme.cardBottomPadding
 }

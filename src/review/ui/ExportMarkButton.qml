@@ -27,23 +27,23 @@ T.Button {
     background: Item {
         Rectangle {
             anchors.centerIn: parent
-            width: Theme.sButtonSize
-            height: Theme.sButtonSize
+            width: Theme.exportMarkSize
+            height: Theme.exportMarkSize
             radius: Theme.menuRowRadius
-            color: control.isOn ? Theme.success : control.hovered ? Theme.b4 : Theme.none
+            color: control.isOn ? Theme.success : control.hovered ? Theme.controlBackground : Theme.transparent
             border.width: Theme.hairline
-            border.color: control.isOn ? Theme.success : Theme.edge2
+            border.color: control.isOn ? Theme.success : Theme.controlBorder
 
             FocusRing {
-                shown: control.visualFocus
+                visible: control.visualFocus
                 cornerRadius: parent.radius
             }
         }
     }
     contentItem: Text {
         text: "S"
-        font: Theme.smallBold.font
-        color: control.isOn ? Theme.successText : Theme.t2
+        font: Theme.smallBoldStyle.font
+        color: control.isOn ? Theme.successText : Theme.secondaryText
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         textFormat: Text.PlainText

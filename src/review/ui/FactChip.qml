@@ -12,7 +12,7 @@ Rectangle {
     width: Math.min(Math.ceil(label.implicitWidth) + 2 * Theme.factPadding, maximumWidth)
     height: Theme.factHeight
     radius: Theme.factRadius
-    color: Theme.b4
+    color: Theme.controlBackground
     HelpText.text: label.truncated ? text : ""
 
     Label {
@@ -22,6 +22,6 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width - 2 * x
         text: fact.text
-        type: Theme.small
+        textStyle: Theme.smallStyle
     }
 }

@@ -31,7 +31,7 @@ Item {
         Rectangle {
             anchors.fill: parent
             radius: Theme.thumbnailRadius
-            color: Theme.b1
+            color: Theme.windowBackground
         }
 
         Row {
@@ -61,7 +61,7 @@ Item {
             anchors.centerIn: parent
             visible: text !== ""
             text: strip.filmstrip.placeholderText
-            type: Theme.list
+            textStyle: Theme.listStyle
             opacity: Theme.generatingOpacity
         }
     }

@@ -16,7 +16,7 @@ Rectangle {
     signal focusLeft()
 
     implicitHeight: Theme.filterRowHeight + Theme.hairline
-    color: Theme.b2
+    color: Theme.panelBackground
     Accessible.role: Accessible.ToolBar
     Accessible.name: qsTr("Filters")
 
@@ -24,7 +24,7 @@ Rectangle {
         id: chips
 
         x: Theme.regionPadding
-        y: Theme.s8
+        y: Theme.spacing8
         spacing: Theme.chipGap
 
         Repeater {
@@ -65,7 +65,7 @@ Rectangle {
 
     Item {
         anchors.top: chips.bottom
-        anchors.topMargin: Theme.s6
+        anchors.topMargin: Theme.spacing6
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.leftMargin: Theme.regionPadding
@@ -76,14 +76,14 @@ Rectangle {
             id: search
 
             objectName: "filter.search"
-            width: Theme.searchWidth
-            rightPadding: root.bar.canClearSearch ? clear.width + 2 * Theme.s2 : Theme.s8
+            width: Theme.searchFieldWidth
+            rightPadding: root.bar.canClearSearch ? clear.width + 2 * Theme.spacing2 : Theme.spacing8
             symbol: "search"
             placeholderText: qsTr("Search filenames, notes, labels, tags")
             takesEscape: true
             text: root.bar.searchQuery
             onTextEdited: root.bar.searchQuery = text
-            onEscaped: root.focusLeft()
+            onEscapePressed: root.focusLeft()
         }
 
         Button {
@@ -91,13 +91,13 @@ Rectangle {
 
             objectName: "filter.clearSearch"
             anchors.right: search.right
-            anchors.rightMargin: Theme.s2
+            anchors.rightMargin: Theme.spacing2
             anchors.verticalCenter: search.verticalCenter
             visible: root.bar.canClearSearch
             small: true
             focusPolicy: Qt.TabFocus
             symbol: "xmark.circle.fill"
-            iconSize: Theme.iconButton
+            iconSize: Theme.buttonIconSize
             helpText: qsTr("Clear search")
             onClicked: {
                 if (activeFocus) {
@@ -112,9 +112,9 @@ Rectangle {
 
             objectName: "filter.sort"
             anchors.left: search.right
-            anchors.leftMargin: Theme.s12
+            anchors.leftMargin: Theme.spacing12
             focusPolicy: Qt.TabFocus
-            type: Theme.listName
+            textStyle: Theme.listNameStyle
             text: root.bar.sortLabel
             trailingSymbol: "chevron.down"
             Accessible.role: Accessible.ButtonMenu
@@ -134,12 +134,12 @@ Rectangle {
         Label {
             objectName: "filter.count"
             anchors.left: sort.right
-            anchors.leftMargin: Theme.s12
+            anchors.leftMargin: Theme.spacing12
             anchors.right: bulk.left
-            anchors.rightMargin: Theme.s12
+            anchors.rightMargin: Theme.spacing12
             anchors.verticalCenter: parent.verticalCenter
             text: root.bar.countLabel
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
         }
 
@@ -153,7 +153,7 @@ Rectangle {
             Button {
                 objectName: "filter.addToSelects"
                 focusPolicy: Qt.TabFocus
-                type: Theme.listName
+                textStyle: Theme.listNameStyle
                 symbol: "plus"
                 text: qsTr("Add to Selects")
                 helpText: qsTr("Mark every visible item with the export S flag")
@@ -163,7 +163,7 @@ Rectangle {
             Button {
                 objectName: "filter.removeFromSelects"
                 focusPolicy: Qt.TabFocus
-                type: Theme.listName
+                textStyle: Theme.listNameStyle
                 symbol: "minus"
                 text: qsTr("Remove from Selects")
                 helpText: qsTr("Clear the export S flag on every visible item")

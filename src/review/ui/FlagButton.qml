@@ -13,14 +13,14 @@ T.Button {
     property string shortcut
     property string helpText
     property bool isOn: false
-    property color activeColor: Theme.b4
-    property color activeBorder: Theme.line2
-    property color activeInk: Theme.t1
+    property color activeColor: Theme.controlBackground
+    property color activeBorder: Theme.panelBorder
+    property color activeInk: Theme.primaryText
 
     implicitHeight: Theme.controlHeight
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    leftPadding: Theme.s8
-    rightPadding: Theme.s8 + Theme.s2
+    leftPadding: Theme.spacing8
+    rightPadding: Theme.spacing8 + Theme.spacing2
     focusPolicy: Qt.TabFocus
     Keys.onReturnPressed: Buttons.click(control)
     Keys.onEnterPressed: Buttons.click(control)
@@ -37,12 +37,12 @@ T.Button {
     background: Rectangle {
         radius: height / 2
         color: control.isOn ? control.activeColor
-             : control.down ? Theme.b6 : control.hovered ? Theme.b5 : Theme.b4
+             : control.down ? Theme.controlPressed : control.hovered ? Theme.controlHovered : Theme.controlBackground
         border.width: control.isOn ? Theme.hairline : 0
         border.color: control.activeBorder
 
         FocusRing {
-            shown: control.visualFocus
+            visible: control.visualFocus
             cornerRadius: parent.radius
         }
     }
@@ -52,23 +52,23 @@ T.Button {
         Icon {
             anchors.verticalCenter: parent.verticalCenter
             symbol: control.symbol
-            size: Theme.flagIcon
-            color: control.isOn ? control.activeInk : Theme.t2
+            size: Theme.flagIconSize
+            color: control.isOn ? control.activeInk : Theme.secondaryText
         }
 
         Label {
             anchors.verticalCenter: parent.verticalCenter
             text: control.title
-            type: Theme.listName
+            textStyle: Theme.listNameStyle
             Accessible.ignored: true
         }
 
         Label {
             anchors.verticalCenter: parent.verticalCenter
-            leftPadding: Theme.s2
+            leftPadding: Theme.spacing2
             text: control.shortcut
-            type: Theme.small
-            color: control.isOn ? Theme.t1 : Theme.t2
+            textStyle: Theme.smallStyle
+            color: control.isOn ? Theme.primaryText : Theme.secondaryText
             Accessible.ignored: true
         }
     }

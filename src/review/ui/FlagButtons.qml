@@ -10,11 +10,11 @@ FlowLayout {
     id: flags
 
     required property ClipInspector inspector
-    readonly property list<color> grounds: [Theme.flagFavorite, Theme.flagSelected, Theme.flagReviewed,
-                                            Theme.flagRejected]
+    readonly property list<color> grounds: [Theme.flagFavoriteBackground, Theme.flagSelectedBackground, Theme.flagReviewedBackground,
+                                            Theme.flagRejectedBackground]
     readonly property list<color> borders: [Theme.flagFavoriteBorder, Theme.flagSelectedBorder,
                                             Theme.flagReviewedBorder, Theme.flagRejectedBorder]
-    readonly property list<color> inks: [Theme.fav, Theme.success, Theme.t1, Theme.danger]
+    readonly property list<color> inks: [Theme.favorite, Theme.success, Theme.primaryText, Theme.danger]
 
     spacing: Theme.chipGap
 

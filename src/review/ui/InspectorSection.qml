@@ -8,12 +8,12 @@ Column {
 
     required property string title
 
-    spacing: Theme.s6
+    spacing: Theme.spacing6
 
     Label {
         width: parent.width
         text: section.title
-        type: Theme.smallStrong
+        textStyle: Theme.smallStrongStyle
         muted: true
         Accessible.role: Accessible.Heading
     }

@@ -28,7 +28,7 @@ Rectangle {
 
     objectName: "inspector"
     implicitWidth: Theme.sidePaneWidth
-    color: Theme.b1
+    color: Theme.windowBackground
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Clip info")
 

@@ -12,7 +12,7 @@ Rectangle {
 
     objectName: "mainPane"
     implicitWidth: Theme.mainPaneMinWidth
-    color: Theme.b2
+    color: Theme.panelBackground
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Player")
 
@@ -44,7 +44,7 @@ Rectangle {
 
         SubclipModeBanner {
             x: Math.round((parent.width - width) / 2)
-            y: Theme.s12
+            y: Theme.spacing12
             review: pane.review
             maximumWidth: parent.width - 2 * Theme.regionPadding
         }
@@ -54,7 +54,7 @@ Rectangle {
             anchors.centerIn: parent
             visible: !pane.review.hasSelectedVideo
             text: qsTr("Select a video to play")
-            type: Theme.headPlain
+            textStyle: Theme.headingPlainStyle
             muted: true
         }
     }
@@ -70,8 +70,8 @@ Rectangle {
         Column {
             x: Theme.regionPadding
             width: parent.width - 2 * x
-            topPadding: Theme.s6
-            spacing: Theme.s2
+            topPadding: Theme.spacing6
+            spacing: Theme.spacing2
 
             ScrubberView {
                 width: parent.width
@@ -85,7 +85,7 @@ Rectangle {
 
             Item { // keeps its height while the bars are away, and the picture with it its size
                 width: parent.width
-                height: Theme.barsHeight
+                height: Theme.subclipBarsHeight
 
                 SubclipBarsView {
                     anchors.fill: parent

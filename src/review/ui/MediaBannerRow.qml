@@ -14,8 +14,8 @@ Rectangle {
     signal closed()
 
     visible: banner.isShown
-    implicitHeight: Math.max(text.implicitHeight + 2 * text.y, Theme.controlHeight + 2 * Theme.s8)
-    color: Theme.warnBg
+    implicitHeight: Math.max(text.implicitHeight + 2 * text.y, Theme.controlHeight + 2 * Theme.spacing8)
+    color: Theme.bannerBackground
     Accessible.role: Accessible.AlertMessage
     Accessible.name: banner.message
 
@@ -23,7 +23,7 @@ Rectangle {
         id: glyph
 
         x: Theme.bannerInset
-        y: Theme.s8 + (Theme.controlHeight - height) / 2
+        y: Theme.spacing8 + (Theme.controlHeight - height) / 2
         symbol: row.banner.icon
         color: Theme.warning
     }
@@ -32,10 +32,10 @@ Rectangle {
         id: text
 
         anchors.left: glyph.right
-        anchors.leftMargin: Theme.s12
-        y: Theme.s8 + (Theme.controlHeight - Theme.body.line) / 2
-        width: Math.min(Theme.bannerMessageWidth, actions.x - Theme.s24 - x)
-        spacing: Theme.s2
+        anchors.leftMargin: Theme.spacing12
+        y: Theme.spacing8 + (Theme.controlHeight - Theme.bodyStyle.lineHeight) / 2
+        width: Math.min(Theme.bannerMessageWidth, actions.x - Theme.spacing24 - x)
+        spacing: Theme.spacing2
 
         Label {
             objectName: row.objectName + ".message"
@@ -56,7 +56,7 @@ Rectangle {
 
                 objectName: row.objectName + ".paths"
                 width: text.width
-                height: Math.min(count, Theme.bannerListLines) * Theme.list.line
+                height: Math.min(count, Theme.bannerListLines) * Theme.listStyle.lineHeight
                 clip: true
                 interactive: count > Theme.bannerListLines
                 boundsBehavior: Flickable.StopAtBounds
@@ -70,7 +70,7 @@ Rectangle {
 
                     width: ListView.view.width
                     text: modelData
-                    type: Theme.list
+                    textStyle: Theme.listStyle
                     muted: true
                     elide: Text.ElideMiddle
                     HelpText.text: truncated ? text : ""
@@ -84,9 +84,9 @@ Rectangle {
         id: actions
 
         anchors.right: parent.right
-        anchors.rightMargin: Theme.s8
-        y: Theme.s8
-        spacing: Theme.s4
+        anchors.rightMargin: Theme.spacing8
+        y: Theme.spacing8
+        spacing: Theme.spacing4
 
         Button {
             objectName: row.objectName + ".answer"

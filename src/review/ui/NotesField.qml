@@ -21,7 +21,7 @@ TextArea {
     }
 
     implicitHeight: Math.max(Theme.notesMinHeight,
-        Math.min(Theme.notesMaxHeight, Math.ceil(input.implicitHeight) + 2 * Theme.ringWidth))
+        Math.min(Theme.notesMaxHeight, Math.ceil(input.implicitHeight) + 2 * Theme.focusRingWidth))
     input.wrapMode: inspector.notesBreakInWords ? TextEdit.WrapAnywhere : TextEdit.Wrap
     name: qsTr("Notes")
     Component.onCompleted: take()

@@ -14,8 +14,8 @@ T.Button {
 
     objectName: "playerOverlayButton"
     visible: isVisible
-    implicitWidth: Theme.overButton
-    implicitHeight: Theme.overButton
+    implicitWidth: Theme.overlayButtonSize
+    implicitHeight: Theme.overlayButtonSize
     focusPolicy: Qt.NoFocus
     onClicked: toggle()
 
@@ -25,14 +25,14 @@ T.Button {
 
     background: Rectangle {
         radius: height / 2
-        color: Theme.over
+        color: Theme.overlayBackground
     }
     contentItem: Item {
         Icon {
             anchors.centerIn: parent
             symbol: button.isPlaying ? "pause.fill" : "play.fill"
-            size: Theme.iconOver
-            color: Theme.overGlyph
+            size: Theme.overlayIconSize
+            color: Theme.overlayGlyph
         }
     }
 }

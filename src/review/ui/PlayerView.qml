@@ -11,7 +11,7 @@ Rectangle {
     property alias showsPicture: picture.visible
 
     objectName: "playerView"
-    color: Theme.pic
+    color: Theme.playerBackground
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("Player")
 

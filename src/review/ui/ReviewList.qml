@@ -23,8 +23,8 @@ ListView {
     model: review.list
     clip: true
     reuseItems: true
-    topMargin: Theme.s2
-    bottomMargin: Theme.s2
+    topMargin: Theme.spacing2
+    bottomMargin: Theme.spacing2
     activeFocusOnTab: count > 0
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
@@ -148,7 +148,7 @@ ListView {
 
     delegate: ReviewRow {
         width: list.width
-        lit: list.hoveredRow === index
+        showsHover: list.hoveredRow === index
         focused: list.activeFocus && ListView.isCurrentItem
         form: isInline ? inlineSubclip : isSubclip ? flatSubclip : list.clipForm
         onPressed: list.review.clickRow(index, Qt.NoModifier)
@@ -156,7 +156,7 @@ ListView {
 
     // One ring for the current row, whichever it is.
     Item {
-        readonly property int reach: Theme.ringGap + Theme.ringWidth
+        readonly property int reach: Theme.focusRingGap + Theme.focusRingWidth
 
         x: reach
         y: list.currentItem ? list.currentItem.y + reach : 0
@@ -167,7 +167,7 @@ ListView {
 
         FocusRing {
             objectName: "review.list.ring"
-            shown: parent.visible
+            visible: parent.visible
         }
     }
 

@@ -45,10 +45,10 @@ Item {
 
         handle: Rectangle {
             implicitWidth: Theme.hairline
-            color: Theme.line
+            color: Theme.divider
             containmentMask: Item { // the line is thinner than a hand can take
-                x: -Theme.s4
-                width: Theme.s8 + Theme.hairline
+                x: -Theme.spacing4
+                width: Theme.spacing8 + Theme.hairline
                 height: root.height
             }
         }

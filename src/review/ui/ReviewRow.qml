@@ -5,7 +5,7 @@ import QtQuick
 import Corvane.Kit
 import Corvane.Review
 
-ListRow {
+RowBackground {
     id: row
 
     required property int index
@@ -51,11 +51,11 @@ ListRow {
     Accessible.onPressAction: pressed()
 
     Rectangle {
-        x: Theme.stemX
-        width: Theme.stemWidth
+        x: Theme.subclipStemX
+        width: Theme.subclipStemWidth
         height: parent.height
         visible: row.form.hasStem
-        color: Theme.stem
+        color: Theme.subclipStem
     }
 
     VideoThumbnail {
@@ -81,7 +81,7 @@ ListRow {
         Icon {
             anchors.centerIn: parent
             symbol: "checkmark"
-            size: Theme.iconMark
+            size: Theme.markIconSize
             color: Theme.accentText
         }
     }
@@ -92,10 +92,10 @@ ListRow {
         objectName: "row.name"
         x: row.form.textX
         y: row.form.textY
-        width: row.form.textWidth - (timeText.visible ? timeText.width + Theme.s8 : 0)
+        width: row.form.textWidth - (timeText.visible ? timeText.width + Theme.spacing8 : 0)
         text: row.name
-        type: Theme.listName
-        color: row.current ? Theme.nameInPlayer : row.rejected ? Theme.t2 : Theme.t1
+        textStyle: Theme.listNameStyle
+        color: row.current ? Theme.playerClipName : row.rejected ? Theme.secondaryText : Theme.primaryText
         Accessible.ignored: true
     }
 
@@ -106,12 +106,12 @@ ListRow {
         width: row.form.textWidth
         visible: !row.form.isCard
         text: visible ? row.details : ""
-        type: row.form.detailsType
+        textStyle: row.form.detailsStyle
         muted: true
         Accessible.ignored: true
     }
 
-    FigureLabel {
+    TabularLabel {
         id: timeText
 
         objectName: "row.time"
@@ -119,7 +119,7 @@ ListRow {
         y: row.form.detailsY
         visible: row.form.isCard
         text: visible ? row.time : ""
-        type: row.form.detailsType
+        textStyle: row.form.detailsStyle
         muted: true
         Accessible.ignored: true
     }
@@ -142,7 +142,7 @@ ListRow {
         y: row.form.marksY
         visible: row.form.isCard
         text: visible ? row.subclipCount : ""
-        type: Theme.small
+        textStyle: Theme.smallStyle
         muted: true
         Accessible.ignored: true
     }

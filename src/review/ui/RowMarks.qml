@@ -15,9 +15,9 @@ Item {
     property bool rejected: false
     property bool hasHd: false
     property bool tight: false
-    readonly property int heartX: tight ? Theme.ratingPlaceTight : Theme.ratingPlace
-    readonly property int badgeStep: tight ? Theme.badgePlaceTight : Theme.badgePlace
-    readonly property int badgeX: heartX + Theme.heartPlace
+    readonly property int heartX: tight ? Theme.tightRatingColumnWidth : Theme.ratingColumnWidth
+    readonly property int badgeStep: tight ? Theme.tightBadgeColumnWidth : Theme.badgeColumnWidth
+    readonly property int badgeX: heartX + Theme.heartColumnWidth
 
     height: Theme.marksHeight
     Accessible.ignored: true
@@ -28,8 +28,8 @@ Item {
         y: (marks.height - height) / 2
         visible: marks.rating !== ""
         symbol: "star.fill"
-        size: Theme.iconMark
-        color: Theme.star
+        size: Theme.markIconSize
+        color: Theme.rating
     }
 
     Text {
@@ -37,8 +37,8 @@ Item {
         y: (marks.height - height) / 2 + Theme.hairline
         visible: marks.rating !== ""
         text: marks.rating
-        font: Theme.smallStrong.font
-        color: Theme.star
+        font: Theme.smallStrongStyle.font
+        color: Theme.rating
         textFormat: Text.PlainText
     }
 
@@ -47,8 +47,8 @@ Item {
         y: (marks.height - height) / 2
         visible: marks.favorite
         symbol: "heart.fill"
-        size: Theme.iconMark
-        color: Theme.fav
+        size: Theme.markIconSize
+        color: Theme.favorite
     }
 
     Badge {

@@ -28,7 +28,7 @@ FocusItem {
     Accessible.onDecreaseAction: track.stepped(-1)
 
     FocusRing {
-        shown: track.visualFocus
+        visible: track.visualFocus
     }
 
     MouseArea {

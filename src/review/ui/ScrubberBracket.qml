@@ -17,7 +17,7 @@ Rectangle {
     width: Theme.bracketWidth
     height: Theme.bracketHeight
     radius: Theme.hairline
-    color: Theme.ring
+    color: Theme.focusRing
 
     Repeater {
         model: 2
@@ -29,7 +29,7 @@ Rectangle {
             y: index * (bracket.height - height)
             width: Theme.bracketFootWidth
             height: Theme.bracketFootHeight
-            color: Theme.ring
+            color: Theme.focusRing
         }
     }
 }

@@ -31,7 +31,7 @@ ScrubTrack {
         visible: isWhole
         width: Math.abs(to - from) * parent.width
         height: Theme.bracketHeight
-        color: Theme.range
+        color: Theme.markedRange
     }
 
     Rectangle {
@@ -39,7 +39,7 @@ ScrubTrack {
         width: parent.width
         height: Theme.trackHeight
         radius: height / 2
-        color: Theme.b6
+        color: Theme.track
     }
 
     Rectangle {
@@ -69,18 +69,18 @@ ScrubTrack {
         x: scrubber.review.playedFraction * parent.width - width / 2
         anchors.verticalCenter: parent.verticalCenter
         visible: scrubber.review.showsPlayhead
-        width: Theme.knobSize
-        height: Theme.knobSize
+        width: Theme.scrubberKnobSize
+        height: Theme.scrubberKnobSize
         radius: height / 2
-        color: Theme.knob
+        color: Theme.scrubberKnob
 
         Rectangle {
             z: -1
             anchors.fill: parent
-            anchors.margins: -Theme.knobHaloWidth
+            anchors.margins: -Theme.scrubberKnobHaloWidth
             visible: scrubber.hovered || scrubber.pressed
             radius: height / 2
-            color: Theme.knobHalo
+            color: Theme.scrubberKnobHalo
         }
     }
 }

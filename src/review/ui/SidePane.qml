@@ -15,26 +15,26 @@ Rectangle {
     property real swap: review.showsInspector ? 1 : 0
 
     implicitWidth: Theme.sidePaneWidth
-    color: Theme.b1
+    color: Theme.windowBackground
     Accessible.role: Accessible.Pane
     Accessible.name: review.showsInspector ? review.inspector.title : list.Accessible.name
 
     Behavior on swap {
-        NumberAnimation { duration: Theme.swap; easing.type: Easing.InOutQuad }
+        NumberAnimation { duration: Theme.paneSwapDuration; easing.type: Easing.InOutQuad }
     }
 
     Item {
         id: top
 
         width: parent.width
-        height: Theme.listTopHeight
+        height: Theme.listHeaderHeight
 
         Switch {
             objectName: "sidePane.largeThumbnails"
             anchors.left: parent.left
             anchors.leftMargin: Theme.regionPadding
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, info.x - x - Theme.s8)
+            width: Math.min(implicitWidth, info.x - x - Theme.spacing8)
             visible: !pane.review.showsInspector
             focusPolicy: Qt.TabFocus
             text: qsTr("Large thumbnails")
@@ -48,11 +48,11 @@ Rectangle {
             anchors.left: parent.left
             anchors.leftMargin: Theme.regionPadding
             anchors.right: info.left
-            anchors.rightMargin: Theme.s8
+            anchors.rightMargin: Theme.spacing8
             anchors.verticalCenter: parent.verticalCenter
             visible: pane.review.showsInspector
             text: pane.review.inspector.title
-            type: Theme.listHead
+            textStyle: Theme.listHeadingStyle
             HelpText.text: truncated ? text : ""
         }
 
@@ -61,14 +61,14 @@ Rectangle {
 
             objectName: "sidePane.info"
             anchors.right: parent.right
-            anchors.rightMargin: Theme.s4
+            anchors.rightMargin: Theme.spacing4
             anchors.verticalCenter: parent.verticalCenter
             width: Theme.infoButtonSize
             height: Theme.infoButtonSize
             focusPolicy: Qt.TabFocus
             enabled: pane.review.hasSelectedVideo
             symbol: pane.review.inspectorGlyph
-            iconSize: pane.review.showsInspector ? Theme.icon : Theme.iconButton
+            iconSize: pane.review.showsInspector ? Theme.iconSize : Theme.buttonIconSize
             helpText: pane.review.inspectorHelp
             onClicked: pane.review.toggleInspector()
         }
@@ -96,10 +96,10 @@ Rectangle {
         }
 
         Column {
-            y: Theme.noMatchesTop
-            x: Theme.s24
+            y: Theme.noMatchesTopMargin
+            x: Theme.spacing24
             width: parent.width - 2 * x
-            spacing: Theme.s12
+            spacing: Theme.spacing12
             visible: pane.review.showsNoMatches && !pane.review.showsInspector
 
             Label {

@@ -12,7 +12,7 @@ RowForm {
     hasStem: !flat
     inset: flat ? Theme.clipRowInset : Theme.inlineRowInset
     height: flat ? Theme.flatRowHeight : Theme.clipRowHeight
-    thumbWidth: narrow ? Theme.narrowThumbWidth : flat ? Theme.flatThumbWidth : Theme.clipThumbWidth
-    thumbHeight: narrow ? Theme.narrowThumbHeight : flat ? Theme.flatThumbHeight : Theme.clipThumbHeight
-    detailsType: tight ? Theme.micro : Theme.small
+    thumbWidth: narrow ? Theme.narrowThumbnailWidth : flat ? Theme.flatThumbnailWidth : Theme.clipThumbnailWidth
+    thumbHeight: narrow ? Theme.narrowThumbnailHeight : flat ? Theme.flatThumbnailHeight : Theme.clipThumbnailHeight
+    detailsStyle: tight ? Theme.microStyle : Theme.smallStyle
 }

@@ -14,7 +14,7 @@ Item {
     readonly property SubclipListModel subclips: review.subclips
 
     objectName: "bars"
-    implicitHeight: Theme.barsHeight
+    implicitHeight: Theme.subclipBarsHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: qsTr("Subclips")
 
@@ -59,11 +59,11 @@ Item {
                     y: bar.place.y
                     width: parent.width
                     height: bar.place.height
-                    radius: Theme.barRadius
-                    color: bar.isActive || bar.hovered ? Theme.barActive : Theme.bar
+                    radius: Theme.subclipBarRadius
+                    color: bar.isActive || bar.hovered ? Theme.activeSubclipBar : Theme.subclipBar
 
                     FocusRing {
-                        shown: bar.visualFocus
+                        visible: bar.visualFocus
                         cornerRadius: parent.radius
                     }
                 }

@@ -15,7 +15,7 @@ Rectangle {
 
     Behavior on openPart {
         NumberAnimation {
-            duration: Theme.drawer
+            duration: Theme.drawerDuration
             easing.type: Easing.InOutQuad
         }
     }
@@ -23,7 +23,7 @@ Rectangle {
     implicitHeight: edge.height + head.height
                     + Math.round(openPart * (listHeight + Theme.keyReminderHeight))
     clip: true
-    color: Theme.b1
+    color: Theme.windowBackground
 
     Divider {
         id: edge
@@ -37,7 +37,7 @@ Rectangle {
         objectName: "drawer.head"
         anchors.top: edge.bottom
         width: parent.width
-        height: Theme.drawerHeadHeight
+        height: Theme.drawerHeaderHeight
         focusPolicy: Qt.TabFocus
         onClicked: drawer.review.toggleSubclipDrawer()
         Keys.onReturnPressed: Buttons.click(head)
@@ -52,7 +52,7 @@ Rectangle {
         background: Item {
             FocusRing {
                 anchors.margins: 0
-                shown: head.visualFocus
+                visible: head.visualFocus
             }
         }
         contentItem: Item {
@@ -64,10 +64,10 @@ Rectangle {
 
             Icon {
                 anchors.right: parent.right
-                anchors.rightMargin: Theme.s12 - Theme.hairline
+                anchors.rightMargin: Theme.spacing12 - Theme.hairline
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: drawer.review.subclipDrawerGlyph
-                color: head.hovered ? Theme.t1 : Theme.t2
+                color: head.hovered ? Theme.primaryText : Theme.secondaryText
             }
         }
     }

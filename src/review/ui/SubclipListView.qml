@@ -16,7 +16,7 @@ Column {
 
     SubclipsHeading {
         x: Theme.regionPadding
-        height: Theme.drawerHeadHeight
+        height: Theme.drawerHeaderHeight
         visible: view.showsHeader
         count: view.review.subclipCountText
     }
@@ -65,7 +65,7 @@ Column {
         Label {
             objectName: "drawer.none"
             x: Theme.regionPadding
-            y: Theme.s12
+            y: Theme.spacing12
             width: parent.width - 2 * x
             visible: list.count === 0
             text: qsTr("Press i / o while playing to mark in/out, then Enter to save.")
@@ -82,7 +82,7 @@ Column {
         rightPadding: Theme.regionPadding
         verticalAlignment: Text.AlignVCenter
         text: qsTr("i = in · o = out · Enter = save · Esc = clear · [ ] = jump to range edges · Shift+i / Shift+o = nudge one frame")
-        type: Theme.small
+        textStyle: Theme.smallStyle
         muted: true
         HelpText.text: truncated ? text : ""
     }

@@ -10,32 +10,32 @@ Rectangle {
     required property ReviewScreenState review
     property real maximumWidth: Infinity
     readonly property real aside: scissors.width + mode.width + divider.width + hint.width + close.width
-                                  + 5 * row.spacing + row.x + Theme.s2
+                                  + 5 * row.spacing + row.x + Theme.spacing2
 
     objectName: "subclipBanner"
     visible: review.isInSubclipMode
     width: aside + name.width
     height: Theme.bannerHeight
     radius: Theme.controlRadius
-    color: Theme.b3
+    color: Theme.popupBackground
     border.width: Theme.hairline
-    border.color: Theme.line2
+    border.color: Theme.panelBorder
     Accessible.role: Accessible.Grouping
     Accessible.name: mode.text
 
     Row {
         id: row
 
-        x: Theme.s12 - Theme.hairline
+        x: Theme.spacing12 - Theme.hairline
         height: parent.height
-        spacing: Theme.s8
+        spacing: Theme.spacing8
 
         Icon {
             id: scissors
 
             anchors.verticalCenter: parent.verticalCenter
             symbol: "scissors"
-            size: Theme.iconButton
+            size: Theme.buttonIconSize
             color: Theme.accent
         }
 
@@ -45,7 +45,7 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: Math.ceil(implicitWidth)
             text: qsTr("Subclip mode")
-            type: Theme.listHead
+            textStyle: Theme.listHeadingStyle
         }
 
         Rectangle {
@@ -54,7 +54,7 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: Theme.hairline
             height: Theme.bannerDividerHeight
-            color: Theme.edge
+            color: Theme.fieldBorder
         }
 
         Label {
@@ -64,7 +64,7 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: Math.max(0, Math.floor(Math.min(Math.ceil(implicitWidth), banner.maximumWidth - banner.aside)))
             text: banner.review.activeSubclipName
-            type: Theme.list
+            textStyle: Theme.listStyle
             HelpText.text: truncated ? text : ""
         }
 
@@ -74,7 +74,7 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: Math.ceil(implicitWidth)
             text: qsTr("Esc to exit")
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
         }
 
@@ -84,7 +84,7 @@ Rectangle {
             objectName: "subclipBanner.close"
             anchors.verticalCenter: parent.verticalCenter
             symbol: "xmark"
-            iconSize: Theme.iconButton
+            iconSize: Theme.buttonIconSize
             helpText: qsTr("Exit subclip mode")
             focusPolicy: Qt.TabFocus
             onClicked: {

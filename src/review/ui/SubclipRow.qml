@@ -62,10 +62,10 @@ FocusItem {
     Accessible.selected: isActive
     Accessible.onPressAction: row.select()
 
-    ListRow {
+    RowBackground {
         anchors.fill: parent
         current: row.isActive
-        lit: pointer.hovered
+        showsHover: pointer.hovered
     }
 
     HoverHandler {
@@ -84,7 +84,7 @@ FocusItem {
 
     FocusRing {
         anchors.margins: 0
-        shown: row.visualFocus
+        visible: row.visualFocus
     }
 
     VideoThumbnail {
@@ -92,8 +92,8 @@ FocusItem {
 
         x: Theme.regionPadding
         anchors.verticalCenter: parent.verticalCenter
-        width: Theme.drawerThumbWidth
-        height: Theme.drawerThumbHeight
+        width: Theme.drawerThumbnailWidth
+        height: Theme.drawerThumbnailHeight
         primaryURL: row.thumbnail
         fallbackURL: row.fallbackThumbnail
     }
@@ -131,12 +131,12 @@ FocusItem {
 
                 verticalAlignment: Text.AlignVCenter
                 text: row.name
-                type: Theme.bodyLabel
+                textStyle: Theme.bodyLabelStyle
                 Accessible.ignored: true
             }
             background: Item {
                 FocusRing {
-                    shown: nameButton.visualFocus
+                    visible: nameButton.visualFocus
                 }
             }
         }
@@ -151,14 +151,14 @@ FocusItem {
             anchors.leftMargin: -leftPadding
             visible: false
             implicitHeight: Theme.smallButtonHeight
-            leftPadding: Theme.s6 + Theme.hairline
+            leftPadding: Theme.spacing6 + Theme.hairline
             name: qsTr("Name of the subclip")
             takesEscape: true
             onAccepted: {
                 row.review.renameSubclip(row.subclipId, text);
                 row.endEditing();
             }
-            onEscaped: row.endEditing()
+            onEscapePressed: row.endEditing()
             onActiveFocusChanged: {
                 if (!activeFocus) {
                     visible = false;
@@ -173,7 +173,7 @@ FocusItem {
         }
     }
 
-    FigureLabel {
+    TabularLabel {
         id: rangeText
 
         anchors.right: lengthText.left
@@ -181,11 +181,11 @@ FocusItem {
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.drawerRangeWidth
         text: row.range
-        type: Theme.list
+        textStyle: Theme.listStyle
         rightAligned: true
     }
 
-    FigureLabel {
+    TabularLabel {
         id: lengthText
 
         anchors.right: buttons.left
@@ -193,7 +193,7 @@ FocusItem {
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.drawerLengthWidth
         text: row.length
-        type: Theme.list
+        textStyle: Theme.listStyle
         muted: true
         rightAligned: true
     }
@@ -202,7 +202,7 @@ FocusItem {
         id: buttons
 
         anchors.right: parent.right
-        anchors.rightMargin: Theme.s8
+        anchors.rightMargin: Theme.spacing8
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.drawerRowGap
 
@@ -215,8 +215,8 @@ FocusItem {
         Button {
             objectName: row.objectName + ".favorite"
             symbol: row.favorite ? "heart.fill" : "heart"
-            iconSize: Theme.iconButton
-            glyphInk: row.favorite ? Theme.fav : Theme.t2
+            iconSize: Theme.buttonIconSize
+            glyphColor: row.favorite ? Theme.favorite : Theme.secondaryText
             helpText: qsTr("Favorite this subclip (independent of parent)")
             focusPolicy: Qt.TabFocus
             onClicked: row.review.toggleSubclipFavorite(row.subclipId)

@@ -8,12 +8,12 @@ Row {
 
     required property string count
 
-    spacing: Theme.s4
+    spacing: Theme.spacing4
 
     Label {
         anchors.verticalCenter: parent.verticalCenter
         text: qsTr("Subclips")
-        type: Theme.listHead
+        textStyle: Theme.listHeadingStyle
         Accessible.ignored: true
     }
 
@@ -21,7 +21,7 @@ Row {
         objectName: "subclips.count"
         anchors.verticalCenter: parent.verticalCenter
         text: heading.count
-        type: Theme.list
+        textStyle: Theme.listStyle
         muted: true
         Accessible.ignored: true
     }

@@ -13,10 +13,10 @@ Rectangle {
 
     signal removed()
 
-    width: Math.min(Math.ceil(label.implicitWidth) + Theme.tagPadding + cross.width + Theme.s4, maximumWidth)
+    width: Math.min(Math.ceil(label.implicitWidth) + Theme.tagPadding + cross.width + Theme.spacing4, maximumWidth)
     height: Theme.tagHeight
     radius: height / 2
-    color: Theme.b4
+    color: Theme.controlBackground
     HelpText.text: label.truncated ? text : ""
 
     Label {
@@ -27,14 +27,14 @@ Rectangle {
         anchors.right: cross.left
         anchors.verticalCenter: parent.verticalCenter
         text: chip.text
-        type: Theme.list
+        textStyle: Theme.listStyle
     }
 
     T.AbstractButton {
         id: cross
 
         anchors.right: parent.right
-        anchors.rightMargin: Theme.s4
+        anchors.rightMargin: Theme.spacing4
         width: Theme.tagCrossWidth
         height: parent.height
         focusPolicy: Qt.TabFocus
@@ -50,13 +50,13 @@ Rectangle {
         background: Item {
             FocusRing {
                 anchors.margins: Theme.hairline
-                shown: cross.visualFocus
+                visible: cross.visualFocus
             }
         }
         contentItem: Icon {
             symbol: "xmark"
-            size: Theme.iconCheck
-            color: cross.hovered ? Theme.t1 : Theme.t2
+            size: Theme.checkIconSize
+            color: cross.hovered ? Theme.primaryText : Theme.secondaryText
         }
     }
 }

@@ -17,7 +17,7 @@ Column {
         field.forceActiveFocus(Qt.OtherFocusReason);
     }
 
-    spacing: Theme.s8
+    spacing: Theme.spacing8
 
     FlowLayout {
         id: chips
@@ -66,7 +66,7 @@ Column {
             text: editor.inspector.newTag
             onTextEdited: editor.inspector.newTag = text
             onAccepted: editor.add()
-            onEscaped: focus = false
+            onEscapePressed: focus = false
 
             // What the field has no use for is no key of the screen either.
             Keys.priority: Keys.AfterItem

@@ -14,13 +14,13 @@ Item {
     Button {
         objectName: "transport.back"
         anchors.right: play.left
-        anchors.rightMargin: Theme.s6
+        anchors.rightMargin: Theme.spacing6
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.transportButtonSize
         height: Theme.transportButtonSize
         symbol: "backward.frame.fill"
-        iconSize: Theme.iconTransport
-        glyphInk: Theme.t1
+        iconSize: Theme.transportIconSize
+        glyphColor: Theme.primaryText
         helpText: qsTr("Step one frame back (,)")
         focusPolicy: Qt.TabFocus
         onClicked: transport.review.stepFrames(-1)
@@ -35,8 +35,8 @@ Item {
         height: Theme.transportButtonSize
         kind: Button.Plain
         symbol: transport.review.isPlaying ? "pause.fill" : "play.fill"
-        iconSize: Theme.iconPlay
-        glyphInk: Theme.t1
+        iconSize: Theme.playIconSize
+        glyphColor: Theme.primaryText
         helpText: transport.review.playHelp
         focusPolicy: Qt.TabFocus
         onClicked: transport.review.togglePlayback()
@@ -45,13 +45,13 @@ Item {
     Button {
         objectName: "transport.forward"
         anchors.left: play.right
-        anchors.leftMargin: Theme.s6
+        anchors.leftMargin: Theme.spacing6
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.transportButtonSize
         height: Theme.transportButtonSize
         symbol: "forward.frame.fill"
-        iconSize: Theme.iconTransport
-        glyphInk: Theme.t1
+        iconSize: Theme.transportIconSize
+        glyphColor: Theme.primaryText
         helpText: qsTr("Step one frame forward (.)")
         focusPolicy: Qt.TabFocus
         onClicked: transport.review.stepFrames(1)
@@ -64,16 +64,16 @@ Item {
         Accessible.role: Accessible.StaticText
         Accessible.name: transport.review.transportText
 
-        FigureLabel {
+        TabularLabel {
             objectName: "transport.current"
             text: transport.review.transportTimeText
-            type: Theme.head
+            textStyle: Theme.headingStyle
             Accessible.ignored: true
         }
 
-        FigureLabel {
+        TabularLabel {
             text: transport.review.transportDurationText
-            type: Theme.headPlain
+            textStyle: Theme.headingPlainStyle
             muted: true
             Accessible.ignored: true
         }

@@ -11,24 +11,24 @@ Item {
 
     property string primaryURL
     property string fallbackURL
-    property int glyphSize: Theme.icon
+    property int glyphSize: Theme.iconSize
     readonly property alias isLoaded: still.isLoaded
 
-    implicitWidth: Theme.clipThumbWidth
-    implicitHeight: Theme.clipThumbHeight
+    implicitWidth: Theme.clipThumbnailWidth
+    implicitHeight: Theme.clipThumbnailHeight
     Accessible.ignored: true
 
     Rectangle {
         anchors.fill: parent
         visible: !control.isLoaded
         radius: Theme.thumbnailRadius
-        color: Theme.blank
+        color: Theme.missingThumbnail
 
         Icon {
             anchors.centerIn: parent
             symbol: "film"
             size: control.glyphSize
-            color: Theme.t3
+            color: Theme.disabledText
         }
     }
 

@@ -18,7 +18,7 @@ Rectangle {
 
     objectName: "header"
     implicitHeight: Theme.headerHeight
-    color: Theme.b2
+    color: Theme.panelBackground
     Accessible.role: Accessible.ToolBar
     Accessible.name: header.projectName
 
@@ -28,15 +28,15 @@ Rectangle {
         objectName: "header.close"
         focusPolicy: Qt.TabFocus
         anchors.left: parent.left
-        anchors.leftMargin: Theme.s6
+        anchors.leftMargin: Theme.spacing6
         anchors.verticalCenter: parent.verticalCenter
         kind: Button.Bare
-        leftPadding: Theme.s6
-        rightPadding: Theme.s8
+        leftPadding: Theme.spacing6
+        rightPadding: Theme.spacing8
         symbol: "play.rectangle.fill"
-        iconSize: Theme.iconBrand
-        glyphInk: Theme.accent
-        type: Theme.bodyStrong
+        iconSize: Theme.brandIconSize
+        glyphColor: Theme.accent
+        textStyle: Theme.bodyStrongStyle
         text: "Corvane"
         helpText: root.header.closeHelp
         onClicked: root.closed()
@@ -46,10 +46,10 @@ Rectangle {
         id: separator
 
         anchors.left: brand.right
-        anchors.leftMargin: Theme.s8
+        anchors.leftMargin: Theme.spacing8
         anchors.verticalCenter: parent.verticalCenter
         text: "/"
-        color: Theme.t3
+        color: Theme.disabledText
         Accessible.ignored: true
     }
 
@@ -58,24 +58,24 @@ Rectangle {
 
         objectName: "header.projectName"
         anchors.left: separator.right
-        anchors.leftMargin: Theme.s8
+        anchors.leftMargin: Theme.spacing8
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, buttons.x - x - Theme.s16)
+        width: Math.min(implicitWidth, buttons.x - x - Theme.spacing16)
         text: root.header.projectName
-        type: Theme.bodyLabel
+        textStyle: Theme.bodyLabelStyle
         HelpText.text: truncated ? text : ""
     }
 
     Label {
         objectName: "header.status"
         anchors.left: name.right
-        anchors.leftMargin: Theme.s24
+        anchors.leftMargin: Theme.spacing24
         anchors.right: buttons.left
-        anchors.rightMargin: Theme.s16
+        anchors.rightMargin: Theme.spacing16
         anchors.verticalCenter: parent.verticalCenter
         visible: width > 0
         text: root.header.statusMessage
-        type: Theme.list
+        textStyle: Theme.listStyle
         muted: true
         HelpText.text: truncated ? text : ""
     }

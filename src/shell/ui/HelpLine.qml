@@ -13,12 +13,12 @@ Item {
     readonly property bool isHeading: kind === HelpDocument.Heading1 || kind === HelpDocument.Heading2
                                       || kind === HelpDocument.Heading3
     readonly property bool isBullet: kind === HelpDocument.Bullet
-    readonly property int ruleHeight: kind === HelpDocument.Heading1 ? Theme.helpRule1
-                                    : kind === HelpDocument.Heading2 ? Theme.helpRule2 : 0
-    readonly property int above: kind === HelpDocument.Heading3 ? Theme.s16
-                               : kind === HelpDocument.Paragraph ? Theme.s4 : 0
+    readonly property int ruleHeight: kind === HelpDocument.Heading1 ? Theme.heading1RuleHeight
+                                    : kind === HelpDocument.Heading2 ? Theme.heading2RuleHeight : 0
+    readonly property int above: kind === HelpDocument.Heading3 ? Theme.spacing16
+                               : kind === HelpDocument.Paragraph ? Theme.spacing4 : 0
     readonly property int below: kind === HelpDocument.Heading3 || kind === HelpDocument.Paragraph
-                                 ? Theme.s4 : 0
+                                 ? Theme.spacing4 : 0
 
     signal linkActivated(string address)
 
@@ -35,8 +35,8 @@ Item {
         y: line.above
         visible: line.isBullet
         text: "•"
-        font: Theme.helpBullet.font
-        color: Theme.t1
+        font: Theme.helpBulletStyle.font
+        color: Theme.primaryText
         Accessible.ignored: true
     }
 
@@ -46,7 +46,7 @@ Item {
         readonly property string plain: line.kind === HelpDocument.Gap ? "" : getText(0, length)
 
         y: line.above
-        x: line.isBullet ? dot.width + Theme.s8 : 0
+        x: line.isBullet ? dot.width + Theme.spacing8 : 0
         width: parent.width - x
         visible: line.kind !== HelpDocument.Gap
         text: line.text
@@ -55,12 +55,12 @@ Item {
         readOnly: true
         selectByMouse: true
         activeFocusOnPress: false
-        font: line.kind === HelpDocument.Heading1 ? Theme.helpHeading1.font
-            : line.kind === HelpDocument.Heading2 ? Theme.helpHeading2.font
-            : line.kind === HelpDocument.Heading3 ? Theme.helpHeading3.font : Theme.helpBody.font
-        color: Theme.t1
-        selectionColor: Theme.chipOnBorder
-        selectedTextColor: Theme.t1
+        font: line.kind === HelpDocument.Heading1 ? Theme.helpHeading1Style.font
+            : line.kind === HelpDocument.Heading2 ? Theme.helpHeading2Style.font
+            : line.kind === HelpDocument.Heading3 ? Theme.helpHeading3Style.font : Theme.helpBodyStyle.font
+        color: Theme.primaryText
+        selectionColor: Theme.textSelection
+        selectedTextColor: Theme.primaryText
         palette.link: Theme.accent
         onLinkActivated: address => line.linkActivated(address)
         Accessible.ignored: true
@@ -75,6 +75,6 @@ Item {
         width: parent.width
         height: line.ruleHeight
         visible: height > 0
-        color: line.kind === HelpDocument.Heading1 ? Theme.helpRuleAccent : Theme.helpRuleQuiet
+        color: line.kind === HelpDocument.Heading1 ? Theme.heading1Rule : Theme.heading2Rule
     }
 }

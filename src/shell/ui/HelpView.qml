@@ -57,8 +57,8 @@ FocusScope {
         Keys.onPressed: event => {
             const page = height - 2 * Theme.helpPadding;
             const steps = {
-                [Qt.Key_Up]: -Theme.helpLineStep,
-                [Qt.Key_Down]: Theme.helpLineStep,
+                [Qt.Key_Up]: -Theme.helpScrollStep,
+                [Qt.Key_Down]: Theme.helpScrollStep,
                 [Qt.Key_PageUp]: -page,
                 [Qt.Key_PageDown]: page,
                 [Qt.Key_Space]: page,

@@ -19,16 +19,16 @@ FocusScope {
 
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: parent.top
-        anchors.topMargin: Theme.homeTop
+        anchors.topMargin: Theme.homeTopMargin
         anchors.bottom: parent.bottom
-        width: Math.min(Theme.homeWidth, parent.width - 2 * Theme.s48)
+        width: Math.min(Theme.homeWidth, parent.width - 2 * Theme.spacing48)
 
         Label {
             id: name
 
             objectName: "home.name"
             text: root.app.productName
-            type: Theme.name
+            textStyle: Theme.productNameStyle
         }
 
         Label {
@@ -36,7 +36,7 @@ FocusScope {
 
             objectName: "home.version"
             anchors.top: name.bottom
-            anchors.topMargin: Theme.s2
+            anchors.topMargin: Theme.spacing2
             text: root.app.versionText
             muted: true
         }
@@ -45,7 +45,7 @@ FocusScope {
             id: buttons
 
             anchors.top: version.bottom
-            anchors.topMargin: Theme.s24
+            anchors.topMargin: Theme.spacing24
             spacing: Theme.buttonGap
             Keys.onDownPressed: {
                 if (recents.visible) {
@@ -79,16 +79,16 @@ FocusScope {
             id: heading
 
             anchors.top: buttons.bottom
-            anchors.topMargin: Theme.s48
+            anchors.topMargin: Theme.spacing48
             text: qsTr("Recent Projects")
-            type: Theme.head
+            textStyle: Theme.headingStyle
         }
 
         RecentList {
             id: recents
 
             anchors.top: heading.bottom
-            anchors.topMargin: Theme.s8
+            anchors.topMargin: Theme.spacing8
             anchors.bottom: parent.bottom
             anchors.left: parent.left
             anchors.right: parent.right
@@ -107,28 +107,28 @@ FocusScope {
         Rectangle {
             objectName: "home.empty"
             anchors.top: heading.bottom
-            anchors.topMargin: Theme.s12
+            anchors.topMargin: Theme.spacing12
             anchors.left: parent.left
             anchors.right: parent.right
-            height: texts.height + 2 * Theme.s32
+            height: texts.height + 2 * Theme.spacing32
             visible: root.app.recents.count === 0
-            color: Theme.none
+            color: Theme.transparent
             radius: Theme.panelRadius
             border.width: Theme.hairline
-            border.color: Theme.line2
+            border.color: Theme.panelBorder
 
             Column {
                 id: texts
 
-                x: Theme.s24
-                y: Theme.s32
-                width: parent.width - 2 * Theme.s24
-                spacing: Theme.s4
+                x: Theme.spacing24
+                y: Theme.spacing32
+                width: parent.width - 2 * Theme.spacing24
+                spacing: Theme.spacing4
 
                 Label {
                     width: parent.width
                     text: qsTr("No recent projects")
-                    type: Theme.bodyLabel
+                    textStyle: Theme.bodyLabelStyle
                 }
 
                 Label {

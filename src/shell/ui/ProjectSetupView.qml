@@ -35,7 +35,7 @@ FocusScope {
 
         anchors.fill: parent
         contentWidth: width
-        contentHeight: form.height + Theme.setupTop + Theme.s48
+        contentHeight: form.height + Theme.setupTopMargin + Theme.spacing48
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: ScrollBar {}
 
@@ -43,22 +43,22 @@ FocusScope {
             id: form
 
             anchors.horizontalCenter: parent.horizontalCenter
-            y: Theme.setupTop
+            y: Theme.setupTopMargin
             width: Theme.setupWidth
             spacing: Theme.formGap
 
             Row {
-                x: -Theme.s8
+                x: -Theme.spacing8
                 height: Theme.controlHeight + Theme.formGap
-                spacing: Theme.s4
+                spacing: Theme.spacing4
 
                 Button {
                     objectName: "setup.back"
                     kind: Button.Bare
                     muted: true
-                    leftPadding: Theme.s4
-                    rightPadding: Theme.s8
-                    spacing: Theme.s4
+                    leftPadding: Theme.spacing4
+                    rightPadding: Theme.spacing8
+                    spacing: Theme.spacing4
                     symbol: "chevron.left"
                     text: qsTr("Back")
                     onClicked: root.app.router.leaveSetup()
@@ -71,7 +71,7 @@ FocusScope {
                     height: Theme.controlHeight
                     verticalAlignment: Text.AlignVCenter
                     text: qsTr("New Project")
-                    type: Theme.title
+                    textStyle: Theme.titleStyle
                 }
             }
 
@@ -93,7 +93,7 @@ FocusScope {
                 label: qsTr("Shoot date")
 
                 Row {
-                    spacing: Theme.s16
+                    spacing: Theme.spacing16
                     height: Theme.controlHeight
 
                     CheckBox {
@@ -162,9 +162,9 @@ FocusScope {
 
                 Label {
                     width: Theme.formWidth
-                    height: implicitHeight + Theme.s8
+                    height: implicitHeight + Theme.spacing8
                     text: qsTr("Wraps the .corvane file in a folder named after the project. Recommended.")
-                    type: Theme.list
+                    textStyle: Theme.listStyle
                     muted: true
                 }
 
@@ -172,21 +172,21 @@ FocusScope {
                     width: Theme.formWidth
                     height: Theme.layoutPreviewHeight
                     radius: Theme.controlRadius
-                    color: Theme.b2
+                    color: Theme.panelBackground
                     clip: true
 
                     Label {
                         objectName: "setup.layoutPreview"
                         x: Theme.regionPadding
-                        y: (parent.height - 4 * type.line) / 2
+                        y: (parent.height - 4 * textStyle.lineHeight) / 2
                         width: parent.width - 2 * x
                         text: root.setup.layoutPreview
                         maximumLineCount: 4
-                        type: Theme.preview
+                        textStyle: Theme.layoutPreviewStyle
                         muted: true
                         lineHeightMode: Text.FixedHeight
-                        lineHeight: Theme.preview.line
-                        topPadding: Theme.preview.lead
+                        lineHeight: Theme.layoutPreviewStyle.lineHeight
+                        topPadding: Theme.layoutPreviewStyle.leading
                     }
                 }
             }

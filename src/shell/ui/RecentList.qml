@@ -21,7 +21,7 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     keyNavigationEnabled: true
     highlightFollowsCurrentItem: true
-    bottomMargin: Theme.s24
+    bottomMargin: Theme.spacing24
     T.ScrollBar.vertical: ScrollBar {}
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Recent Projects")

@@ -39,14 +39,14 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: Theme.panelRadius
-        color: pointer.hovered ? Theme.b3 : Theme.none
+        color: pointer.hovered ? Theme.popupBackground : Theme.transparent
 
         Item {
             anchors.fill: parent
-            anchors.margins: Theme.ringGap + Theme.ringWidth
+            anchors.margins: Theme.focusRingGap + Theme.focusRingWidth
 
             FocusRing {
-                shown: row.focused
+                visible: row.focused
                 cornerRadius: Theme.panelRadius - reach
             }
         }
@@ -60,26 +60,26 @@ Item {
         width: Theme.recentGlyphSize
         height: Theme.recentGlyphSize
         radius: Theme.controlRadius
-        color: pointer.hovered ? Theme.b4 : Theme.b3
+        color: pointer.hovered ? Theme.controlBackground : Theme.popupBackground
 
         Icon {
             anchors.centerIn: parent
             symbol: "film"
-            size: Theme.iconBrand
+            size: Theme.brandIconSize
         }
     }
 
     Column {
         anchors.left: glyph.right
-        anchors.leftMargin: Theme.s12
+        anchors.leftMargin: Theme.spacing12
         anchors.right: count.left
-        anchors.rightMargin: Theme.s12
+        anchors.rightMargin: Theme.spacing12
         anchors.verticalCenter: parent.verticalCenter
 
         Label {
             width: parent.width
             text: row.name
-            type: Theme.bodyLabel
+            textStyle: Theme.bodyLabelStyle
             Accessible.ignored: true
         }
 
@@ -88,7 +88,7 @@ Item {
 
             width: parent.width
             text: row.filePath
-            type: Theme.list
+            textStyle: Theme.listStyle
             muted: true
             elide: Text.ElideMiddle
             Accessible.ignored: true
@@ -99,10 +99,10 @@ Item {
         id: count
 
         anchors.right: cross.left
-        anchors.rightMargin: Theme.s12
+        anchors.rightMargin: Theme.spacing12
         anchors.verticalCenter: parent.verticalCenter
         text: row.countText
-        type: Theme.list
+        textStyle: Theme.listStyle
         muted: true
         Accessible.ignored: true
     }
@@ -111,13 +111,13 @@ Item {
         id: cross
 
         objectName: row.objectName + ".remove"
-        width: Theme.s32
+        width: Theme.spacing32
         anchors.right: parent.right
         anchors.rightMargin: Theme.recentOverhang
         anchors.verticalCenter: parent.verticalCenter
         symbol: "xmark"
-        iconSize: Theme.iconButton
-        glyphInk: pointer.hovered ? Theme.t1 : Theme.t3
+        iconSize: Theme.buttonIconSize
+        glyphColor: pointer.hovered ? Theme.primaryText : Theme.disabledText
         helpText: row.removeHelp
         focusPolicy: Qt.NoFocus
         onClicked: row.removed()

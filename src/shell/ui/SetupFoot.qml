@@ -14,7 +14,7 @@ Item {
     implicitHeight: buttons.y + buttons.height
 
     Divider { // on the screen's own pixels, wherever the text above it ends
-        y: Math.ceil(foot.y + Theme.s12) - foot.y
+        y: Math.ceil(foot.y + Theme.spacing12) - foot.y
         width: parent.width
     }
 
@@ -22,7 +22,7 @@ Item {
         id: buttons
 
         anchors.right: parent.right
-        y: Theme.s12 + Theme.s16
+        y: Theme.spacing12 + Theme.spacing16
         spacing: Theme.buttonGap
 
         Button {

@@ -17,12 +17,12 @@ Item {
         id: caption
 
         height: Theme.controlHeight
-        spacing: Theme.s4
+        spacing: Theme.spacing4
 
         Label {
             anchors.verticalCenter: parent.verticalCenter
             text: row.label
-            type: Theme.bodyLabel
+            textStyle: Theme.bodyLabelStyle
         }
 
         Label {
@@ -37,7 +37,7 @@ Item {
     Column {
         id: column
 
-        x: Theme.labelColumn + Theme.s16
+        x: Theme.labelColumnWidth + Theme.spacing16
         width: parent.width - x
     }
 }

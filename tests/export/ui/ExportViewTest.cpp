@@ -20,7 +20,7 @@ constexpr auto kView = R"(
     AppWindow {
         id: window
         property var exporting
-        color: Theme.b1
+        color: Theme.windowBackground
         ExportView {
             screen: window.exporting
         }

@@ -18,7 +18,7 @@ constexpr auto kView = R"(
     AppWindow {
         id: window
         property var handoff
-        color: Theme.b1
+        color: Theme.windowBackground
         SelectsHandoffView {
             screen: window.handoff
         }

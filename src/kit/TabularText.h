@@ -9,8 +9,8 @@ namespace corvane {
 
 /// One line of text whose digits are all of one width, so that numbers stand in columns and a
 /// running time doesn't shake. Text of Qt 6.4 can't ask a font for its tabular figures.
-/// FigureLabel.qml gives it the theme's types. Main thread, except for paint.
-class FigureText : public QQuickPaintedItem {
+/// TabularLabel.qml gives it the theme's types. Main thread, except for paint.
+class TabularText : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
@@ -20,7 +20,7 @@ class FigureText : public QQuickPaintedItem {
     Q_PROPERTY(bool rightAligned READ rightAligned WRITE setRightAligned NOTIFY changed)
 
   public:
-    explicit FigureText(QQuickItem *parent = nullptr);
+    explicit TabularText(QQuickItem *parent = nullptr);
 
     [[nodiscard]] const QString &text() const { return m_text; }
     void setText(const QString &text);

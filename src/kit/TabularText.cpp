@@ -1,4 +1,4 @@
-#include "kit/FigureText.h"
+#include "kit/TabularText.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -58,27 +58,27 @@ Line laidOut(const QString &text, const QFontMetricsF &metrics) {
 
 } // namespace
 
-FigureText::FigureText(QQuickItem *parent) : QQuickPaintedItem(parent) {
+TabularText::TabularText(QQuickItem *parent) : QQuickPaintedItem(parent) {
     setAntialiasing(true);
 }
 
-void FigureText::setText(const QString &text) {
+void TabularText::setText(const QString &text) {
     change(m_text, text);
 }
 
-void FigureText::setFont(const QFont &font) {
+void TabularText::setFont(const QFont &font) {
     change(m_font, font);
 }
 
-void FigureText::setColor(const QColor &color) {
+void TabularText::setColor(const QColor &color) {
     change(m_color, color);
 }
 
-void FigureText::setRightAligned(bool rightAligned) {
+void TabularText::setRightAligned(bool rightAligned) {
     change(m_rightAligned, rightAligned);
 }
 
-void FigureText::paint(QPainter *painter) {
+void TabularText::paint(QPainter *painter) {
     const QFontMetricsF metrics(m_font);
     const Line line = laidOut(m_text, metrics);
     const qreal left = m_rightAligned ? width() - line.width : 0;
@@ -90,7 +90,7 @@ void FigureText::paint(QPainter *painter) {
     }
 }
 
-template <typename Value> void FigureText::change(Value &field, const Value &value) {
+template <typename Value> void TabularText::change(Value &field, const Value &value) {
     if (field == value) {
         return;
     }
