@@ -9,10 +9,6 @@
 
 namespace corvane {
 
-QString Format::byteCount(double bytes) {
-    return formattedByteCount(bytes > 0 ? quint64(bytes) : 0);
-}
-
 QString Format::counted(int count, const QString &singular) {
     return corvane::counted(count, singular);
 }
@@ -20,18 +16,6 @@ QString Format::counted(int count, const QString &singular) {
 QString Format::percent(double fraction) {
     const double within = std::isfinite(fraction) ? std::clamp(fraction, 0.0, 1.0) : 0.0;
     return QString::number(int(within * 100)) + QLatin1Char('%');
-}
-
-QString Format::duration(double seconds) {
-    return formattedDuration(seconds);
-}
-
-QString Format::subclipTime(double seconds) {
-    return formattedSubclipTime(seconds);
-}
-
-QString Format::transportTime(double seconds) {
-    return formattedTransportTime(seconds);
 }
 
 bool Format::isDay(const QString &date) {

@@ -17,23 +17,11 @@ class Format : public QObject {
   public:
     using QObject::QObject;
 
-    /// "1.2 GB"; a negative count counts as none.
-    Q_INVOKABLE static QString byteCount(double bytes);
-
     /// "1 clip", "2 clips".
     Q_INVOKABLE static QString counted(int count, const QString &singular);
 
     /// "38%" of a fraction; what lies outside 0 to 1 is the nearer end.
     Q_INVOKABLE static QString percent(double fraction);
-
-    /// "1:54", "1:02:05", an em dash for what is no time.
-    Q_INVOKABLE static QString duration(double seconds);
-
-    /// "00:41.20", "00:00" for what is no time.
-    Q_INVOKABLE static QString subclipTime(double seconds);
-
-    /// "01:01:01", "00:00:00" for what is no time.
-    Q_INVOKABLE static QString transportTime(double seconds);
 
     /// Whether a text is a day, "2025-06-13".
     Q_INVOKABLE static bool isDay(const QString &date);
