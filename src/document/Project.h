@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/ClipRange.h"
 #include "document/SharedRecord.h"
 #include "platform/JSONValue.h"
 
@@ -38,6 +39,7 @@ struct Subclip {
     int creationIndex = 0;
     std::optional<QDateTime> exportedAt;
 
+    ClipRange range() const { return {inSeconds, outSeconds}; }
     bool operator==(const Subclip &) const = default;
 };
 

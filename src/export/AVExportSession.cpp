@@ -130,11 +130,10 @@ std::shared_ptr<ExportSession> makeSession(const Transcode &transcode, const QSt
 }
 
 std::optional<ExportTimeRange> timeRange(const Transcode &transcode) {
-    if (!transcode.inSeconds || !transcode.outSeconds) {
+    if (!transcode.range) {
         return std::nullopt;
     }
-    const double in = *transcode.inSeconds;
-    const double out = *transcode.outSeconds;
+    const auto [in, out] = *transcode.range;
     if (!(in < out) || !std::isfinite(in) || !std::isfinite(out)) {
         throw SessionError::timeRangeInvalid(in, out);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/ClipRange.h"
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
 #include "trust/RootIdentity.h"
@@ -48,9 +49,7 @@ struct Transcode {
     QString source;
     QString destination;
     media::ExportPreset preset = media::ExportPreset::highestQuality;
-    /// Both or none; without them the whole asset is exported.
-    std::optional<double> inSeconds;
-    std::optional<double> outSeconds;
+    std::optional<ClipRange> range; ///< nullopt: the entire asset
     /// The grant of the source. With it, what is encoded is a private copy that was verified
     /// against it while it was made; the copy is gone when the task is done.
     std::optional<RootIdentity> expectedIdentity;

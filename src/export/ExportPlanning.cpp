@@ -26,12 +26,12 @@ struct PlannedItem {
 
 PlannedItem plannedSubclip(const VideoRecord &parent, const Subclip &subclip,
                            double handleSeconds) {
-    const SecondsRange range = widenedRange(subclip, handleSeconds, parent.durationSeconds);
+    const ClipRange range = widenedRange(subclip, handleSeconds, parent.durationSeconds);
     return {.kind = ExportRowKind::subclip,
             .parent = &parent,
             .subclip = &subclip,
-            .inSeconds = range.in,
-            .outSeconds = range.out,
+            .inSeconds = range.inSeconds,
+            .outSeconds = range.outSeconds,
             .alreadyExported = subclip.exportedAt.has_value()};
 }
 
@@ -195,7 +195,7 @@ int countSelects(const Project &project, const ExportChoices &choices) {
     return int(admittedItems(project, choices).size());
 }
 
-SecondsRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration) {
+ClipRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration) {
     const double out = subclip.outSeconds + handleSeconds;
     return {std::max(subclip.inSeconds - handleSeconds, 0.0),
             clipDuration > 0 ? std::min(out, clipDuration) : out};

@@ -35,12 +35,8 @@ QList<ExportRowJob> planRows(const Project &project, const ExportChoices &choice
 /// How many selected clips and subclips the include switches admit, exported before or not.
 int countSelects(const Project &project, const ExportChoices &choices);
 
-/// The range of a subclip widened by the handles: not below 0, and not beyond the clip's end where
-/// its duration is known.
-struct SecondsRange {
-    double in = 0;
-    double out = 0;
-};
-SecondsRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration);
+/// The range of a subclip widened by the handles: not below 0, and not beyond the clip's end if
+/// its duration is known (`clipDuration` is above 0).
+ClipRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration);
 
 } // namespace corvane

@@ -35,6 +35,11 @@ struct ExportRowJob {
     QString originalFilename;
     QString proposedName;
 
+    /// nullopt unless both points are set.
+    std::optional<ClipRange> range() const {
+        return inSeconds && outSeconds ? std::optional(ClipRange{*inSeconds, *outSeconds})
+                                       : std::nullopt;
+    }
     bool operator==(const ExportRowJob &) const = default;
 };
 

@@ -138,7 +138,7 @@ QCoro::Task<> ExportRowRunner::makePrimary() {
         co_return;
     }
     const bool isSubclip = m_row.kind == ExportRowKind::subclip;
-    if (isSubclip && (!m_row.inSeconds || !m_row.outSeconds)) {
+    if (isSubclip && !m_row.range()) {
         throw RowError(QStringLiteral("subclip job missing range"));
     }
     if (isHDOnly()) {
@@ -182,8 +182,7 @@ QCoro::Task<> ExportRowRunner::transcode(QString destination, ExportPreset prese
         .source = m_row.sourcePath,
         .destination = std::move(destination),
         .preset = preset,
-        .inSeconds = isSubclip ? m_row.inSeconds : std::nullopt,
-        .outSeconds = isSubclip ? m_row.outSeconds : std::nullopt,
+        .range = isSubclip ? m_row.range() : std::nullopt,
         .expectedIdentity =
             m_context->grants.authorizedSourcePaths.value(paths::standardized(m_row.sourcePath)),
     };

@@ -24,7 +24,7 @@ HandoffClip plannedClip(const VideoItem &video, const QString &projectFile) {
 
 /// By the clip's bit rate, else by its share of the clip's size; 0 where neither is known.
 double estimatedBytes(const VideoRecord &video, const Subclip &subclip) {
-    const double length = std::max(subclip.outSeconds - subclip.inSeconds, 0.0);
+    const double length = subclip.range().durationSeconds();
     if (video.bitRateBps && *video.bitRateBps > 0) {
         return double(*video.bitRateBps) * 0.125 * length;
     }

@@ -143,20 +143,19 @@ QCoro::Task<> HandoffStep::copyBytes(Share share) {
     m_progress.bytesTotal = 0;
 }
 
-QCoro::Task<> HandoffStep::transcode(ExportPreset preset, std::optional<SecondsRange> range,
+QCoro::Task<> HandoffStep::transcode(ExportPreset preset, std::optional<ClipRange> range,
                                      Share share) {
     co_await transcodeTo(mediaPath(), preset, range, share);
 }
 
 QCoro::Task<> HandoffStep::transcodeTo(QString destination, ExportPreset preset,
-                                       std::optional<SecondsRange> range, Share share) {
+                                       std::optional<ClipRange> range, Share share) {
     const QString source = paths::standardized(m_clip.video->sourcePath);
     const AVExportSession::Transcode transcode{
         .source = source,
         .destination = std::move(destination),
         .preset = preset,
-        .inSeconds = range ? std::optional(range->in) : std::nullopt,
-        .outSeconds = range ? std::optional(range->out) : std::nullopt,
+        .range = range,
         .expectedIdentity = sourceIdentity(),
     };
     const auto report = [this, share](double progress) {
@@ -173,7 +172,7 @@ QCoro::Task<> HandoffStep::transcodeTo(QString destination, ExportPreset preset,
     }
 }
 
-QCoro::Task<std::optional<QString>> HandoffStep::makeHDCopy(std::optional<SecondsRange> range,
+QCoro::Task<std::optional<QString>> HandoffStep::makeHDCopy(std::optional<ClipRange> range,
                                                             Share share) {
     if (!wantsHDCopy() || isCancelled()) {
         co_return std::nullopt;

@@ -38,11 +38,11 @@ class HandoffStep {
         double to = 1;
     };
     QCoro::Task<> copyBytes(Share share);
-    QCoro::Task<> transcode(media::ExportPreset preset, std::optional<SecondsRange> range,
+    QCoro::Task<> transcode(media::ExportPreset preset, std::optional<ClipRange> range,
                             Share share);
     /// Gives the HD file's name; nothing where none was wanted, the run is cancelled, or it failed:
     /// the output stands without it.
-    QCoro::Task<std::optional<QString>> makeHDCopy(std::optional<SecondsRange> range, Share share);
+    QCoro::Task<std::optional<QString>> makeHDCopy(std::optional<ClipRange> range, Share share);
 
     /// Of the output; one that can't be made is missed by nobody.
     QCoro::Task<> makeFilmstrip(QString videoId);
@@ -61,7 +61,7 @@ class HandoffStep {
 
   private:
     QCoro::Task<> transcodeTo(QString destination, media::ExportPreset preset,
-                              std::optional<SecondsRange> range, Share share);
+                              std::optional<ClipRange> range, Share share);
     void vetNow() const;
     void vetOutput(const QString &path) const;
 };

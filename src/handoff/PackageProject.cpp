@@ -106,7 +106,7 @@ VideoItem clipOf(const ExtractedSubclip &extracted, const QDateTime &now) {
     const VideoRecord &parent = extracted.parent;
     const Subclip &subclip = extracted.subclip;
     const MetadataProcessor::Outcome &facts = extracted.facts;
-    const double cutSeconds = std::max(extracted.range.out - extracted.range.in, 0.0);
+    const double cutSeconds = extracted.range.durationSeconds();
     return VideoRecord{
         .id = facts.videoId,
         .sourcePath = inMedia(extracted.output.media),

@@ -43,7 +43,7 @@ VideoItem rewrittenClip(const VideoItem &source, const OutputNames &output);
 struct ExtractedSubclip {
     const VideoRecord &parent;
     const Subclip &subclip;
-    SecondsRange range; ///< as it was cut, handles included
+    ClipRange range; ///< as it was cut, handles included
     OutputNames output;
     MetadataProcessor::Outcome facts; ///< of the output; its `videoId` becomes the clip's id
     std::optional<qint64> fileSizeBytes;

@@ -20,7 +20,7 @@ QString SubclipStep::failureText(const QString &error) const {
 QCoro::Task<> SubclipStep::make() {
     const QString label =
         m_subclip.label.value_or(QStringLiteral("Subclip %1").arg(m_subclip.creationIndex));
-    const SecondsRange range =
+    const ClipRange range =
         widenedRange(m_subclip, m_run->plan.subclipHandleSeconds, m_clip.video->durationSeconds);
     const bool passesThrough = m_run->plan.mode == ExportBatch::Mode::fastCopy;
     takeName({.kind = ExportRowKind::subclip,

@@ -19,16 +19,15 @@ constexpr double kUnknownFrame = 1.0 / 30;
 
 /// The range that the marks mean, whichever came first; nothing without a mark, or where the range
 /// is too short to be meant.
-std::optional<ScrubberGeometry::Range> rangeOfDrafts(const std::optional<double> &in,
-                                                     const std::optional<double> &out, double end) {
+std::optional<ClipRange> rangeOfDrafts(const std::optional<double> &in,
+                                       const std::optional<double> &out, double end) {
     if (!in && !out) {
         return std::nullopt;
     }
-    const ScrubberGeometry::Range range =
-        in && out ? ScrubberGeometry::Range{std::min(*in, *out), std::max(*in, *out)}
-        : in      ? ScrubberGeometry::Range{*in, end}
-                  : ScrubberGeometry::Range{0, *out};
-    if (!(range.outSeconds - range.inSeconds >= kShortestSubclip)) {
+    const ClipRange range = in && out ? ClipRange{std::min(*in, *out), std::max(*in, *out)}
+                            : in      ? ClipRange{*in, end}
+                                      : ClipRange{0, *out};
+    if (!(range.durationSeconds() >= kShortestSubclip)) {
         return std::nullopt;
     }
     return range;

@@ -17,15 +17,14 @@ QVariant valueOrNull(const std::optional<double> &value) {
 
 } // namespace
 
-std::optional<ScrubberGeometry::Range> ReviewScreenState::activeRange() const {
+std::optional<ClipRange> ReviewScreenState::activeRange() const {
     const Subclip *active = activeSubclip();
-    return active ? std::optional(ScrubberGeometry::Range{active->inSeconds, active->outSeconds})
-                  : std::nullopt;
+    return active ? std::optional(active->range()) : std::nullopt;
 }
 
 double ReviewScreenState::transportDuration() const {
     const auto range = activeRange();
-    return range ? std::max(range->outSeconds - range->inSeconds, 0.0) : m_player.durationSeconds();
+    return range ? range->durationSeconds() : m_player.durationSeconds();
 }
 
 double ReviewScreenState::transportTime() const {

@@ -275,7 +275,7 @@ class ReviewScreenState : public QObject {
     void makeThumbnail(const SubclipKey &key, const Subclip &subclip, const QString &media);
     void setThumbnailPending(const SubclipKey &key, bool isPending);
     void leaveSubclip();
-    std::optional<ScrubberGeometry::Range> activeRange() const;
+    std::optional<ClipRange> activeRange() const;
 
     ProjectStore &m_store;
     ReviewPlayer &m_player;

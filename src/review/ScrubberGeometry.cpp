@@ -23,7 +23,8 @@ std::optional<QRectF> bar(double inSeconds, double outSeconds, double duration, 
                   std::max((outSeconds - inSeconds) / duration * width, kLeastWidth), kBarHeight);
 }
 
-std::optional<double> shownDraft(std::optional<double> draft, const std::optional<Range> &range) {
+std::optional<double> shownDraft(std::optional<double> draft,
+                                 const std::optional<ClipRange> &range) {
     if (!draft || !range) {
         return draft;
     }

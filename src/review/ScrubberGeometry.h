@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/ClipRange.h"
+
 #include <QRectF>
 
 #include <optional>
@@ -18,12 +20,10 @@ double position(double seconds, double duration);
 /// The bar of a range in its row, at least 2 points wide; nothing where the duration isn't above 0.
 std::optional<QRectF> bar(double inSeconds, double outSeconds, double duration, double width);
 
-/// A draft mark as the scrubber is given it: as it is in clip mode, relative to the start of the
-/// range in subclip mode, and then nothing for one outside the range.
-struct Range {
-    double inSeconds = 0;
-    double outSeconds = 0;
-};
-std::optional<double> shownDraft(std::optional<double> draft, const std::optional<Range> &range);
+/// The draft mark that the scrubber shows, in seconds on its track. Returns `draft` if no subclip
+/// is open (`range` is nullopt); otherwise the time relative to the range's in point, or nullopt
+/// for a mark outside the range.
+std::optional<double> shownDraft(std::optional<double> draft,
+                                 const std::optional<ClipRange> &range);
 
 } // namespace corvane::ScrubberGeometry

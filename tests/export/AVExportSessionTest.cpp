@@ -40,8 +40,7 @@ class AVExportSessionTest : public ExportTest {
     AVExportSession::Transcode job{.source = source,
                                    .destination = destination,
                                    .preset = ExportPreset::passthrough,
-                                   .inSeconds = 1.5,
-                                   .outSeconds = 2.0,
+                                   .range = ClipRange{1.5, 2.0},
                                    .expectedIdentity = grant(source)};
     std::stop_source stop;
     QList<double> told;
@@ -66,7 +65,7 @@ TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationWhenCom
 
 TEST_F(AVExportSessionTest, ReadsTheSourceItselfWithoutAGrantAndMakesTheFolder) {
     job.expectedIdentity.reset();
-    job.inSeconds.reset();
+    job.range.reset();
     job.destination = at("out/HD/new.mp4");
     EXPECT_EQ(transcode(sessions), QString());
     EXPECT_EQ(delivered("HD/new.mp4"), FakeSessions::output(ExportPreset::passthrough, bytes));
@@ -88,9 +87,9 @@ TEST_F(AVExportSessionTest, TellsTheProgressAtEachIntervalOnTheMainThread) {
 }
 
 TEST_F(AVExportSessionTest, LeavesTheDestinationAndNothingElseWhereItFails) {
-    job.inSeconds = job.outSeconds = 12.5;
+    job.range = {12.5, 12.5};
     EXPECT_EQ(transcode(sessions), text("Time range invalid: in=12.5, out=12.5"));
-    job.outSeconds = 13;
+    job.range->outSeconds = 13;
     sessions.makesNone = true;
     EXPECT_EQ(transcode(sessions), text("AVAssetExportSession could not be created for clip"));
     sessions.makesNone = false;

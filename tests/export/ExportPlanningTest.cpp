@@ -65,11 +65,11 @@ TEST_F(ExportPlanningTest, LeavesOutWhatWasExportedBefore) {
 
 TEST_F(ExportPlanningTest, WidensSubclipsWithinTheClip) {
     Subclip subclip{.inSeconds = 0.3, .outSeconds = 11.9};
-    EXPECT_EQ(widenedRange(subclip, 1, 12.5).in, 0);
-    EXPECT_EQ(widenedRange(subclip, 1, 12.5).out, 12.5);
-    EXPECT_EQ(widenedRange(subclip, 1, 0).out, 12.9);
+    EXPECT_EQ(widenedRange(subclip, 1, 12.5).inSeconds, 0);
+    EXPECT_EQ(widenedRange(subclip, 1, 12.5).outSeconds, 12.5);
+    EXPECT_EQ(widenedRange(subclip, 1, 0).outSeconds, 12.9);
     subclip.outSeconds = 12.5;
-    EXPECT_EQ(widenedRange(subclip, 0, 12.5).out, 12.5);
+    EXPECT_EQ(widenedRange(subclip, 0, 12.5).outSeconds, 12.5);
     addSubclip(addClip("A", "a.mov", ""), 1, 3, 4);
     choices.subclipHandleSeconds = 0.5;
     EXPECT_EQ(plan().at(1).inSeconds, 2.5);

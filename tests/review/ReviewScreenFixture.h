@@ -42,7 +42,7 @@ class FakePlayer : public ReviewPlayer {
     }
     void pause() override { setRate(0); }
     void playConstrained(double inSeconds, double outSeconds) override {
-        range = ScrubberGeometry::Range{inSeconds, outSeconds};
+        range = ClipRange{inSeconds, outSeconds};
     }
     void clearPlaybackConstraint() override { range.reset(); }
 
@@ -57,7 +57,7 @@ class FakePlayer : public ReviewPlayer {
     double shownRate = 0;
     double fps = 25;
     bool ready = false;
-    std::optional<ScrubberGeometry::Range> range;
+    std::optional<ClipRange> range;
 };
 
 class ReviewScreenTest : public testing::Test {
