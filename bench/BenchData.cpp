@@ -110,7 +110,7 @@ QString largeFile(const QString &name, qint64 bytes) {
         file.write(block.constData(), std::min<qint64>(block.size(), bytes - written));
     }
     file.finish();
-    file.place(path);
+    file.commit(path);
     return path;
 }
 

@@ -64,14 +64,14 @@ class Footage {
                                             .selectedForExport = true});
         const QString cache = cacheRoot(m_project.filePath);
         const QByteArray picture(12'000, 'x');
-        QStringList pictures = FilmstripService::frameURLs(id, cache);
+        QStringList pictures = FilmstripService::framePaths(id, cache);
         pictures.append(cache + QStringLiteral("/thumbnails/%1.jpg").arg(id));
         for (const QString &file : std::as_const(pictures)) {
             fileSystem().createFolders(file.left(file.lastIndexOf(QLatin1Char('/'))));
             TemporaryFile written(file + QStringLiteral(".tmp"), 0666, Durability::Later);
             written.write(picture.constData(), picture.size());
             written.finish();
-            written.place(file);
+            written.commit(file);
         }
     }
 

@@ -121,7 +121,7 @@ void migrate(Object &object) {
     object.insert(QStringLiteral("schemaVersion"), kCurrentSchemaVersion);
 }
 
-bool showsReview(const VideoRecord &video) {
+bool hasReviewMarks(const VideoRecord &video) {
     return video.rating > 0 || video.favorite || video.selectedForExport || video.rejected ||
            !video.subclips.isEmpty();
 }
@@ -130,7 +130,7 @@ bool migrateReviewedFlags(Project &project, const QDateTime &now) {
     bool anyChanged = false;
     for (qsizetype index = 0; index < project.videos.size(); ++index) {
         const VideoRecord &video = *project.videos.at(index);
-        if (!video.reviewed && showsReview(video)) {
+        if (!video.reviewed && hasReviewMarks(video)) {
             VideoRecord &changed = project.videos[index].edit();
             changed.reviewed = true;
             changed.reviewedAt = now;

@@ -29,7 +29,7 @@ qint64 schemaVersion(JSONView document);
 void migrate(JSONValue::Object &object);
 
 /// True if the clip shows that somebody has looked at it: a rating, a flag or a subclip.
-bool showsReview(const VideoRecord &video);
+bool hasReviewMarks(const VideoRecord &video);
 
 /// Marks clips as reviewed that show it and aren't marked, as of `now`. Tells whether any changed.
 /// The project's `updatedAt` stays.

@@ -15,7 +15,7 @@ constexpr qint64 kFileLimit = qint64(32) << 20;
 } // namespace
 
 ProjectRegistry::ProjectRegistry(const QString &dataFolder, Clock &clock)
-    : m_fileURL(paths::joined(dataFolder, QStringLiteral("registry.json"))),
+    : m_filePath(paths::joined(dataFolder, QStringLiteral("registry.json"))),
       m_clock(clock),
       m_executor(QStringLiteral("ProjectRegistry")) {
     try {
@@ -54,7 +54,7 @@ QCoro::Task<QList<ProjectSummary>> ProjectRegistry::summaries() {
 
 void ProjectRegistry::load() {
     try {
-        const QByteArray bytes = readAll(m_fileURL, kFileLimit);
+        const QByteArray bytes = readAll(m_filePath, kFileLimit);
         m_summaries = decodeJSON<QList<ProjectSummary>>(JSONDocument::parse(bytes).root());
     } catch (const Failure &) {
         m_summaries.clear();
@@ -63,7 +63,7 @@ void ProjectRegistry::load() {
 
 void ProjectRegistry::persist() const {
     try {
-        writeAtomically(m_fileURL, encodeJSON(m_summaries));
+        writeAtomically(m_filePath, encodeJSON(m_summaries));
     } catch (const Failure &) {
         // The list in memory stands; the next change tries again.
     }

@@ -44,7 +44,7 @@ class ProjectRegistry {
     void load();
     void persist() const;
 
-    QString m_fileURL;
+    QString m_filePath;
     Clock &m_clock;
     QList<ProjectSummary> m_summaries; ///< the executor's once constructed
     SerialExecutor m_executor;

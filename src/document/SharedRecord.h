@@ -18,12 +18,12 @@ template <typename Record> class SharedRecord {
     const Record &operator*() const { return m_data->record; }
     Record &edit() { return m_data->record; }
     /// True if both are one storage: equal, without looking at a field.
-    bool sharesWith(const SharedRecord &other) const {
+    bool isSharedWith(const SharedRecord &other) const {
         return m_data.constData() == other.m_data.constData();
     }
 
     bool operator==(const SharedRecord &other) const {
-        return sharesWith(other) || **this == *other;
+        return isSharedWith(other) || **this == *other;
     }
 
   private:

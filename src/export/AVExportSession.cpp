@@ -172,7 +172,7 @@ void place(TemporaryFile &output, const QString &destination) {
         throw SessionError::destinationIsNotAFile(destination);
     }
     try {
-        output.place(destination);
+        output.commit(destination);
     } catch (const FileError &error) {
         throw SessionError::exportFailed(QStringLiteral("rename: ") + error.description());
     }

@@ -63,7 +63,7 @@ void reserveFolders(ExportNameReserver &names, const QString &outputFolder) {
     }
     for (const DirectoryEntry &entry : entries) {
         const auto type = [&]() -> std::optional<FileType> {
-            if (entry.typeIsKnown) {
+            if (entry.isTypeKnown) {
                 return entry.type;
             }
             const auto status = fileSystem().linkStatus(paths::joined(outputFolder, entry.name));

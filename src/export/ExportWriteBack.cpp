@@ -50,7 +50,7 @@ ExportOrigin ExportOrigin::of(const Project &project, const ProjectStore &store)
 }
 
 bool ExportOrigin::isOpenIn(const ProjectStore &store) const {
-    return store.project() && store.project()->id == projectId && store.fileURL() == fileURL;
+    return store.project() && store.project()->id == projectId && store.fileURL() == filePath;
 }
 
 void writeBack(ProjectStore &store, const ExportOrigin &origin, const ExportBatchInput &input,

@@ -9,7 +9,7 @@ namespace corvane {
 /// The project that a run was started from.
 struct ExportOrigin {
     QString projectId;
-    std::optional<QString> fileURL;
+    std::optional<QString> filePath;
 
     static ExportOrigin of(const Project &project, const ProjectStore &store);
     /// True while that project is the open one.

@@ -46,8 +46,8 @@ QStringList existing(QStringList files) {
     return files;
 }
 
-double durationOf(const QString &url, const std::stop_token &stop) {
-    const media::MediaAsset asset = media::MediaAsset::read(url, stop);
+double durationOf(const QString &path, const std::stop_token &stop) {
+    const media::MediaAsset asset = media::MediaAsset::read(path, stop);
     if (!asset.duration || asset.duration->value <= 0) {
         throw Error(Error::Case::assetHasNoDuration);
     }
@@ -57,12 +57,12 @@ double durationOf(const QString &url, const std::stop_token &stop) {
     return asset.duration->seconds();
 }
 
-void makeFrames(const QString &url, const QStringList &files, const std::stop_token &stop) {
+void makeFrames(const QString &path, const QStringList &files, const std::stop_token &stop) {
     QList<media::MediaTime> times;
-    for (const double seconds : frameSeconds(durationOf(url, stop))) {
+    for (const double seconds : frameSeconds(durationOf(path, stop))) {
         times.append(media::MediaTime::fromSeconds(seconds));
     }
-    media::FrameGenerator generator(url,
+    media::FrameGenerator generator(path,
                                     {.maximumSize = kFrameSize,
                                      .toleranceBefore = kFrameTolerance,
                                      .toleranceAfter = kFrameTolerance},
@@ -82,12 +82,12 @@ void makeFrames(const QString &url, const QStringList &files, const std::stop_to
     });
 }
 
-QStringList generateNow(const QString &videoId, const QString &url, const QString &cacheRoot,
+QStringList generateNow(const QString &videoId, const QString &path, const QString &cacheRoot,
                         const std::stop_token &stop) {
     (void)cacheFolder::ensure(cacheRoot, folderNames(videoId));
-    const QStringList files = frameURLs(videoId, cacheRoot);
+    const QStringList files = framePaths(videoId, cacheRoot);
     if (existing(files).size() < files.size()) {
-        makeFrames(url, files, stop);
+        makeFrames(path, files, stop);
     }
     return existing(files);
 }
@@ -96,7 +96,7 @@ QStringList generateNow(const QString &videoId, const QString &url, const QStrin
 
 Error::Error(Case reason) : Failure(errorText(reason)), m_reason(reason) {}
 
-QStringList frameURLs(const QString &videoId, const QString &cacheRoot) {
+QStringList framePaths(const QString &videoId, const QString &cacheRoot) {
     const QString folder = paths::joined(cacheRoot, folderNames(videoId).join(QLatin1Char('/')));
     QStringList files;
     for (int index = 0; index < kFrameCount; ++index) {
@@ -114,10 +114,10 @@ QList<double> frameSeconds(double durationSeconds) {
     return times;
 }
 
-QCoro::Task<QStringList> generate(QString videoId, QString url, QString cacheRoot,
+QCoro::Task<QStringList> generate(QString videoId, QString path, QString cacheRoot,
                                   std::stop_token stop) {
     co_return co_await filmstripExecutor().run(
-        [=] { return generateNow(videoId, url, cacheRoot, stop); });
+        [=] { return generateNow(videoId, path, cacheRoot, stop); });
 }
 
 } // namespace corvane::FilmstripService

@@ -26,7 +26,7 @@ class Error : public Failure {
 constexpr int kFrameCount = 15;
 
 /// "<cache root>/<video id>/filmstrip/frame-00.jpg" and the following, in order.
-QStringList frameURLs(const QString &videoId, const QString &cacheRoot);
+QStringList framePaths(const QString &videoId, const QString &cacheRoot);
 
 /// When each frame of a clip of so many seconds is taken: in the middles of equal parts of it, its
 /// first and last hundredth left out.
@@ -39,7 +39,7 @@ QList<double> frameSeconds(double durationSeconds);
 /// Throws `Error`, `media::MediaError` where the clip can't be opened, `FileError` where the folder
 /// can't be had, and `Cancelled` before the next frame once `stop` asks for it; frames made so far
 /// stay. Main thread.
-QCoro::Task<QStringList> generate(QString videoId, QString url, QString cacheRoot,
+QCoro::Task<QStringList> generate(QString videoId, QString path, QString cacheRoot,
                                   std::stop_token stop = {});
 
 } // namespace corvane::FilmstripService

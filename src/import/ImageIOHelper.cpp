@@ -12,47 +12,47 @@ namespace corvane::ImageIOHelper {
 
 namespace {
 
-QString writeErrorText(WriteError::Case reason, const QString &url) {
+QString writeErrorText(WriteError::Case reason, const QString &path) {
     switch (reason) {
     case WriteError::Case::destinationCreateFailed:
-        return QStringLiteral("Could not open image destination at %1.").arg(url);
+        return QStringLiteral("Could not open image destination at %1.").arg(path);
     case WriteError::Case::finalizeFailed:
-        return QStringLiteral("Image encoder failed to finalize %1.").arg(url);
+        return QStringLiteral("Image encoder failed to finalize %1.").arg(path);
     }
     Q_UNREACHABLE();
 }
 
-std::unique_ptr<TemporaryFile> createDestination(const QString &url) {
+std::unique_ptr<TemporaryFile> createDestination(const QString &path) {
     const QString name = QStringLiteral(".tmp-%1.jpg")
                              .arg(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
     try {
-        return std::make_unique<TemporaryFile>(paths::joined(paths::parentFolder(url), name));
+        return std::make_unique<TemporaryFile>(paths::joined(paths::parentFolder(path), name));
     } catch (const FileError &) {
-        throw WriteError(WriteError::Case::destinationCreateFailed, url);
+        throw WriteError(WriteError::Case::destinationCreateFailed, path);
     }
 }
 
 void finalize(TemporaryFile &file, const media::StillImage &image, double quality,
-              const QString &url) {
+              const QString &path) {
     try {
         const QByteArray bytes = image.encodedJPEG(quality);
         file.write(bytes.constData(), bytes.size());
         file.finish();
     } catch (const Failure &) {
-        throw WriteError(WriteError::Case::finalizeFailed, url);
+        throw WriteError(WriteError::Case::finalizeFailed, path);
     }
 }
 
 } // namespace
 
-WriteError::WriteError(Case reason, const QString &url)
-    : Failure(writeErrorText(reason, url)), m_reason(reason), m_url(url) {}
+WriteError::WriteError(Case reason, const QString &path)
+    : Failure(writeErrorText(reason, path)), m_reason(reason), m_path(path) {}
 
-void writeJPEG(const media::StillImage &image, const QString &url, double quality) {
-    fileSystem().createFolders(paths::parentFolder(url));
-    const std::unique_ptr<TemporaryFile> file = createDestination(url);
-    finalize(*file, image, quality, url);
-    file->place(url);
+void writeJPEG(const media::StillImage &image, const QString &path, double quality) {
+    fileSystem().createFolders(paths::parentFolder(path));
+    const std::unique_ptr<TemporaryFile> file = createDestination(path);
+    finalize(*file, image, quality, path);
+    file->commit(path);
 }
 
 } // namespace corvane::ImageIOHelper

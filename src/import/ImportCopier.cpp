@@ -62,7 +62,7 @@ Descriptor openRoot(const QString &root, const std::optional<RootIdentity> &expe
 /// Walks down from the root on descriptors; no link is followed on the way.
 Descriptor openThroughRoot(const QString &givenSource, const SourceRoot &root) {
     const QString source = paths::standardized(givenSource);
-    const QString rootPath = paths::standardized(root.url);
+    const QString rootPath = paths::standardized(root.path);
     if (!paths::isBelow(source, rootPath)) {
         throw CopyError::sourceOutsideScanRoot(source, rootPath);
     }
@@ -78,7 +78,7 @@ Descriptor openThroughRoot(const QString &givenSource, const SourceRoot &root) {
 Descriptor openSource(const QString &source, const std::optional<SourceRoot> &root) {
     return reading(source, [&] {
         Descriptor file = root ? openThroughRoot(source, *root)
-                               : fileSystem().openForReading(source, FileSystem::Follow::Nothing);
+                               : fileSystem().openForReading(source, FileSystem::Links::Refuse);
         if (fileSystem().status(file).type != FileType::Regular) {
             throw CopyError::sourceNotARegularFile(source);
         }
@@ -156,7 +156,7 @@ void place(TemporaryFile &temporary, const QString &destination) {
     if (existing && *existing != FileType::Regular) {
         throw CopyError::destinationIsNotAFile(destination);
     }
-    worded([&] { temporary.place(destination); },
+    worded([&] { temporary.commit(destination); },
            [&](const QString &error) { return CopyError::renameFailed(destination, error); });
 }
 

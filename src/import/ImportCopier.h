@@ -48,7 +48,7 @@ class CopyError : public Failure {
 /// identity that is a full anchor must be reproduced by the bytes that are read. Without an
 /// identity the folder is only walked from.
 struct SourceRoot {
-    QString url;
+    QString path;
     std::optional<RootIdentity> identity;
 };
 

@@ -122,9 +122,9 @@ QString uniqueName(const QString &name, const QSet<QString> &taken) {
     }
 }
 
-QString sidecarName(const QString &sidecarURL, const QString &videoStem,
+QString sidecarName(const QString &sidecarPath, const QString &videoStem,
                     const QString &newVideoStem) {
-    const auto [stem, extension] = paths::split(paths::lastComponent(sidecarURL));
+    const auto [stem, extension] = paths::split(paths::lastComponent(sidecarPath));
     const bool follows = stem.startsWith(videoStem);
     return newVideoStem + (follows ? stem.mid(videoStem.size()) : QString()) + extension;
 }

@@ -35,7 +35,7 @@ QString uniqueName(const QString &name, const QSet<QString> &taken);
 
 /// The name of a sidecar whose video is renamed: what follows the old stem is kept, so that
 /// "C0001M01.XML" beside "C0001 (2).MP4" is "C0001 (2)M01.XML".
-QString sidecarName(const QString &sidecarURL, const QString &videoStem,
+QString sidecarName(const QString &sidecarPath, const QString &videoStem,
                     const QString &newVideoStem);
 
 } // namespace corvane

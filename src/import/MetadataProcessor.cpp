@@ -58,27 +58,27 @@ void readFacts(const media::MediaAsset &asset, Outcome &outcome) {
     }
 }
 
-QString writeThumbnail(const QString &videoId, const QString &url, const QString &cacheRoot,
+QString writeThumbnail(const QString &videoId, const QString &path, const QString &cacheRoot,
                        double duration) {
     const QString folder = QStringLiteral("thumbnails");
     const QString name = videoId + QStringLiteral(".jpg");
     const QString target = paths::joined(cacheFolder::ensure(cacheRoot, {folder}), name);
-    media::FrameGenerator generator(url, {.maximumSize = kThumbnailSize,
-                                          .toleranceBefore = kThumbnailTolerance,
-                                          .toleranceAfter = kThumbnailTolerance});
+    media::FrameGenerator generator(path, {.maximumSize = kThumbnailSize,
+                                           .toleranceBefore = kThumbnailTolerance,
+                                           .toleranceAfter = kThumbnailTolerance});
     const auto time = media::MediaTime::fromSeconds(thumbnailSeconds(duration));
     ImageIOHelper::writeJPEG(generator.imageAt(time), target, kThumbnailQuality);
     return paths::joined(folder, name);
 }
 
-Outcome processNow(const QString &videoId, const QString &url, const QString &cacheRoot) {
+Outcome processNow(const QString &videoId, const QString &path, const QString &cacheRoot) {
     Outcome outcome{.videoId = videoId};
     try {
-        const media::MediaAsset asset = media::MediaAsset::read(url);
+        const media::MediaAsset asset = media::MediaAsset::read(path);
         readFacts(asset, outcome);
         if (!asset.videoTracks.isEmpty()) {
             outcome.thumbnailRelativePath =
-                writeThumbnail(videoId, url, cacheRoot, outcome.durationSeconds);
+                writeThumbnail(videoId, path, cacheRoot, outcome.durationSeconds);
         }
     } catch (const std::exception &) {
         // A clip is imported whether or not anything is known of it.
@@ -98,8 +98,8 @@ QString codecText(quint32 code) {
     return isASCII ? QString::fromLatin1(bytes, sizeof bytes) : QStringLiteral("????");
 }
 
-QCoro::Task<Outcome> process(QString videoId, QString url, QString cacheRoot) {
-    co_return co_await metadataExecutor().run([=] { return processNow(videoId, url, cacheRoot); });
+QCoro::Task<Outcome> process(QString videoId, QString path, QString cacheRoot) {
+    co_return co_await metadataExecutor().run([=] { return processNow(videoId, path, cacheRoot); });
 }
 
 } // namespace corvane::MetadataProcessor

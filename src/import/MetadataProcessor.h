@@ -24,7 +24,7 @@ struct Outcome {
 
 /// Reads a media file, on an executor of its own, and writes "thumbnails/<id>.jpg" below the cache
 /// root. It never fails: what can't be read or made stays empty. Main thread.
-QCoro::Task<Outcome> process(QString videoId, QString url, QString cacheRoot);
+QCoro::Task<Outcome> process(QString videoId, QString path, QString cacheRoot);
 
 /// Where in a clip of so many seconds its thumbnail is taken, in seconds.
 double thumbnailSeconds(double durationSeconds);

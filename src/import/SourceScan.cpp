@@ -105,9 +105,9 @@ std::optional<FolderListing> SourceScanner::listed(const QString &folder) {
         [](const DirectoryEntry &entry) { return entry.name.startsWith(QLatin1Char('.')); });
     std::ranges::sort(listing.entries, {}, &DirectoryEntry::name);
     for (DirectoryEntry &entry : listing.entries) {
-        if (!entry.typeIsKnown && entry.hasValidName) {
+        if (!entry.isTypeKnown && entry.hasValidName) {
             const auto status = fileSystem().linkStatus(paths::joined(folder, entry.name));
-            entry.typeIsKnown = status.has_value();
+            entry.isTypeKnown = status.has_value();
             entry.type = status ? status->type : FileType::Other;
         }
         if (entry.hasValidName && entry.type == FileType::Regular) {
@@ -134,7 +134,7 @@ void SourceScanner::walk(const QString &folder) {
 
 void SourceScanner::visit(const QString &folder, const DirectoryEntry &entry,
                           const SidecarIndex &sidecars) {
-    const bool isFolder = entry.typeIsKnown && entry.type == FileType::Directory;
+    const bool isFolder = entry.isTypeKnown && entry.type == FileType::Directory;
     if (isFolder && (!m_recursive || isSkippedFolder(entry.name))) {
         return;
     }
@@ -142,7 +142,7 @@ void SourceScanner::visit(const QString &folder, const DirectoryEntry &entry,
         ++m_result.leftOut.invalidNames;
     } else if (isFolder) {
         walk(paths::joined(folder, entry.name));
-    } else if (!entry.typeIsKnown) {
+    } else if (!entry.isTypeKnown) {
         ++m_result.leftOut.unreadable;
     } else if (entry.type == FileType::SymbolicLink) {
         ++m_result.leftOut.symbolicLinks;

@@ -21,7 +21,7 @@ constexpr qint64 kLargestClaim = qint64(2) << 30;
 class Window {
   public:
     explicit Window(const QString &path)
-        : m_file(fileSystem().openForReading(path, FileSystem::Follow::Links)) {}
+        : m_file(fileSystem().openForReading(path, FileSystem::Links::Follow)) {}
 
     qint64 size() const { return fileSystem().status(m_file).size; }
 

@@ -35,7 +35,7 @@ TemporaryFile::TemporaryFile(QString path, quint32 permissions, Durability durab
       m_file(fileSystem().createForWriting(m_path, permissions)) {}
 
 TemporaryFile::~TemporaryFile() {
-    if (m_placed) {
+    if (m_isCommitted) {
         return;
     }
     m_file = Descriptor();
@@ -64,7 +64,7 @@ FileStatus TemporaryFile::finish() {
     return status;
 }
 
-void TemporaryFile::place(const QString &target) {
+void TemporaryFile::commit(const QString &target) {
     const auto existing = fileSystem().linkStatus(target);
     if (existing && existing->type != FileType::Regular) {
         throw FileError(target, EEXIST);
@@ -74,7 +74,7 @@ void TemporaryFile::place(const QString &target) {
     } else {
         fileSystem().renameToFreeName(m_path, target);
     }
-    m_placed = true;
+    m_isCommitted = true;
     if (m_durability == Durability::Synced) {
         fileSystem().syncFolder(paths::parentFolder(target));
     }
@@ -93,7 +93,7 @@ FileStatus writeAtomically(const QString &path, const QByteArray &bytes) {
     }
     file.write(bytes.constData(), bytes.size());
     const FileStatus written = file.finish();
-    file.place(target);
+    file.commit(target);
     return written;
 }
 

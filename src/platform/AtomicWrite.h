@@ -6,13 +6,13 @@ namespace corvane {
 
 /// When a written file reaches the disk.
 enum class Durability {
-    Synced, ///< before it gets its name, and the name before `place` returns
+    Synced, ///< before it gets its name, and the name before `commit` returns
     Later,  ///< whenever the caller syncs the volume; for many small files that stand or fall
             ///< together
 };
 
 /// A file in the making under a hidden name beside its target. It is removed on every way out but
-/// `place`. Used by one thread.
+/// `commit`. Used by one thread.
 ///
 /// Each step throws `FileError`, so that a caller can word each one's failure differently.
 class TemporaryFile {
@@ -33,7 +33,7 @@ class TemporaryFile {
     /// Moves the finished file to the target's name. Nothing there: the name must still be free
     /// when the move happens. A regular file there: it is replaced in one step; anything else
     /// fails with `EEXIST`. The folder is synced.
-    void place(const QString &target);
+    void commit(const QString &target);
 
   private:
     QString m_path;
@@ -41,7 +41,7 @@ class TemporaryFile {
     Descriptor m_file;
     qint64 m_written = 0;
     qint64 m_handedToDisk = 0;
-    bool m_placed = false;
+    bool m_isCommitted = false;
 };
 
 /// Replaces the file at `path` by `bytes` in one step, or leaves it as it was and throws

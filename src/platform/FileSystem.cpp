@@ -83,7 +83,7 @@ QByteArray readAll(const Descriptor &file, qint64 most) {
 }
 
 QByteArray readAll(const QString &path, qint64 most) {
-    return readAll(fileSystem().openForReading(path, FileSystem::Follow::Links), most);
+    return readAll(fileSystem().openForReading(path, FileSystem::Links::Follow), most);
 }
 
 } // namespace corvane

@@ -71,7 +71,7 @@ struct DirectoryEntry {
     bool hasValidName = true;
     /// As the folder tells it; `Other` where it doesn't say, and then `linkStatus` knows.
     FileType type = FileType::Other;
-    bool typeIsKnown = false;
+    bool isTypeKnown = false;
 };
 
 /// The mount that a descriptor stands on.
@@ -92,7 +92,7 @@ class FileSystem {
   public:
     virtual ~FileSystem();
 
-    enum class Follow { Links, Nothing };
+    enum class Links { Follow, Refuse };
 
     // Looking. Both give nothing where the attributes can't be read, for whatever reason.
     virtual std::optional<FileStatus> linkStatus(const QString &path) const = 0;
@@ -107,7 +107,7 @@ class FileSystem {
 
     // Reading.
     /// Opens without blocking, so that a FIFO in a file's place can't hold the program up.
-    virtual Descriptor openForReading(const QString &path, Follow follow) = 0;
+    virtual Descriptor openForReading(const QString &path, Links links) = 0;
     virtual Descriptor openFolder(const QString &path) = 0;
     /// A step down from an open folder; a link is never followed.
     virtual Descriptor openFolderAt(const Descriptor &folder, const QString &name) = 0;

@@ -85,7 +85,7 @@ class JSONTokenCollector {
     }
     bool open(Kind kind) {
         m_open.push_back(quint32(m_tokens.size()));
-        return append(kind) && m_open.size() <= size_t(JSONDocument::kDeepestNesting);
+        return append(kind) && m_open.size() <= size_t(JSONDocument::kMaxNesting);
     }
     bool close() {
         m_tokens[m_open.back()].extent = quint32(m_tokens.size() - m_open.back());

@@ -21,7 +21,7 @@ class JSONSyntaxError : public Failure {
 /// walk it with `JSONView`s; `toValue` makes the free-standing tree where one is needed.
 class JSONDocument {
   public:
-    static constexpr int kDeepestNesting = 512;
+    static constexpr int kMaxNesting = 512;
 
     /// Parses in place: the strings of the tokens point into the document's own copy of the bytes.
     /// Throws `JSONSyntaxError`.

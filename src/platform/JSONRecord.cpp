@@ -15,17 +15,17 @@ JSONDecodeError JSONDecodeError::within(const QString &outer) const {
                            needsPoint ? outer + QLatin1Char('.') + m_place : outer + m_place);
 }
 
-void failExpecting(const char *what) {
+void throwExpected(const char *what) {
     throw JSONDecodeError(QStringLiteral("expected %1").arg(QLatin1String(what)));
 }
 
-void failUnknownRawValue(std::string_view text) {
+void throwUnknownRawValue(std::string_view text) {
     throw JSONDecodeError(
         QStringLiteral("unknown value \"%1\"")
             .arg(QUtf8StringView(text.data(), qsizetype(text.size())).toString()));
 }
 
-void failMissing(std::string_view name) {
+void throwMissing(std::string_view name) {
     throw JSONDecodeError(QStringLiteral("is missing"),
                           QString::fromLatin1(name.data(), qsizetype(name.size())));
 }
@@ -33,7 +33,7 @@ void failMissing(std::string_view name) {
 void JSONCodec<bool>::decode(JSONView view, bool &value) {
     const auto read = view.boolean();
     if (!read) {
-        failExpecting("true or false");
+        throwExpected("true or false");
     }
     value = *read;
 }
@@ -42,7 +42,7 @@ void JSONCodec<int>::decode(JSONView view, int &value) {
     const auto read = view.integer();
     if (!read || *read < std::numeric_limits<int>::min() ||
         *read > std::numeric_limits<int>::max()) {
-        failExpecting("a whole number of 32 bits");
+        throwExpected("a whole number of 32 bits");
     }
     value = int(*read);
 }
@@ -50,7 +50,7 @@ void JSONCodec<int>::decode(JSONView view, int &value) {
 void JSONCodec<qint64>::decode(JSONView view, qint64 &value) {
     const auto read = view.integer();
     if (!read) {
-        failExpecting("a whole number");
+        throwExpected("a whole number");
     }
     value = *read;
 }
@@ -58,7 +58,7 @@ void JSONCodec<qint64>::decode(JSONView view, qint64 &value) {
 void JSONCodec<quint64>::decode(JSONView view, quint64 &value) {
     const auto read = view.unsignedInteger();
     if (!read) {
-        failExpecting("a whole number that isn't negative");
+        throwExpected("a whole number that isn't negative");
     }
     value = *read;
 }
@@ -66,7 +66,7 @@ void JSONCodec<quint64>::decode(JSONView view, quint64 &value) {
 void JSONCodec<double>::decode(JSONView view, double &value) {
     const auto read = view.real();
     if (!read) {
-        failExpecting("a number");
+        throwExpected("a number");
     }
     value = *read;
 }
@@ -74,7 +74,7 @@ void JSONCodec<double>::decode(JSONView view, double &value) {
 void JSONCodec<QString>::decode(JSONView view, QString &value) {
     const auto read = view.string();
     if (!read) {
-        failExpecting("a text");
+        throwExpected("a text");
     }
     value = QString::fromUtf8(read->data(), qsizetype(read->size()));
 }
@@ -82,7 +82,7 @@ void JSONCodec<QString>::decode(JSONView view, QString &value) {
 void JSONCodec<QDateTime>::decode(JSONView view, QDateTime &value) {
     const auto text = view.string();
     if (!text) {
-        failExpecting("a text");
+        throwExpected("a text");
     }
     const auto date = isoDate::fromText(*text);
     if (!date) {

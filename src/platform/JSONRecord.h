@@ -125,19 +125,19 @@ template <> struct JSONCodec<JSONValue> {
 };
 
 /// Throws the fault that the value is of the wrong kind.
-[[noreturn]] void failExpecting(const char *what);
-[[noreturn]] void failUnknownRawValue(std::string_view text);
-[[noreturn]] void failMissing(std::string_view name);
+[[noreturn]] void throwExpected(const char *what);
+[[noreturn]] void throwUnknownRawValue(std::string_view text);
+[[noreturn]] void throwMissing(std::string_view name);
 
 template <RawRepresentable Enumeration> struct JSONCodec<Enumeration> {
     static void decode(JSONView view, Enumeration &value) {
         const auto text = view.string();
         if (!text) {
-            failExpecting("a text");
+            throwExpected("a text");
         }
         const auto known = fromRawValue<Enumeration>(*text);
         if (!known) {
-            failUnknownRawValue(*text);
+            throwUnknownRawValue(*text);
         }
         value = *known;
     }
@@ -164,7 +164,7 @@ template <typename Value> struct JSONCodec<std::optional<Value>> {
 template <typename Value> struct JSONCodec<QList<Value>> {
     static void decode(JSONView view, QList<Value> &list) {
         if (view.kind() != JSONView::Kind::Array) {
-            failExpecting("an array");
+            throwExpected("an array");
         }
         list.clear();
         view.forEachElement([&list](JSONView element) {
@@ -191,7 +191,7 @@ template <typename Map> struct JSONMapCodec {
 
     static void decode(JSONView view, Map &map) {
         if (view.kind() != JSONView::Kind::Object) {
-            failExpecting("an object");
+            throwExpected("an object");
         }
         map.clear();
         view.forEachMember([&map](std::string_view key, JSONView member) {
@@ -263,7 +263,7 @@ template <JSONRecord Record> struct JSONCodec<Record> {
 
     static void decode(JSONView view, Record &record) {
         if (view.kind() != JSONView::Kind::Object) {
-            failExpecting("an object");
+            throwExpected("an object");
         }
         std::bitset<kFields> present;
         size_t next = 0;
@@ -278,7 +278,7 @@ template <JSONRecord Record> struct JSONCodec<Record> {
         });
         for (size_t index = 0; index < kFields; ++index) {
             if (entries[index].isRequired && !present.test(index)) {
-                failMissing(entries[index].name);
+                throwMissing(entries[index].name);
             }
         }
     }

@@ -86,8 +86,8 @@ DirectoryEntry fromDirent(const dirent &raw) {
     QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
     DirectoryEntry entry{.name = decoder.decode(name)};
     entry.hasValidName = !decoder.hasError();
-    entry.typeIsKnown = raw.d_type != DT_UNKNOWN;
-    if (entry.typeIsKnown) {
+    entry.isTypeKnown = raw.d_type != DT_UNKNOWN;
+    if (entry.isTypeKnown) {
         entry.type = typeOfMode(DTTOIF(raw.d_type));
     }
     return entry;
@@ -159,8 +159,8 @@ QString SystemFileSystem::realPath(const QString &path) const {
     return QString::fromUtf8(real.get());
 }
 
-Descriptor SystemFileSystem::openForReading(const QString &path, Follow follow) {
-    return opened(path, O_RDONLY | O_NONBLOCK | (follow == Follow::Nothing ? O_NOFOLLOW : 0));
+Descriptor SystemFileSystem::openForReading(const QString &path, Links links) {
+    return opened(path, O_RDONLY | O_NONBLOCK | (links == Links::Refuse ? O_NOFOLLOW : 0));
 }
 
 Descriptor SystemFileSystem::openFolder(const QString &path) {

@@ -14,7 +14,7 @@ class SystemFileSystem : public FileSystem {
     QList<DirectoryEntry> list(const QString &folder) const override;
     QString realPath(const QString &path) const override;
 
-    Descriptor openForReading(const QString &path, Follow follow) override;
+    Descriptor openForReading(const QString &path, Links links) override;
     Descriptor openFolder(const QString &path) override;
     Descriptor openFolderAt(const Descriptor &folder, const QString &name) override;
     Descriptor openFileAt(const Descriptor &folder, const QString &name) override;

@@ -34,7 +34,7 @@ ClipInspector::ClipInspector(ProjectStore &store, QObject *parent)
 
 void ClipInspector::setVideo(const std::optional<VideoItem> &video) {
     const bool isAnother = !m_video || !video || (*m_video)->id != (*video)->id;
-    const bool isSame = m_video && video ? m_video->sharesWith(*video) : m_video == video;
+    const bool isSame = m_video && video ? m_video->isSharedWith(*video) : m_video == video;
     if (isSame) {
         return;
     }

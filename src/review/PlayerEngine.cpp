@@ -51,23 +51,24 @@ void PlayerEngine::store(Value &field, const Value &value, void (PlayerEngine::*
     }
 }
 
-QCoro::Task<> PlayerEngine::load(QString url) {
+QCoro::Task<> PlayerEngine::load(QString path) {
     clearPlaybackConstraint();
     const auto number = ++m_loads;
     m_stopReading.request_stop();
     m_stopReading = std::stop_source();
-    store(m_url, url, &PlayerEngine::urlChanged);
+    store(m_url, path, &PlayerEngine::urlChanged);
     store(m_isReady, false, &PlayerEngine::isReadyChanged);
     store(m_currentTime, MediaTime(), &PlayerEngine::currentTimeChanged);
     storeFacts({});
-    m_player.replaceCurrentItem(url);
+    m_player.replaceCurrentItem(path);
     m_player.setRate(0);
 
     const QPointer alive(this);
     std::optional<media::MediaAsset> asset;
     try {
-        asset = co_await m_reading.run(
-            [url, stop = m_stopReading.get_token()] { return media::MediaAsset::read(url, stop); });
+        asset = co_await m_reading.run([path, stop = m_stopReading.get_token()] {
+            return media::MediaAsset::read(path, stop);
+        });
     } catch (const std::exception &) {
         // No message: a file that can't be read just shows no picture.
     }

@@ -66,7 +66,7 @@ class PlayerEngine : public QObject {
 
     /// Shows a clip's first frame; it doesn't start playing. Done when its facts are read, or when
     /// a newer load has taken its place: that one's facts are never overwritten.
-    QCoro::Task<> load(QString url);
+    QCoro::Task<> load(QString path);
 
     /// Goes exactly there, kept inside the clip and then inside an armed range.
     Q_INVOKABLE void seek(double seconds);

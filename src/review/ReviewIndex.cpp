@@ -65,7 +65,7 @@ void ReviewIndex::updateMoved(const QList<VideoItem> &videos) {
         }
         m_clips.push_back(std::move(before[*found]));
         byId.erase(found);
-        if (!m_clips.back().video.sharesWith(video)) {
+        if (!m_clips.back().video.isSharedWith(video)) {
             replaceClip(m_clips.back(), video);
         }
     }

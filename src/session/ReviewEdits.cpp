@@ -151,7 +151,7 @@ void ProjectStore::updateVideo(const QString &videoId, const VideoChange &change
 }
 
 void ProjectStore::autoReview(VideoRecord &video) const {
-    if (!video.reviewed && ProjectMigration::showsReview(video)) {
+    if (!video.reviewed && ProjectMigration::hasReviewMarks(video)) {
         video.reviewed = true;
         video.reviewedAt = m_clock.now();
     }

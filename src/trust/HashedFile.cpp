@@ -10,7 +10,7 @@ namespace {
 
 Descriptor openedForHashing(const QString &path) {
     try {
-        return fileSystem().openForReading(path, FileSystem::Follow::Nothing);
+        return fileSystem().openForReading(path, FileSystem::Links::Refuse);
     } catch (const FileError &error) {
         throw HashError::readFailed(path, error.description());
     }

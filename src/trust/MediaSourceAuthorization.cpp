@@ -70,7 +70,7 @@ QStringList clipsInMediaFolder(const Project &project, const QString &projectFil
 
 MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder,
                                                    std::unique_ptr<QSettings> userDefaults)
-    : m_fileURL(paths::joined(dataFolder, QStringLiteral("media-authorizations.json"))),
+    : m_filePath(paths::joined(dataFolder, QStringLiteral("media-authorizations.json"))),
       m_userDefaults(std::move(userDefaults)),
       m_tables(std::make_unique<AuthorizationTables>()),
       m_listeners(std::make_shared<Listeners>()),
@@ -82,7 +82,7 @@ MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder,
         } catch (const FileError &) {
             // Writing will fail as silently: grants then last as long as the process.
         }
-        *m_tables = AuthorizationFile::read(m_fileURL);
+        *m_tables = AuthorizationFile::read(m_filePath);
     });
 }
 
@@ -243,7 +243,7 @@ void MediaSourceAuthorization::setUnsavedNoticeContinuation(std::function<void(Q
 
 /// On the executor. What is told goes its way before the work that changed the tables is done.
 void MediaSourceAuthorization::persist() {
-    const std::optional<QString> fault = AuthorizationFile::write(*m_tables, m_fileURL);
+    const std::optional<QString> fault = AuthorizationFile::write(*m_tables, m_filePath);
     const bool wasWritten = std::exchange(m_wasWritten, !fault);
     if (!fault && wasWritten) {
         return;
@@ -252,7 +252,7 @@ void MediaSourceAuthorization::persist() {
     if (fault) {
         notice = QStringLiteral("The media authorizations could not be written to %1: %2 "
                                 "They last until Corvane quits.")
-                     .arg(m_fileURL, *fault);
+                     .arg(m_filePath, *fault);
     }
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),

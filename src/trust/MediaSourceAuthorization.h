@@ -152,7 +152,7 @@ class MediaSourceAuthorization {
     QHash<QString, QList<LegacyMigrationCandidate>> legacyCandidates() const;
     MigrationStep apply(const QString &key, const QList<LegacyMigrationOutcome> &outcomes);
 
-    QString m_fileURL;
+    QString m_filePath;
     std::unique_ptr<QSettings> m_userDefaults;     ///< the main thread's, made at first use
     std::unique_ptr<AuthorizationTables> m_tables; ///< the executor's
     bool m_wasWritten = true;                      ///< the executor's: how the last writing went

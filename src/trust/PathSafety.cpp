@@ -100,23 +100,23 @@ std::optional<RootIdentity> folderIdentity(const QString &folder) {
 
 void validateSource(const QString &path, const SourceGrants &grants, const QString &label) {
     using Kind = Violation::Kind;
-    const QString url = paths::standardized(path);
+    const QString source = paths::standardized(path);
     const auto refuseIf = [&](bool isFault, Kind kind) {
         if (isFault) {
-            throw Violation(kind, url, label);
+            throw Violation(kind, source, label);
         }
     };
-    const auto type = fileType(url);
+    const auto type = fileType(source);
     refuseIf(type && *type != FileType::Regular, Kind::notARegularFile);
-    refuseIf(!isMediaFile(url), Kind::notMediaFile);
+    refuseIf(!isMediaFile(source), Kind::notMediaFile);
 
-    const auto entry = grants.authorizedSourcePaths.constFind(url);
+    const auto entry = grants.authorizedSourcePaths.constFind(source);
     refuseIf(entry == grants.authorizedSourcePaths.cend(), Kind::notAuthorizedForProject);
     const std::optional<RootIdentity> &granted = *entry;
     refuseIf(!granted, Kind::sourcePendingRelink);
-    refuseIf(granted->contentHash && contentsChanged(url, *granted->contentHash, grants),
+    refuseIf(granted->contentHash && contentsChanged(source, *granted->contentHash, grants),
              Kind::sourceIdentityChanged);
-    refuseIf(!liesInAuthorizedMediaRoot(url, grants) && folderChanged(url, *granted),
+    refuseIf(!liesInAuthorizedMediaRoot(source, grants) && folderChanged(source, *granted),
              Kind::sourceIdentityChanged);
 }
 

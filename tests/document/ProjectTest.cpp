@@ -75,6 +75,6 @@ TEST(Project, CopiesShareStorageUntilOneIsChanged) {
     Project copy = original;
     copy.videos[1].edit().rating = 4;
     EXPECT_EQ(original.videos.at(1)->rating, 0);
-    EXPECT_TRUE(copy.videos.at(0).sharesWith(original.videos.at(0)));
+    EXPECT_TRUE(copy.videos.at(0).isSharedWith(original.videos.at(0)));
     EXPECT_NE(copy, original);
 }

@@ -134,7 +134,7 @@ TEST_F(ImportCopierTest, RefusesARootThatIsNoLongerTheScannedOne) {
     EXPECT_EQ(failure(scanned), std::nullopt);
 
     folder.write(QStringLiteral("out/clip.mov"), "older");
-    ASSERT_TRUE(QDir().rename(scanned.url, at("away")));
+    ASSERT_TRUE(QDir().rename(scanned.path, at("away")));
     folder.write(QStringLiteral("card/DCIM/clip.mov"), "another card");
     EXPECT_EQ(failure(scanned), CopyKind::sourceRootChanged);
     expectOldDestination();
@@ -142,7 +142,7 @@ TEST_F(ImportCopierTest, RefusesARootThatIsNoLongerTheScannedOne) {
         EXPECT_EQ(failure(SourceRoot{at(outside), {}}), CopyKind::sourceOutsideScanRoot);
     }
     expectOldDestination();
-    EXPECT_EQ(failure(SourceRoot{scanned.url, {}}), std::nullopt);
+    EXPECT_EQ(failure(SourceRoot{scanned.path, {}}), std::nullopt);
 }
 
 TEST_F(ImportCopierTest, ReadsOnlyRegularFilesAndFollowsNoLinkToThem) {

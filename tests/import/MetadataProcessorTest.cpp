@@ -90,7 +90,7 @@ TEST_F(ClipCacheTest, MakesAFilmstripOnceAndAgainWhereAFrameIsMissing) {
         SCOPED_TRACE(gop);
         const QString clip = made("a.mp4", {.frames = 375, .gop = gop, .bFrames = 2});
         const QStringList files = filmstrip(clip);
-        ASSERT_EQ(files, FilmstripService::frameURLs(text("V"), cache));
+        ASSERT_EQ(files, FilmstripService::framePaths(text("V"), cache));
         const QList<double> times = FilmstripService::frameSeconds(15);
         EXPECT_DOUBLE_EQ(times.first(), 0.64);
         EXPECT_DOUBLE_EQ(times.last(), 14.36);

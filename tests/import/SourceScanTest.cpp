@@ -31,7 +31,7 @@ class WatchedFileSystem : public SystemFileSystem {
         }
         QList<DirectoryEntry> entries = SystemFileSystem::list(folder);
         for (DirectoryEntry &entry : entries) {
-            entry.typeIsKnown = entry.typeIsKnown && !hidesTypes;
+            entry.isTypeKnown = entry.isTypeKnown && !hidesTypes;
         }
         return entries;
     }

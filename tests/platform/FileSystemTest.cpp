@@ -110,7 +110,7 @@ TEST(FileSystem, ListsNamesThatAreNoUtf8AsSuch) {
 TEST(FileSystem, RefusesAPathThatHoldsANul) {
     const QString path = QStringLiteral("/tmp/a") + QChar(u'\0') + QStringLiteral("b");
     EXPECT_FALSE(fileSystem().linkStatus(path));
-    EXPECT_THROW(fileSystem().openForReading(path, FileSystem::Follow::Links), FileError);
+    EXPECT_THROW(fileSystem().openForReading(path, FileSystem::Links::Follow), FileError);
 }
 
 TEST(FileSystem, CreatesFoldersButNotOverAFile) {

@@ -44,9 +44,9 @@ void FaultyFileSystem::noteRename(const QString &from, const QString &to) {
     }
 }
 
-Descriptor FaultyFileSystem::openForReading(const QString &path, Follow follow) {
+Descriptor FaultyFileSystem::openForReading(const QString &path, Links links) {
     count("openForReading", path);
-    return SystemFileSystem::openForReading(path, follow);
+    return SystemFileSystem::openForReading(path, links);
 }
 
 Descriptor FaultyFileSystem::openFolder(const QString &path) {

@@ -31,7 +31,7 @@ class FaultyFileSystem : public SystemFileSystem {
     /// name it has by now.
     void dropUnsynced();
 
-    Descriptor openForReading(const QString &path, Follow follow) override;
+    Descriptor openForReading(const QString &path, Links links) override;
     Descriptor openFolder(const QString &path) override;
     Descriptor openFolderAt(const Descriptor &folder, const QString &name) override;
     Descriptor openFileAt(const Descriptor &folder, const QString &name) override;

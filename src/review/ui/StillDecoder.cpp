@@ -28,7 +28,7 @@ QByteArray fileBytes(const QString &path) {
     }
     try {
         // Another may have taken the file's place since; what is open is what counts.
-        const Descriptor file = fileSystem().openForReading(path, FileSystem::Follow::Nothing);
+        const Descriptor file = fileSystem().openForReading(path, FileSystem::Links::Refuse);
         const FileStatus status = fileSystem().status(file);
         if (status.type != FileType::Regular || status.size > kMostFileBytes) {
             return {};
