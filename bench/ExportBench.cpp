@@ -34,7 +34,7 @@ QString cameraClip() {
 void exportOurs(benchmark::State &state, ExportPreset preset) {
     const QString source = cameraClip();
     const QString output = dataPath(QStringLiteral("cut.mp4"));
-    const auto range = media::ExportTimeRange::fromSeconds(kFirstSecond, kFirstSecond + kSeconds);
+    const auto range = media::MediaTimeRange::fromSeconds(kFirstSecond, kFirstSecond + kSeconds);
     for (auto _ : state) {
         writeAtomically(output, {});
         media::ffmpegExportSessions().create(source, preset)->run(output, range, {});

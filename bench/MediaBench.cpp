@@ -101,7 +101,7 @@ void filmstripOurs(benchmark::State &state, const Footage &footage) {
     for (auto _ : state) {
         media::FrameGenerator generator(
             path, {.maximumSize = {320, 180}, .toleranceBefore = 0.1, .toleranceAfter = 0.1});
-        generator.images(times, [](qsizetype index, std::optional<media::StillImage> image) {
+        generator.images(times, [](qsizetype index, std::optional<media::RGBImage> image) {
             ImageIOHelper::writeJPEG(*image, dataPath(QStringLiteral("strip/%1.jpg").arg(index)),
                                      0.7);
         });

@@ -55,13 +55,13 @@ class RandomTimes {
 };
 
 /// Tells when a picture has come.
-class WaitingSink : public PictureSink {
+class WaitingSink : public FrameSink {
   public:
     QSize wantedSize() const override { return kShown; }
-    void show(Picture picture) override {
+    void show(DisplayFrame frame) override {
         {
             const std::scoped_lock lock(m_mutex);
-            m_shown = picture.time.seconds();
+            m_shown = frame.time.seconds();
         }
         m_changed.notify_all();
     }

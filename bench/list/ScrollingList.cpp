@@ -4,7 +4,7 @@
 #include "BenchData.h"
 
 #include "kit/Look.h"
-#include "media/StillImage.h"
+#include "media/RGBImage.h"
 #include "platform/AtomicWrite.h"
 #include "platform/ProcessLocale.h"
 #include "platform/Tasks.h"
@@ -60,7 +60,7 @@ class NoPlayer : public ReviewPlayer {
 };
 
 QByteArray noisyPicture(int seed) {
-    media::StillImage image{.width = 480, .height = 270, .pixels = {}};
+    media::RGBImage image{.width = 480, .height = 270, .pixels = {}};
     for (int index = 0; index < image.width * image.height * 3; ++index) {
         image.pixels.append(char((index * (seed + 7) / 50 + index / 1440) & 0xff));
     }

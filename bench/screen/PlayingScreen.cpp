@@ -35,13 +35,13 @@ constexpr int kTurns = 15;
 constexpr std::chrono::seconds kPlayed{8};
 
 /// Tells which of the player's items showed a picture last, and when in it.
-class LastPicture : public media::PictureSink {
+class LastPicture : public media::FrameSink {
   public:
     QSize wantedSize() const override { return {1280, 720}; }
-    void show(media::Picture picture) override {
+    void show(media::DisplayFrame frame) override {
         const std::scoped_lock lock(m_mutex);
-        m_item = picture.item;
-        m_seconds = picture.time.seconds();
+        m_item = frame.item;
+        m_seconds = frame.time.seconds();
     }
     void clear() override {}
 

@@ -21,7 +21,7 @@ namespace {
 using media::ExportPreset;
 using media::ExportSession;
 using media::ExportSessionFactory;
-using media::ExportTimeRange;
+using media::MediaTimeRange;
 
 /// Where the main thread finds the session that an executor's thread makes, runs and drops.
 class SessionBox {
@@ -129,7 +129,7 @@ std::shared_ptr<ExportSession> makeSession(const Transcode &transcode, const QSt
     throw SessionError::cannotCreateSession(transcode.source);
 }
 
-std::optional<ExportTimeRange> timeRange(const Transcode &transcode) {
+std::optional<MediaTimeRange> timeRange(const Transcode &transcode) {
     if (!transcode.range) {
         return std::nullopt;
     }
@@ -137,11 +137,11 @@ std::optional<ExportTimeRange> timeRange(const Transcode &transcode) {
     if (!(in < out) || !std::isfinite(in) || !std::isfinite(out)) {
         throw SessionError::timeRangeInvalid(in, out);
     }
-    return ExportTimeRange::fromSeconds(in, out);
+    return MediaTimeRange::fromSeconds(in, out);
 }
 
 void runSession(ExportSession &session, ExportPreset preset, const QString &output,
-                const std::optional<ExportTimeRange> &range, const std::stop_token &stop) {
+                const std::optional<MediaTimeRange> &range, const std::stop_token &stop) {
     try {
         session.run(output, range, stop);
     } catch (const Cancelled &) {

@@ -67,7 +67,7 @@ void makeFrames(const QString &path, const QStringList &files, const std::stop_t
                                      .toleranceBefore = kFrameTolerance,
                                      .toleranceAfter = kFrameTolerance},
                                     stop);
-    generator.images(times, [&](qsizetype index, std::optional<media::StillImage> image) {
+    generator.images(times, [&](qsizetype index, std::optional<media::RGBImage> image) {
         if (stop.stop_requested()) {
             throw Cancelled();
         }

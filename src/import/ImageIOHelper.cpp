@@ -32,7 +32,7 @@ std::unique_ptr<TemporaryFile> createDestination(const QString &path) {
     }
 }
 
-void finalize(TemporaryFile &file, const media::StillImage &image, double quality,
+void finalize(TemporaryFile &file, const media::RGBImage &image, double quality,
               const QString &path) {
     try {
         const QByteArray bytes = image.encodedJPEG(quality);
@@ -48,7 +48,7 @@ void finalize(TemporaryFile &file, const media::StillImage &image, double qualit
 WriteError::WriteError(Case reason, const QString &path)
     : Failure(writeErrorText(reason, path)), m_reason(reason), m_path(path) {}
 
-void writeJPEG(const media::StillImage &image, const QString &path, double quality) {
+void writeJPEG(const media::RGBImage &image, const QString &path, double quality) {
     fileSystem().createFolders(paths::parentFolder(path));
     const std::unique_ptr<TemporaryFile> file = createDestination(path);
     finalize(*file, image, quality, path);

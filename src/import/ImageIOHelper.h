@@ -1,6 +1,6 @@
 #pragma once
 
-#include "media/StillImage.h"
+#include "media/RGBImage.h"
 #include "platform/Failure.h"
 
 #include <QString>
@@ -26,6 +26,6 @@ class WriteError : public Failure {
 /// folders are created. `quality` from 0 to 1. Throws `WriteError`, or `FileError` where a folder
 /// can't be created or the finished file not be moved into place. No part of a file stays behind.
 /// Any thread.
-void writeJPEG(const media::StillImage &image, const QString &path, double quality);
+void writeJPEG(const media::RGBImage &image, const QString &path, double quality);
 
 } // namespace corvane::ImageIOHelper

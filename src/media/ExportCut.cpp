@@ -6,7 +6,7 @@ namespace corvane::media {
 
 namespace {
 
-constexpr MediaTime kHalfTickTime{1, 2 * ExportTimeRange::kTimescale};
+constexpr MediaTime kHalfTickTime{1, 2 * MediaTime::kTimescale};
 /// So much earlier the other streams are read, since a file stores them only roughly side by side
 /// and a sound's decoder needs what precedes its first sample.
 constexpr MediaTime kPreroll{1, 1};
@@ -122,16 +122,16 @@ void adopt(const InPointScan &found, const AVStream &stream, ExportCut &cut) {
 
 } // namespace
 
-ExportCut locateCut(ExportSource &source, std::optional<ExportTimeRange> range) {
+ExportCut locateCut(ExportSource &source, std::optional<MediaTimeRange> range) {
     ExportCut cut{.zero = source.start(), .first = source.start()};
     if (!range) {
         return cut;
     }
-    const MediaTime in = source.start() + MediaTime{range->in, ExportTimeRange::kTimescale};
+    const MediaTime in = source.start() + range->in;
     cut.isWhole = false;
     cut.zero = in;
     cut.first = in - kHalfTickTime;
-    cut.out = source.start() + MediaTime{range->out, ExportTimeRange::kTimescale};
+    cut.out = source.start() + range->out;
     cut.last = *cut.out - kHalfTickTime;
     const auto video = source.video();
     if (!video) {

@@ -31,7 +31,7 @@ struct ExportCut {
 
 /// Finds the cut of a range, or of the whole file without one, by looking through the packets
 /// around its in point; nothing is decoded. The source stands anywhere afterwards.
-ExportCut locateCut(ExportSource &source, std::optional<ExportTimeRange> range);
+ExportCut locateCut(ExportSource &source, std::optional<MediaTimeRange> range);
 
 /// Has the source give the cut's packets next.
 void goToCut(ExportSource &source, const ExportCut &cut);

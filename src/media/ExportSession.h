@@ -1,5 +1,6 @@
 #pragma once
 
+#include "media/MediaTime.h"
 #include "platform/Failure.h"
 #include "platform/JSONRecord.h"
 
@@ -16,19 +17,6 @@ enum class ExportPreset {
     highestQuality, ///< encoded anew in the source's size; the cut is exact to the frame
     hd1920x1080,    ///< encoded anew to fit 1920 by 1080; the cut is exact to the frame
     passthrough,    ///< the streams as they are; the cut snaps to the key frames
-};
-
-/// A part of the source, in 1/600 seconds.
-struct ExportTimeRange {
-    static constexpr int kTimescale = 600;
-
-    qint64 in = 0;
-    qint64 out = 0;
-
-    /// Rounded to the nearest 1/600 second.
-    static ExportTimeRange fromSeconds(double inSeconds, double outSeconds);
-
-    bool operator==(const ExportTimeRange &) const = default;
 };
 
 /// Thrown by a session or its factory: the source holds what the preset can't deliver.
@@ -49,7 +37,7 @@ class ExportSession {
     ///
     /// Throws `Cancelled` soon after `stop` asks for it, `UnsupportedSource`, or any other
     /// exception whose description says what failed.
-    virtual void run(const QString &output, std::optional<ExportTimeRange> range,
+    virtual void run(const QString &output, std::optional<MediaTimeRange> range,
                      std::stop_token stop) = 0;
 
     /// How much is done, from 0 to 1. Any thread, also while `run` works.

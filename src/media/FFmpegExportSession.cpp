@@ -17,7 +17,7 @@ constexpr MediaTime kLongestLag{10, 1};
 FFmpegExportSession::FFmpegExportSession(std::unique_ptr<ExportSource> source)
     : m_source(std::move(source)) {}
 
-void FFmpegExportSession::run(const QString &path, std::optional<ExportTimeRange> range,
+void FFmpegExportSession::run(const QString &path, std::optional<MediaTimeRange> range,
                               std::stop_token stop) {
     m_source->setStop(stop);
     const ExportCut cut = locateCut(*m_source, range);

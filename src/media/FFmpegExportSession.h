@@ -14,7 +14,7 @@ namespace corvane::media {
 /// the metadata and the progress. How each stream gets into the output is the derived one's.
 class FFmpegExportSession : public ExportSession {
   public:
-    void run(const QString &output, std::optional<ExportTimeRange> range,
+    void run(const QString &output, std::optional<MediaTimeRange> range,
              std::stop_token stop) override;
     double progress() const override { return m_progress; }
 

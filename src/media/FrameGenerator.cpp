@@ -1,6 +1,6 @@
 #include "media/FrameGenerator.h"
 
-#include "media/StillScaler.h"
+#include "media/RGBImageConverter.h"
 #include "media/VideoReader.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace corvane::media {
 
 struct FrameGenerator::Work {
     VideoReader reader;
-    StillScaler scaler;
+    RGBImageConverter scaler;
     Options options;
 };
 
@@ -23,7 +23,7 @@ FrameGenerator::FrameGenerator(const QString &path, Options options, std::stop_t
 
 FrameGenerator::~FrameGenerator() = default;
 
-StillImage FrameGenerator::imageAt(MediaTime time) {
+RGBImage FrameGenerator::imageAt(MediaTime time) {
     const Options &options = m_work->options;
     const double tolerance = std::min(options.toleranceBefore, options.toleranceAfter);
     const auto frame = m_work->reader.frameAt(time, tolerance);
@@ -37,12 +37,12 @@ StillImage FrameGenerator::imageAt(MediaTime time) {
 /// In the order of their times, so that each is decoded on from the one before where that is near.
 void FrameGenerator::images(
     const QList<MediaTime> &times,
-    const std::function<void(qsizetype index, std::optional<StillImage>)> &take) {
+    const std::function<void(qsizetype index, std::optional<RGBImage>)> &take) {
     QList<qsizetype> order(times.size());
     std::iota(order.begin(), order.end(), qsizetype(0));
     std::ranges::stable_sort(order, {}, [&](qsizetype index) { return times.at(index); });
     for (const qsizetype index : std::as_const(order)) {
-        std::optional<StillImage> image;
+        std::optional<RGBImage> image;
         try {
             image = imageAt(times.at(index));
         } catch (const MediaError &) {

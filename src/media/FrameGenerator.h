@@ -1,7 +1,7 @@
 #pragma once
 
 #include "media/MediaTime.h"
-#include "media/StillImage.h"
+#include "media/RGBImage.h"
 
 #include <QList>
 #include <QSize>
@@ -30,13 +30,13 @@ class FrameGenerator {
     ~FrameGenerator();
     Q_DISABLE_COPY_MOVE(FrameGenerator)
 
-    StillImage imageAt(MediaTime time);
+    RGBImage imageAt(MediaTime time);
 
     /// All of `times` in one go, each handed to `take` with its index as it is made, in whatever
     /// order is quickest; nothing in place of one that couldn't be made. What `take` throws ends
     /// the batch.
     void images(const QList<MediaTime> &times,
-                const std::function<void(qsizetype index, std::optional<StillImage>)> &take);
+                const std::function<void(qsizetype index, std::optional<RGBImage>)> &take);
 
   private:
     struct Work;

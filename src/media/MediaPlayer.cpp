@@ -9,11 +9,11 @@
 
 namespace corvane::media {
 
-PictureSink::~PictureSink() = default;
+FrameSink::~FrameSink() = default;
 
 MediaPlayer::MediaPlayer(Options options, QObject *parent)
     : QObject(parent),
-      m_timeSource(*options.time),
+      m_clock(*options.clock),
       m_thread(std::make_unique<PlayerThread>(std::move(options), [this] {
           // The thread ends before this object does, and a queued call ends with it.
           QMetaObject::invokeMethod(this, [this] { takeReports(); }, Qt::QueuedConnection);
@@ -21,7 +21,7 @@ MediaPlayer::MediaPlayer(Options options, QObject *parent)
 
 MediaPlayer::~MediaPlayer() = default;
 
-void MediaPlayer::setSink(std::shared_ptr<PictureSink> sink) {
+void MediaPlayer::setSink(std::shared_ptr<FrameSink> sink) {
     m_thread->setSink(std::move(sink));
     redraw();
 }
@@ -125,7 +125,7 @@ void MediaPlayer::takeReports() {
 void MediaPlayer::takeTime(MediaTime time, bool isJump) {
     const QPointer alive(this);
     m_time = time;
-    const auto now = m_timeSource.now();
+    const auto now = m_clock.now();
     QList<std::function<void(MediaTime)>> calls;
     for (auto &[token, observer] : m_periodicObservers) {
         // A report a little early counts: the thread's own pace is the shortest interval.

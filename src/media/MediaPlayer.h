@@ -1,8 +1,8 @@
 #pragma once
 
-#include "media/Picture.h"
-#include "media/SoundOutput.h"
-#include "media/TimeSource.h"
+#include "media/AudioOutput.h"
+#include "media/DisplayFrame.h"
+#include "media/MonotonicClock.h"
 
 #include <QList>
 #include <QObject>
@@ -15,12 +15,6 @@
 namespace corvane::media {
 
 class PlayerThread;
-
-/// From `in` to `out`, both of them in it.
-struct MediaTimeRange {
-    MediaTime in;
-    MediaTime out;
-};
 
 /// Plays one file at a time: pictures into a sink, sound to the machine.
 ///
@@ -37,8 +31,8 @@ class MediaPlayer : public QObject {
 
   public:
     struct Options {
-        TimeSource *time = &TimeSource::system();
-        std::unique_ptr<SoundOutput> sound; ///< nothing for a player without sound
+        MonotonicClock *clock = &MonotonicClock::system();
+        std::unique_ptr<AudioOutput> audioOutput; ///< null for a silent player
         /// Of decoded frames around the playhead. What the decoder itself holds comes on top.
         qsizetype frameBytes = qsizetype(256) << 20;
     };
@@ -52,7 +46,7 @@ class MediaPlayer : public QObject {
     ~MediaPlayer() override;
 
     /// Where the pictures go from now on; nothing for nowhere. The one before is cleared.
-    void setSink(std::shared_ptr<PictureSink> sink);
+    void setSink(std::shared_ptr<FrameSink> sink);
     /// The sink wants another size: the picture that stands is shown again.
     void redraw();
 
@@ -102,7 +96,7 @@ class MediaPlayer : public QObject {
     void storeRate(float rate);
     void sendObservers();
 
-    TimeSource &m_timeSource;
+    MonotonicClock &m_clock;
     quint64 m_item = 0;
     quint64 m_serial = 0;     ///< of the latest request that moves the playhead
     quint64 m_rateSerial = 0; ///< of the latest rate

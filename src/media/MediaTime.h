@@ -25,6 +25,20 @@ struct MediaTime {
     bool operator==(const MediaTime &other) const { return (*this <=> other) == 0; }
 };
 
+/// The in point and the out point of a part of a media file. Whether the frame at the out point
+/// belongs to it is up to the function that takes the range.
+struct MediaTimeRange {
+    MediaTime in;
+    MediaTime out;
+
+    /// Each time as `MediaTime::fromSeconds` rounds it.
+    static MediaTimeRange fromSeconds(double in, double out) {
+        return {MediaTime::fromSeconds(in), MediaTime::fromSeconds(out)};
+    }
+
+    bool operator==(const MediaTimeRange &) const = default;
+};
+
 /// A time made from seconds is off by up to half of 1/600 second. It names the last frame that
 /// begins no later than this much after it, so that a frame's own time, rounded, still names it.
 constexpr double kHalfTick = 0.5 / MediaTime::kTimescale;

@@ -29,10 +29,10 @@ void PlayerRequests::wake() {
     m_changed.notify_all();
 }
 
-PlayerRequest PlayerRequests::take(std::optional<TimeSource::Duration> due) {
+PlayerRequest PlayerRequests::take(std::optional<MonotonicClock::Duration> due) {
     std::unique_lock lock(m_mutex);
-    while (m_waiting.isEmpty() && !m_isWoken && !(due && m_time.now() >= *due)) {
-        m_time.wait(lock, m_changed, due);
+    while (m_waiting.isEmpty() && !m_isWoken && !(due && m_clock.now() >= *due)) {
+        m_clock.wait(lock, m_changed, due);
     }
     m_isWoken = false;
     const auto serial = m_waiting.serial;

@@ -29,7 +29,7 @@ struct PlayerRequest {
     };
     struct Observers {
         QList<Boundary> boundaries;
-        std::optional<TimeSource::Duration> period; ///< nothing while nobody observes
+        std::optional<MonotonicClock::Duration> period; ///< nothing while nobody observes
     };
 
     bool quit = false;
@@ -59,7 +59,7 @@ class PlayerRequests {
         fill,
     };
 
-    explicit PlayerRequests(TimeSource &time) : m_time(time) {}
+    explicit PlayerRequests(MonotonicClock &clock) : m_clock(clock) {}
 
     /// Adds to the request that waits to be taken.
     void add(const std::function<void(PlayerRequest &)> &change);
@@ -67,7 +67,7 @@ class PlayerRequests {
     void wake();
 
     /// Waits until there is a request, it is woken or the time is due; then takes what there is.
-    PlayerRequest take(std::optional<TimeSource::Duration> due);
+    PlayerRequest take(std::optional<MonotonicClock::Duration> due);
     /// The token that ends the work which begins now. Throws `Cancelled` where a request that
     /// waits already would end it.
     std::stop_token begin(Work work);
@@ -75,7 +75,7 @@ class PlayerRequests {
   private:
     static bool ends(const PlayerRequest &request, Work work);
 
-    TimeSource &m_time;
+    MonotonicClock &m_clock;
     std::mutex m_mutex;
     std::condition_variable m_changed;
     PlayerRequest m_waiting;

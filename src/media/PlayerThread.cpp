@@ -22,10 +22,10 @@ constexpr auto kQuietBeforeFill = 40ms;
 } // namespace
 
 PlayerThread::PlayerThread(MediaPlayer::Options options, std::function<void()> announce)
-    : m_timeSource(*options.time),
-      m_sound(std::move(options.sound)),
+    : m_clock(*options.clock),
+      m_sound(std::move(options.audioOutput)),
       m_frameBytes(options.frameBytes),
-      m_requests(*options.time),
+      m_requests(*options.clock),
       m_reports(std::move(announce)) {
     if (m_sound) {
         m_sound->setWake([this] { m_requests.wake(); });
@@ -46,7 +46,7 @@ void PlayerThread::setShownItem(quint64 item) {
     }
 }
 
-void PlayerThread::setSink(std::shared_ptr<PictureSink> sink) {
+void PlayerThread::setSink(std::shared_ptr<FrameSink> sink) {
     const std::scoped_lock lock(m_showMutex);
     if (m_sink) {
         m_sink->clear();
@@ -72,10 +72,10 @@ void PlayerThread::work() {
 PlayerThread::Due PlayerThread::run(const PlayerRequest &request) {
     try {
         handle(request);
-        m_fillFrom = request.isEmpty() ? m_fillFrom : m_timeSource.now() + kQuietBeforeFill;
+        m_fillFrom = request.isEmpty() ? m_fillFrom : m_clock.now() + kQuietBeforeFill;
         return m_rate.value != 0 ? play() : fillIdly();
     } catch (const Cancelled &) {
-        return m_timeSource.now();
+        return m_clock.now();
     } catch (const std::exception &) {
         // The file turned unreadable on the way. What is shown stays; playing it is over.
         if (m_rate.value != 0) {
@@ -148,7 +148,7 @@ void PlayerThread::goTo(MediaTime time) {
     m_isHeld = false;
     m_isClockSet = false;
     if (m_source) {
-        const bool isOverdue = m_shownAt && m_timeSource.now() - *m_shownAt > kLongestBlindDrag;
+        const bool isOverdue = m_shownAt && m_clock.now() - *m_shownAt > kLongestBlindDrag;
         begin(isOverdue ? Work::seekToShow : Work::seek);
         if (const auto frame = m_source->at(time)) {
             take(*frame);
@@ -221,11 +221,11 @@ PlayerThread::Due PlayerThread::fillIdly() {
     if (!m_source) {
         return std::nullopt;
     }
-    if (m_timeSource.now() < m_fillFrom) {
+    if (m_clock.now() < m_fillFrom) {
         return m_fillFrom;
     }
     begin(Work::fill);
-    return m_source->fill(true) ? Due(m_timeSource.now()) : std::nullopt;
+    return m_source->fill(true) ? Due(m_clock.now()) : std::nullopt;
 }
 
 void PlayerThread::begin(Work work) {
@@ -247,7 +247,7 @@ void PlayerThread::show() {
     if (!m_frame || m_shownTime == m_frame->time) {
         return;
     }
-    std::shared_ptr<PictureSink> sink;
+    std::shared_ptr<FrameSink> sink;
     {
         const std::scoped_lock lock(m_showMutex);
         sink = m_sink;
@@ -261,7 +261,7 @@ void PlayerThread::show() {
         }
     }
     m_shownTime = m_frame->time;
-    m_shownAt = m_timeSource.now();
+    m_shownAt = m_clock.now();
 }
 
 void PlayerThread::report(bool isJump) {

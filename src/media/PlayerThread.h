@@ -2,11 +2,11 @@
 
 // For the source files of this floor only.
 
+#include "media/DisplayFrameConverter.h"
 #include "media/FrameSource.h"
-#include "media/PictureConverter.h"
-#include "media/PlaybackClock.h"
 #include "media/PlayerReports.h"
 #include "media/PlayerRequests.h"
+#include "media/PlayheadMotion.h"
 
 #include <thread>
 
@@ -28,10 +28,10 @@ class PlayerThread {
     /// From now on only pictures of this item come to the sink, which is cleared. Main thread.
     void setShownItem(quint64 item);
     /// Main thread.
-    void setSink(std::shared_ptr<PictureSink> sink);
+    void setSink(std::shared_ptr<FrameSink> sink);
 
   private:
-    using Duration = TimeSource::Duration;
+    using Duration = MonotonicClock::Duration;
     using Due = std::optional<Duration>;
 
     void work();
@@ -64,17 +64,17 @@ class PlayerThread {
     std::optional<VideoFrame> neighbour(bool isForward);
     double endSeconds() const;
 
-    TimeSource &m_timeSource;
-    std::unique_ptr<SoundOutput> m_sound;
+    MonotonicClock &m_clock;
+    std::unique_ptr<AudioOutput> m_sound;
     const qsizetype m_frameBytes;
     PlayerRequests m_requests;
     PlayerReports m_reports;
 
     std::mutex m_showMutex; ///< held while the sink is told anything
-    std::shared_ptr<PictureSink> m_sink;
+    std::shared_ptr<FrameSink> m_sink;
     quint64 m_shownItem = 0;
 
-    PictureConverter m_converter;
+    DisplayFrameConverter m_converter;
     std::unique_ptr<FrameSource> m_source; ///< nothing for a file without pictures
     std::optional<MediaTime> m_duration;
     quint64 m_item = 0;
@@ -88,7 +88,7 @@ class PlayerThread {
 
     PlayerRequest::Rate m_rate;
     PlayerRequest::Observers m_observers;
-    PlaybackClock m_clock;
+    PlayheadMotion m_motion;
     bool m_isClockSet = false;
     bool m_isStarting = false; ///< nothing has been reported since the clock was set
     bool m_isHeld = false;     ///< at a boundary

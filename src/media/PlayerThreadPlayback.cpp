@@ -27,7 +27,7 @@ constexpr auto kTimeToFill = 4ms;
 
 PlayerThread::Due PlayerThread::play() {
     begin(PlayerRequests::Work::play);
-    const auto now = m_timeSource.now();
+    const auto now = m_clock.now();
     if (!m_isClockSet) {
         startClock(now);
     }
@@ -39,7 +39,7 @@ PlayerThread::Due PlayerThread::play() {
     }
     followSound(now);
     const double from = m_position;
-    const double reached = m_clock.position(now);
+    const double reached = m_motion.position(now);
     const double to = m_rate.value > 0 ? std::max(from, reached) : std::clamp(reached, 0.0, from);
     if (holdAtBoundary(from, to)) {
         return std::nullopt;
@@ -56,13 +56,13 @@ PlayerThread::Due PlayerThread::play() {
         m_nextReport = now + m_observers.period.value_or(0s);
     }
     const auto due = nextDue(now);
-    return m_source && due - m_timeSource.now() > kTimeToFill && m_source->fill(false) ? now : due;
+    return m_source && due - m_clock.now() > kTimeToFill && m_source->fill(false) ? now : due;
 }
 
 void PlayerThread::startClock(Duration now) {
     m_isClockSet = true;
     m_position = m_time.seconds();
-    m_clock.start(m_position, m_rate.value, now);
+    m_motion.start(m_position, m_rate.value, now);
     m_isStarting = true;
     m_soundDeadline.reset();
     if (!m_sound) {
@@ -82,11 +82,11 @@ bool PlayerThread::waitsForSound(Duration now) {
     if (!m_soundDeadline) {
         return false;
     }
-    if (m_sound->state() == SoundOutput::State::starting && now < *m_soundDeadline) {
+    if (m_sound->state() == AudioOutput::State::starting && now < *m_soundDeadline) {
         return true;
     }
     m_soundDeadline.reset();
-    m_clock.start(m_position, m_rate.value, now);
+    m_motion.start(m_position, m_rate.value, now);
     return false;
 }
 
@@ -96,8 +96,8 @@ void PlayerThread::followSound(Duration now) {
     }
     m_soundCheck = now + kSoundCheckPeriod;
     if (const auto heard = m_sound->position()) {
-        const double ahead = *heard - m_clock.position(now);
-        m_clock.shift(std::abs(ahead) > kSoundJump ? ahead : ahead * kSoundShare);
+        const double ahead = *heard - m_motion.position(now);
+        m_motion.shift(std::abs(ahead) > kSoundJump ? ahead : ahead * kSoundShare);
     }
 }
 
@@ -146,7 +146,7 @@ void PlayerThread::moveTo(double seconds) {
         return;
     }
     const bool isForward = m_rate.value > 0;
-    const auto began = m_timeSource.now();
+    const auto began = m_clock.now();
     for (;;) {
         if (!isForward && m_frame->time.seconds() <= seconds + kSameTime) {
             return;
@@ -156,7 +156,7 @@ void PlayerThread::moveTo(double seconds) {
             return;
         }
         take(*next);
-        if (m_timeSource.now() - began > kPatience) {
+        if (m_clock.now() - began > kPatience) {
             catchUp();
             return;
         }
@@ -166,7 +166,7 @@ void PlayerThread::moveTo(double seconds) {
 /// Decoding every frame takes too long: goes on from one that is quick to have, about where the
 /// playhead is by now.
 void PlayerThread::catchUp() {
-    const double now = m_clock.position(m_timeSource.now());
+    const double now = m_motion.position(m_clock.now());
     const double rate = m_rate.value;
     const double lag = (now - m_frame->time.seconds()) / rate;
     if (lag < std::chrono::duration<double>(kPatience).count()) {
@@ -238,9 +238,9 @@ PlayerThread::Duration PlayerThread::nextDue(Duration now) {
             next = m_frame->time.seconds() - 2 * kSameTime;
         }
     }
-    auto due = m_clock.due(next);
+    auto due = m_motion.due(next);
     for (const auto &boundary : m_observers.boundaries) {
-        const auto met = m_clock.due(boundary.time.seconds());
+        const auto met = m_motion.due(boundary.time.seconds());
         due = met > now ? std::min(due, met) : due;
     }
     return m_observers.period ? std::min(due, m_nextReport) : due;

@@ -38,7 +38,7 @@ VideoEncoding::VideoEncoding(const ExportSource &source, int stream, const Expor
       m_timeBase(source.stream(stream).time_base),
       m_shift(ticksOf(cut.zero, m_timeBase)) {
     const AVStream &from = source.stream(stream);
-    const PictureFormat format = PictureFormat::of(from, bound);
+    const VideoFormat format = VideoFormat::of(from, bound);
     openDecoder(from);
     openEncoder(from, format);
     m_conversion.emplace(format, m_timeBase);
@@ -55,7 +55,7 @@ void VideoEncoding::openDecoder(const AVStream &stream) {
     check(avcodec_open2(m_decoder.get(), codec, nullptr), kDecoding);
 }
 
-void VideoEncoding::openEncoder(const AVStream &stream, const PictureFormat &format) {
+void VideoEncoding::openEncoder(const AVStream &stream, const VideoFormat &format) {
     const AVCodec *codec = avcodec_find_encoder_by_name("libx264");
     check(codec ? 0 : AVERROR_ENCODER_NOT_FOUND, kEncoding);
     m_encoder.reset(avcodec_alloc_context3(codec));

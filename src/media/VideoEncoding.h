@@ -3,8 +3,8 @@
 // For the source files of this floor only.
 
 #include "media/ExportCut.h"
+#include "media/FrameFilterGraph.h"
 #include "media/OutputFile.h"
-#include "media/PictureConversion.h"
 #include "media/PtsReconstructor.h"
 #include "media/StreamExport.h"
 
@@ -27,7 +27,7 @@ class VideoEncoding : public StreamExport {
 
   private:
     void openDecoder(const AVStream &stream);
-    void openEncoder(const AVStream &stream, const PictureFormat &format);
+    void openEncoder(const AVStream &stream, const VideoFormat &format);
     void receivePictures();
     void place(FrameHandle picture);
     void showEarlier(int64_t until);
@@ -42,7 +42,7 @@ class VideoEncoding : public StreamExport {
     int64_t m_shift;
     CodecHandle m_decoder;
     CodecHandle m_encoder;
-    std::optional<PictureConversion> m_conversion;
+    std::optional<FrameFilterGraph> m_conversion;
     FrameHandle m_earlier;                ///< the last picture before the cut, where it is shown
     std::map<int64_t, int64_t> m_lengths; ///< of pictures in the encoder, by their time
     PtsReconstructor m_untimed;

@@ -15,13 +15,13 @@ constexpr std::chrono::nanoseconds kReportingPeriod{1'000'000'000 / 30};
 
 } // namespace
 
-media::MediaPlayer::Options PlayerEngine::optionsWithSound() {
+media::MediaPlayer::Options PlayerEngine::optionsWithAudio() {
     media::MediaPlayer::Options options;
-    options.sound = media::makeSoundOutput();
+    options.audioOutput = media::makeAudioOutput();
     return options;
 }
 
-PlayerEngine::PlayerEngine(QObject *parent) : PlayerEngine(optionsWithSound(), parent) {}
+PlayerEngine::PlayerEngine(QObject *parent) : PlayerEngine(optionsWithAudio(), parent) {}
 
 PlayerEngine::PlayerEngine(media::MediaPlayer::Options options, QObject *parent)
     : QObject(parent), m_player(std::move(options)) {

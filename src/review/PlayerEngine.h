@@ -40,7 +40,7 @@ class PlayerEngine : public QObject {
     static constexpr double kDefaultFps = 30;
 
     /// With the machine's sound.
-    static media::MediaPlayer::Options optionsWithSound();
+    static media::MediaPlayer::Options optionsWithAudio();
 
     explicit PlayerEngine(QObject *parent = nullptr);
     explicit PlayerEngine(media::MediaPlayer::Options options, QObject *parent = nullptr);

@@ -57,7 +57,7 @@ TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationWhenCom
     };
     EXPECT_EQ(transcode(sessions), QString());
     EXPECT_EQ(delivered("clip.mp4"),
-              FakeSessions::output(ExportPreset::passthrough, bytes, {{900, 1200}}));
+              FakeSessions::output(ExportPreset::passthrough, bytes, {{{900}, {1200}}}));
     EXPECT_TRUE(sessions.assets.at(0).startsWith(at("tmp/cv-transcode-src.")));
     EXPECT_TRUE(sessions.assets.at(0).endsWith(text(".mov")));
     expectNoTemporaries();

@@ -258,7 +258,7 @@ TEST_F(ExportEngineTest, ChoosesTheSessionByKindModeAndOutput) {
     clip.subclips.append(sampleSubclip(text("s"), clip.id, 1));
     clip.subclips[0].selectedForExport = true;
     grantAndOpen();
-    const media::ExportTimeRange range{750, 1350};
+    const media::MediaTimeRange range{{750}, {1350}};
     choices.outputMode = OutputMode::primaryAndHd;
     const ExportBatchResult both = run();
     EXPECT_THAT(errorsOf(both), IsEmpty());

@@ -30,9 +30,10 @@ class FakeSessions : public media::ExportSessionFactory {
         return makesNone ? nullptr : std::make_unique<Session>(*this, asset, preset);
     }
     static QByteArray output(media::ExportPreset preset, const QByteArray &asset,
-                             std::optional<media::ExportTimeRange> range = {}) {
+                             std::optional<media::MediaTimeRange> range = {}) {
         return rawValue(preset).toUtf8() + ' ' +
-               (range ? QByteArray::number(range->in) + '-' + QByteArray::number(range->out)
+               (range ? QByteArray::number(range->in.value) + '-' +
+                            QByteArray::number(range->out.value)
                       : "all") +
                ' ' + asset;
     }
@@ -47,7 +48,7 @@ class FakeSessions : public media::ExportSessionFactory {
         Session(FakeSessions &sessions, QString given, media::ExportPreset chosen)
             : owner(sessions), asset(std::move(given)), preset(chosen) {}
 
-        void run(const QString &path, std::optional<media::ExportTimeRange> range,
+        void run(const QString &path, std::optional<media::MediaTimeRange> range,
                  std::stop_token stop) override {
             QFile from(asset);
             QFile into(path);

@@ -9,7 +9,7 @@
 using namespace corvane;
 using namespace corvane::test;
 using media::ExportPreset;
-using media::ExportTimeRange;
+using media::MediaTimeRange;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -49,7 +49,7 @@ class HandoffOutputs : public SelectsHandoffEngineTest {
         second.subclips[0].outSeconds = 2;
     }
     QByteArray part(ExportPreset preset, qint64 in, qint64 out) const {
-        return FakeSessions::output(preset, "two", ExportTimeRange{in, out});
+        return FakeSessions::output(preset, "two", MediaTimeRange{{in}, {out}});
     }
 };
 

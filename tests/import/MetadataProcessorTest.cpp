@@ -136,7 +136,7 @@ TEST_F(ClipCacheTest, MakesNoFilmstripOfWhatHasNoneAndStopsWhenAsked) {
 }
 
 TEST(ImageIOHelperTest, ReplacesWholeOrLeavesWhatWasWhicheverCallFails) {
-    const media::StillImage image{2, 2, QByteArray(12, char(200))};
+    const media::RGBImage image{2, 2, QByteArray(12, char(200))};
     for (int call = 0, calls = 1; call <= calls; ++call) {
         const TestFolder folder;
         const QString target = folder.write(text("a.jpg"), "before");

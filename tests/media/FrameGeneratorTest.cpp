@@ -14,7 +14,7 @@ using corvane::test::TestFolder;
 
 namespace {
 
-QList<int> sizeOf(const StillImage &image) {
+QList<int> sizeOf(const RGBImage &image) {
     return {image.width, image.height};
 }
 
@@ -28,10 +28,10 @@ TEST(FrameGeneratorTest, TurnsScalesAndFitsWithoutEnlarging) {
         SCOPED_TRACE(rotation);
         const QString path = makeClip(folder.at(QStringLiteral("%1.mov").arg(rotation)),
                                       {.frames = 3, .rotation = rotation});
-        const StillImage upright = FrameGenerator(path, kThumbnail).imageAt({1, 25});
+        const RGBImage upright = FrameGenerator(path, kThumbnail).imageAt({1, 25});
         EXPECT_EQ(sizeOf(upright), (rotation == 180 ? QList{160, 90} : QList{51, 90}));
         EXPECT_EQ(frameNumber(upright, rotation / 90), 1);
-        const StillImage stored =
+        const RGBImage stored =
             FrameGenerator(path, {.appliesPreferredTrackTransform = false}).imageAt({1, 25});
         EXPECT_EQ(sizeOf(stored), (QList{320, 180}));
         EXPECT_EQ(frameNumber(stored), 1);
@@ -41,7 +41,7 @@ TEST(FrameGeneratorTest, TurnsScalesAndFitsWithoutEnlarging) {
                                                         .size = {37, 21},
                                                         .frames = 1,
                                                         .pixelFormat = QStringLiteral("yuv444p")});
-    const StillImage only = FrameGenerator(odd, kThumbnail).imageAt({5, 1});
+    const RGBImage only = FrameGenerator(odd, kThumbnail).imageAt({5, 1});
     EXPECT_EQ(sizeOf(only), (QList{37, 21}));
     EXPECT_EQ(frameNumber(only), 0);
     const QString oblong =
@@ -65,7 +65,7 @@ TEST(FrameGeneratorTest, TakesManyTimesInOneGoEachWithinItsTolerance) {
                 times.append(MediaTime::fromSeconds(frame / 25.0));
             }
             qsizetype taken = 0;
-            generator.images(times, [&](qsizetype index, std::optional<StillImage> image) {
+            generator.images(times, [&](qsizetype index, std::optional<RGBImage> image) {
                 ++taken;
                 ASSERT_TRUE(image);
                 EXPECT_NEAR(frameNumber(*image).value_or(-99) / 25.0, times.at(index).seconds(),
@@ -84,6 +84,6 @@ TEST(FrameGeneratorTest, FailsForWhatHasNoPicture) {
     std::stop_source stop;
     FrameGenerator stopped(makeClip(folder.at(QStringLiteral("a.mp4"))), {}, stop.get_token());
     stop.request_stop();
-    EXPECT_THROW(stopped.images({{1, 1}}, [](qsizetype, std::optional<StillImage>) {}), Cancelled);
-    EXPECT_THROW(StillImage().encodedJPEG(0.8), MediaError);
+    EXPECT_THROW(stopped.images({{1, 1}}, [](qsizetype, std::optional<RGBImage>) {}), Cancelled);
+    EXPECT_THROW(RGBImage().encodedJPEG(0.8), MediaError);
 }

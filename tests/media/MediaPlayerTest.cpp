@@ -24,7 +24,7 @@ using test::eventually;
 constexpr double kFrame = 0.04;
 
 /// A sound that does as it is told by the test.
-class TestSound : public SoundOutput {
+class TestAudioOutput : public AudioOutput {
   public:
     struct Heard {
         std::atomic<State> state{State::silent};
@@ -32,7 +32,7 @@ class TestSound : public SoundOutput {
         std::atomic<bool> isPlayed{false};
     };
 
-    explicit TestSound(Heard &heard) : m_heard(heard) {}
+    explicit TestAudioOutput(Heard &heard) : m_heard(heard) {}
     void setWake(std::function<void()>) override {}
     void setFile(const QString &) override {}
     void play(double seconds, double) override {
@@ -61,7 +61,7 @@ class TestSound : public SoundOutput {
 class MediaPlayerTest : public testing::Test {
   protected:
     void start(MediaPlayer::Options options = {}) {
-        options.time = &time;
+        options.clock = &clock;
         player = std::make_unique<MediaPlayer>(std::move(options));
         player->setSink(sink);
         player->addPeriodicTimeObserver(1ms, [this](MediaTime) { ++reports; });
@@ -101,7 +101,7 @@ class MediaPlayerTest : public testing::Test {
             if (!comesTo(at)) {
                 return;
             }
-            time.advance(std::chrono::duration<double>(kFrame));
+            clock.advance(std::chrono::duration<double>(kFrame));
             at = rate > 0 ? std::min(at + kFrame * rate, to) : std::max(at + kFrame * rate, to);
             if (at == to) {
                 EXPECT_TRUE(eventually([&] { return player->rate() == 0; }));
@@ -113,7 +113,7 @@ class MediaPlayerTest : public testing::Test {
     test::TestFolder folder;
     int clips = 0;
     int reports = 0;
-    test::TestTimeSource time;
+    test::TestMonotonicClock clock;
     std::shared_ptr<test::TestSink> sink = std::make_shared<test::TestSink>();
     std::unique_ptr<MediaPlayer> player;
 };
@@ -196,7 +196,7 @@ TEST_F(MediaPlayerTest, StepsByFramesWhereTheirTimesAreUneven) {
         for (int frame = 1; frame < 20; ++frame) {
             player->stepFrames(1);
             ASSERT_TRUE(shows(frame));
-            const auto exact = sink->shown().last().picture.time;
+            const auto exact = sink->shown().last().frame.time;
             ASSERT_TRUE(eventually([&] { return player->currentTime() == exact; }));
             player->seek(MediaTime::fromSeconds(exact.seconds())); // rounded, it still names it
         }
@@ -258,7 +258,7 @@ TEST_F(MediaPlayerTest, PausesOnTheFrameThatItsTimeNames) {
     load(clip({.frames = 60, .rate = QStringLiteral("24000/1001")}));
     play(1);
     for (int step = 1; step < 40; ++step) {
-        time.advance(0.0397s);
+        clock.advance(0.0397s);
         ASSERT_TRUE(comesTo(step * 0.0397));
         const int shown = sink->number();
         settle([&] { player->pause(); });
@@ -279,14 +279,14 @@ TEST_F(MediaPlayerTest, WaitsAtABoundaryUntilItsObserverHasBeenCalled) {
         player->pause();
     });
     play(8);
-    time.advance(100ms);
+    clock.advance(100ms);
     EXPECT_TRUE(eventually([&] { return calls == 1; }));
     EXPECT_TRUE(comesTo(0.4));
     player->removeTimeObserver(token);
     player->seek({});
     player->setRate(8);
     EXPECT_TRUE(eventually([&] {
-        time.advance(50ms); // each is reported, which wakes this loop
+        clock.advance(50ms); // each is reported, which wakes this loop
         return player->rate() == 0;
     }));
     EXPECT_EQ(calls, 1);
@@ -308,7 +308,7 @@ TEST_F(MediaPlayerTest, NeverShowsAPictureOfTheFileBefore) {
         player->stepFrames(3);
         ASSERT_TRUE(shows(3));
         for (const auto &shown : sink->shown()) {
-            EXPECT_EQ(shown.picture.item, player->currentItem());
+            EXPECT_EQ(shown.frame.item, player->currentItem());
         }
     }
     player->replaceCurrentItem({});
@@ -329,9 +329,9 @@ TEST_F(MediaPlayerTest, ShowsNothingOfWhatItCannotReadAndPlaysWhatHasNoPictures)
         player->replaceCurrentItem(clip({.frames = 0, .audioTracks = 1, .audioSeconds = 0.2}));
     });
     play(1);
-    time.advance(0.1s);
+    clock.advance(0.1s);
     ASSERT_TRUE(comesTo(0.1));
-    time.advance(0.2s);
+    clock.advance(0.2s);
     EXPECT_TRUE(eventually([&] { return player->rate() == 0; }));
     EXPECT_NEAR(player->currentTime().seconds(), 0.2, 0.03);
 
@@ -339,7 +339,7 @@ TEST_F(MediaPlayerTest, ShowsNothingOfWhatItCannotReadAndPlaysWhatHasNoPictures)
     settle([&] { player->stepFrames(1); });
     settle([&] { player->stepFrames(-2); });
     play(1);
-    time.advance(1s);
+    clock.advance(1s);
     EXPECT_TRUE(eventually([&] { return player->rate() == 0; }));
     EXPECT_EQ(sink->numbers(), QList<int>{0});
 }
@@ -365,11 +365,11 @@ TEST_F(MediaPlayerTest, MakesUprightPicturesOfTheWantedSize) {
     sink->size = {100, 100};
     const auto path = clip({.frames = 3, .rotation = 90});
     load(path);
-    EXPECT_EQ(sink->shown().last().picture.height, 100);
-    EXPECT_EQ(sink->shown().last().picture.width, 56);
+    EXPECT_EQ(sink->shown().last().frame.height, 100);
+    EXPECT_EQ(sink->shown().last().frame.width, 56);
     sink->size = {4000, 4000}; // never larger than the source
     player->redraw();
-    EXPECT_TRUE(eventually([&] { return sink->shown().last().picture.height == 320; }));
+    EXPECT_TRUE(eventually([&] { return sink->shown().last().frame.height == 320; }));
 }
 
 TEST_F(MediaPlayerTest, MapsHighDynamicRangeAsStillsDo) {
@@ -384,8 +384,8 @@ TEST_F(MediaPlayerTest, MapsHighDynamicRangeAsStillsDo) {
             .split(QLatin1Char(' ')));
     settle([&] { player->replaceCurrentItem(path); });
     ASSERT_TRUE(eventually([&] { return !sink->shown().isEmpty(); }));
-    const Picture shown = sink->shown().last().picture;
-    const StillImage still = FrameGenerator(path, {}).imageAt({});
+    const DisplayFrame shown = sink->shown().last().frame;
+    const RGBImage still = FrameGenerator(path, {}).imageAt({});
     ASSERT_EQ(QSize(shown.width, shown.height), QSize(still.width, still.height));
     int furthest = 0;
     for (int at = 0; at < still.width * still.height; ++at) {
@@ -400,33 +400,33 @@ TEST_F(MediaPlayerTest, MapsHighDynamicRangeAsStillsDo) {
 }
 
 TEST_F(MediaPlayerTest, LetsThePicturesFollowTheSound) {
-    TestSound::Heard heard;
-    start({.sound = std::make_unique<TestSound>(heard)});
+    TestAudioOutput::Heard heard;
+    start({.audioOutput = std::make_unique<TestAudioOutput>(heard)});
     load(clip());
     player->setRate(1);
     ASSERT_TRUE(eventually([&] { return heard.isPlayed.load(); }));
-    time.advance(100ms); // it isn't heard yet
-    heard.state = SoundOutput::State::running;
-    time.advance(500ms);
+    clock.advance(100ms); // it isn't heard yet
+    heard.state = AudioOutput::State::running;
+    clock.advance(500ms);
     ASSERT_TRUE(shows(0));
     heard.position = 1.2;
-    time.advance(300ms);
+    clock.advance(300ms);
     EXPECT_TRUE(eventually([&] { return sink->number() >= 30; }));
     player->setRate(4);
-    EXPECT_TRUE(eventually([&] { return heard.state == SoundOutput::State::silent; }));
+    EXPECT_TRUE(eventually([&] { return heard.state == AudioOutput::State::silent; }));
     player.reset(); // before what its sound refers to
 }
 
 TEST_F(MediaPlayerTest, HearsAFilesSoundWithOrWithoutADevice) {
-    const auto sound = makeSoundOutput();
+    const auto sound = makeAudioOutput();
     sound->setWake([] { QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); });
     sound->setFile(clip({.frames = 50, .audioTracks = 1}));
     sound->play(0.5, 1);
-    EXPECT_TRUE(eventually([&] { return sound->state() == SoundOutput::State::running; }));
+    EXPECT_TRUE(eventually([&] { return sound->state() == AudioOutput::State::running; }));
     EXPECT_GE(sound->position().value_or(0), 0.3);
     sound->setFile(clip({.frames = 5}));
     sound->play(0, 1);
-    EXPECT_TRUE(eventually([&] { return sound->state() == SoundOutput::State::silent; }));
+    EXPECT_TRUE(eventually([&] { return sound->state() == AudioOutput::State::silent; }));
 }
 
 } // namespace corvane::media

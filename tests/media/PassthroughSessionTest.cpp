@@ -75,14 +75,14 @@ TEST_F(PassthroughSessionTest, ShowsTheCutFromItsFirstFrameAndLacksNone) {
 }
 
 TEST_F(PassthroughSessionTest, ShowsTheLastFrameInARangeThatBeginsWhileItStands) {
-    const auto range = media::ExportTimeRange::fromSeconds(1.97, 1.99);
+    const auto range = media::MediaTimeRange::fromSeconds(1.97, 1.99);
     for (const char *name : {"a.mp4", "b.mkv"}) {
         const QString source = clip(name, {.gop = 20, .bFrames = 2, .audioTracks = 1});
         EXPECT_EQ(exported(source, kPassthrough, range), "") << name;
         EXPECT_EQ(shownFrames().mid(0, 1), numbers(49, 1)) << name;
         EXPECT_EQ(exported(source, ExportPreset::highestQuality, range), "") << name;
         EXPECT_EQ(shownFrames(), numbers(49, 1)) << name;
-        EXPECT_EQ(exported(source, kPassthrough, media::ExportTimeRange::fromSeconds(3, 4)),
+        EXPECT_EQ(exported(source, kPassthrough, media::MediaTimeRange::fromSeconds(3, 4)),
                   "The source shows nothing in this range.");
     }
 }

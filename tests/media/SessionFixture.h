@@ -29,7 +29,7 @@ class SessionTest : public testing::Test {
     /// Exports into "out.mp4"; the failure's text, "none" where there is no session, "" where it
     /// was made. The range is in 1/600 s.
     std::string exported(const QString &source, media::ExportPreset preset,
-                         std::optional<media::ExportTimeRange> range = {}) {
+                         std::optional<media::MediaTimeRange> range = {}) {
         try {
             const auto session = media::ffmpegExportSessions().create(source, preset);
             if (!session) {
@@ -85,8 +85,8 @@ class SessionTest : public testing::Test {
 };
 
 /// The range of whole frames, `first` to the one before `end`, of so many a second.
-inline media::ExportTimeRange frameRange(int first, int end, double rate = 25) {
-    return media::ExportTimeRange::fromSeconds(first / rate, end / rate);
+inline media::MediaTimeRange frameRange(int first, int end, double rate = 25) {
+    return media::MediaTimeRange::fromSeconds(first / rate, end / rate);
 }
 
 } // namespace corvane::test

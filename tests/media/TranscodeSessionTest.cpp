@@ -81,15 +81,15 @@ TEST_F(TranscodeSessionTest, KeepsTheTimesOfAVaryingFrameRate) {
                          .gop = 300,
                          .bFrames = 2,
                          .milliseconds = words("floor(N/2)*100+mod(N,2)*20+gte(N,20)*2000")});
-    EXPECT_EQ(exported(source, kAccurate, media::ExportTimeRange{120, 420}), "");
+    EXPECT_EQ(exported(source, kAccurate, media::MediaTimeRange{{120}, {420}}), "");
     EXPECT_EQ(shownFrames(), numbers(4, 10));
     const std::string times = probed("v:0", "frame=pts_time");
     EXPECT_THAT(times, testing::StartsWith("0.000000, 0.020000 0.100000 0.120000 0.200000"));
     // From the middle of the long frame: it is what the in point shows.
-    EXPECT_EQ(exported(source, kAccurate, media::ExportTimeRange{1200, 1860}), "");
+    EXPECT_EQ(exported(source, kAccurate, media::MediaTimeRange{{1200}, {1860}}), "");
     EXPECT_EQ(shownFrames(), numbers(19, 3));
     EXPECT_THAT(probed("v:0", "frame=pts_time"), HasSubstr("1.000000 1.020000"));
-    EXPECT_EQ(exported(source, kAccurate, media::ExportTimeRange{900, 1200}), "");
+    EXPECT_EQ(exported(source, kAccurate, media::MediaTimeRange{{900}, {1200}}), "");
     EXPECT_EQ(shownFrames(), numbers(19, 1));
     EXPECT_EQ(probed("v:0", "stream=duration"), "0.500000") << "no longer than the range";
 }
@@ -193,8 +193,8 @@ TEST_F(TranscodeSessionTest, MapsHighDynamicRangeAsStillsDo) {
         const auto still = [](const QString &path) {
             return media::FrameGenerator(path, {}).imageAt({});
         };
-        const media::StillImage own = still(source);
-        const media::StillImage exported = still(output);
+        const media::RGBImage own = still(source);
+        const media::RGBImage exported = still(output);
         ASSERT_EQ(own.pixels.size(), exported.pixels.size());
         double sum = 0;
         for (qsizetype at = 0; at < own.pixels.size(); ++at) {
@@ -219,7 +219,7 @@ TEST_F(TranscodeSessionTest, KeepsEverySoundTrackWithItsChannels) {
     EXPECT_EQ(probed("a", "stream=codec_name,channel_layout:stream_tags=language"),
               "aac,mono,und aac,mono,fra aac,5.1,und");
     const QString soundOnly = clip("sound.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 3});
-    EXPECT_EQ(exported(soundOnly, kHD, media::ExportTimeRange{600, 1500}), "");
+    EXPECT_EQ(exported(soundOnly, kHD, media::MediaTimeRange{{600}, {1500}}), "");
     EXPECT_EQ(probed("a:0", "stream=duration"), "1.500000");
     const QString fine = folder.at(words("fine.wav")); // of a rate that AAC doesn't have
     runFFmpeg({words("-f"), words("lavfi"), words("-i"), words("sine=r=192000:d=2"), fine});
@@ -267,8 +267,8 @@ TEST_F(TranscodeSessionTest, TellsWhatIsWrongWithASource) {
             EXPECT_EQ(exported(folder.write(words("broken.mp4"), broken), preset), "none");
         }
     }
-    EXPECT_EQ(exported(good, kAccurate, media::ExportTimeRange{60'000, 66'000}),
+    EXPECT_EQ(exported(good, kAccurate, media::MediaTimeRange{{60'000}, {66'000}}),
               "The source shows nothing in this range.");
-    EXPECT_EQ(exported(good, kAccurate, media::ExportTimeRange{1200, 66'000}), "");
+    EXPECT_EQ(exported(good, kAccurate, media::MediaTimeRange{{1200}, {66'000}}), "");
     EXPECT_EQ(shownFrames(), numbers(50, 10)) << "clamped to the end";
 }

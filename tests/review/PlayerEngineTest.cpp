@@ -33,10 +33,10 @@ class PlayerEngineTest : public testing::Test {
 
     test::TestFolder folder;
     int clips = 0;
-    test::TestTimeSource time;
+    test::TestMonotonicClock clock;
     std::shared_ptr<test::TestSink> sink = std::make_shared<test::TestSink>();
     std::unique_ptr<PlayerEngine> engine =
-        std::make_unique<PlayerEngine>(media::MediaPlayer::Options{.time = &time});
+        std::make_unique<PlayerEngine>(media::MediaPlayer::Options{.clock = &clock});
 };
 
 } // namespace
@@ -129,7 +129,7 @@ TEST_F(PlayerEngineTest, StopsAtTheOutOfARangeWithThePlayheadBackAtItsIn) {
         engine->togglePlaying();
         EXPECT_EQ(engine->rate(), 1);
         EXPECT_TRUE(eventually([&] {
-            time.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
+            clock.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
             return engine->rate() == 0;
         }));
         EXPECT_TRUE(shows(10, 0.4));

@@ -50,9 +50,9 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
     }
 
     const QString id = QStringLiteral("0D0E0F00-1111-4222-8333-444455556666");
-    test::TestTimeSource time;
+    test::TestMonotonicClock clock;
     std::shared_ptr<test::TestSink> sink = std::make_shared<test::TestSink>();
-    PlayerEngine engine{media::MediaPlayer::Options{.time = &time}};
+    PlayerEngine engine{media::MediaPlayer::Options{.clock = &clock}};
     EngineReviewPlayer enginePlayer{engine};
     ReviewScreenState real{store, enginePlayer, reviewServices()};
 };
@@ -78,7 +78,7 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     press(Qt::Key_Space);
     EXPECT_TRUE(real.isPlaying());
     EXPECT_TRUE(eventually([&] {
-        time.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
+        clock.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
         return !real.isPlaying();
     }));
     EXPECT_TRUE(standsAt(10)) << "it stops at the out and goes back to the in";

@@ -173,7 +173,7 @@ std::optional<int> frameNumber(QSize size, int quarterTurns,
     return number;
 }
 
-std::optional<int> frameNumber(const media::StillImage &image, int quarterTurns) {
+std::optional<int> frameNumber(const media::RGBImage &image, int quarterTurns) {
     return frameNumber({image.width, image.height}, quarterTurns, [&](int x, int y) {
         const qsizetype pixel = qsizetype(y) * image.width + x;
         return uchar(image.pixels.at(pixel * 3)) / 255.0;
@@ -194,8 +194,8 @@ std::optional<int> frameNumber(const AVFrame &picture) {
     });
 }
 
-media::StillImage decodedJPEG(const QByteArray &bytes) {
-    media::StillImage image;
+media::RGBImage decodedJPEG(const QByteArray &bytes) {
+    media::RGBImage image;
     tjhandle decoder = tjInitDecompress();
     const auto *from = reinterpret_cast<const unsigned char *>(bytes.constData());
     int sampling = 0;

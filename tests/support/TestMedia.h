@@ -1,6 +1,6 @@
 #pragma once
 
-#include "media/StillImage.h"
+#include "media/RGBImage.h"
 
 #include <QSize>
 #include <QString>
@@ -48,7 +48,7 @@ void runFFmpeg(const QStringList &arguments, const QByteArray &input = {});
 
 /// The number that a picture of one of these clips carries, or nothing where it carries none.
 /// `quarterTurns`: how far the picture was turned clockwise since it was stored.
-std::optional<int> frameNumber(const media::StillImage &image, int quarterTurns = 0);
+std::optional<int> frameNumber(const media::RGBImage &image, int quarterTurns = 0);
 /// Of a decoded picture in any planar or packed format whose first component is luma or red.
 std::optional<int> frameNumber(const AVFrame &picture);
 /// Of any picture, by the brightness of its points from 0 to 1.
@@ -56,6 +56,6 @@ std::optional<int> frameNumber(QSize size, int quarterTurns,
                                const std::function<double(int x, int y)> &brightness);
 
 /// A JPEG file's picture; an empty one for what is no JPEG file.
-media::StillImage decodedJPEG(const QByteArray &bytes);
+media::RGBImage decodedJPEG(const QByteArray &bytes);
 
 } // namespace corvane::test

@@ -28,8 +28,8 @@ bool eventually(const std::function<bool()> &holds) {
     return true;
 }
 
-void TestTimeSource::wait(std::unique_lock<std::mutex> &lock, std::condition_variable &wake,
-                          std::optional<Duration> due) {
+void TestMonotonicClock::wait(std::unique_lock<std::mutex> &lock, std::condition_variable &wake,
+                              std::optional<Duration> due) {
     {
         const std::scoped_lock own(m_mutex);
         m_waitingMutex = lock.mutex();
@@ -42,7 +42,7 @@ void TestTimeSource::wait(std::unique_lock<std::mutex> &lock, std::condition_var
     m_waiting = nullptr;
 }
 
-void TestTimeSource::advance(std::chrono::duration<double> step) {
+void TestMonotonicClock::advance(std::chrono::duration<double> step) {
     m_now = now() + std::chrono::round<Duration>(step);
     std::mutex *mutex = nullptr;
     std::condition_variable *waiting = nullptr;
@@ -57,16 +57,16 @@ void TestTimeSource::advance(std::chrono::duration<double> step) {
     }
 }
 
-void TestSink::show(media::Picture picture) {
-    const auto *pixels = picture.pixels.get();
+void TestSink::show(media::DisplayFrame frame) {
+    const auto *pixels = frame.pixels.get();
     const auto brightness = [&](int x, int y) {
         constexpr double kWhite = 255;
-        return pixels[y * picture.bytesPerLine + x * 4 + 1] / kWhite; // green
+        return pixels[y * frame.bytesPerLine + x * 4 + 1] / kWhite; // green
     };
-    const auto number = frameNumber({picture.width, picture.height}, quarterTurns, brightness);
+    const auto number = frameNumber({frame.width, frame.height}, quarterTurns, brightness);
     {
         const std::scoped_lock lock(m_mutex);
-        m_shown.push_back({number, std::move(picture)});
+        m_shown.push_back({number, std::move(frame)});
     }
     QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); // somebody may wait for it
 }

@@ -13,7 +13,7 @@ namespace corvane::test {
 bool eventually(const std::function<bool()> &holds);
 
 /// A time that stands until it is told to go on.
-class TestTimeSource : public media::TimeSource {
+class TestMonotonicClock : public media::MonotonicClock {
   public:
     Duration now() const override { return m_now; }
     void wait(std::unique_lock<std::mutex> &lock, std::condition_variable &wake,
@@ -29,15 +29,15 @@ class TestTimeSource : public media::TimeSource {
 };
 
 /// Keeps what it is shown.
-class TestSink : public media::PictureSink {
+class TestSink : public media::FrameSink {
   public:
     struct Shown {
         std::optional<int> number; ///< that the picture carries
-        media::Picture picture;
+        media::DisplayFrame frame;
     };
 
     QSize wantedSize() const override { return size; }
-    void show(media::Picture picture) override;
+    void show(media::DisplayFrame frame) override;
     void clear() override;
 
     /// Since the last clearing.

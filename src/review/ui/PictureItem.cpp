@@ -13,7 +13,7 @@ namespace corvane {
 namespace {
 
 /// Shares the picture's memory for as long as the image lives.
-QImage imageOf(const media::Picture &picture) {
+QImage imageOf(const media::DisplayFrame &picture) {
     using Pixels = std::shared_ptr<const uchar>;
     const auto release = [](void *pixels) { delete static_cast<Pixels *>(pixels); };
     return QImage(picture.pixels.get(), picture.width, picture.height, picture.bytesPerLine,

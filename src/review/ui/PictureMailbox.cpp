@@ -14,7 +14,7 @@ bool PictureMailbox::setWantedSize(QSize size) {
     return std::exchange(m_wantedSize, size) != size;
 }
 
-media::Picture PictureMailbox::picture() const {
+media::DisplayFrame PictureMailbox::picture() const {
     const std::scoped_lock lock(m_mutex);
     return m_picture;
 }
@@ -24,7 +24,7 @@ QSize PictureMailbox::wantedSize() const {
     return m_wantedSize;
 }
 
-void PictureMailbox::show(media::Picture picture) {
+void PictureMailbox::show(media::DisplayFrame picture) {
     const std::scoped_lock lock(m_mutex);
     m_picture = std::move(picture);
     announce();

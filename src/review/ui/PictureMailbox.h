@@ -1,6 +1,6 @@
 #pragma once
 
-#include "media/Picture.h"
+#include "media/DisplayFrame.h"
 
 #include <QQuickItem>
 
@@ -10,7 +10,7 @@ namespace corvane {
 
 /// Holds the latest picture between the player's thread and the one that draws, and tells the item
 /// that there is one. Any thread.
-class PictureMailbox : public media::PictureSink {
+class PictureMailbox : public media::FrameSink {
   public:
     explicit PictureMailbox(QQuickItem *item) : m_item(item) {}
 
@@ -18,10 +18,10 @@ class PictureMailbox : public media::PictureSink {
     void detach();
     /// True where that is another size than before.
     bool setWantedSize(QSize size);
-    media::Picture picture() const;
+    media::DisplayFrame picture() const;
 
     QSize wantedSize() const override;
-    void show(media::Picture picture) override;
+    void show(media::DisplayFrame frame) override;
     void clear() override;
 
   private:
@@ -30,7 +30,7 @@ class PictureMailbox : public media::PictureSink {
     mutable std::mutex m_mutex;
     QQuickItem *m_item; ///< nothing once it is gone
     QSize m_wantedSize;
-    media::Picture m_picture;
+    media::DisplayFrame m_picture;
     bool m_isAnnounced = false;
 };
 

@@ -32,7 +32,7 @@ class ProjectScreen : public OpenProjectScreen {
   public:
     /// `player` is what plays: without sound where there must be none.
     explicit ProjectScreen(CorvaneApp &app,
-                           media::MediaPlayer::Options player = PlayerEngine::optionsWithSound());
+                           media::MediaPlayer::Options player = PlayerEngine::optionsWithAudio());
     ~ProjectScreen() override;
 
     PlayerEngine *engine() { return &m_engine; }

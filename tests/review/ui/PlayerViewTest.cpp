@@ -40,8 +40,8 @@ std::optional<int> numberIn(const QImage &window, QSize shape, int quarterTurns)
 
 TEST(PlayerViewTest, ShowsTheEnginesPictureWholeOnBlackAndNothingOfAFileThatIsGone) {
     const TestFolder folder;
-    TestTimeSource time;
-    PlayerEngine engine({.time = &time});
+    TestMonotonicClock clock;
+    PlayerEngine engine({.clock = &clock});
     Screen screen(kView, {500, 400}, {{QStringLiteral("player"), QVariant::fromValue(&engine)}});
     waitUntilDone(engine.load(makeClip(folder.at(QStringLiteral("a.mov")), {.frames = 20})));
     EXPECT_TRUE(screen.waitFor([&] { return numberIn(screen.picture(), {320, 180}, 0) == 0; }));
@@ -60,8 +60,8 @@ TEST(PlayerViewTest, ShowsTheEnginesPictureWholeOnBlackAndNothingOfAFileThatIsGo
 }
 
 TEST(PlayerViewTest, HasAButtonOverThePictureThatTellsWhatItDoes) {
-    TestTimeSource time;
-    PlayerEngine engine({.time = &time});
+    TestMonotonicClock clock;
+    PlayerEngine engine({.clock = &clock});
     Screen screen(kView, {500, 400}, {{QStringLiteral("player"), QVariant::fromValue(&engine)}});
     const auto button = QStringLiteral("playerOverlayButton");
     EXPECT_EQ(Screen::accessibleName(screen.item(button)), QStringLiteral("Play"));

@@ -1,6 +1,6 @@
 #include "review/ui/StillImage.h"
 
-#include "media/StillImage.h"
+#include "media/RGBImage.h"
 #include "support/FaultyFileSystem.h"
 #include "support/screens/Screen.h"
 #include "support/TestFolder.h"
@@ -37,7 +37,7 @@ constexpr auto kThumbnails = R"(
 
 /// A picture of three upright stripes, the middle one of this colour, the others black.
 QByteArray stripes(QColor middle, int width = 640, int height = 180) {
-    media::StillImage image{.width = width, .height = height, .pixels = {}};
+    media::RGBImage image{.width = width, .height = height, .pixels = {}};
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             const bool inMiddle = x >= width / 4 && x < width - width / 4;

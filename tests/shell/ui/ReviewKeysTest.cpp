@@ -9,16 +9,16 @@ using namespace corvane::test;
 
 namespace {
 
-/// A time that stands, so that a clip that plays stays where it is.
-struct StandingTime {
-    TestTimeSource time;
+/// A player clock that never advances: a playing clip keeps its position.
+struct FrozenPlayback {
+    TestMonotonicClock playerClock;
 };
 
 /// Three clips of 12 s and 300 frames, each with the subclips 1.25 to 2.25 and 2.5 to 3.5 s, which
 /// makes them reviewed.
-class ReviewKeysTest : private StandingTime, public WindowTest {
+class ReviewKeysTest : private FrozenPlayback, public WindowTest {
   protected:
-    ReviewKeysTest() : WindowTest(time) {
+    ReviewKeysTest() : WindowTest(playerClock) {
         makeClip(folder.at(QStringLiteral("clip.mov")), {.size = kShape, .frames = 300});
         Project project = sampleProject(3, 2);
         for (VideoItem &video : project.videos) {

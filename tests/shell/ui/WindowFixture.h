@@ -14,7 +14,7 @@ inline QString utf8(const char *text) {
     return QString::fromUtf8(text);
 }
 
-/// The program in its window, without sound, which not every machine has. What `time` plays by must
+/// The program in its window, without audio, which not every machine has. `playerClock` must
 /// outlive the test.
 class WindowTest : public ShellTest {
   protected:
@@ -25,10 +25,10 @@ class WindowTest : public ShellTest {
     /// Of what the machine works at: media are read, copied and encoded meanwhile.
     static constexpr Bound kWork = std::chrono::minutes(3);
 
-    explicit WindowTest(media::TimeSource &time = media::TimeSource::system())
-        : ShellTest([&time](CorvaneApp &app) {
-              return std::make_unique<ProjectScreen>(app,
-                                                     media::MediaPlayer::Options{.time = &time});
+    explicit WindowTest(media::MonotonicClock &playerClock = media::MonotonicClock::system())
+        : ShellTest([&playerClock](CorvaneApp &app) {
+              return std::make_unique<ProjectScreen>(
+                  app, media::MediaPlayer::Options{.clock = &playerClock});
           }) {}
 
     void show() {

@@ -12,7 +12,7 @@ namespace corvane::media {
 /// sound, a missing device and a missing player all just give no sound.
 ///
 /// Made anywhere; everything else happens on the player's thread.
-class SoundOutput {
+class AudioOutput {
   public:
     enum class State {
         silent,   ///< stopped, or there is nothing to be heard
@@ -20,7 +20,7 @@ class SoundOutput {
         running,
     };
 
-    virtual ~SoundOutput();
+    virtual ~AudioOutput();
 
     /// `wake` is called from any thread when `state` may have changed.
     virtual void setWake(std::function<void()> wake) = 0;
@@ -35,6 +35,6 @@ class SoundOutput {
 };
 
 /// The machine's sound.
-std::unique_ptr<SoundOutput> makeSoundOutput();
+std::unique_ptr<AudioOutput> makeAudioOutput();
 
 } // namespace corvane::media

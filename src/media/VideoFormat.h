@@ -9,7 +9,7 @@
 namespace corvane::media {
 
 /// What an encoded picture is like: 8 bits, 4:2:0, which every player shows.
-struct PictureFormat {
+struct VideoFormat {
     QSize size; ///< as stored, before the display matrix turns it
     AVPixelFormat pixels = AV_PIX_FMT_YUV420P;
     AVRational sampleAspectRatio{0, 1};
@@ -28,7 +28,7 @@ struct PictureFormat {
     /// The size is even, as 4:2:0 needs it (a multiple of 4 rows where interlaced): what is too
     /// much at the right and at the bottom is cut off, at most one column and three rows, because
     /// scaling would soften and padding would add an edge. High dynamic range becomes BT.709.
-    static PictureFormat of(const AVStream &stream, std::optional<QSize> bound);
+    static VideoFormat of(const AVStream &stream, std::optional<QSize> bound);
 };
 
 /// True for the transfer functions of high dynamic range, PQ and HLG.

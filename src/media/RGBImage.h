@@ -5,7 +5,7 @@
 namespace corvane::media {
 
 /// One picture in memory: rows of `width` times three bytes, red first, top row first, no padding.
-struct StillImage {
+struct RGBImage {
     int width = 0;
     int height = 0;
     QByteArray pixels;

@@ -1,10 +1,10 @@
-#include "media/TimeSource.h"
+#include "media/MonotonicClock.h"
 
 namespace corvane::media {
 
 namespace {
 
-class SystemTimeSource : public TimeSource {
+class SystemMonotonicClock : public MonotonicClock {
   public:
     Duration now() const override { return std::chrono::steady_clock::now().time_since_epoch(); }
     void wait(std::unique_lock<std::mutex> &lock, std::condition_variable &wake,
@@ -19,10 +19,10 @@ class SystemTimeSource : public TimeSource {
 
 } // namespace
 
-TimeSource::~TimeSource() = default;
+MonotonicClock::~MonotonicClock() = default;
 
-TimeSource &TimeSource::system() {
-    static SystemTimeSource source;
+MonotonicClock &MonotonicClock::system() {
+    static SystemMonotonicClock source;
     return source;
 }
 

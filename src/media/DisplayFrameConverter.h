@@ -2,8 +2,8 @@
 
 // For the source files of this floor only.
 
-#include "media/Picture.h"
-#include "media/PictureConversion.h"
+#include "media/DisplayFrame.h"
+#include "media/FrameFilterGraph.h"
 #include "media/VideoReader.h"
 
 namespace corvane::media {
@@ -15,14 +15,14 @@ QSize shownSize(QSize stored, double pixelAspect, int quarterTurns, QSize wanted
 /// Makes pictures of decoded frames: scaled to what is shown, in the stream's own colour matrix and
 /// range, turned upright. High dynamic range is mapped to the screen's, which takes several times
 /// as long. One thread.
-class PictureConverter {
+class DisplayFrameConverter {
   public:
-    PictureConverter();
-    ~PictureConverter();
-    Q_DISABLE_COPY_MOVE(PictureConverter)
+    DisplayFrameConverter();
+    ~DisplayFrameConverter();
+    Q_DISABLE_COPY_MOVE(DisplayFrameConverter)
 
     /// `item` of the picture is left to the caller. Throws `MediaError`.
-    Picture convert(const VideoFrame &frame, int quarterTurns, QSize wanted);
+    DisplayFrame convert(const VideoFrame &frame, int quarterTurns, QSize wanted);
 
   private:
     struct Scaling;
@@ -32,7 +32,7 @@ class PictureConverter {
     FrameHandle scaled(const AVFrame &source, QSize size);
 
     ScalerHandle m_scaler;
-    ScreenMapping m_mapping{AV_PIX_FMT_RGB32};
+    ToneMapper m_mapping{AV_PIX_FMT_RGB32};
     std::unique_ptr<Scaling> m_scaling;
     std::unique_ptr<Memory> m_scaled;
     std::unique_ptr<Memory> m_turned;

@@ -1,4 +1,4 @@
-#include "media/PictureConverter.h"
+#include "media/DisplayFrameConverter.h"
 
 extern "C" {
 #include <libavutil/opt.h>
@@ -57,7 +57,7 @@ void turn(const AVFrame &from, AVFrame &to, int quarterTurns) {
 
 } // namespace
 
-struct PictureConverter::Scaling {
+struct DisplayFrameConverter::Scaling {
     QSize from;
     int format = AV_PIX_FMT_NONE;
     int matrix = SWS_CS_DEFAULT;
@@ -68,7 +68,7 @@ struct PictureConverter::Scaling {
 };
 
 /// Memory for pictures of one size, used again as soon as nobody shows it.
-struct PictureConverter::Memory {
+struct DisplayFrameConverter::Memory {
     explicit Memory(QSize ofSize)
         : size(ofSize),
           bytesPerLine(FFALIGN(ofSize.width() * kBytesPerPixel, kRowAlignment)),
@@ -118,10 +118,10 @@ QSize shownSize(QSize stored, double pixelAspect, int quarterTurns, QSize wanted
             std::max(int(std::lround(shown.height())), 1)};
 }
 
-PictureConverter::PictureConverter() = default;
-PictureConverter::~PictureConverter() = default;
+DisplayFrameConverter::DisplayFrameConverter() = default;
+DisplayFrameConverter::~DisplayFrameConverter() = default;
 
-SwsContext &PictureConverter::scalerFor(const Scaling &scaling) {
+SwsContext &DisplayFrameConverter::scalerFor(const Scaling &scaling) {
     if (m_scaler && m_scaling && *m_scaling == scaling) {
         return *m_scaler;
     }
@@ -148,7 +148,7 @@ SwsContext &PictureConverter::scalerFor(const Scaling &scaling) {
     return *scaler;
 }
 
-FrameHandle PictureConverter::scaled(const AVFrame &source, QSize size) {
+FrameHandle DisplayFrameConverter::scaled(const AVFrame &source, QSize size) {
     if (isHighDynamicRange(source.color_trc)) {
         return m_mapping.map(source, size);
     }
@@ -162,7 +162,8 @@ FrameHandle PictureConverter::scaled(const AVFrame &source, QSize size) {
     return picture;
 }
 
-Picture PictureConverter::convert(const VideoFrame &frame, int quarterTurns, QSize wanted) {
+DisplayFrame DisplayFrameConverter::convert(const VideoFrame &frame, int quarterTurns,
+                                            QSize wanted) {
     const auto &source = *frame.avFrame;
     const QSize stored(source.width, source.height);
     const auto shown = shownSize(stored, pixelAspectOf(source), quarterTurns, wanted);

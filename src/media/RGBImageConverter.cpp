@@ -1,4 +1,4 @@
-#include "media/StillScaler.h"
+#include "media/RGBImageConverter.h"
 
 #include "media/MediaInput.h"
 
@@ -72,10 +72,10 @@ Walk walkFor(const AVFrame &scaled, int quarterTurns) {
     }
 }
 
-StillImage turned(const AVFrame &scaled, int quarterTurns) {
+RGBImage turned(const AVFrame &scaled, int quarterTurns) {
     const bool isSideways = quarterTurns % 2 != 0;
-    StillImage still{.width = isSideways ? scaled.height : scaled.width,
-                     .height = isSideways ? scaled.width : scaled.height};
+    RGBImage still{.width = isSideways ? scaled.height : scaled.width,
+                   .height = isSideways ? scaled.width : scaled.height};
     still.pixels.resize(qsizetype(still.width) * still.height * 3);
     const Walk walk = walkFor(scaled, quarterTurns);
     const uint8_t *row = scaled.data[0] + walk.begin;
@@ -91,7 +91,7 @@ StillImage turned(const AVFrame &scaled, int quarterTurns) {
 
 } // namespace
 
-void StillScaler::prepare(const AVFrame &picture, QSize size) {
+void RGBImageConverter::prepare(const AVFrame &picture, QSize size) {
     ScalerHandle scaler(sws_getCachedContext(
         m_scaler.release(), picture.width, picture.height, AVPixelFormat(picture.format),
         size.width(), size.height(), AV_PIX_FMT_RGB24, SWS_BILINEAR | SWS_ACCURATE_RND, nullptr,
@@ -114,7 +114,7 @@ void StillScaler::prepare(const AVFrame &picture, QSize size) {
     }
 }
 
-StillImage StillScaler::still(const AVFrame &picture, int quarterTurns, QSize maximumSize) {
+RGBImage RGBImageConverter::still(const AVFrame &picture, int quarterTurns, QSize maximumSize) {
     const QSize size = scaledSize(picture, quarterTurns % 2 != 0, maximumSize);
     if (isHighDynamicRange(picture.color_trc)) {
         return turned(*m_mapping.map(picture, size), quarterTurns);

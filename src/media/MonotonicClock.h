@@ -9,11 +9,11 @@ namespace corvane::media {
 
 /// The time that playback runs by, so that a test can set it. It goes only forward, evenly, from an
 /// origin of its own. Any thread.
-class TimeSource {
+class MonotonicClock {
   public:
     using Duration = std::chrono::nanoseconds;
 
-    virtual ~TimeSource();
+    virtual ~MonotonicClock();
 
     virtual Duration now() const = 0;
     /// Waits on `wake` until it is notified or `now` has come to `due`; it may return earlier.
@@ -21,7 +21,7 @@ class TimeSource {
                       std::optional<Duration> due) = 0;
 
     /// The real time.
-    static TimeSource &system();
+    static MonotonicClock &system();
 };
 
 } // namespace corvane::media

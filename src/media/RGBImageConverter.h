@@ -2,8 +2,8 @@
 
 // For the source files of this floor only.
 
-#include "media/PictureConversion.h"
-#include "media/StillImage.h"
+#include "media/FrameFilterGraph.h"
+#include "media/RGBImage.h"
 
 #include <QSize>
 
@@ -11,17 +11,17 @@ namespace corvane::media {
 
 /// Makes stills of decoded pictures: square pixels, turned, in the usual red, green and blue of a
 /// screen. High dynamic range is mapped to that as an export does it. One thread at a time.
-class StillScaler {
+class RGBImageConverter {
   public:
     /// `quarterTurns`: clockwise. The still fits inside `maximumSize` and is never enlarged; an
     /// empty one sets no bound. Throws `MediaError`.
-    StillImage still(const AVFrame &picture, int quarterTurns, QSize maximumSize);
+    RGBImage still(const AVFrame &picture, int quarterTurns, QSize maximumSize);
 
   private:
     void prepare(const AVFrame &picture, QSize size);
 
     ScalerHandle m_scaler;
-    ScreenMapping m_mapping{AV_PIX_FMT_RGB24};
+    ToneMapper m_mapping{AV_PIX_FMT_RGB24};
     FrameHandle m_scaled = makeFrame();
 };
 

@@ -1,4 +1,4 @@
-#include "media/PictureConversion.h"
+#include "media/FrameFilterGraph.h"
 
 #include "media/MediaInput.h"
 
@@ -73,15 +73,15 @@ QByteArray toneMapping(const AVFrame &picture, AVPixelFormat target) {
 
 } // namespace
 
-PictureConversion::PictureConversion(const PictureFormat &target, AVRational timeBase)
+FrameFilterGraph::FrameFilterGraph(const VideoFormat &target, AVRational timeBase)
     : m_target(target), m_timeBase(timeBase) {}
 
-bool PictureConversion::isTarget(const AVFrame &picture) const {
+bool FrameFilterGraph::isTarget(const AVFrame &picture) const {
     return picture.format == m_target.pixels && picture.width == m_target.size.width() &&
            picture.height == m_target.size.height() && !isHighDynamicRange(picture.color_trc);
 }
 
-bool PictureConversion::isSameKind(const AVFrame &picture) const {
+bool FrameFilterGraph::isSameKind(const AVFrame &picture) const {
     return m_kind && m_kind->format == picture.format && m_kind->width == picture.width &&
            m_kind->height == picture.height && m_kind->color_trc == picture.color_trc &&
            m_kind->color_primaries == picture.color_primaries &&
@@ -89,7 +89,7 @@ bool PictureConversion::isSameKind(const AVFrame &picture) const {
 }
 
 /// Cuts what the even size leaves out, or scales where it is another size.
-QByteArray PictureConversion::scaling(const AVFrame &picture) const {
+QByteArray FrameFilterGraph::scaling(const AVFrame &picture) const {
     const QSize size = m_target.size;
     const int columns = picture.width - size.width();
     const int rows = picture.height - size.height();
@@ -101,7 +101,7 @@ QByteArray PictureConversion::scaling(const AVFrame &picture) const {
            "flags=lanczos+accurate_rnd+full_chroma_int";
 }
 
-QByteArray PictureConversion::filtersFor(const AVFrame &picture) const {
+QByteArray FrameFilterGraph::filtersFor(const AVFrame &picture) const {
     QByteArray filters = scaling(picture);
     filters += m_target.isInterlaced() ? ":interl=1" : "";
     if (isHighDynamicRange(picture.color_trc)) {
@@ -119,7 +119,7 @@ QByteArray PictureConversion::filtersFor(const AVFrame &picture) const {
     return filters + ",format=" + av_get_pix_fmt_name(m_target.pixels);
 }
 
-void PictureConversion::build(const AVFrame &picture) {
+void FrameFilterGraph::build(const AVFrame &picture) {
     m_graph.reset(avfilter_graph_alloc());
     if (!m_graph) {
         throw std::bad_alloc();
@@ -157,7 +157,7 @@ void PictureConversion::build(const AVFrame &picture) {
     m_kind->height = picture.height;
 }
 
-FrameHandle PictureConversion::convert(FrameHandle picture) {
+FrameHandle FrameFilterGraph::convert(FrameHandle picture) {
     if (isTarget(*picture)) {
         return picture;
     }
@@ -170,11 +170,11 @@ FrameHandle PictureConversion::convert(FrameHandle picture) {
     return converted;
 }
 
-ScreenMapping::ScreenMapping(AVPixelFormat pixels) : m_pixels(pixels) {}
+ToneMapper::ToneMapper(AVPixelFormat pixels) : m_pixels(pixels) {}
 
-FrameHandle ScreenMapping::map(const AVFrame &picture, QSize size) {
+FrameHandle ToneMapper::map(const AVFrame &picture, QSize size) {
     if (!m_conversion || m_size != size) {
-        m_conversion.emplace(PictureFormat{.size = size, .pixels = m_pixels}, kContainerTimeBase);
+        m_conversion.emplace(VideoFormat{.size = size, .pixels = m_pixels}, kContainerTimeBase);
         m_size = size;
     }
     FrameHandle copy = makeFrame();

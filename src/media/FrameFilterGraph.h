@@ -2,7 +2,7 @@
 
 // For the source files of this floor only.
 
-#include "media/PictureFormat.h"
+#include "media/VideoFormat.h"
 
 #include <optional>
 
@@ -11,9 +11,9 @@ namespace corvane::media {
 /// Brings decoded pictures into the format that is encoded: cuts, scales, reduces the bits and maps
 /// high dynamic range to BT.709, or to the red, green and blue of it. Pictures that change within a
 /// stream are followed.
-class PictureConversion {
+class FrameFilterGraph {
   public:
-    PictureConversion(const PictureFormat &target, AVRational timeBase);
+    FrameFilterGraph(const VideoFormat &target, AVRational timeBase);
 
     /// The picture in the target's format, with its own timestamp; the same one where it has it.
     FrameHandle convert(FrameHandle picture);
@@ -25,7 +25,7 @@ class PictureConversion {
     QByteArray filtersFor(const AVFrame &picture) const;
     QByteArray scaling(const AVFrame &picture) const;
 
-    PictureFormat m_target;
+    VideoFormat m_target;
     AVRational m_timeBase;
     FilterGraphHandle m_graph;
     AVFilterContext *m_input = nullptr;  ///< the graph's
@@ -35,17 +35,17 @@ class PictureConversion {
 
 /// Pictures of high dynamic range in the red, green and blue of a screen, mapped as an export maps
 /// them. One thread at a time.
-class ScreenMapping {
+class ToneMapper {
   public:
     /// `pixels`: AV_PIX_FMT_RGB24 or AV_PIX_FMT_RGB32.
-    explicit ScreenMapping(AVPixelFormat pixels);
+    explicit ToneMapper(AVPixelFormat pixels);
 
     /// Scaled to `size`. Throws `MediaError`.
     FrameHandle map(const AVFrame &picture, QSize size);
 
   private:
     AVPixelFormat m_pixels;
-    std::optional<PictureConversion> m_conversion;
+    std::optional<FrameFilterGraph> m_conversion;
     QSize m_size; ///< that it makes
 };
 

@@ -2,15 +2,15 @@
 
 // For the source files of this floor only.
 
-#include "media/TimeSource.h"
+#include "media/MonotonicClock.h"
 
 namespace corvane::media {
 
 /// Where the playhead of a running playback is at which time: it moves evenly from where it was
 /// started, with small corrections. A plain value.
-class PlaybackClock {
+class PlayheadMotion {
   public:
-    using Duration = TimeSource::Duration;
+    using Duration = MonotonicClock::Duration;
 
     void start(double seconds, double rate, Duration now) {
         m_seconds = seconds;

@@ -1,4 +1,4 @@
-#include "media/StillImage.h"
+#include "media/RGBImage.h"
 
 #include "media/MediaError.h"
 
@@ -21,7 +21,7 @@ struct FreeJPEG {
 
 } // namespace
 
-QByteArray StillImage::encodedJPEG(double quality) const {
+QByteArray RGBImage::encodedJPEG(double quality) const {
     if (isNull() || pixels.size() != qsizetype(width) * height * 3) {
         throw MediaError(QStringLiteral("There is no picture to encode."));
     }

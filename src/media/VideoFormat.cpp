@@ -1,4 +1,4 @@
-#include "media/PictureFormat.h"
+#include "media/VideoFormat.h"
 
 extern "C" {
 #include <libavutil/display.h>
@@ -55,7 +55,7 @@ QSize within(QSize size, const AVStream &stream, AVRational aspect, QSize bound,
     return size;
 }
 
-void setColors(PictureFormat &format, const AVCodecParameters &codec) {
+void setColors(VideoFormat &format, const AVCodecParameters &codec) {
     if (isHighDynamicRange(codec.color_trc)) {
         format.primaries = AVCOL_PRI_BT709;
         format.transfer = AVCOL_TRC_BT709;
@@ -83,9 +83,9 @@ bool isHighDynamicRange(int transfer) {
     return transfer == AVCOL_TRC_SMPTE2084 || transfer == AVCOL_TRC_ARIB_STD_B67;
 }
 
-PictureFormat PictureFormat::of(const AVStream &stream, std::optional<QSize> bound) {
+VideoFormat VideoFormat::of(const AVStream &stream, std::optional<QSize> bound) {
     const AVCodecParameters &codec = *stream.codecpar;
-    PictureFormat format;
+    VideoFormat format;
     format.sampleAspectRatio = aspectOf(stream);
     format.fieldOrder =
         codec.field_order == AV_FIELD_UNKNOWN ? AV_FIELD_PROGRESSIVE : codec.field_order;

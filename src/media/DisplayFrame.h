@@ -9,7 +9,7 @@
 namespace corvane::media {
 
 /// One picture ready to be drawn: upright, with square pixels. Copies share the memory.
-struct Picture {
+struct DisplayFrame {
     int width = 0;
     int height = 0;
     qsizetype bytesPerLine = 0;
@@ -22,15 +22,15 @@ struct Picture {
 };
 
 /// Where a player's pictures go. It keeps the latest one: nothing waits for a slow window.
-class PictureSink {
+class FrameSink {
   public:
-    virtual ~PictureSink();
+    virtual ~FrameSink();
 
     /// The box in pixels that a picture is to fit in; empty for the source's own size. A picture is
     /// never made larger than the source. Any thread.
     virtual QSize wantedSize() const = 0;
     /// Takes the picture in place of the one before. On the player's thread; it must return soon.
-    virtual void show(Picture picture) = 0;
+    virtual void show(DisplayFrame frame) = 0;
     /// From now on there is no picture, until the next one is shown. On the main thread.
     virtual void clear() = 0;
 };

@@ -1,4 +1,4 @@
-#include "media/SoundOutput.h"
+#include "media/AudioOutput.h"
 
 #include <mpv/client.h>
 
@@ -44,7 +44,7 @@ void callWake(void *wake) {
     (*static_cast<std::function<void()> *>(wake))();
 }
 
-class MpvSoundOutput : public SoundOutput {
+class MpvAudioOutput : public AudioOutput {
   public:
     void setWake(std::function<void()> wake) override { m_wake = std::move(wake); }
     void setFile(const QString &path) override;
@@ -69,7 +69,7 @@ class MpvSoundOutput : public SoundOutput {
 };
 
 /// Made at the first sound: most clips are looked at without being played.
-bool MpvSoundOutput::open() {
+bool MpvAudioOutput::open() {
     if (m_handle) {
         return true;
     }
@@ -90,7 +90,7 @@ bool MpvSoundOutput::open() {
     return true;
 }
 
-void MpvSoundOutput::command(std::initializer_list<const char *> words) {
+void MpvAudioOutput::command(std::initializer_list<const char *> words) {
     QVarLengthArray<const char *, 8> line(words);
     line.append(nullptr);
     if (mpv_command_async(m_handle.get(), 1, line.data()) >= 0) {
@@ -98,16 +98,16 @@ void MpvSoundOutput::command(std::initializer_list<const char *> words) {
     }
 }
 
-void MpvSoundOutput::set(const char *property, double value) {
+void MpvAudioOutput::set(const char *property, double value) {
     mpv_set_property_async(m_handle.get(), 0, property, MPV_FORMAT_DOUBLE, &value);
 }
 
-void MpvSoundOutput::set(const char *property, bool value) {
+void MpvAudioOutput::set(const char *property, bool value) {
     int flag = value;
     mpv_set_property_async(m_handle.get(), 0, property, MPV_FORMAT_FLAG, &flag);
 }
 
-void MpvSoundOutput::setFile(const QString &path) {
+void MpvAudioOutput::setFile(const QString &path) {
     m_path = path.toUtf8();
     m_isLoaded = false;
     m_state = State::silent;
@@ -116,7 +116,7 @@ void MpvSoundOutput::setFile(const QString &path) {
     }
 }
 
-void MpvSoundOutput::play(double seconds, double rate) {
+void MpvAudioOutput::play(double seconds, double rate) {
     if (m_path.isEmpty() || !open()) {
         return;
     }
@@ -133,14 +133,14 @@ void MpvSoundOutput::play(double seconds, double rate) {
     m_state = State::starting;
 }
 
-void MpvSoundOutput::pause() {
+void MpvAudioOutput::pause() {
     if (m_handle) {
         set("pause", true);
     }
     m_state = State::silent;
 }
 
-void MpvSoundOutput::take(const mpv_event &event) {
+void MpvAudioOutput::take(const mpv_event &event) {
     switch (event.event_id) {
     case MPV_EVENT_COMMAND_REPLY:
         --m_unanswered;
@@ -163,7 +163,7 @@ void MpvSoundOutput::take(const mpv_event &event) {
     }
 }
 
-SoundOutput::State MpvSoundOutput::state() {
+AudioOutput::State MpvAudioOutput::state() {
     while (m_handle) {
         const auto *event = mpv_wait_event(m_handle.get(), 0);
         if (event->event_id == MPV_EVENT_NONE) {
@@ -174,7 +174,7 @@ SoundOutput::State MpvSoundOutput::state() {
     return m_state;
 }
 
-std::optional<double> MpvSoundOutput::position() {
+std::optional<double> MpvAudioOutput::position() {
     if (state() != State::running) {
         return std::nullopt;
     }
@@ -189,10 +189,10 @@ std::optional<double> MpvSoundOutput::position() {
 
 } // namespace
 
-SoundOutput::~SoundOutput() = default;
+AudioOutput::~AudioOutput() = default;
 
-std::unique_ptr<SoundOutput> makeSoundOutput() {
-    return std::make_unique<MpvSoundOutput>();
+std::unique_ptr<AudioOutput> makeAudioOutput() {
+    return std::make_unique<MpvAudioOutput>();
 }
 
 } // namespace corvane::media
