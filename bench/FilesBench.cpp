@@ -2,10 +2,10 @@
 
 #include "BenchData.h"
 
-#include "export/ExportPlanning.h"
-#include "import/ImportCopier.h"
+#include "delivery/ExportPlanning.h"
 #include "import/SourceScan.h"
 #include "platform/AtomicWrite.h"
+#include "transfer/ImportCopier.h"
 #include "trust/ContentHasher.h"
 #include "trust/PathSafety.h"
 

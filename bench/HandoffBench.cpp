@@ -2,13 +2,13 @@
 
 #include "BenchData.h"
 
-#include "handoff/HandoffPlanning.h"
-#include "handoff/MediaCacheMaker.h"
-#include "handoff/SelectsHandoffEngine.h"
-#include "import/FilmstripService.h"
-#include "import/ImportCopier.h"
+#include "delivery/handoff/HandoffPlanning.h"
+#include "delivery/handoff/MediaCacheMaker.h"
+#include "delivery/handoff/SelectsHandoffEngine.h"
+#include "mediacache/FilmstripService.h"
 #include "platform/AtomicWrite.h"
 #include "platform/Tasks.h"
+#include "transfer/ImportCopier.h"
 
 #include <benchmark/benchmark.h>
 

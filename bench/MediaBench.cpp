@@ -2,10 +2,10 @@
 
 #include "BenchData.h"
 
-#include "import/FilmstripService.h"
-#include "import/ImageIOHelper.h"
 #include "media/FrameGenerator.h"
 #include "media/MediaAsset.h"
+#include "mediacache/FilmstripService.h"
+#include "mediacache/ImageIOHelper.h"
 #include "platform/FileSystem.h"
 
 #include <benchmark/benchmark.h>

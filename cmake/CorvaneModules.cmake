@@ -1,42 +1,42 @@
-# How the program is divided between what it starts with and what it loads once it needs it.
+# Divides the program into an executable and a module that it loads on demand.
 #
-# Between start and first frame most time goes into loading libraries, and the media libraries bring
-# two hundred of them. So the program holds the floors below whole and lets a module see them, and the
-# module holds the floors with media and is loaded when the first project is opened. Each object of
-# the program exists once: a module links none of the floors that the program holds.
+# Most of the time between start and first frame goes into loading libraries, and the media libraries
+# pull in two hundred of them. The executable therefore contains the layers without media in full and
+# exports their symbols; the module contains the layers with media and is loaded with the first project.
+# Each object exists once: a module links no layer that the executable contains.
 
-# corvane_hold_whole(<executable> <target>...): links all of these floors, whatever of them the
-# executable itself uses, and exports their symbols to modules.
+# corvane_hold_whole(<executable> <target>...): links every object of these layers, used or not, and
+# exports their symbols to modules.
 function(corvane_hold_whole target)
     set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
     set(archives)
-    foreach(floor ${ARGN})
-        list(APPEND archives $<TARGET_FILE:${floor}>)
-        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS $<TARGET_FILE:${floor}>)
+    foreach(layer ${ARGN})
+        list(APPEND archives $<TARGET_FILE:${layer}>)
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS $<TARGET_FILE:${layer}>)
     endforeach()
-    # Named once more behind, for what they link; nothing of them is missing by then.
+    # Named again for their own link dependencies; their symbols are resolved by then.
     target_link_libraries(${target} PRIVATE -Wl,--whole-archive ${archives} -Wl,--no-whole-archive
                                             ${ARGN})
 endfunction()
 
-# corvane_module(<target> FLOORS <target>... LIBRARIES <target>...)
+# corvane_module(<target> LAYERS <target>... LIBRARIES <target>...)
 #
-# A module of all objects of these floors, without what they link: that is the program's, or named as
-# LIBRARIES.
+# A module with every object of these layers but without their link dependencies, which are either in
+# the executable or listed as LIBRARIES.
 function(corvane_module target)
-    cmake_parse_arguments(MODULE "" "" "FLOORS;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(MODULE "" "" "LAYERS;LIBRARIES" ${ARGN})
     set(empty "${CMAKE_CURRENT_BINARY_DIR}/${target}.cpp")
-    file(CONFIGURE OUTPUT "${empty}" CONTENT "// All of the module comes from libraries.\n")
+    file(CONFIGURE OUTPUT "${empty}" CONTENT "// The module consists of libraries only.\n")
     add_library(${target} MODULE "${empty}")
     set_target_properties(${target} PROPERTIES PREFIX "" AUTOMOC OFF)
-    foreach(floor ${MODULE_FLOORS})
-        # What Qt keeps beside a library's archive: the objects that register its resources.
-        get_target_property(beside ${floor} INTERFACE_LINK_LIBRARIES)
+    foreach(layer ${MODULE_LAYERS})
+        # Qt puts the registration of resources into object libraries outside the archive.
+        get_target_property(beside ${layer} INTERFACE_LINK_LIBRARIES)
         list(FILTER beside INCLUDE REGEX "TARGET_OBJECTS")
         target_link_libraries(${target} PRIVATE ${beside}
-            -Wl,--whole-archive $<TARGET_FILE:${floor}> -Wl,--no-whole-archive)
-        add_dependencies(${target} ${floor})
-        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS $<TARGET_FILE:${floor}>)
+            -Wl,--whole-archive $<TARGET_FILE:${layer}> -Wl,--no-whole-archive)
+        add_dependencies(${target} ${layer})
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS $<TARGET_FILE:${layer}>)
     endforeach()
     target_link_libraries(${target} PRIVATE ${MODULE_LIBRARIES} corvane_flags)
 endfunction()

@@ -50,14 +50,9 @@ function(corvane_screens target)
     list(FILTER generated INCLUDE REGEX "(qmlcache/.*|_qmltyperegistrations|qmlcache_loader)\\.cpp$")
     set_source_files_properties(${generated} PROPERTIES COMPILE_OPTIONS "-w")
 
-    string(REPLACE "/" "_" root_name "${SCREENS_FOLDER}")
-    set(root "${CMAKE_BINARY_DIR}/include/${root_name}")
-    get_filename_component(parent "${root}/${SCREENS_FOLDER}" DIRECTORY)
-    file(MAKE_DIRECTORY "${parent}")
-    file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${root}/${SCREENS_FOLDER}" SYMBOLIC)
-    target_include_directories(${target} PUBLIC "${root}"
-                                         # The generated registration names headers without a folder.
-                                         PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+    corvane_include_root(${target} ${SCREENS_FOLDER})
+    # The generated registration names headers without a folder.
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
     target_link_libraries(${target} PUBLIC Qt6::Quick ${SCREENS_LINKS}
                                     PRIVATE ${SCREENS_PRIVATE_LINKS} corvane_flags)
     corvane_keep_registration(${target} ${SCREENS_URI})
@@ -71,7 +66,7 @@ function(corvane_keep_registration target uri)
     target_link_options(${target} INTERFACE "LINKER:--undefined=_Z${length}${name}v")
 endfunction()
 
-# corvane_screen_test(<folder> SOURCES <file>... [LINKS <target>...]): tests of a floor's screens as
+# corvane_screen_test(<folder> SOURCES <file>... [LINKS <target>...]): tests of a layer's screens as
 # one executable test_<folder>_ui. They run without a display. Under ThreadSanitizer they aren't
 # built: Qt Quick's own threads, which aren't instrumented, would fill the report.
 function(corvane_screen_test folder)
@@ -79,9 +74,9 @@ function(corvane_screen_test folder)
     if(NOT TEST_SOURCES OR CORVANE_SANITIZE MATCHES "thread")
         return()
     endif()
-    add_executable(test_${folder}_ui ${TEST_SOURCES})
-    target_link_libraries(test_${folder}_ui PRIVATE corvane_screen_support ${TEST_LINKS}
-                                                    corvane_flags)
-    add_test(NAME ${folder}_ui COMMAND test_${folder}_ui)
-    set_tests_properties(${folder}_ui PROPERTIES TIMEOUT 600)
+    string(REPLACE "/" "_" name "${folder}_ui")
+    add_executable(test_${name} ${TEST_SOURCES})
+    target_link_libraries(test_${name} PRIVATE corvane_screen_support ${TEST_LINKS} corvane_flags)
+    add_test(NAME ${name} COMMAND test_${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
 endfunction()

@@ -1,8 +1,9 @@
-# How every target of Corvane is made.
+# Defines the targets of Corvane.
 #
-# A folder of src/ is a floor: a library corvane_<folder> whose headers are included as
-# "<folder>/Name.h". Each floor's include root holds a link to its own folder and nothing else, so a
-# header of a floor that isn't linked isn't found: the order of the floors is kept by the compiler.
+# A folder of src/ that holds sources is a layer: a library corvane_<folder> whose headers are included
+# as "<folder>/Name.h". The include root of a layer contains links to the headers of that folder only,
+# not to those of its subfolders, which are layers of their own. The compiler therefore finds a header
+# only if its layer is linked, and the link lists enforce the order of the layers.
 
 add_library(corvane_flags INTERFACE)
 target_compile_options(corvane_flags INTERFACE
@@ -22,31 +23,47 @@ if(CORVANE_SANITIZE)
     target_link_options(corvane_flags INTERFACE -fsanitize=${CORVANE_SANITIZE})
 endif()
 
-# corvane_floor(<folder> [SOURCES <file>...] LINKS <target>...)
-function(corvane_floor folder)
-    cmake_parse_arguments(FLOOR "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp"
-                                        "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
-    set(root "${CMAKE_BINARY_DIR}/include/${folder}")
-    file(MAKE_DIRECTORY "${root}")
-    file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${root}/${folder}" SYMBOLIC)
-    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-    add_library(corvane_${folder} STATIC ${sources})
-    target_include_directories(corvane_${folder} PUBLIC "${root}")
-    target_link_libraries(corvane_${folder} PUBLIC ${FLOOR_LINKS}
-                                            PRIVATE ${FLOOR_PRIVATE_LINKS} corvane_flags)
+# corvane_include_root(<target> <folder>): makes the headers of the current source folder available to
+# whoever links the target, as "<folder>/Name.h".
+function(corvane_include_root target folder)
+    string(REPLACE "/" "_" name "${folder}")
+    set(root "${CMAKE_BINARY_DIR}/include/${name}")
+    file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}"
+         "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    # Made from scratch, so that a deleted header leaves no link behind.
+    file(REMOVE_RECURSE "${root}")
+    file(MAKE_DIRECTORY "${root}/${folder}")
+    foreach(header ${headers})
+        file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}/${header}" "${root}/${folder}/${header}" SYMBOLIC)
+    endforeach()
+    target_include_directories(${target} PUBLIC "${root}")
 endfunction()
 
-# corvane_test(<folder>): all test files of tests/<folder> as one executable over that floor.
+# corvane_layer(<folder> LINKS <target>... [PRIVATE_LINKS <target>...]): a library of all sources of
+# the current folder except main.cpp. A nested folder, "review/list", becomes corvane_review_list.
+function(corvane_layer folder)
+    cmake_parse_arguments(LAYER "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp"
+                                        "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    string(REPLACE "/" "_" name "corvane_${folder}")
+    add_library(${name} STATIC ${sources})
+    corvane_include_root(${name} ${folder})
+    target_link_libraries(${name} PUBLIC ${LAYER_LINKS} PRIVATE ${LAYER_PRIVATE_LINKS} corvane_flags)
+endfunction()
+
+# corvane_test(<folder> [LINKS <target>...]): an executable test_<folder> of all test files in
+# tests/<folder>, linked with the layer of that name. No-op if the folder holds no tests.
 function(corvane_test folder)
     cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
     if(NOT sources)
         return()
     endif()
-    add_executable(test_${folder} ${sources})
-    target_link_libraries(test_${folder} PRIVATE corvane_test_support corvane_${folder} ${TEST_LINKS}
-                                                 corvane_flags)
-    add_test(NAME ${folder} COMMAND test_${folder})
-    set_tests_properties(${folder} PROPERTIES TIMEOUT 600)
+    string(REPLACE "/" "_" name "${folder}")
+    add_executable(test_${name} ${sources})
+    target_link_libraries(test_${name} PRIVATE corvane_test_support corvane_${name} ${TEST_LINKS}
+                                               corvane_flags)
+    add_test(NAME ${name} COMMAND test_${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
 endfunction()

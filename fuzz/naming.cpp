@@ -1,8 +1,8 @@
 // Any text as a file name, a label and a base name: an output's name never leads out of its folder,
 // is never empty, and two outputs never share one.
 
-#include "export/ExportNameReserver.h"
-#include "export/ExportNaming.h"
+#include "delivery/ExportNaming.h"
+#include "transfer/ExportNameReserver.h"
 
 #include <cstdlib>
 

@@ -2,8 +2,8 @@
 
 #include "cli/JSONMembers.h"
 #include "cli/TextTable.h"
-#include "export/ExportTexts.h"
-#include "export/ManifestWriter.h"
+#include "delivery/export/ManifestWriter.h"
+#include "delivery/ExportTexts.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
 

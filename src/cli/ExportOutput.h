@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "export/ExportRow.h"
+#include "delivery/ExportRow.h"
 
 /// How the export command tells what it plans and what it did.
 namespace corvane {

@@ -1,7 +1,7 @@
 #include "cli/HandoffOutput.h"
 
 #include "cli/JSONMembers.h"
-#include "handoff/HandoffTexts.h"
+#include "delivery/handoff/HandoffTexts.h"
 #include "platform/Paths.h"
 
 namespace corvane {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "handoff/HandoffPlan.h"
+#include "delivery/handoff/HandoffPlan.h"
 
 /// How the handoff command tells what it did.
 namespace corvane {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "export/ExportNaming.h"
+#include "delivery/ExportNaming.h"
 
 namespace corvane {
 

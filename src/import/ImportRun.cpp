@@ -4,7 +4,7 @@
 #include "import/ImportViewModel.h"
 
 #include "document/Project.h"
-#include "import/MetadataProcessor.h"
+#include "mediacache/MetadataProcessor.h"
 #include "platform/Paths.h"
 
 #include <QCoreApplication>

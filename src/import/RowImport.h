@@ -1,7 +1,7 @@
 #pragma once
 
-#include "import/ImportCopier.h"
 #include "import/ImportPreview.h"
+#include "transfer/ImportCopier.h"
 
 #include <QDateTime>
 

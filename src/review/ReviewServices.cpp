@@ -1,8 +1,8 @@
 #include "review/ReviewServices.h"
 
-#include "import/FilmstripService.h"
-#include "import/ImageIOHelper.h"
 #include "media/FrameGenerator.h"
+#include "mediacache/FilmstripService.h"
+#include "mediacache/ImageIOHelper.h"
 
 namespace corvane {
 

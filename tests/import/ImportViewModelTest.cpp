@@ -5,6 +5,7 @@
 #include "support/TestClock.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"
+#include "trust/ContentHasher.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "export/ExportScreenState.h"
-#include "handoff/HandoffScreenState.h"
-#include "handoff/MediaCacheMaker.h"
+#include "delivery/export/ExportScreenState.h"
+#include "delivery/handoff/HandoffScreenState.h"
+#include "delivery/handoff/MediaCacheMaker.h"
 #include "import/ImportScreenState.h"
 #include "review/EngineReviewPlayer.h"
 #include "review/MediaBanners.h"

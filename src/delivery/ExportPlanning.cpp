@@ -1,0 +1,204 @@
+#include "delivery/ExportPlanning.h"
+
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
+#include "transfer/ExportNameReserver.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+/// A selected item before it has a name. It points into the project that is planned.
+struct PlannedItem {
+    ExportRowKind kind = ExportRowKind::wholeClip;
+    const VideoRecord *parent = nullptr;
+    const Subclip *subclip = nullptr;
+    std::optional<double> inSeconds;
+    std::optional<double> outSeconds;
+    bool alreadyExported = false;
+
+    std::tuple<const QString &, ExportRowKind, int> order() const {
+        return {parent->id, kind, subclip ? subclip->creationIndex : 0};
+    }
+};
+
+PlannedItem plannedSubclip(const VideoRecord &parent, const Subclip &subclip,
+                           double handleSeconds) {
+    const ClipRange range = widenedRange(subclip, handleSeconds, parent.durationSeconds);
+    return {.kind = ExportRowKind::subclip,
+            .parent = &parent,
+            .subclip = &subclip,
+            .inSeconds = range.inSeconds,
+            .outSeconds = range.outSeconds,
+            .alreadyExported = subclip.exportedAt.has_value()};
+}
+
+/// What is selected and admitted by the include switches, exported before or not, in the order of
+/// the document.
+QList<PlannedItem> admittedItems(const Project &project, const ExportChoices &choices) {
+    QList<PlannedItem> items;
+    for (const VideoItem &video : project.videos) {
+        if (choices.includeWholeVideoSelects && video->selectedForExport) {
+            items.append({.parent = &*video, .alreadyExported = video->exportedAt.has_value()});
+        }
+    }
+    for (const VideoItem &video : project.videos) {
+        for (const Subclip &subclip : video->subclips) {
+            if (choices.includeSubclipSelects && subclip.selectedForExport) {
+                items.append(plannedSubclip(*video, subclip, choices.subclipHandleSeconds));
+            }
+        }
+    }
+    return items;
+}
+
+void reserveFolders(ExportNameReserver &names, const QString &outputFolder) {
+    QList<DirectoryEntry> entries;
+    try {
+        entries = fileSystem().list(outputFolder);
+    } catch (const FileError &) {
+        return; // the run makes the folder, or tells why it can't
+    }
+    for (const DirectoryEntry &entry : entries) {
+        const auto type = [&]() -> std::optional<FileType> {
+            if (entry.isTypeKnown) {
+                return entry.type;
+            }
+            const auto status = fileSystem().linkStatus(paths::joined(outputFolder, entry.name));
+            return status ? std::optional(status->type) : std::nullopt;
+        }();
+        if (entry.hasValidName && type == FileType::Directory) {
+            names.reserveName(entry.name);
+        }
+    }
+}
+
+/// Gives the items of one plan their names and places, in order.
+class RowNamer {
+  public:
+    RowNamer(const Project &project, const ExportChoices &choices, bool includeFolderContents)
+        : m_project(project), m_choices(choices), m_folder(*choices.outputFolder) {
+        if (includeFolderContents) {
+            reserveFolders(m_names, m_folder);
+        }
+    }
+
+    ExportRowJob nextRow(const PlannedItem &item);
+
+  private:
+    QString takeName(const PlannedItem &item);
+    void addHDCopy(ExportRowJob &row, const QString &stem);
+    void addSidecar(ExportRowJob &row, const PlannedItem &item, const QString &stem);
+
+    const Project &m_project;
+    const ExportChoices &m_choices;
+    QString m_folder;
+    ExportNameReserver m_names;
+    int m_sequence = 0;
+};
+
+ExportRowJob RowNamer::nextRow(const PlannedItem &item) {
+    const QString name = takeName(item);
+    const QString stem = paths::split(name).stem;
+    const QString clip = item.parent->id;
+    ExportRowJob row{
+        .id = item.subclip ? exportRowId(clip, item.subclip->id) : exportRowId(clip),
+        .kind = item.kind,
+        .sourcePath = resolvedAgainstProject(item.parent->sourcePath, m_project.filePath),
+        .destinationPath = paths::joined(m_folder, name),
+        .inSeconds = item.inSeconds,
+        .outSeconds = item.outSeconds,
+        .parentVideoId = clip,
+        .originalFilename = item.parent->fileName,
+        .proposedName = name,
+    };
+    if (item.subclip) {
+        row.subclipId = item.subclip->id;
+    }
+    if (m_choices.outputMode == OutputMode::primaryAndHd) {
+        addHDCopy(row, stem);
+    }
+    if (item.kind == ExportRowKind::wholeClip) {
+        addSidecar(row, item, stem);
+    }
+    return row;
+}
+
+QString RowNamer::takeName(const PlannedItem &item) {
+    const bool isHDOnly = m_choices.outputMode == OutputMode::hdOnly;
+    ExportNameParts parts{
+        .kind = item.kind,
+        .mode = isHDOnly ? ExportBatch::Mode::accurateTranscode : m_choices.mode,
+        .originalFilename = item.parent->fileName,
+        .options = m_choices.naming,
+        .shootDate = m_project.shootDate,
+        .sequence = ++m_sequence,
+    };
+    if (item.subclip) {
+        parts.subclipLabel = item.subclip->label;
+        parts.subclipIndex = item.subclip->creationIndex;
+    }
+    return m_names.take(buildExportName(parts));
+}
+
+/// All HD copies lie in one folder and end alike, so the stems of the outputs must differ.
+void RowNamer::addHDCopy(ExportRowJob &row, const QString &stem) {
+    const QString name = stem + QStringLiteral(".mp4");
+    m_names.reserveStem(stem);
+    m_names.reserveName(name);
+    row.hdDestinationPath = paths::joined(paths::joined(m_folder, QStringLiteral("HD")), name);
+}
+
+/// The sidecar keeps its clip's stem: what pairs the two is that.
+void RowNamer::addSidecar(ExportRowJob &row, const PlannedItem &item, const QString &stem) {
+    const QString source = item.parent->sidecarPath.value_or(QString());
+    if (source.isEmpty()) {
+        return;
+    }
+    const QString extension = paths::extension(source);
+    const QString name = extension.isEmpty() ? stem : stem + QLatin1Char('.') + extension;
+    row.sidecarSource = resolvedAgainstProject(source, m_project.filePath);
+    row.sidecarDestination = paths::joined(m_folder, m_names.takeBesideStem(name));
+}
+
+} // namespace
+
+ExportChoices defaultExportChoices(const Project &project) {
+    ExportChoices choices{
+        .outputFolder = paths::joined(projectFolder(project.filePath), QStringLiteral("selects"))};
+    applyPreset(choices.naming, choices.namingPreset, project.displayName());
+    return choices;
+}
+
+QList<ExportRowJob> planRows(const Project &project, const ExportChoices &choices,
+                             bool includeFolderContents) {
+    if (!choices.outputFolder) {
+        return {};
+    }
+    QList<PlannedItem> items = admittedItems(project, choices);
+    items.removeIf([&choices](const PlannedItem &item) {
+        return choices.exportNewOnly && item.alreadyExported;
+    });
+    std::ranges::stable_sort(items, {}, &PlannedItem::order);
+    RowNamer namer(project, choices, includeFolderContents);
+    QList<ExportRowJob> rows;
+    rows.reserve(items.size());
+    for (const PlannedItem &item : items) {
+        rows.append(namer.nextRow(item));
+    }
+    return rows;
+}
+
+int countSelects(const Project &project, const ExportChoices &choices) {
+    return int(admittedItems(project, choices).size());
+}
+
+ClipRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration) {
+    const double out = subclip.outSeconds + handleSeconds;
+    return {std::max(subclip.inSeconds - handleSeconds, 0.0),
+            clipDuration > 0 ? std::min(out, clipDuration) : out};
+}
+
+} // namespace corvane

@@ -1,0 +1,7 @@
+#include "delivery/handoff/CacheMaker.h"
+
+namespace corvane {
+
+CacheMaker::~CacheMaker() = default;
+
+} // namespace corvane

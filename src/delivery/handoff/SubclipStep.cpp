@@ -1,0 +1,62 @@
+#include "delivery/handoff/SubclipStep.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr double kExtracted = 0.8;
+constexpr double kFilmstripDone = 0.9;
+
+} // namespace
+
+SubclipStep::SubclipStep(std::shared_ptr<HandoffRun> run, HandoffClip clip, int index,
+                         Subclip subclip)
+    : HandoffStep(std::move(run), std::move(clip), index), m_subclip(std::move(subclip)) {}
+
+QString SubclipStep::failureText(const QString &error) const {
+    return QStringLiteral("Subclip extract: ") + error;
+}
+
+QCoro::Task<> SubclipStep::make() {
+    const QString label =
+        m_subclip.label.value_or(QStringLiteral("Subclip %1").arg(m_subclip.creationIndex));
+    const ClipRange range =
+        widenedRange(m_subclip, m_run->plan.subclipHandleSeconds, m_clip.video->durationSeconds);
+    const bool passesThrough = m_run->plan.mode == ExportBatch::Mode::fastCopy;
+    takeName({.kind = ExportRowKind::subclip,
+              .subclipLabel = label,
+              .subclipIndex = m_subclip.creationIndex});
+    reportPhase(Phase::extractingSubclip, 0);
+    co_await vet();
+    co_await transcode(passesThrough ? media::ExportPreset::passthrough
+                                     : media::ExportPreset::highestQuality,
+                       range, {0, kExtracted});
+    m_run->packageGrants.add(mediaPath(), std::nullopt);
+    const MetadataProcessor::Outcome facts = co_await readFacts();
+    reportPhase(Phase::generatingFilmstrip, kExtracted);
+    co_await makeFilmstrip(facts.videoId);
+    const auto hdName = co_await makeHDCopy(range, {kFilmstripDone, 1});
+    const auto status = co_await userInitiatedExecutor().run(
+        [path = mediaPath()] { return fileSystem().linkStatus(path); });
+    deliver(PackageProject::clipOf(
+                {.parent = *m_clip.video,
+                 .subclip = m_subclip,
+                 .range = range,
+                 .output = {m_name, hdName},
+                 .facts = facts,
+                 .fileSizeBytes = status ? std::optional(status->size) : std::nullopt},
+                m_run->clock.now()),
+            hdName);
+    reportPhase(Phase::done, 1);
+}
+
+/// The clip that the subclip becomes has an id of its own from here on.
+QCoro::Task<MetadataProcessor::Outcome> SubclipStep::readFacts() {
+    const QString id = newIdentifier();
+    MetadataProcessor::Outcome facts =
+        co_await m_run->cacheMaker.process(id, mediaPath(), m_run->places.cacheRoot);
+    facts.videoId = id;
+    co_return facts;
+}
+
+} // namespace corvane

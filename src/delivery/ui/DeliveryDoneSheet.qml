@@ -1,0 +1,135 @@
+// The sheet of a delivery's results. Its head and counts stay, the list scrolls. Return and Esc are
+// "Done".
+//   screen: DeliveryScreenState; againText: string; placeSymbol, revealText: string, of the line of
+//   the place
+// Items are "<objectName>.headline", ".place", ".results", ".revealFolder", ".again" and ".done".
+import QtQuick
+import Corvane.Kit
+import Corvane.Delivery
+
+Sheet {
+    id: control
+
+    required property DeliveryScreenState screen
+    property string againText
+    property alias placeSymbol: place.symbol
+    property alias revealText: place.revealText
+
+    name: screen.headline
+    sheetWidth: Theme.resultSheetWidth
+    sheetHeight: Theme.resultSheetHeight
+    maximumMargin: Theme.resultSheetMargin
+    visible: screen.isOpen && screen.stage === DeliveryScreenState.Done
+    defaultButton: done
+    onEscapePressed: screen.dismiss()
+
+    footer: [
+        Button {
+            id: revealFolder
+
+            objectName: control.objectName + ".revealFolder"
+            large: true
+            text: qsTr("Reveal Folder")
+            onClicked: control.screen.reveal(control.screen.resultFolder)
+        },
+        Item { // keeps the first button at the left edge
+            width: control.availableWidth - 2 * Theme.sheetPadding - 3 * Theme.buttonGap
+                   - revealFolder.width - again.width - done.width
+            height: Theme.hairline
+        },
+        Button {
+            id: again
+
+            objectName: control.objectName + ".again"
+            large: true
+            text: control.againText
+            onClicked: control.screen.again()
+        },
+        Button {
+            id: done
+
+            objectName: control.objectName + ".done"
+            kind: Button.Primary
+            large: true
+            text: qsTr("Done")
+            onClicked: control.screen.dismiss()
+        }
+    ]
+
+    Column {
+        id: header
+
+        x: Theme.sheetPadding
+        y: Theme.resultTopMargin
+        width: control.availableWidth - 2 * x
+        spacing: Theme.spacing8
+
+        Label {
+            objectName: control.objectName + ".headline"
+            width: parent.width
+            text: control.screen.headline
+            textStyle: Theme.titleStyle
+            Accessible.role: Accessible.Heading
+        }
+        PlaceLine {
+            id: place
+
+            objectName: control.objectName + ".place"
+            name: control.objectName + ".reveal"
+            text: control.screen.place
+            onRevealed: control.screen.reveal(control.screen.placePath)
+        }
+        NoticeLine {
+            objectName: control.objectName + ".error"
+            text: control.screen.errorLine
+        }
+        NoticeLine {
+            objectName: control.objectName + ".backup"
+            text: control.screen.backupLine
+        }
+        Row {
+            id: counts
+
+            readonly property real boxWidth: (width - 2 * spacing) / 3
+
+            topPadding: Theme.spacing6
+            width: parent.width
+            spacing: Theme.buttonGap
+
+            CountBox {
+                objectName: control.objectName + ".succeeded"
+                width: counts.boxWidth
+                label: qsTr("Succeeded")
+                count: control.screen.succeeded
+                countColor: Theme.success
+            }
+            CountBox {
+                objectName: control.objectName + ".failed"
+                width: counts.boxWidth
+                label: qsTr("Failed")
+                count: control.screen.failed
+                countColor: Theme.warning
+            }
+            CountBox {
+                objectName: control.objectName + ".cancelled"
+                width: counts.boxWidth
+                label: qsTr("Cancelled")
+                count: control.screen.cancelled
+            }
+        }
+    }
+
+    Divider {
+        id: divider
+
+        y: header.y + header.height + Theme.resultGap
+        width: control.availableWidth
+    }
+    ResultList {
+        objectName: control.objectName + ".results"
+        screen: control.screen
+        y: divider.y + divider.height
+        width: control.availableWidth
+        height: control.body.height - y
+    }
+}

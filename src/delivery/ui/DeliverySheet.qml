@@ -1,0 +1,112 @@
+// The sheet of a delivery before its run: the choices at the left, which scroll where the window is
+// low, and what they come to at the right. Return starts, Esc and "Back" leave.
+//   screen: DeliveryScreenState; startText: string; folderButton: Button (has the focus at first where
+//   it can't be started); default content: rows of choices; preview: items, laid out by the owner in
+//   `previewPane`; wholeHeight: real, read-only, at which no choice is scrolled away
+// Items are "<objectName>.cancel", ".start" and ".choices".
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Delivery
+
+Sheet {
+    id: control
+
+    required property DeliveryScreenState screen
+    property string startText
+    property Button folderButton: null
+    default property alias choices: form.data
+    property alias preview: previewPane.data
+    readonly property alias previewPane: previewPane
+    readonly property real wholeHeight: Theme.sheetHeaderHeight + flickable.contentHeight
+                                        + Theme.sheetFooterHeight + topPadding + bottomPadding
+
+    backText: qsTr("Back")
+    sheetWidth: Theme.deliverySheetWidth
+    visible: screen.isOpen && screen.stage === DeliveryScreenState.Configure
+    defaultButton: start
+    initialFocus: screen.canStart ? start : folderButton
+    onEscapePressed: screen.dismiss()
+    onBackClicked: screen.dismiss()
+    onAboutToShow: flickable.contentY = 0
+
+    footer: [
+        Button {
+            objectName: control.objectName + ".cancel"
+            large: true
+            text: qsTr("Cancel")
+            onClicked: control.screen.dismiss()
+        },
+        Button {
+            id: start
+
+            objectName: control.objectName + ".start"
+            kind: Button.Primary
+            large: true
+            enabled: control.screen.canStart
+            text: control.startText
+            helpText: control.screen.startHelp
+            onClicked: control.screen.start()
+        }
+    ]
+
+    content: [
+        // What is reached by Tab is in view, however low the window.
+        Connections {
+            target: control.body.Window.window
+
+            function onActiveFocusItemChanged() {
+                const item = control.body.Window.activeFocusItem;
+                for (let parent = item; parent; parent = parent.parent) {
+                    if (parent === form) {
+                        const top = item.mapToItem(form, 0, 0).y + form.y - Theme.formGap;
+                        const bottom = top + item.height + 2 * Theme.formGap;
+                        flickable.contentY = Math.max(0, Math.min(flickable.contentY, top),
+                                                      bottom - flickable.height);
+                    }
+                }
+            }
+        },
+        Flickable {
+            id: flickable
+
+            objectName: control.objectName + ".choices"
+            width: Math.min(Theme.deliveryFormWidth, control.availableWidth)
+            height: control.body.height
+            contentWidth: width
+            contentHeight: form.height + 2 * Theme.deliveryTopMargin
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            T.ScrollBar.vertical: ScrollBar {}
+
+            Column {
+                id: form
+
+                x: Theme.sheetPadding
+                y: Theme.deliveryTopMargin
+                width: parent.width - 2 * x
+                spacing: Theme.formGap
+            }
+        },
+        Rectangle {
+            anchors.left: flickable.right
+            anchors.right: parent.right
+            height: control.body.height
+            color: Theme.windowBackground
+
+            Divider {
+                id: divider
+
+                vertical: true
+                height: parent.height
+            }
+            Item {
+                id: previewPane
+
+                anchors.left: divider.right
+                anchors.right: parent.right
+                height: parent.height
+            }
+        }
+    ]
+}

@@ -1,0 +1,74 @@
+// The rows of a finished run. Up and Down go from row to row, Space shows the row's file, Ctrl+C copies
+// why a row wasn't delivered.
+//   screen: DeliveryScreenState; rows are "<objectName>.<index>"
+// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// qmllint disable unqualified
+import QtQuick
+import QtQuick.Templates as T
+import Corvane.Kit
+import Corvane.Delivery
+
+Rectangle {
+    id: results
+
+    required property DeliveryScreenState screen
+
+    color: Theme.windowBackground
+
+    Connections {
+        target: results.screen
+
+        function onResultChanged() {
+            list.currentIndex = 0;
+            list.positionViewAtBeginning();
+        }
+    }
+
+    ListView {
+        id: list
+
+        objectName: results.objectName + ".list"
+        anchors.fill: parent
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        boundsBehavior: Flickable.StopAtBounds
+        highlightFollowsCurrentItem: true
+        highlightMoveDuration: 0
+        clip: true
+        model: results.screen.results
+        T.ScrollBar.vertical: ScrollBar {}
+        footer: Item { height: Theme.spacing16 }
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Results")
+        Accessible.focusable: true
+        readonly property ResultRow currentRow: currentItem as ResultRow
+
+        Keys.onSpacePressed: {
+            if (currentRow) {
+                currentRow.revealed();
+            }
+        }
+        Keys.onPressed: event => {
+            if (event.matches(StandardKey.Copy) && currentRow) {
+                currentRow.copyText();
+                event.accepted = true;
+            }
+        }
+
+        delegate: ResultRow {
+            id: row
+
+            required property int index
+
+            objectName: results.objectName + "." + index
+            width: ListView.view.width
+            first: index === 0
+            active: list.activeFocus && ListView.isCurrentItem
+            onRevealed: {
+                if (path !== "") {
+                    results.screen.reveal(path);
+                }
+            }
+        }
+    }
+}

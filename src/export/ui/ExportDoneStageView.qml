@@ -1,8 +1,0 @@
-// What an export delivered.
-//   screen: ExportScreenState
-import Corvane.Export
-
-DeliveryDoneSheet {
-    objectName: "export.done"
-    againText: qsTr("Export Again")
-}

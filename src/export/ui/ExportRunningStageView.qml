@@ -1,8 +1,0 @@
-// The run of an export.
-//   screen: ExportScreenState
-import Corvane.Export
-
-DeliveryRunningSheet {
-    objectName: "export.running"
-    title: qsTr("Exporting…")
-}

@@ -1,7 +1,0 @@
-#include "handoff/CacheMaker.h"
-
-namespace corvane {
-
-CacheMaker::~CacheMaker() = default;
-
-} // namespace corvane

@@ -1,0 +1,123 @@
+#include "mediacache/FilmstripService.h"
+
+#include "media/FrameGenerator.h"
+#include "media/MediaAsset.h"
+#include "mediacache/CacheFolder.h"
+#include "mediacache/ImageIOHelper.h"
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
+#include "platform/SerialExecutor.h"
+
+#include <algorithm>
+
+namespace corvane::FilmstripService {
+
+namespace {
+
+constexpr QSize kFrameSize = {320, 180};
+constexpr double kFrameTolerance = 0.1;
+constexpr double kFrameQuality = 0.7;
+
+SerialExecutor &filmstripExecutor() {
+    static SerialExecutor executor(QStringLiteral("filmstrip"),
+                                   SerialExecutor::Priority::UserInitiated);
+    return executor;
+}
+
+QString errorText(Error::Case reason) {
+    switch (reason) {
+    case Error::Case::assetHasNoDuration:
+        return QStringLiteral("The clip has no duration.");
+    case Error::Case::noVideoTrack:
+        return QStringLiteral("The clip has no video track.");
+    }
+    Q_UNREACHABLE();
+}
+
+QStringList folderNames(const QString &videoId) {
+    return {videoId, QStringLiteral("filmstrip")};
+}
+
+QStringList existing(QStringList files) {
+    files.removeIf([](const QString &file) {
+        const auto status = fileSystem().linkStatus(file);
+        return !status || status->type != FileType::Regular;
+    });
+    return files;
+}
+
+double durationOf(const QString &path, const std::stop_token &stop) {
+    const media::MediaAsset asset = media::MediaAsset::read(path, stop);
+    if (!asset.duration || asset.duration->value <= 0) {
+        throw Error(Error::Case::assetHasNoDuration);
+    }
+    if (asset.videoTracks.isEmpty()) {
+        throw Error(Error::Case::noVideoTrack);
+    }
+    return asset.duration->seconds();
+}
+
+void makeFrames(const QString &path, const QStringList &files, const std::stop_token &stop) {
+    QList<media::MediaTime> times;
+    for (const double seconds : frameSeconds(durationOf(path, stop))) {
+        times.append(media::MediaTime::fromSeconds(seconds));
+    }
+    media::FrameGenerator generator(path,
+                                    {.maximumSize = kFrameSize,
+                                     .toleranceBefore = kFrameTolerance,
+                                     .toleranceAfter = kFrameTolerance},
+                                    stop);
+    generator.images(times, [&](qsizetype index, std::optional<media::RGBImage> image) {
+        if (stop.stop_requested()) {
+            throw Cancelled();
+        }
+        if (!image) {
+            return;
+        }
+        try {
+            ImageIOHelper::writeJPEG(*image, files.at(index), kFrameQuality);
+        } catch (const Failure &) {
+            // The strip is shown without it, and the next request tries again.
+        }
+    });
+}
+
+QStringList generateNow(const QString &videoId, const QString &path, const QString &cacheRoot,
+                        const std::stop_token &stop) {
+    (void)cacheFolder::ensure(cacheRoot, folderNames(videoId));
+    const QStringList files = framePaths(videoId, cacheRoot);
+    if (existing(files).size() < files.size()) {
+        makeFrames(path, files, stop);
+    }
+    return existing(files);
+}
+
+} // namespace
+
+Error::Error(Case reason) : Failure(errorText(reason)), m_reason(reason) {}
+
+QStringList framePaths(const QString &videoId, const QString &cacheRoot) {
+    const QString folder = paths::joined(cacheRoot, folderNames(videoId).join(QLatin1Char('/')));
+    QStringList files;
+    for (int index = 0; index < kFrameCount; ++index) {
+        files.append(paths::joined(
+            folder, QStringLiteral("frame-%1.jpg").arg(index, 2, 10, QLatin1Char('0'))));
+    }
+    return files;
+}
+
+QList<double> frameSeconds(double durationSeconds) {
+    QList<double> times;
+    for (int index = 0; index < kFrameCount; ++index) {
+        times.append(0.01 * durationSeconds + 0.98 * durationSeconds * (index + 0.5) / kFrameCount);
+    }
+    return times;
+}
+
+QCoro::Task<QStringList> generate(QString videoId, QString path, QString cacheRoot,
+                                  std::stop_token stop) {
+    co_return co_await filmstripExecutor().run(
+        [=] { return generateNow(videoId, path, cacheRoot, stop); });
+}
+
+} // namespace corvane::FilmstripService

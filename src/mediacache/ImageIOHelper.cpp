@@ -1,0 +1,58 @@
+#include "mediacache/ImageIOHelper.h"
+
+#include "media/MediaError.h"
+#include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
+
+#include <QUuid>
+
+#include <memory>
+
+namespace corvane::ImageIOHelper {
+
+namespace {
+
+QString writeErrorText(WriteError::Case reason, const QString &path) {
+    switch (reason) {
+    case WriteError::Case::destinationCreateFailed:
+        return QStringLiteral("Could not open image destination at %1.").arg(path);
+    case WriteError::Case::finalizeFailed:
+        return QStringLiteral("Image encoder failed to finalize %1.").arg(path);
+    }
+    Q_UNREACHABLE();
+}
+
+std::unique_ptr<TemporaryFile> createDestination(const QString &path) {
+    const QString name = QStringLiteral(".tmp-%1.jpg")
+                             .arg(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
+    try {
+        return std::make_unique<TemporaryFile>(paths::joined(paths::parentFolder(path), name));
+    } catch (const FileError &) {
+        throw WriteError(WriteError::Case::destinationCreateFailed, path);
+    }
+}
+
+void finalize(TemporaryFile &file, const media::RGBImage &image, double quality,
+              const QString &path) {
+    try {
+        const QByteArray bytes = image.encodedJPEG(quality);
+        file.write(bytes.constData(), bytes.size());
+        file.finish();
+    } catch (const Failure &) {
+        throw WriteError(WriteError::Case::finalizeFailed, path);
+    }
+}
+
+} // namespace
+
+WriteError::WriteError(Case reason, const QString &path)
+    : Failure(writeErrorText(reason, path)), m_reason(reason), m_path(path) {}
+
+void writeJPEG(const media::RGBImage &image, const QString &path, double quality) {
+    fileSystem().createFolders(paths::parentFolder(path));
+    const std::unique_ptr<TemporaryFile> file = createDestination(path);
+    finalize(*file, image, quality, path);
+    file->commit(path);
+}
+
+} // namespace corvane::ImageIOHelper

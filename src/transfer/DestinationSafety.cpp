@@ -1,0 +1,58 @@
+#include "transfer/DestinationSafety.h"
+
+#include "platform/Paths.h"
+#include "trust/PathSafety.h"
+
+#include <QHash>
+
+namespace corvane::DestinationSafety {
+
+void assertContained(const QString &child, const QString &parent, const QString &label) {
+    const QString childPath = paths::standardized(child);
+    const QString parentPath = paths::standardized(parent);
+    if (!paths::isBelow(childPath, parentPath)) {
+        throw ExportEngineError(ExportEngineError::Code::outsideFolder,
+                                QStringLiteral("%1 escapes containing folder: child=%2 parent=%3")
+                                    .arg(label, childPath, parentPath));
+    }
+}
+
+void assertNoLinkedFolder(const QString &output, const QString &outputFolder,
+                          const QString &label) {
+    const QString folder = paths::parentFolder(paths::standardized(output));
+    const QString root = paths::standardized(outputFolder);
+    if (folder != root && PathSafety::reachesOutsideOrThroughSymlink(folder, root)) {
+        throw PathSafety::Violation(PathSafety::Violation::Kind::symlinkedPathComponent, output,
+                                    label);
+    }
+}
+
+Places placesOf(const QStringList &files) {
+    QHash<QString, QString> resolvedFolders; // many files lie in few folders
+    Places places;
+    for (const QString &file : files) {
+        const QString standardized = paths::standardized(file);
+        const QString folder = paths::parentFolder(standardized);
+        auto resolved = resolvedFolders.constFind(folder);
+        if (resolved == resolvedFolders.constEnd()) {
+            resolved = resolvedFolders.insert(folder, paths::resolvingLinks(folder));
+        }
+        places.paths.insert(paths::joined(*resolved, paths::lastComponent(standardized)));
+        if (const auto status = fileSystem().linkStatus(standardized)) {
+            places.identities.insert({status->device, status->inode});
+        }
+    }
+    return places;
+}
+
+void assertReplacesNoMedia(const QString &output, const Places &media) {
+    if (media.intersects(placesOf({output}))) {
+        throw ExportEngineError(
+            ExportEngineError::Code::destinationIsProjectMedia,
+            QStringLiteral("%1 belongs to the media of this project, refusing to replace it: %2. "
+                           "Pick another export folder, then run the export again.")
+                .arg(paths::lastComponent(output), output));
+    }
+}
+
+} // namespace corvane::DestinationSafety

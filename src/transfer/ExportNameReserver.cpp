@@ -1,0 +1,73 @@
+#include "transfer/ExportNameReserver.h"
+
+#include "platform/Paths.h"
+
+#include <QDateTime>
+
+namespace corvane {
+
+namespace {
+
+/// Above it a name is numbered by the time.
+constexpr qint64 kLargestNumber = 9999;
+
+QString numberSuffix(qint64 number) {
+    return number == ExportNameReserver::kUnnumbered
+               ? QString()
+               : QStringLiteral(" (") + QString::number(number) + QLatin1Char(')');
+}
+
+} // namespace
+
+ExportNameReserver::ExportNameReserver(Seconds now) : m_now(std::move(now)) {}
+
+void ExportNameReserver::reserveName(const QString &name) {
+    m_usedNames.insert(name.toLower());
+}
+void ExportNameReserver::reserveStem(const QString &stem) {
+    m_usedStems.insert(stem.toLower());
+}
+
+QString ExportNameReserver::take(const QString &name) {
+    return take(name, m_usedStems, m_nextNumber);
+}
+
+QString ExportNameReserver::takeBesideStem(const QString &name) {
+    return take(name, {}, m_nextNumberBesideStem);
+}
+
+QString ExportNameReserver::take(const QString &name, const QSet<QString> &stems,
+                                 QHash<QString, qint64> &next) {
+    // Names and stems are only ever added, so a number that was taken once needn't be tried again.
+    const QString key = name.toLower();
+    qint64 number = next.value(key, kUnnumbered);
+    const QString free = firstFree(name, m_usedNames, stems, number, m_now);
+    next.insert(key, number + 1);
+    m_usedNames.insert(free.toLower());
+    return free;
+}
+
+QString ExportNameReserver::firstFree(const QString &name, const QSet<QString> &usedNames,
+                                      const QSet<QString> &usedStems, qint64 &number,
+                                      const Seconds &now) {
+    const auto [stem, extension] = paths::split(name);
+    const QString lowerStem = stem.toLower();
+    const QString lowerExtension = extension.toLower();
+    for (;; ++number) {
+        if (number > kLargestNumber) {
+            number = std::max(number, now());
+        }
+        const QString suffix = numberSuffix(number);
+        const QString candidateStem = lowerStem + suffix;
+        if (!usedNames.contains(candidateStem + lowerExtension) &&
+            !usedStems.contains(candidateStem)) {
+            return stem + suffix + extension;
+        }
+    }
+}
+
+qint64 ExportNameReserver::systemSeconds() {
+    return QDateTime::currentSecsSinceEpoch();
+}
+
+} // namespace corvane

@@ -1,0 +1,243 @@
+#include "transfer/ImportCopier.h"
+
+#include "document/Project.h"
+#include "platform/BlockBuffer.h"
+#include "platform/Paths.h"
+#include "transfer/PipelinedHasher.h"
+#include "trust/ContentHasher.h"
+#include "trust/PathSafety.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace corvane::ImportCopier {
+
+namespace {
+
+/// Makes a call about files and gives its failure the meaning that it has at this step.
+template <typename Call, typename Word> auto worded(Call call, Word word) {
+    try {
+        return call();
+    } catch (const FileError &error) {
+        throw word(error.description());
+    }
+}
+
+template <typename Call> auto reading(const QString &source, Call call) {
+    return worded(call,
+                  [&](const QString &error) { return CopyError::sourceUnreadable(source, error); });
+}
+
+template <typename Call> auto writing(const QString &destination, Call call) {
+    return worded(call,
+                  [&](const QString &error) { return CopyError::writeFailed(destination, error); });
+}
+
+/// The UUID of the volume that a descriptor is really on. It can only be asked for by path, so the
+/// mount is read again behind the question: then the answer was about this mount.
+std::optional<QString> volumeOf(const Descriptor &folder) {
+    const Mount before = fileSystem().mount(folder);
+    const auto uuid =
+        before.mountPoint.isEmpty() ? std::nullopt : fileSystem().volumeUUID(before.mountPoint);
+    if (fileSystem().mount(folder) != before) {
+        throw CopyError::sourceRootChanged(folder.path());
+    }
+    return uuid;
+}
+
+/// The root's descriptor, once it is proved to be the folder that was scanned.
+Descriptor openRoot(const QString &root, const std::optional<RootIdentity> &expected) {
+    Descriptor folder = fileSystem().openFolder(root);
+    const FileStatus status = fileSystem().status(folder);
+    if (expected) {
+        const RootIdentity found{
+            .device = int(status.device), .inode = status.inode, .volumeUUID = volumeOf(folder)};
+        if (!found.isSameFolder(*expected)) {
+            throw CopyError::sourceRootChanged(root);
+        }
+    }
+    return folder;
+}
+
+/// Walks down from the root on descriptors; no link is followed on the way.
+Descriptor openThroughRoot(const QString &givenSource, const SourceRoot &root) {
+    const QString source = paths::standardized(givenSource);
+    const QString rootPath = paths::standardized(root.path);
+    if (!paths::isBelow(source, rootPath)) {
+        throw CopyError::sourceOutsideScanRoot(source, rootPath);
+    }
+    QStringList names = source.mid(rootPath.size()).split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    const QString fileName = names.takeLast();
+    Descriptor folder = openRoot(rootPath, root.identity);
+    for (const QString &name : std::as_const(names)) {
+        folder = fileSystem().openFolderAt(folder, name);
+    }
+    return fileSystem().openFileAt(folder, fileName);
+}
+
+Descriptor openSource(const QString &source, const std::optional<SourceRoot> &root) {
+    return reading(source, [&] {
+        Descriptor file = root ? openThroughRoot(source, *root)
+                               : fileSystem().openForReading(source, FileSystem::Links::Refuse);
+        if (fileSystem().status(file).type != FileType::Regular) {
+            throw CopyError::sourceNotARegularFile(source);
+        }
+        return file;
+    });
+}
+
+/// Hidden, so that no scan finds it, and of the destination's extension.
+QString temporaryPath(const QString &destination) {
+    const QString name =
+        QStringLiteral(".tmp.%1.%2.%3")
+            .arg(QString::number(::getpid()), newIdentifier(), paths::extension(destination));
+    return paths::joined(paths::parentFolder(destination), name);
+}
+
+TemporaryFile createTemporary(const QString &destination, quint32 permissions,
+                              Durability durability) {
+    return worded(
+        [&] { return TemporaryFile(temporaryPath(destination), permissions, durability); },
+        [&](const QString &) {
+            return CopyError::destinationUnwritable(destination,
+                                                    QStringLiteral("could not create tmp file"));
+        });
+}
+
+void checkCancelled(const std::stop_token &stop) {
+    if (stop.stop_requested()) {
+        throw Cancelled();
+    }
+}
+
+/// One copy's ends, and who is told of it.
+struct Transfer {
+    const QString &source;
+    const QString &destination;
+    const Progress &progress;
+    const std::stop_token &stop;
+};
+
+/// Moves the bytes, each read once: what is written is what is hashed.
+void transferBytes(const Transfer &transfer, const Descriptor &from, TemporaryFile &into,
+                   PipelinedHasher *hasher) {
+    std::optional<BlockBuffer> ownBlock;
+    if (!hasher) {
+        ownBlock.emplace();
+    }
+    checkCancelled(transfer.stop);
+    for (quint64 bytesDone = 0;;) {
+        char *block = hasher ? hasher->nextBlock() : ownBlock->data();
+        const qint64 count = reading(
+            transfer.source, [&] { return fileSystem().read(from, block, BlockBuffer::kSize); });
+        if (count == 0) {
+            return;
+        }
+        if (hasher) {
+            hasher->hashBlock(count);
+        }
+        writing(transfer.destination, [&] { into.write(block, count); });
+        bytesDone += quint64(count);
+        if (transfer.progress) {
+            transfer.progress(bytesDone);
+        }
+        checkCancelled(transfer.stop);
+    }
+}
+
+std::optional<ContentHasher::FullAnchor> anchorToReproduce(const std::optional<SourceRoot> &root) {
+    const bool hasAnchor = root && root->identity && root->identity->contentHash;
+    return hasAnchor ? ContentHasher::parseFullAnchor(*root->identity->contentHash) : std::nullopt;
+}
+
+/// Moves the finished file to its name. Only a regular file there may be replaced.
+void place(TemporaryFile &temporary, const QString &destination) {
+    const auto existing = PathSafety::fileType(destination);
+    if (existing && *existing != FileType::Regular) {
+        throw CopyError::destinationIsNotAFile(destination);
+    }
+    worded([&] { temporary.commit(destination); },
+           [&](const QString &error) { return CopyError::renameFailed(destination, error); });
+}
+
+} // namespace
+
+CopyError CopyError::sourceUnreadable(const QString &path, const QString &error) {
+    return {Kind::sourceUnreadable,
+            QStringLiteral("Cannot read %1: %2").arg(paths::lastComponent(path), error)};
+}
+
+CopyError CopyError::sourceNotARegularFile(const QString &path) {
+    return {Kind::sourceNotARegularFile,
+            QStringLiteral("%1 is a symbolic link or other special file, refusing to read it: %2")
+                .arg(paths::lastComponent(path), path)};
+}
+
+CopyError CopyError::destinationUnwritable(const QString &path, const QString &error) {
+    return {Kind::destinationUnwritable,
+            QStringLiteral("Cannot write to %1: %2").arg(paths::lastComponent(path), error)};
+}
+
+CopyError CopyError::writeFailed(const QString &path, const QString &error) {
+    return {Kind::writeFailed,
+            QStringLiteral("Write failed for %1: %2").arg(paths::lastComponent(path), error)};
+}
+
+CopyError CopyError::renameFailed(const QString &path, const QString &error) {
+    return {Kind::renameFailed,
+            QStringLiteral("Rename failed for %1: %2").arg(paths::lastComponent(path), error)};
+}
+
+CopyError CopyError::destinationIsNotAFile(const QString &path) {
+    return {
+        Kind::destinationIsNotAFile,
+        QStringLiteral("Something that isn't a file is already at %1. Rename it or pick another "
+                       "folder. Nothing was deleted.")
+            .arg(path)};
+}
+
+CopyError CopyError::sourceOutsideScanRoot(const QString &path, const QString &root) {
+    return {Kind::sourceOutsideScanRoot,
+            QStringLiteral("%1 is not inside the scanned folder (%2), refusing to read it: %3")
+                .arg(paths::lastComponent(path), root, path)};
+}
+
+CopyError CopyError::sourceRootChanged(const QString &path) {
+    return {
+        Kind::sourceRootChanged,
+        QStringLiteral("The folder %1 changed after it was scanned and no longer matches what was "
+                       "previewed, refusing to read from it: %2. Re-scan and try again.")
+            .arg(paths::lastComponent(path), path)};
+}
+
+CopyError CopyError::sourceContentChanged(const QString &path) {
+    return {
+        Kind::sourceContentChanged,
+        QStringLiteral("%1's contents changed since it was authorized, refusing to use what was "
+                       "just read: %2. Re-import or relink it, then try again.")
+            .arg(paths::lastComponent(path), path)};
+}
+
+void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
+          const Progress &progress, std::stop_token stop, quint32 permissions,
+          Durability durability) {
+    worded(
+        [&] { fileSystem().createFolders(paths::parentFolder(destination)); },
+        [&](const QString &error) { return CopyError::destinationUnwritable(destination, error); });
+    Descriptor from = openSource(source, root);
+    TemporaryFile temporary = createTemporary(destination, permissions, durability);
+    const auto anchor = anchorToReproduce(root);
+    std::optional<PipelinedHasher> hasher;
+    if (anchor) {
+        hasher.emplace(anchor->salt);
+    }
+    transferBytes({source, destination, progress, stop}, from, temporary,
+                  hasher ? &*hasher : nullptr);
+    writing(destination, [&] { temporary.finish(); });
+    if (hasher && hasher->finalizeDigest() != anchor->expectedDigest) {
+        throw CopyError::sourceContentChanged(source);
+    }
+    place(temporary, destination);
+}
+
+} // namespace corvane::ImportCopier

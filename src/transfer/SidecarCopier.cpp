@@ -1,0 +1,75 @@
+#include "transfer/SidecarCopier.h"
+
+#include "platform/Paths.h"
+#include "transfer/DestinationSafety.h"
+#include "transfer/ImportCopier.h"
+#include "trust/PathSafety.h"
+
+namespace corvane::SidecarCopier {
+
+namespace {
+
+using Code = ExportEngineError::Code;
+
+void assertNoLink(const QString &path, const QString &root, const QString &label) {
+    if (PathSafety::reachesOutsideOrThroughSymlink(path, root)) {
+        throw PathSafety::Violation(PathSafety::Violation::Kind::symlinkedPathComponent, path,
+                                    label);
+    }
+}
+
+/// The types as they are now: what was no link a moment ago may have become one.
+void assertFileTypes(const QString &source, const QString &destination) {
+    const auto sourceType = PathSafety::fileType(source);
+    const auto destinationType = PathSafety::fileType(destination);
+    if (sourceType == FileType::SymbolicLink) {
+        throw ExportEngineError(
+            Code::sidecarSourceIsLink,
+            QStringLiteral("sidecar source is a symbolic link, refusing to copy: ") + source);
+    }
+    if (destinationType == FileType::SymbolicLink) {
+        throw ExportEngineError(
+            Code::sidecarDestinationIsLink,
+            QStringLiteral(
+                "sidecar destination is an existing symbolic link, refusing to overwrite: ") +
+                destination);
+    }
+    if (sourceType != FileType::Regular) {
+        throw ExportEngineError(
+            Code::sidecarSourceIsNotAFile,
+            QStringLiteral(
+                "The sidecar source isn't a file, so nothing was copied: %1. Nothing was deleted.")
+                .arg(source));
+    }
+    if (destinationType && destinationType != FileType::Regular) {
+        throw ExportEngineError(
+            Code::destinationIsNotAFile,
+            QStringLiteral(
+                "Something that isn't a file is already at %1. Rename it or pick another "
+                "export folder. Nothing was deleted.")
+                .arg(paths::lastComponent(destination)));
+    }
+}
+
+} // namespace
+
+void copySidecar(const QString &sidecarSource, const QString &sidecarDestination,
+                 const QString &clipSource, const QString &outputFolder, std::stop_token stop) {
+    const QString sourceLabel = QStringLiteral("sidecar source");
+    const QString destinationLabel = QStringLiteral("sidecar destination");
+    const QString source = paths::standardized(sidecarSource);
+    const QString destination = paths::standardized(sidecarDestination);
+    const QString folder = paths::standardized(outputFolder);
+    const QString clipFolder = paths::parentFolder(paths::standardized(clipSource));
+    DestinationSafety::assertContained(source, clipFolder, sourceLabel);
+    DestinationSafety::assertContained(destination, folder, destinationLabel);
+    assertNoLink(source, paths::parentFolder(clipFolder), sourceLabel);
+    assertNoLink(destination, folder, destinationLabel);
+    assertFileTypes(source, destination);
+    if (source != destination) {
+        const ImportCopier::SourceRoot root{clipFolder, std::nullopt};
+        ImportCopier::copy(source, destination, root, {}, std::move(stop));
+    }
+}
+
+} // namespace corvane::SidecarCopier

@@ -1,0 +1,205 @@
+#include "delivery/export/ExportViewModel.h"
+
+#include "delivery/DeliveryFixture.h"
+#include "delivery/export/ExportWriteBack.h"
+#include "delivery/ExportTexts.h"
+
+#include <cmath>
+
+using namespace corvane;
+using namespace corvane::test;
+using testing::SizeIs;
+using Stage = ExportViewModel::Stage;
+
+namespace {
+
+/// Two clips, to be exported beside the project, and a subclip that isn't selected.
+class ExportViewModelTest : public ExportTest {
+  protected:
+    ExportViewModelTest() {
+        addClip("A", "a.mov", "a");
+        addClip("B", "b.mov", "b").subclips = {sampleSubclip(text("s"), text("B"))};
+        grantAndOpen();
+        flow->reset(*store.project());
+    }
+    void run() { await(flow->start(*store.project())); }
+    void atRow(int index, const std::function<void()> &action) {
+        QObject::connect(flow.get(), &ExportViewModel::progressChanged, flow.get(), [=, this] {
+            const auto &progress = flow->progress();
+            if (progress && progress->index == index &&
+                progress->phase == ExportProgress::Phase::starting) {
+                action();
+            }
+        });
+    }
+    bool isExported(int clip) const {
+        return store.project()->videos.at(clip)->exportedAt.has_value();
+    }
+
+    std::unique_ptr<ExportViewModel> flow = std::make_unique<ExportViewModel>(&store, sessions);
+};
+
+} // namespace
+
+TEST_F(ExportViewModelTest, OffersItsDefaultsAndTellsOfChangesOnly) {
+    EXPECT_EQ(flow->choices().outputFolder, at("project/selects"));
+    EXPECT_EQ(flow->choices(), defaultExportChoices(project));
+    int changes = 0;
+    QObject::connect(flow.get(), &ExportViewModel::choicesChanged, flow.get(), [&] { ++changes; });
+    flow->setMode(ExportBatch::Mode::fastCopy);
+    flow->setNamingPreset(NamingPreset::keepOriginal);
+    EXPECT_EQ(changes, 0);
+    flow->setNamingPreset(NamingPreset::projectNameNumber);
+    EXPECT_EQ(flow->choices().naming.baseName, text("Harbor"));
+    flow->setNamingPreset(NamingPreset::custom);
+    EXPECT_EQ(flow->choices().naming.baseName, text("Harbor"));
+    EXPECT_EQ(changes, 2);
+    flow->setSubclipHandleSeconds(2);
+    EXPECT_EQ(flow->choices().subclipHandleSeconds, 2);
+    for (const double none : {-1.0, std::nan(""), HUGE_VAL}) {
+        flow->setSubclipHandleSeconds(none);
+        EXPECT_EQ(flow->choices().subclipHandleSeconds, 0);
+    }
+    flow->setOutputFolder(QString());
+    EXPECT_FALSE(flow->canStart(flow->planRows(project, false)));
+    run();
+    EXPECT_EQ(flow->stage(), Stage::configure);
+    flow->reset(project);
+    EXPECT_EQ(flow->choices(), defaultExportChoices(project));
+}
+
+TEST_F(ExportViewModelTest, ARunIsWrittenBackAsTwoUndoSteps) {
+    project = *store.project();
+    run();
+    EXPECT_EQ(flow->stage(), Stage::done);
+    EXPECT_EQ(flow->overallFraction(), 1);
+    EXPECT_FALSE(flow->runInput()->mediaRootAuthorized);
+    EXPECT_TRUE(has("project/selects/b.mov"));
+    EXPECT_TRUE(isExported(0) && isExported(1));
+    EXPECT_THAT(store.project()->exportBatches, SizeIs(1));
+    EXPECT_TRUE(store.isDirty());
+    store.undo();
+    EXPECT_THAT(store.project()->exportBatches, testing::IsEmpty());
+    EXPECT_TRUE(isExported(0));
+    store.undo();
+    EXPECT_EQ(store.project()->videos, project.videos);
+    store.redo();
+    flow->reset(*store.project());
+    run();
+    EXPECT_EQ(flow->stage(), Stage::configure) << "nothing new";
+}
+
+TEST_F(ExportViewModelTest, MarksWhatWasDeliveredAndRecordsTheRun) {
+    store.toggleSubclipSelected({text("B"), text("s")});
+    folder.write(footage("a.mov"), "changed");
+    await(authorization.authorizeMediaRoot(folder.folder(text("project/media")), projectFile));
+    flow->setMode(ExportBatch::Mode::accurateTranscode);
+    flow->setOutputMode(OutputMode::primaryAndHd);
+    flow->setSubclipHandleSeconds(0.5);
+    flow->setNamingPreset(NamingPreset::projectNameNumber);
+    const QDateTime began = clock.now();
+    atRow(1, [this] { clock.advance(std::chrono::hours(1)); });
+    run();
+    EXPECT_TRUE(flow->runInput()->mediaRootAuthorized);
+    EXPECT_FALSE(isExported(0));
+    EXPECT_TRUE(isExported(1));
+    EXPECT_TRUE(store.project()->videos.at(1)->subclips.at(0).exportedAt);
+    EXPECT_EQ(store.project()->updatedAt, clock.now());
+    const ExportBatch expected{.id = flow->runInput()->batchId,
+                               .outputFolder = at("project/selects"),
+                               .mode = ExportBatch::Mode::accurateTranscode,
+                               .includeWholeVideoSelects = true,
+                               .includeSubclipSelects = true,
+                               .subclipHandleSeconds = 0.5,
+                               .namingOptions = flow->choices().naming,
+                               .createdAt = began,
+                               .completedAt = clock.now(),
+                               .succeededCount = 2,
+                               .failedCount = 1,
+                               .outputMode = OutputMode::primaryAndHd};
+    EXPECT_EQ(store.project()->exportBatches, QList{expected});
+}
+
+TEST_F(ExportViewModelTest, AFailedBackupIsAWarning) {
+    files.setObserver([this](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("createForWriting") && path.startsWith(at("project/.tmp"))) {
+            throw FileError(path, ENOSPC);
+        }
+    });
+    run();
+    files.setObserver({});
+    ASSERT_TRUE(flow->backupError());
+    EXPECT_TRUE(flow->backupError()->startsWith(text("Backup failed: Backup write failed at")));
+    EXPECT_FALSE(store.lastError());
+    EXPECT_THAT(flow->result()->succeeded, SizeIs(2));
+}
+
+TEST_F(ExportViewModelTest, ACancelIsHeardEvenBeforeTheFirstRow) {
+    auto running = flow->start(*store.project());
+    flow->requestCancel();
+    EXPECT_EQ(flow->cancelStage(), CancelStage::graceful);
+    flow->reset(*store.project());
+    EXPECT_EQ(flow->stage(), Stage::running);
+    await(std::move(running));
+    EXPECT_EQ(flow->result()->cancelledCount, 2);
+    EXPECT_EQ(store.project()->exportBatches.at(0).cancelledCount, 2);
+    EXPECT_TRUE(store.project()->exportBatches.at(0).cancelled);
+    EXPECT_FALSE(isExported(0));
+}
+
+TEST_F(ExportViewModelTest, ASecondCancelReachesTheOutputInHand) {
+    flow->setMode(ExportBatch::Mode::accurateTranscode);
+    sessions.halfway = [this](const QString &) {
+        const auto cancelTwice = [this] {
+            flow->requestCancel();
+            flow->requestCancel();
+        };
+        QMetaObject::invokeMethod(flow.get(), cancelTwice, Qt::BlockingQueuedConnection);
+    };
+    run();
+    EXPECT_EQ(flow->cancelStage(), CancelStage::hard);
+    EXPECT_EQ(flow->result()->cancelledCount, 2);
+    EXPECT_EQ(flow->result()->failed.at(0).error, text("Cancelled"));
+}
+
+TEST_F(ExportViewModelTest, WritesIntoNoOtherProject) {
+    const ExportOrigin origin = ExportOrigin::of(*store.project(), store);
+    const ExportBatchResult result{.succeeded = {{.rowId = exportRowId(text("A"))}}};
+    const QString other = at("project/Other.corvane");
+    await(io.save(project, other, false)); // a copy, of the same id
+    await(store.openProject(other));
+    writeBack(store, origin, {}, result);
+    EXPECT_FALSE(isExported(0));
+    EXPECT_THAT(store.project()->exportBatches, testing::IsEmpty());
+    await(store.closeProject());
+    writeBack(store, origin, {}, result);
+    EXPECT_FALSE(store.project());
+    await(store.openProject(projectFile));
+    writeBack(store, origin, {}, result);
+    EXPECT_TRUE(isExported(0)) << "open again";
+}
+
+TEST_F(ExportViewModelTest, ADestroyedViewModelEndsItsRunAndRecordsWhatWasDelivered) {
+    auto running = flow->start(*store.project());
+    atRow(1, [this] { flow.release()->deleteLater(); });
+    await(std::move(running));
+    EXPECT_TRUE(isExported(0));
+    EXPECT_FALSE(isExported(1));
+    EXPECT_EQ(store.project()->exportBatches.at(0).cancelledCount, 1);
+}
+
+TEST(ExportTexts, CountsRowsAndIssuesAsPeopleRead) {
+    EXPECT_EQ(ExportTexts::countLine(0, 0), text("No selects"));
+    EXPECT_EQ(ExportTexts::countLine(1, 0), text("0 of 1 row"));
+    EXPECT_EQ(ExportTexts::countLine(2, 2), text("2 rows"));
+    ExportProgress progress{.index = 4, .total = 12, .rowProgress = 0.62};
+    EXPECT_EQ(ExportTexts::rowLine(progress), text("62% this row"));
+    progress.bytesDone = 620'000;
+    progress.bytesTotal = 1'000'000;
+    EXPECT_EQ(ExportTexts::rowLine(progress), text("62% this row · 620.0 kB / 1.0 MB"));
+    EXPECT_EQ(ExportTexts::percent(ExportTexts::overallFraction(progress)), text("38%"));
+    ExportBatchResult result{.failed = {ExportRowFailure{}}};
+    EXPECT_EQ(ExportTexts::headline(result), text("Export finished with 1 issue"));
+    result.manifestError = text("x");
+    EXPECT_EQ(ExportTexts::headline(result), text("Export finished with 2 issues"));
+}

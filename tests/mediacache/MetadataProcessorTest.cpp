@@ -1,0 +1,169 @@
+#include "mediacache/MetadataProcessor.h"
+#include "mediacache/FilmstripService.h"
+#include "mediacache/ImageIOHelper.h"
+
+#include "support/Await.h"
+#include "support/FaultyFileSystem.h"
+#include "support/TestFolder.h"
+#include "support/TestMedia.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include <cerrno>
+
+using namespace corvane;
+using corvane::test::await;
+using corvane::test::decodedJPEG;
+using corvane::test::frameNumber;
+using corvane::test::makeClip;
+using corvane::test::TestFolder;
+
+namespace {
+
+QString text(const char *ascii) {
+    return QString::fromLatin1(ascii);
+}
+
+class ClipCacheTest : public testing::Test {
+  protected:
+    MetadataProcessor::Outcome process(const QString &clip) {
+        return await(MetadataProcessor::process(text("V"), clip, cache));
+    }
+    QStringList filmstrip(const QString &clip, std::stop_token stop = {}) {
+        return await(FilmstripService::generate(text("V"), clip, cache, std::move(stop)));
+    }
+    QString made(const char *name, const test::ClipOptions &options = {}) {
+        return makeClip(folder.at(text(name)), options);
+    }
+
+    TestFolder folder;
+    QString cache = folder.at(text("p/.corvane-cache"));
+};
+
+} // namespace
+
+TEST_F(ClipCacheTest, ReadsFactsAndWritesAnUprightThumbnail) {
+    const auto outcome = process(
+        made("a.mov", {.size = {640, 360}, .rate = text("50"), .rotation = 90, .audioTracks = 1}));
+    EXPECT_EQ(outcome.durationSeconds, 1);
+    EXPECT_EQ(outcome.width, 640);
+    EXPECT_EQ(outcome.height, 360);
+    EXPECT_EQ(outcome.fps, 50);
+    EXPECT_EQ(outcome.codec, text("avc1"));
+    EXPECT_EQ(outcome.audioCodec, text("mp4a"));
+    EXPECT_GT(outcome.bitRateBps.value_or(0), 1000);
+    EXPECT_EQ(outcome.thumbnailRelativePath, text("thumbnails/V.jpg"));
+    const auto thumbnail = decodedJPEG(folder.read(text("p/.corvane-cache/thumbnails/V.jpg")));
+    EXPECT_EQ(thumbnail.height, 270);
+    EXPECT_NEAR(frameNumber(thumbnail, 1).value_or(-99) / 50.0, 0.1, 0.5);
+    EXPECT_TRUE(folder.temporaries().isEmpty());
+}
+
+TEST_F(ClipCacheTest, LeavesEmptyWhatCannotBeRead) {
+    auto sound = process(made("a.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 2}));
+    EXPECT_EQ(sound.durationSeconds, 2);
+    EXPECT_EQ(std::exchange(sound.audioCodec, {}), text("mp4a"));
+    EXPECT_EQ(sound, (MetadataProcessor::Outcome{.videoId = text("V"), .durationSeconds = 2}));
+    const QString noise = folder.write(text("noise.mp4"), test::noise(5000));
+    EXPECT_EQ(process(noise), MetadataProcessor::Outcome{.videoId = text("V")});
+    // The cache is no place of ours where it is a link.
+    folder.folder(text("elsewhere"));
+    folder.link(text("p/.corvane-cache"), folder.at(text("elsewhere")));
+    const auto outcome = process(made("b.mp4"));
+    EXPECT_EQ(outcome.durationSeconds, 2);
+    EXPECT_FALSE(outcome.thumbnailRelativePath);
+    EXPECT_TRUE(folder.names(text("elsewhere")).isEmpty());
+}
+
+TEST(MetadataProcessorTest, TakesThumbnailsATenthInAndNamesCodecs) {
+    EXPECT_EQ(MetadataProcessor::thumbnailSeconds(0.05), 0);
+    EXPECT_DOUBLE_EQ(MetadataProcessor::thumbnailSeconds(0.5), 0.05);
+    EXPECT_DOUBLE_EQ(MetadataProcessor::thumbnailSeconds(60), 6);
+    EXPECT_EQ(MetadataProcessor::codecText(0x61766331), text("avc1"));
+    EXPECT_EQ(MetadataProcessor::codecText(0x617663b1), text("????"));
+}
+
+TEST_F(ClipCacheTest, MakesAFilmstripOnceAndAgainWhereAFrameIsMissing) {
+    for (const int gop : {12, 300}) {
+        SCOPED_TRACE(gop);
+        const QString clip = made("a.mp4", {.frames = 375, .gop = gop, .bFrames = 2});
+        const QStringList files = filmstrip(clip);
+        ASSERT_EQ(files, FilmstripService::framePaths(text("V"), cache));
+        const QList<double> times = FilmstripService::frameSeconds(15);
+        EXPECT_DOUBLE_EQ(times.first(), 0.64);
+        EXPECT_DOUBLE_EQ(times.last(), 14.36);
+        for (qsizetype index = 0; index < files.size(); ++index) {
+            const auto frame =
+                decodedJPEG(folder.read(files.at(index).mid(folder.path().size() + 1)));
+            EXPECT_EQ(frame.width, 320);
+            EXPECT_NEAR(frameNumber(frame).value_or(-99) / 25.0, times.at(index), 0.1 + 1e-3);
+        }
+        EXPECT_EQ(filmstrip(text("/nowhere.mp4")), files);
+        QFile::remove(files.at(7));
+        EXPECT_ANY_THROW(filmstrip(text("/nowhere.mp4")));
+        EXPECT_EQ(filmstrip(clip), files);
+        QFile::remove(files.at(7));
+    }
+}
+
+TEST_F(ClipCacheTest, MakesNoFilmstripOfWhatHasNoneAndStopsWhenAsked) {
+    const auto reasonFor = [&](const QString &clip) {
+        try {
+            filmstrip(clip);
+        } catch (const FilmstripService::Error &error) {
+            return int(error.reason());
+        }
+        return -1;
+    };
+    EXPECT_EQ(reasonFor(made("a.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 1})),
+              int(FilmstripService::Error::Case::noVideoTrack));
+    EXPECT_EQ(reasonFor(made("a.h264", {})),
+              int(FilmstripService::Error::Case::assetHasNoDuration));
+    const QString clip = made("a.mp4", {.gop = 1});
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_THROW(filmstrip(clip, stop.get_token()), Cancelled);
+    EXPECT_TRUE(folder.names().filter(text(".jpg")).isEmpty());
+    for (const QString &id : {text(".."), text("a/b"), QString()}) {
+        EXPECT_THROW(await(FilmstripService::generate(id, clip, cache)), FileError);
+    }
+    // What fails for one frame costs that frame.
+    const QString blocked = folder.folder(text("p/.corvane-cache/V/filmstrip/frame-03.jpg"));
+    EXPECT_EQ(filmstrip(clip).size(), 14);
+    EXPECT_TRUE(folder.temporaries().isEmpty());
+}
+
+TEST(ImageIOHelperTest, ReplacesWholeOrLeavesWhatWasWhicheverCallFails) {
+    const media::RGBImage image{2, 2, QByteArray(12, char(200))};
+    for (int call = 0, calls = 1; call <= calls; ++call) {
+        const TestFolder folder;
+        const QString target = folder.write(text("a.jpg"), "before");
+        test::FaultyFileSystem faulty;
+        const FileSystemScope scope(faulty);
+        faulty.failAt(call, EIO);
+        bool isWritten = true;
+        try {
+            ImageIOHelper::writeJPEG(image, target, 0.8);
+            calls = faulty.calls();
+        } catch (const Failure &) {
+            isWritten = false;
+        }
+        EXPECT_EQ(isWritten, call == 0);
+        faulty.dropUnsynced();
+        const QByteArray bytes = folder.read(text("a.jpg"));
+        EXPECT_TRUE(decodedJPEG(bytes).width == 2 || (!isWritten && bytes == "before")) << call;
+        EXPECT_EQ(folder.names(), QStringList{text("a.jpg")}) << call;
+    }
+    const TestFolder folder;
+    const QString target = folder.at(text("deep/b.jpg"));
+    try {
+        ImageIOHelper::writeJPEG({}, target, 0.8);
+        ADD_FAILURE();
+    } catch (const ImageIOHelper::WriteError &error) {
+        EXPECT_EQ(error.description(),
+                  QStringLiteral("Image encoder failed to finalize %1.").arg(target));
+    }
+    EXPECT_EQ(folder.names(), QStringList{text("deep/")});
+}

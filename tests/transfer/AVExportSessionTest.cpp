@@ -1,0 +1,154 @@
+#include "delivery/DeliveryFixture.h"
+
+#include "transfer/AVExportSession.h"
+#include "trust/ContentHasher.h"
+#include "trust/PathSafety.h"
+
+#include <semaphore>
+
+using namespace corvane;
+using namespace corvane::test;
+using media::ExportPreset;
+
+namespace {
+
+class AVExportSessionTest : public ExportTest {
+  protected:
+    /// The failure's text, or "" where the output was made.
+    QString transcode(media::ExportSessionFactory &factory) {
+        try {
+            await(AVExportSession::transcodeVetted(
+                job, factory, [&](double p) { told.append(p); }, stop.get_token(), clock));
+        } catch (const AVExportSession::SessionError &error) {
+            return error.description();
+        }
+        return {};
+    }
+    void expectOldDestination() const {
+        EXPECT_EQ(delivered("clip.mp4"), "older");
+        expectNoTemporaries();
+    }
+    RootIdentity grant(const QString &file) const {
+        RootIdentity identity = *PathSafety::folderIdentity(at("footage"));
+        identity.contentHash = ContentHasher::makeAnchor(file);
+        return identity;
+    }
+
+    const QByteArray bytes = noise(70'000);
+    const QString source = folder.write(footage("clip"), bytes);
+    const QString destination = folder.write(text("out/clip.mp4"), "older");
+    AVExportSession::Transcode job{.source = source,
+                                   .destination = destination,
+                                   .preset = ExportPreset::passthrough,
+                                   .range = ClipRange{1.5, 2.0},
+                                   .expectedIdentity = grant(source)};
+    std::stop_source stop;
+    QList<double> told;
+};
+
+} // namespace
+
+TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationWhenComplete) {
+    sessions.halfway = [&](const QString &output) {
+        EXPECT_EQ(fileSystem().linkStatus(sessions.assets.at(0))->permissions, 0600);
+        EXPECT_EQ(delivered("clip.mp4"), "older");
+        EXPECT_TRUE(output.startsWith(at("out/.tmp.")));
+        EXPECT_TRUE(output.endsWith(text(".mp4")));
+    };
+    EXPECT_EQ(transcode(sessions), QString());
+    EXPECT_EQ(delivered("clip.mp4"),
+              FakeSessions::output(ExportPreset::passthrough, bytes, {{{900}, {1200}}}));
+    EXPECT_TRUE(sessions.assets.at(0).startsWith(at("tmp/cv-transcode-src.")));
+    EXPECT_TRUE(sessions.assets.at(0).endsWith(text(".mov")));
+    expectNoTemporaries();
+}
+
+TEST_F(AVExportSessionTest, ReadsTheSourceItselfWithoutAGrantAndMakesTheFolder) {
+    job.expectedIdentity.reset();
+    job.range.reset();
+    job.destination = at("out/HD/new.mp4");
+    EXPECT_EQ(transcode(sessions), QString());
+    EXPECT_EQ(delivered("HD/new.mp4"), FakeSessions::output(ExportPreset::passthrough, bytes));
+    EXPECT_EQ(sessions.assets, QStringList{source});
+}
+
+TEST_F(AVExportSessionTest, TellsTheProgressAtEachIntervalOnTheMainThread) {
+    std::binary_semaphore wasTold{0};
+    sessions.halfway = [&](const QString &) {
+        QMetaObject::invokeMethod(qApp, [&] {
+            clock.advance(AVExportSession::kProgressInterval);
+            wasTold.release();
+        });
+        wasTold.acquire();
+    };
+    EXPECT_EQ(transcode(sessions), QString());
+    EXPECT_EQ(told, QList<double>{0.5});
+    EXPECT_EQ(clock.pendingTimers(), 0);
+}
+
+TEST_F(AVExportSessionTest, LeavesTheDestinationAndNothingElseWhereItFails) {
+    job.range = {12.5, 12.5};
+    EXPECT_EQ(transcode(sessions), text("Time range invalid: in=12.5, out=12.5"));
+    job.range->outSeconds = 13;
+    sessions.makesNone = true;
+    EXPECT_EQ(transcode(sessions), text("AVAssetExportSession could not be created for clip"));
+    sessions.makesNone = false;
+    sessions.halfway = [](const QString &) { throw Failure(text("No codec.")); };
+    EXPECT_EQ(transcode(sessions), text("Export failed: No codec."));
+    sessions.halfway = [](const QString &) { throw media::UnsupportedSource(QString()); };
+    EXPECT_EQ(transcode(sessions), text("Source asset is not compatible with preset "
+                                        "AVAssetExportPresetPassthrough"));
+    sessions.halfway = [&](const QString &) { stop.request_stop(); };
+    EXPECT_EQ(transcode(sessions), text("Cancelled"));
+    expectOldDestination();
+    sessions.assets.clear();
+    EXPECT_EQ(transcode(sessions), text("Cancelled")) << "while the copy is made";
+    EXPECT_TRUE(sessions.assets.isEmpty());
+    expectOldDestination();
+}
+
+TEST_F(AVExportSessionTest, RefusesASourceThatIsNotWhatWasGranted) {
+    folder.write(footage("clip"), "other");
+    EXPECT_EQ(transcode(sessions),
+              text("clip's contents changed since it was authorized, refusing to transcode "
+                   "what was just read: %1. Re-import or relink it, then try again.")
+                  .arg(source));
+    job.expectedIdentity->inode += 1;
+    EXPECT_EQ(transcode(sessions),
+              text("The folder clip changed after it was authorized and no longer matches "
+                   "what was granted, refusing to read from it: %1. Re-import or relink it, "
+                   "then try again.")
+                  .arg(source));
+    EXPECT_TRUE(sessions.assets.isEmpty());
+    expectOldDestination();
+}
+
+TEST_F(AVExportSessionTest, RefusesASourceWhoseCopyFindsNoRoom) {
+    files.setFreeSpace(60'000);
+    EXPECT_EQ(
+        transcode(sessions),
+        text("Export failed: a private copy of clip needs 70.0 kB in the temporary folder %1, "
+             "where 60.0 kB are free. Make room there, then run the export again.")
+            .arg(at("tmp")));
+    files.setFreeSpace(-1);
+    EXPECT_TRUE(sessions.assets.isEmpty());
+    expectOldDestination();
+}
+
+TEST_F(AVExportSessionTest, RefusesADestinationThatIsNoFile) {
+    job.destination = folder.folder(text("out/folder"));
+    const QString refusal =
+        text("Something that isn't a file is already at %1. Rename it or pick another export "
+             "folder, then run the export again.");
+    EXPECT_EQ(transcode(sessions), refusal.arg(text("folder")));
+    job.destination = folder.link(text("out/link"), destination);
+    EXPECT_EQ(transcode(sessions), refusal.arg(text("link")));
+    expectOldDestination();
+}
+
+TEST_F(AVExportSessionTest, WithoutAFrameworkRefusesBeforeAnythingIsRead) {
+    media::NoExportSessions none;
+    files.failAt(0, 0);
+    EXPECT_EQ(transcode(none), text("AVAssetExportSession could not be created for clip"));
+    EXPECT_EQ(files.calls(), 0);
+}
