@@ -189,15 +189,15 @@ double longestTurnUntil(const std::function<bool()> &holds) {
 }
 
 void measureAnswers(ProjectScreen &screen, CorvaneApp &app, const QStringList &films) {
-    ImportScreenState &importing = *screen.importing();
+    ImportSheet &importing = *screen.importing();
     importing.openWith(films);
     importing.scan();
     const double scanning =
-        longestTurnUntil([&] { return importing.stage() == ImportScreenState::Stage::Results; });
+        longestTurnUntil([&] { return importing.stage() == ImportSheet::Stage::Results; });
     importing.setMode(1);
     importing.beginImport();
     const double copying =
-        longestTurnUntil([&] { return importing.stage() == ImportScreenState::Stage::Done; });
+        longestTurnUntil([&] { return importing.stage() == ImportSheet::Stage::Done; });
     importing.dismiss();
     const QList<VideoItem> videos = app.store().project()->videos;
     for (const VideoItem &video : videos) {

@@ -20,11 +20,11 @@ bool scanCard(Set &set) {
     if (!showReview(set)) {
         return false;
     }
-    ImportScreenState &import = *set.screen().importing();
+    ImportSheet &import = *set.screen().importing();
     set.review().requestImport();
     import.addSources({Shoot::shared().freshCard()});
     import.scan();
-    if (!waitUntil([&] { return import.stage() == ImportScreenState::Stage::Results; })) {
+    if (!waitUntil([&] { return import.stage() == ImportSheet::Stage::Results; })) {
         return false;
     }
     import.setMode(1);
@@ -43,7 +43,7 @@ bool importRunning(Set &set) {
     if (!scanCard(set)) {
         return false;
     }
-    ImportScreenState &import = *set.screen().importing();
+    ImportSheet &import = *set.screen().importing();
     import.beginImport();
     return waitUntil(
         [&] { return import.figure().startsWith(QLatin1Char('4')) && import.fraction() > 0.05; });

@@ -11,7 +11,7 @@ import Corvane.Kit
 ListView {
     id: list
 
-    required property ImportScreenState screen
+    required property ImportSheet screen
     readonly property ImportRowList rows: screen.rows
     readonly property int page: Math.max(1, Math.floor(height / Theme.importRowHeight) - 1)
     property bool byPointer: false

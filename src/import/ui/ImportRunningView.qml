@@ -7,7 +7,7 @@ import Corvane.Kit
 RunningSheet {
     id: sheet
 
-    required property ImportScreenState screen
+    required property ImportSheet screen
 
     objectName: "import.running"
     title: qsTr("Import Footage — Importing")

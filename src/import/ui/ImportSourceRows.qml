@@ -10,7 +10,7 @@ import Corvane.Kit
 ListView {
     id: list
 
-    required property ImportScreenState screen
+    required property ImportSheet screen
     property bool byPointer: false
 
     signal emptied()

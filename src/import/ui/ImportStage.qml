@@ -7,7 +7,7 @@ import Corvane.Import
 import Corvane.Kit
 
 Item {
-    required property ImportScreenState screen
+    required property ImportSheet screen
     property Item footer
     property T.AbstractButton defaultButton
     property Item initialFocus: defaultButton

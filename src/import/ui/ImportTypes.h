@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/ImportScreenState.h"
+#include "import/ImportSheet.h"
 
 #include <QtQml/qqml.h>
 
@@ -8,10 +8,10 @@
 /// they come with the sheet's state.
 namespace corvane::importTypes {
 
-struct ImportScreenStateType {
+struct ImportSheetType {
     Q_GADGET
-    QML_FOREIGN(corvane::ImportScreenState)
-    QML_NAMED_ELEMENT(ImportScreenState)
+    QML_FOREIGN(corvane::ImportSheet)
+    QML_NAMED_ELEMENT(ImportSheet)
     QML_UNCREATABLE("Comes with the import's sheet")
 };
 

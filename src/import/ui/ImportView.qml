@@ -11,8 +11,8 @@ import Corvane.Kit
 Item {
     id: root
 
-    required property ImportScreenState screen
-    readonly property bool runs: screen.stage === ImportScreenState.Importing
+    required property ImportSheet screen
+    readonly property bool runs: screen.stage === ImportSheet.Importing
     readonly property ImportStage current: loader.item as ImportStage
 
     objectName: "import"
@@ -51,7 +51,7 @@ Item {
         id: sheet
 
         // A run has a sheet of its own; this one goes as it was.
-        property int shownStage: ImportScreenState.Sources
+        property int shownStage: ImportSheet.Sources
 
         function follow() {
             if (!root.runs) {
@@ -87,11 +87,11 @@ Item {
                     - 2 * Theme.hairline
             sourceComponent: {
                 switch (sheet.shownStage) {
-                case ImportScreenState.Scanning:
+                case ImportSheet.Scanning:
                     return scanning;
-                case ImportScreenState.Results:
+                case ImportSheet.Results:
                     return results;
-                case ImportScreenState.Done:
+                case ImportSheet.Done:
                     return done;
                 default:
                     return sources;

@@ -51,8 +51,8 @@ void ProjectScreen::followRequests(AppRequests &requests) {
 }
 
 void ProjectScreen::followFlows() {
-    connect(&m_importing, &ImportScreenState::isOpenChanged, this, &ProjectScreen::hideSheet);
-    connect(&m_importing, &ImportScreenState::stageChanged, this, &ProjectScreen::updateRunning);
+    connect(&m_importing, &ImportSheet::isOpenChanged, this, &ProjectScreen::hideSheet);
+    connect(&m_importing, &ImportSheet::stageChanged, this, &ProjectScreen::updateRunning);
     for (DeliveryScreenState *const flow :
          std::initializer_list<DeliveryScreenState *>{&m_exporting, &m_handoff}) {
         connect(flow, &DeliveryScreenState::isOpenChanged, this, &ProjectScreen::hideSheet);
@@ -80,7 +80,7 @@ void ProjectScreen::showSheet() {
 
 /// Its project has gone, and what was chosen for it. A run, and what it came to, stay up.
 void ProjectScreen::leaveImport() {
-    if (m_importing.stage() != ImportScreenState::Stage::Done) {
+    if (m_importing.stage() != ImportSheet::Stage::Done) {
         m_importing.dismiss();
     }
 }
@@ -92,7 +92,7 @@ void ProjectScreen::hideSheet() {
 }
 
 void ProjectScreen::updateRunning() {
-    const bool isRunning = m_importing.stage() == ImportScreenState::Stage::Importing ||
+    const bool isRunning = m_importing.stage() == ImportSheet::Stage::Importing ||
                            m_exporting.stage() == DeliveryScreenState::Stage::Running ||
                            m_handoff.stage() == DeliveryScreenState::Stage::Running;
     if (std::exchange(m_isRunning, isRunning) == isRunning) {

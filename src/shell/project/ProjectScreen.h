@@ -3,7 +3,7 @@
 #include "delivery/export/ExportScreenState.h"
 #include "delivery/handoff/HandoffScreenState.h"
 #include "delivery/handoff/MediaCacheMaker.h"
-#include "import/ImportScreenState.h"
+#include "import/ImportSheet.h"
 #include "review/EngineReviewPlayer.h"
 #include "review/MediaBanners.h"
 #include "review/ReviewScreenState.h"
@@ -25,7 +25,7 @@ class ProjectScreen : public OpenProjectScreen {
     Q_PROPERTY(corvane::PlayerEngine *engine READ engine CONSTANT)
     Q_PROPERTY(corvane::ReviewScreenState *review READ review CONSTANT)
     Q_PROPERTY(corvane::MediaBanners *banners READ banners CONSTANT)
-    Q_PROPERTY(corvane::ImportScreenState *importing READ importing CONSTANT)
+    Q_PROPERTY(corvane::ImportSheet *importing READ importing CONSTANT)
     Q_PROPERTY(corvane::ExportScreenState *exporting READ exporting CONSTANT)
     Q_PROPERTY(corvane::HandoffScreenState *handoff READ handoff CONSTANT)
 
@@ -38,7 +38,7 @@ class ProjectScreen : public OpenProjectScreen {
     PlayerEngine *engine() { return &m_engine; }
     ReviewScreenState *review() { return &m_review; }
     MediaBanners *banners() { return &m_banners; }
-    ImportScreenState *importing() { return &m_importing; }
+    ImportSheet *importing() { return &m_importing; }
     ExportScreenState *exporting() { return &m_exporting; }
     HandoffScreenState *handoff() { return &m_handoff; }
 
@@ -69,7 +69,7 @@ class ProjectScreen : public OpenProjectScreen {
     MediaBanners m_banners;
 
     ImportViewModel m_importFlow;
-    ImportScreenState m_importing;
+    ImportSheet m_importing;
     ExportViewModel m_exportFlow;
     ExportScreenState m_exporting;
     MediaCacheMaker m_cacheMaker;

@@ -1,4 +1,4 @@
-#include "../ImportScreenFixture.h"
+#include "../ImportSheetFixture.h"
 #include "support/screens/Screen.h"
 #include "support/TestMedia.h"
 
@@ -9,7 +9,7 @@
 namespace corvane::test {
 namespace {
 
-using Stage = ImportScreenState::Stage;
+using Stage = ImportSheet::Stage;
 
 constexpr auto kWindow = R"(
     import QtQuick
@@ -17,12 +17,12 @@ constexpr auto kWindow = R"(
     import Corvane.Kit
     AppWindow {
         id: window
-        required property ImportScreenState flow
+        required property ImportSheet flow
         ImportView { screen: window.flow }
     })";
 
 /// The import's sheet over an empty window.
-class ImportViewTest : public ImportScreenTest {
+class ImportViewTest : public ImportSheetFixture {
   protected:
     void SetUp() override {
         flow.open();

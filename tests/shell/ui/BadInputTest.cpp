@@ -2,7 +2,7 @@
 
 #include "WindowFixture.h"
 
-#include "import/ImportScreenFixture.h"
+#include "import/ImportSheetFixture.h"
 
 #include <QDir>
 #include <QFile>

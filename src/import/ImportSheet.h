@@ -16,7 +16,7 @@ namespace corvane {
 /// buttons come to. The import itself is the view model's; this needs no screen.
 ///
 /// Main thread. What is handed in must outlive it. The sheet stays up while an import runs.
-class ImportScreenState : public QObject {
+class ImportSheet : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
     Q_PROPERTY(Stage stage READ stage NOTIFY stageChanged)
@@ -56,8 +56,8 @@ class ImportScreenState : public QObject {
     enum class Stage { Sources, Scanning, Results, Importing, Done };
     Q_ENUM(Stage)
 
-    ImportScreenState(ImportViewModel &import, FilePanels &panels, Clock &clock,
-                      QObject *parent = nullptr);
+    ImportSheet(ImportViewModel &import, FilePanels &panels, Clock &clock,
+                QObject *parent = nullptr);
 
     // The sheet.
     bool isOpen() const { return m_isOpen; }

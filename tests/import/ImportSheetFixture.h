@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/ImportScreenState.h"
+#include "import/ImportSheet.h"
 #include "support/Await.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TestClock.h"
@@ -50,9 +50,9 @@ class HeldCopy {
 };
 
 /// The state of the import's sheet for a new project, with a folder "cards" beside it.
-class ImportScreenTest : public testing::Test {
+class ImportSheetFixture : public testing::Test {
   protected:
-    ImportScreenTest() {
+    ImportSheetFixture() {
         await(store.createProject({.name = QStringLiteral("Shoot")}, projectFile));
     }
 
@@ -69,7 +69,7 @@ class ImportScreenTest : public testing::Test {
     ProjectStore store{io, registry, backups, authorization, clock};
     ImportViewModel import{&store};
     PathPanels panels;
-    ImportScreenState flow{import, panels, clock};
+    ImportSheet flow{import, panels, clock};
 };
 
 } // namespace corvane::test

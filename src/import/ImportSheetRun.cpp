@@ -1,13 +1,13 @@
 // What the import's sheet shows of a run, and of what it came to.
 
-#include "import/ImportScreenState.h"
+#include "import/ImportSheet.h"
 
 #include "import/ImportTexts.h"
 #include "platform/TextFormat.h"
 
 namespace corvane {
 
-void ImportScreenState::startRun() {
+void ImportSheet::startRun() {
     m_meter = ImportMeter(m_import.previewRows(), m_import.mode());
     m_remaining = RemainingTime(m_clock.monotonic());
     m_includedAtStart = m_import.includedCount();
@@ -16,7 +16,7 @@ void ImportScreenState::startRun() {
     Q_EMIT runningChanged();
 }
 
-void ImportScreenState::showProgress() {
+void ImportSheet::showProgress() {
     const auto &progress = m_import.progress();
     if (stage() != Stage::Importing || !progress) {
         return;
@@ -38,7 +38,7 @@ void ImportScreenState::showProgress() {
 }
 
 /// The new clips' contents are read for their grants, and nothing tells how far that is.
-void ImportScreenState::showRecording() {
+void ImportSheet::showRecording() {
     if (stage() != Stage::Importing || m_import.importedVideoIds().isEmpty()) {
         return;
     }
@@ -48,18 +48,18 @@ void ImportScreenState::showRecording() {
              .fraction = m_meter.fraction()});
 }
 
-void ImportScreenState::publish(Running running) {
+void ImportSheet::publish(Running running) {
     if (running != m_running) {
         m_running = std::move(running);
         Q_EMIT runningChanged();
     }
 }
 
-QString ImportScreenState::cancelText() const {
+QString ImportSheet::cancelText() const {
     return m_isCancelling ? QStringLiteral("Cancelling\u2026") : QStringLiteral("Cancel");
 }
 
-void ImportScreenState::cancelImport() {
+void ImportSheet::cancelImport() {
     if (stage() == Stage::Importing && !m_isCancelling) {
         m_isCancelling = true;
         m_import.cancelImport();
@@ -67,11 +67,11 @@ void ImportScreenState::cancelImport() {
     }
 }
 
-int ImportScreenState::notImported() const {
+int ImportSheet::notImported() const {
     return m_includedAtStart - m_import.succeededCount() - m_import.failedCount();
 }
 
-QVariantList ImportScreenState::counters() const {
+QVariantList ImportSheet::counters() const {
     QVariantList counters;
     const auto add = [&counters](int count, const char *kind, const char *symbol,
                                  const QString &what) {
@@ -89,11 +89,11 @@ QVariantList ImportScreenState::counters() const {
     return counters;
 }
 
-QString ImportScreenState::doneNotice() const {
+QString ImportSheet::doneNotice() const {
     return m_isCancelling ? cancelledText(notImported()) : QString();
 }
 
-QVariantList ImportScreenState::failures() const {
+QVariantList ImportSheet::failures() const {
     QVariantList failures;
     for (const ImportFailure &failure : m_import.failures()) {
         failures.append(QVariantMap{{QStringLiteral("fileName"), failure.filename},
@@ -102,7 +102,7 @@ QVariantList ImportScreenState::failures() const {
     return failures;
 }
 
-void ImportScreenState::importMore() {
+void ImportSheet::importMore() {
     startAfresh();
 }
 

@@ -1,6 +1,6 @@
 // What the import's sheet does with its sources.
 
-#include "import/ImportScreenState.h"
+#include "import/ImportSheet.h"
 
 #include "platform/Paths.h"
 #include "platform/Tasks.h"
@@ -10,18 +10,18 @@
 
 namespace corvane {
 
-QString ImportScreenState::emptyText() {
+QString ImportSheet::emptyText() {
     return QStringLiteral("No sources yet. Use Choose Folder or Choose Files to add some.");
 }
 
-void ImportScreenState::setSourcesNotice(const QString &notice) {
+void ImportSheet::setSourcesNotice(const QString &notice) {
     if (m_sourcesNotice != notice) {
         m_sourcesNotice = notice;
         Q_EMIT sourcesChanged();
     }
 }
 
-void ImportScreenState::chooseFolder() {
+void ImportSheet::chooseFolder() {
     m_panels.chooseFolder({.message = QStringLiteral("Choose a folder of footage to import.")},
                           [self = QPointer(this)](const QString &path) {
                               if (self) {
@@ -30,7 +30,7 @@ void ImportScreenState::chooseFolder() {
                           });
 }
 
-void ImportScreenState::chooseFiles() {
+void ImportSheet::chooseFiles() {
     m_panels.chooseFiles({.message = QStringLiteral("Choose video or audio files to import.")},
                          [self = QPointer(this)](const QStringList &paths) {
                              if (self) {
@@ -39,7 +39,7 @@ void ImportScreenState::chooseFiles() {
                          });
 }
 
-void ImportScreenState::addSources(const QStringList &paths) {
+void ImportSheet::addSources(const QStringList &paths) {
     setSourcesNotice({});
     QStringList sources = m_import.sourceURLs();
     QSet<QString> known(sources.cbegin(), sources.cend());
@@ -53,7 +53,7 @@ void ImportScreenState::addSources(const QStringList &paths) {
     m_import.setSources(sources);
 }
 
-void ImportScreenState::addDropped(const QList<QUrl> &urls) {
+void ImportSheet::addDropped(const QList<QUrl> &urls) {
     QStringList local;
     for (const QUrl &url : urls) {
         if (url.isLocalFile()) {
@@ -67,7 +67,7 @@ void ImportScreenState::addDropped(const QList<QUrl> &urls) {
     }
 }
 
-void ImportScreenState::removeSource(int row) {
+void ImportSheet::removeSource(int row) {
     QStringList sources = m_import.sourceURLs();
     if (row >= 0 && row < sources.size()) {
         sources.removeAt(row);
@@ -75,7 +75,7 @@ void ImportScreenState::removeSource(int row) {
     }
 }
 
-void ImportScreenState::scan() {
+void ImportSheet::scan() {
     setSourcesNotice({});
     detach(m_import.startScan());
 }

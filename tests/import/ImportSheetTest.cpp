@@ -1,5 +1,5 @@
 #include "import/ImportTexts.h"
-#include "ImportScreenFixture.h"
+#include "ImportSheetFixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QDeadlineTimer>
@@ -11,9 +11,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using SheetStage = ImportScreenState::Stage;
+using SheetStage = ImportSheet::Stage;
 
-class ImportScreenStateTest : public ImportScreenTest {
+class ImportSheetTest : public ImportSheetFixture {
   protected:
     void write(const char *path, qsizetype bytes = 100) const {
         folder.write(QString::fromLatin1(path), noise(bytes, quint32(qHash(QByteArray(path)))));
@@ -50,7 +50,7 @@ QString utf8(const char *text) {
 
 } // namespace
 
-TEST_F(ImportScreenStateTest, AddsEachSourceOnceAndTellsWhatCanNotBeAdded) {
+TEST_F(ImportSheetTest, AddsEachSourceOnceAndTellsWhatCanNotBeAdded) {
     const QAbstractItemModelTester tester(flow.sourcesObject());
     flow.open();
     write("a.mov");
@@ -74,9 +74,9 @@ TEST_F(ImportScreenStateTest, AddsEachSourceOnceAndTellsWhatCanNotBeAdded) {
     EXPECT_EQ(flow.sourcesNotice(), QString());
 }
 
-TEST_F(ImportScreenStateTest, GoesBackAndAwayByEsc) {
+TEST_F(ImportSheetTest, GoesBackAndAwayByEsc) {
     write("cards/a.mov");
-    QSignalSpy dismissed(&flow, &ImportScreenState::dismissed);
+    QSignalSpy dismissed(&flow, &ImportSheet::dismissed);
     flow.openWith({cards});
     EXPECT_EQ(flow.backText(), utf8("Back"));
     flow.scan();
@@ -100,7 +100,7 @@ TEST_F(ImportScreenStateTest, GoesBackAndAwayByEsc) {
     EXPECT_TRUE(import.sourceURLs().isEmpty());
 }
 
-TEST_F(ImportScreenStateTest, ShowsEachRowAndKeepsTheListWhenOneChanges) {
+TEST_F(ImportSheetTest, ShowsEachRowAndKeepsTheListWhenOneChanges) {
     write("cards/a.mov");
     write("cards/a.xml");
     write("cards/b.mov", 2'500'000);
@@ -145,7 +145,7 @@ TEST_F(ImportScreenStateTest, ShowsEachRowAndKeepsTheListWhenOneChanges) {
     EXPECT_EQ(flow.rowsObject()->toggleableNear(-5), 0);
 }
 
-TEST_F(ImportScreenStateTest, TellsWhereARunStandsAndNeverGoesBack) {
+TEST_F(ImportSheetTest, TellsWhereARunStandsAndNeverGoesBack) {
     write("cards/a.mov", 6'000'000);
     write("cards/b.mov", 2'000'000);
     write("cards/c.mov", 4'000'000);
@@ -155,7 +155,7 @@ TEST_F(ImportScreenStateTest, TellsWhereARunStandsAndNeverGoesBack) {
     EXPECT_EQ(flow.destinationNote(), utf8("(created on import)"));
     QStringList seen;
     double reached = 0;
-    QObject::connect(&flow, &ImportScreenState::runningChanged, &flow, [&] {
+    QObject::connect(&flow, &ImportSheet::runningChanged, &flow, [&] {
         clock.advance(4s);
         EXPECT_GE(flow.fraction(), reached);
         reached = flow.fraction();
@@ -181,13 +181,13 @@ TEST_F(ImportScreenStateTest, TellsWhereARunStandsAndNeverGoesBack) {
     EXPECT_EQ(flow.doneNotice(), QString());
 }
 
-TEST_F(ImportScreenStateTest, CancelsOnceAndTellsWhatWasLeft) {
+TEST_F(ImportSheetTest, CancelsOnceAndTellsWhatWasLeft) {
     for (const char *path : {"cards/a.mov", "cards/b.mov", "cards/c.mov"}) {
         write(path);
     }
     scanCards(SourceImportMode::copied);
     HeldCopy held(utf8("b.mov"));
-    QObject::connect(&flow, &ImportScreenState::runningChanged, &flow, [&] {
+    QObject::connect(&flow, &ImportSheet::runningChanged, &flow, [&] {
         if (flow.fileName() == utf8("b.mov") && flow.canCancel()) {
             flow.escape();
             EXPECT_EQ(flow.cancelText(), utf8("Cancelling…"));

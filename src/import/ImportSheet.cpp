@@ -1,4 +1,4 @@
-#include "import/ImportScreenState.h"
+#include "import/ImportSheet.h"
 
 #include "import/ImportTexts.h"
 #include "platform/Tasks.h"
@@ -12,8 +12,7 @@ const QString kCreatedNote = QStringLiteral(" (created on import)");
 
 } // namespace
 
-ImportScreenState::ImportScreenState(ImportViewModel &import, FilePanels &panels, Clock &clock,
-                                     QObject *parent)
+ImportSheet::ImportSheet(ImportViewModel &import, FilePanels &panels, Clock &clock, QObject *parent)
     : QObject(parent),
       m_import(import),
       m_panels(panels),
@@ -25,17 +24,17 @@ ImportScreenState::ImportScreenState(ImportViewModel &import, FilePanels &panels
     showRows();
 }
 
-void ImportScreenState::followImport() {
+void ImportSheet::followImport() {
     using Import = ImportViewModel;
     connect(&m_import, &Import::sourceURLsChanged, this, [this] {
         m_sources.setPaths(m_import.sourceURLs());
         Q_EMIT sourcesChanged();
     });
     for (const auto changed : {&Import::recursiveChanged, &Import::scanErrorChanged}) {
-        connect(&m_import, changed, this, &ImportScreenState::sourcesChanged);
+        connect(&m_import, changed, this, &ImportSheet::sourcesChanged);
     }
-    connect(&m_import, &Import::progressChanged, this, &ImportScreenState::showProgress);
-    connect(&m_import, &Import::importedVideoIdsChanged, this, &ImportScreenState::showRecording);
+    connect(&m_import, &Import::progressChanged, this, &ImportSheet::showProgress);
+    connect(&m_import, &Import::importedVideoIdsChanged, this, &ImportSheet::showRecording);
     connect(&m_import, &Import::stageChanged, this, [this] {
         if (stage() == Stage::Importing) {
             startRun();
@@ -46,24 +45,24 @@ void ImportScreenState::followImport() {
     });
 }
 
-void ImportScreenState::followResults() {
+void ImportSheet::followResults() {
     using Import = ImportViewModel;
-    connect(&m_import, &Import::previewRowsChanged, this, &ImportScreenState::showRows);
+    connect(&m_import, &Import::previewRowsChanged, this, &ImportSheet::showRows);
     connect(&m_import, &Import::previewRowChanged, this, [this](int row) {
         m_rows.setRow(row, m_import.previewRows().at(row));
         Q_EMIT includedChanged();
     });
     for (const auto changed : {&Import::modeChanged, &Import::destinationFolderChanged}) {
-        connect(&m_import, changed, this, &ImportScreenState::showDestination);
+        connect(&m_import, changed, this, &ImportSheet::showDestination);
     }
     for (const auto changed : {&Import::leftOutChanged, &Import::refusedCountChanged}) {
-        connect(&m_import, changed, this, &ImportScreenState::resultsChanged);
+        connect(&m_import, changed, this, &ImportSheet::resultsChanged);
     }
 }
 
 // The sheet.
 
-ImportScreenState::Stage ImportScreenState::stage() const {
+ImportSheet::Stage ImportSheet::stage() const {
     switch (m_import.stage()) {
     case ImportViewModel::Stage::sources:
         return Stage::Sources;
@@ -79,7 +78,7 @@ ImportScreenState::Stage ImportScreenState::stage() const {
     return Stage::Sources;
 }
 
-QString ImportScreenState::title() const {
+QString ImportSheet::title() const {
     QString title = QStringLiteral("Import Footage");
     switch (stage()) {
     case Stage::Results:
@@ -95,31 +94,31 @@ QString ImportScreenState::title() const {
     return title;
 }
 
-QString ImportScreenState::backText() const {
+QString ImportSheet::backText() const {
     const bool hasBack = stage() == Stage::Sources || stage() == Stage::Results;
     return hasBack ? QStringLiteral("Back") : QString();
 }
 
-void ImportScreenState::setOpen(bool isOpen) {
+void ImportSheet::setOpen(bool isOpen) {
     if (m_isOpen != isOpen) {
         m_isOpen = isOpen;
         Q_EMIT isOpenChanged();
     }
 }
 
-void ImportScreenState::open() {
+void ImportSheet::open() {
     if (stage() != Stage::Importing) {
         startAfresh();
     }
     setOpen(true);
 }
 
-void ImportScreenState::startAfresh() {
+void ImportSheet::startAfresh() {
     m_import.reset();
     addSources(std::exchange(m_waitingSources, {}));
 }
 
-void ImportScreenState::openWith(const QStringList &paths) {
+void ImportSheet::openWith(const QStringList &paths) {
     if (!m_isOpen || stage() == Stage::Done) {
         open();
     }
@@ -132,7 +131,7 @@ void ImportScreenState::openWith(const QStringList &paths) {
     addSources(paths);
 }
 
-void ImportScreenState::dismiss() {
+void ImportSheet::dismiss() {
     if (canDismiss() && m_isOpen) {
         m_import.cancelScan();
         setOpen(false);
@@ -140,7 +139,7 @@ void ImportScreenState::dismiss() {
     }
 }
 
-void ImportScreenState::escape() {
+void ImportSheet::escape() {
     switch (stage()) {
     case Stage::Scanning:
         m_import.cancelScan();
@@ -158,7 +157,7 @@ void ImportScreenState::escape() {
     }
 }
 
-void ImportScreenState::back() {
+void ImportSheet::back() {
     if (stage() == Stage::Sources) {
         dismiss();
     } else {
@@ -168,14 +167,14 @@ void ImportScreenState::back() {
 
 // Results.
 
-void ImportScreenState::showRows() {
+void ImportSheet::showRows() {
     m_rows.setRows(m_import.previewRows());
     Q_EMIT includedChanged();
     showDestination();
 }
 
 /// Looks whether the folder is there, so not at every question.
-void ImportScreenState::showDestination() {
+void ImportSheet::showDestination() {
     m_destinationName = m_import.destinationLabel();
     m_destinationNote.clear();
     if (m_destinationName.endsWith(kCreatedNote)) {
@@ -185,42 +184,42 @@ void ImportScreenState::showDestination() {
     Q_EMIT resultsChanged();
 }
 
-QString ImportScreenState::foundText() const {
+QString ImportSheet::foundText() const {
     return m_import.foundText().section(kFoundSeparator, 0, 0);
 }
 
-QString ImportScreenState::foundNote() const {
+QString ImportSheet::foundNote() const {
     return m_import.foundText().mid(foundText().size());
 }
 
-QStringList ImportScreenState::modes() {
+QStringList ImportSheet::modes() {
     return {QStringLiteral("Use files in place"), QStringLiteral("Copy to project folder")};
 }
 
-QString ImportScreenState::destinationPath() const {
+QString ImportSheet::destinationPath() const {
     return m_destinationName.isEmpty() ? QString()
                                        : m_import.destinationFolder().value_or(QString());
 }
 
-QString ImportScreenState::leftOutNote() const {
+QString ImportSheet::leftOutNote() const {
     return leftOutText(m_import.leftOut());
 }
 
-QString ImportScreenState::refusedNote() const {
+QString ImportSheet::refusedNote() const {
     return refusedText(m_import.refusedCount());
 }
 
-void ImportScreenState::setMode(int mode) {
+void ImportSheet::setMode(int mode) {
     if (mode >= 0 && mode < modes().size()) {
         m_import.setMode(SourceImportMode(mode));
     }
 }
 
-void ImportScreenState::toggleRow(int row) {
+void ImportSheet::toggleRow(int row) {
     m_import.togglePreviewRow(m_rows.idOf(row));
 }
 
-void ImportScreenState::beginImport() {
+void ImportSheet::beginImport() {
     detach(m_import.beginImport());
 }
 
