@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-template <> struct JSONFields<ProjectStore::MediaConfirmation> {
-    using State = ProjectStore::MediaConfirmation;
+template <> struct JSONFields<MediaConfirmation> {
+    using State = MediaConfirmation;
     static constexpr auto table = std::tuple(
         jsonField("legacyPackageMediaNeedsAuthorization",
                   &State::legacyPackageMediaNeedsAuthorization),
@@ -72,7 +72,7 @@ void printBanner(const Invocation &call, const MediaConfirmationBanner &banner) 
     call.printLine(QStringLiteral("    To confirm: --confirm %1").arg(rawValue(banner.kind)));
 }
 
-void printBanners(const Invocation &call, const ProjectStore::MediaConfirmation &state) {
+void printBanners(const Invocation &call, const MediaConfirmation &state) {
     const auto banners = mediaConfirmationBanners(state);
     if (banners.isEmpty()) {
         call.printLine(QStringLiteral("No media wait for a confirmation."));
@@ -93,7 +93,7 @@ int runMedia(const Invocation &call) {
     }
     if (call.wantsJSON()) {
         call.printJSON([&](JSONWriter &writer) {
-            JSONCodec<ProjectStore::MediaConfirmation>::encode(writer, store.mediaConfirmation());
+            JSONCodec<MediaConfirmation>::encode(writer, store.mediaConfirmation());
         });
     } else {
         printBanners(call, store.mediaConfirmation());

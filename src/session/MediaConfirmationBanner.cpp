@@ -95,7 +95,7 @@ Banner contentMismatchBanner(const QStringList &files) {
 
 } // namespace
 
-QList<Banner> mediaConfirmationBanners(const ProjectStore::MediaConfirmation &state) {
+QList<Banner> mediaConfirmationBanners(const MediaConfirmation &state) {
     QList<Banner> banners;
     if (state.legacyPackageMediaNeedsAuthorization) {
         banners.append(legacyPackageBanner());

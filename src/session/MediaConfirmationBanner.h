@@ -21,8 +21,7 @@ struct MediaConfirmationBanner {
 };
 
 /// The banners of the flags that are up, the most serious last.
-QList<MediaConfirmationBanner>
-mediaConfirmationBanners(const ProjectStore::MediaConfirmation &state);
+QList<MediaConfirmationBanner> mediaConfirmationBanners(const MediaConfirmation &state);
 
 /// What a banner's button does.
 QCoro::Task<> answerBanner(ProjectStore &store, MediaConfirmationBanner::Kind kind);

@@ -8,53 +8,14 @@
 
 namespace corvane {
 
-namespace {
-
-QString errorPrefix(ProjectStoreError::Kind kind) {
-    switch (kind) {
-    case ProjectStoreError::Kind::openFailed:
-        return QStringLiteral("Open failed: ");
-    case ProjectStoreError::Kind::saveFailed:
-        return QStringLiteral("Save failed: ");
-    case ProjectStoreError::Kind::createFailed:
-        return QStringLiteral("Create failed: ");
-    case ProjectStoreError::Kind::backupFailed:
-        break;
-    }
-    return QStringLiteral("Backup failed: ");
-}
-
-std::optional<QString> absentIfEmpty(const QString &text) {
-    return text.isEmpty() ? std::nullopt : std::optional(text);
-}
-
-Project makeProject(const NewProject &fields, const QString &file, const QDateTime &now) {
-    return {.id = newIdentifier(),
-            .name = fields.name,
-            .filePath = file,
-            .projectName = fields.name,
-            .shootDate = absentIfEmpty(fields.shootDate.trimmed()),
-            .clientOrSeries = absentIfEmpty(fields.clientOrSeries.trimmed()),
-            .location = absentIfEmpty(fields.location.trimmed()),
-            .notes = absentIfEmpty(fields.notes.trimmed()),
-            .createdAt = now,
-            .updatedAt = now};
-}
-
-} // namespace
-
-ProjectStoreError::ProjectStoreError(Kind kind, const QString &error)
-    : Failure(errorPrefix(kind) + error), m_kind(kind) {}
-
 ProjectStore::ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupService &backups,
                            MediaSourceAuthorization &authorization, Clock &clock,
                            StartUpMigrations migrations, QObject *parent)
-    : QObject(parent),
+    : ProjectEditor(clock, parent),
       m_io(io),
       m_registry(registry),
       m_backups(backups),
-      m_authorization(authorization),
-      m_clock(clock) {
+      m_authorization(authorization) {
     m_startUp = std::make_shared<QCoro::Task<>>(startUp(std::move(migrations)));
 }
 
@@ -67,7 +28,7 @@ QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
     const QPointer self(this);
     m_authorization.setContentMismatchContinuation([self](const ContentMismatchEvent &event) {
         if (self) {
-            self->noteContentMismatch(event);
+            self->addContentMismatch(event);
         }
     });
     m_authorization.setUnsavedNoticeContinuation([self](const QString &notice) {
@@ -90,39 +51,29 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     const QPointer self(this);
     setLastError({});
     file = paths::standardized(file);
-    if (!m_startUp->isReady()) { // as a rule it is; an older registry can take long, once
+    if (!m_startUp->isReady()) { // as when the registry of an older version is migrated
         setStatus(QStringLiteral("Checking the media of earlier projects…"));
         co_await waitForStartUp();
     }
     if (!self) {
         co_return;
     }
-    std::optional<Project> loaded;
-    // What is saved to the very file that is opened again must be in what is read, so it is read
-    // again until nothing was saved behind the reading.
-    for (bool isCurrent = false; !isCurrent;) {
-        if (isOpen(file) && (!co_await saveEverything() || !self)) {
-            co_return;
-        }
-        const quint64 revision = m_revision;
-        loaded = co_await loadProject(file);
-        if (!self || !loaded || !co_await saveEverything() || !self) {
-            co_return;
-        }
-        isCurrent = !isOpen(file) || m_revision == revision;
+    std::optional<Project> loaded = co_await loadUpToDate(file);
+    if (!self || !loaded) {
+        co_return;
     }
     adoptProject(std::move(*loaded), file);
-    if (!self || !m_project) {
-        co_return; // whoever heard of it closed it
+    if (!self || !project()) {
+        co_return; // closed by an observer
     }
-    Project migrated = *m_project;
-    if (ProjectMigration::migrateReviewedFlags(migrated, m_clock.now())) {
+    Project migrated = *project();
+    if (ProjectMigration::migrateReviewedFlags(migrated, clock().now())) {
         updateProject(std::move(migrated));
         setStatus(QStringLiteral("Migrated reviewed flags on legacy clips."));
     } else {
         setStatusMessage({});
     }
-    if (self && m_project) {
+    if (self && project()) {
         co_await touchRecents();
     }
     if (self) {
@@ -130,7 +81,25 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     }
 }
 
-/// Nothing where the file can't be read; that is told.
+/// Saves the open project and reads `file`. Reads again if `file` is the open project and it was
+/// edited and saved during the read.
+QCoro::Task<std::optional<Project>> ProjectStore::loadUpToDate(QString file) {
+    const QPointer self(this);
+    for (;;) {
+        if (isOpen(file) && (!co_await saveEverything() || !self)) {
+            co_return std::nullopt;
+        }
+        const quint64 before = revision();
+        std::optional<Project> loaded = co_await loadProject(file);
+        if (!self || !loaded || !co_await saveEverything() || !self) {
+            co_return std::nullopt;
+        }
+        if (!isOpen(file) || revision() == before) {
+            co_return loaded;
+        }
+    }
+}
+
 QCoro::Task<std::optional<Project>> ProjectStore::loadProject(QString file) {
     const QPointer self(this);
     try {
@@ -149,7 +118,7 @@ bool ProjectStore::isOpen(const QString &file) const {
                             MediaSourceAuthorization::projectKey(*m_fileURL);
 }
 
-/// Throws what is to be told behind "Create failed: ".
+/// Throws the error whose description follows "Create failed: ".
 QCoro::Task<> ProjectStore::writeNewProject(Project project, QString file, ProjectFolder folder) {
     ProjectFileIO &io = m_io; // outlives the store
     if (folder == ProjectFolder::Create) {
@@ -172,17 +141,17 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, Proje
     const bool wasPending = m_pendingImportOnLoad;
     setPendingImportOnLoad(true);
     file = paths::standardized(file);
-    const Project created = makeProject(fields, file, m_clock.now());
+    const Project created = makeProject(fields, file, clock().now());
     try {
         co_await writeNewProject(created, file, folder);
     } catch (const std::exception &error) {
         if (self) {
             setLastError(ProjectStoreError(ProjectStoreError::Kind::createFailed, describe(error)));
-            setPendingImportOnLoad(m_project && wasPending);
+            setPendingImportOnLoad(project() && wasPending);
         }
         co_return;
     }
-    // Nobody can edit a project that isn't published, but the one before may have been edited.
+    // The project that is still open may have been edited meanwhile.
     if (!self || !co_await saveEverything()) {
         if (self) {
             setPendingImportOnLoad(wasPending);
@@ -193,10 +162,10 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, Proje
         co_return;
     }
     adoptProject(created, file);
-    m_lastSavedAt = m_clock.now();
+    m_lastSavedAt = clock().now();
     Q_EMIT lastSavedAtChanged();
     setStatus(QStringLiteral("Created project %1").arg(created.name));
-    if (m_project) {
+    if (project()) {
         co_await touchRecents();
     }
 }
@@ -212,7 +181,7 @@ QCoro::Task<> ProjectStore::closeProject() {
 
 QCoro::Task<> ProjectStore::flushPendingSave() {
     const QPointer self(this);
-    const quint64 revision = m_revision;
+    const quint64 before = revision();
     const bool saveIsDue = isSaving() || (m_saver && m_saver->hasPending());
     if (const auto saver = m_saver) {
         co_await saver->flush();
@@ -223,8 +192,8 @@ QCoro::Task<> ProjectStore::flushPendingSave() {
     if (const auto running = m_lastSave) {
         co_await *running;
     }
-    // A save that was due and failed isn't tried again at once: its failure is what is to be told.
-    const bool hasJustFailed = self && saveIsDue && m_revision == revision && m_lastError &&
+    // A save that just failed is not retried at once: its failure is already published.
+    const bool hasJustFailed = self && saveIsDue && revision() == before && m_lastError &&
                                m_lastError->kind() == ProjectStoreError::Kind::saveFailed;
     if (self && m_isDirty && !hasJustFailed) {
         co_await saveNow();
@@ -234,10 +203,10 @@ QCoro::Task<> ProjectStore::flushPendingSave() {
 QCoro::Task<bool> ProjectStore::saveEverything() {
     const QPointer self(this);
     while (self && (m_isDirty || isSaving() || (m_saver && m_saver->hasPending()))) {
-        const quint64 before = m_revision;
+        const quint64 before = revision();
         co_await flushPendingSave();
-        if (self && m_isDirty && m_revision == before) {
-            co_return false; // nothing was edited meanwhile, so the save failed
+        if (self && m_isDirty && revision() == before) {
+            co_return false; // still dirty without a new edit: the save failed
         }
     }
     co_return true;
@@ -250,30 +219,30 @@ QCoro::Task<> ProjectStore::saveNow() {
 }
 
 QCoro::Task<> ProjectStore::performSave() {
-    if (!m_project || !m_fileURL) {
+    if (!project() || !m_fileURL) {
         co_return;
     }
     const QPointer self(this);
     const QString file = *m_fileURL;
-    const QString id = m_project->id;
-    const quint64 revision = m_revision;
-    const bool allowDecrease = std::exchange(m_nextSaveAllowsDecrease, false);
+    const QString id = project()->id;
+    const quint64 before = revision();
+    const bool allowDecrease = takeNextSaveAllowsDecrease();
     if (++m_runningSaves == 1) {
         Q_EMIT isSavingChanged();
     }
     std::optional<ProjectStoreError> failure;
     try {
-        co_await m_io.save(*m_project, file, allowDecrease);
+        co_await m_io.save(*project(), file, allowDecrease);
     } catch (const std::exception &error) {
         failure.emplace(ProjectStoreError::Kind::saveFailed, describe(error));
     }
     if (!self) {
         co_return;
     }
-    const bool isStillOpen = m_project && m_project->id == id && m_fileURL == file;
+    const bool isStillOpen = project() && project()->id == id && m_fileURL == file;
     if (isStillOpen && !failure) {
-        setDirty(m_revision != revision);
-        m_lastSavedAt = m_clock.now();
+        setDirty(revision() != before);
+        m_lastSavedAt = clock().now();
         Q_EMIT lastSavedAtChanged();
     }
     if (isStillOpen) {
@@ -285,12 +254,12 @@ QCoro::Task<> ProjectStore::performSave() {
 }
 
 QCoro::Task<std::optional<ProjectStoreError>> ProjectStore::backUp() {
-    if (!m_project) {
+    if (!project()) {
         co_return std::nullopt;
     }
     const QPointer self(this);
     try {
-        const QString backup = co_await m_backups.write(*m_project);
+        const QString backup = co_await m_backups.write(*project());
         if (self) {
             setStatus(QStringLiteral("Backup written: %1").arg(paths::lastComponent(backup)));
         }
@@ -310,32 +279,32 @@ QCoro::Task<> ProjectStore::writeBackup() {
 
 QCoro::Task<> ProjectStore::refreshRecents() {
     const QPointer self(this);
-    const auto summaries = newestFirst(co_await m_registry.summaries());
-    if (self && summaries != m_recentProjects) {
-        m_recentProjects = summaries;
-        Q_EMIT recentProjectsChanged();
+    QList<ProjectSummary> summaries = newestFirst(co_await m_registry.summaries());
+    if (self) {
+        setRecents(std::move(summaries));
     }
 }
 
-/// Called while a project is open.
+/// Requires an open project.
 QCoro::Task<> ProjectStore::touchRecents() {
     const QPointer self(this);
-    const auto summaries = newestFirst(co_await m_registry.touch(*m_project, *m_fileURL));
-    if (self && summaries != m_recentProjects) {
-        m_recentProjects = summaries;
+    QList<ProjectSummary> summaries =
+        newestFirst(co_await m_registry.touch(*project(), *m_fileURL));
+    if (self) {
+        setRecents(std::move(summaries));
+    }
+}
+
+void ProjectStore::setRecents(QList<ProjectSummary> summaries) {
+    if (std::exchange(m_recentProjects, std::move(summaries)) != m_recentProjects) {
         Q_EMIT recentProjectsChanged();
     }
 }
 
 void ProjectStore::adoptProject(Project project, const QString &file) {
-    m_undoStack.clear();
-    m_redoStack.clear();
-    m_inUndoBatch = false;
-    m_isReplayingHistory = false;
-    m_nextSaveAllowsDecrease = false;
-    m_project = std::move(project);
+    clearHistory();
+    setProject(std::move(project));
     m_fileURL = file;
-    ++m_revision;
     m_lastSavedAt.reset();
     m_saver = std::make_shared<DebounceSaver>(
         [self = QPointer(this)]() -> QCoro::Task<> {
@@ -343,7 +312,7 @@ void ProjectStore::adoptProject(Project project, const QString &file) {
                 co_await self->saveNow();
             }
         },
-        m_clock);
+        clock());
     setDirty(false);
     setMediaConfirmation({});
     Q_EMIT projectChanged();
@@ -353,19 +322,22 @@ void ProjectStore::adoptProject(Project project, const QString &file) {
 
 void ProjectStore::leaveProject() {
     m_saver.reset();
-    m_undoStack.clear();
-    m_redoStack.clear();
-    m_inUndoBatch = false;
-    m_isReplayingHistory = false;
-    m_nextSaveAllowsDecrease = false;
+    clearHistory();
     setDirty(false);
     setStatusMessage({});
     setMediaConfirmation({});
-    if (m_project) {
-        m_project.reset();
+    if (project()) {
+        setProject(std::nullopt);
         m_fileURL.reset();
         Q_EMIT projectChanged();
         Q_EMIT fileURLChanged();
+    }
+}
+
+void ProjectStore::scheduleSave() {
+    setDirty(true);
+    if (m_saver) {
+        m_saver->schedule();
     }
 }
 
@@ -381,14 +353,14 @@ void ProjectStore::consumePendingImport() {
     setPendingImportOnLoad(false);
 }
 
-void ProjectStore::setPendingImportOnLoad(bool pending) {
-    if (std::exchange(m_pendingImportOnLoad, pending) != pending) {
+void ProjectStore::setPendingImportOnLoad(bool isPending) {
+    if (std::exchange(m_pendingImportOnLoad, isPending) != isPending) {
         Q_EMIT pendingImportOnLoadChanged();
     }
 }
 
-void ProjectStore::setDirty(bool dirty) {
-    if (std::exchange(m_isDirty, dirty) != dirty) {
+void ProjectStore::setDirty(bool isDirty) {
+    if (std::exchange(m_isDirty, isDirty) != isDirty) {
         Q_EMIT isDirtyChanged();
     }
 }

@@ -1,3 +1,5 @@
+// Media confirmation: what the registry asks about the open project, and the user's answers.
+
 #include "platform/Paths.h"
 #include "session/ProjectStore.h"
 #include "trust/PathSafety.h"
@@ -10,12 +12,6 @@ namespace corvane {
 
 namespace {
 
-QStringList sortedList(const QSet<QString> &paths) {
-    QStringList list(paths.cbegin(), paths.cend());
-    std::ranges::sort(list);
-    return list;
-}
-
 bool isRefused(const QString &clip, const PathSafety::SourceGrants &grants) {
     try {
         PathSafety::validateSource(clip, grants, QStringLiteral("source"));
@@ -25,18 +21,19 @@ bool isRefused(const QString &clip, const PathSafety::SourceGrants &grants) {
     }
 }
 
-bool isAnyGrantedBelow(const AuthorizedPaths &table, const QString &folder) {
+bool hasGrantWithin(const AuthorizedPaths &table, const QString &folder) {
     return std::any_of(table.keyBegin(), table.keyEnd(), [&](const QString &path) {
         return path == folder || paths::isBelow(path, folder);
     });
 }
 
-/// True if the media folder holds clips, nothing in it was ever granted, and one is refused. Looks
-/// at the disk, but for most projects only at the folder: the table answers first.
+/// True if the media folder contains clips, no path in it was ever granted, and a clip is refused.
+/// Accesses files; for most projects only the media folder itself, since the table is checked
+/// first.
 bool isUnauthorizedPackage(const Project &project, const PathSafety::SourceGrants &grants) {
     const QString media = paths::joined(grants.projectFolder, QStringLiteral("media"));
     return PathSafety::fileType(media) == FileType::Directory &&
-           !isAnyGrantedBelow(grants.authorizedSourcePaths, media) &&
+           !hasGrantWithin(grants.authorizedSourcePaths, media) &&
            std::ranges::any_of(project.videos, [&](const VideoItem &video) {
                const QString clip = resolvedAgainstProject(video->sourcePath, project.filePath);
                return !PathSafety::reachesOutsideOrThroughSymlink(clip, media) &&
@@ -56,72 +53,41 @@ QCoro::Task<bool> ProjectStore::legacyPackageNeedsAuthorization(Project project,
         [project, grants] { return isUnauthorizedPackage(project, grants); });
 }
 
-void ProjectStore::MediaConfirmation::raiseFlags() {
-    legacyProjectIdMediaNeedsConfirmation = !legacyProjectIdMediaPendingPaths.isEmpty();
-    unresolvedMediaNeedsConfirmation = !unresolvedMediaPendingPaths.isEmpty();
-    contentMismatchNeedsConfirmation = !contentMismatchPendingPaths.isEmpty();
-}
-
-/// A path shows in one list at most: a mismatch goes first, then a missing identity, then the rest.
-/// The sets are read last and at one moment, and what is read is published before any later word of
-/// the registry arrives, so that an event is either in what is read or comes behind it.
+/// The pending sets are read last and published without another suspension, so that a mismatch
+/// event is either contained in them or delivered afterwards.
 QCoro::Task<> ProjectStore::refreshMediaConfirmationState() {
-    if (!m_project || !m_fileURL) {
+    if (!project() || !m_fileURL) {
         co_return; // closed while it was being opened
     }
     const QPointer self(this);
     const QString file = *m_fileURL;
     MediaConfirmation state;
     state.legacyPackageMediaNeedsAuthorization =
-        co_await legacyPackageNeedsAuthorization(*m_project, file);
+        co_await legacyPackageNeedsAuthorization(*project(), file);
     if (!self || m_fileURL != file) {
         co_return;
     }
-    const auto [unresolved, pending, mismatched] = co_await m_authorization.pendingMedia(file);
-    if (!self || m_fileURL != file) {
-        co_return;
+    state.setPending(co_await m_authorization.pendingMedia(file));
+    if (self && m_fileURL == file) {
+        setMediaConfirmation(std::move(state));
     }
-    state.legacyProjectIdMediaPendingPaths = sortedList(pending - unresolved - mismatched);
-    state.unresolvedMediaPendingPaths = sortedList((unresolved & pending) - mismatched);
-    state.contentMismatchPendingPaths = sortedList(mismatched & pending);
-    state.raiseFlags();
-    setMediaConfirmation(std::move(state));
 }
 
-void ProjectStore::noteContentMismatch(const ContentMismatchEvent &event) {
-    if (!m_fileURL || MediaSourceAuthorization::projectKey(*m_fileURL) != event.projectKey) {
-        return;
+void ProjectStore::addContentMismatch(const ContentMismatchEvent &event) {
+    if (m_fileURL && MediaSourceAuthorization::projectKey(*m_fileURL) == event.projectKey) {
+        MediaConfirmation state = m_mediaConfirmation;
+        state.addContentMismatches(event.paths);
+        setMediaConfirmation(std::move(state));
     }
-    MediaConfirmation state = m_mediaConfirmation;
-    const QSet<QString> known(state.contentMismatchPendingPaths.cbegin(),
-                              state.contentMismatchPendingPaths.cend());
-    if (known.contains(event.paths)) {
-        return;
-    }
-    state.contentMismatchPendingPaths = sortedList(known | event.paths);
-    state.raiseFlags();
-    setMediaConfirmation(std::move(state));
 }
 
 QCoro::Task<> ProjectStore::authorizeLegacyPackageMedia() {
-    if (!m_project || !m_fileURL || m_answersAtWork.contains({Answer::legacyPackage, *m_fileURL})) {
-        co_return;
-    }
-    const QPointer self(this);
-    const QString file = *m_fileURL;
-    m_answersAtWork.insert({Answer::legacyPackage, file});
-    co_await m_authorization.authorizeMediaFolderClips(*m_project, file);
-    if (!self) {
-        co_return;
-    }
-    m_answersAtWork.erase({Answer::legacyPackage, file});
-    if (m_fileURL != file) {
-        co_return;
-    }
-    MediaConfirmation state = m_mediaConfirmation;
-    state.legacyPackageMediaNeedsAuthorization = false;
-    setMediaConfirmation(std::move(state));
-    setAnsweredStatus(
+    return runAnswer(
+        Answer::legacyPackage,
+        [this](const QString &file) {
+            return m_authorization.authorizeMediaFolderClips(*project(), file);
+        },
+        [](MediaConfirmation &state) { state.legacyPackageMediaNeedsAuthorization = false; },
         QStringLiteral("Authorized this project's media folder for Export and Handoff."));
 }
 
@@ -140,36 +106,42 @@ QCoro::Task<> ProjectStore::trustChangedContents() {
     return confirm(Answer::contentMismatch, &MediaConfirmation::contentMismatchPendingPaths, {});
 }
 
-/// Takes back what it asked for and leaves what came meanwhile.
+/// Removes only the confirmed paths from the list: others may have been added meanwhile.
 QCoro::Task<> ProjectStore::confirm(Answer answer, QStringList MediaConfirmation::*list,
                                     QString status) {
-    if (!m_project || !m_fileURL || m_answersAtWork.contains({answer, *m_fileURL})) {
+    const QStringList confirmed = m_mediaConfirmation.*list;
+    return runAnswer(
+        answer,
+        [this, confirmed](const QString &file) {
+            return m_authorization.confirmPendingPaths(confirmed, file);
+        },
+        [list, confirmed](MediaConfirmation &state) { state.remove(list, confirmed); },
+        std::move(status));
+}
+
+/// Publishes `status`, or that the registry couldn't be written, unless the text is empty.
+QCoro::Task<> ProjectStore::runAnswer(Answer answer, Grant grant, StateChange change,
+                                      QString status) {
+    if (!project() || !m_fileURL || m_runningAnswers.contains({answer, *m_fileURL})) {
         co_return;
     }
     const QPointer self(this);
     const QString file = *m_fileURL;
-    const QStringList asked = m_mediaConfirmation.*list;
-    m_answersAtWork.insert({answer, file});
-    co_await m_authorization.confirmPendingPaths(asked, file);
+    m_runningAnswers.insert({answer, file});
+    co_await grant(file);
     if (!self) {
         co_return;
     }
-    m_answersAtWork.erase({answer, file});
+    m_runningAnswers.erase({answer, file});
     if (m_fileURL != file) {
         co_return;
     }
     MediaConfirmation state = m_mediaConfirmation;
-    const QSet<QString> answered(asked.cbegin(), asked.cend());
-    (state.*list).removeIf([&](const QString &path) { return answered.contains(path); });
-    state.raiseFlags();
+    change(state);
     setMediaConfirmation(std::move(state));
-    setAnsweredStatus(status);
-}
-
-void ProjectStore::setAnsweredStatus(const QString &text) {
-    const QString told = m_authorization.unsavedNotice().value_or(text);
-    if (!told.isEmpty()) {
-        setStatus(told);
+    const QString text = m_authorization.unsavedNotice().value_or(status);
+    if (!text.isEmpty()) {
+        setStatus(text);
     }
 }
 

@@ -244,7 +244,7 @@ void MediaSourceAuthorization::setUnsavedNoticeContinuation(std::function<void(Q
 /// On the executor. What is told goes its way before the work that changed the tables is done.
 void MediaSourceAuthorization::persist() {
     const std::optional<QString> fault = AuthorizationFile::write(*m_tables, m_filePath);
-    const bool wasWritten = std::exchange(m_wasWritten, !fault);
+    const bool wasWritten = std::exchange(m_isFileUpToDate, !fault);
     if (!fault && wasWritten) {
         return;
     }

@@ -19,7 +19,7 @@ struct AuthorizationTables;
 struct LegacyMigrationCandidate;
 struct LegacyMigrationOutcome;
 
-/// The grant of a project's whole media folder. All but the path describe the folder itself.
+/// The grant of a project's media folder. The fields identify the folder itself.
 struct MediaRootRecord {
     QString path; ///< standardized
     int device = 0;
@@ -29,35 +29,39 @@ struct MediaRootRecord {
     bool operator==(const MediaRootRecord &) const = default;
 };
 
-/// Files of a project lost their grant because their contents changed.
+/// Reports files of a project that lost their grant because their contents changed.
 struct ContentMismatchEvent {
     QString projectKey;
     QSet<QString> paths;
 };
 
-/// What of a project waits for the user's word, all of one moment.
+/// A snapshot of the paths of a project that need the user's confirmation.
 struct PendingMedia {
-    QSet<QString> unresolved;      ///< paths without identity; all of them are pending too
-    QSet<QString> pendingLegacy;   ///< all that is pending
-    QSet<QString> contentMismatch; ///< what once was told to have changed, pending or not any more
+    QSet<QString> unresolved;      ///< listed without an identity; a subset of `pendingLegacy`
+    QSet<QString> pendingLegacy;   ///< all pending paths
+    QSet<QString> contentMismatch; ///< ever reported as changed, still pending or not
 };
 
-/// The memory of which files each project may read. It lives outside every project, so that a
-/// project file handed around can't grant itself anything.
+/// The registry of grants: which files each project may read on this computer. It is stored outside
+/// the projects, so that a project file from elsewhere cannot grant itself access.
 ///
-/// A project is known by its key: the project file's path with links resolved, then standardized.
-/// The registry is the file "media-authorizations.json" in the application's data folder, written
-/// whole at each change. No operation throws: what can't be read becomes an entry without identity
-/// or a pending path, and a registry that can't be read authorizes nothing.
+/// A grant records the identity of the file's parent folder and an anchor of the file's contents
+/// (`RootIdentity`). A project is identified by its key: the path of the project file, standardized
+/// and with symbolic links resolved. A project file that is moved therefore has no grants.
 ///
-/// Every operation is called and awaited on the main thread; the tables are touched on the object's
-/// own executor alone. Hashing happens off it, so that a long read doesn't hold up the others.
+/// The registry is the file "media-authorizations.json" in the data folder, and is rewritten after
+/// every change. If it can't be read, no file is granted; if it can't be written, changes last
+/// until the process ends and are reported by `unsavedNotice`.
+///
+/// Call and await every operation on the main thread. No operation throws. The tables are accessed
+/// only on the object's own executor; files are hashed on the utility executor, so that hashing
+/// delays no other operation.
 class MediaSourceAuthorization {
   public:
-    static constexpr qint64 kFileLimit = qint64(8) << 20;
+    static constexpr qint64 kFileLimit = qint64(8) << 20; ///< bytes of the registry file
 
-    /// Keeps the registry in `dataFolder`, which is created if it is missing. The guards of the
-    /// migrations are kept in `userDefaults`, or in the application's own if it is null.
+    /// Opens the registry in `dataFolder`, which is created if missing. `userDefaults` stores which
+    /// migrations are done; null stands for the application's own settings.
     explicit MediaSourceAuthorization(const QString &dataFolder,
                                       std::unique_ptr<QSettings> userDefaults = {});
     ~MediaSourceAuthorization();
@@ -65,76 +69,78 @@ class MediaSourceAuthorization {
 
     static QString projectKey(const QString &projectFile);
 
-    /// Grants the files as they now are: the identity of each one's folder and a full anchor of its
-    /// content. Where the caller hashed a file's bytes while writing them, `knownAnchors` has the
-    /// anchor by its standardized path, and the file isn't read again.
+    // Grants.
+    /// Grants the files with their current folders and contents. A file that can't be hashed keeps
+    /// its earlier anchor; without one it is listed without an identity and becomes pending. If its
+    /// folder can't be read, an earlier grant stays as it is. `knownAnchors` maps standardized
+    /// paths to anchors that the caller has just computed; these files are not read again.
     QCoro::Task<void> authorize(QStringList paths, QString projectFile,
                                 QHash<QString, QString> knownAnchors = {});
+    /// Grants the media folder. No-op if it is not a folder, or is a symbolic link.
     QCoro::Task<void> authorizeMediaRoot(QString mediaFolder, QString projectFile);
-    QCoro::Task<bool> isMediaRootAuthorized(QString mediaFolder, QString projectFile);
-    QCoro::Task<AuthorizedPaths> authorizedPaths(QString projectFile);
-    /// A snapshot of the project's grants, without preverified anchors.
-    QCoro::Task<PathSafety::SourceGrants> sourceGrants(QString projectFile);
-    QCoro::Task<QSet<QString>> pendingLegacyPaths(QString projectFile);
-    QCoro::Task<QSet<QString>> contentMismatchPaths(QString projectFile);
-    /// The paths without identity; they are made pending if they aren't yet.
-    QCoro::Task<QSet<QString>> unresolvedPaths(QString projectFile);
-    /// The three sets as one piece of work on the executor, so that no change comes between them.
-    /// Like `unresolvedPaths` it makes the paths without identity pending.
-    QCoro::Task<PendingMedia> pendingMedia(QString projectFile);
-    /// Grants anew those of the paths that are pending; they stay pending until they are granted,
-    /// and what can't be hashed goes on being so.
-    QCoro::Task<void> confirmPendingPaths(QStringList paths, QString projectFile);
-    /// Makes pending what the user offered anew and is refused as it stands: paths that were never
-    /// granted, as unresolved, and paths whose folder or contents changed since, as mismatched.
-    /// Nothing is granted, and no grant is taken away.
-    QCoro::Task<void> markPending(QStringList neverGranted, QStringList changed,
-                                  QString projectFile);
-    /// Grants the project's clips that lie in its media folder.
+    /// Grants the project's clips that are located in its media folder.
     QCoro::Task<void> authorizeMediaFolderClips(Project project, QString projectFile);
 
-    // Migrations, see AuthorizationMigrations.h. Each has a guard in the user defaults: once it is
-    // done it is never run again.
-    /// Takes what older versions recorded under a project's id as pending for the one recent
-    /// project that has this id, and drops what belongs to none or to several.
+    // Queries.
+    /// Returns whether the media folder was granted and is still the same folder.
+    QCoro::Task<bool> isMediaRootAuthorized(QString mediaFolder, QString projectFile);
+    QCoro::Task<AuthorizedPaths> authorizedPaths(QString projectFile);
+    /// Returns a snapshot of all grants of the project. `preverifiedAnchors` is empty.
+    QCoro::Task<PathSafety::SourceGrants> sourceGrants(QString projectFile);
+
+    // Pending paths, which need the user's confirmation.
+    QCoro::Task<QSet<QString>> pendingLegacyPaths(QString projectFile);
+    QCoro::Task<QSet<QString>> contentMismatchPaths(QString projectFile);
+    /// Returns the paths listed without an identity, and makes them pending.
+    QCoro::Task<QSet<QString>> unresolvedPaths(QString projectFile);
+    /// Returns the three sets as of one moment. Makes unresolved paths pending.
+    QCoro::Task<PendingMedia> pendingMedia(QString projectFile);
+    /// Grants those of the paths that are pending. Files that can't be hashed stay pending.
+    QCoro::Task<void> confirmPendingPaths(QStringList paths, QString projectFile);
+    /// Makes refused paths pending without granting them: `neverGranted` as unresolved, `changed`
+    /// as changed since their grant. Existing grants stay.
+    QCoro::Task<void> markPending(QStringList neverGranted, QStringList changed,
+                                  QString projectFile);
+
+    // One-time migrations of older registries, see AuthorizationMigrations.h. A migration that was
+    // completed is skipped from then on.
+    /// Turns grants recorded under a project id into pending paths of the only recent project with
+    /// that id. Drops them if no or several recent projects have it.
     QCoro::Task<void> rekeyLegacyProjectIdEntries(QList<ProjectSummary> summaries);
-    /// Grants every clip of every recent project that can be read, as it now is.
+    /// Grants every clip of every readable recent project.
     QCoro::Task<void> grandfatherLegacyProjects(QList<ProjectSummary> summaries, ProjectFileIO &io);
-    /// Replaces the older anchors by full ones where they still prove the file. Reads each file
-    /// that has one whole, at utility priority.
+    /// Verifies older anchors and replaces them by full ones. Reads every file with an older anchor
+    /// entirely, at utility priority.
     QCoro::Task<void> grandfatherContentHashes();
 
-    /// What the user must know after a change that couldn't be written: it lasts as long as the
-    /// process, or until a later change is written. Nothing while the file is up to date.
+    // Reports. Callbacks run on the main thread; an empty one disconnects.
+    /// Message that the latest change could not be written; nullopt if the file is up to date.
     const std::optional<QString> &unsavedNotice() const { return m_listeners->unsavedNotice; }
-
-    /// The one receiver of mismatch events, called on the main thread. Empty takes it away.
     void setContentMismatchContinuation(std::function<void(ContentMismatchEvent)> sink);
-    /// The one receiver of notices about changes that couldn't be written, called on the main
-    /// thread at each of them, before the operation that made it returns. Empty takes it away.
+    /// `sink` receives each `unsavedNotice` before the operation that caused it completes.
     void setUnsavedNoticeContinuation(std::function<void(QString)> sink);
 
   private:
-    /// A file that is to be granted, and what could be learned of it.
+    /// A file to be granted.
     struct Candidate {
         QString path;                         ///< standardized
-        std::optional<RootIdentity> identity; ///< of its folder; nothing where that can't be read
-        std::optional<QString> anchor;        ///< nothing where the file can't be hashed
-        bool isNew = false;                   ///< nothing was known of the path before
+        std::optional<RootIdentity> identity; ///< of its folder; nullopt if unreadable
+        std::optional<QString> anchor;        ///< nullopt until the file is hashed
+        bool isNew = false;                   ///< neither listed nor pending before
     };
-
-    /// The main thread's. Shared, so that word from the executor finds it gone with the object.
+    /// Main thread. Shared with queued reports, which must not access a destroyed registry.
     struct Listeners {
         std::function<void(ContentMismatchEvent)> contentMismatch;
         std::function<void(QString)> unsaved;
         std::optional<QString> unsavedNotice;
     };
-    /// What applying one project's outcomes came to.
+    /// The result of applying the outcomes of one project.
     struct MigrationStep {
         QSet<QString> mismatched;
-        bool isComplete = true; ///< nothing must be tried again
+        bool isComplete = true; ///< false if a file must be tried again at the next start
     };
 
+    // On the executor.
     bool isRootAuthorized(const QString &key, const QString &mediaFolder) const;
     void persist();
     void listUnproved(const QString &key, QList<Candidate> &candidates);
@@ -144,18 +150,19 @@ class MediaSourceAuthorization {
     void settleConfirmed(const QString &key, const QStringList &paths);
     void addPending(const QString &key, const QSet<QString> &paths);
     void removePending(const QString &key, const QSet<QString> &paths);
-
-    QSettings &userDefaults();
-    bool isMigrated(const QString &guard);
-    void setMigrated(const QString &guard);
     void rekey(const QList<ProjectSummary> &summaries);
     QHash<QString, QList<LegacyMigrationCandidate>> legacyCandidates() const;
     MigrationStep apply(const QString &key, const QList<LegacyMigrationOutcome> &outcomes);
 
+    // On the main thread.
+    QSettings &userDefaults();
+    bool isMigrated(const QString &guard);
+    void setMigrated(const QString &guard);
+
     QString m_filePath;
-    std::unique_ptr<QSettings> m_userDefaults;     ///< the main thread's, made at first use
-    std::unique_ptr<AuthorizationTables> m_tables; ///< the executor's
-    bool m_wasWritten = true;                      ///< the executor's: how the last writing went
+    std::unique_ptr<QSettings> m_userDefaults;     ///< main thread; created on first use
+    std::unique_ptr<AuthorizationTables> m_tables; ///< executor
+    bool m_isFileUpToDate = true;                  ///< executor
     std::shared_ptr<Listeners> m_listeners;
     SerialExecutor m_executor;
 };

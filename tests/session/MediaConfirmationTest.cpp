@@ -17,7 +17,7 @@ using corvane::test::await;
 namespace {
 
 using Kind = MediaConfirmationBanner::Kind;
-using State = ProjectStore::MediaConfirmation;
+using State = MediaConfirmation;
 
 QStringList clips(int count) {
     QStringList paths;
@@ -72,7 +72,7 @@ TEST(MediaConfirmationBanner, SaysWhatIsAskedInItsOwnWords) {
               .contentMismatchPendingPaths = clips(1),
               .legacyProjectIdMediaPendingPaths = clips(2),
               .unresolvedMediaPendingPaths = clips(5)};
-    all.raiseFlags();
+    all.updateFlags();
     const QString triangle = QStringLiteral("exclamationmark.triangle");
     const QList<MediaConfirmationBanner> expected{
         {Kind::legacyPackage,
@@ -108,7 +108,7 @@ TEST(MediaConfirmationBanner, SaysWhatIsAskedInItsOwnWords) {
         EXPECT_EQ(banners[index], expected[index]) << qPrintable(banners[index].message);
     }
     State other{.contentMismatchPendingPaths = clips(4), .unresolvedMediaPendingPaths = clips(1)};
-    other.raiseFlags();
+    other.updateFlags();
     EXPECT_TRUE(mediaConfirmationBanners(other).first().message.startsWith(
         QStringLiteral("This project has 1 file (C1.MP4) outside its media folder whose")));
     EXPECT_TRUE(mediaConfirmationBanners(other).last().message.startsWith(QStringLiteral(

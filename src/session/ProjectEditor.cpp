@@ -1,9 +1,8 @@
-// The operations of the store that change a project while it is reviewed, and its history.
+#include "session/ProjectEditor.h"
 
 #include "document/ProjectMigration.h"
-#include "session/ProjectStore.h"
 
-#include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <limits>
@@ -18,14 +17,10 @@ int clampedRating(int rating) {
     return std::clamp(rating, 0, kHighestRating);
 }
 
-Subclip *subclipOf(VideoRecord &video, const QString &subclipId) {
+/// -1 if the clip has no such subclip.
+qsizetype indexOfSubclip(const VideoRecord &video, const QString &subclipId) {
     const auto found = std::ranges::find(video.subclips, subclipId, &Subclip::id);
-    return found == video.subclips.end() ? nullptr : &*found;
-}
-
-bool holdsSubclip(const VideoRecord &video, const QString &subclipId) {
-    return std::ranges::any_of(video.subclips,
-                               [&](const Subclip &subclip) { return subclip.id == subclipId; });
+    return found == video.subclips.end() ? -1 : found - video.subclips.begin();
 }
 
 int nextCreationIndex(const VideoRecord &video) {
@@ -36,12 +31,12 @@ int nextCreationIndex(const VideoRecord &video) {
     return highest == std::numeric_limits<int>::max() ? highest : highest + 1;
 }
 
-/// Where each clip stands, for edits of many.
+/// Clip id to index, for edits of many clips. The first of two clips with the same id counts.
 QHash<QString, qsizetype> indexesById(const Project &project) {
     QHash<QString, qsizetype> indexes;
     indexes.reserve(project.videos.size());
     for (qsizetype index = project.videos.size() - 1; index >= 0; --index) {
-        indexes.insert(project.videos.at(index)->id, index); // of one id twice, the first counts
+        indexes.insert(project.videos.at(index)->id, index);
     }
     return indexes;
 }
@@ -51,63 +46,68 @@ void deselect(VideoRecord &video) {
     video.exportedAt.reset();
 }
 
-/// Calls `change(video, ids)` once for each clip that is named, with the subclips named of it.
+/// Calls `change(video, subclipIds)` once for each clip that a key names.
 template <typename Change>
 void changeClipsOf(Project &project, const QList<SubclipKey> &keys, Change change) {
-    QHash<QString, QSet<QString>> named;
+    QHash<QString, QSet<QString>> subclipIds;
     for (const SubclipKey &key : keys) {
-        named[key.videoId].insert(key.subclipId);
+        subclipIds[key.videoId].insert(key.subclipId);
     }
     for (qsizetype index = 0; index < project.videos.size(); ++index) {
-        const auto found = named.constFind(project.videos.at(index)->id);
-        if (found != named.cend()) {
+        const auto found = subclipIds.constFind(project.videos.at(index)->id);
+        if (found != subclipIds.cend()) {
             change(project.videos[index].edit(), *found);
         }
     }
 }
 
-void removeSubclips(Project &project, const QList<SubclipKey> &keys) {
-    changeClipsOf(project, keys, [](VideoRecord &video, const QSet<QString> &doomed) {
-        video.subclips.removeIf(
-            [&](const Subclip &subclip) { return doomed.contains(subclip.id); });
-    });
-}
-
 } // namespace
 
-void ProjectStore::edit(Undoable undoable, const ProjectChange &change) {
+ProjectEditor::ProjectEditor(Clock &clock, QObject *parent) : QObject(parent), m_clock(clock) {}
+
+void ProjectEditor::setProject(std::optional<Project> project) {
+    m_project = std::move(project);
+    m_batchIndexes.clear();
+    ++m_revision;
+}
+
+void ProjectEditor::clearHistory() {
+    m_undoStack.clear();
+    m_redoStack.clear();
+    m_inUndoBatch = false;
+    m_isReplayingHistory = false;
+    m_nextSaveAllowsDecrease = false;
+}
+
+void ProjectEditor::edit(Undoable undoable, const ProjectChange &change) {
     if (!m_project) {
         return;
     }
     if (undoable == Undoable::Yes) {
         pushUndoState();
     }
-    // In place: what shares storage with the document, a snapshot or a save under way, keeps it.
+    // In place: snapshots and running saves share the records, which detach when written.
     change(*m_project);
     m_project->updatedAt = m_clock.now();
     publishEdit();
 }
 
-void ProjectStore::publishEdit() {
+void ProjectEditor::publishEdit() {
     ++m_revision;
-    setDirty(true);
-    if (m_saver) {
-        m_saver->schedule();
-    }
+    scheduleSave();
     if (m_inUndoBatch) {
-        m_batchChangedProject = true;
+        m_hasBatchEdits = true;
     } else {
         Q_EMIT projectChanged();
     }
 }
 
-/// A batch asks for many clips, so it makes a table at its first question.
-const VideoRecord *ProjectStore::video(const QString &id) const {
+const VideoRecord *ProjectEditor::video(const QString &id) const {
     const qsizetype index = m_project ? indexOfVideo(id) : -1;
     return index < 0 ? nullptr : &*m_project->videos.at(index);
 }
 
-qsizetype ProjectStore::indexOfVideo(const QString &id) const {
+qsizetype ProjectEditor::indexOfVideo(const QString &id) const {
     if (!m_inUndoBatch) {
         return m_project->indexOfVideo(id);
     }
@@ -117,7 +117,7 @@ qsizetype ProjectStore::indexOfVideo(const QString &id) const {
     return m_batchIndexes.value(id, -1);
 }
 
-void ProjectStore::editVideo(Undoable undoable, const QString &id, const VideoChange &change) {
+void ProjectEditor::editVideo(Undoable undoable, const QString &id, const VideoChange &change) {
     edit(undoable, [&](Project &project) {
         const qsizetype index = indexOfVideo(id);
         if (index >= 0) {
@@ -126,18 +126,20 @@ void ProjectStore::editVideo(Undoable undoable, const QString &id, const VideoCh
     });
 }
 
-void ProjectStore::editSubclip(Undoable undoable, const SubclipKey &key,
-                               const SubclipChange &change) {
+void ProjectEditor::editSubclip(Undoable undoable, const SubclipKey &key,
+                                const SubclipChange &change) {
     edit(undoable, [&](Project &project) {
         const qsizetype index = indexOfVideo(key.videoId);
-        if (index >= 0 && holdsSubclip(*project.videos.at(index), key.subclipId)) {
+        const qsizetype subclipIndex =
+            index < 0 ? -1 : indexOfSubclip(*project.videos.at(index), key.subclipId);
+        if (subclipIndex >= 0) {
             VideoRecord &video = project.videos[index].edit();
-            change(video, *subclipOf(video, key.subclipId));
+            change(video, video.subclips[subclipIndex]);
         }
     });
 }
 
-void ProjectStore::updateProject(Project project) {
+void ProjectEditor::updateProject(Project project) {
     if (!m_project || m_project->id != project.id) {
         return;
     }
@@ -146,32 +148,32 @@ void ProjectStore::updateProject(Project project) {
     publishEdit();
 }
 
-void ProjectStore::updateVideo(const QString &videoId, const VideoChange &change) {
+void ProjectEditor::updateVideo(const QString &videoId, const VideoChange &change) {
     editVideo(Undoable::No, videoId, change);
 }
 
-void ProjectStore::autoReview(VideoRecord &video) const {
+void ProjectEditor::autoReview(VideoRecord &video) const {
     if (!video.reviewed && ProjectMigration::hasReviewMarks(video)) {
         video.reviewed = true;
         video.reviewedAt = m_clock.now();
     }
 }
 
-void ProjectStore::setRating(const QString &videoId, int rating) {
+void ProjectEditor::setRating(const QString &videoId, int rating) {
     editVideo(Undoable::Yes, videoId, [&](VideoRecord &video) {
         video.rating = clampedRating(rating);
         autoReview(video);
     });
 }
 
-void ProjectStore::toggleFavorite(const QString &videoId) {
+void ProjectEditor::toggleFavorite(const QString &videoId) {
     editVideo(Undoable::Yes, videoId, [&](VideoRecord &video) {
         video.favorite = !video.favorite;
         autoReview(video);
     });
 }
 
-void ProjectStore::toggleSelectedForExport(const QString &videoId) {
+void ProjectEditor::toggleSelectedForExport(const QString &videoId) {
     editVideo(Undoable::Yes, videoId, [&](VideoRecord &video) {
         if (video.selectedForExport) {
             deselect(video);
@@ -182,7 +184,7 @@ void ProjectStore::toggleSelectedForExport(const QString &videoId) {
     });
 }
 
-void ProjectStore::toggleRejected(const QString &videoId) {
+void ProjectEditor::toggleRejected(const QString &videoId) {
     editVideo(Undoable::Yes, videoId, [](VideoRecord &video) {
         video.rejected = !video.rejected;
         if (video.rejected) {
@@ -191,20 +193,20 @@ void ProjectStore::toggleRejected(const QString &videoId) {
     });
 }
 
-void ProjectStore::toggleReviewed(const QString &videoId) {
+void ProjectEditor::toggleReviewed(const QString &videoId) {
     editVideo(Undoable::Yes, videoId, [&](VideoRecord &video) {
         video.reviewed = !video.reviewed;
         video.reviewedAt = video.reviewed ? std::optional(m_clock.now()) : std::nullopt;
     });
 }
 
-void ProjectStore::setNotes(const QString &videoId, const QString &text) {
+void ProjectEditor::setNotes(const QString &videoId, const QString &text) {
     editVideo(Undoable::No, videoId, [&](VideoRecord &video) {
         video.notes = text.isEmpty() ? std::nullopt : std::optional(text);
     });
 }
 
-void ProjectStore::addTag(const QString &videoId, const QString &text) {
+void ProjectEditor::addTag(const QString &videoId, const QString &text) {
     const QString tag = text.trimmed();
     if (tag.isEmpty()) {
         return;
@@ -216,29 +218,29 @@ void ProjectStore::addTag(const QString &videoId, const QString &text) {
     });
 }
 
-void ProjectStore::removeTag(const QString &videoId, const QString &text) {
+void ProjectEditor::removeTag(const QString &videoId, const QString &text) {
     editVideo(Undoable::No, videoId, [&](VideoRecord &video) { video.tags.removeAll(text); });
 }
 
-int ProjectStore::selectClips(const QStringList &videoIds) {
-    return editSelection(videoIds, true);
+int ProjectEditor::selectClips(const QStringList &videoIds) {
+    return setClipsSelected(videoIds, true);
 }
 
-int ProjectStore::deselectClips(const QStringList &videoIds) {
-    return editSelection(videoIds, false);
+int ProjectEditor::deselectClips(const QStringList &videoIds) {
+    return setClipsSelected(videoIds, false);
 }
 
-int ProjectStore::editSelection(const QStringList &videoIds, bool select) {
+int ProjectEditor::setClipsSelected(const QStringList &videoIds, bool isSelected) {
     int changed = 0;
     edit(Undoable::No, [&](Project &project) {
         const auto indexes = indexesById(project);
         for (const QString &id : videoIds) {
             const qsizetype index = indexes.value(id, -1);
-            if (index < 0 || project.videos.at(index)->selectedForExport == select) {
+            if (index < 0 || project.videos.at(index)->selectedForExport == isSelected) {
                 continue;
             }
             VideoRecord &video = project.videos[index].edit();
-            if (select) {
+            if (isSelected) {
                 video.selectedForExport = true;
                 autoReview(video);
             } else {
@@ -250,7 +252,7 @@ int ProjectStore::editSelection(const QStringList &videoIds, bool select) {
     return changed;
 }
 
-QString ProjectStore::addSubclip(const QString &videoId, double inSeconds, double outSeconds) {
+QString ProjectEditor::addSubclip(const QString &videoId, double inSeconds, double outSeconds) {
     QString added;
     editVideo(Undoable::No, videoId, [&](VideoRecord &video) {
         added = newIdentifier();
@@ -266,28 +268,28 @@ QString ProjectStore::addSubclip(const QString &videoId, double inSeconds, doubl
     return added;
 }
 
-void ProjectStore::renameSubclip(const SubclipKey &key, const std::optional<QString> &text) {
+void ProjectEditor::renameSubclip(const SubclipKey &key, const std::optional<QString> &text) {
     const QString label = text.value_or(QString()).trimmed();
     editSubclip(Undoable::No, key, [&](VideoRecord &, Subclip &subclip) {
         subclip.label = label.isEmpty() ? std::nullopt : std::optional(label);
     });
 }
 
-void ProjectStore::setSubclipRating(const SubclipKey &key, int rating) {
+void ProjectEditor::setSubclipRating(const SubclipKey &key, int rating) {
     editSubclip(Undoable::Yes, key, [&](VideoRecord &video, Subclip &subclip) {
         subclip.rating = clampedRating(rating);
         autoReview(video);
     });
 }
 
-void ProjectStore::toggleSubclipFavorite(const SubclipKey &key) {
+void ProjectEditor::toggleSubclipFavorite(const SubclipKey &key) {
     editSubclip(Undoable::Yes, key, [&](VideoRecord &video, Subclip &subclip) {
         subclip.favorite = !subclip.favorite;
         autoReview(video);
     });
 }
 
-void ProjectStore::toggleSubclipSelected(const SubclipKey &key) {
+void ProjectEditor::toggleSubclipSelected(const SubclipKey &key) {
     editSubclip(Undoable::Yes, key, [&](VideoRecord &video, Subclip &subclip) {
         subclip.selectedForExport = !subclip.selectedForExport;
         if (!subclip.selectedForExport) {
@@ -297,23 +299,23 @@ void ProjectStore::toggleSubclipSelected(const SubclipKey &key) {
     });
 }
 
-int ProjectStore::selectSubclips(const QList<SubclipKey> &keys) {
-    return editSubclips(keys, true);
+int ProjectEditor::selectSubclips(const QList<SubclipKey> &keys) {
+    return setSubclipsSelected(keys, true);
 }
 
-int ProjectStore::deselectSubclips(const QList<SubclipKey> &keys) {
-    return editSubclips(keys, false);
+int ProjectEditor::deselectSubclips(const QList<SubclipKey> &keys) {
+    return setSubclipsSelected(keys, false);
 }
 
-int ProjectStore::editSubclips(const QList<SubclipKey> &keys, bool select) {
+int ProjectEditor::setSubclipsSelected(const QList<SubclipKey> &keys, bool isSelected) {
     int changed = 0;
-    const auto changeClip = [&](VideoRecord &video, const QSet<QString> &named) {
+    const auto changeClip = [&](VideoRecord &video, const QSet<QString> &subclipIds) {
         for (Subclip &subclip : video.subclips) {
-            if (subclip.selectedForExport == select || !named.contains(subclip.id)) {
+            if (subclip.selectedForExport == isSelected || !subclipIds.contains(subclip.id)) {
                 continue;
             }
-            subclip.selectedForExport = select;
-            if (select) {
+            subclip.selectedForExport = isSelected;
+            if (isSelected) {
                 autoReview(video);
             } else {
                 subclip.exportedAt.reset();
@@ -325,24 +327,25 @@ int ProjectStore::editSubclips(const QList<SubclipKey> &keys, bool select) {
     return changed;
 }
 
-void ProjectStore::deleteSubclip(const SubclipKey &key) {
-    edit(Undoable::Yes, [&](Project &project) {
-        m_nextSaveAllowsDecrease = true;
-        removeSubclips(project, {key});
-    });
+void ProjectEditor::deleteSubclip(const SubclipKey &key) {
+    deleteSubclips({key});
 }
 
-void ProjectStore::deleteSubclips(const QList<SubclipKey> &keys) {
+void ProjectEditor::deleteSubclips(const QList<SubclipKey> &keys) {
     if (keys.isEmpty()) {
         return;
     }
+    const auto removeFromClip = [](VideoRecord &video, const QSet<QString> &subclipIds) {
+        video.subclips.removeIf(
+            [&](const Subclip &subclip) { return subclipIds.contains(subclip.id); });
+    };
     edit(Undoable::Yes, [&](Project &project) {
         m_nextSaveAllowsDecrease = true;
-        removeSubclips(project, keys);
+        changeClipsOf(project, keys, removeFromClip);
     });
 }
 
-void ProjectStore::pushUndoState() {
+void ProjectEditor::pushUndoState() {
     if (m_inUndoBatch || m_isReplayingHistory || !m_project) {
         return;
     }
@@ -353,15 +356,15 @@ void ProjectStore::pushUndoState() {
     m_redoStack.clear();
 }
 
-void ProjectStore::undo() {
+void ProjectEditor::undo() {
     replay(m_undoStack, m_redoStack);
 }
 
-void ProjectStore::redo() {
+void ProjectEditor::redo() {
     replay(m_redoStack, m_undoStack);
 }
 
-void ProjectStore::replay(QList<Project> &from, QList<Project> &to) {
+void ProjectEditor::replay(QList<Project> &from, QList<Project> &to) {
     if (from.isEmpty()) {
         return;
     }
@@ -377,20 +380,20 @@ void ProjectStore::replay(QList<Project> &from, QList<Project> &to) {
     m_isReplayingHistory = false;
 }
 
-ProjectStore::UndoBatch::UndoBatch(ProjectStore &store)
-    : m_store(store), m_before(store.m_inUndoBatch) {
-    m_store.pushUndoState();
-    m_store.m_inUndoBatch = true;
+ProjectEditor::UndoBatch::UndoBatch(ProjectEditor &editor)
+    : m_editor(editor), m_isNested(editor.m_inUndoBatch) {
+    m_editor.pushUndoState();
+    m_editor.m_inUndoBatch = true;
 }
 
-ProjectStore::UndoBatch::~UndoBatch() {
-    m_store.m_inUndoBatch = m_before;
-    if (m_before) {
+ProjectEditor::UndoBatch::~UndoBatch() {
+    m_editor.m_inUndoBatch = m_isNested;
+    if (m_isNested) {
         return;
     }
-    m_store.m_batchIndexes.clear();
-    if (std::exchange(m_store.m_batchChangedProject, false)) {
-        Q_EMIT m_store.projectChanged();
+    m_editor.m_batchIndexes.clear();
+    if (std::exchange(m_editor.m_hasBatchEdits, false)) {
+        Q_EMIT m_editor.projectChanged();
     }
 }
 
