@@ -1,5 +1,5 @@
-// What the registry of grants adds to opening a large project, and what one grant costs in a
-// registry of the largest size.
+// Measures how much the registry of grants adds to opening a large project, and the cost of one
+// grant in a registry of the maximum size.
 
 #include "BenchData.h"
 
@@ -36,18 +36,18 @@ QString registryFile(const QString &folder) {
     return paths::joined(folder, QStringLiteral("media-authorizations.json"));
 }
 
-/// A session over a project of 20,000 clips, all granted.
+/// A session with a project of 20,000 clips, all granted.
 struct GrantedProject {
     QString folder = trustFolder(QStringLiteral("granted"));
     QString file = paths::joined(folder, QStringLiteral("granted.corvane"));
-    bool isMade = make();
+    bool isCreated = create();
     ProjectFileIO io;
     ProjectRegistry registry{folder};
     BackupService backups;
     MediaSourceAuthorization authorization{folder};
     ProjectStore store{io, registry, backups, authorization};
 
-    bool make() const {
+    bool create() const {
         Project project = largeProject(kClips);
         AuthorizedPaths grants;
         const RootIdentity identity = grantIn(folder);
@@ -71,7 +71,7 @@ void readDocument(benchmark::State &state) {
 void checkMedia(benchmark::State &state) {
     GrantedProject project;
     waitUntilDone(project.store.openProject(project.file));
-    if (!project.isMade || !project.store.project() ||
+    if (!project.isCreated || !project.store.project() ||
         waitUntilDone(project.authorization.authorizedPaths(project.file)).size() != kClips) {
         state.SkipWithError("the project or its grants can't be read");
     }
@@ -80,7 +80,7 @@ void checkMedia(benchmark::State &state) {
     }
 }
 
-/// Grants of other projects up to just under the limit of the file.
+/// Returns grants of other projects, just under the size limit of the file.
 AuthorizationTables fullRegistry(const RootIdentity &identity) {
     AuthorizationTables tables;
     const QString file = registryFile(trustFolder(QStringLiteral("sample")));
@@ -94,10 +94,11 @@ AuthorizationTables fullRegistry(const RootIdentity &identity) {
     };
     tables.authorizedPaths.insert(QStringLiteral("/p/0"), projectGrants(0));
     AuthorizationFile::write(tables, file);
-    const qint64 each = fileSystem().status(file).size;
-    constexpr qint64 kRoom = 16 << 10;
+    const qint64 projectSize = fileSystem().status(file).size;
+    constexpr qint64 kReserve = 16 << 10;
     for (int project = 1;
-         (project + 1) * (each + 1000) + kRoom < MediaSourceAuthorization::kFileLimit; ++project) {
+         (project + 1) * (projectSize + 1000) + kReserve < MediaSourceAuthorization::kFileLimit;
+         ++project) {
         tables.authorizedPaths.insert(QStringLiteral("/p/%1").arg(project), projectGrants(project));
     }
     return tables;

@@ -24,7 +24,7 @@ namespace {
 using PathSets = AuthorizationTables::PathSets;
 using PathLists = QHash<QString, QStringList>;
 
-/// The object in the file. `Paths` is the current form's tables or the older form's lists.
+/// The JSON object. `Paths` is the type of "paths" in the current or in the older format.
 template <typename Paths> struct RegistryFile {
     Paths paths;
     std::optional<QHash<QString, MediaRootRecord>> mediaRoots;
@@ -47,7 +47,7 @@ template <typename Paths> struct JSONFields<RegistryFile<Paths>> {
 
 namespace {
 
-QHash<QString, AuthorizedPaths> withPresentIdentities(const PathLists &lists) {
+QHash<QString, AuthorizedPaths> withCurrentIdentities(const PathLists &lists) {
     FolderIdentities identities;
     QHash<QString, AuthorizedPaths> tables;
     for (const auto &[key, paths] : lists.asKeyValueRange()) {
@@ -60,7 +60,7 @@ QHash<QString, AuthorizedPaths> withPresentIdentities(const PathLists &lists) {
     return tables;
 }
 
-/// Nothing where the text isn't of that form.
+/// Returns nullopt if the JSON doesn't have the format of `File`.
 template <typename File> std::optional<File> decoded(JSONView view) {
     try {
         return decodeJSON<File>(view);
@@ -73,19 +73,19 @@ template <typename Value> Value orEmpty(const std::optional<Value> &value) {
     return value.value_or(Value());
 }
 
-AuthorizationTables decodeAnyForm(JSONView view) {
+AuthorizationTables decodeAnyFormat(JSONView view) {
     if (auto file = decoded<CurrentRegistryFile>(view)) {
         return {std::move(file->paths), orEmpty(file->mediaRoots), orEmpty(file->pendingLegacy),
                 orEmpty(file->contentMismatch)};
     }
     if (auto file = decoded<LegacyPathsRegistryFile>(view)) {
-        return {withPresentIdentities(file->paths),
+        return {withCurrentIdentities(file->paths),
                 orEmpty(file->mediaRoots),
                 orEmpty(file->pendingLegacy),
                 {}};
     }
     if (const auto lists = decoded<PathLists>(view)) {
-        return {.authorizedPaths = withPresentIdentities(*lists)};
+        return {.authorizedPaths = withCurrentIdentities(*lists)};
     }
     return {};
 }
@@ -97,10 +97,10 @@ AuthorizationTables AuthorizationFile::read(const QString &file) {
     try {
         QByteArray bytes = readAll(file, kLimit);
         if (bytes.size() <= kLimit) {
-            return decodeAnyForm(JSONDocument::parse(std::move(bytes)).root());
+            return decodeAnyFormat(JSONDocument::parse(std::move(bytes)).root());
         }
     } catch (const Failure &) {
-        // Nothing is authorized then, which is the safe answer to a registry that can't be read.
+        // An unreadable registry grants no file.
     }
     return {};
 }
@@ -117,7 +117,7 @@ std::optional<QString> AuthorizationFile::write(const AuthorizationTables &table
         writeAtomically(file, bytes);
         return std::nullopt;
     } catch (const Failure &error) {
-        return error.description() + QLatin1Char('.'); // the next change tries again
+        return error.description() + QLatin1Char('.');
     }
 }
 

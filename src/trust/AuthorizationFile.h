@@ -4,14 +4,14 @@
 
 namespace corvane {
 
-/// What the registry remembers, by project key.
+/// The contents of the registry. All tables are keyed by project key.
 struct AuthorizationTables {
     using PathSets = QHash<QString, QSet<QString>>;
 
     QHash<QString, AuthorizedPaths> authorizedPaths;
     QHash<QString, MediaRootRecord> authorizedMediaRoots;
-    PathSets pendingLegacyPaths;   ///< waiting for the user's word
-    PathSets contentMismatchPaths; ///< those that lost their grant because their contents changed
+    PathSets pendingLegacyPaths;   ///< need the user's confirmation
+    PathSets contentMismatchPaths; ///< ever reported as changed since their grant
 
     bool operator==(const AuthorizationTables &) const = default;
 };
@@ -23,21 +23,24 @@ template <> struct JSONFields<MediaRootRecord> {
                                              jsonField("volumeUUID", &MediaRootRecord::volumeUUID));
 };
 
-/// The registry's file. Neither operation throws.
+/// Reads and writes the registry file. Blocks on file access. Neither function throws.
 ///
-/// One compact JSON object: "paths" holds for each project key an object of path to `RootIdentity`
-/// or null; "mediaRoots" for each key a `MediaRootRecord`; "pendingLegacy" and "contentMismatch"
-/// for each key an array of paths, in no order. All but "paths" may be missing. Two older forms are
-/// read and never written: the same object with "paths" holding arrays of paths, and a bare object
-/// of project key to array of paths. Both know no identities, so that what is there now is taken
-/// for each.
+/// The file is one compact JSON object with four members, each an object keyed by project key:
+/// "paths" maps a path to a `RootIdentity` or null, "mediaRoots" is a `MediaRootRecord`, and
+/// "pendingLegacy" and "contentMismatch" are unordered arrays of paths. All but "paths" may be
+/// missing.
+///
+/// Two older formats are read but never written: the same object with arrays of paths in "paths",
+/// and a bare object that maps a project key to an array of paths. They store no identities, so
+/// each path gets the current identity of its folder.
 namespace AuthorizationFile {
 
-/// Empty where there is no file, or one that is too large or of no known form.
+/// Returns empty tables if the file is missing, unreadable, above `kFileLimit` or in no known
+/// format.
 AuthorizationTables read(const QString &file);
 
-/// Replaces the file in one step. Where that fails, or the new file would be too large to be read
-/// again, the old one stays, and the answer is the reason, a sentence; the next change tries anew.
+/// Replaces the file atomically. Returns nullopt on success, otherwise the reason as a sentence,
+/// and the previous file stays. Fails if the new file would exceed `kFileLimit`.
 std::optional<QString> write(const AuthorizationTables &tables, const QString &file);
 
 } // namespace AuthorizationFile

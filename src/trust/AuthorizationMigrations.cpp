@@ -22,15 +22,15 @@ const QString kProjectsGuard =
 const QString kContentHashGuard =
     QStringLiteral("Corvane.MediaSourceAuthorization.didGrandfatherContentHashV3");
 
-/// Nothing where the text is no UUID as it is usually written; case doesn't matter.
+/// Returns nullopt unless the text is a UUID without braces, in either case.
 std::optional<QUuid> uuidOf(const QString &text) {
     const QUuid uuid = QUuid::fromString(text);
     const bool isPlain = uuid.toString(QUuid::WithoutBraces) == text.toLower();
     return isPlain ? std::optional(uuid) : std::nullopt;
 }
 
-/// The file of each id that one project alone has. Two projects that claim one id can't be told
-/// apart, so neither inherits anything.
+/// Maps each id to its project file. Ids of several projects are left out: none of these projects
+/// may inherit the grants.
 QHash<QUuid, QString> filesOfUniqueIds(const QList<ProjectSummary> &summaries) {
     QHash<QUuid, QStringList> filesById;
     for (const ProjectSummary &summary : summaries) {
@@ -47,14 +47,14 @@ QHash<QUuid, QString> filesOfUniqueIds(const QList<ProjectSummary> &summaries) {
     return unique;
 }
 
-/// Where another folder has the granted one's place, as when another volume is mounted there, its
-/// contents prove nothing against the file.
-bool isInOtherFolder(const LegacyMigrationCandidate &candidate) {
+/// True if another folder has the path of the granted one, as when another volume is mounted there.
+/// A different file in it does not show that the granted file changed.
+bool hasOtherFolder(const LegacyMigrationCandidate &candidate) {
     const auto folder = PathSafety::folderIdentity(paths::parentFolder(candidate.path));
     return folder && !folder->isSameFolder(candidate.identity);
 }
 
-/// Reads the file whole.
+/// Reads the entire file.
 Outcome::Result upgrade(const LegacyMigrationCandidate &candidate) {
     using Upgrade = ContentHasher::AnchorUpgrade::Result;
     using Kind = Outcome::Result::Kind;
@@ -68,7 +68,7 @@ Outcome::Result upgrade(const LegacyMigrationCandidate &candidate) {
             return {Kind::upgraded, identity};
         }
         case Upgrade::mismatch:
-            return {isInOtherFolder(candidate) ? Kind::unreadable : Kind::mismatched, {}};
+            return {hasOtherFolder(candidate) ? Kind::unreadable : Kind::mismatched, {}};
         case Upgrade::notVerifiable:
             break;
         }
@@ -78,7 +78,7 @@ Outcome::Result upgrade(const LegacyMigrationCandidate &candidate) {
     }
 }
 
-/// Nothing where the project can't be read.
+/// Returns nullopt if the project can't be read.
 QCoro::Task<std::optional<Project>> loadIfReadable(ProjectFileIO &io, QString file) {
     try {
         co_return co_await io.load(file);
@@ -100,7 +100,7 @@ bool MediaSourceAuthorization::isMigrated(const QString &guard) {
     return userDefaults().value(guard).toBool();
 }
 
-/// At once on the disk, so that what was migrated isn't migrated again after a crash.
+/// Writes to disk at once, so that a crash doesn't repeat the migration.
 void MediaSourceAuthorization::setMigrated(const QString &guard) {
     userDefaults().setValue(guard, true);
     userDefaults().sync();
@@ -149,22 +149,22 @@ MediaSourceAuthorization::grandfatherLegacyProjects(QList<ProjectSummary> summar
     setMigrated(kProjectsGuard);
 }
 
-/// What is through is stored project by project: where the process ends before all are, the next
-/// start goes on with the rest.
+/// Stores the outcomes after each project, so that an interrupted migration continues with the
+/// remaining projects at the next start.
 QCoro::Task<void> MediaSourceAuthorization::grandfatherContentHashes() {
     if (isMigrated(kContentHashGuard)) {
         co_return;
     }
     const auto candidates = co_await m_executor.run([this] { return legacyCandidates(); });
     bool isComplete = true;
-    for (const QList<LegacyMigrationCandidate> &ofProject : candidates) {
+    for (const QList<LegacyMigrationCandidate> &projectCandidates : candidates) {
         QList<LegacyMigrationOutcome> outcomes;
-        for (const LegacyMigrationCandidate &candidate : ofProject) {
+        for (const LegacyMigrationCandidate &candidate : projectCandidates) {
             const auto result =
                 co_await utilityExecutor().run([candidate] { return upgrade(candidate); });
             outcomes.append({candidate.projectKey, candidate.path, candidate.legacyHash, result});
         }
-        const QString key = ofProject.first().projectKey;
+        const QString key = projectCandidates.first().projectKey;
         const MigrationStep step =
             co_await m_executor.run([this, key, outcomes] { return apply(key, outcomes); });
         isComplete = isComplete && step.isComplete;
@@ -190,12 +190,12 @@ QHash<QString, QList<LegacyMigrationCandidate>> MediaSourceAuthorization::legacy
     return candidates;
 }
 
-/// The table may have changed while the files were read: a later grant wins.
+/// Skips entries that changed while the files were read: a later grant wins.
 MediaSourceAuthorization::MigrationStep
 MediaSourceAuthorization::apply(const QString &key, const QList<LegacyMigrationOutcome> &outcomes) {
     using Kind = Outcome::Result::Kind;
     MigrationStep step;
-    bool isAnyUpgraded = false;
+    bool hasUpgrades = false;
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
     for (const Outcome &outcome : outcomes) {
         const std::optional<RootIdentity> entry = table.value(outcome.path);
@@ -204,7 +204,7 @@ MediaSourceAuthorization::apply(const QString &key, const QList<LegacyMigrationO
         }
         if (outcome.result.kind == Kind::upgraded) {
             table.insert(outcome.path, outcome.result.identity);
-            isAnyUpgraded = true;
+            hasUpgrades = true;
         } else if (outcome.result.kind == Kind::mismatched) {
             table.remove(outcome.path);
             step.mismatched.insert(outcome.path);
@@ -216,7 +216,7 @@ MediaSourceAuthorization::apply(const QString &key, const QList<LegacyMigrationO
         addPending(key, step.mismatched);
         m_tables->contentMismatchPaths[key].unite(step.mismatched);
     }
-    if (isAnyUpgraded || !step.mismatched.isEmpty()) {
+    if (hasUpgrades || !step.mismatched.isEmpty()) {
         persist();
     }
     return step;

@@ -2,19 +2,19 @@
 
 #include "trust/MediaSourceAuthorization.h"
 
-/// The three one-shot migrations that bring an older registry of grants along without asking about
-/// every clip and without trusting what can't be proved. They run once at start-up, in this order:
+/// Three one-time migrations of the registry of grants. They avoid asking the user about every clip
+/// of earlier versions, and trust no file that can't be verified. They run at start-up, in order:
 ///
-/// 1. rekey: older versions kept grants by a project's id, which a copied project file takes with
-///    it. What they recorded becomes pending, not granted.
-/// 2. grandfather projects: projects that are older than the registry have their clips granted as
-///    they are. This is the only moment at which anything is taken on trust. It must run before a
-///    project is opened, or whatever was opened first would be among the recent ones by then.
-/// 3. grandfather hashes: the older anchors cover samples of a file; they are replaced by full ones
-///    where they still prove it.
+/// 1. Rekey. Older versions keyed grants by the project's id, which a copy of the project file has
+///    too. These paths become pending, not granted.
+/// 2. Grandfather projects. The clips of projects that are older than the registry are granted as
+///    they are. This is the only unverified grant. It must run before a project is opened: opening
+///    adds a project to the recent ones, and so would grant its clips.
+/// 3. Grandfather hashes. Older anchors cover samples of a file. If they match, they are replaced
+///    by full anchors.
 namespace corvane {
 
-/// A grant by an anchor of an older form.
+/// A grant with an anchor in an older format.
 struct LegacyMigrationCandidate {
     QString projectKey;
     QString path;
@@ -22,17 +22,17 @@ struct LegacyMigrationCandidate {
     QString legacyHash; ///< the anchor in `identity`
 };
 
-/// What reading the file of a candidate came to.
+/// The result of verifying the file of a candidate.
 struct LegacyMigrationOutcome {
     struct Result {
         enum class Kind {
-            upgraded,   ///< the old anchor proved the file
-            mismatched, ///< other contents in the granted folder
-            unreadable, ///< nothing can be said now; to be tried again at the next start
-            skip,       ///< the text is no anchor, and never will be
+            upgraded,   ///< the older anchor matched
+            mismatched, ///< the contents differ, and the folder is the granted one
+            unreadable, ///< not verifiable now; tried again at the next start
+            skip,       ///< the stored text is not an anchor
         };
         Kind kind = Kind::skip;
-        RootIdentity identity; ///< the candidate's with a full anchor; only with `upgraded`
+        RootIdentity identity; ///< with the full anchor; only for `upgraded`
     };
 
     QString projectKey;
@@ -41,14 +41,14 @@ struct LegacyMigrationOutcome {
     Result result;
 };
 
-/// What becomes of the third migration, which may read for hours.
+/// How the third migration runs, which may take hours.
 enum class ContentHashMigration {
-    InBackground, ///< the start-up goes on without it
+    InBackground, ///< not awaited
     Awaited,
     Skipped,
 };
 
-/// Runs the migrations; what is handed in must outlive them. Throws nothing.
+/// Runs the migrations. `registry` and `io` must outlive them. Does not throw.
 QCoro::Task<> migrateAuthorizations(MediaSourceAuthorization &registry, ProjectFileIO &io,
                                     QList<ProjectSummary> summaries, ContentHashMigration hashes);
 

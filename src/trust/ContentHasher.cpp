@@ -25,7 +25,7 @@ bool isHexDigit(QChar character) {
     return isLowerHexDigit(character) || (character >= u'A' && character <= u'F');
 }
 
-QByteArray freshSalt() {
+QByteArray randomSalt() {
     std::array<quint32, kSaltSize / sizeof(quint32)> words{};
     QRandomGenerator::system()->fillRange(words.data(), qsizetype(words.size()));
     return QByteArray(reinterpret_cast<const char *>(words.data()), kSaltSize);
@@ -35,7 +35,7 @@ QString fullAnchor(const QByteArray &salt, const QString &digest) {
     return kFullPrefix + QString::fromLatin1(salt.toHex()) + digest;
 }
 
-/// What stands behind the prefix of the two salted forms.
+/// Parses an anchor in one of the two salted formats.
 std::optional<FullAnchor> parseSalted(const QString &anchor, const QString &prefix) {
     constexpr qsizetype kSaltDigits = 2 * kSaltSize;
     const QStringView rest = QStringView(anchor).mid(prefix.size());
@@ -49,7 +49,7 @@ std::optional<FullAnchor> parseSalted(const QString &anchor, const QString &pref
     return FullAnchor{QByteArray::fromHex(salt.toLatin1()), rest.mid(kSaltDigits).toString()};
 }
 
-/// The parts of an anchor of the two older forms; the bare one has no salt.
+/// Parses an anchor in one of the two older formats. A bare anchor has an empty salt.
 std::optional<FullAnchor> parseLegacyAnchor(const QString &anchor) {
     if (anchor.startsWith(kSampledPrefix)) {
         return parseSalted(anchor, kSampledPrefix);
@@ -60,7 +60,7 @@ std::optional<FullAnchor> parseLegacyAnchor(const QString &anchor) {
     return FullAnchor{{}, anchor};
 }
 
-/// Throws `Cancelled` within the file once `stop` asks for it.
+/// Throws `Cancelled` once `stop` is requested.
 QString fullDigest(const QString &path, const QByteArray &salt, const std::stop_token &stop = {}) {
     const HashedFile file(path);
     StreamingAnchorHasher hasher(salt);
@@ -73,8 +73,9 @@ QString fullDigest(const QString &path, const QByteArray &salt, const std::stop_
     return hasher.finalizeDigest();
 }
 
-/// A file that can't be read to its end reads as changed.
-template <typename Digest> AnchorVerification compared(const QString &expected, Digest digest) {
+/// A file that can't be read to its end counts as changed.
+template <typename Digest>
+AnchorVerification compareDigest(const QString &expected, Digest digest) {
     try {
         return digest() == expected ? AnchorVerification::matches : AnchorVerification::mismatches;
     } catch (const Failure &) {
@@ -84,7 +85,8 @@ template <typename Digest> AnchorVerification compared(const QString &expected, 
 
 AnchorVerification verifyFull(const FullAnchor &anchor, const QString &path,
                               const std::stop_token &stop = {}) {
-    return compared(anchor.expectedDigest, [&] { return fullDigest(path, anchor.salt, stop); });
+    return compareDigest(anchor.expectedDigest,
+                         [&] { return fullDigest(path, anchor.salt, stop); });
 }
 
 } // namespace
@@ -118,7 +120,7 @@ QString StreamingAnchorHasher::finalizeDigest() {
 }
 
 QString makeAnchor(const QString &path) {
-    const QByteArray salt = freshSalt();
+    const QByteArray salt = randomSalt();
     return fullAnchor(salt, fullDigest(path, salt));
 }
 
@@ -130,8 +132,8 @@ AnchorVerification verifyAnchor(const QString &anchor, const QString &path) {
     if (!legacy) {
         return AnchorVerification::unverifiable;
     }
-    return compared(legacy->expectedDigest,
-                    [&] { return sampledDigest(HashedFile(path), legacy->salt); });
+    return compareDigest(legacy->expectedDigest,
+                         [&] { return sampledDigest(HashedFile(path), legacy->salt); });
 }
 
 QHash<QString, AnchorVerification> verifyAnchors(const QHash<QString, FullAnchor> &pathsToAnchors,
@@ -146,7 +148,7 @@ QHash<QString, AnchorVerification> verifyAnchors(const QHash<QString, FullAnchor
             verdicts.insert(path, verifyFull(anchor, path, abort));
         }
     } catch (const Cancelled &) {
-        // The file at work has no verdict; those before it have theirs.
+        // The verdicts of the earlier files are returned.
     }
     return verdicts;
 }
@@ -162,9 +164,9 @@ AnchorUpgrade upgradeLegacyAnchor(const QString &legacyAnchor, const QString &pa
         return {.result = Result::notVerifiable};
     }
     const HashedFile file(path);
-    const QByteArray salt = freshSalt();
+    const QByteArray salt = randomSalt();
     StreamingAnchorHasher hasher(salt);
-    PassingSampledDigest sampled(file.size(), legacy->salt);
+    StreamingSampledDigest sampled(file.size(), legacy->salt);
     file.forEachBlock([&](const char *bytes, qint64 count) {
         hasher.update(bytes, count);
         sampled.update(bytes, count);

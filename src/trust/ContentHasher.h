@@ -10,16 +10,17 @@
 #include <optional>
 #include <stop_token>
 
-/// Anchors: short texts that tell later whether a file still is the file that they were taken from.
+/// Creates and verifies anchors: short strings that identify the contents of a file.
 ///
-/// Three forms exist. Full: "3:", 32 hex digits of salt, 64 of the SHA-256 over the salt, the whole
-/// file and its length. Sampled: "2:", salt, and the digest over salt, sampled ranges and length.
-/// Bare: 64 hex digits of the digest over ranges at fixed places and the length. Only the full form
-/// is written today. The bare digest lives on as the duplicate key of a scan.
+/// There are three formats. Full: "3:", 32 hex digits of salt, and 64 hex digits of the SHA-256 of
+/// the salt, the entire file and its length. Sampled: "2:", the salt, and the digest of the salt,
+/// sampled ranges and the length. Bare: the digest of ranges at fixed fractions and the length,
+/// without salt. Only full anchors are created. The bare digest is also the key by which a scan
+/// detects duplicates.
 ///
-/// Every operation opens the path itself, follows no link in the last component and reads through
-/// that one descriptor. Nothing is written. All run on whatever thread calls them and may take as
-/// long as the file is large; they belong on a background executor.
+/// Every function opens the file itself, refuses a symbolic link in the last component, and reads
+/// through that one descriptor. Thread-safe. The functions block for up to the time it takes to
+/// read the file, so call them on a background executor.
 namespace corvane::ContentHasher {
 
 class HashError : public Failure {
@@ -40,63 +41,63 @@ class HashError : public Failure {
 
 enum class AnchorVerification {
     matches,
-    mismatches,   ///< other contents, or a file that can't be read to its end
-    unverifiable, ///< the stored text is no anchor, so nothing can be said
+    mismatches,   ///< the contents differ, or the file can't be read to its end
+    unverifiable, ///< the stored text is not an anchor
 };
 
-/// A parsed full anchor: what a hasher must start with and end in.
+/// A parsed full anchor.
 struct FullAnchor {
     QByteArray salt;        ///< 16 bytes
-    QString expectedDigest; ///< as it stands in the anchor
+    QString expectedDigest; ///< as in the anchor
 
     bool operator==(const FullAnchor &) const = default;
 };
 
-/// What `upgradeLegacyAnchor` found.
+/// The result of `upgradeLegacyAnchor`.
 struct AnchorUpgrade {
     enum class Result { upgraded, mismatch, notVerifiable };
     Result result = Result::notVerifiable;
-    QString anchor; ///< the new full anchor, only with `upgraded`
+    QString anchor; ///< the full anchor; only for `upgraded`
 };
 
-/// Hashes bytes as they pass through a copy, to the digest that a full anchor of the same bytes and
-/// salt has. A plain value.
+/// Computes the digest of a full anchor from bytes that are supplied in order, as by a copy.
 class StreamingAnchorHasher {
   public:
     explicit StreamingAnchorHasher(const QByteArray &salt);
 
     void update(const char *bytes, qint64 count);
-    /// The 64 hex digits. The hasher is used up.
+    /// Returns the 64 hex digits. Call it once, last.
     QString finalizeDigest();
 
-    quint64 totalBytes() const { return m_totalBytes; }
+    quint64 totalBytes() const { return m_totalBytes; } ///< without the salt
 
   private:
     Sha256 m_hasher;
-    quint64 m_totalBytes = 0; ///< fed so far, the salt not counted
+    quint64 m_totalBytes = 0;
 };
 
-/// A new full anchor with a fresh salt. Throws `HashError`.
+/// Returns a full anchor with a random salt. Throws `HashError`.
 QString makeAnchor(const QString &path);
 
-/// Whether the file still is what the anchor was taken from. Never throws.
+/// Compares the file with an anchor in any format. Does not throw.
 AnchorVerification verifyAnchor(const QString &anchor, const QString &path);
 
-/// Verifies many. `isCancelled` is asked before each path; once it says yes the rest is left out.
-/// `abort` ends it within a file, which is then left out too.
+/// Verifies several files. Stops before the next file once `isCancelled` returns true, and within a
+/// file once `abort` requests it. Files that were not verified completely are left out of the
+/// result. Does not throw.
 QHash<QString, AnchorVerification> verifyAnchors(const QHash<QString, FullAnchor> &pathsToAnchors,
                                                  const std::function<bool()> &isCancelled,
                                                  std::stop_token abort = {});
 
-/// The parts of a full anchor, or nothing where the text is no well-formed one.
+/// Returns nullopt if the text is not a well-formed full anchor.
 std::optional<FullAnchor> parseFullAnchor(const QString &anchor);
 
-/// Reads the file once, proves the old anchor and makes a full one in the same pass. Throws
-/// `HashError`.
+/// Verifies an anchor in an older format and creates the full one in a single pass over the file.
+/// Throws `HashError`.
 AnchorUpgrade upgradeLegacyAnchor(const QString &legacyAnchor, const QString &path);
 
-/// The bare sampled digest: the same text for the same bytes at every scan. Reads at most about
-/// 2.2 MiB of the file. Throws `HashError`.
+/// Returns the bare digest, which is the same for equal contents. Reads at most about 2.2 MiB.
+/// Throws `HashError`.
 QString duplicateKey(const QString &path);
 
 } // namespace corvane::ContentHasher

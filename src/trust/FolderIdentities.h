@@ -5,22 +5,21 @@
 
 namespace corvane {
 
-/// The identities of the folders that files lie in, each folder looked at once: reading a volume's
-/// UUID costs far more than the rest, and files come by the thousand in few folders. A snapshot for
-/// one piece of work, not to be kept.
+/// A cache of folder identities for one operation on many files. Reading the UUID of a volume is
+/// slow, and thousands of files are in few folders. Discard it afterwards: folders may change.
 class FolderIdentities {
   public:
-    /// Of the folder that holds the file; nothing where it can't be read.
+    /// Returns the identity of the file's parent folder; nullopt if it can't be read.
     std::optional<RootIdentity> ofParent(const QString &file) {
         const QString folder = paths::parentFolder(file);
-        const auto known = m_known.constFind(folder);
-        return known != m_known.cend()
+        const auto known = m_identities.constFind(folder);
+        return known != m_identities.cend()
                    ? *known
-                   : *m_known.insert(folder, PathSafety::folderIdentity(folder));
+                   : *m_identities.insert(folder, PathSafety::folderIdentity(folder));
     }
 
   private:
-    QHash<QString, std::optional<RootIdentity>> m_known;
+    QHash<QString, std::optional<RootIdentity>> m_identities;
 };
 
 } // namespace corvane

@@ -8,7 +8,7 @@ using ContentHasher::HashError;
 
 namespace {
 
-Descriptor openedForHashing(const QString &path) {
+Descriptor openForHashing(const QString &path) {
     try {
         return fileSystem().openForReading(path, FileSystem::Links::Refuse);
     } catch (const FileError &error) {
@@ -26,7 +26,7 @@ FileStatus statusForHashing(const Descriptor &file) {
 
 } // namespace
 
-HashedFile::HashedFile(const QString &path) : m_file(openedForHashing(path)) {
+HashedFile::HashedFile(const QString &path) : m_file(openForHashing(path)) {
     const FileStatus status = statusForHashing(m_file);
     if (status.type != FileType::Regular) {
         throw HashError::notARegularFile(path);
@@ -34,28 +34,28 @@ HashedFile::HashedFile(const QString &path) : m_file(openedForHashing(path)) {
     m_size = status.size;
 }
 
-QByteArray HashedFile::readAt(qint64 offset, qint64 most) const {
-    QByteArray bytes(most, Qt::Uninitialized);
-    qint64 filled = 0;
+QByteArray HashedFile::readAt(qint64 offset, qint64 length) const {
+    QByteArray bytes(length, Qt::Uninitialized);
+    qint64 bytesRead = 0;
     try {
-        while (filled < most) {
-            const qint64 got =
-                fileSystem().readAt(m_file, offset + filled, bytes.data() + filled, most - filled);
-            if (got == 0) {
+        while (bytesRead < length) {
+            const qint64 count = fileSystem().readAt(m_file, offset + bytesRead,
+                                                     bytes.data() + bytesRead, length - bytesRead);
+            if (count == 0) {
                 break;
             }
-            filled += got;
+            bytesRead += count;
         }
     } catch (const FileError &error) {
         throw HashError::readFailed(m_file.path(), error.description());
     }
-    bytes.truncate(filled);
+    bytes.truncate(bytesRead);
     return bytes;
 }
 
-qint64 HashedFile::read(char *into, qint64 most) const {
+qint64 HashedFile::read(char *buffer, qint64 capacity) const {
     try {
-        return fileSystem().read(m_file, into, most);
+        return fileSystem().read(m_file, buffer, capacity);
     } catch (const FileError &error) {
         throw HashError::readFailed(m_file.path(), error.description());
     }

@@ -5,28 +5,28 @@
 
 namespace corvane {
 
-/// A regular file that is being hashed, open on one descriptor: what was tested is what is read. A
-/// link in the last component isn't followed. Everything throws `ContentHasher::HashError`.
+/// A regular file opened for hashing. The type check and all reads use one descriptor, and a
+/// symbolic link in the last component is refused. All functions throw
+/// `ContentHasher::HashError`.
 class HashedFile {
   public:
     explicit HashedFile(const QString &path);
 
-    /// As it was when the file was opened.
-    qint64 size() const { return m_size; }
+    qint64 size() const { return m_size; } ///< bytes, as of opening
 
-    /// Calls `each(bytes, count)` for the file from its start to its end, in blocks of at most 1
-    /// MiB. Once for each file.
+    /// Calls `each(bytes, count)` for consecutive blocks of the entire file, of at most 1 MiB each.
+    /// Call it only once: it moves the read position.
     template <typename Each> void forEachBlock(Each each) const {
         const BlockBuffer block;
         while (const qint64 count = read(block.data(), BlockBuffer::kSize)) {
             each(block.data(), count);
         }
     }
-    /// Up to `most` bytes from there; fewer only where the file ends.
-    QByteArray readAt(qint64 offset, qint64 most) const;
+    /// Returns `length` bytes from `offset`, or fewer at the end of the file.
+    QByteArray readAt(qint64 offset, qint64 length) const;
 
   private:
-    qint64 read(char *into, qint64 most) const;
+    qint64 read(char *buffer, qint64 capacity) const;
 
     Descriptor m_file;
     qint64 m_size = 0;

@@ -11,31 +11,31 @@ namespace corvane::PathSafety {
 
 namespace {
 
-/// What the type database says of extensions. It is asked once for each, because it is slow and a
-/// scan asks for tens of thousands of files.
-class KnownExtensions {
+/// A thread-safe cache of which extensions the MIME database knows as media. The database is slow,
+/// and a scan tests tens of thousands of files.
+class MediaExtensionCache {
   public:
     bool isMedia(const QString &extension) {
         {
             const std::shared_lock lock(m_mutex);
-            if (const auto known = m_known.constFind(extension); known != m_known.cend()) {
+            if (const auto known = m_isMediaByExtension.constFind(extension);
+                known != m_isMediaByExtension.cend()) {
                 return *known;
             }
         }
-        const bool isMedia = ask(extension);
+        const bool isMedia = queryDatabase(extension);
         const std::scoped_lock lock(m_mutex);
-        if (m_known.size() >= kMost) {
-            m_known.clear();
+        if (m_isMediaByExtension.size() >= kCapacity) {
+            m_isMediaByExtension.clear();
         }
-        m_known.insert(extension, isMedia);
+        m_isMediaByExtension.insert(extension, isMedia);
         return isMedia;
     }
 
   private:
-    /// More than anybody's files have; names that are all extension don't fill the memory.
-    static constexpr qsizetype kMost = 4096;
+    static constexpr qsizetype kCapacity = 4096; ///< bounds the memory for arbitrary names
 
-    static bool ask(const QString &extension) {
+    static bool queryDatabase(const QString &extension) {
         const QString type =
             QMimeDatabase()
                 .mimeTypeForFile(QStringLiteral("name.") + extension, QMimeDatabase::MatchExtension)
@@ -45,7 +45,7 @@ class KnownExtensions {
     }
 
     std::shared_mutex m_mutex;
-    QHash<QString, bool> m_known;
+    QHash<QString, bool> m_isMediaByExtension;
 };
 
 } // namespace
@@ -55,9 +55,9 @@ bool isMediaFile(const QString &path) {
         QStringLiteral("mp4"),  QStringLiteral("m4v"), QStringLiteral("mov"), QStringLiteral("qt"),
         QStringLiteral("mxf"),  QStringLiteral("avi"), QStringLiteral("mkv"), QStringLiteral("mts"),
         QStringLiteral("m2ts"), QStringLiteral("ts")};
-    static KnownExtensions known;
+    static MediaExtensionCache cache;
     const QString extension = paths::lowerCaseExtension(path);
-    return kExtensions.contains(extension) || (!extension.isEmpty() && known.isMedia(extension));
+    return kExtensions.contains(extension) || (!extension.isEmpty() && cache.isMedia(extension));
 }
 
 } // namespace corvane::PathSafety

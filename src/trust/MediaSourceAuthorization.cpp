@@ -10,7 +10,7 @@ namespace corvane {
 
 namespace {
 
-/// What the folder is now; nothing where it is no real folder, as a link to one isn't.
+/// Returns the current identity of the folder; nullopt unless it is a real folder, not a link.
 std::optional<MediaRootRecord> mediaRootRecord(const QString &mediaFolder) {
     const QString path = paths::standardized(mediaFolder);
     const auto status = fileSystem().linkStatus(path);
@@ -23,10 +23,10 @@ std::optional<MediaRootRecord> mediaRootRecord(const QString &mediaFolder) {
                            .volumeUUID = fileSystem().volumeUUID(path)};
 }
 
-bool isSameRoot(const MediaRootRecord &stored, const MediaRootRecord &present) {
-    const RootIdentity was{stored.device, stored.inode, stored.volumeUUID, {}};
-    const RootIdentity is{present.device, present.inode, present.volumeUUID, {}};
-    return stored.path == present.path && was.isSameFolder(is);
+bool isSameRoot(const MediaRootRecord &stored, const MediaRootRecord &current) {
+    const RootIdentity granted{stored.device, stored.inode, stored.volumeUUID, {}};
+    const RootIdentity found{current.device, current.inode, current.volumeUUID, {}};
+    return stored.path == current.path && granted.isSameFolder(found);
 }
 
 std::optional<QString> anchorIfReadable(const QString &path) {
@@ -37,19 +37,19 @@ std::optional<QString> anchorIfReadable(const QString &path) {
     }
 }
 
-/// How many bytes are hashed without writing down first what waits for it: well below a second's.
-constexpr qint64 kBriefBytes = qint64(64) << 20;
+constexpr qint64 kQuickHashBytes = qint64(64) << 20; ///< hashed in well under a second
 
-bool takesLongToHash(const QStringList &files) {
+bool isSlowToHash(const QStringList &files) {
     qint64 bytes = 0;
     for (const QString &file : files) {
-        const auto status = bytes <= kBriefBytes ? fileSystem().targetStatus(file) : std::nullopt;
+        const auto status =
+            bytes <= kQuickHashBytes ? fileSystem().targetStatus(file) : std::nullopt;
         bytes += status ? status->size : 0;
     }
-    return bytes > kBriefBytes;
+    return bytes > kQuickHashBytes;
 }
 
-/// A clip that can't be looked at is taken too: granting it makes it pending, not forgotten.
+/// Includes clips that can't be accessed, so that authorizing them makes them pending.
 QStringList clipsInMediaFolder(const Project &project, const QString &projectFile) {
     const QString folder = mediaFolder(projectFile);
     QStringList clips;
@@ -75,12 +75,12 @@ MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder,
       m_tables(std::make_unique<AuthorizationTables>()),
       m_listeners(std::make_shared<Listeners>()),
       m_executor(QStringLiteral("MediaSourceAuth")) {
-    // The first piece of work, so that whatever is asked finds the file read.
+    // Runs before every other operation on the executor.
     m_executor.post([this, dataFolder] {
         try {
             fileSystem().createFolders(dataFolder);
         } catch (const FileError &) {
-            // Writing will fail as silently: grants then last as long as the process.
+            // The first change fails to be written, and is reported then.
         }
         *m_tables = AuthorizationFile::read(m_filePath);
     });
@@ -102,23 +102,23 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
         QList<Candidate> candidates;
     };
     Request request = co_await m_executor.run([this, paths, projectFile, knownAnchors] {
-        Request made{.key = projectKey(projectFile)};
+        Request result{.key = projectKey(projectFile)};
         FolderIdentities identities;
         QSet<QString> seen;
-        for (const QString &given : paths) {
-            const QString path = paths::standardized(given);
+        for (const QString &requested : paths) {
+            const QString path = paths::standardized(requested);
             if (!seen.contains(path)) {
                 seen.insert(path);
                 const auto known = knownAnchors.constFind(path);
-                made.candidates.append(
+                result.candidates.append(
                     {path, identities.ofParent(path),
                      known == knownAnchors.cend() ? std::nullopt : std::optional(*known)});
             }
         }
-        listUnproved(made.key, made.candidates);
-        return made;
+        listCandidates(result.key, result.candidates);
+        return result;
     });
-    // One file at a time, so that other work on that executor isn't held up by a whole import.
+    // One task per file, so that the executor can run others before an import is hashed entirely.
     for (Candidate &candidate : request.candidates) {
         if (candidate.identity && !candidate.anchor) {
             candidate.anchor = co_await utilityExecutor().run(
@@ -128,31 +128,30 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
     co_await m_executor.run([this, request] { storeGrants(request.key, request.candidates); });
 }
 
-/// Lists what has no entry yet as unproved while its hashing lasts: where the process ends before
-/// that, the paths are known, and the user is asked about them instead of finding them refused. The
-/// file is written for it only where the hashing is long: it is written whole, and once more with
-/// the grants.
-void MediaSourceAuthorization::listUnproved(const QString &key, QList<Candidate> &candidates) {
+/// Lists new paths without an identity until they are hashed. If the process ends before that, the
+/// user is asked about them instead of finding them refused. The registry file is written for this
+/// only if hashing is slow, since it is written again with the grants.
+void MediaSourceAuthorization::listCandidates(const QString &key, QList<Candidate> &candidates) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
     const QSet<QString> pending = m_tables->pendingLegacyPaths.value(key);
-    QStringList listed;
+    QStringList toHash;
     for (Candidate &candidate : candidates) {
         if (!table.contains(candidate.path)) {
             candidate.isNew = !pending.contains(candidate.path);
             table.insert(candidate.path, std::nullopt);
             if (candidate.identity && !candidate.anchor) {
-                listed.append(candidate.path);
+                toHash.append(candidate.path);
             }
         }
     }
-    if (takesLongToHash(listed)) {
+    if (isSlowToHash(toHash)) {
         persist();
     }
 }
 
 void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candidate> &candidates) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
-    QSet<QString> unproved;
+    QSet<QString> unresolved;
     QSet<QString> granted;
     for (const Candidate &candidate : candidates) {
         const auto known = table.constFind(candidate.path);
@@ -169,16 +168,16 @@ void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candi
         }
         if (identity.contentHash) {
             table.insert(candidate.path, identity);
-            if (candidate.isNew) { // somebody may have taken it for unresolved meanwhile
+            if (candidate.isNew) { // a query may have made it pending while it was hashed
                 granted.insert(candidate.path);
             }
         } else {
             table.insert(candidate.path, std::nullopt);
-            unproved.insert(candidate.path);
+            unresolved.insert(candidate.path);
         }
     }
     removePending(key, granted);
-    addPending(key, unproved);
+    addPending(key, unresolved);
     persist();
 }
 
@@ -205,8 +204,8 @@ bool MediaSourceAuthorization::isRootAuthorized(const QString &key,
     if (stored == m_tables->authorizedMediaRoots.cend()) {
         return false;
     }
-    const auto present = mediaRootRecord(mediaFolder);
-    return present && isSameRoot(*stored, *present);
+    const auto current = mediaRootRecord(mediaFolder);
+    return current && isSameRoot(*stored, *current);
 }
 
 QCoro::Task<AuthorizedPaths> MediaSourceAuthorization::authorizedPaths(QString projectFile) {
@@ -241,7 +240,8 @@ void MediaSourceAuthorization::setUnsavedNoticeContinuation(std::function<void(Q
     m_listeners->unsaved = std::move(sink);
 }
 
-/// On the executor. What is told goes its way before the work that changed the tables is done.
+/// Queues the report to the main thread before the task ends, so that it is delivered before the
+/// operation that changed the tables completes.
 void MediaSourceAuthorization::persist() {
     const std::optional<QString> fault = AuthorizationFile::write(*m_tables, m_filePath);
     const bool wasWritten = std::exchange(m_isFileUpToDate, !fault);
@@ -256,8 +256,8 @@ void MediaSourceAuthorization::persist() {
     }
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),
-        [listening = std::weak_ptr(m_listeners), notice] {
-            const auto listeners = listening.lock();
+        [weakListeners = std::weak_ptr(m_listeners), notice] {
+            const auto listeners = weakListeners.lock();
             if (listeners) {
                 listeners->unsavedNotice = notice;
             }

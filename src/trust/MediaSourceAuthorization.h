@@ -61,7 +61,7 @@ class MediaSourceAuthorization {
     static constexpr qint64 kFileLimit = qint64(8) << 20; ///< bytes of the registry file
 
     /// Opens the registry in `dataFolder`, which is created if missing. `userDefaults` stores which
-    /// migrations are done; null stands for the application's own settings.
+    /// migrations are done; nullptr selects the application's own settings.
     explicit MediaSourceAuthorization(const QString &dataFolder,
                                       std::unique_ptr<QSettings> userDefaults = {});
     ~MediaSourceAuthorization();
@@ -143,11 +143,11 @@ class MediaSourceAuthorization {
     // On the executor.
     bool isRootAuthorized(const QString &key, const QString &mediaFolder) const;
     void persist();
-    void listUnproved(const QString &key, QList<Candidate> &candidates);
+    void listCandidates(const QString &key, QList<Candidate> &candidates);
     void storeGrants(const QString &key, const QList<Candidate> &candidates);
     QSet<QString> listUnresolved(const QString &key);
     QStringList pendingAmong(const QString &key, const QStringList &paths) const;
-    void settleConfirmed(const QString &key, const QStringList &paths);
+    void finishConfirmation(const QString &key, const QStringList &paths);
     void addPending(const QString &key, const QSet<QString> &paths);
     void removePending(const QString &key, const QSet<QString> &paths);
     void rekey(const QList<ProjectSummary> &summaries);

@@ -1,4 +1,4 @@
-// What of the registry waits for the user's word.
+// The paths of the registry that need the user's confirmation.
 
 #include "trust/AuthorizationFile.h"
 
@@ -24,14 +24,14 @@ QCoro::Task<QSet<QString>> MediaSourceAuthorization::unresolvedPaths(QString pro
 QCoro::Task<PendingMedia> MediaSourceAuthorization::pendingMedia(QString projectFile) {
     co_return co_await m_executor.run([this, projectFile] {
         const QString key = projectKey(projectFile);
-        QSet<QString> unresolved = listUnresolved(key); // before the set that it adds to is read
+        QSet<QString> unresolved = listUnresolved(key); // first: it adds to the pending paths
         return PendingMedia{.unresolved = std::move(unresolved),
                             .pendingLegacy = m_tables->pendingLegacyPaths.value(key),
                             .contentMismatch = m_tables->contentMismatchPaths.value(key)};
     });
 }
 
-/// The paths without identity, which are pending from now on.
+/// Returns the paths without an identity and makes them pending.
 QSet<QString> MediaSourceAuthorization::listUnresolved(const QString &key) {
     QSet<QString> unresolved;
     const AuthorizedPaths table = m_tables->authorizedPaths.value(key);
@@ -47,8 +47,8 @@ QSet<QString> MediaSourceAuthorization::listUnresolved(const QString &key) {
     return unresolved;
 }
 
-/// What is confirmed leaves the pending set only once it is granted, so that a process that ends
-/// while it reads long files has forgotten nothing.
+/// Paths stay pending until they are granted, so that no question is lost if the process ends while
+/// hashing.
 QCoro::Task<void> MediaSourceAuthorization::confirmPendingPaths(QStringList paths,
                                                                 QString projectFile) {
     const QStringList confirmed = co_await m_executor.run(
@@ -58,7 +58,7 @@ QCoro::Task<void> MediaSourceAuthorization::confirmPendingPaths(QStringList path
     }
     co_await authorize(confirmed, projectFile);
     co_await m_executor.run([this, confirmed, projectFile] {
-        settleConfirmed(projectKey(projectFile), confirmed);
+        finishConfirmation(projectKey(projectFile), confirmed);
         persist();
     });
 }
@@ -75,20 +75,20 @@ QStringList MediaSourceAuthorization::pendingAmong(const QString &key,
     return among;
 }
 
-/// Ends the waiting of what a confirmation granted, and of nothing else. A file whose contents were
-/// told to have changed is granted by the hash of its new contents or not at all.
-void MediaSourceAuthorization::settleConfirmed(const QString &key, const QStringList &paths) {
+/// Removes granted paths from the pending ones. A file that was reported as changed is granted only
+/// with an anchor of its new contents.
+void MediaSourceAuthorization::finishConfirmation(const QString &key, const QStringList &paths) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
     const QSet<QString> mismatched = m_tables->contentMismatchPaths.value(key);
     QSet<QString> granted;
     QSet<QString> unconfirmed;
     for (const QString &path : paths) {
         const std::optional<RootIdentity> entry = table.value(path);
-        const bool isProved = entry && (entry->contentHash || !mismatched.contains(path));
-        if (entry && !isProved) {
+        const bool isVerified = entry && (entry->contentHash || !mismatched.contains(path));
+        if (entry && !isVerified) {
             table.insert(path, std::nullopt);
         }
-        (isProved ? granted : unconfirmed).insert(path);
+        (isVerified ? granted : unconfirmed).insert(path);
     }
     removePending(key, granted);
     addPending(key, unconfirmed);
@@ -104,14 +104,15 @@ QCoro::Task<void> MediaSourceAuthorization::markPending(QStringList neverGranted
         const QSet<QString> mismatched(changed.cbegin(), changed.cend());
         const QSet<QString> pending =
             mismatched | QSet<QString>(neverGranted.cbegin(), neverGranted.cend());
-        const QSet<QString> asked = m_tables->pendingLegacyPaths.value(key);
-        if (asked.contains(pending) &&
+        const QSet<QString> pendingBefore = m_tables->pendingLegacyPaths.value(key);
+        if (pendingBefore.contains(pending) &&
             m_tables->contentMismatchPaths.value(key).contains(mismatched)) {
             return;
         }
         AuthorizedPaths &table = m_tables->authorizedPaths[key];
         for (const QString &path : neverGranted) {
-            if (!table.contains(path) && !asked.contains(path)) { // else it is asked as what it is
+            if (!table.contains(path) &&
+                !pendingBefore.contains(path)) { // keep what is already listed or pending
                 table.insert(path, std::nullopt);
             }
         }
@@ -129,7 +130,7 @@ void MediaSourceAuthorization::addPending(const QString &key, const QSet<QString
     }
 }
 
-/// A project that waits for nothing has no set.
+/// Removes the set of a project without pending paths.
 void MediaSourceAuthorization::removePending(const QString &key, const QSet<QString> &paths) {
     const auto pending = m_tables->pendingLegacyPaths.find(key);
     if (pending == m_tables->pendingLegacyPaths.end()) {

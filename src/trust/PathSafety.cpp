@@ -31,7 +31,7 @@ QString sentence(Violation::Kind kind) {
                           "it: %2. Re-import or relink it, then try again.");
 }
 
-/// Both paths standardized, the candidate below root.
+/// Both paths are standardized, and the candidate is below `root`.
 bool reachesThroughSymlink(const QString &candidate, const QString &root) {
     qsizetype end = root.size();
     while (end < candidate.size()) {
@@ -44,8 +44,8 @@ bool reachesThroughSymlink(const QString &candidate, const QString &root) {
     return false;
 }
 
-/// An anchor that can't be understood says nothing against the file.
-bool contentsChanged(const QString &path, const QString &anchor, const SourceGrants &grants) {
+/// An unverifiable anchor doesn't count as a change.
+bool hasChangedContents(const QString &path, const QString &anchor, const SourceGrants &grants) {
     using Verdict = ContentHasher::AnchorVerification;
     const auto known = grants.preverifiedAnchors.constFind(path);
     if (known != grants.preverifiedAnchors.cend() && ContentHasher::parseFullAnchor(anchor)) {
@@ -54,13 +54,13 @@ bool contentsChanged(const QString &path, const QString &anchor, const SourceGra
     return ContentHasher::verifyAnchor(anchor, path) == Verdict::mismatches;
 }
 
-/// A folder that can't be read passes: the read that follows fails by itself.
-bool folderChanged(const QString &path, const RootIdentity &granted) {
+/// An unreadable folder doesn't count as a change: reading the file will fail.
+bool hasChangedFolder(const QString &path, const RootIdentity &granted) {
     const auto folder = folderIdentity(paths::parentFolder(path));
     return folder && !folder->isSameFolder(granted);
 }
 
-bool liesInAuthorizedMediaRoot(const QString &path, const SourceGrants &grants) {
+bool isInAuthorizedMediaRoot(const QString &path, const SourceGrants &grants) {
     return grants.mediaRootAuthorized &&
            isInsideWithoutSymlinks(path,
                                    paths::joined(grants.projectFolder, QStringLiteral("media")));
@@ -114,9 +114,9 @@ void validateSource(const QString &path, const SourceGrants &grants, const QStri
     refuseIf(entry == grants.authorizedSourcePaths.cend(), Kind::notAuthorizedForProject);
     const std::optional<RootIdentity> &granted = *entry;
     refuseIf(!granted, Kind::sourcePendingRelink);
-    refuseIf(granted->contentHash && contentsChanged(source, *granted->contentHash, grants),
+    refuseIf(granted->contentHash && hasChangedContents(source, *granted->contentHash, grants),
              Kind::sourceIdentityChanged);
-    refuseIf(!liesInAuthorizedMediaRoot(source, grants) && folderChanged(source, *granted),
+    refuseIf(!isInAuthorizedMediaRoot(source, grants) && hasChangedFolder(source, *granted),
              Kind::sourceIdentityChanged);
 }
 
@@ -137,7 +137,7 @@ std::optional<QString> resolveCachePath(const QString &storedPath, const QString
 std::optional<QString> subclipThumbnailPath(const QString &subclipId,
                                             const QString &projectFolder) {
     const QString uuid = QUuid::fromString(subclipId).toString(QUuid::WithoutBraces).toUpper();
-    if (uuid != subclipId.toUpper()) { // also another spelling of a UUID, such as one in braces
+    if (uuid != subclipId.toUpper()) { // such as a UUID in braces
         return std::nullopt;
     }
     return resolveCachePath(QStringLiteral("subclip-thumbs/%1.jpg").arg(uuid), projectFolder);

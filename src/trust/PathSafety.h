@@ -6,11 +6,12 @@
 
 #include <QStringList>
 
-/// Decides whether a path that a project names may be read for a delivery. The operations look at
-/// the file system and either return or throw; they hand out no descriptor, so a passed check is a
-/// statement about that moment, and the reader re-checks what it read. Any thread; nothing is kept.
+/// Checks paths from a project document before they are read or written. The functions access the
+/// file system and are thread-safe. They return no descriptor, so a check holds only for the moment
+/// it was made: the reader must check again what it opened.
 namespace corvane::PathSafety {
 
+/// The reason a source is refused, worded for the user.
 class Violation : public Failure {
   public:
     enum class Kind {
@@ -18,11 +19,11 @@ class Violation : public Failure {
         notMediaFile,
         symlinkedPathComponent,
         notAuthorizedForProject,
-        sourceIdentityChanged, ///< a changed folder and changed contents alike
-        sourcePendingRelink,
+        sourceIdentityChanged, ///< the folder or the contents changed since the grant
+        sourcePendingRelink,   ///< listed without an identity
     };
 
-    /// `label` is the word for the path's role: "export source", "sidecar destination", ...
+    /// `label` names the role of the path in the message, such as "export source".
     Violation(Kind kind, const QString &path, const QString &label);
 
     Kind kind() const { return m_kind; }
@@ -31,49 +32,51 @@ class Violation : public Failure {
     Kind m_kind;
 };
 
-/// The file's type without following a link at the last component; nothing where it can't be read.
+/// Returns the file's type without following a symbolic link in the last component; nullopt if it
+/// can't be read.
 std::optional<FileType> fileType(const QString &path);
 
-/// By the name alone: a video or audio MIME type, or one of the ten known extensions.
+/// Decides by the name only: a video or audio MIME type, or one of ten known extensions.
 bool isMediaFile(const QString &path);
 
-/// True if the candidate isn't inside root, or a component of it below root is a symbolic link.
+/// True if the candidate is not strictly inside `root`, or if a component below `root` is a
+/// symbolic link.
 bool reachesOutsideOrThroughSymlink(const QString &candidate, const QString &root);
 
-/// True if root is no symbolic link, the path lies strictly inside it, and no component below root
-/// is a link.
+/// True if the path is strictly inside `root`, and neither `root` nor a component below it is a
+/// symbolic link.
 bool isInsideWithoutSymlinks(const QString &path, const QString &root);
 
-/// The folder's identity without a content hash; links are followed. Nothing where it can't be
-/// read.
+/// Returns the folder's identity, without a content hash; nullopt if it can't be read. Follows
+/// symbolic links.
 std::optional<RootIdentity> folderIdentity(const QString &folder);
 
-/// What a source is vetted against: one snapshot of the grants, taken when the run was planned.
+/// A snapshot of a project's grants, taken when a run is planned.
 struct SourceGrants {
     QString projectFolder;
     AuthorizedPaths authorizedSourcePaths;
     bool mediaRootAuthorized = false;
-    /// Verdicts that were reached ahead of time; a path that is missing here is verified on the
-    /// spot.
+    /// Results of hashing done in advance. Files that are missing here are hashed when validated.
     QHash<QString, ContentHasher::AnchorVerification> preverifiedAnchors;
 };
 
-/// Returns if the project may read the file, or throws `Violation`.
+/// Throws `Violation` if the project may not read the file. Hashes the file unless its anchor is
+/// preverified.
 void validateSource(const QString &path, const SourceGrants &grants, const QString &label);
 
-/// A stored cache path (absolute, or relative to the cache root) as an absolute path; nothing where
-/// it is empty, leaves the project folder or reaches through a link. The caller then shows no
-/// image.
+/// Returns the absolute path of a stored cache path, which is absolute or relative to the cache
+/// root; nullopt if it is empty, outside the project folder or reached through a symbolic link.
 std::optional<QString> resolveCachePath(const QString &storedPath, const QString &projectFolder);
 
-/// Where a subclip's thumbnail lies; nothing for an id that is no UUID.
+/// Returns the path of a subclip's thumbnail; nullopt if the id is not a UUID.
 std::optional<QString> subclipThumbnailPath(const QString &subclipId, const QString &projectFolder);
 
 } // namespace corvane::PathSafety
 
-/// The one rule that holds for every export: a proxy is never a source.
+/// Ensures that an export never reads a proxy.
 namespace corvane::ProxyInvariant {
 
+/// The reason a source is refused, worded for the user.
 class Violation : public Failure {
   public:
     static Violation sourcePathResolvesUnderProxiesCache(const QString &resolvedPath);
@@ -82,8 +85,8 @@ class Violation : public Failure {
     using Failure::Failure;
 };
 
-/// Both resolve links first, and throw `Violation` where ".corvane-cache" and "proxies" follow each
-/// other anywhere in the path.
+/// Both throw `Violation` if the path, with symbolic links resolved, contains the folder
+/// ".corvane-cache/proxies".
 void assertNotProxySource(const QString &path);
 void assertNoProxySources(const QStringList &paths);
 

@@ -9,26 +9,24 @@
 
 namespace corvane {
 
-/// Where something was and what it held when it was granted or scanned.
+/// The identity of a folder, and optionally of the contents of a file in it.
 ///
-/// In a grant the first three fields describe the parent folder of the granted file and
-/// `contentHash` the file itself. In a `ScanRoot` they describe the scanned folder, and there is no
-/// hash.
+/// In a grant the folder is the parent of the granted file, and `contentHash` belongs to the file.
+/// In a `ScanRoot` the folder is the scanned one, and `contentHash` is nullopt.
 struct RootIdentity {
-    int device = 0;    ///< `st_dev`; recorded, never compared: it changes with every remount
+    int device = 0;    ///< `st_dev`; never compared, since it changes with every mount
     quint64 inode = 0; ///< `st_ino`
     std::optional<QString> volumeUUID;
     std::optional<QString> contentHash; ///< an anchor (see `ContentHasher`)
 
     bool operator==(const RootIdentity &) const = default;
 
-    /// True if both can be the same folder: equal inodes, and equal volume UUIDs where both have
-    /// one.
+    /// True if the inodes are equal, and the volume UUIDs too if both are known.
     bool isSameFolder(const RootIdentity &other) const;
 };
 
-/// The grants of one project: standardized path to identity. A path with no identity was listed,
-/// but its identity was never established; that isn't the same as a path that isn't there.
+/// The grants of a project: standardized path to identity. A path that maps to nullopt was listed,
+/// but could not be identified; unlike a missing path, it can be confirmed by the user.
 using AuthorizedPaths = QHash<QString, std::optional<RootIdentity>>;
 
 template <> struct JSONFields<RootIdentity> {

@@ -9,12 +9,12 @@ namespace corvane {
 
 namespace {
 
-constexpr qint64 kEnd = qint64(1) << 20; ///< the head's and the tail's length
-constexpr qint64 kMiddle = qint64(64) << 10;
-constexpr qint64 kLargestWhole = 2 * kEnd;
+constexpr qint64 kEndLength = qint64(1) << 20; ///< of the first and the last sample
+constexpr qint64 kMiddleLength = qint64(64) << 10;
+constexpr qint64 kMaxUnsampledSize = 2 * kEndLength;
 
-/// Between 0.05 and 0.95. Stored anchors depend on every bit of it, so that the product and the sum
-/// are each rounded, on processors that could do both in one step too.
+/// Returns a fraction from 0.05 to 0.95. Stored anchors depend on its exact value, so the product
+/// and the sum are rounded separately even if the processor has a fused multiply-add.
 double derivedFraction(const QByteArray &salt, char index) {
 #pragma STDC FP_CONTRACT OFF
     Sha256 hasher;
@@ -31,21 +31,23 @@ std::array<double, 3> fractions(const QByteArray &salt) {
     return {derivedFraction(salt, 0), derivedFraction(salt, 1), derivedFraction(salt, 2)};
 }
 
-} // namespace
-
+/// The ranges of a large file in the order of the digest.
 QList<SampledRange> sampledRanges(qint64 size, const QByteArray &salt) {
-    QList<SampledRange> ranges{{0, kEnd}};
+    QList<SampledRange> ranges{{0, kEndLength}};
     for (const double fraction : fractions(salt)) {
-        ranges.append({std::min(qint64(fraction * double(size)), size - kMiddle), kMiddle});
+        const qint64 offset = std::min(qint64(fraction * double(size)), size - kMiddleLength);
+        ranges.append({offset, kMiddleLength});
     }
-    ranges.append({size - kEnd, kEnd});
+    ranges.append({size - kEndLength, kEndLength});
     return ranges;
 }
+
+} // namespace
 
 QString sampledDigest(const HashedFile &file, const QByteArray &salt) {
     Sha256 hasher;
     hasher.update(salt);
-    if (file.size() <= kLargestWhole) {
+    if (file.size() <= kMaxUnsampledSize) {
         file.forEachBlock([&](const char *bytes, qint64 count) { hasher.update(bytes, count); });
     } else {
         const QList<SampledRange> ranges = sampledRanges(file.size(), salt);
@@ -56,32 +58,32 @@ QString sampledDigest(const HashedFile &file, const QByteArray &salt) {
     return digestWithLength(hasher, quint64(file.size()));
 }
 
-PassingSampledDigest::PassingSampledDigest(qint64 size, const QByteArray &salt) : m_size(size) {
+StreamingSampledDigest::StreamingSampledDigest(qint64 size, const QByteArray &salt) : m_size(size) {
     m_hasher.update(salt);
-    if (size > kLargestWhole) {
+    if (size > kMaxUnsampledSize) {
         m_ranges = sampledRanges(size, salt);
-        m_held.resize(m_ranges.size());
+        m_samples.resize(m_ranges.size());
     }
 }
 
-void PassingSampledDigest::update(const char *bytes, qint64 count) {
+void StreamingSampledDigest::update(const char *bytes, qint64 count) {
     if (m_ranges.isEmpty()) {
         m_hasher.update(bytes, count);
     }
     for (qsizetype index = 0; index < m_ranges.size(); ++index) {
         const SampledRange &range = m_ranges.at(index);
-        const qint64 begin = std::max(range.offset, m_passed);
-        const qint64 end = std::min(range.offset + range.length, m_passed + count);
+        const qint64 begin = std::max(range.offset, m_position);
+        const qint64 end = std::min(range.offset + range.length, m_position + count);
         if (begin < end) {
-            m_held[index].append(bytes + (begin - m_passed), end - begin);
+            m_samples[index].append(bytes + (begin - m_position), end - begin);
         }
     }
-    m_passed += count;
+    m_position += count;
 }
 
-QString PassingSampledDigest::finalizeDigest() {
-    for (const QByteArray &held : std::as_const(m_held)) {
-        m_hasher.update(held);
+QString StreamingSampledDigest::finalizeDigest() {
+    for (const QByteArray &sample : std::as_const(m_samples)) {
+        m_hasher.update(sample);
     }
     return digestWithLength(m_hasher, quint64(m_size));
 }

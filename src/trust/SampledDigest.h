@@ -7,42 +7,42 @@
 
 namespace corvane {
 
-/// The digest of the two older anchor forms: SHA-256 over the salt (none in the bare form), the
-/// sampled bytes and the file's size. A file of up to 2 MiB is taken whole. Of a larger one the
-/// first MiB is taken, then 64 KiB at each of three places, then the last MiB; any of them may
-/// overlap. The places follow from the salt, and lie at the quarters where there is none.
-
-/// The places of a large file that the digest covers, in its order.
+/// A range of bytes in a file.
 struct SampledRange {
     qint64 offset = 0;
     qint64 length = 0;
-
-    bool operator==(const SampledRange &) const = default;
 };
-QList<SampledRange> sampledRanges(qint64 size, const QByteArray &salt);
 
-/// Reads no more of the file than the digest covers. Throws `ContentHasher::HashError`.
+/// Returns the digest of the two older anchor formats: the SHA-256 of the salt, the sampled bytes
+/// and the file's length, as hex digits. The salt is empty in the bare format. Throws
+/// `ContentHasher::HashError`.
+///
+/// A file of up to 2 MiB is covered entirely. The samples of a larger file are its first MiB,
+/// 64 KiB at each of three offsets, and its last MiB, and may overlap. The three offsets are at
+/// fractions of the length: derived from the salt, or 0.25, 0.5 and 0.75 without one. Only the
+/// samples are read.
 QString sampledDigest(const HashedFile &file, const QByteArray &salt);
 
-/// Takes the same digest from a file that passes by once from start to end. What it holds meanwhile
-/// is the sampled bytes, however large the file.
-class PassingSampledDigest {
+/// Computes the same digest from the bytes of an entire file, supplied in order. Buffers only the
+/// samples.
+class StreamingSampledDigest {
   public:
-    PassingSampledDigest(qint64 size, const QByteArray &salt);
+    StreamingSampledDigest(qint64 size, const QByteArray &salt);
 
     void update(const char *bytes, qint64 count);
-    /// The 64 hex digits. The digest is used up.
+    /// Returns the 64 hex digits. Call it once, last.
     QString finalizeDigest();
 
   private:
     qint64 m_size;
-    qint64 m_passed = 0;
+    qint64 m_position = 0;
     Sha256 m_hasher;
-    QList<SampledRange> m_ranges; ///< empty for a small file, which is hashed as it passes
-    QList<QByteArray> m_held;     ///< what has passed of each range
+    QList<SampledRange> m_ranges; ///< empty for a small file, which is hashed entirely
+    QList<QByteArray> m_samples;  ///< the bytes received so far, by range
 };
 
-/// What every form ends in: the length as 8 bytes, little-endian. Gives the 64 hex digits.
+/// Appends the length, as 8 bytes in little-endian order, and returns the 64 hex digits. Every
+/// anchor's digest ends this way.
 QString digestWithLength(Sha256 &hasher, quint64 length);
 
 } // namespace corvane

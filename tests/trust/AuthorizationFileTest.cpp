@@ -37,7 +37,7 @@ TEST(AuthorizationFile, ReadsBackWhatItWrote) {
     EXPECT_EQ(AuthorizationFile::read(folder.at(kName)), tables);
 }
 
-TEST(AuthorizationFile, TakesPresentIdentitiesForTheOlderForms) {
+TEST(AuthorizationFile, AddsCurrentIdentitiesToOlderFormats) {
     const TestFolder folder;
     folder.folder(QStringLiteral("card"));
     const QByteArray lists = QByteArray(R"({"/p/a.corvane":["%/x/../card/a.mov","%/gone/b.mov"]})")
@@ -54,7 +54,7 @@ TEST(AuthorizationFile, TakesPresentIdentitiesForTheOlderForms) {
               tables);
 }
 
-TEST(AuthorizationFile, AuthorizesNothingWhereItCannotBeRead) {
+TEST(AuthorizationFile, GrantsNoFileIfItCannotBeRead) {
     const TestFolder folder;
     EXPECT_EQ(AuthorizationFile::read(folder.at(kName)), AuthorizationTables());
     EXPECT_EQ(AuthorizationFile::read(folder.path()), AuthorizationTables());
@@ -69,9 +69,9 @@ TEST(AuthorizationFile, ReadsAndWritesUpToEightMebibytes) {
     const TestFolder folder;
     QByteArray text = R"({"paths":{"/p/a.corvane":{"/b":null}},"mediaRoots":{},)"
                       R"("pendingLegacy":{},"contentMismatch":{}})";
-    const qsizetype room = 8388608 - text.size();
-    text.insert(text.indexOf("/b") + 2, QByteArray(room, 'x'));
-    const QString longest = QStringLiteral("/b") + QString(room, QLatin1Char('x'));
+    const qsizetype padding = 8388608 - text.size();
+    text.insert(text.indexOf("/b") + 2, QByteArray(padding, 'x'));
+    const QString longest = QStringLiteral("/b") + QString(padding, QLatin1Char('x'));
     const AuthorizationTables tables = withPaths({{longest, std::nullopt}});
     EXPECT_EQ(readText(folder, text + ' '), AuthorizationTables());
     EXPECT_EQ(readText(folder, text), tables);

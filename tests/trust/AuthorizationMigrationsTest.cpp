@@ -16,7 +16,7 @@ using corvane::test::await;
 
 namespace {
 
-/// A registry of an older version over a folder of its own, with guards of its own.
+/// The registry of an older version, with its own folder and settings.
 class AuthorizationMigrationsTest : public testing::Test {
   protected:
     using Paths = QSet<QString>;
@@ -25,7 +25,7 @@ class AuthorizationMigrationsTest : public testing::Test {
         return std::make_unique<QSettings>(folder.at(QStringLiteral("defaults.conf")),
                                            QSettings::IniFormat);
     }
-    bool isDone(const char *guard) const {
+    bool isMigrated(const char *guard) const {
         return defaults()
             ->value(QStringLiteral("Corvane.MediaSourceAuthorization.") + QLatin1String(guard))
             .toBool();
@@ -42,11 +42,11 @@ class AuthorizationMigrationsTest : public testing::Test {
                                                               defaults());
         registry->setContentMismatchContinuation([this](const ContentMismatchEvent &event) {
             EXPECT_EQ(event.projectKey, project);
-            told.unite(event.paths);
+            reported.unite(event.paths);
         });
     }
-    /// A file and the grant that an older version made of it.
-    std::pair<QString, std::optional<RootIdentity>> granted(const QString &name) {
+    /// Creates a file and its grant by an older version.
+    std::pair<QString, std::optional<RootIdentity>> legacyGrant(const QString &name) {
         const QString path = folder.write(name, name.toUtf8());
         auto identity = PathSafety::folderIdentity(folder.at(name.section(QLatin1Char('/'), 0, 0)));
         identity->contentHash = ContentHasher::duplicateKey(path);
@@ -66,12 +66,12 @@ class AuthorizationMigrationsTest : public testing::Test {
     QString project = folder.write(QStringLiteral("p/shoot.corvane"), "{}");
     ProjectFileIO io;
     std::unique_ptr<MediaSourceAuthorization> registry;
-    Paths told;
+    Paths reported;
 };
 
 } // namespace
 
-TEST_F(AuthorizationMigrationsTest, MakesWhatAnIdHeldPendingForTheOneProjectThatHasIt) {
+TEST_F(AuthorizationMigrationsTest, MakesPathsKeyedByAnIdPendingInTheOnlyProjectWithIt) {
     const char *const own = "5D1B4C52-9A5F-4E0B-8E43-2D7A0F4C6B11";
     const char *const shared = "0F0C7B35-41C1-4C5E-B2C9-8B0B2E2A9D10";
     const auto one = [](const char *path) {
@@ -89,10 +89,10 @@ TEST_F(AuthorizationMigrationsTest, MakesWhatAnIdHeldPendingForTheOneProjectThat
     EXPECT_EQ(await(registry->pendingLegacyPaths(project)), Paths{QStringLiteral("/a.mov")});
     EXPECT_EQ(table(), one("/d.mov"));
     EXPECT_EQ(AuthorizationFile::read(folder.at(kFile)).authorizedPaths.size(), 1);
-    EXPECT_TRUE(isDone("didRekeyLegacyProjectIdEntriesV1"));
+    EXPECT_TRUE(isMigrated("didRekeyLegacyProjectIdEntriesV1"));
 }
 
-TEST_F(AuthorizationMigrationsTest, GrantsTheClipsOfKnownProjectsOnce) {
+TEST_F(AuthorizationMigrationsTest, GrantsTheClipsOfRecentProjectsOnce) {
     folder.write(QStringLiteral("card/a.mov"), "a");
     Project document = test::sampleProject(1);
     document.videos[0].edit().sourcePath = folder.at(QStringLiteral("card/a.mov"));
@@ -102,19 +102,19 @@ TEST_F(AuthorizationMigrationsTest, GrantsTheClipsOfKnownProjectsOnce) {
     start({});
     await(migrateAuthorizations(*registry, io, recent, ContentHashMigration::Skipped));
     EXPECT_TRUE(anchor(QStringLiteral("card/a.mov")).startsWith(QStringLiteral("3:")));
-    EXPECT_TRUE(isDone("didGrandfatherLegacyProjectsV1"));
-    EXPECT_FALSE(isDone("didGrandfatherContentHashV3"));
+    EXPECT_TRUE(isMigrated("didGrandfatherLegacyProjectsV1"));
+    EXPECT_FALSE(isMigrated("didGrandfatherContentHashV3"));
     start({});
     await(registry->grandfatherLegacyProjects(recent, io));
     EXPECT_TRUE(table().isEmpty());
 }
 
-TEST_F(AuthorizationMigrationsTest, ReplacesOlderAnchorsWhereTheyProveTheFile) {
+TEST_F(AuthorizationMigrationsTest, ReplacesOlderAnchorsIfTheyMatch) {
     AuthorizationTables tables;
     AuthorizedPaths &grants = tables.authorizedPaths[project];
     for (const char *name : {"card/same.mov", "card/other.mov", "card/gone.mov", "moved/other.mov",
                              "card/odd.mov", "card/full.mov"}) {
-        const auto [path, identity] = granted(QString::fromLatin1(name));
+        const auto [path, identity] = legacyGrant(QString::fromLatin1(name));
         grants.insert(path, identity);
     }
     grants[folder.at(QStringLiteral("card/odd.mov"))]->contentHash = QStringLiteral("0123456789");
@@ -137,29 +137,29 @@ TEST_F(AuthorizationMigrationsTest, ReplacesOlderAnchorsWhereTheyProveTheFile) {
     expected[folder.at(QStringLiteral("card/same.mov"))]->contentHash = upgraded;
     expected.remove(other);
     EXPECT_EQ(table(), expected);
-    EXPECT_EQ(told, Paths{other});
-    EXPECT_EQ(await(registry->contentMismatchPaths(project)), told);
-    EXPECT_EQ(await(registry->pendingLegacyPaths(project)), told);
-    EXPECT_FALSE(isDone("didGrandfatherContentHashV3"));
+    EXPECT_EQ(reported, Paths{other});
+    EXPECT_EQ(await(registry->contentMismatchPaths(project)), reported);
+    EXPECT_EQ(await(registry->pendingLegacyPaths(project)), reported);
+    EXPECT_FALSE(isMigrated("didGrandfatherContentHashV3"));
 
-    ASSERT_TRUE(QFile::rename(gone + QStringLiteral(".away"), gone)); // the drive is back
+    ASSERT_TRUE(QFile::rename(gone + QStringLiteral(".away"), gone)); // the drive is mounted again
     folder.write(QStringLiteral("moved/other.mov"), "moved/other.mov");
     start();
     await(registry->grandfatherContentHashes());
     EXPECT_EQ(anchor(QStringLiteral("card/same.mov")), upgraded);
     EXPECT_TRUE(anchor(QStringLiteral("card/gone.mov")).startsWith(QStringLiteral("3:")));
-    EXPECT_TRUE(isDone("didGrandfatherContentHashV3"));
+    EXPECT_TRUE(isMigrated("didGrandfatherContentHashV3"));
 }
 
-TEST_F(AuthorizationMigrationsTest, LetsALaterGrantWin) {
-    const auto [path, identity] = granted(QStringLiteral("card/a.mov"));
+TEST_F(AuthorizationMigrationsTest, DoesNotOverwriteALaterGrant) {
+    const auto [path, identity] = legacyGrant(QStringLiteral("card/a.mov"));
     start({.authorizedPaths = {{project, {{path, identity}}}}});
     folder.write(QStringLiteral("card/a.mov"), "other contents");
-    auto grant = registry->authorize({path}, project); // is through before the migration is
+    auto grant = registry->authorize({path}, project); // completes before the migration
     auto migration = registry->grandfatherContentHashes();
     await(std::move(grant));
     await(std::move(migration));
     EXPECT_TRUE(anchor(QStringLiteral("card/a.mov")).startsWith(QStringLiteral("3:")));
-    EXPECT_TRUE(told.isEmpty());
-    EXPECT_TRUE(isDone("didGrandfatherContentHashV3"));
+    EXPECT_TRUE(reported.isEmpty());
+    EXPECT_TRUE(isMigrated("didGrandfatherContentHashV3"));
 }

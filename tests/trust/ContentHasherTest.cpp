@@ -31,7 +31,7 @@ QString hexDigest(const QByteArray &covered, qsizetype size) {
     return QString::fromLatin1(sha256(covered + length).toHex());
 }
 
-QString sampledByHand(const QByteArray &bytes, const QByteArray &salt) {
+QString expectedSampledDigest(const QByteArray &bytes, const QByteArray &salt) {
     if (bytes.size() <= 2 * kMiB) {
         return hexDigest(salt + bytes, bytes.size());
     }
@@ -63,7 +63,7 @@ class UnstattableFileSystem : public SystemFileSystem {
 
 } // namespace
 
-TEST(ContentHasher, CoversSaltWholeFileAndLengthInAFullAnchor) {
+TEST(ContentHasher, CoversSaltContentsAndLengthInAFullAnchor) {
     const test::TestFolder folder;
     for (const qsizetype size : {qsizetype(0), kMiB, kMiB + 1, 3 * kMiB + 5}) {
         const QByteArray bytes = noise(size);
@@ -84,14 +84,15 @@ TEST(ContentHasher, CoversSaltWholeFileAndLengthInAFullAnchor) {
     }
 }
 
-TEST(ContentHasher, ReadsAndUpgradesTheSampledFormsAtEverySize) {
+TEST(ContentHasher, VerifiesAndUpgradesSampledAnchorsOfAnySize) {
     const test::TestFolder folder;
     for (const qsizetype size : {qsizetype(0), 2 * kMiB, 2 * kMiB + 1, 5 * kMiB + 3}) {
         const QByteArray bytes = noise(size);
         const QString path = folder.write(QStringLiteral("a.mov"), bytes);
-        EXPECT_EQ(duplicateKey(path), sampledByHand(bytes, {})) << size;
+        EXPECT_EQ(duplicateKey(path), expectedSampledDigest(bytes, {})) << size;
         const QByteArray salt = QByteArray::fromHex(kSaltText.toLatin1());
-        const QString salted = QStringLiteral("2:") + kSaltText + sampledByHand(bytes, salt);
+        const QString salted =
+            QStringLiteral("2:") + kSaltText + expectedSampledDigest(bytes, salt);
         for (const QString &legacy : {salted, duplicateKey(path)}) {
             EXPECT_EQ(verifyAnchor(legacy, path), AnchorVerification::matches) << size;
             const AnchorUpgrade upgrade = upgradeLegacyAnchor(legacy, path);
@@ -104,7 +105,7 @@ TEST(ContentHasher, ReadsAndUpgradesTheSampledFormsAtEverySize) {
     }
 }
 
-TEST(ContentHasher, SaysNothingOfAFileWhereTheTextIsNoAnchor) {
+TEST(ContentHasher, ReportsTextThatIsNotAnAnchorAsUnverifiable) {
     const test::TestFolder folder;
     const QString path = folder.write(QStringLiteral("a.mov"), "bytes");
     const QString digest = duplicateKey(path);
@@ -118,7 +119,7 @@ TEST(ContentHasher, SaysNothingOfAFileWhereTheTextIsNoAnchor) {
     }
 }
 
-TEST(ContentHasher, RefusesWhatIsNoReadableRegularFileAndReadsItAsChanged) {
+TEST(ContentHasher, RefusesToHashUnreadableFilesAndVerifiesThemAsChanged) {
     using Kind = HashError::Kind;
     const test::TestFolder folder;
     const QString path = folder.write(QStringLiteral("a.mov"), "bytes");
@@ -142,12 +143,12 @@ TEST(ContentHasher, RefusesWhatIsNoReadableRegularFileAndReadsItAsChanged) {
               QStringLiteral("fifo.mov is not a regular file, refusing to hash it"));
 }
 
-TEST(ContentHasher, TellsWhichCallFailed) {
+TEST(ContentHasher, ReportsWhichCallFailed) {
     const test::TestFolder folder;
     const QString path = folder.write(QStringLiteral("a.mov"), noise(3 * kMiB));
     test::FaultyFileSystem faulty;
     const FileSystemScope scope(faulty);
-    for (int call = 1; call <= 5; ++call) { // the opening, three blocks and the end
+    for (int call = 1; call <= 5; ++call) { // open, three blocks, end of file
         faulty.failAt(call, EACCES);
         EXPECT_EQ(hashFailure(path), HashError::Kind::readFailed) << call;
     }
@@ -156,7 +157,7 @@ TEST(ContentHasher, TellsWhichCallFailed) {
     EXPECT_EQ(hashFailure(path), HashError::Kind::statFailed);
 }
 
-TEST(ContentHasher, LeavesOutTheRestOnceItIsCancelled) {
+TEST(ContentHasher, OmitsTheRemainingFilesOnceCancelled) {
     const test::TestFolder folder;
     const QString path = folder.write(QStringLiteral("a.mov"), "bytes");
     const QString missing = folder.at(QStringLiteral("missing.mov"));
@@ -164,7 +165,7 @@ TEST(ContentHasher, LeavesOutTheRestOnceItIsCancelled) {
     const QHash<QString, AnchorVerification> all{{path, AnchorVerification::matches},
                                                  {missing, AnchorVerification::mismatches}};
     EXPECT_EQ(verifyAnchors({{path, anchor}, {missing, anchor}}, [] { return false; }), all);
-    int asked = 0;
+    int calls = 0;
     EXPECT_EQ(
-        verifyAnchors({{path, anchor}, {missing, anchor}}, [&] { return ++asked > 1; }).size(), 1);
+        verifyAnchors({{path, anchor}, {missing, anchor}}, [&] { return ++calls > 1; }).size(), 1);
 }

@@ -18,7 +18,7 @@ namespace {
 
 const QString kRegistry = QStringLiteral("data/media-authorizations.json");
 
-/// A registry over a folder of its own, beside a project and a card with one clip.
+/// A registry with its own folder, a project, and a card with one clip.
 class MediaSourceAuthorizationTest : public testing::Test {
   protected:
     using Paths = QSet<QString>;
@@ -27,7 +27,7 @@ class MediaSourceAuthorizationTest : public testing::Test {
     AuthorizedPaths table() { return await(registry->authorizedPaths(project)); }
     std::optional<RootIdentity> entry(const QString &path) { return table().value(path); }
     bool isEmptyEntry(const QString &path) { return table().contains(path) && !entry(path); }
-    bool isGrantedAsItIs(const QString &path) {
+    bool isGrantedUnchanged(const QString &path) {
         using Verdict = ContentHasher::AnchorVerification;
         const auto granted = entry(path);
         return granted && granted->contentHash &&
@@ -51,9 +51,9 @@ class MediaSourceAuthorizationTest : public testing::Test {
 
 } // namespace
 
-TEST_F(MediaSourceAuthorizationTest, GrantsWhatItCanProveAndListsTheRest) {
+TEST_F(MediaSourceAuthorizationTest, GrantsFilesItCanHashAndListsTheOthers) {
     authorize({clip, folder.at(QStringLiteral("card/./clip.mov")), offline, unhashable});
-    EXPECT_TRUE(isGrantedAsItIs(clip));
+    EXPECT_TRUE(isGrantedUnchanged(clip));
     EXPECT_TRUE(isEmptyEntry(offline) && isEmptyEntry(unhashable));
     EXPECT_EQ(pending(), Paths{unhashable});
     EXPECT_EQ(await(registry->unresolvedPaths(project)), (Paths{offline, unhashable}));
@@ -63,7 +63,7 @@ TEST_F(MediaSourceAuthorizationTest, GrantsWhatItCanProveAndListsTheRest) {
     EXPECT_EQ(table(), before);
     folder.write(QStringLiteral("card/clip.mov"), "take two");
     authorize({clip});
-    EXPECT_TRUE(isGrantedAsItIs(clip));
+    EXPECT_TRUE(isGrantedUnchanged(clip));
 }
 
 TEST_F(MediaSourceAuthorizationTest, ConfirmsAPendingPathOnlyOnceItsFileCanBeHashed) {
@@ -74,11 +74,11 @@ TEST_F(MediaSourceAuthorizationTest, ConfirmsAPendingPathOnlyOnceItsFileCanBeHas
     EXPECT_FALSE(table().contains(clip));
     folder.write(QStringLiteral("offline/clip.mov"), "back again");
     confirm({offline});
-    EXPECT_TRUE(isGrantedAsItIs(offline));
+    EXPECT_TRUE(isGrantedUnchanged(offline));
     EXPECT_EQ(pending(), Paths{unhashable});
 }
 
-TEST_F(MediaSourceAuthorizationTest, GrantsAChangedFileOnlyByTheHashOfItsNewContents) {
+TEST_F(MediaSourceAuthorizationTest, GrantsAChangedFileOnlyWithAnAnchorOfItsNewContents) {
     registry.reset();
     folder.write(kRegistry, QByteArray(R"({"paths":{"%p":{"%o":{"device":1,"inode":2}}},
         "pendingLegacy":{"%p":["%c","%o"]},"contentMismatch":{"%p":["%c","%o"]}})")
@@ -87,17 +87,17 @@ TEST_F(MediaSourceAuthorizationTest, GrantsAChangedFileOnlyByTheHashOfItsNewCont
                                 .replace("%o", offline.toUtf8()));
     reopen();
     confirm({clip, offline});
-    EXPECT_TRUE(isGrantedAsItIs(clip));
+    EXPECT_TRUE(isGrantedUnchanged(clip));
     EXPECT_TRUE(isEmptyEntry(offline));
     EXPECT_EQ(pending(), Paths{offline});
     EXPECT_EQ(await(registry->contentMismatchPaths(project)), (Paths{clip, offline}));
 }
 
-TEST_F(MediaSourceAuthorizationTest, KeepsTheOldAnchorOfAFileThatCannotBeHashedNow) {
+TEST_F(MediaSourceAuthorizationTest, KeepsTheAnchorOfAFileThatCannotBeHashed) {
     authorize({clip});
     const auto before = entry(clip);
     ASSERT_TRUE(QDir().rename(folder.at(QStringLiteral("card")), folder.at(QStringLiteral("old"))));
-    authorize({clip}); // the folder is gone: nothing is known, and nothing forgotten
+    authorize({clip}); // the folder is missing, so the earlier grant stays
     EXPECT_EQ(entry(clip), before);
     folder.folder(QStringLiteral("card"));
     authorize({clip});
@@ -108,7 +108,7 @@ TEST_F(MediaSourceAuthorizationTest, KeepsTheOldAnchorOfAFileThatCannotBeHashedN
     EXPECT_TRUE(pending().isEmpty());
 }
 
-TEST_F(MediaSourceAuthorizationTest, WritesNothingWhereNothingChanges) {
+TEST_F(MediaSourceAuthorizationTest, WritesTheFileOnlyIfSomethingChanges) {
     authorize({});
     confirm({clip});
     await(registry->authorizeMediaRoot(folder.at(QStringLiteral("missing")), project));
@@ -121,8 +121,8 @@ TEST_F(MediaSourceAuthorizationTest, WritesNothingWhereNothingChanges) {
     EXPECT_FALSE(folder.has(kRegistry));
 }
 
-TEST_F(MediaSourceAuthorizationTest, WritesTwiceOnlyWhereHashingIsLong) {
-    std::atomic<int> writes = 0; // files are written on the registry's own thread
+TEST_F(MediaSourceAuthorizationTest, WritesTwiceOnlyIfHashingIsSlow) {
+    std::atomic<int> writes = 0; // written on the registry's executor
     FaultyFileSystem files;
     const FileSystemScope scope(files);
     files.setObserver([&](const QString &operation, const QString &) {
@@ -142,7 +142,7 @@ TEST_F(MediaSourceAuthorizationTest, WritesTwiceOnlyWhereHashingIsLong) {
     files.setObserver({});
 }
 
-TEST_F(MediaSourceAuthorizationTest, TakesAPathThroughItsStates) {
+TEST_F(MediaSourceAuthorizationTest, MovesAPathThroughItsStates) {
     enum { None, Empty, Granted };
     struct State {
         int entry;
@@ -163,14 +163,14 @@ TEST_F(MediaSourceAuthorizationTest, TakesAPathThroughItsStates) {
         {"confirm", {Granted, false}},
         {"change", {Granted, false}},
         {"authorize", {Granted, false}},
-        {"note as changed", {Granted, true}},
+        {"mark as changed", {Granted, true}},
         {"confirm", {Granted, false}},
         {"forget", {None, false}},
         {"unmount", {None, false}},
         {"mount a folder in its place", {None, false}},
         {"authorize", {Empty, true}}, // the file can't be hashed
         {"forget", {None, false}},
-        {"note as never granted", {Empty, true}},
+        {"mark as never granted", {Empty, true}},
     };
     for (const auto &[event, expected] : steps) {
         const QByteArray what = event;
@@ -182,9 +182,9 @@ TEST_F(MediaSourceAuthorizationTest, TakesAPathThroughItsStates) {
             confirm({path});
         } else if (what == "mount" || what == "change") {
             folder.write(QStringLiteral("drive/clip.mov"), what);
-        } else if (what == "note as changed") {
+        } else if (what == "mark as changed") {
             await(registry->markPending({}, {path}, project));
-        } else if (what == "note as never granted") {
+        } else if (what == "mark as never granted") {
             await(registry->markPending({path}, {}, project));
         } else if (what == "forget") {
             registry.reset();
@@ -194,57 +194,58 @@ TEST_F(MediaSourceAuthorizationTest, TakesAPathThroughItsStates) {
         } else if (what == "mount a folder in its place") {
             folder.folder(QStringLiteral("drive/clip.mov"));
         }
-        reopen(); // every state is on the disk
+        reopen(); // every state is stored
         const int found = !table().contains(path) ? None : entry(path) ? Granted : Empty;
         EXPECT_EQ(found, expected.entry) << event;
         EXPECT_EQ(pending().contains(path), expected.isPending) << event;
-        EXPECT_TRUE(found != Granted || what == "change" || what == "note as changed" ||
-                    isGrantedAsItIs(path))
+        EXPECT_TRUE(found != Granted || what == "change" || what == "mark as changed" ||
+                    isGrantedUnchanged(path))
             << event;
     }
 }
 
-TEST_F(MediaSourceAuthorizationTest, LosesNoGrantToAQuestionAskedWhileItIsConfirmed) {
+TEST_F(MediaSourceAuthorizationTest, KeepsAGrantThatIsQueriedWhileItIsConfirmed) {
     authorize({offline});
     await(registry->unresolvedPaths(project));
     folder.write(QStringLiteral("offline/clip.mov"), "back again");
     auto confirming = registry->confirmPendingPaths({offline}, project);
-    auto asked = registry->pendingMedia(project);
-    const PendingMedia media = await(std::move(asked));
+    auto query = registry->pendingMedia(project);
+    const PendingMedia media = await(std::move(query));
     EXPECT_EQ(media.unresolved, Paths{offline});
     EXPECT_EQ(media.pendingLegacy, Paths{offline});
     await(std::move(confirming));
-    EXPECT_TRUE(isGrantedAsItIs(offline));
+    EXPECT_TRUE(isGrantedUnchanged(offline));
     EXPECT_TRUE(pending().isEmpty());
 }
 
-TEST_F(MediaSourceAuthorizationTest, TellsOfAGrantThatWouldOutgrowTheFileAndKeepsTheGoodOne) {
+TEST_F(MediaSourceAuthorizationTest, ReportsAGrantThatWouldExceedTheFileLimitAndKeepsTheFile) {
     const QString longest(8388608 - 100, QLatin1Char('x'));
     registry.reset();
     folder.write(kRegistry, R"({"paths":{"/p":{"/)" + longest.toUtf8() + R"(":null}}})");
-    const QByteArray good = folder.read(kRegistry);
+    const QByteArray original = folder.read(kRegistry);
     reopen();
-    QStringList told;
-    registry->setUnsavedNoticeContinuation([&](const QString &notice) { told.append(notice); });
+    QStringList notices;
+    registry->setUnsavedNoticeContinuation([&](const QString &notice) { notices.append(notice); });
     authorize({clip});
-    EXPECT_TRUE(folder.read(kRegistry) == good);
-    EXPECT_TRUE(isGrantedAsItIs(clip));
-    EXPECT_EQ(told.value(0), QStringLiteral("The media authorizations could not be written to %1: "
-                                            "the file would grow past the 8 MB that can be read "
-                                            "again. They last until Corvane quits.")
-                                 .arg(folder.at(kRegistry)));
+    EXPECT_TRUE(folder.read(kRegistry) == original);
+    EXPECT_TRUE(isGrantedUnchanged(clip));
+    EXPECT_EQ(notices.value(0),
+              QStringLiteral("The media authorizations could not be written to %1: "
+                             "the file would grow past the 8 MB that can be read "
+                             "again. They last until Corvane quits.")
+                  .arg(folder.at(kRegistry)));
     EXPECT_TRUE(registry->unsavedNotice());
 }
 
-TEST_F(MediaSourceAuthorizationTest, KnowsAProjectThroughALinkButNotUnderANewName) {
+TEST_F(MediaSourceAuthorizationTest, IdentifiesAProjectThroughALinkButNotUnderANewName) {
     const QString link = folder.link(QStringLiteral("desk/link.corvane"), project);
     await(registry->authorize({clip}, link));
-    EXPECT_TRUE(isGrantedAsItIs(clip));
+    EXPECT_TRUE(isGrantedUnchanged(clip));
     project = folder.at(QStringLiteral("p/new.corvane"));
     EXPECT_TRUE(table().isEmpty());
 }
 
-TEST_F(MediaSourceAuthorizationTest, KnowsAMediaFolderByItsIdentity) {
+TEST_F(MediaSourceAuthorizationTest, RecognizesAMediaFolderByItsIdentity) {
     FaultyFileSystem volumes;
     const FileSystemScope scope(volumes);
     volumes.setVolumeUUID(QStringLiteral("1111-AAAA"));
@@ -270,7 +271,7 @@ TEST_F(MediaSourceAuthorizationTest, KnowsAMediaFolderByItsIdentity) {
     EXPECT_FALSE(isAuthorized(media));
 }
 
-TEST_F(MediaSourceAuthorizationTest, GrantsTheClipsThatReallyLieInTheMediaFolder) {
+TEST_F(MediaSourceAuthorizationTest, GrantsOnlyClipsLocatedInTheMediaFolder) {
     const QString own = folder.at(QStringLiteral("p/media/own.mov"));
     const QString missing = folder.at(QStringLiteral("p/media/missing.mov"));
     Project document;
@@ -285,23 +286,23 @@ TEST_F(MediaSourceAuthorizationTest, GrantsTheClipsThatReallyLieInTheMediaFolder
     folder.link(QStringLiteral("p/media/link.mov"), clip);
     await(registry->authorizeMediaFolderClips(document, project));
     EXPECT_EQ(table().size(), 2);
-    EXPECT_TRUE(isGrantedAsItIs(own) && isEmptyEntry(missing));
+    EXPECT_TRUE(isGrantedUnchanged(own) && isEmptyEntry(missing));
 }
 
-TEST_F(MediaSourceAuthorizationTest, LetsOverlappingGrantsAndAFullDiskLoseNothing) {
+TEST_F(MediaSourceAuthorizationTest, KeepsOverlappingGrantsOnAFullDisk) {
     FaultyFileSystem full;
     const FileSystemScope scope(full);
     full.setFreeSpace(0);
     const QString second = folder.write(QStringLiteral("card/second.mov"), "take two");
     auto first = registry->authorize({clip}, project);
     auto other = registry->authorize({second}, project);
-    auto early = registry->authorizedPaths(project); // both asked before any hashing began
+    auto early = registry->authorizedPaths(project); // both queued before hashing starts
     auto unresolved = registry->unresolvedPaths(project);
     EXPECT_EQ(await(std::move(early)), (AuthorizedPaths{{clip, {}}, {second, {}}}));
     EXPECT_EQ(await(std::move(unresolved)).size(), 2);
     await(std::move(first));
     await(std::move(other));
-    EXPECT_TRUE(isGrantedAsItIs(clip) && isGrantedAsItIs(second));
+    EXPECT_TRUE(isGrantedUnchanged(clip) && isGrantedUnchanged(second));
     EXPECT_TRUE(await(registry->pendingLegacyPaths(project)).isEmpty());
     EXPECT_FALSE(folder.has(kRegistry));
     full.setFreeSpace(-1);

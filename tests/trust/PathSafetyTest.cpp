@@ -11,10 +11,10 @@ using Kind = Violation::Kind;
 
 namespace {
 
-/// A project folder with a card beside it that holds one clip, and the grants of that clip.
+/// A project folder, a card with one clip, and the grants of that clip.
 class PathSafetyTest : public testing::Test {
   protected:
-    /// Nothing where the source passes.
+    /// Returns nullopt if the source is accepted.
     std::optional<Kind> refusal(const QString &path) const {
         try {
             validateSource(path, grants, QStringLiteral("export source"));
@@ -42,7 +42,7 @@ class PathSafetyTest : public testing::Test {
 
 } // namespace
 
-TEST_F(PathSafetyTest, TellsWhatLiesInsideAFolderAndReachesThroughNoLink) {
+TEST_F(PathSafetyTest, DetectsPathsThatLeaveAFolderOrReachThroughALink) {
     const QString root = folder.folder(QStringLiteral("a/b"));
     folder.write(QStringLiteral("a/b/c/x.mov"), "x");
     folder.link(QStringLiteral("a/b/out"), folder.folder(QStringLiteral("a/bc")));
@@ -63,7 +63,7 @@ TEST_F(PathSafetyTest, TellsWhatLiesInsideAFolderAndReachesThroughNoLink) {
         isInsideWithoutSymlinks(linked + QStringLiteral("/c/x.mov"), linked + QLatin1Char('/')));
 }
 
-TEST_F(PathSafetyTest, KnowsMediaFilesByTheirNameAlone) {
+TEST_F(PathSafetyTest, RecognizesMediaFilesByNameOnly) {
     for (const char *name :
          {"a.mp4", "a.M4V", "a.qt", "a.MXF", "a.mts", "a.ts", "a.b.webm", "a.WAV"}) {
         EXPECT_TRUE(isMediaFile(QStringLiteral("/missing/") + QLatin1String(name))) << name;
@@ -98,7 +98,7 @@ TEST_F(PathSafetyTest, ChecksASourceInOrder) {
                   .arg(clip));
 }
 
-TEST_F(PathSafetyTest, TakesVerdictsReachedAheadOnlyForFullAnchors) {
+TEST_F(PathSafetyTest, UsesPreverifiedResultsOnlyForFullAnchors) {
     using ContentHasher::AnchorVerification;
     const RootIdentity full = withHash(ContentHasher::makeAnchor(clip));
     const RootIdentity bare = withHash(ContentHasher::duplicateKey(clip));
@@ -111,7 +111,7 @@ TEST_F(PathSafetyTest, TakesVerdictsReachedAheadOnlyForFullAnchors) {
     EXPECT_EQ(refusal(clip, bare), Kind::sourceIdentityChanged);
 }
 
-TEST_F(PathSafetyTest, ComparesNoFolderInsideAnAuthorizedMediaFolder) {
+TEST_F(PathSafetyTest, IgnoresFolderChangesInAnAuthorizedMediaFolder) {
     const QString own = folder.write(QStringLiteral("media/clip.mov"), "take one");
     const QString linked = folder.at(QStringLiteral("media/card/clip.mov"));
     folder.link(QStringLiteral("media/card"), folder.at(QStringLiteral("card")));
@@ -124,7 +124,7 @@ TEST_F(PathSafetyTest, ComparesNoFolderInsideAnAuthorizedMediaFolder) {
     EXPECT_EQ(refusal(own), Kind::notAuthorizedForProject);
 }
 
-TEST_F(PathSafetyTest, ComparesVolumesOnlyWhereBothAreKnown) {
+TEST_F(PathSafetyTest, ComparesVolumesOnlyIfBothAreKnown) {
     const std::optional<QString> one = QStringLiteral("1111-AAAA");
     const std::optional<QString> two = QStringLiteral("2222-BBBB");
     test::FaultyFileSystem volumes;
@@ -158,7 +158,7 @@ TEST_F(PathSafetyTest, ResolvesCachePathsInsideTheProjectFolderOnly) {
     }
 }
 
-TEST(ProxyInvariant, RefusesProxiesAlsoThroughLinks) {
+TEST(ProxyInvariant, RefusesProxiesEvenThroughLinks) {
     using ProxyInvariant::assertNoProxySources;
     const test::TestFolder folder;
     const QString proxy = folder.write(QStringLiteral("x/.corvane-cache/proxies/d/a.mov"), "x");
