@@ -14,8 +14,8 @@ void DebounceSaver::schedule() {
     if (!m_firstPendingTime) {
         m_firstPendingTime = now;
     }
-    const auto left = kMaxWait - (now - *m_firstPendingTime);
-    const auto wait = std::clamp(left, std::chrono::milliseconds(0), kQuietWait);
+    const auto remaining = kMaxWait - (now - *m_firstPendingTime);
+    const auto wait = std::clamp(remaining, std::chrono::milliseconds(0), kQuietWait);
     m_pending = m_clock.after(wait, [this] {
         m_firstPendingTime.reset();
         m_pending.reset();

@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-/// Decides when edits reach the disk: a quarter second after the last one, two seconds after the
-/// first one at the latest. Main thread.
+/// Schedules the save of edits: `kQuietWait` after the last edit, but at most `kMaxWait` after the
+/// first. Main thread only.
 class DebounceSaver {
   public:
     using Action = std::function<QCoro::Task<>()>;
@@ -18,12 +18,12 @@ class DebounceSaver {
     static constexpr std::chrono::milliseconds kQuietWait{250};
     static constexpr std::chrono::milliseconds kMaxWait{2000};
 
-    /// `action` is what saving means; it must not throw and must do nothing once its owner is gone.
+    /// `action` saves. It must not throw, and must be a no-op after its owner is destroyed.
     explicit DebounceSaver(Action action, Clock &clock = Clock::system());
 
-    /// Called after each edit.
+    /// Call after each edit.
     void schedule();
-    /// Runs the save now if anything is pending, and returns when it is done.
+    /// Saves now if an edit is pending, and completes when the save is done.
     QCoro::Task<> flush();
     bool hasPending() const { return m_firstPendingTime.has_value(); }
 
@@ -31,7 +31,7 @@ class DebounceSaver {
     Action m_action;
     Clock &m_clock;
     std::optional<std::chrono::milliseconds>
-        m_firstPendingTime; ///< when the oldest unsaved edit was
+        m_firstPendingTime; ///< time of the oldest unsaved edit
     std::unique_ptr<Clock::Timer> m_pending;
 };
 

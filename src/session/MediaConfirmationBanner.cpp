@@ -8,18 +8,18 @@ namespace {
 
 using Banner = MediaConfirmationBanner;
 
-constexpr qsizetype kMostNames = 3;
+constexpr qsizetype kMaxNames = 3;
 
 /// "a.mov, b.mov, c.mov and 4 more"
 QString nameList(const QStringList &files) {
     QStringList names;
-    for (const QString &path : files.first(std::min(files.size(), kMostNames))) {
+    for (const QString &path : files.first(std::min(files.size(), kMaxNames))) {
         names.append(paths::lastComponent(path));
     }
     const QString list = names.join(QStringLiteral(", "));
-    return files.size() > kMostNames ? QStringLiteral("%1 and %2 more")
-                                           .arg(list, QString::number(files.size() - kMostNames))
-                                     : list;
+    return files.size() > kMaxNames ? QStringLiteral("%1 and %2 more")
+                                          .arg(list, QString::number(files.size() - kMaxNames))
+                                    : list;
 }
 
 /// "1 file (a.mov)" or "2 files, including a.mov, b.mov"
@@ -106,7 +106,7 @@ QList<Banner> mediaConfirmationBanners(const MediaConfirmation &state) {
     if (state.unresolvedMediaNeedsConfirmation) {
         banners.append(unresolvedBanner(state.unresolvedMediaPendingPaths));
     }
-    // Without a file to name there is nothing to say about changed contents.
+    // The message needs at least one file name.
     if (state.contentMismatchNeedsConfirmation && !state.contentMismatchPendingPaths.isEmpty()) {
         banners.append(contentMismatchBanner(state.contentMismatchPendingPaths));
     }

@@ -4,26 +4,25 @@
 
 namespace corvane {
 
-/// One banner of the review screen: what the registry can't vouch for, why that matters, and the
-/// answer that the user may give.
+/// A banner of the review screen, which asks the user to confirm media.
 struct MediaConfirmationBanner {
     enum class Kind { legacyPackage, legacyProjectId, unresolved, contentMismatch };
 
     Kind kind = Kind::legacyPackage;
-    QString icon; ///< a symbol name
+    QString icon; ///< symbol name
     QString message;
     QString button;
-    QString disclosure; ///< the label that unfolds the paths; empty where there are none
+    QString disclosure; ///< label that shows the paths; empty if there are none
     QStringList paths;
-    bool isClosable = false; ///< has a cross, which hides it for the moment and changes nothing
+    bool isClosable = false; ///< can be hidden until the next time, without an answer
 
     bool operator==(const MediaConfirmationBanner &) const = default;
 };
 
-/// The banners of the flags that are up, the most serious last.
+/// Returns a banner for each flag that is set, the most serious last.
 QList<MediaConfirmationBanner> mediaConfirmationBanners(const MediaConfirmation &state);
 
-/// What a banner's button does.
+/// Performs the action of the banner's button.
 QCoro::Task<> answerBanner(ProjectStore &store, MediaConfirmationBanner::Kind kind);
 
 } // namespace corvane

@@ -86,7 +86,7 @@ void ProjectEditor::edit(Undoable undoable, const ProjectChange &change) {
     if (undoable == Undoable::Yes) {
         pushUndoState();
     }
-    // In place: snapshots and running saves share the records, which detach when written.
+    // Records are copy-on-write, so snapshots and running saves keep theirs.
     change(*m_project);
     m_project->updatedAt = m_clock.now();
     publishEdit();

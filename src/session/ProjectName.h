@@ -2,20 +2,20 @@
 
 #include <QString>
 
-/// What a user may call a project, and what its file is called then.
+/// The rules for project names and the names of project files.
 namespace corvane::projectName {
 
-/// The name as it is kept: without blanks and line ends around it.
+/// Returns the name without leading and trailing whitespace, as it is stored.
 QString trimmed(const QString &text);
 
-/// True for a text whose trimmed form isn't empty, holds no "/" and doesn't begin with ".". Whether
-/// the file system takes it is seen when the file is made.
+/// True if the trimmed name is not empty, contains no "/" and does not start with ".". The file
+/// system may still refuse it when the file is created.
 bool isValid(const QString &text);
 
-/// "<name>.corvane".
+/// Returns "<name>.corvane".
 QString fileName(const QString &name);
 
-/// The path with the extension of project files; one that has it in either case stays as it is.
+/// Appends the extension of project files unless the path already has it, in either case.
 QString withExtension(const QString &path);
 
 } // namespace corvane::projectName

@@ -69,7 +69,7 @@ class ProjectStore : public ProjectEditor {
     // Saving.
     /// Completes when all edits are on disk or a save failed.
     QCoro::Task<> flushPendingSave();
-    /// Saves even if nothing was edited. No-op without an open project.
+    /// Saves at once, with or without unsaved edits. No-op without an open project.
     QCoro::Task<> saveNow();
     /// Writes a backup. Returns the failure instead of publishing it; nullopt on success or without
     /// an open project.

@@ -27,7 +27,7 @@ QStringList clips(int count) {
     return paths;
 }
 
-/// A session over a registry that each test writes first.
+/// A session whose registry file is written by each test.
 class MediaConfirmationTest : public testing::Test {
   protected:
     void open(const AuthorizationTables &tables = {}) {
@@ -67,7 +67,7 @@ class MediaConfirmationTest : public testing::Test {
 
 } // namespace
 
-TEST(MediaConfirmationBanner, SaysWhatIsAskedInItsOwnWords) {
+TEST(MediaConfirmationBanner, HasTheMessageOfEachKind) {
     State all{.legacyPackageMediaNeedsAuthorization = true,
               .contentMismatchPendingPaths = clips(1),
               .legacyProjectIdMediaPendingPaths = clips(2),
@@ -126,7 +126,7 @@ TEST(MediaConfirmationBanner, SaysWhatIsAskedInItsOwnWords) {
         QStringLiteral("This project has external media whose location was never confirmed."));
 }
 
-TEST_F(MediaConfirmationTest, AsksForEachPathOnceAndTakesTheAnswers) {
+TEST_F(MediaConfirmationTest, ListsEachPathOnceAndAppliesAnswers) {
     const auto path = [&](const char *name) {
         return folder.write(QStringLiteral("card/") + QLatin1String(name), name);
     };
@@ -152,7 +152,7 @@ TEST_F(MediaConfirmationTest, AsksForEachPathOnceAndTakesTheAnswers) {
     store->setStatus({});
     ASSERT_TRUE(QFile::remove(path("both.mov")));
     auto first = store->trustChangedContents();
-    await(store->trustChangedContents()); // pressed again: it is at work already
+    await(store->trustChangedContents()); // pressed again while in progress
     EXPECT_TRUE(state().contentMismatchNeedsConfirmation);
     await(std::move(first));
     EXPECT_EQ(status(), QString());
@@ -167,7 +167,7 @@ TEST_F(MediaConfirmationTest, AsksForEachPathOnceAndTakesTheAnswers) {
     EXPECT_EQ(state(), State());
 }
 
-TEST_F(MediaConfirmationTest, AsksForAMediaFolderThatWasNeverGranted) {
+TEST_F(MediaConfirmationTest, AsksToAuthorizeAMediaFolderThatWasNeverGranted) {
     const QString inside = saveWithClip(folder.at(QStringLiteral("p/media/a.mov")));
     open();
     EXPECT_EQ(state(), State()) << "there is no media folder";
@@ -177,7 +177,7 @@ TEST_F(MediaConfirmationTest, AsksForAMediaFolderThatWasNeverGranted) {
     files.setFreeSpace(0);
     await(store->authorizeLegacyPackageMedia());
     EXPECT_EQ(state(), State());
-    EXPECT_EQ(status(), authorization->unsavedNotice()) << "the grant ends with the process";
+    EXPECT_EQ(status(), authorization->unsavedNotice()) << "the grant lasts until the process ends";
     EXPECT_TRUE(status().contains(QStringLiteral(": No space left on device. They last until")));
     files.setFreeSpace(-1);
     await(store->authorizeLegacyPackageMedia());
@@ -188,10 +188,10 @@ TEST_F(MediaConfirmationTest, AsksForAMediaFolderThatWasNeverGranted) {
     EXPECT_TRUE(await(authorization->authorizedPaths(file)).value(inside));
     saveWithClip(clip);
     await(store->openProject(file));
-    EXPECT_EQ(state(), State()) << "its clips all lie outside";
+    EXPECT_EQ(state(), State()) << "all clips are outside the media folder";
 }
 
-TEST_F(MediaConfirmationTest, LosesNoMismatchThatIsFoundWhileTheProjectOpens) {
+TEST_F(MediaConfirmationTest, KeepsAMismatchFoundWhileTheProjectOpens) {
     auto identity = PathSafety::folderIdentity(folder.at(QStringLiteral("card")));
     identity->contentHash = QString(64, QLatin1Char('a'));
     const QString foreign = folder.write(QStringLiteral("card/b.mov"), "of another project");
@@ -212,7 +212,7 @@ TEST_F(MediaConfirmationTest, LosesNoMismatchThatIsFoundWhileTheProjectOpens) {
         clock.advance(std::chrono::seconds(1));
         auto opening = store->openProject(file);
         if (moment == &ProjectStore::isDirtyChanged) {
-            migrate(); // before anything else
+            migrate(); // before the project is read
         }
         await(std::move(opening));
         ASSERT_TRUE(migration);

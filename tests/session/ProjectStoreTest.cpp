@@ -43,7 +43,7 @@ class ProjectStoreTest : public testing::Test {
 
 } // namespace
 
-TEST_F(ProjectStoreTest, OpensAndTellsFailuresWithoutLosingTheOpenProject) {
+TEST_F(ProjectStoreTest, KeepsTheOpenProjectIfOpeningAnotherFails) {
     await(store.openProject(file));
     await(store.flushPendingSave());
     store.setRating(clip, 3);
@@ -57,10 +57,10 @@ TEST_F(ProjectStoreTest, OpensAndTellsFailuresWithoutLosingTheOpenProject) {
     await(store.openProject(file));
     EXPECT_FALSE(store.lastError());
     EXPECT_FALSE(store.canUndo());
-    EXPECT_EQ(store.project()->videos.at(0)->rating, 3) << "reopening reads what was typed";
+    EXPECT_EQ(store.project()->videos.at(0)->rating, 3) << "reopening reads the saved edits";
 }
 
-TEST_F(ProjectStoreTest, OpeningAnotherProjectSavesTheFirstOrStaysWithIt) {
+TEST_F(ProjectStoreTest, SavesTheOpenProjectBeforeOpeningAnother) {
     const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
     await(store.openProject(file));
     await(store.flushPendingSave());
@@ -71,14 +71,14 @@ TEST_F(ProjectStoreTest, OpeningAnotherProjectSavesTheFirstOrStaysWithIt) {
     EXPECT_EQ(error(),
               QStringLiteral("Save failed: Failed to write %1: No space left on device").arg(file));
     await(store.closeProject());
-    EXPECT_TRUE(store.project()) << "what can't be saved isn't thrown away";
+    EXPECT_TRUE(store.project()) << "unsaved edits are not discarded";
     files.setFreeSpace(-1);
     await(store.openProject(other));
     EXPECT_EQ(store.fileURL(), other);
     EXPECT_EQ(onDisk(file).videos.at(0)->notes, QStringLiteral("typed"));
 }
 
-TEST_F(ProjectStoreTest, WhatIsTypedWhileAProjectIsReopenedStays) {
+TEST_F(ProjectStoreTest, KeepsEditsMadeWhileAProjectIsReopened) {
     await(store.openProject(file));
     await(store.flushPendingSave());
     auto first = store.openProject(file);
@@ -92,7 +92,7 @@ TEST_F(ProjectStoreTest, WhatIsTypedWhileAProjectIsReopenedStays) {
     EXPECT_EQ(onDisk(file).videos.at(0)->notes, QStringLiteral("typed"));
 }
 
-TEST_F(ProjectStoreTest, MayBeClosedWhileItOpens) {
+TEST_F(ProjectStoreTest, CanBeClosedWhileAProjectOpens) {
     QCoro::Task<> closing;
     QObject::connect(&store, &ProjectStore::recentProjectsChanged, &store,
                      [&] { closing = store.closeProject(); });
@@ -118,7 +118,7 @@ TEST_F(ProjectStoreTest, IgnoresADocumentOfAnotherProject) {
     EXPECT_EQ(store.project()->videos.size(), 3);
 }
 
-TEST_F(ProjectStoreTest, OldProjectsGetTheirReviewedFlagsOnOpening) {
+TEST_F(ProjectStoreTest, MigratesReviewedFlagsOfOldProjectsOnOpening) {
     Project project = sampleProject(2);
     project.videos[1].edit().rating = 4;
     const QString old = make(QStringLiteral("Old.corvane"), project);
@@ -133,7 +133,7 @@ TEST_F(ProjectStoreTest, OldProjectsGetTheirReviewedFlagsOnOpening) {
     EXPECT_FALSE(store.statusMessage());
 }
 
-TEST_F(ProjectStoreTest, CreatesAProjectAndNeverOverAFullerOne) {
+TEST_F(ProjectStoreTest, CreatesAProjectButNotOverAFullerOne) {
     const QString created = folder.at(QStringLiteral("New.corvane"));
     await(store.createProject({.name = QStringLiteral("New"), .location = QStringLiteral(" Pier ")},
                               created));
@@ -154,7 +154,7 @@ TEST_F(ProjectStoreTest, CreatesAProjectAndNeverOverAFullerOne) {
     EXPECT_EQ(onDisk(file).videos.size(), 3);
 }
 
-TEST_F(ProjectStoreTest, AutosaveTrailsTheLastEditAndCloseWritesWhatWaits) {
+TEST_F(ProjectStoreTest, SavesAfterTheLastEditAndOnClosing) {
     await(store.openProject(file));
     await(store.flushPendingSave());
     store.setRating(clip, 2);
@@ -175,7 +175,7 @@ TEST_F(ProjectStoreTest, AutosaveTrailsTheLastEditAndCloseWritesWhatWaits) {
     EXPECT_FALSE(store.lastError());
 }
 
-TEST_F(ProjectStoreTest, ASaveThatEndsWhileNewerEditsWaitLeavesItDirty) {
+TEST_F(ProjectStoreTest, StaysDirtyIfEditedDuringASave) {
     await(store.openProject(file));
     await(store.flushPendingSave());
     store.setRating(clip, 1);
@@ -186,7 +186,7 @@ TEST_F(ProjectStoreTest, ASaveThatEndsWhileNewerEditsWaitLeavesItDirty) {
     EXPECT_EQ(onDisk(file).videos.at(0)->rating, 1);
 }
 
-TEST_F(ProjectStoreTest, DeletingAllowsOneThinnerSaveAndNoMore) {
+TEST_F(ProjectStoreTest, AllowsOneSmallerSaveAfterADeletion) {
     await(store.openProject(file));
     await(store.flushPendingSave());
     store.deleteSubclip(subclip);
@@ -207,12 +207,12 @@ TEST_F(ProjectStoreTest, DeletingAllowsOneThinnerSaveAndNoMore) {
     EXPECT_EQ(onDisk(file).videos.size(), 3);
 }
 
-TEST_F(ProjectStoreTest, EditsFollowTheirRules) {
+TEST_F(ProjectStoreTest, AppliesTheRulesOfClipEdits) {
     await(store.openProject(file));
     const auto video = [this]() -> const VideoRecord & { return *store.project()->videos.at(1); };
     const QString id = QStringLiteral("clip-1");
     store.toggleReviewed(id);
-    EXPECT_FALSE(video().reviewed) << "its subclip had it marked on opening";
+    EXPECT_FALSE(video().reviewed) << "marked on opening because of its subclip";
     EXPECT_FALSE(video().reviewedAt);
     store.setRating(id, 7);
     EXPECT_EQ(video().rating, 5);
@@ -226,7 +226,7 @@ TEST_F(ProjectStoreTest, EditsFollowTheirRules) {
     store.toggleRejected(id);
     EXPECT_TRUE(video().rejected);
     EXPECT_FALSE(video().selectedForExport);
-    EXPECT_FALSE(video().reviewed) << "rejecting doesn't review";
+    EXPECT_FALSE(video().reviewed) << "rejecting doesn't mark as reviewed";
     store.toggleRejected(id);
     EXPECT_FALSE(video().selectedForExport);
     store.setNotes(id, QStringLiteral(" "));
@@ -238,20 +238,20 @@ TEST_F(ProjectStoreTest, EditsFollowTheirRules) {
     store.addTag(id, QStringLiteral("Tag "));
     store.addTag(id, QStringLiteral(" "));
     EXPECT_EQ(video().tags, (QStringList{QStringLiteral("Tag"), QStringLiteral("tag")}));
-    EXPECT_EQ(store.selectClips({id, clip, QStringLiteral("nobody")}), 2);
+    EXPECT_EQ(store.selectClips({id, clip, QStringLiteral("unknown")}), 2);
     EXPECT_EQ(store.selectClips({id}), 0);
     EXPECT_EQ(store.deselectClips({id, clip}), 2);
     EXPECT_EQ(store.project()->updatedAt, clock.now());
 }
 
-TEST_F(ProjectStoreTest, SubclipEditsFollowTheirRules) {
+TEST_F(ProjectStoreTest, AppliesTheRulesOfSubclipEdits) {
     await(store.openProject(file));
     const auto subclips = [this] { return store.project()->videos.at(0)->subclips; };
     const QString added = store.addSubclip(clip, 2, 3);
     ASSERT_EQ(subclips().size(), 2);
     EXPECT_EQ(subclips().at(1).creationIndex, 2);
     EXPECT_TRUE(subclips().at(1).selectedForExport);
-    EXPECT_EQ(store.addSubclip(QStringLiteral("nobody"), 0, 1), QString());
+    EXPECT_EQ(store.addSubclip(QStringLiteral("unknown"), 0, 1), QString());
     const SubclipKey key{clip, added};
     store.renameSubclip(key, QStringLiteral("  Wide \n"));
     EXPECT_EQ(subclips().at(1).label, QStringLiteral("Wide"));
@@ -270,7 +270,7 @@ TEST_F(ProjectStoreTest, SubclipEditsFollowTheirRules) {
     EXPECT_EQ(subclips().at(0).creationIndex, 1) << "the highest number was freed";
 }
 
-TEST_F(ProjectStoreTest, HistoryHoldsFiftyStepsAndBatchesAreOne) {
+TEST_F(ProjectStoreTest, KeepsFiftyUndoStepsAndUndoesABatchAtOnce) {
     await(store.openProject(file));
     for (int i = 0; i < 51; ++i) {
         store.setRating(clip, i % 2 + 1);
@@ -283,7 +283,7 @@ TEST_F(ProjectStoreTest, HistoryHoldsFiftyStepsAndBatchesAreOne) {
     EXPECT_EQ(store.project()->videos.at(0)->rating, 1) << "the oldest snapshot was dropped";
     store.redo();
     store.toggleFavorite(clip);
-    EXPECT_FALSE(store.canRedo()) << "a new edit ends what could be redone";
+    EXPECT_FALSE(store.canRedo()) << "a new edit clears the redo history";
     int notices = 0;
     QObject::connect(&store, &ProjectStore::projectChanged, &store, [&notices] { ++notices; });
     {
@@ -296,12 +296,12 @@ TEST_F(ProjectStoreTest, HistoryHoldsFiftyStepsAndBatchesAreOne) {
     EXPECT_EQ(notices, 1);
     store.addSubclip(clip, 1, 2);
     store.undo();
-    EXPECT_EQ(store.project()->videos.at(2)->rating, 0) << "one undo takes the batch back";
-    EXPECT_EQ(store.project()->videos.at(0)->subclips.size(), 1) << "and what came after it";
+    EXPECT_EQ(store.project()->videos.at(2)->rating, 0) << "one undo reverts the batch";
+    EXPECT_EQ(store.project()->videos.at(0)->subclips.size(), 1) << "and the edits after it";
     EXPECT_TRUE(store.project()->videos.at(0)->favorite);
 }
 
-TEST_F(ProjectStoreTest, BackupsAreToldAndFailingOnesChangeNothing) {
+TEST_F(ProjectStoreTest, ReportsBackupsAndTheirFailures) {
     await(store.openProject(file));
     await(store.writeBackup());
     EXPECT_EQ(store.statusMessage(),
@@ -313,7 +313,7 @@ TEST_F(ProjectStoreTest, BackupsAreToldAndFailingOnesChangeNothing) {
     EXPECT_TRUE(store.project());
 }
 
-TEST(DebounceSaver, WaitsAQuarterSecondButNeverPastTwo) {
+TEST(DebounceSaver, SavesAfterAQuarterSecondAndWithinTwo) {
     TestClock clock;
     int saves = 0;
     DebounceSaver saver(
