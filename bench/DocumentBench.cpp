@@ -1,5 +1,5 @@
-// Reading and writing a document of the largest size, beside the JSON library doing the least that
-// could be done with the same bytes; one edit in a large project.
+// Reads and writes a document of the maximum size, compared with the JSON library doing the minimum
+// with the same bytes. Edits a clip in a large project.
 
 #include "BenchData.h"
 
@@ -19,7 +19,7 @@ using namespace corvane::bench;
 
 namespace {
 
-/// A file as close under 32 MiB as whole clips allow.
+/// A file just below 32 MiB.
 const QString &largeDocument() {
     static const QString path = [] {
         const QString file = dataPath(QStringLiteral("large.corvane"));
@@ -44,8 +44,8 @@ const QByteArray &largeBytes() {
     return bytes;
 }
 
-/// Plays a document's values into a writer, as the events come from a parser.
-template <typename Writer> void play(JSONView view, Writer &writer) {
+/// Sends a document's values to a RapidJSON handler.
+template <typename Writer> void replay(JSONView view, Writer &writer) {
     switch (view.kind()) {
     case JSONView::Kind::Null:
         writer.Null();
@@ -64,14 +64,14 @@ template <typename Writer> void play(JSONView view, Writer &writer) {
         break;
     case JSONView::Kind::Array:
         writer.StartArray();
-        view.forEachElement([&](JSONView element) { play(element, writer); });
+        view.forEachElement([&](JSONView element) { replay(element, writer); });
         writer.EndArray();
         break;
     case JSONView::Kind::Object:
         writer.StartObject();
         view.forEachMember([&](std::string_view key, JSONView member) {
             writer.Key(key.data(), rapidjson::SizeType(key.size()));
-            play(member, writer);
+            replay(member, writer);
         });
         writer.EndObject();
         break;
@@ -111,7 +111,7 @@ void encodeTheirs(benchmark::State &state) {
         rapidjson::StringBuffer buffer;
         rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
         writer.SetIndent(' ', 2);
-        play(document.root(), writer);
+        replay(document.root(), writer);
         benchmark::DoNotOptimize(buffer.GetString());
     }
 }
@@ -147,7 +147,7 @@ void rateOneClip(benchmark::State &state) {
 
 void memory(benchmark::State &state, const QString &what) {
     for (auto _ : state) {
-        largeDocument(); // made here, if it must be, so that making it isn't measured
+        largeDocument(); // created before the measurement
         state.counters["figure"] = measuredByItself(what);
     }
 }

@@ -1,4 +1,5 @@
-// What the program does with footage, beside the commands that a user would otherwise run.
+// Hashes, copies, scans and plans footage, compared with the commands that a user would otherwise
+// run.
 
 #include "BenchData.h"
 
@@ -24,13 +25,13 @@ QString footage() {
     return largeFile(QStringLiteral("footage.mov"), kLargeFile);
 }
 
-void warm(const QString &path) {
+void readIntoPageCache(const QString &path) {
     runCommand(QStringLiteral("cat '%1' > /dev/null").arg(path));
 }
 
 void anchorOurs(benchmark::State &state) {
     const QString path = footage();
-    warm(path);
+    readIntoPageCache(path);
     for (auto _ : state) {
         benchmark::DoNotOptimize(ContentHasher::makeAnchor(path));
     }
@@ -38,7 +39,7 @@ void anchorOurs(benchmark::State &state) {
 
 void anchorTheirs(benchmark::State &state) {
     const QString path = footage();
-    warm(path);
+    readIntoPageCache(path);
     for (auto _ : state) {
         runCommand(QStringLiteral("openssl dgst -sha256 '%1' > /dev/null").arg(path));
     }
@@ -62,7 +63,7 @@ void copyOurs(benchmark::State &state) {
     removeCopy(copy);
 }
 
-/// `command` has the source as %1 and the copy as %2.
+/// In `command`, %1 is the source and %2 the copy.
 void copyByCommand(benchmark::State &state, const QString &command) {
     const QString path = footage();
     const QString copy = dataPath(QStringLiteral("copy/footage.mov"));
@@ -84,7 +85,7 @@ void copyAndSyncTheirs(benchmark::State &state) {
     copyByCommand(state, QStringLiteral("cp '%1' '%2' && sync '%2'"));
 }
 
-/// 20,000 small files named like clips, in one folder or in many.
+/// A folder with 20,000 empty files named like clips, spread over subfolders.
 QString clipTree(const QString &name, int folders) {
     const QString root = dataPath(name);
     if (fileSystem().linkStatus(root)) {
@@ -119,7 +120,7 @@ void scanTheirs(benchmark::State &state, const QString &name, int folders) {
     }
 }
 
-/// Ten thousand selected clips that all have one name, or a name each.
+/// Plans an export of 10,000 selected clips that all have the same name, or a name each.
 void plan(benchmark::State &state, bool sameName) {
     Project project = largeProject(10'000);
     for (VideoItem &video : project.videos) {

@@ -1,5 +1,5 @@
-// Any bytes as a project document: they are refused in words, or they decode to a document that
-// survives being written and read again.
+// Decodes any bytes as a project document. They must be refused, or decode to a document that
+// survives a round trip.
 
 #include "document/Project.h"
 #include "document/ProjectMigration.h"
@@ -10,7 +10,7 @@ using namespace corvane;
 
 namespace {
 
-JSONDocument raised(const JSONDocument &document) {
+JSONDocument migrated(const JSONDocument &document) {
     JSONValue value = document.root().toValue();
     if (!value.object()) {
         throw JSONDecodeError(QStringLiteral("expected an object"));
@@ -24,14 +24,14 @@ JSONDocument raised(const JSONDocument &document) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
     try {
-        const JSONDocument document = raised(JSONDocument::parse(bytes));
+        const JSONDocument document = migrated(JSONDocument::parse(bytes));
         const auto project = decodeJSON<Project>(document.root());
         const JSONDocument again = JSONDocument::parse(encodeJSON(project));
         if (decodeJSON<Project>(again.root()) != project) {
             std::abort();
         }
     } catch (const Failure &) {
-        // Refused; that it has a description is all that is asked.
+        // Refused.
     }
     return 0;
 }

@@ -1,4 +1,4 @@
-// Any text as a date: it is no date, or it is one that reads back from its own text.
+// Parses any text as a date. It must be refused, or survive a round trip.
 
 #include "platform/ISODate.h"
 

@@ -1,5 +1,5 @@
-// Any text as a file name, a label and a base name: an output's name never leads out of its folder,
-// is never empty, and two outputs never share one.
+// Builds an output name from any file name, label and base name. It must stay in its folder, must
+// not be empty, and two outputs must not get the same name.
 
 #include "delivery/ExportNaming.h"
 #include "transfer/ExportNameReserver.h"
@@ -10,8 +10,8 @@ using namespace corvane;
 
 namespace {
 
-void require(bool holds) {
-    if (!holds) {
+void require(bool condition) {
+    if (!condition) {
         std::abort();
     }
 }

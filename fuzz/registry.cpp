@@ -1,5 +1,4 @@
-// Any bytes as the registry of grants: they are read without a fault, and what was read survives
-// being written and read again.
+// Reads any bytes as the registry of grants. What was read must survive a round trip.
 
 #include "platform/AtomicWrite.h"
 #include "platform/Paths.h"

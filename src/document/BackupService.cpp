@@ -33,8 +33,8 @@ QList<Backup> backupsOf(const QString &folder, const QString &stem) {
     return backups;
 }
 
-/// Of backups with one date the one with the later stamp in its name counts as newer.
-/// Keeps the one just written whatever its date, for clocks are set back and files are copied.
+/// Removes all but the newest backups, by modification time and then by the timestamp in the name.
+/// Always keeps `written`: after a clock was set back, it may have an earlier date than the others.
 void rotate(const QString &folder, const QString &stem, const QString &written) {
     QList<Backup> backups = backupsOf(folder, stem);
     backups.removeIf([&written](const Backup &backup) { return backup.path == written; });
@@ -44,7 +44,7 @@ void rotate(const QString &folder, const QString &stem, const QString &written) 
         try {
             fileSystem().remove(old.path);
         } catch (const FileError &) {
-            // It stays until the next backup; there is one too many, not one too few.
+            // The next backup tries again.
         }
     }
 }
@@ -77,7 +77,7 @@ QString BackupService::writeNow(const Project &project, const QDateTime &now) {
     try {
         rotate(folder, stem, path);
     } catch (const FileError &) {
-        // The folder can't be listed: nothing is removed, and the backup just written stands.
+        // The folder can't be listed, so no backup is removed.
     }
     return path;
 }

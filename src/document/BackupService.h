@@ -6,8 +6,8 @@
 
 namespace corvane {
 
-/// Writes timestamped copies of a document beside the project file and keeps the newest three. The
-/// program never reads one: a user restores it by hand. Called and awaited on the main thread.
+/// Writes timestamped copies of a document next to the project file and keeps the newest three. The
+/// program never reads them; a user can open one by hand. Called and awaited on the main thread.
 class BackupService {
   public:
     class BackupError : public Failure {
@@ -22,8 +22,8 @@ class BackupService {
 
     explicit BackupService(Clock &clock = Clock::system());
 
-    /// Writes `<stem>.<stamp>.corvane.bak` and gives its path. Throws `BackupError`. What fails
-    /// while older backups are removed is passed over.
+    /// Writes `<stem>.<timestamp>.corvane.bak`, removes older backups and returns the new path.
+    /// Throws `BackupError` if the write fails. Failures to remove older backups are ignored.
     QCoro::Task<QString> write(Project project);
 
   private:

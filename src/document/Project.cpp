@@ -14,7 +14,7 @@ template <typename Value> size_t hashOf(const Value &value, size_t seed) {
     if constexpr (std::is_enum_v<Value>) {
         return ::qHash(int(value), seed);
     } else {
-        using ::qHash; // this namespace's own hide those of the plain types
+        using ::qHash; // hidden by this namespace's overloads
         return qHash(value, seed);
     }
 }
@@ -30,7 +30,7 @@ template <typename Value> size_t hashOf(const std::optional<Value> &value, size_
     return value ? hashOf(*value, seed) : ::qHash(0, seed);
 }
 
-/// Each field feeds its hash into the next one's seed.
+/// Hashes all fields of a record, each with the previous hash as its seed.
 template <JSONRecord Record> size_t hashFields(const Record &record, size_t seed) {
     std::apply([&](const auto &...field) { ((seed = hashOf(record.*field.member, seed)), ...); },
                JSONFields<Record>::table);

@@ -11,21 +11,23 @@
 #include <optional>
 
 /// The records of a project document: plain values with structural equality and hashing. Dates are
-/// UTC with milliseconds, times in a clip are seconds, sizes are bytes. The tables that turn them
-/// into JSON stand at the end of this header.
+/// in UTC with milliseconds, times are seconds from the start of the clip, sizes are bytes. The
+/// JSON tables are at the end of this header.
+///
+/// An optional member is nullopt if the value is unknown or the user hasn't set it.
 namespace corvane {
 
-/// The version that every document in memory and on disk has. Older files are raised to it when
-/// they are read (`ProjectMigration`).
+/// The schema version of all documents in memory and of all files that this build writes. Older
+/// files are migrated when they are read (see `ProjectMigration`).
 constexpr int kCurrentSchemaVersion = 7;
 
 enum class SourceImportMode { inPlace, copied };
 enum class SidecarType { xml, xmp, json, other };
 enum class OutputMode { primaryOnly, primaryAndHd, hdOnly };
 
-/// A marked range of a clip.
+/// A range of a clip that the user marked.
 struct Subclip {
-    QString id; ///< a UUID; it also names the subclip's thumbnail
+    QString id; ///< a UUID; also the name of the subclip's thumbnail
     QString sourceVideoId;
     std::optional<QString> label; ///< trimmed, never empty
     double inSeconds = 0;
@@ -35,20 +37,19 @@ struct Subclip {
     bool favorite = false;
     std::optional<QString> notes;
     QDateTime createdAt;
-    /// The place in the order of creation within the clip, from 1.
-    int creationIndex = 0;
+    int creationIndex = 0; ///< order of creation within the clip, from 1
     std::optional<QDateTime> exportedAt;
 
     ClipRange range() const { return {inSeconds, outSeconds}; }
     bool operator==(const Subclip &) const = default;
 };
 
-/// What a `VideoItem` holds.
+/// A clip: a media file, its metadata and the user's review of it. Stored as a `VideoItem`.
 struct VideoRecord {
     QString id;
-    QString sourcePath; ///< the media file that the clip plays from
+    QString sourcePath; ///< the media file; see `resolvedAgainstProject`
     SourceImportMode sourceImportMode = SourceImportMode::inPlace;
-    std::optional<QString> originalSourcePath; ///< where a copied file came from
+    std::optional<QString> originalSourcePath; ///< before the import copied the file
     QString fileName;
     QString parentFolder;
     double durationSeconds = 0;
@@ -72,14 +73,14 @@ struct VideoRecord {
     bool reviewed = false;
     std::optional<QDateTime> reviewedAt;
     std::optional<bool> missing;
-    QList<QString> tags;          ///< in order of entry, none twice
+    QList<QString> tags;          ///< in order of entry, without duplicates
     std::optional<QString> notes; ///< never empty after an edit
     QList<Subclip> subclips;
     std::optional<QDateTime> exportedAt;
     std::optional<QString> sidecarPath;
     std::optional<SidecarType> sidecarType;
-    std::optional<QMap<QString, JSONValue>> cameraMetadata; ///< kept as read
-    /// The duplicate key of the media file, not an anchor (see `duplicateKey`).
+    std::optional<QMap<QString, JSONValue>> cameraMetadata; ///< preserved unchanged
+    /// `ContentHasher::duplicateKey` of the media file. Not an anchor.
     std::optional<QString> contentHash;
     QDateTime createdAt;
     QDateTime updatedAt;
@@ -87,10 +88,10 @@ struct VideoRecord {
     bool operator==(const VideoRecord &) const = default;
 };
 
-/// One clip. Copies share storage.
+/// A clip of a project. Copies share storage.
 using VideoItem = SharedRecord<VideoRecord>;
 
-/// The user's choices for output names; what they mean is told in `ExportNaming`.
+/// The user's choices for output names (see `ExportNaming`).
 struct ExportNamingOptions {
     enum class NumberingMode { off, originalFileNumber, sequential };
 
@@ -106,7 +107,7 @@ struct ExportNamingOptions {
     bool operator==(const ExportNamingOptions &) const = default;
 };
 
-/// The record of one export run.
+/// The record of a finished export.
 struct ExportBatch {
     enum class Mode { fastCopy, accurateTranscode };
 
@@ -120,7 +121,7 @@ struct ExportBatch {
     QDateTime createdAt;
     std::optional<QDateTime> completedAt;
     int succeededCount = 0;
-    int failedCount = 0; ///< cancelled rows not counted
+    int failedCount = 0; ///< without cancelled rows
     int cancelledCount = 0;
     bool cancelled = false;
     std::optional<OutputMode> outputMode;
@@ -128,12 +129,11 @@ struct ExportBatch {
     bool operator==(const ExportBatch &) const = default;
 };
 
-/// The document. A copy is independent of what it was copied from and costs one pointer a list.
+/// A project document. Copying is cheap: copies share their lists until one is changed.
 struct Project {
     QString id;
     QString name;
-    /// The path of the project file. Never believed on load: it is set to the path that was opened.
-    QString filePath;
+    QString filePath; ///< the path that was opened, whatever the file says
     QList<QString> rootFolders;
     QList<VideoItem> videos;
     QList<ExportBatch> exportBatches; ///< oldest first
@@ -148,26 +148,27 @@ struct Project {
 
     bool operator==(const Project &) const = default;
 
-    /// The clip's place in `videos`, or -1.
+    /// The index in `videos`; -1 if there is no such clip.
     qsizetype indexOfVideo(const QString &videoId) const;
-    /// The name a user knows the project by: `projectName` where there is one, else `name`.
+    /// The name that the user sees: `projectName` if set, otherwise `name`.
     QString displayName() const { return projectName.value_or(name); }
-    qsizetype subclipCount() const;
-    /// True where any clip, or any subclip of one, is selected for export.
+    qsizetype subclipCount() const; ///< of all clips
+    /// True if any clip or subclip is selected for export.
     bool hasSelects() const;
 };
 
-/// A new identity: a UUID in upper case.
+/// A new random UUID in upper case.
 QString newIdentifier();
 
-/// The folder that holds the project file.
+/// The folder that contains the project file.
 QString projectFolder(const QString &projectFile);
-/// A path of a document: as it stands where it is absolute, else below the project's folder, as in
-/// a package that was handed over.
+/// Makes a path from a document absolute. Documents in handoff packages hold paths relative to the
+/// project folder.
 QString resolvedAgainstProject(const QString &path, const QString &projectFile);
-/// Where media copied at import lie: "media" in the project folder.
+/// The folder for media that the import copies: "media" in the project folder.
 QString mediaFolder(const QString &projectFile);
-/// Where everything derived from media lies: ".corvane-cache" in the project folder.
+/// The folder for thumbnails and filmstrips, which can be regenerated: ".corvane-cache" in the
+/// project folder.
 QString cacheRoot(const QString &projectFile);
 
 size_t qHash(const Subclip &record, size_t seed = 0);

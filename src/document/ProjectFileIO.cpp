@@ -14,8 +14,8 @@ QString megabytes(qint64 bytes) {
     return QString::asprintf("%.0f MB", double(bytes) / double(qint64(1) << 20));
 }
 
-/// The document in the current schema. Raising an older one changes the parsed object, and the
-/// decoder then reads that object's text as it reads any other.
+/// Decodes a document of any supported version. An older one is converted to a tree, migrated, and
+/// encoded again for the decoder.
 Project decodeDocument(const QString &file, const JSONDocument &document) {
     using LoadError = ProjectFileIO::LoadError;
     try {
@@ -58,8 +58,9 @@ QByteArray readProjectFile(const QString &file) {
     }
 }
 
-/// A file that can't be looked at may well be there, and is then no file to write over. One of a
-/// name that no file can have isn't there; what is wrong with it is told by the write.
+/// False only if the file certainly doesn't exist; a path that no file can have is left for the
+/// write to report. Throws `SaveError` if the status can't be read: an existing file might be
+/// overwritten otherwise.
 bool existsOnDisk(const QString &file) {
     try {
         fileSystem().status(file);
@@ -80,10 +81,10 @@ using LoadError = ProjectFileIO::LoadError;
 using SaveError = ProjectFileIO::SaveError;
 
 LoadError LoadError::readFailed(const QString &file, const FileError &error) {
-    LoadError made(Kind::readFailed, file,
-                   QStringLiteral("Failed to read %1: %2").arg(file, error.description()));
-    made.m_isMissingFile = error.isMissingFile();
-    return made;
+    LoadError failure(Kind::readFailed, file,
+                      QStringLiteral("Failed to read %1: %2").arg(file, error.description()));
+    failure.m_isMissingFile = error.isMissingFile();
+    return failure;
 }
 
 LoadError LoadError::invalidJSON(const QString &file) {
@@ -194,8 +195,8 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
                     .arg(bytes.size())
                     .arg(megabytes(kFileLimit)));
         }
-        // The identity is the written file's own, so that a file which somebody else puts in its
-        // place right afterwards isn't taken for it.
+        // The stamp is that of the written file, not of the path: another program may have replaced
+        // the file since.
         const FileStatus written = writeAtomically(file, bytes);
         m_diskGuardCache.insert(
             file, {written.inode, written.modified, project.videos.size(), project.subclipCount()});
@@ -236,7 +237,7 @@ ProjectFileIO::knownStamp(const QString &file, const std::optional<Stamp> &stamp
     return *known;
 }
 
-/// The counts of the file on disk, or nothing if it vanished meanwhile.
+/// Reads the file on disk; nullopt if it no longer exists.
 std::optional<ProjectFileIO::DiskGuardStamp>
 ProjectFileIO::reload(const QString &file, const std::optional<Stamp> &stamp) {
     ++m_fullReloads;

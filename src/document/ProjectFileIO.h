@@ -10,23 +10,27 @@
 
 namespace corvane {
 
-/// The only code that reads or writes a project file for the session.
+/// Reads and writes the session's project file. No other code does.
 ///
-/// Reading is defensive: the file must be a regular file of at most 32 MiB, JSON, an object, and of
-/// a schema that this build knows. Writing never replaces a fuller file on disk by a thinner
-/// document in memory, unless the caller allows it.
+/// Reading is defensive: the file must be a regular file of at most 32 MiB that contains a JSON
+/// object of a known schema version.
 ///
-/// The calls are serialised on the object's own executor: `load` and `save` are called and awaited
-/// on the main thread. `loadNow` is the same reading for a thread that may wait.
+/// Writing is guarded: a save doesn't replace a file that has more clips or more subclips than the
+/// document, unless the caller allows it. To know what is on disk, the guard remembers each file it
+/// read or wrote and reads it again only if another program has changed it.
+///
+/// Operations are serialized on the object's own executor. `load` and `save` are called and awaited
+/// on the main thread.
 class ProjectFileIO {
   public:
-    /// What is known of a file on disk since it was last read or written here.
+    /// A version of a file on disk and what it contains.
     struct DiskGuardStamp {
         quint64 inode = 0;
         FileTime modified;
         qsizetype videos = 0;
         qsizetype subclips = 0;
     };
+    /// A version of a file on disk.
     struct Stamp {
         quint64 inode = 0;
         FileTime modified;
@@ -52,7 +56,7 @@ class ProjectFileIO {
 
         Kind kind() const { return m_kind; }
         const QString &file() const { return m_file; }
-        /// For `readFailed`: the file doesn't exist.
+        /// True for `readFailed` if the file doesn't exist.
         bool isMissingFile() const { return m_isMissingFile; }
 
       private:
@@ -86,23 +90,23 @@ class ProjectFileIO {
         Kind m_kind;
     };
 
-    /// 32 MiB; a file of exactly this size is read.
+    /// 32 MiB, inclusive.
     static constexpr qint64 kFileLimit = qint64(32) << 20;
 
     ProjectFileIO();
 
     /// Throws `LoadError`.
     QCoro::Task<Project> load(QString file);
-    /// Writes the document with `filePath` set to `file`. Throws `SaveError`; the file on disk is
-    /// then as it was.
+    /// Writes the document with its `filePath` set to `file`. Throws `SaveError` and leaves the
+    /// file on disk unchanged.
     QCoro::Task<void> save(Project project, QString file, bool allowDecrease);
 
-    /// The reading itself, on whatever thread calls it.
+    /// Reads a project file on the calling thread. Thread-safe. Throws `LoadError`.
     static Project loadNow(const QString &file);
-    /// The file's identity, links followed; nothing where it can't be read.
+    /// The current version of a file, links followed; nullopt if its status can't be read.
     static std::optional<Stamp> readStamp(const QString &file);
 
-    /// How often the disk guard really read and decoded the file on disk. Any thread.
+    /// How often the disk guard had to read a file. Thread-safe.
     int diskGuardFullReloadCountForTesting() const { return m_fullReloads; }
 
   private:
@@ -112,13 +116,12 @@ class ProjectFileIO {
                                              const std::optional<Stamp> &stamp) const;
     std::optional<DiskGuardStamp> reload(const QString &file, const std::optional<Stamp> &stamp);
 
-    QHash<QString, DiskGuardStamp> m_diskGuardCache; ///< by path; the executor's
+    QHash<QString, DiskGuardStamp> m_diskGuardCache; ///< by path; used on the executor only
     std::atomic<int> m_fullReloads = 0;
-    SerialExecutor m_executor; ///< last, so that it ends before what its work uses
+    SerialExecutor m_executor; ///< last member, so that its thread stops first
 };
 
-/// The bytes of a project document as every writer of one makes them.
-/// Throws `JSONEncodeError`.
+/// The content of a project file. Throws `JSONEncodeError`.
 QByteArray encodeDocument(const Project &project);
 
 } // namespace corvane

@@ -10,8 +10,8 @@ namespace {
 
 using Object = JSONValue::Object;
 
-/// Calls `change(object)` for each object in the array that stands under a key; anything else there
-/// is left as it is.
+/// Calls `change(object)` for each object in the array `owner[key]`. Skips other elements; a no-op
+/// if the member is missing or not an array.
 template <typename Change> void changeEach(Object &owner, const QString &key, Change change) {
     const auto found = owner.find(key);
     JSONValue::Array *const array = found == owner.end() ? nullptr : found->array();
@@ -43,7 +43,7 @@ double inSeconds(const JSONValue &subclip) {
     return object ? object->value(QStringLiteral("inSeconds")).number() : 0.0;
 }
 
-/// Each subclip without an index gets its rank by in point, counted from 1.
+/// Sets `creationIndex` of each subclip that has none to its rank by in point, from 1.
 void rankSubclips(JSONValue::Array &subclips) {
     std::vector<qsizetype> order(static_cast<size_t>(subclips.size()));
     std::iota(order.begin(), order.end(), 0);
@@ -83,11 +83,11 @@ void addSubclipFavorites(Object &document) {
     addMissingToSubclips(document, QStringLiteral("favorite"), false);
 }
 
-void changeNothing(Object &) {}
+void noChange(Object &) {}
 
-/// The step at index i raises a document from version i + 1.
+/// The step at index i migrates from version i + 1 to i + 2.
 constexpr std::array kSteps = {&addCreationIndexes,  &addBatchCounts, &addSubclipRatings,
-                               &addSubclipFavorites, &changeNothing,  &changeNothing};
+                               &addSubclipFavorites, &noChange,       &noChange};
 static_assert(kSteps.size() == kCurrentSchemaVersion - 1);
 
 } // namespace
@@ -110,8 +110,8 @@ qint64 schemaVersion(JSONView document) {
 }
 
 void migrate(Object &object) {
-    const JSONValue stated = object.value(QStringLiteral("schemaVersion"));
-    const qint64 version = stated.integer() ? *stated.integer() : 1;
+    const JSONValue member = object.value(QStringLiteral("schemaVersion"));
+    const qint64 version = member.integer() ? *member.integer() : 1;
     if (version > kCurrentSchemaVersion) {
         throw MigrationError::unknownFutureSchema(version);
     }

@@ -2,12 +2,12 @@
 
 #include "document/Project.h"
 
-/// Raises an older project document to the current schema before it is decoded, so that the records
-/// only know the current form. It works on the parsed JSON; the file on disk changes with the next
-/// save.
+/// Migration of older project documents. The schema migration works on parsed JSON before it is
+/// decoded, so that the records support the current schema only. The file on disk changes at the
+/// next save.
 namespace corvane::ProjectMigration {
 
-/// The document is of a version that this build doesn't know.
+/// The document has a newer version than this build supports.
 class MigrationError : public Failure {
   public:
     static MigrationError unknownFutureSchema(qint64 version);
@@ -21,18 +21,18 @@ class MigrationError : public Failure {
     qint64 m_version;
 };
 
-/// The version that a document states: 1 where the key is missing or no whole number.
+/// The schema version of a document; 1 if the key is missing or not an integer.
 qint64 schemaVersion(JSONView document);
 
-/// Changes the object in place, or throws `MigrationError` before any change. What is there already
-/// is never replaced.
+/// Migrates a document to the current schema by adding missing members. Existing members keep their
+/// values. Throws `MigrationError` before any change.
 void migrate(JSONValue::Object &object);
 
-/// True if the clip shows that somebody has looked at it: a rating, a flag or a subclip.
+/// True if the user has rated, flagged, selected or marked the clip.
 bool hasReviewMarks(const VideoRecord &video);
 
-/// Marks clips as reviewed that show it and aren't marked, as of `now`. Tells whether any changed.
-/// The project's `updatedAt` stays.
+/// Sets `reviewed` and `reviewedAt` (to `now`) of clips that have review marks but aren't reviewed.
+/// Returns whether any clip changed. Leaves `updatedAt` unchanged.
 bool migrateReviewedFlags(Project &project, const QDateTime &now);
 
 } // namespace corvane::ProjectMigration

@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 
-/// Far beyond any list that this program writes; a larger file isn't one.
+/// Far larger than any list that this program writes.
 constexpr qint64 kFileLimit = qint64(32) << 20;
 
 } // namespace
@@ -21,7 +21,7 @@ ProjectRegistry::ProjectRegistry(const QString &dataFolder, Clock &clock)
     try {
         fileSystem().createFolders(dataFolder);
     } catch (const FileError &) {
-        // Writing will fail as silently: the list then lasts as long as the process.
+        // Writing will fail too; the list then lasts until the process ends.
     }
     load();
 }
@@ -65,7 +65,7 @@ void ProjectRegistry::persist() const {
     try {
         writeAtomically(m_filePath, encodeJSON(m_summaries));
     } catch (const Failure &) {
-        // The list in memory stands; the next change tries again.
+        // The list in memory is kept, and the next change writes it again.
     }
 }
 

@@ -6,10 +6,10 @@
 
 namespace corvane {
 
-/// One line of the recent list.
+/// An entry of the recent list.
 struct ProjectSummary {
     QString id;
-    QString filePath; ///< the list's key
+    QString filePath; ///< unique in the list
     QString name;
     QDateTime lastOpenedAt;
     int videoCount = 0;
@@ -25,19 +25,19 @@ template <> struct JSONFields<ProjectSummary> {
         jsonField("videoCount", &ProjectSummary::videoCount));
 };
 
-/// The projects that this user has opened, in "registry.json" in the application's data folder. A
-/// convenience: its failures are silent, and losing it loses nothing but the list. Called and
+/// The projects that the user has opened, stored in "registry.json" in the application's data
+/// folder. Failures to read or write the file are ignored: the list is a convenience. Called and
 /// awaited on the main thread.
 class ProjectRegistry {
   public:
-    /// Creates the folder and reads the list. A list that can't be read is empty.
+    /// Creates the folder and reads the list, which is empty if it can't be read.
     explicit ProjectRegistry(const QString &dataFolder, Clock &clock = Clock::system());
 
-    /// Records that a project was opened, at the front, and gives the new list.
+    /// Adds or updates the entry of a project that was opened. Returns the new list.
     QCoro::Task<QList<ProjectSummary>> touch(Project project, QString file);
-    /// Forgets a project and gives the new list.
+    /// Removes an entry. Returns the new list.
     QCoro::Task<QList<ProjectSummary>> remove(QString path);
-    /// The list as it stands, in no order that may be relied on.
+    /// The list in unspecified order.
     QCoro::Task<QList<ProjectSummary>> summaries();
 
   private:
@@ -46,11 +46,11 @@ class ProjectRegistry {
 
     QString m_filePath;
     Clock &m_clock;
-    QList<ProjectSummary> m_summaries; ///< the executor's once constructed
+    QList<ProjectSummary> m_summaries; ///< used on the executor only, after construction
     SerialExecutor m_executor;
 };
 
-/// A list as it is shown: newest first.
+/// Sorts the list by date, newest first.
 QList<ProjectSummary> newestFirst(QList<ProjectSummary> summaries);
 
 } // namespace corvane

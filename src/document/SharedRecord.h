@@ -6,9 +6,9 @@
 
 namespace corvane {
 
-/// A record whose copies share one storage until one of them is changed, so that copying a document
-/// of thousands of them copies a pointer for each. Reading goes through `->` and never copies;
-/// writing goes through `edit()`, which makes the storage this value's own first.
+/// A copy-on-write record: copies share storage until one of them is changed, so that copying a
+/// document with thousands of records copies only pointers. `->` and `*` read without copying;
+/// `edit()` detaches the storage from other copies for writing.
 template <typename Record> class SharedRecord {
   public:
     SharedRecord() : m_data(new Data) {}
@@ -17,7 +17,7 @@ template <typename Record> class SharedRecord {
     const Record *operator->() const { return &m_data->record; }
     const Record &operator*() const { return m_data->record; }
     Record &edit() { return m_data->record; }
-    /// True if both are one storage: equal, without looking at a field.
+    /// True if both share storage, and so are equal.
     bool isSharedWith(const SharedRecord &other) const {
         return m_data.constData() == other.m_data.constData();
     }
@@ -29,7 +29,7 @@ template <typename Record> class SharedRecord {
   private:
     struct Data : QSharedData {
         Data() = default;
-        explicit Data(Record given) : record(std::move(given)) {}
+        explicit Data(Record value) : record(std::move(value)) {}
         Record record;
     };
     QSharedDataPointer<Data> m_data;

@@ -12,8 +12,8 @@ namespace corvane::applicationFolders {
 
 namespace {
 
-/// Started without HOME, as by a system service, the user still has a home folder.
-void giveHomeIfMissing() {
+/// Sets HOME from the user database if it is unset, as in a system service.
+void setHomeIfMissing() {
     if (!qEnvironmentVariableIsEmpty("HOME")) {
         return;
     }
@@ -25,7 +25,7 @@ void giveHomeIfMissing() {
 } // namespace
 
 QString applicationSupport() {
-    giveHomeIfMissing();
+    setHomeIfMissing();
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     return paths::joined(data.isEmpty() ? QDir::tempPath() : data, QStringLiteral("Corvane"));
 }

@@ -5,15 +5,15 @@
 
 #include <memory>
 
-/// Where the program keeps what outlives a project.
+/// The program's own folders and settings, independent of any project.
 namespace corvane::applicationFolders {
 
 /// The folder of the recent list and the registry of grants: "Corvane" in the user's data folder
-/// ($XDG_DATA_HOME, else ~/.local/share), or in the temporary folder where there is none. It may
-/// not exist yet.
+/// ($XDG_DATA_HOME or ~/.local/share), or in the temporary folder if the user has none. It may not
+/// exist.
 QString applicationSupport();
 
-/// The user defaults, in the user's configuration folder.
+/// The user's settings, an INI file in the user's configuration folder.
 std::unique_ptr<QSettings> userDefaults();
 
 } // namespace corvane::applicationFolders

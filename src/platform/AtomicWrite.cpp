@@ -10,11 +10,11 @@ namespace corvane {
 
 namespace {
 
-/// So much is written before the system is asked to begin storing it. It keeps the sync at the end
-/// of a large file short, and the disk busy meanwhile.
+/// Bytes between two write-back hints. They keep the disk busy while a large file is written and
+/// the sync at the end short.
 constexpr qint64 kWriteBackStep = qint64(8) << 20;
 
-/// Network and FUSE mounts that know no permissions refuse to set them; the file is as good there.
+/// Sets the permissions if the file system supports them; some network and FUSE mounts don't.
 void keepPermissions(const Descriptor &file, quint32 permissions) {
     try {
         if (fileSystem().status(file).permissions != permissions) {
@@ -42,7 +42,7 @@ TemporaryFile::~TemporaryFile() {
     try {
         fileSystem().remove(m_path);
     } catch (const FileError &) {
-        // The name is hidden and holds nothing that anyone needs; there is nobody to tell.
+        // A leftover hidden file does no harm, and a destructor can't report.
     }
 }
 

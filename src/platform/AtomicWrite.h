@@ -6,18 +6,18 @@ namespace corvane {
 
 /// When a written file reaches the disk.
 enum class Durability {
-    Synced, ///< before it gets its name, and the name before `commit` returns
-    Later,  ///< whenever the caller syncs the volume; for many small files that stand or fall
-            ///< together
+    Synced, ///< its data before it gets its final name, the name before `commit` returns
+    Later,  ///< when the caller syncs the volume; for many small files that belong together
 };
 
-/// A file in the making under a hidden name beside its target. It is removed on every way out but
-/// `commit`. Used by one thread.
+/// Writes a file under a temporary name in the folder of its target. The destructor removes it
+/// unless `commit` succeeded. Not thread-safe.
 ///
-/// Each step throws `FileError`, so that a caller can word each one's failure differently.
+/// The steps are separate functions that throw `FileError`, so that a caller can report the failure
+/// of each step in its own words.
 class TemporaryFile {
   public:
-    /// Creates the empty file. `path` must be in the target's folder and not exist.
+    /// Creates the empty file at `path`, which must be in the target's folder and not exist.
     explicit TemporaryFile(QString path, quint32 permissions = 0666,
                            Durability durability = Durability::Synced);
     ~TemporaryFile();
@@ -27,12 +27,12 @@ class TemporaryFile {
     const Descriptor &descriptor() const noexcept { return m_file; }
 
     void write(const char *bytes, qint64 count);
-    /// Data to the disk, unless that is for later, then the descriptor closed. Gives the finished
-    /// file's identity, which it keeps under its final name.
+    /// Syncs the data unless `Durability::Later`, and closes the file. Returns its status, whose
+    /// identity (device, inode, modification time) it keeps under its final name.
     FileStatus finish();
-    /// Moves the finished file to the target's name. Nothing there: the name must still be free
-    /// when the move happens. A regular file there: it is replaced in one step; anything else
-    /// fails with `EEXIST`. The folder is synced.
+    /// Renames the finished file to the target's name and syncs the folder unless
+    /// `Durability::Later`. Replaces a regular file atomically; fails with `EEXIST` if the target
+    /// is anything else or is created by another process during the call.
     void commit(const QString &target);
 
   private:
@@ -44,13 +44,13 @@ class TemporaryFile {
     bool m_isCommitted = false;
 };
 
-/// Replaces the file at `path` by `bytes` in one step, or leaves it as it was and throws
-/// `FileError`. A reader sees the old file or the new one, never a part. A symbolic link stays and
-/// its target is replaced; one that leads nowhere fails with `ENOENT`. A replaced file's
-/// permissions are kept where the file system lets them be set. Gives the new file's identity.
+/// Replaces the file at `path` by `bytes` atomically, or leaves it unchanged and throws
+/// `FileError`. Readers see the old content or the new, never a mixture. A symbolic link stays, and
+/// its target is replaced; a dangling link fails with `ENOENT`. The permissions of a replaced file
+/// are kept if the file system supports that. Returns the status of the new file.
 ///
-/// Where only the folder's sync at the end fails, the new file is in place and may not survive a
-/// loss of power; that is thrown all the same.
+/// If only the final sync of the folder fails, this throws although the new file has its name: it
+/// may not survive a loss of power.
 FileStatus writeAtomically(const QString &path, const QByteArray &bytes);
 
 } // namespace corvane

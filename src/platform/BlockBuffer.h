@@ -6,11 +6,11 @@
 
 namespace corvane {
 
-/// A page-aligned block of memory for reading files: the system fills it several times faster than
-/// memory that begins anywhere.
+/// A page-aligned buffer for reading files. Reading into it is several times faster than into
+/// unaligned memory. Its content is uninitialized.
 class BlockBuffer {
   public:
-    static constexpr qint64 kSize = qint64(1) << 20;
+    static constexpr qint64 kSize = qint64(1) << 20; ///< bytes
 
     BlockBuffer();
     char *data() const { return m_bytes.get(); }

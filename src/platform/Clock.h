@@ -8,10 +8,11 @@
 
 namespace corvane {
 
-/// Where the program's time comes from, so that a test can set it. Main thread.
+/// The date, a monotonic time and timers. An interface, so that a test can set the time. Main
+/// thread.
 class Clock {
   public:
-    /// A pending call; dropping it takes the call back.
+    /// A pending call. Destroying it cancels the call.
     class Timer {
       public:
         virtual ~Timer();
@@ -19,15 +20,16 @@ class Clock {
 
     virtual ~Clock();
 
-    /// The date in UTC, to the millisecond, as the documents keep it.
+    /// The current date in UTC, in milliseconds.
     virtual QDateTime now() const = 0;
-    /// A time that only goes forward, from an origin of its own.
+    /// A time that never goes back. Its origin is unspecified.
     virtual std::chrono::milliseconds monotonic() const = 0;
-    /// Calls `action` once from the event loop, after the delay, unless the timer is dropped first.
+    /// Calls `action` once from the event loop after the delay, unless the timer is destroyed
+    /// first.
     virtual std::unique_ptr<Timer> after(std::chrono::milliseconds delay,
                                          std::function<void()> action) = 0;
 
-    /// The real time.
+    /// The system's clock.
     static Clock &system();
 };
 

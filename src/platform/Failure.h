@@ -7,11 +7,11 @@
 
 namespace corvane {
 
-/// The base of every failure of this program.
+/// The base class of the program's exceptions.
 ///
-/// `description()` is the finished message for the user: it names the file and, where there is
-/// something to do, says what. A failure that wraps another one carries that one's description
-/// inside its own. Failures are thrown by value and caught by const reference.
+/// `description()` is a complete message for the user: it names the file and, if the user can do
+/// something about the failure, says what. A failure caused by another one includes its
+/// description.
 class Failure : public std::exception {
   public:
     explicit Failure(QString description)
@@ -19,7 +19,7 @@ class Failure : public std::exception {
 
     const QString &description() const noexcept { return m_description; }
 
-    /// The description in UTF-8, for tools that only know `std::exception`.
+    /// The description in UTF-8.
     const char *what() const noexcept override { return m_utf8.constData(); }
 
   private:
@@ -27,17 +27,17 @@ class Failure : public std::exception {
     QByteArray m_utf8;
 };
 
-/// Thrown by work that its `std::stop_token` ended. It is no failure of that work, so it isn't a
-/// `Failure`: a caller that records failures must name this case on its own.
+/// Thrown by an operation when a stop is requested through its `std::stop_token`. Not a `Failure`,
+/// so that a handler of failures doesn't report a cancellation as one.
 class Cancelled : public std::exception {
   public:
     const char *what() const noexcept override { return "Cancelled"; }
 };
 
-/// What a user is told about any exception: a failure's own description, else its `what()`.
+/// The message for the user: the description of a `Failure`, otherwise `what()`.
 QString describe(const std::exception &error);
 
-/// The same for the exception that is being handled now or was kept in an `exception_ptr`.
+/// Likewise; "Unknown error" for an exception that isn't a `std::exception`.
 QString describe(const std::exception_ptr &error);
 
 } // namespace corvane

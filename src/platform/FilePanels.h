@@ -7,25 +7,27 @@
 
 namespace corvane {
 
-/// The file panels that the program asks its user with, so that a test can answer in their place.
-/// One panel is up at a time; a request made while one is up brings nothing. A panel that is
-/// cancelled calls nobody back. Main thread.
+/// The desktop's panels for choosing files. An interface, so that a test can answer instead of a
+/// user.
+///
+/// Each function opens a panel and returns at once; the callback runs when the user has chosen. It
+/// doesn't run if the user cancels, or if another panel is open already. Main thread.
 class FilePanels {
   public:
-    /// What is asked where something new is to be put.
+    /// The options of a panel for a new file or folder.
     struct SavePanel {
         QString message;
-        QString nameFieldLabel; ///< empty for the desktop's own
+        QString nameFieldLabel; ///< empty: the desktop's default
         QString proposedName;
-        bool choosesProjectFile = false; ///< else a folder's name is chosen
+        bool choosesProjectFile = false; ///< otherwise a folder
 
         bool operator==(const SavePanel &) const = default;
     };
-    /// What is asked where something that exists is to be chosen.
+    /// The options of a panel for existing files or folders.
     struct ChoosePanel {
         QString message;
         QString acceptLabel = QStringLiteral("Choose");
-        QString startFolder = {}; ///< empty for where the last panel ended
+        QString startFolder = {}; ///< empty: the last panel's folder
 
         bool operator==(const ChoosePanel &) const = default;
     };
@@ -34,13 +36,13 @@ class FilePanels {
 
     virtual ~FilePanels();
 
-    /// One existing file with the extension "corvane".
+    /// Asks for an existing file with the extension "corvane".
     virtual void openProjectFile(Chosen chosen) = 0;
-    /// A place and a name; the panel lets folders be created.
+    /// Asks for a folder and a new name in it. The panel can create folders.
     virtual void save(const SavePanel &panel, Chosen chosen) = 0;
-    /// One existing folder.
+    /// Asks for an existing folder.
     virtual void chooseFolder(const ChoosePanel &panel, Chosen chosen) = 0;
-    /// Existing files.
+    /// Asks for existing files.
     virtual void chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) = 0;
 };
 

@@ -65,13 +65,13 @@ FileSystemScope::~FileSystemScope() {
     installedFileSystem().store(m_previous, std::memory_order_release);
 }
 
-QByteArray readAll(const Descriptor &file, qint64 most) {
+QByteArray readAll(const Descriptor &file, qint64 limit) {
     const qint64 expected = fileSystem().status(file).size;
     QByteArray bytes;
-    bytes.reserve(std::clamp<qint64>(expected, 0, most) + 1);
-    while (bytes.size() <= most) {
+    bytes.reserve(std::clamp<qint64>(expected, 0, limit) + 1);
+    while (bytes.size() <= limit) {
         const qsizetype before = bytes.size();
-        const qint64 step = std::min<qint64>(kReadStep, most + 1 - before);
+        const qint64 step = std::min<qint64>(kReadStep, limit + 1 - before);
         bytes.resize(before + step);
         const qint64 got = fileSystem().read(file, bytes.data() + before, step);
         bytes.resize(before + got);
@@ -82,8 +82,8 @@ QByteArray readAll(const Descriptor &file, qint64 most) {
     return bytes;
 }
 
-QByteArray readAll(const QString &path, qint64 most) {
-    return readAll(fileSystem().openForReading(path, FileSystem::Links::Follow), most);
+QByteArray readAll(const QString &path, qint64 limit) {
+    return readAll(fileSystem().openForReading(path, FileSystem::Links::Follow), limit);
 }
 
 } // namespace corvane

@@ -11,16 +11,16 @@
 
 namespace corvane {
 
-/// A call to the operating system about a file failed. `code()` is its `errno`; the description is
-/// the system's own sentence for it ("No space left on device"), without the path: whoever catches
-/// it knows which file it was about and words the message.
+/// A file system call failed. `code()` is its `errno`. The description is the system's text for it
+/// ("No space left on device"), without the path: the message that the user sees is composed by the
+/// code that catches the error.
 class FileError : public Failure {
   public:
     FileError(QString path, int code);
 
     const QString &path() const noexcept { return m_path; }
     int code() const noexcept { return m_code; }
-    bool isMissingFile() const noexcept;
+    bool isMissingFile() const noexcept; ///< the code is `ENOENT`
 
   private:
     QString m_path;
@@ -29,12 +29,12 @@ class FileError : public Failure {
 
 enum class FileType { Regular, Directory, SymbolicLink, Other };
 
-/// Modification times keep the file system's nanoseconds: two writes within a millisecond differ.
+/// In nanoseconds, so that two writes within a millisecond have different modification times.
 using FileTime = std::chrono::sys_time<std::chrono::nanoseconds>;
 
 struct FileStatus {
     FileType type = FileType::Other;
-    qint64 size = 0;
+    qint64 size = 0; ///< bytes
     quint64 device = 0;
     quint64 inode = 0;
     FileTime modified;
@@ -43,7 +43,7 @@ struct FileStatus {
     bool operator==(const FileStatus &) const = default;
 };
 
-/// An open file descriptor that closes itself. Only `FileSystem` makes one.
+/// Owns an open file descriptor and closes it on destruction.
 class Descriptor {
   public:
     Descriptor() = default;
@@ -55,7 +55,7 @@ class Descriptor {
     int number() const noexcept { return m_number; }
     bool isOpen() const noexcept { return m_number >= 0; }
     const QString &path() const noexcept { return m_path; }
-    /// Gives the number away; the caller closes it.
+    /// Returns the number and gives up ownership: the caller closes it.
     int release() noexcept;
 
   private:
@@ -63,103 +63,107 @@ class Descriptor {
     QString m_path;
 };
 
-/// One name in a folder, as the system lists it (never "." or "..").
+/// An entry of a folder; never "." or "..".
 struct DirectoryEntry {
     QString name;
-    /// False where the bytes on disk are no valid UTF-8. Such a name can't be kept in a document;
-    /// `name` then holds a readable approximation, for a message and for nothing else.
+    /// False if the name on disk isn't valid UTF-8. `name` is then an approximation for messages
+    /// and doesn't lead to the file.
     bool hasValidName = true;
-    /// As the folder tells it; `Other` where it doesn't say, and then `linkStatus` knows.
+    /// Valid only if `isTypeKnown`. Some file systems don't list types; `linkStatus` has them.
     FileType type = FileType::Other;
     bool isTypeKnown = false;
 };
 
-/// The mount that a descriptor stands on.
+/// The mount that contains an open file.
 struct Mount {
     quint64 fileSystemId = 0;
-    QString mountPoint;
+    QString mountPoint; ///< empty if unknown
 
     bool operator==(const Mount &) const = default;
 };
 
-/// All that this program does with files, behind one interface, so that a test can make any call
-/// fail and can drop what wasn't synced. No other code opens a file for writing.
+/// The file system calls of the program. An interface, so that a test can make any call fail and
+/// can discard unsynced data. No other code opens a file for writing.
 ///
-/// Paths are absolute text in UTF-8; a path that holds a NUL character is refused with `EINVAL`.
-/// Every operation throws `FileError` unless it says otherwise. All of them may be called from any
-/// thread; one descriptor is used by one thread at a time.
+/// Paths are absolute. A path that contains a NUL character fails with `EINVAL`. Every function
+/// throws `FileError` on failure unless it is documented otherwise. Thread-safe, but a descriptor
+/// must not be used by two threads at a time.
 class FileSystem {
   public:
     virtual ~FileSystem();
 
+    /// How to treat a symbolic link at the end of a path: `Refuse` fails with `ELOOP`. Links among
+    /// the parent folders are always followed.
     enum class Links { Follow, Refuse };
 
-    // Looking. Both give nothing where the attributes can't be read, for whatever reason.
+    // Status. The first two return nullopt on any failure; `linkStatus` doesn't follow a link.
     virtual std::optional<FileStatus> linkStatus(const QString &path) const = 0;
     virtual std::optional<FileStatus> targetStatus(const QString &path) const = 0;
-    /// Follows links, and throws what `targetStatus` keeps to itself.
+    /// Follows links. Throws, unlike `targetStatus`.
     virtual FileStatus status(const QString &path) const = 0;
     virtual FileStatus status(const Descriptor &file) const = 0;
-    /// The names in a folder in the order in which the system gives them.
+    /// The entries of a folder, unsorted.
     virtual QList<DirectoryEntry> list(const QString &folder) const = 0;
-    /// The path with every link on the way resolved; throws where a component is missing.
+    /// Resolves all links in a path that exists.
     virtual QString realPath(const QString &path) const = 0;
 
     // Reading.
-    /// Opens without blocking, so that a FIFO in a file's place can't hold the program up.
+    /// Doesn't block, even if the path leads to a FIFO without a writer.
     virtual Descriptor openForReading(const QString &path, Links links) = 0;
     virtual Descriptor openFolder(const QString &path) = 0;
-    /// A step down from an open folder; a link is never followed.
+    // Open an entry of an open folder. A symbolic link fails with `ELOOP` or `ENOTDIR`.
     virtual Descriptor openFolderAt(const Descriptor &folder, const QString &name) = 0;
     virtual Descriptor openFileAt(const Descriptor &folder, const QString &name) = 0;
-    /// Reads up to `most` bytes; 0 is the end of the file.
-    virtual qint64 read(const Descriptor &file, char *into, qint64 most) = 0;
-    virtual qint64 readAt(const Descriptor &file, qint64 offset, char *into, qint64 most) = 0;
+    // Read up to `maximum` bytes and return how many were read: 0 at the end of the file. `readAt`
+    // leaves the descriptor's position unchanged.
+    virtual qint64 read(const Descriptor &file, char *into, qint64 maximum) = 0;
+    virtual qint64 readAt(const Descriptor &file, qint64 offset, char *into, qint64 maximum) = 0;
 
     // Writing.
-    /// Creates a file that doesn't exist yet, with the given permissions less the user's mask.
+    /// Creates a file; `EEXIST` if the name is taken. The umask applies to the permissions.
     virtual Descriptor createForWriting(const QString &path, quint32 permissions = 0666) = 0;
-    /// Writes all of it or throws.
+    /// Writes all `count` bytes at the descriptor's position.
     virtual void write(const Descriptor &file, const char *bytes, qint64 count) = 0;
-    /// Tells the system that bytes up to here may go to the disk now. Only a hint.
+    /// Hints that the system may start to write a part of the file to the disk. Never fails.
     virtual void startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept = 0;
     virtual void setPermissions(const Descriptor &file, quint32 permissions) = 0;
-    /// Returns when the file's data are on the disk.
+    /// Blocks until the file's data are on the disk.
     virtual void sync(const Descriptor &file) = 0;
+    /// Closes the descriptor and reports a delayed write error, unlike its destructor.
     virtual void close(Descriptor &file) = 0;
 
     // Names.
-    /// Creates the folder with what is missing above it; an existing folder is fine.
+    /// Creates a folder and its missing parents. A no-op if the folder exists.
     virtual void createFolders(const QString &path) = 0;
-    /// Creates the one folder; `EEXIST` where anything has the name, so of two processes that ask
-    /// for it one gets it.
+    /// Creates a folder; `EEXIST` if the name is taken. Of two processes that race for the name,
+    /// one succeeds.
     virtual void createFolder(const QString &path) = 0;
-    /// Moves a file over whatever file has the name, in one step.
+    /// Renames a file atomically and replaces the file that has the new name.
     virtual void rename(const QString &from, const QString &to) = 0;
-    /// Moves a file to a name that nothing has; `EEXIST` where something has it after all.
+    /// Renames a file without replacing another; `EEXIST` if the name is taken.
     virtual void renameToFreeName(const QString &from, const QString &to) = 0;
-    virtual void remove(const QString &path) = 0;
-    /// Returns when the folder's names are on the disk, or at once where the system knows no way to
-    /// see to it: on some network mounts, and for a folder that may be written but not read.
+    virtual void remove(const QString &path) = 0; ///< not for folders
+    /// Blocks until the folder's entries are on the disk. A no-op if the system can't do that: on
+    /// some network mounts, and for a folder without read permission.
     virtual void syncFolder(const QString &path) = 0;
 
     // Volumes.
-    /// Returns when all that was written to the volume of this path is on the disk: for many small
-    /// files far quicker than syncing each.
+    /// Blocks until everything written to the volume of this path is on the disk. For many small
+    /// files much faster than `sync` for each.
     virtual void syncVolume(const QString &path) = 0;
     virtual Mount mount(const Descriptor &file) const = 0;
-    /// The UUID of the file system that the path lies on, as the system's by-uuid links give it for
-    /// the mount's device. It survives a remount. Nothing for a file system without one.
+    /// The UUID of the file system that contains the path, from /dev/disk/by-uuid. It is the same
+    /// after a remount. nullopt if the file system has none.
     virtual std::optional<QString> volumeUUID(const QString &path) const = 0;
-    /// How much this user may still write to the file system that the path lies on.
+    /// Free space for unprivileged users on the file system that contains the path.
     virtual qint64 availableBytes(const QString &path) const = 0;
 };
 
-/// The file system that the whole process uses: the real one, but for a test that puts another in
-/// its place. May be called from any thread.
+/// The file system that the process uses: a `SystemFileSystem` unless a test replaced it.
+/// Thread-safe.
 FileSystem &fileSystem();
 
-/// While it lives, `fileSystem()` gives the one handed in. For tests; not nested across threads.
+/// Replaces `fileSystem()` during its lifetime. For tests. Scopes of two threads must not overlap.
 class FileSystemScope {
   public:
     explicit FileSystemScope(FileSystem &replacement);
@@ -170,10 +174,10 @@ class FileSystemScope {
     FileSystem *m_previous;
 };
 
-/// The whole content of a file, by a descriptor that was open already or by its path (links are
-/// followed). A file larger than `most` bytes is read to `most` + 1 bytes, so that the caller sees
-/// that it is too large without holding all of it.
-QByteArray readAll(const Descriptor &file, qint64 most);
-QByteArray readAll(const QString &path, qint64 most);
+/// Reads a file from the descriptor's position, or from the start by its path (links are followed),
+/// to the end, but at most `limit` + 1 bytes: a result larger than `limit` means that the file is
+/// too large. Throws `FileError`.
+QByteArray readAll(const Descriptor &file, qint64 limit);
+QByteArray readAll(const QString &path, qint64 limit);
 
 } // namespace corvane

@@ -17,7 +17,8 @@ void writeDigits(char *into, int count, int value) {
     }
 }
 
-/// Takes texts apart from the front; once anything is wrong it stays wrong.
+/// Reads the parts of a text in order. After a mismatch the values are meaningless and `isDone()`
+/// stays false.
 class Scanner {
   public:
     explicit Scanner(QByteArrayView text) : m_at(text.begin()), m_end(text.end()) {}
@@ -25,53 +26,53 @@ class Scanner {
     int digits(int count) {
         int value = 0;
         if (m_end - m_at < count) {
-            m_good = false;
+            m_isValid = false;
             return 0;
         }
         for (const char *const stop = m_at + count; m_at != stop; ++m_at) {
-            m_good = m_good && *m_at >= '0' && *m_at <= '9';
+            m_isValid = m_isValid && *m_at >= '0' && *m_at <= '9';
             value = value * 10 + (*m_at - '0');
         }
         return value;
     }
-    bool take(char wanted) {
-        const bool found = m_at != m_end && *m_at == wanted;
-        m_at += found ? 1 : 0;
-        return found;
+    bool skipIf(char c) {
+        const bool matches = m_at != m_end && *m_at == c;
+        m_at += matches ? 1 : 0;
+        return matches;
     }
-    void expect(char wanted) { m_good = take(wanted) && m_good; }
-    /// The digits behind the point, as milliseconds.
+    void expect(char c) { m_isValid = skipIf(c) && m_isValid; }
+    /// The digits after the decimal point, in milliseconds.
     int fraction() {
         int value = 0;
         int count = 0;
         for (; m_at != m_end && *m_at >= '0' && *m_at <= '9'; ++m_at, ++count) {
             value = count < 3 ? value * 10 + (*m_at - '0') : value;
         }
-        m_good = m_good && count > 0;
+        m_isValid = m_isValid && count > 0;
         for (; count < 3; ++count) {
             value *= 10;
         }
         return value;
     }
     minutes zone() {
-        if (take('Z')) {
+        if (skipIf('Z')) {
             return minutes(0);
         }
-        const bool isEast = take('+');
+        const bool isEast = skipIf('+');
         if (!isEast) {
             expect('-');
         }
-        const hours wholeHours(digits(2));
-        take(':');
-        const minutes offset = wholeHours + minutes(digits(2));
+        const hours offsetHours(digits(2));
+        skipIf(':');
+        const minutes offset = offsetHours + minutes(digits(2));
         return isEast ? offset : -offset;
     }
-    bool isDone() const { return m_good && m_at == m_end; }
+    bool isDone() const { return m_isValid && m_at == m_end; }
 
   private:
     const char *m_at;
     const char *m_end;
-    bool m_good = true;
+    bool m_isValid = true;
 };
 
 } // namespace
@@ -116,7 +117,7 @@ std::optional<QDateTime> fromText(QByteArrayView text) {
     const int min = scan.digits(2);
     scan.expect(':');
     const int s = scan.digits(2);
-    const int ms = scan.take('.') ? scan.fraction() : 0;
+    const int ms = scan.skipIf('.') ? scan.fraction() : 0;
     const minutes offset = scan.zone();
     const year_month_day date(y, m, d);
     if (!scan.isDone() || !date.ok() || h > 23 || min > 59 || s > 60) {
@@ -124,9 +125,9 @@ std::optional<QDateTime> fromText(QByteArrayView text) {
     }
     const sys_time<milliseconds> time =
         sys_days(date) + hours(h) + minutes(min) + seconds(s) + milliseconds(ms) - offset;
-    // The offset can move a date out of the four-digit years, which the form couldn't write again.
-    const int written = int(year_month_day(floor<days>(time)).year());
-    if (written < 0 || written > 9999) {
+    // The offset can move a date out of the years 0 to 9999, which `write` couldn't write.
+    const int utcYear = int(year_month_day(floor<days>(time)).year());
+    if (utcYear < 0 || utcYear > 9999) {
         return std::nullopt;
     }
     return QDateTime::fromMSecsSinceEpoch(time.time_since_epoch().count(), Qt::UTC);

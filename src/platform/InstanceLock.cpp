@@ -15,7 +15,7 @@ namespace corvane {
 
 namespace {
 
-/// What the holder wrote into the lock: its process and its program, a line each.
+/// The holder's program and process id, as `writeHolder` wrote them.
 QString describeHolder(int lock) {
     QByteArray text(256, '\0');
     const ssize_t size = ::pread(lock, text.data(), size_t(text.size()), 0);
@@ -25,7 +25,8 @@ QString describeHolder(int lock) {
                             : QStringLiteral("%1 (process %2)").arg(lines.at(1), lines.at(0));
 }
 
-/// For people and for the message above; the lock holds without it.
+/// Writes this process's id and program name to the lock file, a line each. Failures are ignored:
+/// the text only serves the message of `AlreadyRunning`.
 void writeHolder(int lock) {
     const QByteArray text = QByteArray::number(qint64(::getpid())) + '\n' +
                             QCoreApplication::applicationName().toUtf8() + '\n';

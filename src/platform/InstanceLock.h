@@ -4,19 +4,19 @@
 
 namespace corvane {
 
-/// Another process owns the application's data folder. The description says which.
+/// Another process holds the lock. The description names it.
 class AlreadyRunning : public Failure {
   public:
     using Failure::Failure;
 };
 
-/// The right to write the application's data folder, held by one process at a time for as long as
-/// the object lives: two writers never meet at the registry of grants. The lock is the kernel's, on
-/// a file named "lock" that stays; it ends with its process, however that ends.
+/// An exclusive lock on the application's data folder, held during the object's lifetime, so that
+/// only one process ever writes the registry of grants. It is a kernel lock on the file "lock",
+/// which is never removed; the kernel releases it when the process ends, even after a crash.
 class InstanceLock {
   public:
-    /// Creates the folder if it is missing. Throws `AlreadyRunning`, or `Failure` where no lock
-    /// file can be made.
+    /// Creates the folder if it is missing. Doesn't wait: throws `AlreadyRunning` if another
+    /// process holds the lock, and `Failure` if the lock file can't be created.
     explicit InstanceLock(const QString &dataFolder);
 
   private:

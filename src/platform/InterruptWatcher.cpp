@@ -13,11 +13,12 @@ namespace corvane {
 namespace {
 
 std::atomic<int> interruptPipe = -1;
-static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may not wait for a lock");
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler must not wait for a lock");
 
 constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
 
-/// A full pipe loses the byte; what has been written already says enough.
+/// The signal handler. A write to a full pipe fails, which is harmless: the bytes in it will wake
+/// the event loop anyway.
 void noteInterrupt(int) {
     const int saved = errno;
     const char byte = 0;
@@ -42,7 +43,7 @@ InterruptWatcher::InterruptWatcher(std::function<void()> onInterrupt)
     ::sigemptyset(&action.sa_mask);
     for (size_t i = 0; i < kSignals.size(); ++i) {
         ::sigaction(kSignals.at(i), nullptr, &m_previous.at(i));
-        // What whoever started the program has it ignore (nohup, a background job) stays ignored.
+        // A parent process can have a signal ignored: nohup, a background job of a shell.
         if (m_previous.at(i).sa_handler != SIG_IGN) {
             ::sigaction(kSignals.at(i), &action, nullptr);
         }

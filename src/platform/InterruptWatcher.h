@@ -9,8 +9,9 @@
 
 namespace corvane {
 
-/// While it lives, SIGINT, SIGTERM and SIGHUP don't end the process: `onInterrupt` is called from
-/// the event loop for each one. At most one lives at a time. Main thread.
+/// Handles SIGINT, SIGTERM and SIGHUP during its lifetime: instead of ending the process, each
+/// calls `onInterrupt` from the event loop. A signal that was ignored at construction stays
+/// ignored. Only one object may exist at a time. Main thread.
 class InterruptWatcher {
   public:
     explicit InterruptWatcher(std::function<void()> onInterrupt);

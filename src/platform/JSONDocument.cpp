@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-/// Receives the parser's events. A `false` ends the parse.
+/// Appends a token for each parser event. Returning false aborts the parse.
 class JSONTokenCollector {
   public:
     using Token = JSONDocument::Token;
@@ -20,8 +20,9 @@ class JSONTokenCollector {
 
     bool Null() { return append(Kind::Null); }
     bool Bool(bool value) { return append(Kind::Bool, qint64(value)); }
-    /// The parser has checked the number's form and leaves its value to the standard library, which
-    /// is exact; the parser's own exact arithmetic is undefined for a zero with an exponent.
+    /// Converts a number whose syntax the parser has checked. The standard library's conversion is
+    /// exact; the parser's own full-precision conversion has undefined behavior for a zero with an
+    /// exponent ("0e86").
     bool RawNumber(const char *text, rapidjson::SizeType length, bool) {
         const char *const end = text + length;
         const bool isInteger =
@@ -38,11 +39,11 @@ class JSONTokenCollector {
         }
         double value = 0;
         if (std::from_chars(text, end, value).ec != std::errc()) {
-            value = QByteArrayView(text, length).toDouble(); // 0 below the range, infinite above it
+            value = QByteArrayView(text, length).toDouble(); // out of range: 0 or infinite
         }
         return std::isfinite(value) && appendReal(value);
     }
-    // The parser hands every number on as its text.
+    // Unused: kParseNumbersAsStringsFlag passes every number to RawNumber.
     bool Int(int) { return false; }
     bool Uint(unsigned) { return false; }
     bool Int64(int64_t) { return false; }
@@ -65,7 +66,7 @@ class JSONTokenCollector {
 
   private:
     bool appendReal(double value) {
-        // 2^63 itself is no 64-bit integer; a negative zero would lose its sign.
+        // 2^63 doesn't fit in 64 bits, and an integer has no negative zero.
         constexpr double kLimit = 9223372036854775808.0;
         const bool isNegativeZero = value == 0 && std::signbit(value);
         const bool fits = value >= -kLimit && value < kLimit;
@@ -99,13 +100,13 @@ class JSONTokenCollector {
 
 namespace {
 
-// RapidJSON's vector instructions stay off: with them this version lets the control characters from
-// 0x1A to 0x1F pass, unescaped when it writes and unrefused when it reads.
+// RapidJSON's SIMD code stays disabled: in this version it misses the control characters from 0x1A
+// to 0x1F, so the writer wouldn't escape them and the reader wouldn't reject them.
 constexpr unsigned kParseFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
                                  rapidjson::kParseNumbersAsStringsFlag;
 
-/// A document of many short values has about one token in each 16 bytes; starting there saves most
-/// of the growing, and a text of fewer values wastes no more than its own size.
+/// Project documents have about one token per 16 bytes. Reserving that many avoids most
+/// reallocations and takes no more memory than the text itself.
 constexpr qsizetype kBytesPerToken = 16;
 
 } // namespace
@@ -129,7 +130,7 @@ JSONDocument JSONDocument::parse(QByteArray bytes) {
                                   .arg(QLatin1String(rapidjson::GetParseError_En(result.Code())))
                                   .arg(result.Offset()));
     }
-    // The parser takes a NUL for the end of the text.
+    // The parser stops at a NUL as at the end of the text.
     if (qsizetype(stream.Tell()) != size - begin) {
         throw JSONSyntaxError(QStringLiteral("A NUL character stands in the text."));
     }
@@ -185,7 +186,7 @@ JSONValue JSONDocument::View::toValue() const {
     case Kind::Object: {
         JSONValue::Object object;
         forEachMember([&](std::string_view key, View member) {
-            object.insert(QString::fromUtf8(key.data(), qsizetype(key.size())), member.toValue());
+            object.insert(QString::fromUtf8(key), member.toValue());
         });
         return object;
     }

@@ -11,20 +11,21 @@
 
 namespace corvane {
 
-/// The text is no JSON: malformed, not in UTF-8, or nested deeper than 512 levels.
+/// A text isn't JSON: it is malformed, not UTF-8, or nested deeper than 512 levels.
 class JSONSyntaxError : public Failure {
   public:
     using Failure::Failure;
 };
 
-/// A parsed JSON text as a flat list of tokens, which costs one append for each value. Decoders
-/// walk it with `JSONView`s; `toValue` makes the free-standing tree where one is needed.
+/// A parsed JSON text, stored as a flat list of tokens: parsing appends one token per value and
+/// per key. Decoders read it through `JSONView`s; `View::toValue` builds a tree that can outlive
+/// the document.
 class JSONDocument {
   public:
-    static constexpr int kMaxNesting = 512;
+    static constexpr int kMaxNesting = 512; ///< of arrays and objects
 
-    /// Parses in place: the strings of the tokens point into the document's own copy of the bytes.
-    /// Throws `JSONSyntaxError`.
+    /// Parses UTF-8 text with or without a byte order mark. A byte array that isn't shared is
+    /// parsed in place and not copied. Throws `JSONSyntaxError`.
     static JSONDocument parse(QByteArray bytes);
 
     class View;
@@ -35,17 +36,17 @@ class JSONDocument {
     friend class View;
 
     enum class Kind : quint8 { Null, Bool, Int, Double, String, Array, Object };
-    /// `extent` is a string's length in bytes, or how many tokens a container takes, itself
-    /// included. An object holds its keys as strings before their values.
+    /// In an object, each key is a string token before the tokens of its value.
     struct Token {
         union {
             qint64 integer;
             double real;
-            const char *text;
+            const char *text; ///< UTF-8, in `m_bytes`
         };
+        /// The length of a string in bytes; the number of tokens of a container with its content.
         quint32 extent = 1;
         Kind kind = Kind::Null;
-        /// A whole number too large for 63 bits: a `Double` to all but `unsignedInteger`.
+        /// An integer from 2^63 to 2^64 - 1: a `Double` except to `unsignedInteger`.
         bool isUnsigned = false;
     };
 
@@ -53,7 +54,8 @@ class JSONDocument {
     std::vector<Token> m_tokens;
 };
 
-/// One value of a document. Valid as long as the document lives.
+/// A value in a document. A plain pointer, valid for the document's lifetime. The typed accessors
+/// return nullopt for a value of another kind.
 class JSONDocument::View {
   public:
     using Kind = JSONValue::Kind;
@@ -61,17 +63,17 @@ class JSONDocument::View {
     Kind kind() const { return Kind(m_token->kind); }
     bool isNull() const { return kind() == Kind::Null; }
     std::optional<bool> boolean() const;
-    /// A number without a fraction that fits 64 bits.
+    /// A number without a fractional part that fits in 64 bits, however it is written ("3.0").
     std::optional<qint64> integer() const;
-    /// A whole number from 0 that fits 64 bits.
+    /// Likewise, from 0.
     std::optional<quint64> unsignedInteger() const;
+    /// Any number.
     std::optional<double> real() const;
-    /// The UTF-8 text of a string; nothing for other kinds.
-    std::optional<std::string_view> string() const;
+    std::optional<std::string_view> string() const; ///< UTF-8
     JSONValue toValue() const;
 
-    /// Calls `each(key, view)` for the members of an object in the text's order; a key that stands
-    /// twice comes twice. Does nothing for other kinds.
+    /// Calls `each(key, view)` for each member of an object in the order of the text, duplicate
+    /// keys included. A no-op for other kinds.
     template <typename Each> void forEachMember(Each each) const {
         if (kind() != Kind::Object) {
             return;
@@ -80,10 +82,10 @@ class JSONDocument::View {
         for (const Token *key = m_token + 1; key != end;) {
             const View member(key + 1);
             each(std::string_view(key->text, key->extent), member);
-            key = member.behind();
+            key = member.next();
         }
     }
-    /// Calls `each(view)` for the elements of an array. Does nothing for other kinds.
+    /// Calls `each(view)` for each element of an array. A no-op for other kinds.
     template <typename Each> void forEachElement(Each each) const {
         if (kind() != Kind::Array) {
             return;
@@ -92,15 +94,15 @@ class JSONDocument::View {
         for (const Token *element = m_token + 1; element != end;) {
             const View view(element);
             each(view);
-            element = view.behind();
+            element = view.next();
         }
     }
 
   private:
     friend class JSONDocument;
     explicit View(const Token *token) : m_token(token) {}
-    /// The token behind this value. Strings are one token whatever their length.
-    const Token *behind() const {
+    /// The first token after this value.
+    const Token *next() const {
         return m_token + (kind() == Kind::Array || kind() == Kind::Object ? m_token->extent : 1);
     }
 

@@ -4,15 +4,15 @@
 
 namespace corvane {
 
-JSONDecodeError::JSONDecodeError(const QString &fault, const QString &place)
-    : Failure(place.isEmpty() ? fault : place + QStringLiteral(": ") + fault),
-      m_fault(fault),
-      m_place(place) {}
+JSONDecodeError::JSONDecodeError(const QString &problem, const QString &fieldPath)
+    : Failure(fieldPath.isEmpty() ? problem : fieldPath + QStringLiteral(": ") + problem),
+      m_problem(problem),
+      m_fieldPath(fieldPath) {}
 
 JSONDecodeError JSONDecodeError::within(const QString &outer) const {
-    const bool needsPoint = !m_place.isEmpty() && !m_place.startsWith(QLatin1Char('['));
-    return JSONDecodeError(m_fault,
-                           needsPoint ? outer + QLatin1Char('.') + m_place : outer + m_place);
+    const bool needsPoint = !m_fieldPath.isEmpty() && !m_fieldPath.startsWith(QLatin1Char('['));
+    return JSONDecodeError(m_problem, needsPoint ? outer + QLatin1Char('.') + m_fieldPath
+                                                 : outer + m_fieldPath);
 }
 
 void throwExpected(const char *what) {
@@ -20,14 +20,11 @@ void throwExpected(const char *what) {
 }
 
 void throwUnknownRawValue(std::string_view text) {
-    throw JSONDecodeError(
-        QStringLiteral("unknown value \"%1\"")
-            .arg(QUtf8StringView(text.data(), qsizetype(text.size())).toString()));
+    throw JSONDecodeError(QStringLiteral("unknown value \"%1\"").arg(QString::fromUtf8(text)));
 }
 
 void throwMissing(std::string_view name) {
-    throw JSONDecodeError(QStringLiteral("is missing"),
-                          QString::fromLatin1(name.data(), qsizetype(name.size())));
+    throw JSONDecodeError(QStringLiteral("is missing"), QString::fromLatin1(name));
 }
 
 void JSONCodec<bool>::decode(JSONView view, bool &value) {
@@ -76,7 +73,7 @@ void JSONCodec<QString>::decode(JSONView view, QString &value) {
     if (!read) {
         throwExpected("a text");
     }
-    value = QString::fromUtf8(read->data(), qsizetype(read->size()));
+    value = QString::fromUtf8(*read);
 }
 
 void JSONCodec<QDateTime>::decode(JSONView view, QDateTime &value) {
@@ -86,8 +83,8 @@ void JSONCodec<QDateTime>::decode(JSONView view, QDateTime &value) {
     }
     const auto date = isoDate::fromText(*text);
     if (!date) {
-        throw JSONDecodeError(QStringLiteral("Invalid ISO-8601 date: %1")
-                                  .arg(QString::fromUtf8(text->data(), qsizetype(text->size()))));
+        throw JSONDecodeError(
+            QStringLiteral("Invalid ISO-8601 date: %1").arg(QString::fromUtf8(*text)));
     }
     value = *date;
 }

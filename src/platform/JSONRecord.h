@@ -15,31 +15,46 @@
 #include <optional>
 #include <tuple>
 
-/// How records become JSON and back: one table for each record names each field once.
+/// Conversion between C++ values and JSON text.
 ///
-/// A table is a specialisation of `JSONFields`:
+/// `decodeJSON` and `encodeJSON` at the end of this header convert any type that has a `JSONCodec`:
+/// booleans, numbers, texts, dates, `JSONValue`, enumerations, records, and `std::optional`,
+/// `QList`, `QMap` and `QHash` of these.
+///
+/// A record is a plain struct with a table of its fields. The table names each field once, in the
+/// order in which the encoder writes them:
 ///
 ///     template <> struct JSONFields<Point> {
-///         static constexpr auto table = std::tuple(jsonField("x", &Point::x), ...);
+///         static constexpr auto table =
+///             std::tuple(jsonField("x", &Point::x), jsonField("label", &Point::label));
 ///     };
 ///
-/// A member of type `std::optional` may be missing or null and is left out when it is absent; every
-/// other member is required and always written. Keys that the table doesn't know are passed over.
-/// An enumeration has a table of its raw texts, a specialisation of `RawValues`.
+/// A member of type `std::optional` may be missing or null, and is omitted if it is nullopt. Every
+/// other member is required and always written. The decoder ignores keys that aren't in the table.
+///
+/// An enumeration has a table of the texts of its values:
+///
+///     template <> struct RawValues<Shape> {
+///         static constexpr std::array<std::pair<Shape, std::string_view>, 2> table{{
+///             {Shape::circle, "circle"},
+///             {Shape::square, "square"},
+///         }};
+///     };
 namespace corvane {
 
-/// A JSON value isn't what the record asks for. The description names the place and the fault:
-/// "videos[3].rating: expected a whole number".
+/// A JSON value doesn't have the form that the C++ type requires. The description is the path of
+/// the field and the problem: "videos[3].rating: expected a whole number".
 class JSONDecodeError : public Failure {
   public:
-    explicit JSONDecodeError(const QString &fault, const QString &place = {});
+    explicit JSONDecodeError(const QString &problem, const QString &fieldPath = {});
 
-    /// The same fault, told from one level further out.
+    /// Returns this error with the field path extended by the enclosing member's name or array
+    /// index ("[3]").
     JSONDecodeError within(const QString &outer) const;
 
   private:
-    QString m_fault;
-    QString m_place;
+    QString m_problem;
+    QString m_fieldPath;
 };
 
 template <typename Record, typename Member> struct JSONField {
@@ -56,11 +71,11 @@ template <typename Record> struct JSONFields;
 template <typename Record>
 concept JSONRecord = requires { JSONFields<Record>::table; };
 
-/// `static constexpr std::array<std::pair<Enumeration, std::string_view>, N> table`.
 template <typename Enumeration> struct RawValues;
 template <typename Enumeration>
 concept RawRepresentable = requires { RawValues<Enumeration>::table; };
 
+/// The text of a value; empty for a value that isn't in the table.
 template <RawRepresentable Enumeration> constexpr std::string_view rawText(Enumeration value) {
     for (const auto &[known, text] : RawValues<Enumeration>::table) {
         if (known == value) {
@@ -71,10 +86,10 @@ template <RawRepresentable Enumeration> constexpr std::string_view rawText(Enume
 }
 
 template <RawRepresentable Enumeration> QString rawValue(Enumeration value) {
-    const std::string_view text = rawText(value);
-    return QString::fromLatin1(text.data(), qsizetype(text.size()));
+    return QString::fromLatin1(rawText(value));
 }
 
+/// The value with this text; nullopt for a text that isn't in the table.
 template <RawRepresentable Enumeration>
 constexpr std::optional<Enumeration> fromRawValue(std::string_view text) {
     for (const auto &[known, raw] : RawValues<Enumeration>::table) {
@@ -88,7 +103,8 @@ constexpr std::optional<Enumeration> fromRawValue(std::string_view text) {
 template <typename Value> struct IsOptional : std::false_type {};
 template <typename Value> struct IsOptional<std::optional<Value>> : std::true_type {};
 
-/// Reads and writes one type. `decode` throws `JSONDecodeError`, `encode` throws `JSONEncodeError`.
+/// Reads and writes values of one type. `decode` throws `JSONDecodeError`, `encode` throws
+/// `JSONEncodeError`.
 template <typename Value> struct JSONCodec;
 
 template <> struct JSONCodec<bool> {
@@ -124,7 +140,8 @@ template <> struct JSONCodec<JSONValue> {
     static void encode(JSONWriter &writer, const JSONValue &value) { writer.value(value); }
 };
 
-/// Throws the fault that the value is of the wrong kind.
+// Throw `JSONDecodeError` for a value of another kind ("expected " + `what`), for a text that isn't
+// in a `RawValues` table, and for a required member that is missing or null.
 [[noreturn]] void throwExpected(const char *what);
 [[noreturn]] void throwUnknownRawValue(std::string_view text);
 [[noreturn]] void throwMissing(std::string_view name);
@@ -184,7 +201,7 @@ template <typename Value> struct JSONCodec<QList<Value>> {
     }
 };
 
-/// An object whose keys are data, as a `QMap` or a `QHash`. Of a key that stands twice the last
+/// An object whose keys are data, as a `QMap` or a `QHash`. If a key occurs twice, the last value
 /// counts.
 template <typename Map> struct JSONMapCodec {
     using Value = typename Map::mapped_type;
@@ -195,7 +212,7 @@ template <typename Map> struct JSONMapCodec {
         }
         map.clear();
         view.forEachMember([&map](std::string_view key, JSONView member) {
-            const QString name = QString::fromUtf8(key.data(), qsizetype(key.size()));
+            const QString name = QString::fromUtf8(key);
             try {
                 Value value{};
                 JSONCodec<Value>::decode(member, value);
@@ -249,8 +266,8 @@ template <JSONRecord Record> struct JSONCodec<Record> {
     static constexpr std::array<Entry, kFields> entries =
         makeEntries(std::make_index_sequence<kFields>());
 
-    /// Where the key stands in the table. Files are mostly written in the table's order, so the
-    /// search begins behind the field found last.
+    /// The index of a key in the table, or `kFields`. Most files have the table's order, so the
+    /// search starts at `begin`, the index after the previous match, and wraps around.
     static size_t find(std::string_view key, size_t begin) {
         for (size_t step = 0; step < kFields; ++step) {
             const size_t index = begin + step < kFields ? begin + step : begin + step - kFields;
@@ -285,13 +302,12 @@ template <JSONRecord Record> struct JSONCodec<Record> {
 
     static void decodeEntry(const Entry &entry, JSONView member, Record &record) {
         if (entry.isRequired && member.isNull()) {
-            return; // told as missing when the whole object has been read
+            return; // reported as missing once all members have been read
         }
         try {
             entry.decode(member, record);
         } catch (const JSONDecodeError &error) {
-            throw error.within(
-                QString::fromLatin1(entry.name.data(), qsizetype(entry.name.size())));
+            throw error.within(QString::fromLatin1(entry.name));
         }
     }
 
@@ -316,14 +332,14 @@ template <JSONRecord Record> struct JSONCodec<Record> {
     }
 };
 
-/// A value out of a parsed text, or `JSONDecodeError`.
+/// Converts a parsed JSON value. Throws `JSONDecodeError`.
 template <typename Value> Value decodeJSON(JSONView view) {
     Value value{};
     JSONCodec<Value>::decode(view, value);
     return value;
 }
 
-/// The text of a value, or `JSONEncodeError`.
+/// Converts a value to JSON text in UTF-8. Throws `JSONEncodeError`.
 template <typename Value>
 QByteArray encodeJSON(const Value &value, JSONWriter::Style style = JSONWriter::Style::Pretty) {
     JSONWriter writer(style);
@@ -331,8 +347,8 @@ QByteArray encodeJSON(const Value &value, JSONWriter::Style style = JSONWriter::
     return writer.finish();
 }
 
-/// The value as a free-standing tree, made by way of its text: what is in the tree is what would be
-/// in the file.
+/// Converts a value to a tree with exactly the content that `encodeJSON` would write. Throws
+/// `JSONEncodeError`.
 template <typename Value> JSONValue toJSONValue(const Value &value) {
     return JSONDocument::parse(encodeJSON(value, JSONWriter::Style::Compact)).root().toValue();
 }

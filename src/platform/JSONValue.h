@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// Any JSON value, as a plain value: one of seven cases. An integral number that fits 64 bits is an
-/// `int`, any other number a `double`. Objects keep their keys sorted. Copies share storage.
+/// A JSON value of any kind, as a plain value. Numbers without a fractional part that fit in 64
+/// bits are of kind `Int`, all others `Double`. Objects are sorted by key. Copies share storage.
 class JSONValue {
   public:
     using Array = QList<JSONValue>;
@@ -28,7 +28,7 @@ class JSONValue {
     JSONValue(Array value);
     JSONValue(Object value);
 
-    /// An absent text is null.
+    /// The text, or null for nullopt.
     static JSONValue orNull(const std::optional<QString> &text) {
         return text ? JSONValue(*text) : JSONValue();
     }
@@ -36,23 +36,23 @@ class JSONValue {
     Kind kind() const { return Kind(m_value.index()); }
     bool isNull() const { return kind() == Kind::Null; }
 
+    // Each returns nullptr for a value of another kind. The non-const overloads detach the content
+    // from copies of this value.
     const bool *boolean() const { return std::get_if<bool>(&m_value); }
     const qint64 *integer() const { return std::get_if<qint64>(&m_value); }
     const double *real() const { return std::get_if<double>(&m_value); }
     const QString *string() const { return std::get_if<QString>(&m_value); }
     const Array *array() const;
     const Object *object() const;
-    /// For changing in place; null where the value is of another kind.
     Array *array();
     Object *object();
-    /// An `int` or a `double`, as a double; 0 for anything else.
+    /// A number of either kind; 0 for other kinds.
     double number() const;
 
     bool operator==(const JSONValue &other) const;
 
   private:
-    /// A list or map of an incomplete type can't stand in the variant, so it stands behind a
-    /// pointer; what is pointed to is never changed while it is shared.
+    // Behind pointers because `JSONValue` is incomplete here. Shared content is never changed.
     using SharedArray = std::shared_ptr<Array>;
     using SharedObject = std::shared_ptr<Object>;
 

@@ -19,11 +19,11 @@ struct JSONWriter::State {
         pretty.SetIndent(' ', 2);
     }
 
-    /// RapidJSON's writers have no common base, so each event chooses.
+    /// Calls `event` with the writer of this style; RapidJSON's writers have no common base.
     template <typename Event> bool write(Event event) {
         return style == Style::Pretty ? event(pretty) : event(compact);
     }
-    /// The text in UTF-8, in a buffer that is used again for each one.
+    /// Converts a text to UTF-8 in `scratch`; valid until the next call.
     std::string_view utf8(QStringView text) {
         scratch.resize(text.size() * 3 + 3);
         QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);

@@ -10,18 +10,19 @@
 
 namespace corvane {
 
-/// A value can't be written as JSON: a number that is infinite or none.
+/// A value has no JSON form: a number is infinite or NaN.
 class JSONEncodeError : public Failure {
   public:
     using Failure::Failure;
 };
 
-/// Writes JSON text event by event. Slashes aren't escaped; text is UTF-8.
+/// Writes JSON text in UTF-8, one value, key or bracket per call. The caller keeps the sequence of
+/// calls well-formed. Slashes aren't escaped.
 class JSONWriter {
   public:
     enum class Style {
-        Pretty,  ///< indented by two blanks: documents, the recent list, manifests
-        Compact, ///< one line: the registry of grants
+        Pretty,  ///< indented by two spaces: documents, the recent list, manifests
+        Compact, ///< one line without spaces: the registry of grants
     };
 
     explicit JSONWriter(Style style);
@@ -38,13 +39,13 @@ class JSONWriter {
     void boolean(bool value);
     void integer(qint64 value);
     void unsignedInteger(quint64 value);
-    /// Throws `JSONEncodeError` for a number that JSON can't hold.
+    /// Throws `JSONEncodeError` if the number is infinite or NaN.
     void real(double value);
     void string(QStringView value);
     void string(std::string_view utf8);
     void value(const JSONValue &value);
 
-    /// The text so far; the writer is used up.
+    /// Returns the text. The writer must not be used afterwards.
     QByteArray finish();
 
   private:

@@ -14,12 +14,11 @@ namespace {
 
 struct MountLine {
     QByteArray mountPoint;
-    QByteArray
-        device; ///< what is mounted: "/dev/sda1", or a word for file systems without a device
+    QByteArray device; ///< a path, or any word for a file system without a device
 };
 
-/// mountinfo writes blanks, tabs, newlines and backslashes as three octal digits behind a
-/// backslash.
+/// Decodes spaces, tabs, newlines and backslashes, which mountinfo writes as a backslash and
+/// three octal digits.
 QByteArray unescaped(const QByteArray &text) {
     QByteArray out;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -31,8 +30,9 @@ QByteArray unescaped(const QByteArray &text) {
     return out;
 }
 
-/// The line of the mount that the path (or, with an empty path, the descriptor) lies on. The fields
-/// are: id, parent, major:minor, root, mount point, options, ..., "-", type, device, options.
+/// The line of the mount that contains a path relative to `folder`, or `folder` itself if the path
+/// is empty. The fields are: id, parent, major:minor, root, mount point, options, ..., "-", type,
+/// device, options.
 std::optional<MountLine> mountLine(int folder, const char *path) {
     struct statx raw{};
     if (::statx(folder, path, AT_EMPTY_PATH, STATX_MNT_ID, &raw) != 0 ||
@@ -43,12 +43,12 @@ std::optional<MountLine> mountLine(int folder, const char *path) {
     if (!table.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    const QByteArray wanted = QByteArray::number(quint64(raw.stx_mnt_id));
+    const QByteArray mountId = QByteArray::number(quint64(raw.stx_mnt_id));
     const QList<QByteArray> lines = table.readAll().split('\n');
     for (const QByteArray &line : lines) {
         const QList<QByteArray> fields = line.split(' ');
         const qsizetype dash = fields.indexOf("-");
-        if (fields.first() == wanted && dash >= 5 && dash + 2 < fields.size()) {
+        if (fields.first() == mountId && dash >= 5 && dash + 2 < fields.size()) {
             return MountLine{unescaped(fields.at(4)), unescaped(fields.at(dash + 2))};
         }
     }

@@ -5,14 +5,14 @@
 
 #include <optional>
 
-/// What Linux tells about mounts: /proc/self/mountinfo and the links in /dev/disk/by-uuid.
+/// Facts about mounts from /proc/self/mountinfo and /dev/disk/by-uuid. Thread-safe.
 namespace corvane {
 
-/// The folder at which the mount of an open descriptor hangs; empty where the system won't say.
+/// The mount point of the file system that contains an open file; empty if it can't be determined.
 QString mountPointOf(int descriptor);
 
-/// The UUID of the file system mounted at (or above) a path, or nothing: no such path, a file
-/// system without a device, or a device without a UUID.
+/// The UUID of the file system that contains the path. nullopt if the path doesn't exist, or if the
+/// file system has no device or no UUID.
 std::optional<QString> volumeUUIDAt(const QByteArray &path);
 
 } // namespace corvane

@@ -3,37 +3,35 @@
 #include <QString>
 #include <QStringView>
 
-/// Path texts. Nothing here but `resolvingLinks` looks at the disk.
+/// Functions on path texts. Only `resolvingLinks` accesses the disk.
 namespace corvane::paths {
 
-/// Absolute, with dots and doubled slashes resolved and no link resolved.
+/// Makes a path absolute and removes ".", ".." and repeated slashes. Links aren't resolved.
 QString standardized(const QString &path);
 
-/// Links resolved as far down as the path exists, the missing rest appended as it stands, the whole
-/// standardized.
+/// Resolves the links in the longest part of the path that exists, and standardizes the result.
 QString resolvingLinks(const QString &path);
 
-/// The path's last component ("/" for the root).
+/// The last component, without trailing slashes; "/" for the root.
 QString lastComponent(const QString &path);
+/// The path up to its last slash; "/" if there is no other slash.
 QString parentFolder(const QString &path);
 QString joined(const QString &folder, const QString &name);
 
-/// True if the path begins with the folder's path and a slash, so that it lies strictly below it.
-/// Both must be standardized.
+/// True if `path` is inside the folder at any depth, and isn't the folder itself. Both must be
+/// standardized.
 bool isBelow(const QString &path, const QString &folder);
 
-/// A name cut at its last point: "a.b.mov" is "a.b" and ".mov", "take" is "take" and "", ".hidden"
-/// is "" and ".hidden".
 struct StemAndExtension {
     QString stem;
-    QString extension; ///< with its point, or empty
+    QString extension; ///< with its dot, or empty
 };
+/// Splits a file name at its last dot: "a.b.mov" into "a.b" and ".mov", "take" into "take" and "",
+/// ".hidden" into "" and ".hidden".
 StemAndExtension split(const QString &name);
 
-/// The extension without its point, as it stands; empty for a name whose only point leads it.
+/// The extension without its dot; empty for a name without a dot and for ".hidden".
 QString extension(const QString &path);
-
-/// The extension without its point, in lower case; empty for a name whose only point leads it.
 QString lowerCaseExtension(const QString &name);
 
 } // namespace corvane::paths

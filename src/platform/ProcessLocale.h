@@ -2,12 +2,11 @@
 
 namespace corvane {
 
-/// Makes the process's text UTF-8 whatever the user's locale says, so that a path is the same text
-/// everywhere. Called by `main` before an application object is made.
+/// Switches to a UTF-8 locale if the user's isn't one, so that Qt and the C library convert paths
+/// alike. Must be called before the application object is constructed.
 void useUtf8Locale();
 
-/// The number of the first argument that isn't valid UTF-8, so that no path can be made of it; 0
-/// where there is none.
+/// The index of the first argument that isn't valid UTF-8; 0 if all are.
 int firstInvalidArgument(int argc, char **argv);
 
 } // namespace corvane

@@ -6,8 +6,8 @@ namespace corvane {
 
 namespace {
 
-constexpr std::chrono::seconds kFirstGuess{3};
-constexpr double kLeastFraction = 0.01;
+constexpr std::chrono::seconds kEarliestEstimate{3};
+constexpr double kMinFraction = 0.01;
 constexpr qint64 kMinute = 60;
 constexpr qint64 kHour = 60 * kMinute;
 
@@ -20,7 +20,7 @@ qint64 roundedUp(qint64 value, qint64 step) {
 std::optional<std::chrono::seconds> RemainingTime::estimate(double fraction,
                                                             std::chrono::milliseconds now) const {
     const std::chrono::milliseconds elapsed = now - m_start;
-    if (elapsed < kFirstGuess || !(fraction >= kLeastFraction) || fraction >= 1) {
+    if (elapsed < kEarliestEstimate || !(fraction >= kMinFraction) || fraction >= 1) {
         return {};
     }
     const double left = static_cast<double>(elapsed.count()) / 1000 * (1 - fraction) / fraction;
@@ -33,7 +33,7 @@ QString RemainingTime::text(double fraction, std::chrono::milliseconds now) cons
         return {};
     }
     const qint64 seconds = left->count();
-    if (seconds < kMinute) { // in steps, so that the text stands still for a while
+    if (seconds < kMinute) { // in steps of 5 s, so that the text doesn't change every second
         return QStringLiteral("About %1 s left").arg(roundedUp(seconds, 5));
     }
     const qint64 minutes = roundedUp(seconds, kMinute) / kMinute;

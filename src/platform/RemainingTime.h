@@ -7,17 +7,16 @@
 
 namespace corvane {
 
-/// How long a run still takes, from how fast it went until now. It tells nothing before it can: in
-/// the first seconds, and until a hundredth is done. Times come from `Clock::monotonic()`. Main
-/// thread.
+/// Estimates the remaining time of a run from its average speed. There is no estimate in the first
+/// 3 seconds and below 1 %. Times are those of `Clock::monotonic()`.
 class RemainingTime {
   public:
     explicit RemainingTime(std::chrono::milliseconds start) : m_start(start) {}
 
-    /// `fraction` is how much is done, from 0 to 1.
+    /// `fraction` is the progress from 0 to 1. nullopt if there is no estimate.
     std::optional<std::chrono::seconds> estimate(double fraction,
                                                  std::chrono::milliseconds now) const;
-    /// "About 3 min left"; empty while it can't be told.
+    /// "About 3 min left"; empty if there is no estimate.
     QString text(double fraction, std::chrono::milliseconds now) const;
 
   private:

@@ -8,7 +8,7 @@ namespace corvane {
 
 namespace {
 
-/// Under Linux a nice value belongs to a thread. Raising it needs no right.
+/// On Linux the nice value is per thread, and raising it needs no privilege.
 void setThreadPriority(SerialExecutor::Priority priority) {
     if (priority == SerialExecutor::Priority::Utility) {
         ::setpriority(PRIO_PROCESS, id_t(::gettid()), 10);
@@ -23,7 +23,7 @@ SerialExecutor::SerialExecutor(QString name, Priority priority)
 SerialExecutor::~SerialExecutor() {
     {
         const std::scoped_lock lock(m_mutex);
-        m_ending = true;
+        m_isStopping = true;
     }
     m_wake.notify_one();
     m_thread.join();
@@ -42,7 +42,7 @@ void SerialExecutor::work(const QString &name, Priority priority) {
     setThreadPriority(priority);
     std::unique_lock lock(m_mutex);
     for (;;) {
-        m_wake.wait(lock, [this] { return m_ending || !m_queue.empty(); });
+        m_wake.wait(lock, [this] { return m_isStopping || !m_queue.empty(); });
         if (m_queue.empty()) {
             return;
         }

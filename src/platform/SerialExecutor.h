@@ -14,35 +14,35 @@
 
 namespace corvane {
 
-/// One thread with a queue: work handed to it runs in order, one piece at a time.
+/// A thread with a queue of functions, which it runs one after the other.
 ///
-/// An object whose calls are serialised owns one. `run` is called on the main thread and awaited
-/// there; the awaiting coroutine goes on on the main thread, with the value or with the exception
-/// as it was thrown. The application object must live until all awaited work is done.
+/// An object that serializes its operations owns one. `run` is called and awaited on the main
+/// thread; the coroutine resumes on the main thread with the function's result or exception. The
+/// application object must outlive all awaited calls.
 class SerialExecutor {
   public:
     enum class Priority {
         Normal,
-        UserInitiated, ///< somebody waits for it on the screen
-        Utility,       ///< gives way to everything else
+        UserInitiated, ///< the user is waiting for the result
+        Utility,       ///< a background thread with a lower priority
     };
 
     explicit SerialExecutor(QString name, Priority priority = Priority::Normal);
-    /// Finishes what is queued, then ends the thread.
+    /// Blocks until all queued functions have run.
     ~SerialExecutor();
     Q_DISABLE_COPY_MOVE(SerialExecutor)
 
-    /// Queues work without an answer. It must not throw. May be called from any thread.
+    /// Queues a function, which must not throw. Thread-safe.
     void post(std::function<void()> work);
 
-    /// Runs `work` on the executor's thread and gives what it returns.
+    /// Runs `work` on the executor's thread and returns its result.
     template <std::invocable Work> QCoro::Task<std::invoke_result_t<Work>> run(Work work) {
         co_return co_await Job<Work>{*this, std::move(work)};
     }
 
   private:
-    /// Lives in the awaiting coroutine's frame until it has been resumed. `m_guard` hands the
-    /// result from the executor's thread to the main thread.
+    /// An awaitable call. It lives in the coroutine's frame until the coroutine resumes. `guard`
+    /// orders the executor's writes before the main thread's reads.
     template <typename Work> struct Job {
         using Result = std::invoke_result_t<Work>;
         using Stored =
@@ -97,12 +97,12 @@ class SerialExecutor {
     std::mutex m_mutex;
     std::condition_variable m_wake;
     std::deque<std::function<void()>> m_queue;
-    bool m_ending = false;
+    bool m_isStopping = false;
     std::thread m_thread;
 };
 
-/// The process's two executors for long work that belongs to no object: hashing ahead of need, and
-/// scans and copies that a user waits for. Made at first use.
+/// Two executors for long operations that belong to no object, created on first use: for hashing in
+/// the background, and for scans and copies that the user waits for.
 SerialExecutor &utilityExecutor();
 SerialExecutor &userInitiatedExecutor();
 

@@ -8,15 +8,15 @@ namespace corvane {
 
 namespace {
 
-/// The library would clean up when the process exits, while executors may still end behind it and
-/// ask for its per-thread state once more. The system takes the memory back all the same.
-void keepUntilProcessEnds() {
+/// Disables OpenSSL's cleanup at exit. Executors that are still stopping then would use per-thread
+/// state that is already freed.
+void disableCleanupAtExit() {
     static const int done = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
     Q_UNUSED(done)
 }
 
 EVP_MD_CTX *newContext() {
-    keepUntilProcessEnds();
+    disableCleanupAtExit();
     return EVP_MD_CTX_new();
 }
 

@@ -8,7 +8,7 @@ struct evp_md_ctx_st;
 
 namespace corvane {
 
-/// A running SHA-256. A plain value: a copy goes on from where the original stands.
+/// An incremental SHA-256 computation. A copy continues from the same state independently.
 class Sha256 {
   public:
     Sha256();
@@ -20,7 +20,7 @@ class Sha256 {
 
     void update(const char *bytes, qint64 count);
     void update(const QByteArray &bytes) { update(bytes.constData(), bytes.size()); }
-    /// The 32 bytes. The hasher is used up.
+    /// Returns the digest, 32 bytes. The object must not be used afterwards.
     QByteArray finish();
 
   private:

@@ -17,6 +17,7 @@ namespace corvane {
 
 namespace {
 
+/// The path as the system takes it.
 QByteArray encoded(const QString &path) {
     if (path.contains(QChar(u'\0'))) {
         throw FileError(path, EINVAL);
@@ -24,7 +25,7 @@ QByteArray encoded(const QString &path) {
     return path.toUtf8();
 }
 
-/// Repeats a call that a signal interrupted and throws on any other failure.
+/// Repeats a call while it is interrupted by signals; throws on any other failure.
 template <typename Call> auto checked(const QString &path, Call call) {
     for (;;) {
         const auto result = call();
@@ -60,8 +61,8 @@ FileStatus fromStat(const struct stat &raw) {
             .permissions = raw.st_mode & 07777U};
 }
 
-/// So much is written at a time. From larger writes the system makes larger pages for its cache,
-/// and those cost up to twice the time to fill where the memory is fresh.
+/// Bytes per write call. For larger writes the kernel allocates larger page cache folios, which
+/// take up to twice as long to fill if their memory wasn't in use before.
 constexpr qint64 kWriteStep = qint64(16) << 10;
 
 Descriptor opened(const QString &path, int flags, mode_t mode = 0) {
@@ -175,12 +176,13 @@ Descriptor SystemFileSystem::openFileAt(const Descriptor &folder, const QString 
     return openedAt(folder, name, O_RDONLY | O_NONBLOCK);
 }
 
-qint64 SystemFileSystem::read(const Descriptor &file, char *into, qint64 most) {
-    return checked(file.path(), [&] { return ::read(file.number(), into, size_t(most)); });
+qint64 SystemFileSystem::read(const Descriptor &file, char *into, qint64 maximum) {
+    return checked(file.path(), [&] { return ::read(file.number(), into, size_t(maximum)); });
 }
 
-qint64 SystemFileSystem::readAt(const Descriptor &file, qint64 offset, char *into, qint64 most) {
-    return checked(file.path(), [&] { return ::pread(file.number(), into, size_t(most), offset); });
+qint64 SystemFileSystem::readAt(const Descriptor &file, qint64 offset, char *into, qint64 maximum) {
+    return checked(file.path(),
+                   [&] { return ::pread(file.number(), into, size_t(maximum), offset); });
 }
 
 Descriptor SystemFileSystem::createForWriting(const QString &path, quint32 permissions) {
@@ -212,7 +214,7 @@ void SystemFileSystem::sync(const Descriptor &file) {
 
 void SystemFileSystem::close(Descriptor &file) {
     const QString path = file.path();
-    // After EINTR the descriptor is closed all the same on Linux, so the call isn't repeated.
+    // On Linux the descriptor is closed even after EINTR, so the call isn't repeated.
     if (::close(file.release()) != 0 && errno != EINTR) {
         throw FileError(path, errno);
     }
@@ -262,8 +264,8 @@ void SystemFileSystem::renameToFreeName(const QString &from, const QString &to) 
     if (errno != EINVAL && errno != ENOSYS) {
         throw FileError(to, errno);
     }
-    // A file system that knows no exclusive rename: a second name is exclusive everywhere, and
-    // where there are no second names either, the look just before the move has to do.
+    // The file system lacks RENAME_NOREPLACE. A hard link is exclusive too; without hard links only
+    // a check just before the rename is left, which another process can race.
     if (::link(source.constData(), target.constData()) == 0) {
         ::unlink(source.constData());
     } else if (errno == EEXIST || linkStatus(to)) {
@@ -282,20 +284,20 @@ void SystemFileSystem::syncFolder(const QString &path) {
     const QByteArray name = encoded(path);
     const Descriptor folder(::open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), path);
     if (!folder.isOpen() && (errno == EACCES || errno == EPERM)) {
-        return; // a folder that may be written but not read can't be asked to
+        return; // opening needs read permission, writing the entry didn't
     }
     if (!folder.isOpen()) {
         throw FileError(path, errno);
     }
-    // Some network and FUSE file systems can't sync a folder and say so; that is all they promise.
+    // Some network and FUSE file systems don't support syncing a folder.
     if (::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != ENOSYS) {
         throw FileError(path, errno);
     }
 }
 
 void SystemFileSystem::syncVolume(const QString &path) {
-    const Descriptor place = opened(path, O_RDONLY);
-    checked(path, [&] { return ::syncfs(place.number()); });
+    const Descriptor file = opened(path, O_RDONLY);
+    checked(path, [&] { return ::syncfs(file.number()); });
 }
 
 Mount SystemFileSystem::mount(const Descriptor &file) const {

@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-/// The operating system's files, by POSIX calls. Stateless.
+/// The operating system's file system, by POSIX and Linux calls. Stateless.
 class SystemFileSystem : public FileSystem {
   public:
     std::optional<FileStatus> linkStatus(const QString &path) const override;
@@ -18,8 +18,8 @@ class SystemFileSystem : public FileSystem {
     Descriptor openFolder(const QString &path) override;
     Descriptor openFolderAt(const Descriptor &folder, const QString &name) override;
     Descriptor openFileAt(const Descriptor &folder, const QString &name) override;
-    qint64 read(const Descriptor &file, char *into, qint64 most) override;
-    qint64 readAt(const Descriptor &file, qint64 offset, char *into, qint64 most) override;
+    qint64 read(const Descriptor &file, char *into, qint64 maximum) override;
+    qint64 readAt(const Descriptor &file, qint64 offset, char *into, qint64 maximum) override;
 
     Descriptor createForWriting(const QString &path, quint32 permissions) override;
     void write(const Descriptor &file, const char *bytes, qint64 count) override;

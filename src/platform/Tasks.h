@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-/// Runs the event loop until the task is done, and gives its value or throws what it threw. For the
-/// ends of the program that have no loop of their own: the headless front end and the tests.
+/// Runs an event loop until the task is done, and returns its result or throws its exception. For
+/// code without a running event loop: the command line program and tests.
 template <typename Value> Value waitUntilDone(QCoro::Task<Value> task) {
     using Stored = std::conditional_t<std::is_void_v<Value>, std::monostate, std::optional<Value>>;
     QEventLoop loop;
@@ -42,7 +42,7 @@ template <typename Value> Value waitUntilDone(QCoro::Task<Value> task) {
     }
 }
 
-/// Lets a task run on with nobody waiting. The task must handle its own failures.
+/// Drops a running task, which continues without a waiter. An exception of the task is lost.
 inline void detach(QCoro::Task<> task) {
     Q_UNUSED(task)
 }

@@ -9,11 +9,11 @@ namespace corvane {
 
 namespace {
 
-/// A media time in whole units of which a second has `unitsPerSecond`, cut off; none for what is no
-/// time or would not fit.
+/// A time in units of 1/`unitsPerSecond` seconds, truncated; nullopt if it is negative, non-finite
+/// or too large.
 std::optional<qint64> wholeUnits(double seconds, double unitsPerSecond) {
     constexpr double latest = 1e15;
-    const bool isTime = seconds >= 0 && seconds < latest; // false for what is no number
+    const bool isTime = seconds >= 0 && seconds < latest; // false for NaN
     if (!isTime) {
         return std::nullopt;
     }
@@ -80,7 +80,7 @@ QString inOneLine(QString text) {
 }
 
 QCollator fileNameCollator() {
-    // The C locale knows no collation at all, neither digits nor case.
+    // The C locale's collation supports neither numeric mode nor case insensitivity.
     const QLocale user;
     QCollator collator(user.language() == QLocale::C ? QLocale(QLocale::English) : user);
     collator.setNumericMode(true);

@@ -3,35 +3,35 @@
 #include <QCollator>
 #include <QString>
 
-/// Numbers and names as people read them.
+/// Numbers, times and names as the user reads them.
 namespace corvane {
 
-/// "1.2 GB", in powers of 1000 as file browsers count.
+/// "1.2 GB", in powers of 1000.
 QString formattedByteCount(quint64 bytes);
 
-/// The shortest decimal text that reads back as the same double; a whole number keeps a ".0".
+/// The shortest decimal text that parses to the same double; "3.0" for an integer.
 QString shortestText(double value);
 
 /// "1 clip", "2 clips".
 QString counted(qsizetype count, const QString &singular);
 
-/// A clip's duration: "1:54", "1:02:05" from one hour up, in whole seconds cut off. A negative or
-/// non-finite one is an em dash.
+/// A clip's duration, truncated to seconds: "1:54", from one hour "1:02:05". An em dash for a
+/// negative or non-finite value.
 QString formattedDuration(double seconds);
 
-/// A time in a clip, to the hundredth, cut off: "00:41.20". Minutes aren't carried into hours. A
-/// negative or non-finite one is "00:00".
+/// A time in a clip, truncated to hundredths: "00:41.20", "100:00.00". "00:00" for a negative or
+/// non-finite value.
 QString formattedSubclipTime(double seconds);
 
-/// The transport's time, in whole seconds cut off: "01:01:01". A negative or non-finite one is
-/// "00:00:00".
+/// The player's time, truncated to seconds: "01:01:01". "00:00:00" for a negative or non-finite
+/// value.
 QString formattedTransportTime(double seconds);
 
-/// A name or a path for a place with one line: what would break it or can't be seen is a blank.
+/// Replaces control characters and line separators by spaces, for a text shown in one line.
 QString inOneLine(QString text);
 
-/// File names as a file browser orders them: digit runs by their number, case ignored. Making one
-/// costs, so a sort makes one and uses it throughout.
+/// Compares file names as a file browser does: runs of digits by their value, ignoring case.
+/// Constructing one is expensive; create one per sort.
 QCollator fileNameCollator();
 
 } // namespace corvane

@@ -32,7 +32,7 @@ TEST(BackupService, KeepsTheNewestThreeOfThisProject) {
     EXPECT_EQ(ProjectFileIO::loadNow(written.at(3)).videos, project.videos);
 }
 
-TEST(BackupService, KeepsWhatItJustWroteThoughOthersCarryLaterDates) {
+TEST(BackupService, KeepsTheNewBackupEvenIfOthersHaveLaterDates) {
     const TestFolder folder;
     TestClock clock;
     BackupService backups(clock);
@@ -48,7 +48,7 @@ TEST(BackupService, KeepsWhatItJustWroteThoughOthersCarryLaterDates) {
     EXPECT_EQ(folder.names().size(), 3);
 }
 
-TEST(BackupService, TellsWhereItCouldNotWrite) {
+TEST(BackupService, ReportsThePathOfAFailedWrite) {
     const TestFolder folder;
     TestClock clock;
     BackupService backups(clock);
@@ -65,7 +65,7 @@ TEST(BackupService, TellsWhereItCouldNotWrite) {
     }
 }
 
-TEST(ProjectRegistry, RemembersEachFileOnceAndSurvivesADamagedList) {
+TEST(ProjectRegistry, ListsEachFileOnceAndSurvivesADamagedFile) {
     const TestFolder folder;
     TestClock clock;
     folder.write(QStringLiteral("registry.json"), "[{]");

@@ -42,7 +42,7 @@ class ProjectFileIOTest : public testing::Test {
 
 } // namespace
 
-TEST_F(ProjectFileIOTest, EachBadFileHasItsOwnText) {
+TEST_F(ProjectFileIOTest, DescribesEachKindOfUnreadableFile) {
     const auto expect = [this](const QByteArray &bytes, const QString &text) {
         folder.write(QStringLiteral("Harbor.corvane"), bytes);
         EXPECT_EQ(loadFailure(file), text.arg(file));
@@ -64,7 +64,7 @@ TEST_F(ProjectFileIOTest, EachBadFileHasItsOwnText) {
               QStringLiteral("%1 is not a file. Pick the `.corvane` file itself.").arg(asFolder));
 }
 
-TEST_F(ProjectFileIOTest, ReadsExactlyTheLimitAndNoByteMore) {
+TEST_F(ProjectFileIOTest, ReadsFilesUpToTheSizeLimit) {
     QByteArray bytes = encodeDocument(sampleProject(2, 1));
     bytes.append(ProjectFileIO::kFileLimit - bytes.size(), ' ');
     folder.write(QStringLiteral("Harbor.corvane"), bytes);
@@ -78,7 +78,7 @@ TEST_F(ProjectFileIOTest, ReadsExactlyTheLimitAndNoByteMore) {
             .arg(file));
 }
 
-TEST_F(ProjectFileIOTest, TakesThePathThatWasOpenedWhateverTheFileSays) {
+TEST_F(ProjectFileIOTest, SetsFilePathToTheOpenedPath) {
     await(io.save(sampleProject(1), file, false));
     const QString moved = folder.write(QStringLiteral("moved/Other.corvane"),
                                        folder.read(QStringLiteral("Harbor.corvane")));
@@ -87,7 +87,7 @@ TEST_F(ProjectFileIOTest, TakesThePathThatWasOpenedWhateverTheFileSays) {
     EXPECT_EQ(await(io.load(link)).filePath, link);
 }
 
-TEST_F(ProjectFileIOTest, TheGuardReadsTheDiskOnlyWhenSomebodyElseWrote) {
+TEST_F(ProjectFileIOTest, TheGuardReadsTheFileOnlyAfterAnotherWriter) {
     EXPECT_EQ(saveFailure(sampleProject(10, 2)), QStringLiteral("none"));
     EXPECT_EQ(saveFailure(sampleProject(10, 2)), QStringLiteral("none"));
     EXPECT_EQ(io.diskGuardFullReloadCountForTesting(), 0);
@@ -104,7 +104,7 @@ TEST_F(ProjectFileIOTest, TheGuardReadsTheDiskOnlyWhenSomebodyElseWrote) {
     EXPECT_EQ(await(io.load(file)).videos.size(), 1);
 }
 
-TEST_F(ProjectFileIOTest, ADamagedFileIsNotOverwritten) {
+TEST_F(ProjectFileIOTest, DoesNotOverwriteADamagedFile) {
     const QByteArray half = encodeDocument(sampleProject(2)).left(200);
     folder.write(QStringLiteral("Harbor.corvane"), half);
     EXPECT_EQ(
@@ -116,7 +116,7 @@ TEST_F(ProjectFileIOTest, ADamagedFileIsNotOverwritten) {
     EXPECT_EQ(folder.read(QStringLiteral("Harbor.corvane")), half);
 }
 
-TEST_F(ProjectFileIOTest, AFailureAtAnyCallOfASaveLeavesAFileThatOpens) {
+TEST_F(ProjectFileIOTest, AFailureOfAnyCallOfASaveLeavesAReadableFile) {
     FaultyFileSystem faulty;
     const FileSystemScope scope(faulty);
     await(io.save(sampleProject(2), file, false));
@@ -134,7 +134,7 @@ TEST_F(ProjectFileIOTest, AFailureAtAnyCallOfASaveLeavesAFileThatOpens) {
     }
 }
 
-TEST_F(ProjectFileIOTest, RefusesToWriteWhatItCouldNotRead) {
+TEST_F(ProjectFileIOTest, RefusesToWriteADocumentItCouldNotRead) {
     Project project = sampleProject(1);
     await(io.save(project, file, false));
     project.notes = QString(ProjectFileIO::kFileLimit, QLatin1Char('x'));

@@ -14,7 +14,7 @@ JSONValue::Object object(const QByteArray &text) {
     return *JSONDocument::parse(text).root().toValue().object();
 }
 
-/// A document of an older version: today's without the keys that it lacked.
+/// A document of an older version: a current one without the keys that were added later.
 QByteArray olderDocument(int version) {
     QByteArray text = encodeDocument(fullProject());
     const auto drop = [&text](const QByteArray &key) {
@@ -58,11 +58,11 @@ TEST(ProjectMigration, EveryOlderVersionOpens) {
             expected.exportBatches[0].cancelled = false;
         }
         EXPECT_EQ(project, expected) << "version " << version;
-        EXPECT_EQ(folder.read(QStringLiteral("old.corvane")), bytes) << "the file is as it was";
+        EXPECT_EQ(folder.read(QStringLiteral("old.corvane")), bytes) << "the file is unchanged";
     }
 }
 
-TEST(ProjectMigration, RanksSubclipsByInPointAndKeepsWhatIsThere) {
+TEST(ProjectMigration, RanksSubclipsByInPointAndKeepsExistingMembers) {
     auto document = object(R"({"videos":[{"subclips":[
         {"inSeconds":9},{"inSeconds":1},{"inSeconds":5},{"inSeconds":"x","creationIndex":40},7]},
         {"subclips":"none"}, 3]})");
@@ -77,7 +77,7 @@ TEST(ProjectMigration, RanksSubclipsByInPointAndKeepsWhatIsThere) {
     EXPECT_EQ(document, object(expected));
 }
 
-TEST(ProjectMigration, TreatsAVersionThatIsNoNumberAsTheFirstAndRefusesTheFuture) {
+TEST(ProjectMigration, TreatsANonNumericVersionAsTheFirstAndRefusesNewerVersions) {
     auto text = object(R"({"schemaVersion":"3","exportBatches":[{"failedCount":2}]})");
     ProjectMigration::migrate(text);
     EXPECT_EQ(text, object(R"({"schemaVersion":7,"exportBatches":[{"failedCount":2,
@@ -87,7 +87,7 @@ TEST(ProjectMigration, TreatsAVersionThatIsNoNumberAsTheFirstAndRefusesTheFuture
     EXPECT_EQ(future, object(R"({"schemaVersion":8,"exportBatches":[{}]})"));
 }
 
-TEST(ProjectMigration, MarksClipsThatShowReview) {
+TEST(ProjectMigration, MarksClipsWithReviewMarksAsReviewed) {
     const QDateTime now = QDateTime::fromMSecsSinceEpoch(5000, Qt::UTC);
     Project project = sampleProject(3);
     EXPECT_FALSE(ProjectMigration::migrateReviewedFlags(project, now));

@@ -23,7 +23,7 @@ QString failureOf(const QByteArray &text) {
 
 } // namespace
 
-TEST(Project, EveryFieldSurvivesTextAndBack) {
+TEST(Project, EveryFieldSurvivesARoundTrip) {
     const Project project = fullProject();
     const Project copy = decoded(encodeJSON(project));
     EXPECT_EQ(copy, project);
@@ -31,7 +31,7 @@ TEST(Project, EveryFieldSurvivesTextAndBack) {
     EXPECT_EQ(decoded(encodeJSON(copy)), project);
 }
 
-TEST(Project, LeavesOutWhatIsAbsentAndReadsNullAsAbsent) {
+TEST(Project, OmitsUnsetMembersAndReadsNullAsUnset) {
     const QByteArray text = encodeJSON(sampleProject(1));
     EXPECT_FALSE(text.contains("\"notes\""));
     EXPECT_FALSE(text.contains("null"));
@@ -41,13 +41,13 @@ TEST(Project, LeavesOutWhatIsAbsentAndReadsNullAsAbsent) {
     EXPECT_EQ(decoded(withNull), decoded(text));
 }
 
-TEST(Project, PassesOverUnknownKeys) {
+TEST(Project, IgnoresUnknownKeys) {
     QByteArray text = encodeJSON(sampleProject(1, 1));
     text.replace("\"rating\"", "\"future\": [{}], \"rating\"");
     EXPECT_EQ(decoded(text), sampleProject(1, 1));
 }
 
-TEST(Project, FailuresNameThePlaceAndTheFault) {
+TEST(Project, DecodeErrorsNameTheFieldPathAndTheProblem) {
     const QByteArray good = encodeJSON(fullProject());
     const auto changed = [&](const char *before, const char *after) {
         QByteArray text = good;

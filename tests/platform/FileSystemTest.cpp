@@ -13,7 +13,7 @@ using namespace corvane;
 using corvane::test::FaultyFileSystem;
 using corvane::test::TestFolder;
 
-TEST(AtomicWrite, FailingAtAnyCallLeavesTheOldFileOrTheNewOneAndNoTemporary) {
+TEST(AtomicWrite, AFailureOfAnyCallLeavesTheOldOrTheNewFileAndNoTemporaryFile) {
     const TestFolder folder;
     FaultyFileSystem faulty;
     const FileSystemScope scope(faulty);
@@ -34,7 +34,7 @@ TEST(AtomicWrite, FailingAtAnyCallLeavesTheOldFileOrTheNewOneAndNoTemporary) {
     }
 }
 
-TEST(AtomicWrite, WhatItPlacedSurvivesALossOfPower) {
+TEST(AtomicWrite, AWrittenFileSurvivesALossOfPower) {
     const TestFolder folder;
     FaultyFileSystem faulty;
     const FileSystemScope scope(faulty);
@@ -60,7 +60,7 @@ TEST(AtomicWrite, AFullDiskLeavesTheOldFile) {
     EXPECT_TRUE(folder.temporaries().isEmpty());
 }
 
-TEST(AtomicWrite, GoesThroughALinkAndKeepsThePermissions) {
+TEST(AtomicWrite, ReplacesTheTargetOfALinkAndKeepsItsPermissions) {
     const TestFolder folder;
     const QString target = folder.write(QStringLiteral("real/file"), "old");
     ASSERT_EQ(::chmod(target.toUtf8().constData(), 0600), 0);
@@ -71,7 +71,7 @@ TEST(AtomicWrite, GoesThroughALinkAndKeepsThePermissions) {
     EXPECT_EQ(fileSystem().linkStatus(target)->permissions, 0600U);
 }
 
-TEST(AtomicWrite, ReplacesNothingButAFile) {
+TEST(AtomicWrite, RefusesDanglingLinksAndFIFOs) {
     const TestFolder folder;
     const QString link =
         folder.link(QStringLiteral("away"), folder.at(QStringLiteral("unmounted/file")));
@@ -84,7 +84,7 @@ TEST(AtomicWrite, ReplacesNothingButAFile) {
     EXPECT_TRUE(folder.temporaries().isEmpty());
 }
 
-TEST(FileSystem, AMoveToAFreeNameNeverReplacesWhatTookTheNameMeanwhile) {
+TEST(FileSystem, RenameToFreeNameNeverReplacesAFile) {
     const TestFolder folder;
     const QString from = folder.write(QStringLiteral("from"), "mine");
     const QString to = folder.write(QStringLiteral("to"), "theirs");
@@ -93,7 +93,7 @@ TEST(FileSystem, AMoveToAFreeNameNeverReplacesWhatTookTheNameMeanwhile) {
     EXPECT_EQ(folder.read(QStringLiteral("from")), "mine");
 }
 
-TEST(FileSystem, ListsNamesThatAreNoUtf8AsSuch) {
+TEST(FileSystem, FlagsNamesThatAreNotUtf8) {
     const TestFolder folder;
     const QByteArray raw = folder.path().toUtf8() + "/bad\xFF.mov";
     FILE *const file = std::fopen(raw.constData(), "w");
@@ -107,13 +107,13 @@ TEST(FileSystem, ListsNamesThatAreNoUtf8AsSuch) {
     }
 }
 
-TEST(FileSystem, RefusesAPathThatHoldsANul) {
+TEST(FileSystem, RefusesAPathWithANul) {
     const QString path = QStringLiteral("/tmp/a") + QChar(u'\0') + QStringLiteral("b");
     EXPECT_FALSE(fileSystem().linkStatus(path));
     EXPECT_THROW(fileSystem().openForReading(path, FileSystem::Links::Follow), FileError);
 }
 
-TEST(FileSystem, CreatesFoldersButNotOverAFile) {
+TEST(FileSystem, CreatesFoldersButNotInPlaceOfAFile) {
     const TestFolder folder;
     fileSystem().createFolders(folder.at(QStringLiteral("a/b/c")));
     EXPECT_EQ(fileSystem().linkStatus(folder.at(QStringLiteral("a/b/c")))->type,
@@ -134,14 +134,14 @@ TEST(Paths, ResolveLinksAsFarAsThePathExists) {
               link + QStringLiteral("/y/z"));
 }
 
-TEST(Paths, CutNamesAtTheLastPoint) {
-    const auto cut = [](const char *name) {
+TEST(Paths, SplitNamesAtTheLastDot) {
+    const auto split = [](const char *name) {
         const auto [stem, extension] = paths::split(QString::fromUtf8(name));
         return stem + QLatin1Char('|') + extension;
     };
-    EXPECT_EQ(cut("a.b.mov"), QStringLiteral("a.b|.mov"));
-    EXPECT_EQ(cut("take"), QStringLiteral("take|"));
-    EXPECT_EQ(cut(".hidden"), QStringLiteral("|.hidden"));
+    EXPECT_EQ(split("a.b.mov"), QStringLiteral("a.b|.mov"));
+    EXPECT_EQ(split("take"), QStringLiteral("take|"));
+    EXPECT_EQ(split(".hidden"), QStringLiteral("|.hidden"));
     EXPECT_FALSE(paths::isBelow(QStringLiteral("/a/bc/x"), QStringLiteral("/a/b")));
     EXPECT_FALSE(paths::isBelow(QStringLiteral("/a/b"), QStringLiteral("/a/b")));
     EXPECT_TRUE(paths::isBelow(QStringLiteral("/a"), QStringLiteral("/")));

@@ -22,7 +22,7 @@ QByteArray compact(const JSONValue &value) {
 
 } // namespace
 
-TEST(JSONDocument, ReadsNumbersAsWhatTheyAre) {
+TEST(JSONDocument, ReadsNumbersExactly) {
     EXPECT_EQ(parsed("9223372036854775807"), JSONValue(std::numeric_limits<qint64>::max()));
     EXPECT_EQ(parsed("-9223372036854775808"), JSONValue(std::numeric_limits<qint64>::min()));
     EXPECT_EQ(parsed("3.0"), JSONValue(3));
@@ -37,7 +37,7 @@ TEST(JSONDocument, ReadsNumbersAsWhatTheyAre) {
     EXPECT_FALSE(large.root().integer());
 }
 
-TEST(JSONDocument, RefusesWhatIsNoJSON) {
+TEST(JSONDocument, RefusesInvalidJSON) {
     const QByteArray nul("{}\0x", 4);
     for (const QByteArray &text :
          {QByteArray(), QByteArray("{"), QByteArray("[1,]"), QByteArray("{} {}"), nul,
@@ -50,7 +50,7 @@ TEST(JSONDocument, RefusesWhatIsNoJSON) {
     EXPECT_THROW(parsed(QByteArray(1'000'000, '[')), JSONSyntaxError);
 }
 
-TEST(JSONDocument, KeepsValuesThroughTextAndBack) {
+TEST(JSONDocument, PreservesValuesInARoundTrip) {
     const QByteArray text =
         R"({"a":[null,true,-1,0.1,"x\u0000\n/\"\\",{},[]],"b":{"c":{"d":[1]}}})";
     EXPECT_EQ(compact(parsed(text)), text);
@@ -58,7 +58,7 @@ TEST(JSONDocument, KeepsValuesThroughTextAndBack) {
     EXPECT_EQ(parsed(R"({"k":1,"k":2})"), parsed(R"({"k":2})"));
 }
 
-TEST(JSONDocument, EscapesAndRefusesControlCharactersWhereverTheyStand) {
+TEST(JSONDocument, EscapesControlCharactersAndRefusesUnescapedOnes) {
     for (char16_t code = 1; code < 0x20; ++code) {
         for (int before = 0; before <= 40; ++before) {
             const QString text =
@@ -80,7 +80,7 @@ TEST(JSONValue, CopiesAreIndependent) {
     EXPECT_NE(original, copy);
 }
 
-TEST(JSONWriter, RefusesNumbersThatJSONCannotHold) {
+TEST(JSONWriter, RefusesInfinityAndNaN) {
     for (const double value :
          {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
         JSONWriter writer(JSONWriter::Style::Pretty);

@@ -8,11 +8,11 @@
 using namespace corvane;
 using corvane::test::await;
 
-TEST(SerialExecutor, RunsInOrderOffTheCallersThreadAndComesBack) {
+TEST(SerialExecutor, RunsFunctionsInOrderAndResumesOnTheCallersThread) {
     SerialExecutor executor(QStringLiteral("test"));
     std::vector<int> order;
     const auto main = std::this_thread::get_id();
-    const auto story = [&]() -> QCoro::Task<int> {
+    const auto task = [&]() -> QCoro::Task<int> {
         auto first = executor.run([&] { order.push_back(1); });
         auto second = executor.run([&] {
             order.push_back(2);
@@ -24,11 +24,11 @@ TEST(SerialExecutor, RunsInOrderOffTheCallersThreadAndComesBack) {
         co_await first;
         co_return 7;
     };
-    EXPECT_EQ(await(story()), 7);
+    EXPECT_EQ(await(task()), 7);
     EXPECT_EQ(order, (std::vector{1, 2}));
 }
 
-TEST(SerialExecutor, PassesExceptionsThroughWhole) {
+TEST(SerialExecutor, PassesExceptionsToTheCaller) {
     SerialExecutor executor(QStringLiteral("test"));
     const auto fail = []() -> int { throw Failure(QStringLiteral("as it was")); };
     try {
@@ -39,7 +39,7 @@ TEST(SerialExecutor, PassesExceptionsThroughWhole) {
     }
 }
 
-TEST(InstanceLock, TellsWhoHoldsTheFolder) {
+TEST(InstanceLock, NamesTheProcessThatHoldsTheLock) {
     const test::TestFolder folder;
     const InstanceLock first(folder.at(QStringLiteral("data")));
     try {

@@ -4,7 +4,7 @@
 
 namespace corvane::test {
 
-/// Runs a task to its end and gives its value or throws what it threw.
+/// Runs the event loop until the task is done; returns its result or throws its exception.
 template <typename Value> Value await(QCoro::Task<Value> task) {
     return waitUntilDone(std::move(task));
 }

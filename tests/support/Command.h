@@ -5,14 +5,14 @@
 
 namespace corvane::test {
 
-/// What a command of the machine's did.
+/// The result of a command.
 struct CommandResult {
-    int exitCode = -1; ///< -1 where it was killed or can't be run
-    QByteArray output; ///< empty where it was given an input
+    int exitCode = -1; ///< -1 if it was killed or couldn't be started
+    QByteArray output; ///< standard output; not captured for a command with input
 };
 
-/// Runs a command and waits for it. With an `input` that is what it reads, else its standard output
-/// is kept. It isn't run by QProcess, whose way of starting a process ThreadSanitizer doesn't know.
+/// Runs a command and waits for it. `input` is written to its standard input. Doesn't use QProcess,
+/// because ThreadSanitizer doesn't support its way of starting a process.
 CommandResult runCommand(const QStringList &command, const QByteArray &input = {});
 
 } // namespace corvane::test

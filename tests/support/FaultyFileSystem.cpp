@@ -64,9 +64,9 @@ Descriptor FaultyFileSystem::openFileAt(const Descriptor &folder, const QString 
     return SystemFileSystem::openFileAt(folder, name);
 }
 
-qint64 FaultyFileSystem::read(const Descriptor &file, char *into, qint64 most) {
+qint64 FaultyFileSystem::read(const Descriptor &file, char *into, qint64 maximum) {
     count("read", file.path());
-    return SystemFileSystem::read(file, into, most);
+    return SystemFileSystem::read(file, into, maximum);
 }
 
 Descriptor FaultyFileSystem::createForWriting(const QString &path, quint32 permissions) {

@@ -11,31 +11,32 @@
 
 namespace corvane::test {
 
-/// The real file system, but for one call that fails, and a memory of what was synced.
+/// The system's file system with injected failures, and a record of unsynced files.
 ///
-/// Put it in place with a `FileSystemScope`. Calls that change or read files are counted from 1;
-/// `failAt(n, code)` makes the n-th throw. A test that wants each operation to fail in turn first
-/// runs its work to learn `calls()`, then again for each n.
+/// Installed with a `FileSystemScope`. Counts the calls that read or change files. A test that
+/// makes each call fail in turn runs its operation once to learn `calls()`, then once for each call
+/// number.
 class FaultyFileSystem : public SystemFileSystem {
   public:
+    /// Makes the call with this number (from 1) fail with an `errno` code, and restarts the count.
+    /// 0 for no failure.
     void failAt(int call, int code);
-    /// Every write from now on fails with `ENOSPC` once so many bytes were written.
+    /// Makes writes fail with `ENOSPC` once this many bytes were written.
     void setFreeSpace(qint64 bytes) { m_freeSpace = bytes; }
-    /// Called with the operation's name and path before each counted call.
+    /// Sets a function to call with the operation's name and path before each counted call.
     void setObserver(std::function<void(const QString &, const QString &)> observer);
     int calls() const { return m_calls; }
-    /// Stands in for a volume UUID on every path.
+    /// Sets the result of `volumeUUID` for all paths.
     void setVolumeUUID(std::optional<QString> uuid) { m_volumeUUID = std::move(uuid); }
 
-    /// What a power cut would leave: each file whose data weren't synced is emptied, under whatever
-    /// name it has by now.
+    /// Simulates a power cut: truncates all files that weren't synced, including renamed ones.
     void dropUnsynced();
 
     Descriptor openForReading(const QString &path, Links links) override;
     Descriptor openFolder(const QString &path) override;
     Descriptor openFolderAt(const Descriptor &folder, const QString &name) override;
     Descriptor openFileAt(const Descriptor &folder, const QString &name) override;
-    qint64 read(const Descriptor &file, char *into, qint64 most) override;
+    qint64 read(const Descriptor &file, char *into, qint64 maximum) override;
     Descriptor createForWriting(const QString &path, quint32 permissions) override;
     void write(const Descriptor &file, const char *bytes, qint64 count) override;
     void setPermissions(const Descriptor &file, quint32 permissions) override;

@@ -3,8 +3,8 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
-/// Tests await coroutines, so there is an application object; nothing of the user's is touched,
-/// because every standard folder is a test one.
+/// Coroutines need an application object. Test mode keeps Qt's standard folders apart from the
+/// user's.
 int main(int argc, char **argv) {
     QStandardPaths::setTestModeEnabled(true);
     testing::InitGoogleMock(&argc, argv);

@@ -8,7 +8,7 @@
 
 namespace corvane::test {
 
-/// A message bus of the test's own, for as long as it lives.
+/// A private D-Bus daemon, running during the object's lifetime.
 class TestBus {
   public:
     TestBus() {

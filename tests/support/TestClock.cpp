@@ -39,7 +39,7 @@ void TestClock::advance(std::chrono::milliseconds step) {
         }
         m_elapsed = std::max(m_elapsed, (*next)->due);
         const auto action = std::move((*next)->action);
-        m_timers.erase(next); // its owner may drop it now or keep it; it doesn't run again
+        m_timers.erase(next); // before the action, which may destroy the timer
         action();
     }
     m_elapsed = end;

@@ -6,7 +6,7 @@
 
 namespace corvane::test {
 
-/// A clock that stands until it is told to go on.
+/// A clock that only advances on request. Starts at 2026-03-01T09:30:12.345Z.
 class TestClock : public Clock {
   public:
     QDateTime now() const override;
@@ -14,10 +14,10 @@ class TestClock : public Clock {
     std::unique_ptr<Timer> after(std::chrono::milliseconds delay,
                                  std::function<void()> action) override;
 
-    /// Goes on by so much; timers that fall due run in order of their time, each at its time.
+    /// Advances the clock and runs the timers that become due, in order and each at its due time.
     void advance(std::chrono::milliseconds step);
     qsizetype pendingTimers() const { return m_timers.size(); }
-    /// When the next timer falls due, counted from now.
+    /// The time until the next timer is due. There must be one.
     std::chrono::milliseconds nextDelay() const;
 
   private:

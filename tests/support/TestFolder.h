@@ -7,8 +7,8 @@
 
 namespace corvane::test {
 
-/// A folder of a test's own, gone when the test ends. Links in its own path are resolved, so that
-/// paths below it compare as text.
+/// A temporary folder, removed on destruction. Its path contains no symbolic links, so that paths
+/// in it can be compared as text.
 class TestFolder {
   public:
     TestFolder();
@@ -16,16 +16,16 @@ class TestFolder {
     const QString &path() const { return m_path; }
     QString at(const QString &relative) const;
 
-    /// Each makes what is missing above it and gives the absolute path.
+    // Each creates missing parent folders and returns the absolute path.
     QString write(const QString &relative, const QByteArray &bytes) const;
     QString folder(const QString &relative) const;
     QString link(const QString &relative, const QString &target) const;
 
     QByteArray read(const QString &relative) const;
     bool has(const QString &relative) const;
-    /// Every name below, folders with a trailing slash, hidden ones included, sorted.
+    /// The relative paths of everything below a folder, sorted; folders have a trailing slash.
     QStringList names(const QString &relative = {}) const;
-    /// Names of temporary files that should not be there.
+    /// The temporary files among `names()`.
     QStringList temporaries() const;
 
   private:
@@ -33,7 +33,7 @@ class TestFolder {
     QString m_path;
 };
 
-/// Bytes that look random and are the same at every run.
+/// Pseudorandom bytes, the same in every run.
 QByteArray noise(qsizetype count, quint32 seed = 1);
 
 } // namespace corvane::test

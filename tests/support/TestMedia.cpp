@@ -17,8 +17,8 @@ namespace corvane::test {
 
 namespace {
 
-// The picture is cut into a grid. The first block is white and the last one black, which tells a
-// picture that stands upside down; those between are the number's bits, the lowest one first.
+// A grid of blocks. The first is white and the last black, which reveals an upside-down frame;
+// those in between are the bits of the number, lowest first.
 constexpr int kColumns = 4;
 constexpr int kRows = 3;
 constexpr int kBits = kColumns * kRows - 2;
@@ -109,7 +109,7 @@ QStringList videoEncoding(const ClipOptions &options) {
     const QString times = options.milliseconds.isEmpty()
                               ? QStringLiteral("PTS")
                               : QStringLiteral("(%1)/1000/TB").arg(options.milliseconds);
-    // Without passing them through, frames are repeated to fill the gaps.
+    // The default mode would repeat frames to fill gaps.
     arguments << words("-fps_mode passthrough -enc_time_base 1/90000 -vf")
               << QStringLiteral("settb=1/90000,setpts='%1+%2/TB'%3")
                      .arg(times)
@@ -129,18 +129,18 @@ void runFFmpeg(const QStringList &arguments, const QByteArray &input) {
 }
 
 QString makeClip(const QString &path, const ClipOptions &options) {
-    QByteArray pictures;
+    QByteArray frames;
     for (int number = 0; number < options.frames; ++number) {
-        pictures += drawnFrame(options.size, number);
+        frames += drawnFrame(options.size, number);
     }
     const QString extension = path.mid(path.lastIndexOf(QLatin1Char('.')));
     const QString upright =
         options.rotation == 0 ? path : path + QStringLiteral(".upright") + extension;
     runFFmpeg(inputs(options) << videoEncoding(options) << words("-c:a") << options.audioCodec
                               << options.arguments << upright,
-              pictures);
+              frames);
     if (upright != path) {
-        // The command sets a rotation only where it copies the stream, and counts the other way.
+        // ffmpeg only sets a rotation when it copies the stream, and counts counter-clockwise.
         runFFmpeg(words("-i") << upright << words("-map 0 -c copy -metadata:s:v:0")
                               << QStringLiteral("rotate=%1").arg(360 - options.rotation) << path);
         QFile::remove(upright);
@@ -151,7 +151,7 @@ QString makeClip(const QString &path, const ClipOptions &options) {
 std::optional<int> frameNumber(QSize size, int quarterTurns,
                                const std::function<double(int x, int y)> &brightness) {
     const auto isBright = [&](int block) -> std::optional<bool> {
-        // The middle of the block where it was stored, then where the turns brought it.
+        // The center of the block in the stored frame, then rotated.
         double across = (block % kColumns + 0.5) / kColumns;
         double down = (block / kColumns + 0.5) / kRows; // NOLINT(bugprone-integer-division)
         for (int turn = 0; turn < quarterTurns; ++turn) {

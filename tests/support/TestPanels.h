@@ -4,7 +4,7 @@
 
 namespace corvane::test {
 
-/// Answers each panel with a path, or cancels where it is empty.
+/// Answers each panel with the path `answer`; cancels it if that is empty.
 class TestPanels : public FilePanels {
   public:
     void openProjectFile(Chosen chosen) override { answerWith(std::move(chosen)); }

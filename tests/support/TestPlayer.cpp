@@ -18,7 +18,7 @@ constexpr std::chrono::seconds kLongestWait{30};
 bool eventually(const std::function<bool()> &holds) {
     const QDeadlineTimer deadline(kLongestWait);
     QTimer::singleShot(kLongestWait + std::chrono::seconds(1), Qt::PreciseTimer, qApp,
-                       [] {}); // an event after the deadline, should there be no other
+                       [] {}); // ends a wait without other events
     while (!holds()) {
         if (deadline.hasExpired()) {
             return false;
@@ -52,7 +52,7 @@ void TestMonotonicClock::advance(std::chrono::duration<double> step) {
         waiting = m_waiting;
     }
     if (waiting) {
-        const std::scoped_lock lock(*mutex); // who waits has looked at the time and sleeps by now
+        const std::scoped_lock lock(*mutex); // the waiting thread has read the time
         waiting->notify_all();
     }
 }
@@ -68,7 +68,7 @@ void TestSink::show(media::DisplayFrame frame) {
         const std::scoped_lock lock(m_mutex);
         m_shown.push_back({number, std::move(frame)});
     }
-    QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); // somebody may wait for it
+    QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); // wakes `eventually`
 }
 
 void TestSink::clear() {

@@ -9,10 +9,10 @@
 
 namespace corvane::test {
 
-/// Runs the event loop until it holds; false if that takes longer than any machine should need.
+/// Runs the event loop until the condition holds. Returns false after 30 seconds.
 bool eventually(const std::function<bool()> &holds);
 
-/// A time that stands until it is told to go on.
+/// A clock that only advances on request.
 class TestMonotonicClock : public media::MonotonicClock {
   public:
     Duration now() const override { return m_now; }
@@ -24,15 +24,15 @@ class TestMonotonicClock : public media::MonotonicClock {
   private:
     std::atomic<Duration> m_now{Duration(0)};
     std::mutex m_mutex;
-    std::mutex *m_waitingMutex = nullptr; ///< of who waits, with `m_waiting`
+    std::mutex *m_waitingMutex = nullptr; ///< of the thread in `wait`, with `m_waiting`
     std::condition_variable *m_waiting = nullptr;
 };
 
-/// Keeps what it is shown.
+/// Records the frames it receives. Thread-safe.
 class TestSink : public media::FrameSink {
   public:
     struct Shown {
-        std::optional<int> number; ///< that the picture carries
+        std::optional<int> number; ///< see `frameNumber`
         media::DisplayFrame frame;
     };
 
@@ -40,13 +40,13 @@ class TestSink : public media::FrameSink {
     void show(media::DisplayFrame frame) override;
     void clear() override;
 
-    /// Since the last clearing.
+    // The frames since the last `clear`. In `numbers`, -1 for a frame without a number.
     QList<Shown> shown() const;
     QList<int> numbers() const;
-    /// Of the latest picture; -1 where there is none.
+    /// The number of the latest frame; -1 if it has none or there is no frame.
     int number() const;
 
-    QSize size;           ///< set before it is used
+    QSize size;           ///< must be set before use
     int quarterTurns = 0; ///< of the clip
 
   private:
