@@ -81,37 +81,37 @@ using LoadError = ProjectFileIO::LoadError;
 using SaveError = ProjectFileIO::SaveError;
 
 LoadError LoadError::readFailed(const QString &file, const FileError &error) {
-    LoadError failure(Kind::readFailed, file,
+    LoadError failure(Kind::readFailed,
                       QStringLiteral("Failed to read %1: %2").arg(file, error.description()));
     failure.m_isMissingFile = error.isMissingFile();
     return failure;
 }
 
 LoadError LoadError::invalidJSON(const QString &file) {
-    return {Kind::invalidJSON, file,
+    return {Kind::invalidJSON,
             QStringLiteral("%1 is not a valid `.corvane` JSON document.").arg(file)};
 }
 
 LoadError LoadError::decodeFailed(const QString &file, const QString &error) {
-    return {Kind::decodeFailed, file, QStringLiteral("Failed to decode %1: %2").arg(file, error)};
+    return {Kind::decodeFailed, QStringLiteral("Failed to decode %1: %2").arg(file, error)};
 }
 
 LoadError LoadError::unknownFutureSchema(const QString &file, qint64 version) {
     return {
-        Kind::unknownFutureSchema, file,
+        Kind::unknownFutureSchema,
         QStringLiteral("%1 uses schema version %2, which is newer than this build supports (7). "
                        "Update Corvane to open this file.")
             .arg(file, QString::number(version))};
 }
 
 LoadError LoadError::notAProjectFile(const QString &file) {
-    return {Kind::notAProjectFile, file,
+    return {Kind::notAProjectFile,
             QStringLiteral("%1 is not a file. Pick the `.corvane` file itself.").arg(file)};
 }
 
 LoadError LoadError::fileTooLarge(const QString &file, qint64 bytes, qint64 limit) {
     return {
-        Kind::fileTooLarge, file,
+        Kind::fileTooLarge,
         QStringLiteral("%1 is %2, past the %3 limit for a `.corvane` file. Opening it would run "
                        "Corvane out of memory. If this is a real project, it's corrupt — open "
                        "the `.corvane.bak` next to it instead.")

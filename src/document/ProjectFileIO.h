@@ -55,16 +55,13 @@ class ProjectFileIO {
         static LoadError fileTooLarge(const QString &file, qint64 bytes, qint64 limit);
 
         Kind kind() const { return m_kind; }
-        const QString &file() const { return m_file; }
         /// True for `readFailed` if the file doesn't exist.
         bool isMissingFile() const { return m_isMissingFile; }
 
       private:
-        LoadError(Kind kind, QString file, QString description)
-            : Failure(std::move(description)), m_kind(kind), m_file(std::move(file)) {}
+        LoadError(Kind kind, QString description) : Failure(std::move(description)), m_kind(kind) {}
 
         Kind m_kind;
-        QString m_file;
         bool m_isMissingFile = false;
     };
 

@@ -13,13 +13,13 @@ class RemainingTime {
   public:
     explicit RemainingTime(std::chrono::milliseconds start) : m_start(start) {}
 
-    /// `fraction` is the progress from 0 to 1. nullopt if there is no estimate.
-    std::optional<std::chrono::seconds> estimate(double fraction,
-                                                 std::chrono::milliseconds now) const;
-    /// "About 3 min left"; empty if there is no estimate.
+    /// "About 3 min left"; empty if there is no estimate. `fraction` is the progress from 0 to 1.
     QString text(double fraction, std::chrono::milliseconds now) const;
 
   private:
+    std::optional<std::chrono::seconds> estimate(double fraction,
+                                                 std::chrono::milliseconds now) const;
+
     std::chrono::milliseconds m_start;
 };
 

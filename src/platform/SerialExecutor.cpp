@@ -18,7 +18,7 @@ void setThreadPriority(SerialExecutor::Priority priority) {
 } // namespace
 
 SerialExecutor::SerialExecutor(QString name, Priority priority)
-    : m_thread([this, name = std::move(name), priority] { work(name, priority); }) {}
+    : m_thread([this, name = std::move(name), priority] { runQueue(name, priority); }) {}
 
 SerialExecutor::~SerialExecutor() {
     {
@@ -37,7 +37,7 @@ void SerialExecutor::post(std::function<void()> work) {
     m_wake.notify_one();
 }
 
-void SerialExecutor::work(const QString &name, Priority priority) {
+void SerialExecutor::runQueue(const QString &name, Priority priority) {
     ::pthread_setname_np(::pthread_self(), name.left(15).toLatin1().constData());
     setThreadPriority(priority);
     std::unique_lock lock(m_mutex);

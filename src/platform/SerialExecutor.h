@@ -92,7 +92,7 @@ class SerialExecutor {
         }
     };
 
-    void work(const QString &name, Priority priority);
+    void runQueue(const QString &name, Priority priority);
 
     std::mutex m_mutex;
     std::condition_variable m_wake;
