@@ -9,9 +9,9 @@ add_library(corvane_flags INTERFACE)
 target_compile_options(corvane_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
     -Woverloaded-virtual -Werror
-    # A designated initialiser leaves the other fields at their defaults; that is its point.
+    # Designated initializers rely on the defaults of the other members.
     -Wno-missing-designated-field-initializers
-    # libstdc++ 12's stable_sort calls a function that it deprecates itself, which clang 19 reports.
+    # clang 19 reports the deprecated function that libstdc++ 12's stable_sort calls.
     -Wno-deprecated-declarations)
 target_compile_definitions(corvane_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
@@ -21,6 +21,14 @@ if(CORVANE_SANITIZE)
         -fsanitize=${CORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1
         -fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/cmake/sanitizer-ignore.txt)
     target_link_options(corvane_flags INTERFACE -fsanitize=${CORVANE_SANITIZE})
+endif()
+
+if(CORVANE_PRECOMPILED_HEADERS)
+    target_precompile_headers(corvane_flags INTERFACE
+        <algorithm> <functional> <memory> <optional> <vector>
+        <QCoroTask> <QHash> <QList> <QObject> <QString> <QStringList>)
+    # Lets ccache reuse objects that were built with a precompiled header.
+    target_compile_options(corvane_flags INTERFACE "SHELL:-Xclang -fno-pch-timestamp")
 endif()
 
 # corvane_include_root(<target> <folder>): makes the headers of the current source folder available to
@@ -64,6 +72,13 @@ function(corvane_test folder)
     add_executable(test_${name} ${sources})
     target_link_libraries(test_${name} PRIVATE corvane_test_support corvane_${name} ${TEST_LINKS}
                                                corvane_flags)
-    add_test(NAME ${name} COMMAND test_${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+    corvane_register_suite(test_${name} ${folder})
+endfunction()
+
+# corvane_register_suite(<target> <folder>): CTest runs each test of the executable by itself, under the
+# name "<folder>/<suite>.<test>". scripts/test runs the executable as a whole, which is faster.
+function(corvane_register_suite target folder)
+    gtest_discover_tests(${target} TEST_PREFIX "${folder}/" DISCOVERY_MODE PRE_TEST
+                         DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+    set_property(GLOBAL APPEND PROPERTY CORVANE_SUITES ${target})
 endfunction()
