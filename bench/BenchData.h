@@ -6,26 +6,26 @@
 
 namespace corvane::bench {
 
-/// The folder that the benchmarks fill: $CORVANE_BENCH_DIR, which scripts/bench sets.
+/// The folder for benchmark data: $CORVANE_BENCH_DIR, which scripts/bench sets.
 QString dataFolder();
 QString dataPath(const QString &relative);
 
-/// A document as a long shoot makes it: clips with five subclips each, tags, notes and camera data.
+/// A document of a long shoot: clips with five subclips each, tags, notes and camera metadata.
 Project largeProject(int videos);
 
-/// A file of so many bytes that don't compress, made once.
+/// A file of this many incompressible bytes, created on first use.
 QString largeFile(const QString &name, qint64 bytes);
 
-/// Runs a shell command and ends the program with its text where it fails.
+/// Runs a shell command. If it fails, prints its output and exits.
 void runCommand(const QString &command);
 
-/// Bytes of memory that this process holds now, and the most it ever held.
+/// Resident memory of this process in bytes: current and peak.
 double currentMemory();
 double peakMemory();
 
-/// A figure that only a fresh process can tell: starts this program again to measure it.
+/// Measures a figure in a new process of this program.
 double measuredByItself(const QString &what);
-/// What that process measures.
+/// Entry point of that process.
 double timesTheFileToLoad();
 double megabytesOfFiftyUndoSteps();
 

@@ -1,4 +1,4 @@
-// What the program finds out about footage, beside the commands that a user would otherwise run.
+// Facts, thumbnails, filmstrips and exports, compared with the commands a user would run instead.
 
 #include "BenchData.h"
 
@@ -28,8 +28,7 @@ constexpr Footage kFootage[] = {
     {"h264-300", "libx264 -preset superfast -sc_threshold 0", 300},
     {"hevc-12", "libx265 -preset ultrafast -tag:v hvc1 -x265-params scenecut=0:open-gop=0", 12},
     {"hevc-300", "libx265 -preset ultrafast -tag:v hvc1 -x265-params scenecut=0:open-gop=0", 300},
-    // As most cameras store it: a fixed number of pictures that nobody refers to between two
-    // others.
+    // As most cameras record: a fixed number of non-reference frames between two reference frames.
     {"h264-300-plain",
      "libx264 -preset superfast -sc_threshold 0 -bf 3 -b_strategy 0 -x264-params b-pyramid=none",
      300},
@@ -39,7 +38,7 @@ constexpr Footage kFootage[] = {
      300},
 };
 
-/// A clip of 1080p with sound, made once: the encoder's part three times over.
+/// A 1080p clip with audio, created on first use: the encoder's output three times in a row.
 QString clip(const Footage &footage) {
     const QString path = dataPath(QStringLiteral("%1.mp4").arg(QLatin1String(footage.name)));
     if (!fileSystem().linkStatus(path)) {

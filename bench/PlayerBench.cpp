@@ -1,4 +1,4 @@
-// Exact seeks and steps of the player, beside mpv's own exact seek.
+// Exact seeks and steps of the player, compared with mpv's exact seek.
 
 #include "BenchData.h"
 
@@ -23,7 +23,7 @@ constexpr int kSeconds = 24;
 constexpr int kRate = 25;
 constexpr QSize kShown(1280, 720);
 
-/// A film with a lot going on in it, made once.
+/// A clip with much motion, created on first use.
 QString film(const QString &encoder, const QString &size, int gop, int seconds = kSeconds) {
     const auto path = dataPath(QStringLiteral("%1-%2-%3.mp4").arg(encoder, size).arg(gop));
     if (!QFileInfo::exists(path)) {
@@ -41,8 +41,8 @@ QString film(const QString &encoder, const QString &size, int gop, int seconds =
     return path;
 }
 
-/// As many seeks are one run: how far a time is from its key frame decides what it costs, so both
-/// sides go to the same times.
+/// Seeks per run. The distance from the keyframe determines the cost of a seek, so both players seek
+/// to the same times.
 constexpr int kSeeks = 24;
 
 class RandomTimes {
@@ -54,7 +54,7 @@ class RandomTimes {
     std::uniform_real_distribution<> m_spread{0, kSeconds - 1};
 };
 
-/// Tells when a picture has come.
+/// Waits for the player's next frame.
 class WaitingSink : public FrameSink {
   public:
     QSize wantedSize() const override { return kShown; }
@@ -133,7 +133,7 @@ void seekTheirs(benchmark::State &state, const QString &path) {
     }
 }
 
-/// Back through frames that were seen.
+/// Steps back through cached frames.
 void stepBack(benchmark::State &state, const QString &path) {
     constexpr int kSteps = 60;
     Opened opened(path);
@@ -154,7 +154,7 @@ void stepBack(benchmark::State &state, const QString &path) {
     }
 }
 
-/// What the process holds after looking around in 4K film: all of it is the player's.
+/// Memory of a process that only plays and seeks in 4K video.
 void memoryOf4K(benchmark::State &state) {
     const double before = currentMemory();
     constexpr double kMegabyte = 1 << 20;

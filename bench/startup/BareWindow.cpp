@@ -1,5 +1,4 @@
-// What a start costs without a program: Qt Quick, its engine and an empty window, up to the first
-// frame.
+// Baseline of the start-up time: Qt Quick, its engine and an empty window until the first frame.
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>

@@ -1,5 +1,4 @@
-// The program's own start up to its first frame, on the user's data folder as the environment names
-// it.
+// Starts the program until its first frame, with the data folder of the environment.
 #include "kit/Look.h"
 #include "platform/ApplicationFolders.h"
 #include "platform/ProcessLocale.h"
