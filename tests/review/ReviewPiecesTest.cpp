@@ -1,5 +1,4 @@
 #include "platform/SerialExecutor.h"
-#include "review/FlowLayout.h"
 #include "review/ReviewFormats.h"
 #include "ReviewScreenFixture.h"
 
@@ -33,15 +32,6 @@ TEST(ScrubberGeometry, FindsTimesAndBars) {
     EXPECT_EQ(bar(2, 4, 8, 100), QRectF(25, 3, 25, 6));
     EXPECT_EQ(bar(0, 0.1, 3600, 100)->width(), 2);
     EXPECT_FALSE(bar(0, 1, 0, 100));
-}
-
-TEST(FlowLayout, BreaksRowsWhereTheyAreFull) {
-    const QList<QSizeF> sizes{{40, 10}, {40, 20}, {200, 10}, {30, 10}};
-    const auto placed = FlowLayout::place(sizes, 5, 100.0);
-    EXPECT_EQ(placed.positions, (QList<QPointF>{{0, 0}, {45, 0}, {0, 25}, {0, 40}}));
-    EXPECT_EQ(placed.size, QSizeF(200, 50));
-    EXPECT_EQ(FlowLayout::place(sizes, 5, {}).size, QSizeF(325, 20));
-    EXPECT_EQ(FlowLayout::place({}, 5, 100.0).size, QSizeF(0, 0));
 }
 
 TEST_F(ReviewScreenTest, ShowsTheFilterRow) {

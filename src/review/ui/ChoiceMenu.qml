@@ -1,7 +1,7 @@
 // A menu of choices of which one holds.
 //   items: list of maps with "title", "isCurrent" and maybe "isDivider", of one length and kind while
 //   the menu lives; signal chosen(int item)
-// Qt 6.4 has no way to say that a component knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit

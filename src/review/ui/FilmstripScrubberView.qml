@@ -1,7 +1,7 @@
 // The frames of the whole clip side by side, to go along. Without frames there is nothing to see or to
 // reach, and the place is kept.
 //   review: ReviewScreenState
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit

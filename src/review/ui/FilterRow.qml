@@ -1,7 +1,7 @@
 // The filter row above the list: chips on the first line; search, order, count and what is done to all
 // that is listed on the second.
 //   review: the screen's state; signal focusLeft(): Esc in the search field gives the focus back
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit

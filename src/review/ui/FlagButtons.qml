@@ -1,6 +1,6 @@
 // The flags of the inspector's clip, in its order: favourite, selected, reviewed, rejected.
 //   inspector: ClipInspector
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit
@@ -15,8 +15,6 @@ FlowLayout {
     readonly property list<color> borders: [Theme.flagFavoriteBorder, Theme.flagSelectedBorder,
                                             Theme.flagReviewedBorder, Theme.flagRejectedBorder]
     readonly property list<color> inks: [Theme.favorite, Theme.success, Theme.primaryText, Theme.danger]
-
-    spacing: Theme.chipGap
 
     Repeater {
         // A number, so that a flag keeps its button, and the focus in it, when it changes.

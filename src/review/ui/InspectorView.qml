@@ -2,7 +2,6 @@
 // title. Esc in a field gives the keys back to the screen.
 //   inspector: ClipInspector
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Review
 
@@ -11,45 +10,19 @@ Rectangle {
 
     required property ClipInspector inspector
 
-    // What is reached by Tab is in view.
-    function follow(item: Item) {
-        let seen = item;
-        for (let above = item; above && above !== scroll; above = above.parent) {
-            if (above instanceof Flickable) {
-                seen = above; // of what scrolls by itself, the part that shows
-            }
-            if (above === sections) {
-                const top = seen.mapToItem(sections, 0, 0).y + sections.y - Theme.sectionGap;
-                const bottom = top + Math.min(seen.height + 2 * Theme.sectionGap, scroll.height);
-                scroll.contentY = Math.max(Math.min(scroll.contentY, top), bottom - scroll.height);
-            }
-        }
-    }
-
     objectName: "inspector"
     implicitWidth: Theme.sidePaneWidth
     color: Theme.windowBackground
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Clip info")
 
-    Connections {
-        target: view.Window.window
-
-        function onActiveFocusItemChanged() {
-            view.follow(view.Window.activeFocusItem);
-        }
-    }
-
-    Flickable {
+    FocusFlickable {
         id: scroll
 
         objectName: "inspector.scroll"
         anchors.fill: parent
-        contentWidth: width
         contentHeight: sections.height + 2 * Theme.sectionGap
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        T.ScrollBar.vertical: ScrollBar {}
+        focusMargin: Theme.sectionGap
 
         Column {
             id: sections

@@ -1,6 +1,6 @@
 // The media confirmation banners of the open project, one below the other; as high as they are.
 //   banners: what they say, and who takes the answers
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Review

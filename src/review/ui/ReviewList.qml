@@ -2,7 +2,7 @@
 // which it takes by Tab alone, Up, Down, Home, End, Page Up and Page Down move its current row, and
 // Return and Space are a click on that; every other key is passed on.
 //   review: the screen's state
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

@@ -2,7 +2,7 @@
 // between them.
 //   review: what is shown and decided; engine: the player; banners: the media's
 //   signal focusLeft(): a field that is done with gives the focus back
-// Qt 6.4 has no way to say that a component knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

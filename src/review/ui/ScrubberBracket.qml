@@ -1,6 +1,6 @@
 // The mark of an in or an out point: a bar with two feet that point into the range.
 //   isIn: bool; fraction: real or undefined (no mark), from 0 to 1 of the parent's width
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit

@@ -1,6 +1,6 @@
 // The ranges of the clip's subclips in one row; a later one lies over those before it.
 //   review: ReviewScreenState; subclips: its list
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

@@ -1,6 +1,6 @@
 // The subclips of the clip in the player, and the keys that make them.
 //   review: ReviewScreenState; showsHeader: bool; listHeight: real
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

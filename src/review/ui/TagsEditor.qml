@@ -1,7 +1,7 @@
 // The tags of a clip and the field for another one. Return and "Add" put it in and leave the field
 // ready for the next.
 //   inspector: ClipInspector
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit
@@ -25,7 +25,6 @@ Column {
         objectName: "inspector.tags"
         width: parent.width
         visible: repeater.count > 0
-        spacing: Theme.chipGap
 
         Repeater {
             id: repeater
