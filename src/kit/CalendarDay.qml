@@ -1,5 +1,5 @@
 // One day of a calendar.
-//   date: string, ISO; day: int; name: string; inMonth, chosen, focused: bool; signal clicked()
+//   date: string, ISO; day: int; name: string; inMonth, selected, focused: bool; signal clicked()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -11,7 +11,7 @@ T.AbstractButton {
     property int day
     property string name
     property bool inMonth: true
-    property bool chosen: false
+    property bool selected: false
     property bool focused: false
 
     objectName: "day." + date
@@ -21,12 +21,13 @@ T.AbstractButton {
     Accessible.role: Accessible.Cell
     Accessible.name: name
     Accessible.onPressAction: Buttons.click(control)
-    Accessible.selected: chosen
+    Accessible.selected: selected
 
     contentItem: Text {
         text: control.day
         font: Theme.listStyle.font
-        color: control.chosen ? Theme.accentText : control.inMonth ? Theme.primaryText : Theme.placeholderText
+        color: control.selected ? Theme.accentText
+             : control.inMonth ? Theme.primaryText : Theme.placeholderText
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         textFormat: Text.PlainText
@@ -37,7 +38,8 @@ T.AbstractButton {
             anchors.fill: parent
             anchors.margins: Theme.spacing2
             radius: Theme.menuRowRadius
-            color: control.chosen ? Theme.accent : control.hovered ? Theme.controlHovered : Theme.transparent
+            color: control.selected ? Theme.accent
+                 : control.hovered ? Theme.controlHovered : Theme.transparent
             border.width: control.focused ? Theme.focusRingWidth : 0
             border.color: Theme.focusRing
         }

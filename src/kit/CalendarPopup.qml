@@ -1,7 +1,8 @@
-// A month to choose a day from.
-//   date: string, ISO: where it opens; name: string; opener: Item, which gets the focus back;
-//   signal chosen(string date)
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// A calendar to choose a day from. The arrow keys, Page Up and Page Down move the selection, Return
+// chooses it, Esc closes the calendar.
+//   date: string, ISO: the day selected at first, or today if it is no day; name: string; opener: Item,
+//   gets the focus back; signal chosen(string date)
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
@@ -13,10 +14,48 @@ T.Popup {
     property string date
     property string name
     property Item opener: null
+    property string selected
+    readonly property var english: Qt.locale("en_US")
 
     signal chosen(string date)
 
-    function take(day: string) {
+    // JavaScript parses and prints ISO days as UTC, so no time zone shifts the day.
+    function isoDay(year: int, month: int, day: int): string {
+        const date = new Date(0);
+        date.setUTCFullYear(year, month, day);
+        return date.toISOString().slice(0, 10);
+    }
+
+    function select(day: string) {
+        const date = new Date(day);
+        selected = day;
+        monthGrid.year = date.getUTCFullYear();
+        monthGrid.month = date.getUTCMonth();
+    }
+
+    function moveDays(count: int) {
+        const date = new Date(selected);
+        select(isoDay(date.getUTCFullYear(), date.getUTCMonth(), date.getUTCDate() + count));
+    }
+
+    function moveMonths(count: int) {
+        const date = new Date(selected);
+        const day = date.getUTCDate();
+        date.setUTCMonth(date.getUTCMonth() + count);
+        if (date.getUTCDate() !== day) {
+            date.setUTCDate(0); // the month is shorter: its last day
+        }
+        select(date.toISOString().slice(0, 10));
+    }
+
+    // Shows another month and keeps the selection.
+    function turn(count: int) {
+        const first = new Date(Date.UTC(monthGrid.year, monthGrid.month + count));
+        monthGrid.year = first.getUTCFullYear();
+        monthGrid.month = first.getUTCMonth();
+    }
+
+    function choose(day: string) {
         control.chosen(day);
         control.close();
     }
@@ -27,16 +66,16 @@ T.Popup {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
-    onAboutToShow: month.date = date
-    onOpened: grid.forceActiveFocus(Qt.TabFocusReason)
+    onAboutToShow: {
+        const today = new Date();
+        select(Format.isDay(date)
+               ? date : isoDay(today.getFullYear(), today.getMonth(), today.getDate()));
+    }
+    onOpened: days.forceActiveFocus(Qt.TabFocusReason)
     onClosed: {
         if (opener) {
             opener.forceActiveFocus(Qt.PopupFocusReason);
         }
-    }
-
-    CalendarMonth {
-        id: month
     }
 
     background: Rectangle {
@@ -50,18 +89,18 @@ T.Popup {
         spacing: Theme.spacing4
 
         Item {
-            width: grid.width
+            width: days.width
             height: Theme.controlHeight
 
             Button {
                 symbol: "chevron.left"
                 helpText: qsTr("Previous month")
                 focusPolicy: Qt.NoFocus
-                onClicked: month.turn(-1)
+                onClicked: control.turn(-1)
             }
             Label {
                 anchors.centerIn: parent
-                text: month.title
+                text: control.english.standaloneMonthName(monthGrid.month) + " " + monthGrid.year
                 textStyle: Theme.bodyStrongStyle
             }
             Button {
@@ -69,62 +108,79 @@ T.Popup {
                 symbol: "chevron.right"
                 helpText: qsTr("Next month")
                 focusPolicy: Qt.NoFocus
-                onClicked: month.turn(1)
+                onClicked: control.turn(1)
             }
         }
 
-        Row {
-            Repeater {
-                model: month.weekdays
+        T.AbstractDayOfWeekRow {
+            id: weekdays
 
-                Label {
-                    required property string modelData
+            implicitWidth: implicitContentWidth
+            implicitHeight: implicitContentHeight
+            contentItem: Row {
+                Repeater {
+                    model: weekdays.source
 
-                    width: Theme.controlHeight + Theme.spacing2
-                    horizontalAlignment: Text.AlignHCenter
-                    text: modelData
-                    textStyle: Theme.smallStyle
-                    muted: true
+                    Label {
+                        required property int day
+
+                        width: Theme.controlHeight + Theme.spacing2
+                        horizontalAlignment: Text.AlignHCenter
+                        text: control.english.dayName(day, Locale.ShortFormat).slice(0, 2)
+                        textStyle: Theme.smallStyle
+                        muted: true
+                    }
                 }
             }
         }
 
-        Grid {
-            id: grid
+        Item {
+            id: days
 
             objectName: "calendarDays"
-            columns: 7
+            width: monthGrid.width
+            height: monthGrid.height
             activeFocusOnTab: true
             Accessible.role: Accessible.Table
             Accessible.focusable: true
-            Accessible.name: control.name + ", " + month.date
-            Keys.onLeftPressed: month.moveDays(-1)
-            Keys.onRightPressed: month.moveDays(1)
-            Keys.onUpPressed: month.moveDays(-7)
-            Keys.onDownPressed: month.moveDays(7)
-            Keys.onReturnPressed: control.take(month.date)
-            Keys.onEnterPressed: control.take(month.date)
-            Keys.onSpacePressed: control.take(month.date)
+            Accessible.name: control.name + ", " + control.selected
+            Keys.onLeftPressed: control.moveDays(-1)
+            Keys.onRightPressed: control.moveDays(1)
+            Keys.onUpPressed: control.moveDays(-7)
+            Keys.onDownPressed: control.moveDays(7)
+            Keys.onReturnPressed: control.choose(control.selected)
+            Keys.onEnterPressed: control.choose(control.selected)
+            Keys.onSpacePressed: control.choose(control.selected)
             Keys.onPressed: event => {
                 if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown) {
-                    month.moveMonths(event.key === Qt.Key_PageUp ? -1 : 1);
+                    control.moveMonths(event.key === Qt.Key_PageUp ? -1 : 1);
                     event.accepted = true;
                 }
             }
 
-            Repeater {
-                model: month.days
+            T.AbstractMonthGrid {
+                id: monthGrid
 
-                CalendarDay {
-                    required property var modelData
+                implicitWidth: implicitContentWidth
+                implicitHeight: implicitContentHeight
+                contentItem: Grid {
+                    columns: 7
 
-                    date: modelData.date
-                    day: modelData.day
-                    name: modelData.name
-                    inMonth: modelData.inMonth
-                    chosen: modelData.chosen
-                    focused: grid.activeFocus && modelData.chosen
-                    onClicked: control.take(modelData.date)
+                    Repeater {
+                        model: monthGrid.source
+
+                        CalendarDay {
+                            required property var model
+
+                            date: control.isoDay(model.year, model.month, model.day)
+                            day: model.day
+                            name: [day, control.english.monthName(model.month), model.year].join(" ")
+                            inMonth: model.month === monthGrid.month
+                            selected: date === control.selected
+                            focused: days.activeFocus && selected
+                            onClicked: control.choose(date)
+                        }
+                    }
                 }
             }
         }

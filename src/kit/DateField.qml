@@ -1,8 +1,7 @@
-// A day, typed as "2025-06-13" or chosen in a calendar.
-//   date: string, ISO; name: string; helpText: string; calendarShown: bool, read-only;
-//   openCalendar(); signal edited(string date), by hand only; the owner sets `date`
-// The calendar opens by its button or by Down, and is worked by the arrow keys, Page Up and Page
-// Down, Return and Esc. A text that is no day goes back to the day before it when the field is left.
+// A field for a date, typed as "2025-06-13" or chosen in a calendar. The button or Down opens the
+// calendar. When the field loses focus, text that is no date reverts to the last valid date.
+//   date: string, ISO; name: string; helpText: string; openCalendar(); signal edited(string date),
+//   by the user only; the owner sets `date`
 import QtQuick
 import Corvane.Kit
 
@@ -10,11 +9,10 @@ TextField {
     id: control
 
     property string date
-    readonly property alias calendarShown: calendar.visible
 
     signal edited(string date)
 
-    function offer(day: string) {
+    function submit(day: string) {
         if (Format.isDay(day) && day !== date) {
             edited(day);
         }
@@ -28,7 +26,7 @@ TextField {
     rightPadding: Theme.controlHeight
     text: date
     onDateChanged: text = date
-    onTextEdited: offer(text)
+    onTextEdited: submit(text)
     onEditingFinished: text = date
     Keys.onDownPressed: control.openCalendar()
 
@@ -52,6 +50,6 @@ TextField {
         name: control.name
         date: control.date
         opener: control
-        onChosen: day => control.offer(day)
+        onChosen: day => control.submit(day)
     }
 }
