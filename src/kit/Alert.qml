@@ -1,9 +1,11 @@
-// A question or a message over everything else. Return takes the default, Esc the other; a click
-// outside does nothing.
+// A modal question or message. Return presses the default button, Esc the other one; a click outside
+// does nothing.
 //   title, text: string; acceptText: string; cancelText: string, empty for a message with one button;
-//   prominent: bool (the default in accent, for an error's "OK"); destructive: bool;
-//   signals accepted(), rejected() (Esc on a message accepts it)
-// It closes itself before it reports. Buttons are "<objectName>.accept" and "<objectName>.cancel".
+//   subject: var, null or an object with title, text and, if needed, acceptText and cancelText: the
+//   alert is open while it has a subject, and keeps the texts while it fades out;
+//   prominent: bool (the default button in accent); destructive: bool;
+//   signals accepted(), rejected() (Esc on a message accepts it), after the alert has closed
+// Buttons are "<objectName>.accept" and "<objectName>.cancel".
 import QtQuick
 import QtQuick.Templates as T
 
@@ -16,9 +18,22 @@ T.Popup {
     property string cancelText
     property bool prominent: false
     property bool destructive: false
+    property var subject: null
 
     signal accepted()
     signal rejected()
+
+    onSubjectChanged: {
+        if (!subject) {
+            close();
+            return;
+        }
+        title = subject.title;
+        text = subject.text;
+        acceptText = subject.acceptText ?? acceptText;
+        cancelText = subject.cancelText ?? cancelText;
+        open();
+    }
 
     function finish(accepts: bool) {
         control.close();

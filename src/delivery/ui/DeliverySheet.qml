@@ -5,7 +5,6 @@
 //   `previewPane`; wholeHeight: real, read-only, at which no choice is scrolled away
 // Items are "<objectName>.cancel", ".start" and ".choices".
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Delivery
 
@@ -51,33 +50,14 @@ Sheet {
     ]
 
     content: [
-        // What is reached by Tab is in view, however low the window.
-        Connections {
-            target: control.body.Window.window
-
-            function onActiveFocusItemChanged() {
-                const item = control.body.Window.activeFocusItem;
-                for (let parent = item; parent; parent = parent.parent) {
-                    if (parent === form) {
-                        const top = item.mapToItem(form, 0, 0).y + form.y - Theme.formGap;
-                        const bottom = top + item.height + 2 * Theme.formGap;
-                        flickable.contentY = Math.max(0, Math.min(flickable.contentY, top),
-                                                      bottom - flickable.height);
-                    }
-                }
-            }
-        },
-        Flickable {
+        FocusFlickable {
             id: flickable
 
             objectName: control.objectName + ".choices"
             width: Math.min(Theme.deliveryFormWidth, control.availableWidth)
             height: control.body.height
-            contentWidth: width
             contentHeight: form.height + 2 * Theme.deliveryTopMargin
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
-            T.ScrollBar.vertical: ScrollBar {}
+            focusMargin: Theme.formGap
 
             Column {
                 id: form

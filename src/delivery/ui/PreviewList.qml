@@ -1,6 +1,6 @@
 // What will be delivered, a line each, or why there is nothing.
 //   screen: DeliveryScreenState; name: string (its accessible name); rows are "<objectName>.<index>"
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit

@@ -1,7 +1,7 @@
 // The rows of a finished run. Up and Down go from row to row, Space shows the row's file, Ctrl+C copies
 // why a row wasn't delivered.
 //   screen: DeliveryScreenState; rows are "<objectName>.<index>"
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

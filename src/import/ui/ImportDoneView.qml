@@ -1,5 +1,5 @@
 // What an import came to.
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Import

@@ -1,29 +1,17 @@
 // What could not be imported, and why. Up and Down scroll.
 //   model: maps with "fileName" and "message"
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
-ListView {
+ReadingList {
     id: list
 
     objectName: "import.failures"
-    clip: true
+    name: qsTr("Failures")
+    step: Theme.importRowHeight
     activeFocusOnTab: count > 0
-    boundsBehavior: Flickable.StopAtBounds
-    keyNavigationEnabled: false
-    T.ScrollBar.vertical: ScrollBar {}
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Failures")
-
-    function scroll(by: real) {
-        contentY = Math.max(originY, Math.min(originY + contentHeight - height, contentY + by));
-    }
-
-    Keys.onUpPressed: scroll(-Theme.importRowHeight)
-    Keys.onDownPressed: scroll(Theme.importRowHeight)
 
     delegate: Item {
         id: row

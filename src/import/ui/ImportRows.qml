@@ -1,7 +1,7 @@
 // The files of the preview. Up, Down, Page Up, Page Down, Home and End go from one that can be included
 // to the next, Space includes it or leaves it out.
 //   screen: the sheet's state
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

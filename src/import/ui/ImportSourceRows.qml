@@ -1,6 +1,6 @@
 // The chosen sources. Up and Down walk them, Delete removes one.
 //   screen: the sheet's state; signal emptied(): the last one was removed from here
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

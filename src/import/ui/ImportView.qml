@@ -1,7 +1,7 @@
 // The import: one sheet whose content follows the stage. It comes and goes as its state says, and
 // nothing else takes it away.
 //   screen: the sheet's state
-// Qt 6.4 has no way to say that a component knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

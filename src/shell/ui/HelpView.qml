@@ -1,9 +1,8 @@
-// The user guide, a block for each of its lines; or why there is none.
+// The user guide, or the reason why it can't be shown.
 //   help: the guide
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Shell
 
@@ -15,12 +14,6 @@ FocusScope {
     objectName: "helpView"
     focus: true
     Component.onCompleted: help.load()
-
-    function scrollBy(step: real) {
-        const top = list.originY - list.topMargin;
-        const bottom = list.originY + list.contentHeight + list.bottomMargin - list.height;
-        list.contentY = Math.max(top, Math.min(bottom, list.contentY + step));
-    }
 
     Label {
         objectName: "helpView.error"
@@ -39,7 +32,7 @@ FocusScope {
         name: qsTr("Loading the guide")
     }
 
-    ListView {
+    ReadingList {
         id: list
 
         objectName: "helpView.guide"
@@ -49,27 +42,12 @@ FocusScope {
         bottomMargin: Theme.helpPadding
         visible: !root.help.isLoading && root.help.loadError === ""
         model: root.help
-        boundsBehavior: Flickable.StopAtBounds
-        cacheBuffer: 100000 // all of it, so that its height is known
-        T.ScrollBar.vertical: ScrollBar {}
+        cacheBuffer: 100000 // all blocks, so that the content height is exact
+        name: root.help.windowTitle
+        step: Theme.helpScrollStep
+        page: height - 2 * Theme.helpPadding
         Accessible.role: Accessible.Document
-        Accessible.name: root.help.windowTitle
-        Keys.onPressed: event => {
-            const page = height - 2 * Theme.helpPadding;
-            const steps = {
-                [Qt.Key_Up]: -Theme.helpScrollStep,
-                [Qt.Key_Down]: Theme.helpScrollStep,
-                [Qt.Key_PageUp]: -page,
-                [Qt.Key_PageDown]: page,
-                [Qt.Key_Space]: page,
-                [Qt.Key_Home]: -contentHeight,
-                [Qt.Key_End]: contentHeight
-            };
-            if (event.key in steps) {
-                root.scrollBy(steps[event.key]);
-                event.accepted = true;
-            }
-        }
+        Keys.onSpacePressed: scrollBy(page)
 
         delegate: HelpLine {
             x: Theme.helpPadding

@@ -1,7 +1,6 @@
-// What a new project needs to be told.
+// The form for a new project.
 //   app: the application
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Shell
 
@@ -16,28 +15,10 @@ FocusScope {
     Accessible.role: Accessible.Pane
     Accessible.name: heading.text
 
-    // What is reached by Tab is in view, however low the window.
-    Connections {
-        target: root.Window.window
-
-        function onActiveFocusItemChanged() {
-            const item = root.Window.activeFocusItem;
-            if (root.activeFocus && item !== root) {
-                const top = item.mapToItem(form, 0, 0).y + form.y - Theme.formGap;
-                const bottom = top + item.height + 2 * Theme.formGap;
-                flickable.contentY = Math.max(Math.min(flickable.contentY, top), bottom - flickable.height);
-            }
-        }
-    }
-
-    Flickable {
-        id: flickable
-
+    FocusFlickable {
         anchors.fill: parent
-        contentWidth: width
         contentHeight: form.height + Theme.setupTopMargin + Theme.spacing48
-        boundsBehavior: Flickable.StopAtBounds
-        T.ScrollBar.vertical: ScrollBar {}
+        focusMargin: Theme.formGap
 
         Column {
             id: form
@@ -191,7 +172,7 @@ FocusScope {
                 }
             }
 
-            SetupFoot {
+            SetupFooter {
                 width: parent.width
                 canCreate: root.setup.canCreate
                 onCancelled: root.app.router.leaveSetup()

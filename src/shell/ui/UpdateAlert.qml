@@ -1,33 +1,13 @@
-// What a check for updates found, until it was seen.
-//   updater: what made the check
+// Shows the result of a check for updates until it is dismissed.
 import QtQuick
 import Corvane.Kit
 import Corvane.Shell
 
 Alert {
-    id: root
-
     required property UpdaterController updater
 
-    function follow() {
-        if (updater.resultText !== "") {
-            text = updater.resultText;
-            open();
-        } else {
-            close();
-        }
-    }
-
     objectName: "updateResult"
-    title: updater.resultTitle
+    subject: updater.resultText !== "" ? { title: updater.resultTitle, text: updater.resultText }
+                                       : null
     onAccepted: updater.dismissResult()
-    Component.onCompleted: follow()
-
-    property Connections connections: Connections {
-        target: root.updater
-
-        function onResultTextChanged() {
-            root.follow();
-        }
-    }
 }

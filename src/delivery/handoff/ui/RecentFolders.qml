@@ -1,6 +1,6 @@
 // The folders that earlier handoffs went to, to choose one again.
 //   handoff: HandoffScreenState
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit

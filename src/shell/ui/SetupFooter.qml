@@ -1,10 +1,10 @@
-// The foot of the setup form.
+// The footer of the setup form.
 //   canCreate: bool; signals cancelled(), accepted()
 import QtQuick
 import Corvane.Kit
 
 Item {
-    id: foot
+    id: footer
 
     property bool canCreate: false
 
@@ -13,8 +13,8 @@ Item {
 
     implicitHeight: buttons.y + buttons.height
 
-    Divider { // on the screen's own pixels, wherever the text above it ends
-        y: Math.ceil(foot.y + Theme.spacing12) - foot.y
+    Divider { // aligned to whole pixels
+        y: Math.ceil(footer.y + Theme.spacing12) - footer.y
         width: parent.width
     }
 
@@ -29,7 +29,7 @@ Item {
             objectName: "setup.cancel"
             large: true
             text: qsTr("Cancel")
-            onClicked: foot.cancelled()
+            onClicked: footer.cancelled()
         }
 
         Button {
@@ -37,8 +37,8 @@ Item {
             kind: Button.Primary
             large: true
             text: qsTr("Create project")
-            enabled: foot.canCreate
-            onClicked: foot.accepted()
+            enabled: footer.canCreate
+            onClicked: footer.accepted()
         }
     }
 }

@@ -1,5 +1,6 @@
-// A long list that is read: Tab reaches it, and the keys that scroll do.
-//   name: string (its accessible name); a ListView otherwise
+// A list to read: Tab reaches the list itself, and the arrow keys, Page Up, Page Down, Home and End
+// scroll it. Its rows take no focus.
+//   name: string (its accessible name); step, page: real, what a key scrolls; a ListView otherwise
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -9,15 +10,16 @@ ListView {
 
     property string name
     property real step: Theme.previewRowHeight
+    property real page: height
 
     function scrollBy(distance: real) {
-        const top = originY;
-        const bottom = originY + Math.max(0, contentHeight - height);
+        const top = originY - topMargin;
+        const bottom = Math.max(top, originY + contentHeight + bottomMargin - height);
         contentY = Math.max(top, Math.min(bottom, contentY + distance));
     }
 
     activeFocusOnTab: true
-    currentIndex: -1 // the list itself has the focus, none of its rows
+    currentIndex: -1
     keyNavigationEnabled: false
     boundsBehavior: Flickable.StopAtBounds
     clip: true
@@ -26,17 +28,17 @@ ListView {
     Accessible.name: name
     Accessible.focusable: true
 
-    Keys.onUpPressed: scrollBy(-step)
-    Keys.onDownPressed: scrollBy(step)
     Keys.onPressed: event => {
-        const far = {
-            [Qt.Key_PageUp]: -height,
-            [Qt.Key_PageDown]: height,
+        const distance = {
+            [Qt.Key_Up]: -step,
+            [Qt.Key_Down]: step,
+            [Qt.Key_PageUp]: -page,
+            [Qt.Key_PageDown]: page,
             [Qt.Key_Home]: -contentHeight,
             [Qt.Key_End]: contentHeight
         }[event.key];
-        if (far !== undefined) {
-            scrollBy(far);
+        if (distance !== undefined) {
+            scrollBy(distance);
             event.accepted = true;
         }
     }
