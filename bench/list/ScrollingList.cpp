@@ -3,7 +3,7 @@
 // second, and what one star redraws.
 #include "BenchData.h"
 
-#include "kit/Look.h"
+#include "kit/Fonts.h"
 #include "media/RGBImage.h"
 #include "platform/AtomicWrite.h"
 #include "platform/ProcessLocale.h"
@@ -197,7 +197,7 @@ int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication application(argc, argv);
-    setUpLook(application);
+    setUpFonts(application);
 
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("Harbor.corvane"));

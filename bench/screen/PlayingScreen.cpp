@@ -5,7 +5,7 @@
 #include "BenchData.h"
 
 #include "document/ProjectFileIO.h"
-#include "kit/Look.h"
+#include "kit/Fonts.h"
 #include "platform/ProcessLocale.h"
 #include "platform/Tasks.h"
 #include "shell/project/ProjectScreen.h"
@@ -232,7 +232,7 @@ int main(int argc, char **argv) {
     qputenv("QT_QUICK_BACKEND", "software");
     QGuiApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
-    setUpLook(application);
+    setUpFonts(application);
     const QTemporaryDir folder;
     const QStringList films{filmOf(QStringLiteral("libx264"), 12),
                             filmOf(QStringLiteral("libx264"), 300),

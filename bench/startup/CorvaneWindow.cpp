@@ -1,5 +1,5 @@
 // Starts the program until its first frame, with the data folder of the environment.
-#include "kit/Look.h"
+#include "kit/Fonts.h"
 #include "platform/ApplicationFolders.h"
 #include "platform/ProcessLocale.h"
 #include "shell/ProjectModule.h"
@@ -14,11 +14,11 @@ int main(int argc, char **argv) {
     corvane::useUtf8Locale();
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("corvane"));
-    corvane::setUpLook(application);
-    const std::jthread warming = corvane::warmUp();
+    corvane::setUpFonts(application);
+    const std::jthread preloading = corvane::preloadFonts();
     return corvane::runCorvane({.dataFolder = corvane::applicationFolders::applicationSupport(),
                                 .makeProjectScreen = corvane::projectModule::makeProjectScreen,
-                                .shown = [&](QQuickWindow &window) {
+                                .onWindowCreated = [&](QQuickWindow &window) {
                                     QObject::connect(
                                         &window, &QQuickWindow::frameSwapped, &application,
                                         [] {

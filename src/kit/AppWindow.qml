@@ -1,5 +1,5 @@
-// A window of the program, with its ground and its help texts.
-//   everything of ApplicationWindow; helpTip: the item that shows help texts
+// An application window in the theme's colors, with help texts.
+//   helpTip: HelpTip, shows the help texts; an ApplicationWindow otherwise
 import QtQuick
 import QtQuick.Templates as T
 
@@ -14,7 +14,7 @@ T.ApplicationWindow {
     HelpTip {
         id: tip
 
-        // Above sheets and menus, which lie in the overlay; that one is hidden while it is empty.
+        // Above the overlay with sheets and menus. Not in it: an empty overlay is hidden.
         parent: T.Overlay.overlay.parent
         z: T.Overlay.overlay.z + 1
     }

@@ -1,5 +1,5 @@
-// A mark of a row: S, R, X or HD.
-//   text: "S", "R", "X" or "HD"; name: string, its accessible name
+// A badge in a row: S, R, X or HD.
+//   text: "S", "R", "X" or "HD"; name: string (its accessible name)
 import QtQuick
 
 Rectangle {
@@ -26,7 +26,8 @@ Rectangle {
         anchors.centerIn: parent
         text: badge.text
         font: Theme.badgeStyle.font
-        color: badge.text === "S" ? Theme.successText : badge.text === "X" ? Theme.dangerText : Theme.primaryText
+        color: badge.text === "S" ? Theme.successText
+             : badge.text === "X" ? Theme.dangerText : Theme.primaryText
         Accessible.ignored: true
     }
 }

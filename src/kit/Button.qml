@@ -1,10 +1,10 @@
-// A push button. With text it is 28 high (32 with `large`); without text it is a square that shows
-// its symbol only, and its help text is its name.
-//   text, symbol: string; helpText: string; kind: Button.Plain | Button.Primary | Button.Bare
-//   (no ground); destructive: bool (turns danger under the pointer); large, small: bool;
-//   muted: bool (label in t2); iconSize: int; trailingSymbol: string (a menu's chevron);
-//   lit, ring: bool (under the pointer, focused by keyboard); glyphColor: color; signal clicked()
-// Return, Enter and Space press it while it has the focus. Disabled it still shows its help text.
+// A push button. Without text it is a square that shows its symbol, and its help text is its
+// accessible name.
+//   text, symbol: string; helpText: string, shown while disabled too; kind: Button.Plain |
+//   Button.Primary | Button.Bare (no background); destructive: bool (red under the pointer); large,
+//   small: bool; muted: bool (secondary text color); iconSize: int; trailingSymbol: string (a
+//   menu's chevron); showsHover, showsFocusRing: bool; glyphColor: color; signal clicked(), by the
+//   pointer, Return, Enter or Space
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -23,15 +23,18 @@ T.Button {
     property bool small: false
     property bool muted: false
     property bool showsFocusRing: visualFocus
-    property int iconSize: iconOnly ? (destructive ? Theme.buttonIconSize : Theme.iconSize) : Theme.buttonIconSize
+    property int iconSize: iconOnly && !destructive ? Theme.iconSize : Theme.buttonIconSize
     property var textStyle: small ? Theme.listNameStyle
                              : kind === Button.Primary ? Theme.bodyStrongStyle : Theme.bodyLabelStyle
     readonly property bool iconOnly: text === ""
     property bool showsHover: hovered && enabled
-    readonly property color backgroundColor: !enabled ? (kind === Button.Bare ? Theme.transparent : Theme.controlDisabled)
-        : kind === Button.Primary ? (down ? Theme.accentPressed : showsHover ? Theme.accentHovered : Theme.accent)
+    readonly property color backgroundColor:
+        !enabled ? (kind === Button.Bare ? Theme.transparent : Theme.controlDisabled)
+        : kind === Button.Primary
+          ? (down ? Theme.accentPressed : showsHover ? Theme.accentHovered : Theme.accent)
         : destructive && down ? Theme.danger
-        : kind === Button.Bare ? (down ? Theme.controlHovered : showsHover ? Theme.controlBackground : Theme.transparent)
+        : kind === Button.Bare
+          ? (down ? Theme.controlHovered : showsHover ? Theme.controlBackground : Theme.transparent)
         : down ? Theme.controlPressed : showsHover ? Theme.controlHovered : Theme.controlBackground
     readonly property color labelColor: !enabled ? Theme.disabledText
         : kind === Button.Primary ? Theme.accentText
@@ -44,8 +47,9 @@ T.Button {
     implicitHeight: large ? Theme.footerButtonHeight
                           : small ? Theme.smallButtonHeight : Theme.controlHeight
     implicitWidth: iconOnly ? implicitHeight : implicitContentWidth + leftPadding + rightPadding
-    leftPadding: iconOnly ? 0 : (large ? Theme.spacing16 : Theme.spacing12) - (symbol !== "" ? Theme.spacing4 : 0)
-    rightPadding: iconOnly ? 0 : (large ? Theme.spacing16 : Theme.spacing12) - (trailingSymbol !== "" ? Theme.spacing4 : 0)
+    horizontalPadding: iconOnly ? 0 : large ? Theme.spacing16 : Theme.spacing12
+    leftPadding: horizontalPadding - (!iconOnly && symbol !== "" ? Theme.spacing4 : 0)
+    rightPadding: horizontalPadding - (!iconOnly && trailingSymbol !== "" ? Theme.spacing4 : 0)
     spacing: Theme.spacing6
     focusPolicy: Qt.StrongFocus
     font: textStyle.font
@@ -67,13 +71,14 @@ T.Button {
     Accessible.description: iconOnly ? "" : helpText
 
     contentItem: Item {
-        implicitWidth: Math.ceil(label.implicitWidth) + row.aside
+        implicitWidth: Math.ceil(label.implicitWidth) + row.iconsWidth
 
         Row {
             id: row
 
-            readonly property real aside: (control.symbol !== "" ? leading.width + control.spacing : 0)
-                                          + (control.trailingSymbol !== "" ? trailing.width + control.spacing : 0)
+            readonly property real iconsWidth:
+                (control.symbol !== "" ? leading.width + spacing : 0)
+                + (control.trailingSymbol !== "" ? trailing.width + spacing : 0)
 
             anchors.centerIn: parent
             spacing: control.spacing
@@ -93,7 +98,7 @@ T.Button {
 
                 visible: !control.iconOnly
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, control.availableWidth - row.aside)
+                width: Math.min(implicitWidth, control.availableWidth - row.iconsWidth)
                 text: control.text
                 font: control.font
                 color: control.labelColor

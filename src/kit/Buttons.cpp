@@ -9,7 +9,7 @@ void Buttons::click(QQuickItem *button) {
     if (!button || !button->isEnabled()) {
         return;
     }
-    // The one way to a button's click that the templates of Qt 6.4 leave open from outside.
+    // Qt 6.4's templates offer no other way to click a button from outside.
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent space(type, Qt::Key_Space, Qt::NoModifier);
         QCoreApplication::sendEvent(button, &space);

@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-/// What the templates' buttons can do and QML can't reach. Main thread.
+/// Operations on the templates' buttons that QML has no access to. Main thread.
 class Buttons : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -14,7 +14,7 @@ class Buttons : public QObject {
   public:
     using QObject::QObject;
 
-    /// Clicks a button as the pointer would: nothing if it is disabled, its action if it has one.
+    /// Clicks a button as the pointer would. No-op if the button is disabled.
     Q_INVOKABLE static void click(QQuickItem *button);
 };
 

@@ -1,4 +1,4 @@
-// A box with a label, for what waits for a button.
+// A check box with a label, for choices that a button applies.
 //   text: string; checked: bool; helpText: string; signal toggled()
 import QtQuick
 import QtQuick.Templates as T

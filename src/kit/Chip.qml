@@ -1,7 +1,7 @@
-// A chip that is on or off, or, with `menu`, one that opens a menu below itself.
-//   text: string; checked: bool; helpText: string; menu: PopUpMenu or null;
-//   signals toggled() (toggle chip), clicked()
-// A menu chip shows `checked` as its owner sets it and doesn't toggle by itself.
+// A chip that toggles or, with `menu`, opens a menu below itself.
+//   text: string; checked: bool; helpText: string; menu: PopUpMenu or null; signals toggled()
+//   (without a menu), clicked()
+// The owner of a chip with a menu sets `checked`.
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -13,6 +13,8 @@ T.Button {
     property bool showsFocusRing: visualFocus
     property PopUpMenu menu: null
     property bool showsHover: hovered && enabled
+    readonly property color labelColor: !enabled ? Theme.disabledText
+                                      : checked ? Theme.activeChipText : Theme.primaryText
 
     checkable: menu === null
     implicitHeight: Theme.chipHeight
@@ -59,7 +61,7 @@ T.Button {
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
             font: control.font
-            color: !control.enabled ? Theme.disabledText : control.checked ? Theme.activeChipText : Theme.primaryText
+            color: control.labelColor
             textFormat: Text.PlainText
             Accessible.ignored: true
         }
@@ -69,14 +71,16 @@ T.Button {
             visible: control.menu !== null
             symbol: "chevron.down"
             size: Theme.buttonIconSize
-            color: !control.enabled ? Theme.disabledText : control.checked ? Theme.activeChipText : Theme.primaryText
+            color: control.labelColor
         }
     }
 
     background: Rectangle {
         radius: height / 2
-        color: !control.enabled ? Theme.controlDisabled : control.checked ? Theme.activeChipBackground
-             : control.down ? Theme.controlPressed : control.showsHover ? Theme.controlHovered : Theme.controlBackground
+        color: !control.enabled ? Theme.controlDisabled
+             : control.checked ? Theme.activeChipBackground
+             : control.down ? Theme.controlPressed
+             : control.showsHover ? Theme.controlHovered : Theme.controlBackground
         border.width: control.checked && control.enabled ? Theme.hairline : 0
         border.color: Theme.activeChipBorder
 

@@ -1,6 +1,7 @@
-// A line with a chevron that shows or hides what belongs to it.
-//   text: string; open: bool; helpText: string; focusPolicy: of the line; default content: items, stacked
-//   below the line; signal toggled(bool open), by hand only; the owner binds `open` or leaves it to the control
+// A line with a chevron that shows or hides its content.
+//   text: string; open: bool, bound by the owner or left to the control; helpText: string;
+//   focusPolicy: of the line; default content: items, stacked below the line; signal toggled(bool
+//   open), by the user only
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

@@ -1,4 +1,5 @@
-// A line between regions: horizontal, or vertical with `vertical`.
+// A line between regions, horizontal by default.
+//   vertical: bool
 import QtQuick
 
 Rectangle {

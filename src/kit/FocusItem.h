@@ -5,9 +5,9 @@
 
 namespace corvane {
 
-/// An item that takes the keyboard's focus by Tab and knows whether it has it by the keyboard, for
-/// controls whose role for a reader of the screen is none of the templates': those overwrite what a
-/// screen sets. Main thread.
+/// An item that Tab reaches. `visualFocus` is true while it has the focus because of the keyboard.
+/// For controls with an accessible role that no template has: templates overwrite the role that QML
+/// sets. Main thread.
 class FocusItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

@@ -14,8 +14,8 @@ QString Format::counted(int count, const QString &singular) {
 }
 
 QString Format::percent(double fraction) {
-    const double within = std::isfinite(fraction) ? std::clamp(fraction, 0.0, 1.0) : 0.0;
-    return QString::number(int(within * 100)) + QLatin1Char('%');
+    const double clamped = std::isfinite(fraction) ? std::clamp(fraction, 0.0, 1.0) : 0.0;
+    return QString::number(int(clamped * 100)) + QLatin1Char('%');
 }
 
 bool Format::isDay(const QString &date) {

@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// Numbers, times and keys as the screens print them, for values that only a screen has. What a
-/// view model knows it prints itself, with platform/TextFormat.h. Main thread.
+/// Formats values that only QML has. View models format theirs with platform/TextFormat.h.
+/// Main thread.
 class Format : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -20,13 +20,13 @@ class Format : public QObject {
     /// "1 clip", "2 clips".
     Q_INVOKABLE static QString counted(int count, const QString &singular);
 
-    /// "38%" of a fraction; what lies outside 0 to 1 is the nearer end.
+    /// "38%" for 0.38. Clamps to 0..1; a fraction that isn't finite counts as 0.
     Q_INVOKABLE static QString percent(double fraction);
 
-    /// Whether a text is a day, "2025-06-13".
+    /// True for an ISO date such as "2025-06-13".
     Q_INVOKABLE static bool isDay(const QString &date);
 
-    /// An action's shortcut as people read it: "Ctrl+Shift+E". Takes a text or a standard key.
+    /// A shortcut as the desktop writes it: "Ctrl+Shift+E". Takes a string or a standard key.
     Q_INVOKABLE static QString keys(const QVariant &shortcut);
 };
 

@@ -9,13 +9,13 @@ namespace corvane {
 
 namespace {
 
-HelpTextAttached *helpOf(QQuickItem *item) {
+HelpTextAttached *attachedHelp(QQuickItem *item) {
     return qobject_cast<HelpTextAttached *>(qmlAttachedPropertiesObject<HelpText>(item, false));
 }
 
-/// The topmost visible item at a point of the scene, enabled or not. An item that has neither
-/// children nor a help text under the point still covers what lies behind it if it takes clicks.
-QQuickItem *innermostAt(QQuickItem *item, QPointF scene) {
+/// The topmost visible item at a scene position that accepts clicks or has a help text. Such an
+/// item hides the help texts of the items behind it even if it has none itself.
+QQuickItem *innermostItemAt(QQuickItem *item, QPointF scene) {
     const QPointF point = item->mapFromScene(scene);
     if (!item->isVisible() || (item->clip() && !item->contains(point))) {
         return nullptr;
@@ -24,18 +24,19 @@ QQuickItem *innermostAt(QQuickItem *item, QPointF scene) {
     std::stable_sort(children.begin(), children.end(),
                      [](QQuickItem *a, QQuickItem *b) { return a->z() < b->z(); });
     for (auto child = children.crbegin(); child != children.crend(); ++child) {
-        if (QQuickItem *found = innermostAt(*child, scene)) {
+        if (QQuickItem *found = innermostItemAt(*child, scene)) {
             return found;
         }
     }
-    const bool counts = item->acceptedMouseButtons() != Qt::NoButton || helpOf(item);
-    return counts && item->contains(point) ? item : nullptr;
+    const bool coversItemsBehind =
+        item->acceptedMouseButtons() != Qt::NoButton || attachedHelp(item);
+    return coversItemsBehind && item->contains(point) ? item : nullptr;
 }
 
-QQuickItem *helpfulAt(QQuickWindow *window, QPointF scene) {
-    QQuickItem *item = innermostAt(window->contentItem(), scene);
+QQuickItem *itemWithHelpAt(QQuickWindow *window, QPointF scene) {
+    QQuickItem *item = innermostItemAt(window->contentItem(), scene);
     while (item) {
-        const HelpTextAttached *help = helpOf(item);
+        const HelpTextAttached *help = attachedHelp(item);
         if (help && !help->text().isEmpty()) {
             return item;
         }
@@ -58,12 +59,12 @@ void HelpTextAttached::setText(const QString &text) {
 HelpText::HelpText(QQuickItem *parent) : QQuickItem(parent) {}
 
 QString HelpText::text() const {
-    const HelpTextAttached *help = m_due && m_under ? helpOf(m_under) : nullptr;
+    const HelpTextAttached *help = m_isShown && m_hovered ? attachedHelp(m_hovered) : nullptr;
     return help ? help->text() : QString();
 }
 
 QQuickItem *HelpText::subject() const {
-    return m_due ? m_under.data() : nullptr;
+    return m_isShown ? m_hovered.data() : nullptr;
 }
 
 HelpTextAttached *HelpText::qmlAttachedProperties(QObject *object) {
@@ -79,11 +80,11 @@ bool HelpText::eventFilter(QObject *watched, QEvent *event) {
     case QEvent::KeyPress:
     case QEvent::Wheel:
         m_timer.stop();
-        setDue(false);
+        setShown(false);
         break;
     case QEvent::Leave:
     case QEvent::WindowDeactivate:
-        rest();
+        reset();
         break;
     default:
         break;
@@ -93,7 +94,7 @@ bool HelpText::eventFilter(QObject *watched, QEvent *event) {
 
 void HelpText::itemChange(ItemChange change, const ItemChangeData &data) {
     if (change == ItemSceneChange) {
-        rest();
+        reset();
         if (m_window) {
             m_window->removeEventFilter(this);
         }
@@ -111,30 +112,30 @@ void HelpText::timerEvent(QTimerEvent *event) {
         return;
     }
     m_timer.stop();
-    setDue(m_under && m_under->isVisible());
+    setShown(m_hovered && m_hovered->isVisible());
 }
 
 void HelpText::pointerMoved(QPointF position) {
-    QQuickItem *under = helpfulAt(m_window, position);
-    if (under == m_under) {
+    QQuickItem *hovered = itemWithHelpAt(m_window, position);
+    if (hovered == m_hovered) {
         return;
     }
-    rest();
-    m_under = under;
-    if (under) {
+    reset();
+    m_hovered = hovered;
+    if (hovered) {
         m_timer.start(m_delay, this);
     }
 }
 
-void HelpText::rest() {
+void HelpText::reset() {
     m_timer.stop();
-    setDue(false);
-    m_under = nullptr;
+    setShown(false);
+    m_hovered = nullptr;
 }
 
-void HelpText::setDue(bool due) {
-    if (m_due != due) {
-        m_due = due;
+void HelpText::setShown(bool isShown) {
+    if (m_isShown != isShown) {
+        m_isShown = isShown;
         Q_EMIT shownChanged();
     }
 }

@@ -5,10 +5,9 @@
 #include <QQuickItem>
 #include <QtQml/qqml.h>
 
-/// Help texts: what a control says about itself while the pointer rests on it.
 namespace corvane {
 
-/// `HelpText.text` on an item. An empty text is none.
+/// The attached property `HelpText.text`: an item's help text, empty if it has none.
 class HelpTextAttached : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
@@ -27,10 +26,10 @@ class HelpTextAttached : public QObject {
     QString m_text;
 };
 
-/// Follows the pointer over the window that holds it and names the item whose help text is due: the
-/// innermost visible one under the pointer that has a text, whether it is enabled or not, once the
-/// pointer has rested on it for `delay` milliseconds. A press, a key or a wheel takes the text away
-/// until the pointer reaches another item. One to a window; HelpTip.qml shows what it says.
+/// Tracks the pointer over its window and selects the help text to show: that of the innermost
+/// visible item under the pointer that has one, enabled or not, once the pointer has rested on it
+/// for `delay` milliseconds. A press, a key or the wheel hides the text until the pointer enters
+/// another item. One per window; HelpTip.qml displays it. Main thread.
 class HelpText : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -42,10 +41,10 @@ class HelpText : public QQuickItem {
   public:
     explicit HelpText(QQuickItem *parent = nullptr);
 
-    /// The text that is due, empty while none is.
+    /// The help text to show; empty if there is none at the moment.
     [[nodiscard]] QString text() const;
 
-    /// The item that it belongs to, null while none is due.
+    /// The item that `text` belongs to; null if `text` is empty.
     [[nodiscard]] QQuickItem *subject() const;
 
     static HelpTextAttached *qmlAttachedProperties(QObject *object);
@@ -61,14 +60,14 @@ class HelpText : public QQuickItem {
 
   private:
     void pointerMoved(QPointF position);
-    void rest();
-    void setDue(bool due);
+    void reset();
+    void setShown(bool isShown);
 
     int m_delay = 0;
-    bool m_due = false;
+    bool m_isShown = false;
     QBasicTimer m_timer;
     QPointer<QQuickWindow> m_window;
-    QPointer<QQuickItem> m_under;
+    QPointer<QQuickItem> m_hovered;
 };
 
 } // namespace corvane

@@ -1,5 +1,5 @@
-// Shows the help text of what the pointer rests on, enabled or not. One to a window, on top of it;
-// AppWindow has one. A control gives its text by `HelpText.text`.
+// Shows the help text of the item under the pointer, enabled or not. Each AppWindow has one. A
+// control sets its text with `HelpText.text`.
 //   shownText: string, read-only
 import QtQuick
 import Corvane.Kit

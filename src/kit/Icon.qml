@@ -1,6 +1,6 @@
-// A glyph of the icon table in a square of its size.
-//   symbol: string, as in IconTable; size: int; color
-// Decoration for a reader of the screen: the control that holds it has the name.
+// A symbol of the icon table in a square. Screen readers skip it: the control around it has the
+// name.
+//   symbol: string, a name in IconTable; size: int; color
 import QtQuick
 import Corvane.Kit
 

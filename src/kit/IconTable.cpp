@@ -56,17 +56,17 @@ constexpr IconRow iconRows[] = {
     {QLatin1String("calendar"), 0xE935},
 };
 
-/// The program brings its icons along: of the installed forms of this font the system may choose
-/// one that has to be unpacked, which the first frame would wait for.
-void addFont() {
-    [[maybe_unused]] static const int added = QFontDatabase::addApplicationFont(
+/// Loads the icon font from the resources: the system's font lookup may pick a compressed variant,
+/// and the first frame would wait for its decompression.
+void loadFont() {
+    [[maybe_unused]] static const int id = QFontDatabase::addApplicationFont(
         QStringLiteral(":/corvane/kit/MaterialIcons-Regular.ttf"));
 }
 
 } // namespace
 
 IconTable::IconTable(QObject *parent) : QObject(parent) {
-    addFont();
+    loadFont();
     m_codePoints.reserve(std::ssize(iconRows));
     for (const IconRow &row : iconRows) {
         m_codePoints.insert(row.symbol, row.codePoint);
@@ -91,11 +91,11 @@ QString IconTable::glyph(const QString &symbol) const {
     }
     const auto found = m_codePoints.constFind(symbol);
     if (found == m_codePoints.constEnd()) {
-        const QString fault = QStringLiteral("No icon for the symbol \"%1\"").arg(symbol);
+        const QString message = QStringLiteral("No icon for the symbol \"%1\"").arg(symbol);
         if (QJSEngine *engine = qjsEngine(this)) {
-            engine->throwError(fault);
+            engine->throwError(message);
         } else {
-            qCritical("%s", qUtf8Printable(fault));
+            qCritical("%s", qUtf8Printable(message));
         }
         return {};
     }

@@ -5,12 +5,10 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// The symbols of the screens and the characters of the icon font that draw them.
 namespace corvane {
 
-/// Looked up by the names that the screens use ("film", "chevron.left"). The font is the family
-/// that `family` names, which the first table adds to the application's; a symbol is one code point
-/// in it. Main thread, with a QGuiApplication.
+/// Maps symbol names such as "film" or "chevron.left" to code points of the icon font, and loads
+/// that font when the first table is constructed. Main thread, with a QGuiApplication.
 class IconTable : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -23,11 +21,11 @@ class IconTable : public QObject {
 
     [[nodiscard]] QString family() const;
 
-    /// All symbols, in the order of the table.
+    /// All symbol names.
     [[nodiscard]] QStringList symbols() const;
 
-    /// The text that draws `symbol`. A symbol that isn't in the table is a fault of the screen that
-    /// asked: it raises an error there and draws nothing. The empty symbol draws nothing.
+    /// The string that draws `symbol` in the icon font; empty for an empty name. Throws a
+    /// JavaScript error for an unknown name, or logs it if no QML engine called.
     Q_INVOKABLE QString glyph(const QString &symbol) const;
 
   private:

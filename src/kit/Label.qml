@@ -1,7 +1,7 @@
-// Text of one of the theme's types, in the middle of lines of that type's height. Elides at the
-// right unless told otherwise; with `wrapMode` set it wraps, else it shows one line unless
-// `maximumLineCount` is set: names can hold line breaks.
-//   textStyle: Theme.bodyStyle, Theme.listStyle, ...; color; muted: bool (t2)
+// Text in one of the theme's styles, vertically centered in lines of the style's height. Wraps if
+// `wrapMode` is set. Otherwise it elides at the right and shows one line, because names may contain
+// line breaks, unless `maximumLineCount` is set.
+//   textStyle: Theme.bodyStyle, Theme.listStyle, ...; color; muted: bool (secondary text color)
 import QtQuick
 
 Text {

@@ -1,5 +1,5 @@
-// The row of menus at the top of a window. Alt or F10 isn't needed to reach it: its titles stand first
-// in the Tab order; Return, Space and Down open one.
+// The menu bar of a window. Its titles come first in the Tab order; Return, Enter and Down open a
+// menu.
 //   children: PopUpMenu with a title
 import QtQuick
 import QtQuick.Templates as T

@@ -1,4 +1,4 @@
-// A line between groups of a menu.
+// A line between groups of menu items.
 import QtQuick
 import QtQuick.Templates as T
 

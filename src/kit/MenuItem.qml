@@ -1,7 +1,7 @@
 // A row of a menu.
-//   text: string; elide: where it is cut, by itself at the right; checkable, checked: bool (the check
-//   mark); shortcutText: string, right-aligned (by itself the action's shortcut); helpText: string,
-//   shown while disabled too; action; signal triggered()
+//   text: string; elide: as for Text; checkable, checked: bool (the check mark); shortcutText:
+//   string, right-aligned, by default the shortcut of the action; helpText: string, shown while
+//   disabled too; action; signal triggered()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

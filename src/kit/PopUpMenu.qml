@@ -1,7 +1,7 @@
-// A menu over the screen. Up, Down, Return and Esc as usual; it closes on a click elsewhere.
-//   children: MenuItem, MenuDivider, PopUpMenu (a submenu); name: string, what a reader of the screen
-//   says; openBelow(item) opens it under a control and gives the focus back to who had it when it
-//   closes; openBelow(item, true) aligns the right edges
+// A menu that a click elsewhere closes.
+//   children: MenuItem, MenuDivider, PopUpMenu (a submenu); name: string (its accessible name);
+//   openBelow(item) opens it below a control, and returns the focus to the previously focused item
+//   when it closes; openBelow(item, true) aligns the right edges
 import QtQuick
 import QtQuick.Templates as T
 

@@ -1,4 +1,4 @@
-// How much is done. It jumps from value to value and never goes back; `restart()` begins anew.
+// A progress bar that never goes back until `restart()`.
 //   value: real, 0 to 1; shownValue: real, read-only; name: string (its accessible name)
 import QtQuick
 import Corvane.Kit

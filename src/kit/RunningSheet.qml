@@ -1,9 +1,9 @@
-// The compact sheet of a run: what is at work, how far it is, and one button that ends it. Esc presses
-// the button; nothing else closes the sheet.
-//   title: string; fileName: string; figure: string (right of the name: a count or, with
-//   `figureIsStrong`, a percent, which is the first thing to look at);
-//   fraction: real, 0 to 1; details: string and timeLeft: string (the line below the bar, left and
-//   right); buttonText: string; buttonEnabled: bool; signal cancelled()
+// The compact sheet of a run: the file in progress, the progress and a button that cancels. Esc
+// presses the button.
+//   title: string; fileName: string; figure: string (a count or percentage at the right);
+//   figureIsStrong: bool (emphasizes `figure`); fraction: real, 0 to 1; details, timeLeft: string
+//   (the line below the bar, left and right); buttonText: string; buttonEnabled: bool; signal
+//   cancelled()
 // Items are "<objectName>.file", ".figure", ".bar", ".details", ".timeLeft" and ".cancel".
 import QtQuick
 import Corvane.Kit

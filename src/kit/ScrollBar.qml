@@ -1,4 +1,4 @@
-// A thin bar over the content's edge, shown while there is more than fits.
+// A thin scroll bar over the content, visible while the content is larger than the view.
 import QtQuick
 import QtQuick.Templates as T
 

@@ -1,9 +1,10 @@
-// One of a few, side by side. Left and Right change the choice; Home and End go to its ends.
-//   model: list of strings; currentIndex: int; name: string (what is chosen, for a reader of the
-//   screen); helpText: string; signal activated(int index), by hand only
-// Segments have the objectName "<objectName>.<index>". The owner binds `currentIndex` to its own
-// value and sets that value in `activated`; a choice doesn't change itself.
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// A choice of one from a few options side by side. Left and Right change it, Home and End select
+// the first and the last option.
+//   model: list of strings; currentIndex: int; name: string (its accessible name); helpText:
+//   string; signal activated(int index), by the user only
+// Segments have the objectName "<objectName>.<index>". The owner binds `currentIndex` and changes
+// the value behind it in `activated`.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
@@ -92,7 +93,8 @@ FocusItem {
 
                     background: Rectangle {
                         radius: Theme.menuRowRadius
-                        color: segment.chosen ? (control.enabled ? Theme.controlPressed : Theme.controlDisabled)
+                        color: segment.chosen
+                               ? (control.enabled ? Theme.controlPressed : Theme.controlDisabled)
                              : segment.hovered && control.enabled ? Theme.hoveredRow : Theme.transparent
                     }
                     contentItem: Text {
@@ -100,7 +102,8 @@ FocusItem {
 
                         text: segment.text
                         font: Theme.listNameStyle.font
-                        color: !control.enabled ? Theme.disabledText : segment.chosen ? Theme.primaryText : Theme.secondaryText
+                        color: !control.enabled ? Theme.disabledText
+                             : segment.chosen ? Theme.primaryText : Theme.secondaryText
                         horizontalAlignment: Text.AlignHCenter
                         verticalAlignment: Text.AlignVCenter
                         textFormat: Text.PlainText

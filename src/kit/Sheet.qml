@@ -1,11 +1,11 @@
-// A modal sheet over the window: a head with its title, content, a foot with its buttons at the
-// right. A click outside does nothing; Esc is reported and closes nothing by itself.
-//   title: string; headerHeight: int; hasHeaderDivider: bool; name: string (its accessible name, the title by itself); backText: string (a "Back"
-//   button in the head when not empty); sheetWidth: real; sheetHeight: real, 0 for as high as its
-//   content; maximumMargin: real (what stays free around it); default content: items, laid out by the
-//   owner in `body`; foot: items, in a row at the right; defaultButton: what Return presses;
-//   initialFocus: Item; signals escapePressed(), backClicked()
-// open() and close() as for any popup.
+// A modal sheet: a header with its title, its content, and a footer with its buttons. A click
+// outside does nothing, and Esc only emits `escapePressed`.
+//   title: string; headerHeight: int; hasHeaderDivider: bool; name: string (its accessible name, by
+//   default the title); backText: string (a "Back" button in the header if not empty); sheetWidth:
+//   real; sheetHeight: real, 0 for the height of its content; maximumMargin: real (space kept free
+//   around it); default content: items, laid out by the owner in `body`; footer: items, in a row at
+//   the right; defaultButton: the button that Return presses; initialFocus: Item; signals
+//   escapePressed(), backClicked(); a Popup otherwise
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -140,7 +140,7 @@ T.Popup {
             anchors.bottom: footerArea.top
             width: parent.width
             implicitWidth: childrenRect.width
-            // Content of a sheet whose height is given may take the body's height itself.
+            // With a fixed height, content may depend on the body's height: avoid the binding loop.
             implicitHeight: control.sheetHeight > 0 ? 0 : childrenRect.height
         }
 

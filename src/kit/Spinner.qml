@@ -1,6 +1,6 @@
-// Something is going on and nobody knows for how long.
-//   running: bool; name: string, what a reader of the screen says; size: int
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Indeterminate progress indicator.
+//   running: bool; name: string (its accessible name); size: int
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 

@@ -1,9 +1,10 @@
-// A rating of none to five stars. A click on a star gives that many, the cross takes them away; Left
-// and Right step, digits set.
-//   rating: int, 0 to 5; name: string; helpText: string; starTexts: list of string (the help text of
-//   each star); clearText: string (the cross's help text); large: bool; hoveredStar: int (0 for none);
-//   signal rated(int stars), by hand only and also with the rating that stands; the owner sets `rating`
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// A rating from 0 to 5 stars. A click on a star rates, the cross clears the rating; Left and Right
+// change it by one star, a digit sets it.
+//   rating: int, 0 to 5; name: string; helpText: string; starTexts: list of string (each star's
+//   help text); clearText: string (the cross's help text); large: bool; hoveredStar: int, 0 if none
+//   is; signal rated(int stars), by the user only, even if the rating is the same; the owner sets
+//   `rating`
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
@@ -23,7 +24,7 @@ FocusItem {
     readonly property int starWidth: large ? Theme.largeStarWidth : Theme.starWidth
     readonly property int clearWidth: large ? Theme.largeStarClearWidth : Theme.starClearWidth
 
-    // As a reader of the screen asks for them.
+    // Read by the accessibility bridge.
     readonly property int value: rating
     readonly property int minimumValue: 0
     readonly property int maximumValue: 5
@@ -74,7 +75,7 @@ FocusItem {
                 enabled: control.enabled
             }
             TapHandler {
-                gesturePolicy: TapHandler.ReleaseWithinBounds // what lies below gets no click of it
+                gesturePolicy: TapHandler.ReleaseWithinBounds // grabs the click from items below
                 onTapped: point =>
                     control.rate(Math.ceil(Math.max(1, point.position.x) / control.starWidth))
             }
@@ -85,15 +86,16 @@ FocusItem {
                 Icon {
                     required property int index
                     readonly property bool filled: index < control.rating
-                    readonly property bool offered: index < control.hoveredStar && !filled
+                    readonly property bool isPreviewed: index < control.hoveredStar && !filled
 
                     anchors.verticalCenter: parent.verticalCenter
                     width: control.starWidth
                     size: control.large ? Theme.brandIconSize : Theme.iconSize
                     HelpText.text: control.starTexts[index] ?? ""
-                    symbol: filled || offered ? "star.fill" : "star"
-                    color: !control.enabled ? Theme.disabledText : filled || offered ? Theme.rating : Theme.fieldBorder
-                    opacity: offered ? Theme.halfStarOpacity : 1
+                    symbol: filled || isPreviewed ? "star.fill" : "star"
+                    color: !control.enabled ? Theme.disabledText
+                         : filled || isPreviewed ? Theme.rating : Theme.fieldBorder
+                    opacity: isPreviewed ? Theme.halfStarOpacity : 1
                 }
             }
         }

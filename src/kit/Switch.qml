@@ -1,4 +1,4 @@
-// A switch with a label, for what takes effect on the spot.
+// A switch with a label, for settings that apply immediately.
 //   text: string; checked: bool; helpText: string; signal toggled()
 import QtQuick
 import QtQuick.Templates as T
@@ -40,7 +40,8 @@ T.Switch {
             width: Theme.switchKnob
             height: Theme.switchKnob
             radius: height / 2
-            color: !control.enabled ? Theme.disabledText : control.checked ? Theme.accentText : Theme.secondaryText
+            color: !control.enabled ? Theme.disabledText
+                 : control.checked ? Theme.accentText : Theme.secondaryText
         }
 
         FocusRing {

@@ -1,5 +1,6 @@
-// Numbers and times in figures of one width, in one line. For a running time and for columns.
-//   text: string; textStyle: Theme.bodyStyle, ...; color; muted: bool (t2); rightAligned: bool
+// A single line of numbers or times in tabular figures, for columns and running times.
+//   text: string; textStyle: Theme.bodyStyle, ...; color; muted: bool (secondary text color);
+//   rightAligned: bool
 import QtQuick
 import Corvane.Kit
 

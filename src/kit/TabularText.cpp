@@ -10,15 +10,14 @@ namespace corvane {
 
 namespace {
 
-/// A piece of a text that is drawn at one place: a digit in its cell, or what stands between
-/// digits.
-struct Piece {
+/// Text that is drawn in one call: a single digit, or the characters between two digits.
+struct TextRun {
     QString text;
     qreal x = 0;
 };
 
 struct Line {
-    QList<Piece> pieces;
+    QList<TextRun> runs;
     qreal width = 0;
 };
 
@@ -30,25 +29,25 @@ qreal widestDigit(const QFontMetricsF &metrics) {
     return widest;
 }
 
-bool isFigure(QChar letter) {
-    return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
+bool isDigit(QChar character) {
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
 }
 
-Line laidOut(const QString &text, const QFontMetricsF &metrics) {
-    const qreal cell = widestDigit(metrics);
+Line layOut(const QString &text, const QFontMetricsF &metrics) {
+    const qreal digitWidth = widestDigit(metrics);
     Line line;
     for (qsizetype i = 0; i < text.size();) {
         qsizetype end = i + 1;
-        if (isFigure(text[i])) {
-            const qreal inset = (cell - metrics.horizontalAdvance(text[i])) / 2;
-            line.pieces.append({QString(text[i]), line.width + inset});
-            line.width += cell;
+        if (isDigit(text[i])) {
+            const qreal inset = (digitWidth - metrics.horizontalAdvance(text[i])) / 2;
+            line.runs.append({QString(text[i]), line.width + inset});
+            line.width += digitWidth;
         } else {
-            while (end < text.size() && !isFigure(text[end])) {
+            while (end < text.size() && !isDigit(text[end])) {
                 ++end;
             }
             const QString words = text.mid(i, end - i);
-            line.pieces.append({words, line.width});
+            line.runs.append({words, line.width});
             line.width += metrics.horizontalAdvance(words);
         }
         i = end;
@@ -63,40 +62,40 @@ TabularText::TabularText(QQuickItem *parent) : QQuickPaintedItem(parent) {
 }
 
 void TabularText::setText(const QString &text) {
-    change(m_text, text);
+    set(m_text, text);
 }
 
 void TabularText::setFont(const QFont &font) {
-    change(m_font, font);
+    set(m_font, font);
 }
 
 void TabularText::setColor(const QColor &color) {
-    change(m_color, color);
+    set(m_color, color);
 }
 
 void TabularText::setRightAligned(bool rightAligned) {
-    change(m_rightAligned, rightAligned);
+    set(m_rightAligned, rightAligned);
 }
 
 void TabularText::paint(QPainter *painter) {
     const QFontMetricsF metrics(m_font);
-    const Line line = laidOut(m_text, metrics);
+    const Line line = layOut(m_text, metrics);
     const qreal left = m_rightAligned ? width() - line.width : 0;
     const qreal baseline = (height() - metrics.height()) / 2 + metrics.ascent();
     painter->setFont(m_font);
     painter->setPen(m_color);
-    for (const Piece &piece : line.pieces) {
-        painter->drawText(QPointF(left + piece.x, baseline), piece.text);
+    for (const TextRun &run : line.runs) {
+        painter->drawText(QPointF(left + run.x, baseline), run.text);
     }
 }
 
-template <typename Value> void TabularText::change(Value &field, const Value &value) {
+template <typename Value> void TabularText::set(Value &field, const Value &value) {
     if (field == value) {
         return;
     }
     field = value;
     const QFontMetricsF metrics(m_font);
-    setImplicitSize(std::ceil(laidOut(m_text, metrics).width), std::ceil(metrics.height()));
+    setImplicitSize(std::ceil(layOut(m_text, metrics).width), std::ceil(metrics.height()));
     update();
     Q_EMIT changed();
 }

@@ -7,16 +7,16 @@
 
 namespace corvane {
 
-/// One line of text whose digits are all of one width, so that numbers stand in columns and a
-/// running time doesn't shake. Text of Qt 6.4 can't ask a font for its tabular figures.
-/// TabularLabel.qml gives it the theme's types. Main thread, except for paint.
+/// A single line of text in tabular figures: all digits have the same width, so numbers align in
+/// columns and a running time stays still. Qt 6.4's Text can't enable a font's own tabular figures.
+/// TabularLabel.qml adds the theme's text styles. Main thread, except paint().
 class TabularText : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
     Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY changed)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY changed)
-    /// Whether the text ends at the right edge instead of beginning at the left one.
+    /// True aligns the text to the right edge, false to the left.
     Q_PROPERTY(bool rightAligned READ rightAligned WRITE setRightAligned NOTIFY changed)
 
   public:
@@ -37,7 +37,7 @@ class TabularText : public QQuickPaintedItem {
     void changed();
 
   private:
-    template <typename Value> void change(Value &field, const Value &value);
+    template <typename Value> void set(Value &field, const Value &value);
 
     QString m_text;
     QFont m_font;

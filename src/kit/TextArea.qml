@@ -1,6 +1,6 @@
-// Several lines to type into; scrolls when there is more than fits. Tab leaves it.
-//   text, placeholderText: string; name: string (its accessible name); helpText: string;
-//   input: the TextArea itself, named "<objectName>.input"; signal textEdited(), by hand only
+// A text field with several lines that scrolls. Tab leaves it.
+//   text, placeholderText: string; name: string (its accessible name); helpText: string; input: the
+//   TextArea inside, named "<objectName>.input"; signal textEdited(), by the user only
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

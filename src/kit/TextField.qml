@@ -1,7 +1,7 @@
-// One line to type into.
-//   text, placeholderText: string; name: string (its accessible name; the placeholder without one);
-//   symbol: string (an icon at its left); helpText: string; takesEscape: bool; signals textEdited(),
-//   accepted(), escapePressed() (on Esc with `takesEscape`; else Esc is passed on)
+// A single-line text field.
+//   text, placeholderText: string; name: string (its accessible name, by default the placeholder);
+//   symbol: string (an icon at the left); helpText: string; takesEscape: bool; signals
+//   textEdited(), accepted(), escapePressed() (only with `takesEscape`; otherwise Esc propagates)
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

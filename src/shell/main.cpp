@@ -1,4 +1,4 @@
-#include "kit/Look.h"
+#include "kit/Fonts.h"
 #include "platform/ApplicationFolders.h"
 #include "platform/Paths.h"
 #include "platform/ProcessLocale.h"
@@ -23,8 +23,8 @@ int main(int argc, char **argv) {
     QGuiApplication::setApplicationName(QStringLiteral("corvane"));
     QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
     QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("corvane")));
-    corvane::setUpLook(application);
-    const std::jthread warming = corvane::warmUp();
+    corvane::setUpFonts(application);
+    const std::jthread preloading = corvane::preloadFonts();
     const QStringList arguments = QGuiApplication::arguments().mid(1);
     if (arguments.size() > 1) {
         std::fputs("corvane opens one project file at a time.\n", stderr);

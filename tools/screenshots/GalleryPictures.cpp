@@ -39,7 +39,7 @@ QList<ScreenPicture> galleryPictures() {
                     title: "Export"; backText: "Back"; sheetWidth: 560; defaultButton: start
                     Label { x: 24; y: 24; text: "What the sheet is about." }
                     Item { width: 1; height: 120 }
-                    foot: [
+                    footer: [
                         Button { large: true; text: "Cancel" },
                         Button { id: start; large: true; kind: Button.Primary; text: "Start Export" }
                     ]

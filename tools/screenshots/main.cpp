@@ -1,6 +1,6 @@
 #include "ScreenPicture.h"
 
-#include "kit/Look.h"
+#include "kit/Fonts.h"
 #include "platform/Failure.h"
 
 #include <QCommandLineParser>
@@ -86,7 +86,7 @@ int main(int argc, char **argv) {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
-    corvane::setUpLook(application);
+    corvane::setUpFonts(application);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Draws every screen to FOLDER/<screen>.png."));

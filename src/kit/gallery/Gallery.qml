@@ -1,4 +1,4 @@
-// All controls of the kit in their states, for looking at them and for testing them.
+// Every control of the kit in each of its states, to look at and to test.
 //   openMenu(): opens the menu below its chip
 import QtQuick
 import Corvane.Kit

@@ -34,7 +34,7 @@ GallerySection {
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; enabled: false } }
     }
     GalleryRow {
-        title: "no ground"
+        title: "bare"
 
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare } }
         GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; showsHover: true } }

@@ -1,4 +1,4 @@
-// Stars, badges, rows, and what waits or unfolds.
+// Stars, badges, rows, and controls that wait or unfold.
 import QtQuick
 import Corvane.Kit
 

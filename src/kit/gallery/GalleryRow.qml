@@ -1,5 +1,5 @@
-// A kind of control and its states side by side.
-//   title: string; gap: int between the states; default content: the states
+// A control and its states side by side.
+//   title: string; gap: int, between the states; default content: the states
 import QtQuick
 import Corvane.Kit
 

@@ -1,13 +1,13 @@
-// The place of one state in a row, as wide as its column.
+// One state of a control, as wide as its column.
 import QtQuick
 
 Item {
     implicitWidth: 66
     height: parent.height
-    default property alias content: place.data
+    default property alias content: cell.data
 
     Item {
-        id: place
+        id: cell
 
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width

@@ -1,4 +1,4 @@
-// The kinds of text.
+// The text styles.
 import QtQuick
 import Corvane.Kit
 

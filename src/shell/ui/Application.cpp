@@ -18,12 +18,13 @@ namespace corvane {
 
 namespace {
 
-constexpr std::chrono::seconds kHandoverPatience{10};
-/// For how long a start tries again where the data is held and nobody takes the file: at its
-/// beginning and at its end the holder has the lock and doesn't listen.
-constexpr std::chrono::seconds kStartPatience{2};
-constexpr std::chrono::milliseconds kStartPause{20};
+constexpr std::chrono::seconds kHandoverTimeout{10};
+/// How long to retry while the data folder is locked but no instance accepts the file: an instance
+/// that is starting or quitting holds the lock without listening.
+constexpr std::chrono::seconds kLockTimeout{2};
+constexpr std::chrono::milliseconds kLockRetryInterval{20};
 
+/// Prints `message` and returns the exit status of a failure.
 int fail(const QString &message) {
     std::fprintf(stderr, "%s\n", message.toUtf8().constData());
     return 1;
@@ -35,22 +36,23 @@ void bringToFront(QQuickWindow &window) {
     window.requestActivate();
 }
 
-/// An installation that lacks a part can't show a project, and says so as it ends.
-std::unique_ptr<OpenProjectScreen> madeOrEnding(const Start &start, CorvaneApp &app) {
+/// Returns nullptr and quits with an error if the project screen's module can't be loaded.
+std::unique_ptr<OpenProjectScreen> makeProjectScreenOrQuit(const StartOptions &options,
+                                                           CorvaneApp &app) {
     try {
-        return start.makeProjectScreen(app);
+        return options.makeProjectScreen(app);
     } catch (const Failure &failure) {
         QGuiApplication::exit(fail(failure.description()));
         return nullptr;
     }
 }
 
-QUrl screen(const char *name) {
+QUrl screenUrl(const char *name) {
     return QUrl(QStringLiteral("qrc:/qt-project.org/imports/Corvane/Shell/%1.qml")
                     .arg(QLatin1String(name)));
 }
 
-void waitUntilRead(const QQmlComponent &component) {
+void waitUntilLoaded(const QQmlComponent &component) {
     if (component.isLoading()) {
         QEventLoop loop;
         QObject::connect(&component, &QQmlComponent::statusChanged, &loop, &QEventLoop::quit);
@@ -58,72 +60,73 @@ void waitUntilRead(const QQmlComponent &component) {
     }
 }
 
-/// The main window with its home screen, not shown yet; null, with a line on the log, where there
-/// is none. The engine reads the screens on its thread while this one loads the display's drivers,
-/// which come with the first window: one after the other they would take half as long again.
-std::unique_ptr<QQuickWindow> madeWindow(QQmlEngine &engine, CorvaneApp &app) {
+/// Creates the hidden main window with the home screen. Logs errors and returns nullptr if the QML
+/// can't be loaded. The engine compiles the QML on its own thread while the first, empty window
+/// loads the graphics drivers on this one; doing both in sequence takes half as long again.
+std::unique_ptr<QQuickWindow> createMainWindow(QQmlEngine &engine, CorvaneApp &app) {
     QQmlComponent window(&engine);
     QQmlComponent home(&engine);
-    window.loadUrl(screen("MainWindow"), QQmlComponent::Asynchronous);
-    home.loadUrl(screen("HomeView"), QQmlComponent::Asynchronous);
+    window.loadUrl(screenUrl("MainWindow"), QQmlComponent::Asynchronous);
+    home.loadUrl(screenUrl("HomeView"), QQmlComponent::Asynchronous);
     {
         const QQuickWindow first;
     }
-    waitUntilRead(window);
-    std::unique_ptr<QQuickWindow> made(qobject_cast<QQuickWindow *>(
+    waitUntilLoaded(window);
+    std::unique_ptr<QQuickWindow> mainWindow(qobject_cast<QQuickWindow *>(
         window.createWithInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}})));
-    if (!made) {
+    if (!mainWindow) {
         qCritical("%s", qUtf8Printable(window.errorString()));
     }
-    return made;
+    return mainWindow;
 }
 
-int runWindow(const Start &start) {
-    // What runs is ended first, by CorvaneApp::quit(): the toolkit would end the program at once.
+int runWindow(const StartOptions &options) {
+    // CorvaneApp::quit() stops running work before it quits.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    InstanceHandover handover(start.dataFolder);
-    CorvaneApp app({.dataFolder = start.dataFolder, .makeProjectScreen = [&start](CorvaneApp &app) {
-                        return madeOrEnding(start, app);
-                    }});
-    const auto open = [&app](const QString &named) {
-        if (!named.isEmpty()) {
-            app.router()->open(named);
+    InstanceHandover handover(options.dataFolder);
+    CorvaneApp app(
+        {.dataFolder = options.dataFolder, .makeProjectScreen = [&options](CorvaneApp &app) {
+             return makeProjectScreenOrQuit(options, app);
+         }});
+    const auto open = [&app](const QString &file) {
+        if (!file.isEmpty()) {
+            app.router()->open(file);
         }
     };
     QQmlEngine engine;
     std::unique_ptr<QQuickWindow> window;
-    // Before the screens are read, when another start can come already.
+    // Connected before loading QML, during which another instance may already hand over its file.
     QObject::connect(&handover, &InstanceHandover::startedAgain, &app,
-                     [&app, &open, &window](const QString &named) {
+                     [&app, &open, &window](const QString &file) {
                          app.stay();
                          if (window) {
                              bringToFront(*window);
                          }
-                         open(named);
+                         open(file);
                      });
-    window = madeWindow(engine, app);
+    window = createMainWindow(engine, app);
     if (!window) {
         return fail(QStringLiteral("Corvane's window could not be made."));
     }
-    const InterruptWatcher interrupts([&app] { app.quit(); }); // as the window's closing
-    if (start.shown) {
-        start.shown(*window);
+    const InterruptWatcher interrupts([&app] { app.quit(); });
+    if (options.onWindowCreated) {
+        options.onWindowCreated(*window);
     }
     window->show();
-    open(start.file);
+    open(options.file);
     return QGuiApplication::exec();
 }
 
 } // namespace
 
-int runCorvane(const Start &start) {
-    const QDeadlineTimer deadline(kStartPatience);
+int runCorvane(const StartOptions &options) {
+    const QDeadlineTimer deadline(kLockTimeout);
     for (;;) {
         try {
-            const InstanceLock lock(start.dataFolder);
-            return runWindow(start);
+            const InstanceLock lock(options.dataFolder);
+            return runWindow(options);
         } catch (const AlreadyRunning &running) {
-            if (InstanceHandover::handOver(start.dataFolder, start.file, kHandoverPatience)) {
+            if (InstanceHandover::handOver(options.dataFolder, options.file, kHandoverTimeout)) {
                 return 0;
             }
             if (deadline.hasExpired()) {
@@ -132,7 +135,7 @@ int runCorvane(const Start &start) {
         } catch (const Failure &failure) {
             return fail(failure.description());
         }
-        QThread::msleep(kStartPause.count());
+        QThread::msleep(kLockRetryInterval.count());
     }
 }
 

@@ -8,21 +8,21 @@ class QQuickWindow;
 
 namespace corvane {
 
-/// What the program is started with.
-struct Start {
+/// The parameters of `runCorvane`.
+struct StartOptions {
     QString dataFolder;
-    QString file = {}; ///< to be opened; empty for none
+    QString file = {}; ///< project to open; empty for the home screen
     CorvaneApp::MakeProjectScreen makeProjectScreen = {};
-    /// Called once with the window.
-    std::function<void(QQuickWindow &)> shown = {};
+    /// Called once with the window, before it is shown.
+    std::function<void(QQuickWindow &)> onWindowCreated = {};
 };
 
-/// What the program's start comes to: the status of its process.
+/// Runs the application and returns the process's exit status.
 ///
-/// Takes the data folder's lock, makes the application and its window, opens the file and runs the
-/// event loop until the window is closed or a signal asks for the end. Where another window of the
-/// program has the folder, hands the file to it and returns; where something else has it, says so
-/// on the error stream. Main thread, with a QGuiApplication on which `setUpLook` was called.
-int runCorvane(const Start &start);
+/// Locks the data folder, creates the window, opens the file and runs the event loop until the
+/// window is closed or a signal interrupts the process. If another instance has the folder locked,
+/// hands the file to it and returns. Prints failures to start to standard error. Main thread, after
+/// `setUpFonts`.
+int runCorvane(const StartOptions &options);
 
 } // namespace corvane

@@ -18,24 +18,25 @@ using namespace corvane::test;
 
 namespace {
 
-void afterTurns(int turns, QObject *context, const std::function<void()> &action) {
+/// Runs `action` after this many iterations of the event loop.
+void afterIterations(int iterations, QObject *context, const std::function<void()> &action) {
     QTimer::singleShot(0, context, [=] {
-        if (turns > 1) {
-            afterTurns(turns - 1, context, action);
+        if (iterations > 1) {
+            afterIterations(iterations - 1, context, action);
         } else {
             action();
         }
     });
 }
 
-/// A run that needs some turns of the event loop to come to its end.
+/// A screen whose run takes a few iterations of the event loop to stop.
 class RunningScreen : public OpenProjectScreen {
   public:
     explicit RunningScreen(bool &hasEnded) : m_hasEnded(hasEnded) {}
 
     bool isRunning() const override { return !m_hasEnded; }
     void endRuns() override {
-        afterTurns(5, this, [this] {
+        afterIterations(5, this, [this] {
             m_hasEnded = true;
             Q_EMIT isRunningChanged();
         });
@@ -47,43 +48,44 @@ class RunningScreen : public OpenProjectScreen {
 
 } // namespace
 
-TEST(Application, EndsOnlyAfterWhatRuns) {
-    const std::array<std::function<void(QQuickWindow &)>, 2> ends{
+TEST(Application, WaitsForARunBeforeItQuits) {
+    const std::array<std::function<void(QQuickWindow &)>, 2> waysToQuit{
         [](QQuickWindow &window) { window.close(); }, [](QQuickWindow &) { ::raise(SIGTERM); }};
-    for (const auto &end : ends) {
+    for (const auto &quit : waysToQuit) {
         const TestFolder folder;
         bool hasEnded = false;
         const auto makeScreen = [&](CorvaneApp &) {
             return std::make_unique<RunningScreen>(hasEnded);
         };
-        const auto shown = [&](QQuickWindow &window) {
+        const auto onWindowCreated = [&](QQuickWindow &window) {
             QTimer::singleShot(0, &window, [&] {
                 window.property("app").value<CorvaneApp *>()->projectScreen();
-                end(window);
+                quit(window);
             });
         };
-        const Start start{
-            .dataFolder = folder.path(), .makeProjectScreen = makeScreen, .shown = shown};
-        EXPECT_EQ(runCorvane(start), 0);
+        EXPECT_EQ(runCorvane({.dataFolder = folder.path(),
+                              .makeProjectScreen = makeScreen,
+                              .onWindowCreated = onWindowCreated}),
+                  0);
         EXPECT_TRUE(hasEnded);
     }
 }
 
-TEST(Application, StaysWhereItIsStartedAgainWhileItEnds) {
+TEST(Application, KeepsRunningIfStartedAgainWhileItQuits) {
     const TestFolder folder;
     bool hasEnded = false;
     bool hasStayed = false;
     const auto makeScreen = [&](CorvaneApp &app) {
         auto screen = std::make_unique<RunningScreen>(hasEnded);
         QObject::connect(screen.get(), &OpenProjectScreen::isRunningChanged, &app, [&] {
-            afterTurns(5, &app, [&] {
+            afterIterations(5, &app, [&] {
                 hasStayed = true;
                 app.quit();
             });
         });
         return screen;
     };
-    const auto shown = [&](QQuickWindow &window) {
+    const auto onWindowCreated = [&](QQuickWindow &window) {
         QTimer::singleShot(0, &window, [&] {
             auto *const app = window.property("app").value<CorvaneApp *>();
             app->projectScreen();
@@ -91,18 +93,19 @@ TEST(Application, StaysWhereItIsStartedAgainWhileItEnds) {
             app->stay();
         });
     };
-    EXPECT_EQ(
-        runCorvane({.dataFolder = folder.path(), .makeProjectScreen = makeScreen, .shown = shown}),
-        0);
+    EXPECT_EQ(runCorvane({.dataFolder = folder.path(),
+                          .makeProjectScreen = makeScreen,
+                          .onWindowCreated = onWindowCreated}),
+              0);
     EXPECT_TRUE(hasEnded && hasStayed);
 }
 
-TEST(Application, AStartAsksAgainWhereTheFirstHangsUpOnIt) {
+TEST(Application, RetriesTheHandoverIfTheRunningInstanceDropsTheConnection) {
     const TestFolder folder;
     const InstanceLock lock(folder.path());
     std::latch isListening(1);
-    int asked = 0;
-    const std::unique_ptr<QThread> first(QThread::create([&] {
+    int connections = 0;
+    const std::unique_ptr<QThread> runningInstance(QThread::create([&] {
         QLocalServer server;
         server.listen(folder.at(QStringLiteral("handover")));
         isListening.count_down();
@@ -110,7 +113,7 @@ TEST(Application, AStartAsksAgainWhereTheFirstHangsUpOnIt) {
             if (!server.waitForNewConnection(20'000)) {
                 return;
             }
-            ++asked;
+            ++connections;
             const std::unique_ptr<QLocalSocket> peer(server.nextPendingConnection());
             if (isReady && peer->waitForReadyRead(20'000)) {
                 peer->write("\1", 1);
@@ -118,9 +121,9 @@ TEST(Application, AStartAsksAgainWhereTheFirstHangsUpOnIt) {
             }
         }
     }));
-    first->start();
+    runningInstance->start();
     isListening.wait();
     EXPECT_EQ(runCorvane({.dataFolder = folder.path(), .file = QStringLiteral("/a.corvane")}), 0);
-    first->wait();
-    EXPECT_EQ(asked, 2);
+    runningInstance->wait();
+    EXPECT_EQ(connections, 2);
 }

@@ -1,4 +1,4 @@
-#include "kit/Look.h"
+#include "kit/Fonts.h"
 
 #include <gmock/gmock.h>
 
@@ -8,8 +8,7 @@
 
 #include <clocale>
 
-/// Screens are drawn in memory by the processor, so they need neither a display nor a graphics
-/// card.
+/// Renders in software to memory, so the tests need no display.
 int main(int argc, char **argv) {
     QStandardPaths::setTestModeEnabled(true);
     testing::InitGoogleMock(&argc, argv);
@@ -17,9 +16,8 @@ int main(int argc, char **argv) {
     qputenv("QT_ACCESSIBILITY", "1");
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication application(argc, argv);
-    // Parsers of numbers below the screens are promised the C locale, and Qt has just set the
-    // user's.
+    // Number parsers require the C locale, and QGuiApplication has set the user's.
     std::setlocale(LC_NUMERIC, "C");
-    corvane::setUpLook(application);
+    corvane::setUpFonts(application);
     return RUN_ALL_TESTS();
 }

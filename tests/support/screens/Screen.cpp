@@ -22,7 +22,7 @@ void collectVisible(QQuickItem *item, QList<QQuickItem *> &items) {
     }
 }
 
-std::string errorsOf(const QQmlComponent &component) {
+std::string errorText(const QQmlComponent &component) {
     return component.errorString().toStdString();
 }
 
@@ -37,12 +37,12 @@ Screen::Screen(const QByteArray &qml, QSize size, const QVariantMap &properties)
                      });
     QQmlComponent component(&m_engine);
     component.setData(qml, QUrl(QStringLiteral("qrc:/screen-under-test.qml")));
-    // The engine would go through a null pointer if it were asked to make what it couldn't read.
+    // Creating an object of a component with errors crashes the engine.
     if (component.isReady()) {
         m_root.reset(component.createWithInitialProperties(properties));
     }
     if (!m_root) {
-        ADD_FAILURE() << "the screen doesn't load: " << errorsOf(component);
+        ADD_FAILURE() << "the screen doesn't load: " << errorText(component);
         m_root = std::make_unique<QQuickItem>();
     }
     m_window = qobject_cast<QQuickWindow *>(m_root.get());
@@ -93,13 +93,13 @@ QQuickItem *Screen::item(const QString &name) const {
     return nullptr;
 }
 
-QPoint Screen::middle(const QQuickItem *item) const {
+QPoint Screen::center(const QQuickItem *item) const {
     return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
 }
 
 void Screen::click(const QString &name, Qt::KeyboardModifiers modifiers, Qt::MouseButton button) {
     if (const QQuickItem *target = item(name)) {
-        click(middle(target), modifiers, button);
+        click(center(target), modifiers, button);
     }
 }
 
@@ -110,21 +110,21 @@ void Screen::click(QPoint point, Qt::KeyboardModifiers modifiers, Qt::MouseButto
 
 void Screen::doubleClick(const QString &name) {
     if (const QQuickItem *target = item(name)) {
-        QTest::mouseDClick(m_window, Qt::LeftButton, Qt::NoModifier, middle(target));
+        QTest::mouseDClick(m_window, Qt::LeftButton, Qt::NoModifier, center(target));
         QCoreApplication::processEvents();
     }
 }
 
 void Screen::hover(const QString &name) {
     if (const QQuickItem *target = item(name)) {
-        QTest::mouseMove(m_window, middle(target));
+        QTest::mouseMove(m_window, center(target));
         QCoreApplication::processEvents();
     }
 }
 
 void Screen::drag(QPoint from, QPoint to) {
     QTest::mousePress(m_window, Qt::LeftButton, Qt::NoModifier, from);
-    // Two moves: the first takes a drag over its threshold, the second is where it goes.
+    // Two moves, because the first only exceeds the drag threshold.
     QTest::mouseMove(m_window, from + (to - from) / 2);
     QTest::mouseMove(m_window, to);
     QTest::mouseRelease(m_window, Qt::LeftButton, Qt::NoModifier, to);
@@ -145,9 +145,9 @@ void Screen::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 }
 
 void Screen::hold(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    constexpr int kTimes = 4;
-    for (int time = 0; time < kTimes; ++time) {
-        QTest::simulateEvent(m_window, true, key, modifiers, {}, time > 0);
+    constexpr int kRepeats = 4;
+    for (int repeat = 0; repeat < kRepeats; ++repeat) {
+        QTest::simulateEvent(m_window, true, key, modifiers, {}, repeat > 0);
         QCoreApplication::processEvents();
     }
     QTest::keyRelease(m_window, key, modifiers);
@@ -155,8 +155,8 @@ void Screen::hold(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 }
 
 bool Screen::waitFor(const std::function<bool()> &condition,
-                     std::chrono::milliseconds longest) const {
-    const QDeadlineTimer deadline(longest);
+                     std::chrono::milliseconds timeout) const {
+    const QDeadlineTimer deadline(timeout);
     while (!condition()) {
         if (deadline.hasExpired()) {
             return false;
@@ -176,13 +176,13 @@ QQuickItem *Screen::focused() const {
 }
 
 QString Screen::accessibleName(QQuickItem *item) {
-    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(item);
-    return face ? face->text(QAccessible::Name) : QString();
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+    return interface ? interface->text(QAccessible::Name) : QString();
 }
 
 int Screen::accessibleRole(QQuickItem *item) {
-    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(item);
-    return face ? face->role() : QAccessible::NoRole;
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+    return interface ? interface->role() : QAccessible::NoRole;
 }
 
 QImage Screen::picture(const QString &name) {

@@ -11,18 +11,16 @@
 #include <functional>
 #include <memory>
 
-/// Screens under test: opened without a display, worked as a person would, and looked at.
 namespace corvane::test {
 
-/// A window with a screen in it. Every call reports a GoogleTest failure, naming what it looked
-/// for, when it can't do what it was asked; none waits longer than a few seconds unless it is told
-/// to. What the engine warns about while the screen lives is a failure too. Main thread.
+/// A window with QML under test, without a display. Simulates user input and inspects items. A call
+/// that fails adds a GoogleTest failure; so do warnings of the QML engine. Main thread.
 class Screen {
   public:
-    static constexpr std::chrono::milliseconds kLongestWait{5000};
+    static constexpr std::chrono::milliseconds kTimeout{5000};
 
-    /// Loads QML text as if it stood in a file of its own, with these initial properties. Its root
-    /// is a window, or an item that gets a window of `size`.
+    /// Loads QML source with initial properties. Its root is a window, or an item, which is put
+    /// into a window of `size`.
     explicit Screen(const QByteArray &qml, QSize size = {1280, 800},
                     const QVariantMap &properties = {});
     ~Screen();
@@ -32,57 +30,57 @@ class Screen {
     [[nodiscard]] QQuickWindow *window() const { return m_window; }
     [[nodiscard]] QQmlEngine &engine() { return m_engine; }
 
-    /// The object that the QML text made: the window, or the item in it.
+    /// The root object of the QML source: the window, or the item in it.
     [[nodiscard]] QObject *root() const { return m_root.get(); }
 
-    /// The visible item of that objectName, popups included; null and a failure without one.
+    /// The visible item with an objectName, in popups too. Adds a failure and returns nullptr if
+    /// there is none.
     [[nodiscard]] QQuickItem *item(const QString &name) const;
 
-    /// Whether a visible item of that objectName is there.
+    /// True if there is a visible item with this objectName.
     [[nodiscard]] bool shows(const QString &name) const;
 
-    /// A click in the middle of an item, and in the middle of nowhere in particular.
+    /// Clicks the center of an item, or a point in the window.
     void click(const QString &name, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
                Qt::MouseButton button = Qt::LeftButton);
     void click(QPoint point, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
                Qt::MouseButton button = Qt::LeftButton);
     void doubleClick(const QString &name);
 
-    /// Moves the pointer to the middle of an item.
+    /// Moves the pointer to the center of an item.
     void hover(const QString &name);
 
-    /// Presses at one point, moves to the other and lets go there.
+    /// Presses at `from`, moves to `to` and releases.
     void drag(QPoint from, QPoint to);
 
-    /// Text and keys for whatever has the focus.
+    /// Sends text or a key to the focused item.
     void type(const QString &text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// Presses a key and holds it until it has come a few times.
+    /// Presses a key and holds it for a few auto-repeats.
     void hold(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
-    /// Runs the event loop until the condition holds, and says whether it came to hold in time.
-    /// What is slow by its nature, as work on media is, is given longer.
+    /// Runs the event loop until the condition holds. Returns false after `timeout`.
     [[nodiscard]] bool waitFor(const std::function<bool()> &condition,
-                               std::chrono::milliseconds longest = kLongestWait) const;
+                               std::chrono::milliseconds timeout = kTimeout) const;
 
     [[nodiscard]] QVariant property(const QString &name, const char *property) const;
 
-    /// The item that has the keyboard's focus, null if none has.
+    /// The item with the keyboard focus, or nullptr.
     [[nodiscard]] QQuickItem *focused() const;
 
-    /// What a reader of the screen is told of an item.
+    /// An item's name and role for assistive technology.
     [[nodiscard]] static QString accessibleName(QQuickItem *item);
     [[nodiscard]] static int accessibleRole(QQuickItem *item);
 
-    /// All visible items below the window, the window's own first.
+    /// All visible items of the window in depth-first order.
     [[nodiscard]] QList<QQuickItem *> visibleItems() const;
 
-    /// The window as it looks now; with CORVANE_PICTURES set to a folder it is also written there
-    /// as <name>.png.
+    /// A screenshot of the window. Also saves it as <name>.png in the folder that the environment
+    /// variable CORVANE_PICTURES names, if it is set.
     QImage picture(const QString &name = {});
 
   private:
-    [[nodiscard]] QPoint middle(const QQuickItem *item) const;
+    [[nodiscard]] QPoint center(const QQuickItem *item) const;
 
     QQmlEngine m_engine;
     QStringList m_warnings;

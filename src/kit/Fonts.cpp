@@ -1,4 +1,4 @@
-#include "kit/Look.h"
+#include "kit/Fonts.h"
 
 #include <QDBusConnection>
 #include <QFont>
@@ -10,9 +10,9 @@ namespace corvane {
 
 namespace {
 
-/// Qt thickens the strokes of fonts like Inter, as if they were blended in linear light, and every
-/// weight looks like the next. Only this turns it off, and only before the first font is loaded.
-void keepWeights() {
+/// Disables FreeType's stem darkening, which makes the weights of CFF fonts such as Inter look
+/// alike. Takes effect only before the first font is loaded.
+void disableStemDarkening() {
     if (!qEnvironmentVariableIsSet("FREETYPE_PROPERTIES")) {
         qputenv("FREETYPE_PROPERTIES", "cff:darkening-parameters=500,0,1000,0,1667,0,2333,0");
     }
@@ -20,8 +20,8 @@ void keepWeights() {
 
 } // namespace
 
-void setUpLook(QGuiApplication &application) {
-    keepWeights();
+void setUpFonts(QGuiApplication &application) {
+    disableStemDarkening();
     const QString family = QStringLiteral("Inter");
     QFont::insertSubstitution(family, QStringLiteral("DejaVu Sans"));
     QFont font(family);
@@ -31,7 +31,7 @@ void setUpLook(QGuiApplication &application) {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 
-std::jthread warmUp() {
+std::jthread preloadFonts() {
     return std::jthread([font = QGuiApplication::font()] {
         QFontMetricsF(font).height();
         QDBusConnection::sessionBus();
