@@ -22,7 +22,6 @@ class CorvaneApp : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString productName READ productName CONSTANT)
     Q_PROPERTY(QString versionText READ versionText CONSTANT)
-    Q_PROPERTY(corvane::AppRequests *requests READ requests CONSTANT)
     Q_PROPERTY(corvane::AppCommands *commands READ commands CONSTANT)
     Q_PROPERTY(corvane::ContentRouter *router READ router CONSTANT)
     Q_PROPERTY(corvane::ProjectSetup *setup READ setup CONSTANT)

@@ -13,7 +13,6 @@ class DialogFilePanels : public QObject, public FilePanels {
     Q_OBJECT
     Q_PROPERTY(QString title READ title NOTIFY asked)
     Q_PROPERTY(QString acceptLabel READ acceptLabel NOTIFY asked)
-    Q_PROPERTY(QString nameFieldLabel READ nameFieldLabel NOTIFY asked)
     Q_PROPERTY(Kind kind READ kind NOTIFY asked)
     Q_PROPERTY(QUrl folder READ folder NOTIFY asked)
     Q_PROPERTY(QUrl proposedFile READ proposedFile NOTIFY asked)
@@ -33,7 +32,6 @@ class DialogFilePanels : public QObject, public FilePanels {
 
     const QString &title() const { return m_panel.message; }
     const QString &acceptLabel() const { return m_acceptLabel; }
-    const QString &nameFieldLabel() const { return m_panel.nameFieldLabel; }
     Kind kind() const { return m_kind; }
     /// Where the panel begins: the folder of what was chosen last in this session, else the user's.
     QUrl folder() const;

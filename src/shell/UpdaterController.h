@@ -24,7 +24,6 @@ struct UpdateSettings {
 /// told in one line of the log. Main thread.
 class UpdaterController : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool canCheck READ canCheck NOTIFY canCheckChanged)
     Q_PROPERTY(QString resultTitle READ resultTitle CONSTANT)
     Q_PROPERTY(QString resultText READ resultText NOTIFY resultTextChanged)
 
@@ -39,7 +38,7 @@ class UpdaterController : public QObject {
     const QString &resultText() const { return m_resultText; }
 
     /// Starts a check, unless one runs. What a feed may be is told in docs/file-formats.md.
-    Q_INVOKABLE void check();
+    void check();
     /// The user has seen the result.
     Q_INVOKABLE void dismissResult();
 

@@ -1,5 +1,5 @@
-// One menu: a row for each command, with its keys and its help text, enabled while the command is.
-//   app: the application; menu: what hangs in it
+// A menu of commands.
+//   app: the application; menu: an entry of AppCommands.menus
 import QtQuick
 import Corvane.Kit
 import Corvane.Shell
@@ -12,7 +12,7 @@ PopUpMenu {
 
     objectName: "menu." + menu.title
     title: menu.title
-    // Not before it is wanted: the first frame needn't wait for what nobody sees yet.
+    // Filled on first use, so that the first frame doesn't wait for it.
     onAboutToShow: {
         if (count === 0) {
             fill();

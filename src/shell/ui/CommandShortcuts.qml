@@ -1,4 +1,4 @@
-// The keys of the commands, in the window that holds this.
+// The commands' keyboard shortcuts, for the window that contains this item.
 //   commands: the commands
 import QtQuick
 import Corvane.Shell

@@ -1,6 +1,7 @@
-// The screen of the session's state, and the alerts over it. A project file dropped on it opens.
+// The current screen of the session and the alerts over it. Opens project files that are dropped on
+// it.
 //   app: the application
-// Qt 6.4 has no way to say that a component knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Shell
@@ -13,10 +14,10 @@ FocusScope {
     focus: true
     Component.onCompleted: showScreen()
 
-    // Only the screen that shows is loaded, so that the first is there at once.
+    // Loads only the visible screen, for a fast start.
     function showScreen() {
         if (app.router.screen === ContentRouter.Project) {
-            const bound = app.projectScreen; // made now, before its module is looked for
+            const bound = app.projectScreen; // loads the module that contains the view
             if (bound) {
                 screen.setSource("../Project/ProjectLoadedView.qml", { app: app, screen: bound });
             }
@@ -49,7 +50,7 @@ FocusScope {
         onDropped: drop => root.app.router.openDropped(drop.urls)
     }
 
-    // Each alert is made with the first that it has to tell.
+    // Alerts are created on first use.
     Loader {
         active: root.app.router.hasError || item !== null
         Component.onCompleted: setSource("ErrorAlert.qml", { router: root.app.router })

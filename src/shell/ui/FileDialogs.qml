@@ -1,5 +1,5 @@
-// The desktop's file dialogs for what the program asks, made anew for each question.
-//   panels: what is asked, and who is told the answer
+// Shows a file dialog of the desktop for each request of the application.
+//   panels: the requests
 import QtQuick
 import Corvane.Shell
 
@@ -12,7 +12,7 @@ Item {
         target: root.panels
 
         function onAsked() {
-            loader.source = ""; // nothing of the last question stays
+            loader.source = ""; // discards the previous dialog
             loader.setSource(root.panels.kind === DialogFilePanels.OpenFolder
                              ? "FolderPanelDialog.qml" : "PanelDialog.qml",
                              { panels: root.panels });

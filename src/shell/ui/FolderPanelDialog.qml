@@ -1,5 +1,5 @@
-// One question for a folder, asked as soon as it is made.
-//   panels: what is asked, and who is told the answer
+// A dialog to choose a folder. Opens when created.
+//   panels: the request, which receives the answer
 import QtQuick
 import QtQuick.Dialogs
 import Corvane.Shell

@@ -1,5 +1,5 @@
-// One block of the guide: a gap, a heading, a bullet or a paragraph.
-//   kind, text: as the guide lists them; signal linkActivated(string address)
+// A block of the user guide: a gap, a heading, a bullet or a paragraph.
+//   kind, text: roles of HelpDocument; signal linkActivated(string address)
 import QtQuick
 import Corvane.Kit
 import Corvane.Shell

@@ -1,4 +1,4 @@
-// The window of the user guide. There is one, and it carries no commands.
+// The window of the user guide. It has no menus.
 //   help: the guide
 import QtQuick
 import Corvane.Kit

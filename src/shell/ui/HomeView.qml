@@ -1,4 +1,4 @@
-// What is shown without a project: how to begin one or to open one.
+// The screen without an open project: create a project or open one.
 //   app: the application
 import QtQuick
 import Corvane.Kit

@@ -1,4 +1,4 @@
-// The menus of the main window, as the application lists them.
+// The menu bar of the main window.
 //   app: the application
 import QtQuick
 import Corvane.Kit

@@ -1,5 +1,5 @@
-// The program's window: the menus, the screen of the session's state, and what lies over it. Closing
-// it ends the program.
+// The main window: the menus, the current screen, and its dialogs. Closing it quits the
+// application.
 //   app: the application
 import QtQuick
 import Corvane.Kit

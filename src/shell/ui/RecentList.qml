@@ -1,6 +1,7 @@
-// The recent projects. Up and Down walk them, Return opens one, Delete forgets one.
-//   recents: the list; signal leftUpwards(): Up from the first row
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// The recent projects. Up and Down change the current row, Return opens it, Delete removes it from
+// the list.
+//   recents: the list; signal leftUpwards(), on Up in the first row
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T

@@ -1,6 +1,6 @@
-// "Open Recent": a row for each recent project, or one disabled row that says there is none.
+// "Open Recent": a row for each recent project, or a disabled row if there are none.
 //   app: the application
-// Qt 6.4 has no way to say that a delegate knows what surrounds it.
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
 import Corvane.Kit
@@ -15,7 +15,7 @@ PopUpMenu {
     title: app.commands.openRecentLabel
 
     MenuItem {
-        id: none
+        id: emptyRow
 
         objectName: "menu.noRecentProjects"
         text: root.app.commands.noRecentProjectsLabel
@@ -39,7 +39,7 @@ PopUpMenu {
         onObjectRemoved: (index, object) => root.removeItem(object)
     }
 
-    Connections { // of a row that moves the instantiator tells nothing
+    Connections { // Instantiator ignores moved rows
         target: root.app.recents
 
         function onRowsMoved(parent, from, last, newParent, to) {

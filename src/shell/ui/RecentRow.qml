@@ -1,6 +1,6 @@
-// One recent project: a click opens it, the cross at its end forgets it.
-//   name, filePath, countText: string; focused: bool; removeHelp: string;
-//   signals opened(), removed()
+// A recent project. A click opens it, the cross removes it from the list.
+//   name, filePath, countText: string; focused: bool; removeHelp: string; signals opened(),
+//   removed()
 import QtQuick
 import Corvane.Kit
 

@@ -1,5 +1,5 @@
-// One line of a form: its label in a column of its own, its controls beside it.
-//   label: string; required: bool (an accent star); children: the controls, one below the other
+// A row of a form: a label and the controls beside it.
+//   label: string; required: bool (adds an accented star); children: the controls, stacked
 import QtQuick
 import Corvane.Kit
 

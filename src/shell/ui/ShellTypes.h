@@ -4,85 +4,77 @@
 
 #include <QtQml/qqml.h>
 
-/// The names under which the screens know the types that they are bound to. None is made by a
-/// screen: they come with the application.
+/// Registers the types of the layer below as QML types. The application creates the instances.
 namespace corvane::shellTypes {
 
 struct AppCommandType {
     Q_GADGET
     QML_FOREIGN(corvane::AppCommand)
     QML_NAMED_ELEMENT(AppCommand)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct AppCommandsType {
     Q_GADGET
     QML_FOREIGN(corvane::AppCommands)
     QML_NAMED_ELEMENT(AppCommands)
-    QML_UNCREATABLE("Comes with the application")
-};
-
-struct AppRequestsType {
-    Q_GADGET
-    QML_FOREIGN(corvane::AppRequests)
-    QML_NAMED_ELEMENT(AppRequests)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct ContentRouterType {
     Q_GADGET
     QML_FOREIGN(corvane::ContentRouter)
     QML_NAMED_ELEMENT(ContentRouter)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct CorvaneAppType {
     Q_GADGET
     QML_FOREIGN(corvane::CorvaneApp)
     QML_NAMED_ELEMENT(CorvaneApp)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct DialogFilePanelsType {
     Q_GADGET
     QML_FOREIGN(corvane::DialogFilePanels)
     QML_NAMED_ELEMENT(DialogFilePanels)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct HelpDocumentType {
     Q_GADGET
     QML_FOREIGN(corvane::HelpDocument)
     QML_NAMED_ELEMENT(HelpDocument)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct ProjectHeaderType {
     Q_GADGET
     QML_FOREIGN(corvane::ProjectHeader)
     QML_NAMED_ELEMENT(ProjectHeader)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct ProjectSetupType {
     Q_GADGET
     QML_FOREIGN(corvane::ProjectSetup)
     QML_NAMED_ELEMENT(ProjectSetup)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct RecentProjectsModelType {
     Q_GADGET
     QML_FOREIGN(corvane::RecentProjectsModel)
     QML_NAMED_ELEMENT(RecentProjectsModel)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 struct UpdaterControllerType {
     Q_GADGET
     QML_FOREIGN(corvane::UpdaterController)
     QML_NAMED_ELEMENT(UpdaterController)
-    QML_UNCREATABLE("Comes with the application")
+    QML_UNCREATABLE("The application creates it")
 };
 
 } // namespace corvane::shellTypes

@@ -1,4 +1,4 @@
-// What goes wrong under the window while it works: what is lost, what is told, and what goes on.
+// Failures during work in the window: what is lost, what is reported, and what continues.
 
 #include "WindowFixture.h"
 
@@ -19,7 +19,7 @@ class BadInputTest : public WindowTest {
 
     /// A clip in the folder "card".
     QString clip(const char *name, ClipOptions options = {.frames = 10}) {
-        options.size = kShape;
+        options.size = kFrameSize;
         return makeClip(card + QLatin1Char('/') + utf8(name), options);
     }
     void clips(std::initializer_list<const char *> names) {
@@ -34,25 +34,25 @@ class BadInputTest : public WindowTest {
         }
         app.store().selectClips(ids);
     }
-    /// Closes the window and runs the program to its end.
-    void closeAndEnd(HeldCopy &held) {
-        QGuiApplication::setQuitOnLastWindowClosed(false); // as the program does
+    /// Closes the window and runs the event loop until the application quits.
+    void closeAndQuit(HeldCopy &held) {
+        QGuiApplication::setQuitOnLastWindowClosed(false); // as the application does
         QTimer::singleShot(0, qApp, [&] {
             screen->window()->close();
             held.letGo();
         });
-        QTimer tooLong;
-        tooLong.callOnTimeout([] { QCoreApplication::exit(1); });
-        tooLong.start(kWork);
+        QTimer timeout;
+        timeout.callOnTimeout([] { QCoreApplication::exit(1); });
+        timeout.start(kMediaTimeout);
         EXPECT_EQ(QGuiApplication::exec(), 0);
-        EXPECT_FALSE(bound().isRunning());
+        EXPECT_FALSE(projectScreen().isRunning());
         EXPECT_EQ(folder.temporaries(), QStringList());
     }
-    /// Each file there is one of the card's, whole.
-    void expectWholeFiles(const char *where) {
-        const QDir there(folder.at(utf8(where)));
-        for (const QString &name : there.entryList({utf8("*.mov")}, QDir::Files)) {
-            EXPECT_EQ(folder.read(utf8(where) + QLatin1Char('/') + name),
+    /// Expects each clip in a folder to be identical to the card's clip of the same name.
+    void expectCompleteFiles(const char *folderName) {
+        const QDir directory(folder.at(utf8(folderName)));
+        for (const QString &name : directory.entryList({utf8("*.mov")}, QDir::Files)) {
+            EXPECT_EQ(folder.read(utf8(folderName) + QLatin1Char('/') + name),
                       folder.read(utf8("card/") + name))
                 << name.toStdString();
         }
@@ -62,7 +62,7 @@ class BadInputTest : public WindowTest {
 
 } // namespace
 
-TEST_F(BadInputTest, WhatVanishesBetweenScanAndImportIsToldAndTheRestIsImported) {
+TEST_F(BadInputTest, ImportReportsFilesThatVanishedSinceTheScanAndCopiesTheRest) {
     clips({"a.mov", "b.mov", "c.mov"});
     createProject();
     scan();
@@ -70,9 +70,9 @@ TEST_F(BadInputTest, WhatVanishesBetweenScanAndImportIsToldAndTheRestIsImported)
     QFile::remove(folder.at(utf8("card/b.mov")));
     folder.folder(utf8("card/b.mov"));
     click("import.begin");
-    ASSERT_TRUE(comes("import.details.line", kWork));
+    ASSERT_TRUE(appears("import.details.line", kMediaTimeout));
     click("import.details.line");
-    ASSERT_TRUE(comes("import.failure.1"));
+    ASSERT_TRUE(appears("import.failure.1"));
     const auto failure = [&](const char *name) {
         return Screen::accessibleName(screen->item(utf8(name))).remove(folder.path()).toStdString();
     };
@@ -83,10 +83,10 @@ TEST_F(BadInputTest, WhatVanishesBetweenScanAndImportIsToldAndTheRestIsImported)
     finishImport();
     ASSERT_EQ(videos().size(), 1);
     EXPECT_EQ(videos()[0]->fileName, utf8("c.mov"));
-    expectWholeFiles("shoot/media");
+    expectCompleteFiles("shoot/media");
 }
 
-TEST_F(BadInputTest, ADestinationThatIsGoneIsMadeAgainAndOneThatIsAFileIsRefused) {
+TEST_F(BadInputTest, RecreatesAMissingDestinationAndRefusesAFileInItsPlace) {
     clip("a.mov");
     createProject();
     importCard();
@@ -108,13 +108,13 @@ TEST_F(BadInputTest, ADestinationThatIsGoneIsMadeAgainAndOneThatIsAFileIsRefused
     EXPECT_EQ(folder.read(utf8("out")), "a file");
 }
 
-TEST_F(BadInputTest, RefusedClipsAreToldEachAndTheRestIsDelivered) {
+TEST_F(BadInputTest, DeliveryReportsEachRefusedClipAndDeliversTheRest) {
     clip("granted.mov");
     Project project = sampleProject(2);
     project.videos[0].edit().sourcePath = folder.write(utf8("footage/never imported.mov"), "x");
     open(make(utf8("Harbor.corvane"), project));
     selectAll();
-    ASSERT_TRUE(keysAreBack());
+    ASSERT_TRUE(reviewGetsFocus());
     const auto refusals = [](const std::string &flow) {
         return "\nclip-0: " + flow +
                " source was never imported or relinked for this project, refusing to use it: "
@@ -126,7 +126,7 @@ TEST_F(BadInputTest, RefusedClipsAreToldEachAndTheRestIsDelivered) {
     EXPECT_EQ(deliver("export"), "Export finished with 2 issues" + refusals("export"));
     EXPECT_EQ(folder.names(utf8("out")).filter(utf8(".mov")), QStringList());
     screen->key(Qt::Key_I, Qt::ControlModifier);
-    ASSERT_TRUE(comes("import.chooseFolder"));
+    ASSERT_TRUE(appears("import.chooseFolder"));
     importCard();
     selectAll();
     configure("handoff", out());
@@ -138,21 +138,21 @@ TEST_F(BadInputTest, RefusedClipsAreToldEachAndTheRestIsDelivered) {
     EXPECT_EQ(made.videos[0]->fileName, utf8("granted.mov"));
 }
 
-TEST_F(BadInputTest, FootageThatIsDroppedIsImportedAndAProjectWaitsForTheRun) {
+TEST_F(BadInputTest, ImportsDroppedFootageAndOpensADroppedProjectAfterTheRun) {
     clips({"a.mov", "b.mov"});
     const QString other = make(utf8("Other.corvane"), sampleProject(1));
     const QString third = make(utf8("Third.corvane"), sampleProject(1));
     createProject();
     leaveSheet();
-    ASSERT_TRUE(keysAreBack());
+    ASSERT_TRUE(reviewGetsFocus());
     drop(card);
-    ASSERT_TRUE(comes("import.source.0"));
+    ASSERT_TRUE(appears("import.source.0"));
     click("import.scan");
-    ASSERT_TRUE(comes("import.begin", kWork));
+    ASSERT_TRUE(appears("import.begin", kMediaTimeout));
     click("import.mode.1");
     HeldCopy held(utf8("b.mov"));
     click("import.begin");
-    ASSERT_TRUE(comes("import.running.cancel"));
+    ASSERT_TRUE(appears("import.running.cancel"));
     ASSERT_TRUE(screen->waitFor([&] { return text("import.running.figure") == utf8("2 / 2"); }));
     app.router()->open(other);
     drop(third);
@@ -160,13 +160,13 @@ TEST_F(BadInputTest, FootageThatIsDroppedIsImportedAndAProjectWaitsForTheRun) {
     EXPECT_EQ(app.store().project()->name, utf8("Tide"));
     const QString file = *app.store().fileURL();
     held.letGo();
-    ASSERT_TRUE(screen->waitFor([&] { return app.store().fileURL() == third; }, kWork));
+    ASSERT_TRUE(screen->waitFor([&] { return app.store().fileURL() == third; }, kMediaTimeout));
     EXPECT_EQ(ProjectFileIO::loadNow(file).videos.size(), 2);
-    EXPECT_TRUE(comes("clip-clip-0"));
-    finishImport(); // what came of the run is told all the same
+    EXPECT_TRUE(appears("clip-clip-0"));
+    finishImport(); // the result sheet still appears
 }
 
-TEST_F(BadInputTest, ClosingTheWindowDuringARunLeavesWholeFilesAndARecord) {
+TEST_F(BadInputTest, ClosingTheWindowDuringAnImportLeavesCompleteFilesAndASavedProject) {
     clips({"a.mov", "b.mov", "c.mov"});
     createProject();
     scan();
@@ -176,40 +176,41 @@ TEST_F(BadInputTest, ClosingTheWindowDuringARunLeavesWholeFilesAndARecord) {
         ASSERT_TRUE(screen->waitFor([&] {
             return shows("import.running.figure") && text("import.running.figure") == utf8("2 / 3");
         }));
-        closeAndEnd(held);
+        closeAndQuit(held);
     }
     const Project saved = ProjectFileIO::loadNow(*app.store().fileURL());
     EXPECT_EQ(saved.videos.size(), folder.names(utf8("shoot/media")).size());
     EXPECT_GE(saved.videos.size(), 1);
     EXPECT_LT(saved.videos.size(), 3);
-    expectWholeFiles("shoot/media");
+    expectCompleteFiles("shoot/media");
 }
 
-TEST_F(BadInputTest, ClosingTheWindowDuringAnExportToo) {
+TEST_F(BadInputTest, ClosingTheWindowDuringAnExportLeavesCompleteFilesAndAManifest) {
     clips({"a.mov", "b.mov", "c.mov"});
     createProject();
     importCard();
     selectAll();
     configure("export", out());
-    ASSERT_TRUE(screen->waitFor([&] { return bound().exporting()->canStart(); }));
-    const QString second = bound().exporting()->rows()->rows().at(1).name;
+    ASSERT_TRUE(screen->waitFor([&] { return projectScreen().exporting()->canStart(); }));
+    const QString second = projectScreen().exporting()->rows()->rows().at(1).name;
     {
         HeldCopy held(second);
         click("export.configure.start");
         ASSERT_TRUE(screen->waitFor(
-            [&] { return bound().exporting()->progressLine().startsWith(utf8("2 of 3")); }, kWork));
-        closeAndEnd(held);
+            [&] { return projectScreen().exporting()->progressLine().startsWith(utf8("2 of 3")); },
+            kMediaTimeout));
+        closeAndQuit(held);
     }
-    expectWholeFiles("out");
+    expectCompleteFiles("out");
     const QStringList names = folder.names(utf8("out"));
     ASSERT_EQ(names.filter(utf8(".json")).size(), 1);
-    const QByteArray told = folder.read(utf8("out/") + names.filter(utf8(".json")).first());
-    EXPECT_EQ(told.count(R"("status": "succeeded")"), names.size() - 1);
-    EXPECT_EQ(told.count(R"("status": "cancelled")"), 4 - names.size());
+    const QByteArray manifest = folder.read(utf8("out/") + names.filter(utf8(".json")).first());
+    EXPECT_EQ(manifest.count(R"("status": "succeeded")"), names.size() - 1);
+    EXPECT_EQ(manifest.count(R"("status": "cancelled")"), 4 - names.size());
     EXPECT_LT(names.size(), 4);
 }
 
-TEST_F(BadInputTest, ThePlayerTakesWhateverTheListHolds) {
+TEST_F(BadInputTest, ThePlayerCopesWithEveryKindOfFileInTheList) {
     const QString paths[] = {folder.at(utf8("gone.mov")),
                              folder.write(utf8("noise.mov"), noise(5000)),
                              clip("sound.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 60}),
@@ -225,7 +226,7 @@ TEST_F(BadInputTest, ThePlayerTakesWhateverTheListHolds) {
     }
     project.videos[3].edit().fileName = utf8("4") + QString(300, QLatin1Char('x'));
     open(make(utf8("Harbor.corvane"), project));
-    ASSERT_TRUE(keysAreBack());
+    ASSERT_TRUE(reviewGetsFocus());
     const auto choose = [&](bool isReady) {
         screen->key(Qt::Key_Down);
         EXPECT_TRUE(screen->waitFor([&] { return engine().isReady() == isReady; }));
@@ -240,19 +241,20 @@ TEST_F(BadInputTest, ThePlayerTakesWhateverTheListHolds) {
         choose(false);
         screen->key(Qt::Key_Space);
         EXPECT_EQ(engine().currentSeconds(), 0);
-        EXPECT_EQ(shownFrame(), -1);
+        EXPECT_EQ(displayedFrame(), -1);
     }
     choose(true);
-    EXPECT_EQ(shownFrame(), -1);
+    EXPECT_EQ(displayedFrame(), -1);
     screen->key(Qt::Key_Space);
     EXPECT_TRUE(screen->waitFor([&] { return engine().currentSeconds() > 0.1; }));
     choose(true);
-    EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 0; }));
+    EXPECT_TRUE(screen->waitFor([&] { return displayedFrame() == 0; }));
     screen->key(Qt::Key_Space);
-    EXPECT_TRUE(screen->waitFor([&] { return !engine().isPlaying(); })) << "its end is soon there";
+    EXPECT_TRUE(screen->waitFor([&] { return !engine().isPlaying(); }))
+        << "the clip is one frame long";
     for (int readable = 0; readable < 2; ++readable) {
         choose(true);
         screen->key(Qt::Key_Space);
-        EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 9; }));
+        EXPECT_TRUE(screen->waitFor([&] { return displayedFrame() == 9; }));
     }
 }

@@ -12,19 +12,19 @@ namespace {
 
 class MainWindowTest : public WindowTest {
   protected:
-    /// What the alert says, once it is up; "OK" takes it away.
-    std::string alertAfter(const std::function<void()> &road) {
-        road();
-        EXPECT_TRUE(comes("projectError.accept"));
+    /// Returns the text of the alert that `action` causes, and dismisses the alert.
+    std::string alertAfter(const std::function<void()> &action) {
+        action();
+        EXPECT_TRUE(appears("projectError.accept"));
         const QQuickItem *const accept = screen->item(QStringLiteral("projectError.accept"));
         EXPECT_LT(accept->mapToScene({0, accept->height()}).y(), screen->window()->height());
-        const std::string said = alert().toStdString();
+        const std::string message = alert().toStdString();
         click("projectError.accept");
-        EXPECT_TRUE(goes("projectError.accept"));
+        EXPECT_TRUE(disappears("projectError.accept"));
         EXPECT_FALSE(app.router()->hasError());
-        return said;
+        return message;
     }
-    /// Opens one of the menus at the top by a click on its title.
+    /// Clicks a title in the menu bar.
     void openMenu(const QString &title) {
         for (QQuickItem *const item : screen->visibleItems()) {
             if (item->inherits("QQuickMenuBarItem") && item->property("text") == title) {
@@ -36,17 +36,17 @@ class MainWindowTest : public WindowTest {
     }
     void openRecentMenu() {
         openMenu(QStringLiteral("File"));
-        ASSERT_TRUE(comes("menu.openProject"));
+        ASSERT_TRUE(appears("menu.openProject"));
         screen->key(Qt::Key_Down);
         screen->key(Qt::Key_Down);
         screen->key(Qt::Key_Down);
         screen->key(Qt::Key_Right);
-        ASSERT_TRUE(comes("menu.recent.0"));
+        ASSERT_TRUE(appears("menu.recent.0"));
     }
     bool hasFocus(const char *name) const {
         return screen->property(QLatin1String(name), "activeFocus").toBool();
     }
-    /// "label|keys|help" of a menu's row, with "-" before a disabled one.
+    /// A menu item as "label|shortcut|help text", prefixed with "-" if it is disabled.
     std::string row(const char *name) {
         const QQuickItem *const item = screen->item(QLatin1String(name));
         const auto part = [item](const char *property) {
@@ -62,7 +62,7 @@ class MainWindowTest : public WindowTest {
 
 } // namespace
 
-TEST_F(MainWindowTest, TheMenusTellEachCommandAndWhyItIsOff) {
+TEST_F(MainWindowTest, MenusShowEachCommandAndWhyItIsDisabled) {
     const std::tuple<const char *, const char *, const char *, const char *> rows[] = {
         {"File", "menu.newProject", "New Project|Ctrl+N|", "New Project|Ctrl+N|"},
         {"File", "menu.openProject", "Open Project…|Ctrl+O|", "Open Project…|Ctrl+O|"},
@@ -88,7 +88,7 @@ TEST_F(MainWindowTest, TheMenusTellEachCommandAndWhyItIsOff) {
             openMenu(QLatin1String(menu));
             for (const auto &[title, name, closed, opened] : rows) {
                 if (QByteArray(title) == menu) {
-                    ASSERT_TRUE(comes(name)) << name;
+                    ASSERT_TRUE(appears(name)) << name;
                     EXPECT_EQ(row(name), isOpen ? opened : closed);
                 }
             }
@@ -99,7 +99,7 @@ TEST_F(MainWindowTest, TheMenusTellEachCommandAndWhyItIsOff) {
     }
 }
 
-TEST_F(MainWindowTest, TheKeysReachTheCommands) {
+TEST_F(MainWindowTest, ShortcutsTriggerTheCommands) {
     QStringList posted;
     const auto note = [&](const char *name) {
         return [&posted, name] { posted.append(QLatin1String(name)); };
@@ -131,11 +131,11 @@ TEST_F(MainWindowTest, TheKeysReachTheCommands) {
     waitUntil([&] { return !app.store().project(); });
 }
 
-TEST_F(MainWindowTest, HomeListsRecentsThatOpenAndAreForgotten) {
+TEST_F(MainWindowTest, HomeOpensAndRemovesRecentProjects) {
     show();
     EXPECT_TRUE(shows("home.empty"));
     screen->key(Qt::Key_Down);
-    EXPECT_TRUE(hasFocus("home.newProject")) << "there is no list to go down to";
+    EXPECT_TRUE(hasFocus("home.newProject")) << "the list is empty";
     EXPECT_EQ(text("home.version"), CorvaneApp::versionText());
     const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
     const QString third = make(QStringLiteral("Third.corvane"), sampleProject(1));
@@ -144,27 +144,27 @@ TEST_F(MainWindowTest, HomeListsRecentsThatOpenAndAreForgotten) {
         clock.advance(std::chrono::seconds(1));
     }
     await(app.store().closeProject());
-    ASSERT_TRUE(comes("home.recent.2"));
+    ASSERT_TRUE(appears("home.recent.2"));
     EXPECT_FALSE(shows("home.empty"));
     click("home.recent.0.remove");
-    EXPECT_TRUE(goes("home.recent.2"));
-    EXPECT_FALSE(app.store().project()) << "the cross never opens";
+    EXPECT_TRUE(disappears("home.recent.2"));
+    EXPECT_FALSE(app.store().project()) << "the cross does not open the project";
     screen->key(Qt::Key_Tab);
     screen->item(QStringLiteral("home.newProject"))->forceActiveFocus();
     screen->key(Qt::Key_Down);
     screen->key(Qt::Key_Delete);
-    EXPECT_TRUE(goes("home.recent.1"));
+    EXPECT_TRUE(disappears("home.recent.1"));
     EXPECT_TRUE(folder.has(QStringLiteral("Other.corvane")));
     screen->key(Qt::Key_Return);
-    EXPECT_TRUE(comes("header.projectName"));
+    EXPECT_TRUE(appears("header.projectName"));
     EXPECT_EQ(app.store().fileURL(), file);
     click("header.close");
-    ASSERT_TRUE(comes("home.recent.0"));
+    ASSERT_TRUE(appears("home.recent.0"));
     click("home.recent.0");
-    EXPECT_TRUE(comes("header.projectName"));
+    EXPECT_TRUE(appears("header.projectName"));
 }
 
-TEST_F(MainWindowTest, OpenRecentListsTheNewestFirstAndTheMenusAreReachedByTab) {
+TEST_F(MainWindowTest, OpenRecentListsTheNewestFirstAndTabReachesTheMenus) {
     show();
     const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
     for (const QString &each : {file, other, file}) {
@@ -176,16 +176,16 @@ TEST_F(MainWindowTest, OpenRecentListsTheNewestFirstAndTheMenusAreReachedByTab) 
     EXPECT_EQ(screen->property(QStringLiteral("menu.recent.0"), "y").toInt(), 0);
     EXPECT_GT(screen->property(QStringLiteral("menu.recent.1"), "y").toInt(), 0);
     screen->key(Qt::Key_Escape);
-    ASSERT_TRUE(goes("menu.recent.0"));
+    ASSERT_TRUE(disappears("menu.recent.0"));
     screen->key(Qt::Key_Escape);
-    ASSERT_TRUE(goes("menu.openProject"));
+    ASSERT_TRUE(disappears("menu.openProject"));
     screen->item(QStringLiteral("home.newProject"))->forceActiveFocus(Qt::TabFocusReason);
     screen->key(Qt::Key_Backtab);
     screen->key(Qt::Key_Down);
-    EXPECT_TRUE(comes("menu.checkForUpdates"));
+    EXPECT_TRUE(appears("menu.checkForUpdates"));
 }
 
-TEST_F(MainWindowTest, EachRoadToAFailureShowsTheAlertOnceOverTheSameScreen) {
+TEST_F(MainWindowTest, EachWayToFailShowsOneAlertOverTheCurrentScreen) {
     open(file);
     await(app.store().closeProject());
     show();
@@ -210,7 +210,7 @@ TEST_F(MainWindowTest, EachRoadToAFailureShowsTheAlertOnceOverTheSameScreen) {
 TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     show();
     click("home.newProject");
-    ASSERT_TRUE(comes("setup.projectName"));
+    ASSERT_TRUE(appears("setup.projectName"));
     EXPECT_FALSE(screen->item(QStringLiteral("setup.create"))->isEnabled());
     screen->type(QStringLiteral("Tide/"));
     EXPECT_FALSE(screen->item(QStringLiteral("setup.create"))->isEnabled());
@@ -218,7 +218,7 @@ TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     EXPECT_THAT(text("setup.layoutPreview").toStdString(), StartsWith("<parent>/Tide/\n"));
     EXPECT_FALSE(shows("setup.shootDate"));
     click("setup.includeShootDate");
-    ASSERT_TRUE(comes("setup.shootDate"));
+    ASSERT_TRUE(appears("setup.shootDate"));
     click("setup.notes");
     screen->type(QStringLiteral("Low water."));
 
@@ -231,16 +231,16 @@ TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     EXPECT_TRUE(shows("setup.projectName")) << "the panel was cancelled";
     panels.answer = folder.at(QStringLiteral("new"));
     click("setup.create");
-    ASSERT_TRUE(comes("header.projectName"));
+    ASSERT_TRUE(appears("header.projectName"));
     EXPECT_EQ(text("header.projectName"), QStringLiteral("Tide"));
     EXPECT_EQ(text("header.status"), QStringLiteral("Created project Tide"));
     EXPECT_TRUE(folder.has(QStringLiteral("new/Tide.corvane")));
-    EXPECT_TRUE(comes("import.cancel")) << "footage is what comes next";
+    EXPECT_TRUE(appears("import.cancel")) << "the import sheet opens after creation";
     leaveSheet();
     click("header.close");
-    ASSERT_TRUE(comes("home.newProject"));
+    ASSERT_TRUE(appears("home.newProject"));
     click("home.newProject");
-    ASSERT_TRUE(comes("setup.back"));
+    ASSERT_TRUE(appears("setup.back"));
     EXPECT_EQ(text("setup.projectName"), QString());
     screen->window()->resize(960, 600);
     ASSERT_TRUE(
@@ -248,14 +248,14 @@ TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     screen->item(QStringLiteral("setup.cancel"))->forceActiveFocus(Qt::TabFocusReason);
     EXPECT_LT(screen->item(QStringLiteral("setup.cancel"))->mapToScene({0, 0}).y(), 560);
     screen->key(Qt::Key_Return);
-    EXPECT_TRUE(comes("home.newProject"));
+    EXPECT_TRUE(appears("home.newProject"));
 }
 
-TEST_F(MainWindowTest, ADroppedProjectOpensAndItsHeaderActs) {
+TEST_F(MainWindowTest, OpensADroppedProjectWhoseHeaderButtonsWork) {
     show();
     drop(folder.write(QStringLiteral("take.mov"), "x"));
     drop(file);
-    ASSERT_TRUE(comes("header.import"));
+    ASSERT_TRUE(appears("header.import"));
     int exports = 0;
     QObject::connect(app.requests(), &AppRequests::exportRequested, [&] { ++exports; });
     click("header.export");
@@ -270,7 +270,7 @@ TEST_F(MainWindowTest, ADroppedProjectOpensAndItsHeaderActs) {
     screen->picture(QStringLiteral("project"));
 }
 
-TEST_F(MainWindowTest, HelpHasOneWindowOfItsOwn) {
+TEST_F(MainWindowTest, HelpOpensASingleWindow) {
     show();
     command("help").trigger();
     command("help").trigger();
@@ -287,15 +287,15 @@ TEST_F(MainWindowTest, HelpHasOneWindowOfItsOwn) {
     const auto *const error = helps[0]->findChild<QQuickItem *>(QStringLiteral("helpView.error"));
     ASSERT_TRUE(error);
     EXPECT_EQ(error->property("text"), QStringLiteral("UserGuide.md not found in bundle."))
-        << "the guide is the program's own, and a test has none";
+        << "a test executable has no guide in its resources";
 }
 
-TEST_F(MainWindowTest, TheFileDialogAsksWhatIsAskedAndHandsBackTheAnswer) {
+TEST_F(MainWindowTest, TheFileDialogShowsTheRequestAndReturnsTheAnswer) {
     show();
     QString chosen;
     const auto note = [&](const QString &path) { chosen = path; };
     app.dialogs()->openProjectFile(note);
-    app.dialogs()->accept({QUrl::fromLocalFile(file)}); // where the next question begins
+    app.dialogs()->accept({QUrl::fromLocalFile(file)}); // sets the next initial folder
     EXPECT_EQ(std::exchange(chosen, {}), file);
     app.dialogs()->save(
         {.message = QStringLiteral("Where?"), .proposedName = QStringLiteral("Tide")}, note);

@@ -8,8 +8,8 @@ using namespace corvane::test;
 
 namespace {
 
-/// What stands above the review, in a screen that keeps the keys.
-constexpr auto kTop = R"(
+/// The controls above the review, and an item with the keyboard focus.
+constexpr auto kControlsAboveReview = R"(
     import QtQuick
     import Corvane.Project
     import Corvane.Review
@@ -37,12 +37,13 @@ constexpr auto kTop = R"(
 
 } // namespace
 
-TEST_F(ShellTest, ClicksAboveTheReviewLeaveTheKeysWithIt) {
+TEST_F(ShellTest, ClicksAboveTheReviewLeaveItTheFocus) {
     const QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2, 1));
     await(app.store().openProject(file));
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
     ProjectHeader header(app.store());
-    Screen screen(kTop, {1280, 300}, {{QStringLiteral("header"), QVariant::fromValue(&header)}});
+    Screen screen(kControlsAboveReview, {1280, 300},
+                  {{QStringLiteral("header"), QVariant::fromValue(&header)}});
     for (const char *const name :
          {"header.close", "header.import", "header.export", "header.handoff", "header.help",
           "banner.disclosure.line", "banner.answer", "banner.close"}) {
@@ -52,7 +53,7 @@ TEST_F(ShellTest, ClicksAboveTheReviewLeaveTheKeysWithIt) {
     EXPECT_TRUE(screen.shows(QStringLiteral("banner.paths")));
 }
 
-TEST_F(ShellTest, TheSheetOfAnImportGoesWithItsProject) {
+TEST_F(ShellTest, TheImportSheetClosesWithItsProject) {
     ProjectScreen screen(app, media::MediaPlayer::Options());
     open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
     screen.review()->appear();
@@ -63,5 +64,5 @@ TEST_F(ShellTest, TheSheetOfAnImportGoesWithItsProject) {
     EXPECT_FALSE(screen.importing()->isOpen());
     screen.review()->requestImport();
     EXPECT_TRUE(screen.importing()->isOpen());
-    EXPECT_FALSE(screen.importing()->canScan()) << "it starts afresh";
+    EXPECT_FALSE(screen.importing()->canScan()) << "the sources were cleared";
 }

@@ -1,4 +1,4 @@
-// The keys of the review as they are pressed in the window, on clips that play.
+// The review's keys, pressed in the window on clips that play.
 
 #include "WindowFixture.h"
 
@@ -14,12 +14,12 @@ struct FrozenPlayback {
     TestMonotonicClock playerClock;
 };
 
-/// Three clips of 12 s and 300 frames, each with the subclips 1.25 to 2.25 and 2.5 to 3.5 s, which
-/// makes them reviewed.
+/// Three clips of 12 s and 300 frames with the subclips 1.25 to 2.25 s and 2.5 to 3.5 s, which mark
+/// them as reviewed.
 class ReviewKeysTest : private FrozenPlayback, public WindowTest {
   protected:
     ReviewKeysTest() : WindowTest(playerClock) {
-        makeClip(folder.at(QStringLiteral("clip.mov")), {.size = kShape, .frames = 300});
+        makeClip(folder.at(QStringLiteral("clip.mov")), {.size = kFrameSize, .frames = 300});
         Project project = sampleProject(3, 2);
         for (VideoItem &video : project.videos) {
             video.edit().sourcePath = QStringLiteral("clip.mov");
@@ -27,34 +27,36 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
         }
         show();
         open(make(QStringLiteral("Harbor.corvane"), project));
-        EXPECT_TRUE(comes("clip-clip-0") && keysAreBack());
+        EXPECT_TRUE(appears("clip-clip-0") && reviewGetsFocus());
     }
 
-    /// "Ctrl+Shift+Z"; a key of the number pad is "Num+5".
-    void key(const char *keys, bool isHeld = false) {
-        const auto pressed = QKeySequence::fromString(QString::fromUtf8(keys))[0];
+    /// Presses a shortcut such as "Ctrl+Shift+Z" or, on the number pad, "Num+5".
+    void key(const char *shortcut, bool isHeld = false) {
+        const auto pressed = QKeySequence::fromString(QString::fromUtf8(shortcut))[0];
         const auto press = isHeld ? &Screen::hold : &Screen::key;
         (*screen.*press)(pressed.key(), pressed.keyboardModifiers());
     }
-    void press(std::initializer_list<const char *> all) {
-        for (const char *const each : all) {
-            key(each);
+    void press(std::initializer_list<const char *> shortcuts) {
+        for (const char *const shortcut : shortcuts) {
+            key(shortcut);
         }
     }
-    /// Presses keys, each with the `state` it leads to behind it: "5 > 5R x0 0.00; F > ...".
-    void keys(const char *script, const char *everyTail = "") {
+    /// Presses keys and expects the `state` after each: "5 > 5R x0 0.00; F > ...". `suffix` is
+    /// appended to each state.
+    void keys(const char *script, const char *suffix = "") {
         for (const QString &step : QString::fromUtf8(script).split(QStringLiteral("; "))) {
-            const QStringList halves = step.split(QStringLiteral(" > "));
-            const std::string after = halves.value(1).toStdString() + everyTail;
-            key(halves.first().toUtf8().constData());
-            (void)screen->waitFor([&] { return state() == after; }); // a step is decoded
-            ASSERT_EQ(state(), after) << "after " << halves.first().toStdString();
+            const QStringList parts = step.split(QStringLiteral(" > "));
+            const std::string expected = parts.value(1).toStdString() + suffix;
+            key(parts.first().toUtf8().constData());
+            (void)screen->waitFor(
+                [&] { return state() == expected; }); // a frame step waits for the decoder
+            ASSERT_EQ(state(), expected) << "after " << parts.first().toStdString();
         }
     }
     void select(const char *clip) {
         click(clip);
         ASSERT_TRUE(screen->waitFor([&] { return engine().isReady(); }));
-        ASSERT_TRUE(screen->waitFor([&] { return shownFrame() == 0; }));
+        ASSERT_TRUE(screen->waitFor([&] { return displayedFrame() == 0; }));
     }
     static std::string marks(const VideoRecord &clip) {
         return std::to_string(clip.rating) + (clip.favorite ? "F" : "") +
@@ -66,7 +68,8 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
                (subclip.selectedForExport ? "S" : "");
     }
     static std::string seconds(double time) { return QString::number(time, 'f', 2).toStdString(); }
-    /// "3FS x1 5.00", the selected clip's marks and where the player is, and the drafts behind it.
+    /// The selected clip's marks, the playback rate and position, and the draft range:
+    /// "3FS x1 5.00 in 2.50".
     std::string state() {
         const VideoRecord *const clip = review().selectedVideo();
         if (!clip) {
@@ -81,7 +84,7 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
     }
     const VideoRecord &clip(int index) { return *app.store().project()->videos.at(index); }
     const Subclip &subclip(int clipIndex, int index) { return clip(clipIndex).subclips.at(index); }
-    /// The marks of all clips, each with those of its subclips.
+    /// The marks of all clips and their subclips: "0R-0-0 4F".
     std::string document() {
         QStringList all;
         for (const VideoItem &video : app.store().project()->videos) {
@@ -97,22 +100,22 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
         const MultiSelection &rows = review().multiSelection();
         return rows.multiSelectedClipIds.size() + rows.multiSelectedSubclipIds.size();
     }
-    /// Presses a delete key, reads the question and answers it by a key.
-    std::string asked(const char *deleteKey, const char *answer) {
+    /// Presses a delete key and answers the confirmation with a key. Returns the alert's title.
+    std::string confirm(const char *deleteKey, const char *answer) {
         key(deleteKey);
-        EXPECT_TRUE(comes("confirmation.accept") && settles());
-        key("F"); // nobody's while it is asked
+        EXPECT_TRUE(appears("confirmation.accept") && popupsSettle());
+        key("F"); // ignored while the alert is open
         key("Ctrl+Z");
         const QString title = review().confirmation()->title;
         key(answer);
-        EXPECT_TRUE(goes("confirmation.accept") && keysAreBack());
+        EXPECT_TRUE(disappears("confirmation.accept") && reviewGetsFocus());
         return title.toStdString();
     }
 };
 
 } // namespace
 
-TEST_F(ReviewKeysTest, EachKeyActsOnTheClipAndNoOtherKeyDoes) {
+TEST_F(ReviewKeysTest, MarkKeysEditTheSelectedClipAndOtherKeysDoNothing) {
     const Project untouched = *app.store().project();
     press({"3", "F", "Space", "I", "Return", "Right", "Del", "Esc"});
     EXPECT_EQ(state(), "none");
@@ -134,20 +137,20 @@ TEST_F(ReviewKeysTest, EachKeyActsOnTheClipAndNoOtherKeyDoes) {
          " x0 0.00");
 }
 
-TEST_F(ReviewKeysTest, TheKeysOfTheTransportMoveThePlayerAndItsPicture) {
+TEST_F(ReviewKeysTest, TransportKeysControlPlaybackAndTheDisplayedFrame) {
     select("clip-clip-1");
     keys("Right > 0R x0 5.00; Num+Right > 0R x0 10.00; Shift+Left > 0R x0 5.00; "
          ". > 0R x0 5.04; . > 0R x0 5.08; , > 0R x0 5.04");
-    EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 126; }));
+    EXPECT_TRUE(screen->waitFor([&] { return displayedFrame() == 126; }));
     keys("Space > 0R x1 5.04; Shift+Space > 0R x0 5.04; J > 0R x-1 5.04; J > 0R x-2 5.04; "
          "J > 0R x-4 5.04; J > 0R x-8 5.04; J > 0R x-8 5.04; L > 0R x1 5.04; L > 0R x2 5.04; "
          "Shift+L > 0R x4 5.04; L > 0R x8 5.04; L > 0R x8 5.04; J > 0R x-1 5.04; "
          "K > 0R x0 5.04; L > 0R x1 5.04; Space > 0R x0 5.04; Right > 0R x0 10.04; "
          "Right > 0R x0 12.00; . > 0R x0 12.00");
-    EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 299; }));
+    EXPECT_TRUE(screen->waitFor([&] { return displayedFrame() == 299; }));
 }
 
-TEST_F(ReviewKeysTest, MarksAreSetNudgedSavedAndJumpedTo) {
+TEST_F(ReviewKeysTest, RangeKeysSetNudgeSaveAndJumpToTheRange) {
     select("clip-clip-1");
     keys("[ > 0R x0 2.50; ] > 0R x0 3.50; Return > 0R x0 3.50; Right > 0R x0 8.50; "
          "I > 0R x0 8.50 in 8.50; Shift+I > 0R x0 8.50 in 8.54; "
@@ -161,27 +164,27 @@ TEST_F(ReviewKeysTest, MarksAreSetNudgedSavedAndJumpedTo) {
               "3.54-8.54");
 }
 
-TEST_F(ReviewKeysTest, InSubclipModeTheKeysAreTheSubclips) {
+TEST_F(ReviewKeysTest, InSubclipModeKeysEditTheSubclip) {
     select("clip-clip-0");
     press({"Down", "Down"});
-    ASSERT_TRUE(comes("subclipBanner"));
+    ASSERT_TRUE(appears("subclipBanner"));
     keys("3 > 0R x0 2.50; F > 0R x0 2.50; S > 0R x0 2.50; R > 0 x0 2.50; X > 0X x0 2.50; "
          "X > 0 x0 2.50; Right > 0 x0 3.50; . > 0 x0 3.50; Left > 0 x0 2.50; "
          "I > 0 x0 2.50 in 2.50");
     EXPECT_EQ(document(), "0-0-3FS 0R-0-0 0R-0-0");
-    EXPECT_EQ(asked("Del", "Esc"), "Delete \"Subclip 2\"?");
+    EXPECT_EQ(confirm("Del", "Esc"), "Delete \"Subclip 2\"?");
     EXPECT_EQ(document(), "0-0-3FS 0R-0-0 0R-0-0");
-    EXPECT_EQ(state(), "0 x0 2.50 in 2.50") << "Esc was the question's alone";
+    EXPECT_EQ(state(), "0 x0 2.50 in 2.50") << "Esc only cancelled the alert";
     key("Esc");
-    EXPECT_TRUE(goes("subclipBanner"));
+    EXPECT_TRUE(disappears("subclipBanner"));
     EXPECT_EQ(state(), "0 x0 2.50");
     press({"4", "Up", "1"});
     EXPECT_EQ(document(), "4R-1-3FS 0R-0-0 0R-0-0");
-    EXPECT_EQ(asked("Backspace", "Return"), "Delete \"Subclip 1\"?");
+    EXPECT_EQ(confirm("Backspace", "Return"), "Delete \"Subclip 1\"?");
     EXPECT_EQ(document(), "4R-3FS 0R-0-0 0R-0-0");
     EXPECT_FALSE(review().isInSubclipMode());
-    EXPECT_EQ(asked("Del", "Esc"), "Reject \"clip-0\"?");
-    EXPECT_EQ(asked("Del", "Return"), "Reject \"clip-0\"?");
+    EXPECT_EQ(confirm("Del", "Esc"), "Reject \"clip-0\"?");
+    EXPECT_EQ(confirm("Del", "Return"), "Reject \"clip-0\"?");
     EXPECT_EQ(document(), "4RX-3FS 0R-0-0 0R-0-0");
     key("Del");
     EXPECT_FALSE(review().hasConfirmation()) << "it is rejected already";
@@ -189,7 +192,7 @@ TEST_F(ReviewKeysTest, InSubclipModeTheKeysAreTheSubclips) {
     EXPECT_EQ(document(), "4R-1-3FS 0R-0-0 0R-0-0");
 }
 
-TEST_F(ReviewKeysTest, MarkedRowsAreEditedTogetherInOneStep) {
+TEST_F(ReviewKeysTest, KeysEditAllMarkedRowsInOneUndoStep) {
     select("clip-clip-1");
     click("sub-clip-0-sub-1", Qt::ControlModifier);
     press({"Shift+Down", "Shift+Down"});
@@ -198,38 +201,38 @@ TEST_F(ReviewKeysTest, MarkedRowsAreEditedTogetherInOneStep) {
     keys("4 > 4R; F > 4FR; S > 4FSR; R > 4FS", " x0 0.00 in 0.00");
     EXPECT_EQ(document(), "0R-0-4FS 4FS-4FS-0 0R-0-0");
     press({"Ctrl+Z", "Ctrl+Z"});
-    EXPECT_EQ(document(), "0R-0-4F 4FR-4F-0 0R-0-0") << "a step for each key";
+    EXPECT_EQ(document(), "0R-0-4F 4FR-4F-0 0R-0-0") << "one undo step per key";
     click("clip-clip-2", Qt::ControlModifier);
     key("X");
     EXPECT_EQ(document(), "0R-0-4F 4FRX-4F-0 0RX-0-0");
     key("Ctrl+Z");
-    EXPECT_EQ(asked("Del", "Esc"), "Delete 2 subclips and reject 2 clips?");
+    EXPECT_EQ(confirm("Del", "Esc"), "Delete 2 subclips and reject 2 clips?");
     EXPECT_EQ(markedRows(), 4);
     key("Esc");
     EXPECT_EQ(markedRows(), 0);
-    EXPECT_TRUE(review().draftIn()) << "the first Esc was for the marks";
+    EXPECT_TRUE(review().draftIn()) << "the first Esc cleared the marked rows";
     key("Esc");
     EXPECT_FALSE(review().draftIn());
     click("sub-clip-0-sub-1", Qt::ControlModifier);
     click("clip-clip-2", Qt::ControlModifier);
-    EXPECT_EQ(asked("Backspace", "Return"), "Delete 1 subclip and reject 1 clip?");
+    EXPECT_EQ(confirm("Backspace", "Return"), "Delete 1 subclip and reject 1 clip?");
     EXPECT_EQ(document(), "0R-0 4FR-4F-0 0RX-0-0");
     EXPECT_EQ(markedRows(), 0);
     key("Ctrl+Z");
     EXPECT_EQ(document(), "0R-0-4F 4FR-4F-0 0R-0-0");
 }
 
-TEST_F(ReviewKeysTest, WhatIsTypedIntoAFieldIsNoKeyOfTheMap) {
+TEST_F(ReviewKeysTest, TypingInAFieldTriggersNoReviewKey) {
     select("clip-clip-1");
     click("sidePane.info");
-    ASSERT_TRUE(comes("inspector.notes.input"));
+    ASSERT_TRUE(appears("inspector.notes.input"));
     click("drawer.head");
     ASSERT_TRUE(screen->waitFor([&] {
         return shows("subclip.0.name") &&
                screen->item(QStringLiteral("drawer.keys"))->mapToScene({0, 20}).y() < 800;
     }));
     const std::string before = document();
-    const std::string stands = state();
+    const std::string stateBefore = state();
     const QString typed = QStringLiteral("fs rxjkl3,.io[]");
     for (const char *const field :
          {"subclip.0.name", "inspector.newTag", "inspector.notes.input", "filter.search"}) {
@@ -241,19 +244,19 @@ TEST_F(ReviewKeysTest, WhatIsTypedIntoAFieldIsNoKeyOfTheMap) {
         press({"Left", "Del", "Space", "Backspace", "Up", "Down"});
         EXPECT_EQ(text(input), typed) << input;
         key("Ctrl+Z");
-        EXPECT_NE(text(input), typed) << "a field has an undo of its own";
+        EXPECT_NE(text(input), typed) << "a field has its own undo";
         EXPECT_EQ(document(), before) << input;
-        EXPECT_EQ(state(), stands) << input;
+        EXPECT_EQ(state(), stateBefore) << input;
         EXPECT_FALSE(review().hasConfirmation());
         key("Esc");
         key("F");
-        EXPECT_TRUE(clip(1).favorite) << "Esc has given the keys back from " << input;
+        EXPECT_TRUE(clip(1).favorite) << "Esc returns the focus from " << input;
         key("F");
     }
     EXPECT_TRUE(hasFocus("project.keys"));
 }
 
-TEST_F(ReviewKeysTest, TheSheetsOpenByKeysAndNoKeyGoesBehindThem) {
+TEST_F(ReviewKeysTest, SheetsOpenByShortcutAndBlockReviewKeys) {
     select("clip-clip-1");
     key("S");
     const std::pair<const char *, const char *> sheets[] = {
@@ -263,8 +266,8 @@ TEST_F(ReviewKeysTest, TheSheetsOpenByKeysAndNoKeyGoesBehindThem) {
     for (const auto &[keys, button] : sheets) {
         key("Space");
         key(keys);
-        ASSERT_TRUE(comes(button));
-        EXPECT_FALSE(engine().isPlaying()) << "it would be heard behind the sheet";
+        ASSERT_TRUE(appears(button));
+        EXPECT_FALSE(engine().isPlaying()) << "a sheet pauses playback";
         for (const auto &[other, name] : sheets) {
             key(other);
         }
@@ -276,13 +279,13 @@ TEST_F(ReviewKeysTest, TheSheetsOpenByKeysAndNoKeyGoesBehindThem) {
         EXPECT_EQ(
             std::ranges::count_if(sheets, [&](const auto &each) { return shows(each.second); }), 1);
         leaveSheet();
-        EXPECT_TRUE(keysAreBack()) << button;
+        EXPECT_TRUE(reviewGetsFocus()) << button;
     }
     key("3");
     EXPECT_EQ(state(), "3SR x0 0.00");
 }
 
-TEST_F(ReviewKeysTest, AHeldKeyActsOnceAndTheListIsWalkedByHolding) {
+TEST_F(ReviewKeysTest, AHeldKeyActsOnceButKeepsMovingThroughTheList) {
     select("clip-clip-0");
     for (const char *const each : {"F", "X", "Space", "L", "Right"}) {
         key(each, true);
@@ -291,13 +294,13 @@ TEST_F(ReviewKeysTest, AHeldKeyActsOnceAndTheListIsWalkedByHolding) {
     key("Ctrl+Z", true);
     EXPECT_EQ(document(), "0FR-0-0 0R-0-0 0R-0-0");
     key("Del", true);
-    ASSERT_TRUE(comes("confirmation.accept"));
+    ASSERT_TRUE(appears("confirmation.accept"));
     EXPECT_FALSE(clip(0).rejected);
     key("Esc", true);
-    ASSERT_TRUE(goes("confirmation.accept") && keysAreBack());
+    ASSERT_TRUE(disappears("confirmation.accept") && reviewGetsFocus());
     key("Down", true);
     EXPECT_EQ(review().selectedVideoId(), QStringLiteral("clip-1"));
-    EXPECT_TRUE(review().isInSubclipMode()) << "four rows on";
+    EXPECT_TRUE(review().isInSubclipMode()) << "four rows further";
     key("Ctrl+O", true);
     EXPECT_EQ(panels.shown, 1);
 }

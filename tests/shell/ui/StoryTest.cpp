@@ -1,4 +1,4 @@
-// One project from the home screen to a package that is opened again, by what a user can press.
+// A project from the home screen to an opened package, with the user's input only.
 
 #include "WindowFixture.h"
 
@@ -14,14 +14,14 @@ struct Clip {
     ClipOptions options;
 };
 
-/// The kinds of clips that come from cameras, each a few pictures long.
+/// Clips with the containers and codecs that cameras record, each a few frames long.
 QList<Clip> clipsOfManyKinds() {
     const auto prores = utf8("prores_ks");
     const auto tenBits = utf8("yuv422p10le");
     const auto mpeg2 = utf8("mpeg2video");
     const auto pcm = utf8("pcm_s16le");
     const auto mjpeg = utf8("mjpeg");
-    const auto full = utf8("yuvj420p");
+    const auto fullRange = utf8("yuvj420p");
     const auto hevc = utf8("libx265");
     return {
         {"C01.mp4", {.frames = 75, .bFrames = 2, .audioTracks = 1}},
@@ -35,8 +35,8 @@ QList<Clip> clipsOfManyKinds() {
         {"C09.mxf", {.codec = mpeg2, .frames = 10, .audioTracks = 1, .audioCodec = pcm}},
         {"C10.avi", {.codec = mpeg2, .frames = 10}},
         {"C11.mov", {.codec = mpeg2, .frames = 10, .interlaced = true}},
-        {"C12.avi", {.codec = mjpeg, .frames = 10, .pixelFormat = full}},
-        {"C13.mov", {.codec = mjpeg, .frames = 10, .pixelFormat = full}},
+        {"C12.avi", {.codec = mjpeg, .frames = 10, .pixelFormat = fullRange}},
+        {"C13.mov", {.codec = mjpeg, .frames = 10, .pixelFormat = fullRange}},
         {"C14.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 0.5}},
         {"C15.wav", {.frames = 0, .audioTracks = 1, .audioCodec = pcm, .audioSeconds = 0.5}},
         {"C16.mov", {.frames = 10, .rotation = 90}},
@@ -53,11 +53,11 @@ class StoryTest : public WindowTest {
 
     void makeClips() {
         for (Clip clip : clipsOfManyKinds()) {
-            clip.options.size = kShape;
+            clip.options.size = kFrameSize;
             makeClip(card + QLatin1Char('/') + utf8(clip.name), clip.options);
         }
     }
-    /// Whole clips by their digit and S: 1 to 5 stars in turn, every second one is a select.
+    /// Rates the clips 1 to 5 stars in turn and marks every second one for export.
     void rateAll() {
         for (int row = 0; row < 20; ++row) {
             screen->key(Qt::Key_Down);
@@ -72,21 +72,21 @@ class StoryTest : public WindowTest {
         }
     }
     void step(int frames) {
-        const double to = engine().currentSeconds() + frames / 25.0;
+        const double target = engine().currentSeconds() + frames / 25.0;
         for (int time = 0; time < frames; ++time) {
             screen->key(Qt::Key_Period);
         }
         ASSERT_TRUE(screen->waitFor(
-            [&] { return std::abs(engine().currentSeconds() - to) < 0.001; }, kWork));
+            [&] { return std::abs(engine().currentSeconds() - target) < 0.001; }, kMediaTimeout));
     }
-    /// Two subclips of the first clip, from 0.4 to 0.8 and from 1.2 to 2 s.
+    /// Creates two subclips of the first clip: 0.4 to 0.8 s and 1.2 to 2 s.
     void markSubclips() {
         click("filter.search");
         screen->type(utf8("c01"));
         screen->key(Qt::Key_Escape);
         ASSERT_TRUE(hasFocus("project.keys"));
         screen->key(Qt::Key_Home);
-        ASSERT_TRUE(screen->waitFor([&] { return shownFrame() == 0; }, kWork));
+        ASSERT_TRUE(screen->waitFor([&] { return displayedFrame() == 0; }, kMediaTimeout));
         for (const auto &[before, length] : {std::pair(10, 10), std::pair(10, 20)}) {
             step(before);
             screen->key(Qt::Key_I);
@@ -97,17 +97,17 @@ class StoryTest : public WindowTest {
         ASSERT_EQ(video(0).subclips.size(), 2);
         EXPECT_NEAR(video(0).subclips[1].inSeconds, 1.2, 0.001);
         EXPECT_NEAR(video(0).subclips[1].outSeconds, 2, 0.001);
-        EXPECT_TRUE(screen->waitFor([&] { return shownFrame() == 50; }, kWork));
+        EXPECT_TRUE(screen->waitFor([&] { return displayedFrame() == 50; }, kMediaTimeout));
         screen->key(Qt::Key_Down); // the first subclip
         screen->key(Qt::Key_5);
         screen->key(Qt::Key_F);
         click("filter.clearSearch");
     }
     void deliverAll(const char *flow) {
-        const std::string told = deliver(flow);
-        EXPECT_THAT(told, HasSubstr(" complete\n"));
-        EXPECT_EQ(std::ranges::count(told, '\n'), 12);
-        EXPECT_THAT(told, Not(HasSubstr(": ")));
+        const std::string report = deliver(flow);
+        EXPECT_THAT(report, HasSubstr(" complete\n"));
+        EXPECT_EQ(std::ranges::count(report, '\n'), 12);
+        EXPECT_THAT(report, Not(HasSubstr(": ")));
     }
     void exportTwice() {
         configure("export", folder.folder(utf8("fast")));
@@ -117,18 +117,18 @@ class StoryTest : public WindowTest {
         click("export.mode.1");
         deliverAll("export");
     }
-    /// All that was selected lies there, whole, and the manifest says so.
-    void checkExport(const char *into) {
-        const QStringList names = folder.names(utf8(into));
+    /// Expects every selected clip in the folder at full length, and a matching manifest.
+    void checkExport(const char *destination) {
+        const QStringList names = folder.names(utf8(destination));
         ASSERT_EQ(names.size(), 13) << names.join(QLatin1Char(' ')).toStdString();
-        const QByteArray told =
-            folder.read(utf8(into) + QLatin1Char('/') + names.filter(utf8(".json")).value(0));
-        EXPECT_EQ(told.count(R"("status": "succeeded")"), 12);
+        const QByteArray manifest = folder.read(utf8(destination) + QLatin1Char('/') +
+                                                names.filter(utf8(".json")).value(0));
+        EXPECT_EQ(manifest.count(R"("status": "succeeded")"), 12);
         for (int row = 1; row < 20; row += 2) {
-            const QStringList made = names.filter(video(row).fileName.left(4));
-            ASSERT_EQ(made.size(), 1);
-            const auto asset =
-                media::MediaAsset::read(folder.at(utf8(into) + QLatin1Char('/') + made.first()));
+            const QStringList exported = names.filter(video(row).fileName.left(4));
+            ASSERT_EQ(exported.size(), 1);
+            const auto asset = media::MediaAsset::read(
+                folder.at(utf8(destination) + QLatin1Char('/') + exported.first()));
             EXPECT_NEAR(asset.duration->seconds(), video(row).durationSeconds, 0.1) << row;
             EXPECT_EQ(asset.videoTracks.size(), video(row).width ? 1 : 0) << row;
         }
@@ -137,10 +137,10 @@ class StoryTest : public WindowTest {
         return folder.read(path.mid(folder.path().size() + 1));
     }
     void checkPackage(const QString &package) {
-        const Project made = ProjectFileIO::loadNow(package + utf8("/Tide - Selects.corvane"));
-        ASSERT_EQ(made.videos.size(), 12);
-        int parts = 0;
-        for (const VideoItem &each : made.videos) {
+        const Project packaged = ProjectFileIO::loadNow(package + utf8("/Tide - Selects.corvane"));
+        ASSERT_EQ(packaged.videos.size(), 12);
+        int subclips = 0;
+        for (const VideoItem &each : packaged.videos) {
             const QString path = package + QLatin1Char('/') + each->sourcePath;
             EXPECT_TRUE(each->sourcePath.startsWith(utf8("media/")));
             EXPECT_TRUE(QFileInfo::exists(package + utf8("/.corvane-cache/") +
@@ -153,30 +153,31 @@ class StoryTest : public WindowTest {
                 EXPECT_EQ(bytesOf(path), bytesOf(*source->originalSourcePath));
                 EXPECT_EQ(each->rating, source->rating);
             } else {
-                EXPECT_EQ(each->rating, parts == 0 ? 5 : 1);
-                const double length = parts == 0 ? 0.4 : 0.8;
+                EXPECT_EQ(each->rating, subclips == 0 ? 5 : 1);
+                const double length = subclips == 0 ? 0.4 : 0.8;
                 EXPECT_GE(each->durationSeconds, length - 0.001);
-                EXPECT_LE(each->durationSeconds, length + 0.5) << "it may begin at a key frame";
-                ++parts;
+                EXPECT_LE(each->durationSeconds, length + 0.5)
+                    << "the cut may start at the previous keyframe";
+                ++subclips;
             }
         }
-        EXPECT_EQ(parts, 2);
+        EXPECT_EQ(subclips, 2);
     }
     void openPackage(const QString &package) {
         click("header.close");
-        ASSERT_TRUE(comes("home.openProject"));
+        ASSERT_TRUE(appears("home.openProject"));
         panels.answer = package + utf8("/Tide - Selects.corvane");
         click("home.openProject");
-        ASSERT_TRUE(comes("header.projectName"));
+        ASSERT_TRUE(appears("header.projectName"));
         EXPECT_EQ(text("header.projectName"), utf8("Tide - Selects"));
-        EXPECT_FALSE(shows("banner.0")) << "every file of a package is its own";
+        EXPECT_FALSE(shows("banner.0")) << "a package contains all its media";
     }
     void playFromTheStart() {
         screen->key(Qt::Key_Home);
-        ASSERT_TRUE(screen->waitFor([&] { return shownFrame() >= 0; }, kWork));
-        const int first = shownFrame();
+        ASSERT_TRUE(screen->waitFor([&] { return displayedFrame() >= 0; }, kMediaTimeout));
+        const int first = displayedFrame();
         screen->key(Qt::Key_Space);
-        EXPECT_TRUE(screen->waitFor([&] { return shownFrame() > first + 3; }, kWork));
+        EXPECT_TRUE(screen->waitFor([&] { return displayedFrame() > first + 3; }, kMediaTimeout));
         screen->picture(utf8("story-package"));
     }
     const VideoRecord &video(int row) { return *videos().at(row); }
@@ -184,7 +185,7 @@ class StoryTest : public WindowTest {
 
 } // namespace
 
-TEST_F(StoryTest, AShootIsImportedReviewedDeliveredHandedOverAndPlayedElsewhere) {
+TEST_F(StoryTest, ImportsReviewsExportsAndHandsOffAShootAndPlaysThePackage) {
     makeClips();
     createProject();
     importCard();

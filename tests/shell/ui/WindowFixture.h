@@ -14,16 +14,15 @@ inline QString utf8(const char *text) {
     return QString::fromUtf8(text);
 }
 
-/// The program in its window, without audio, which not every machine has. `playerClock` must
-/// outlive the test.
+/// The application in its main window. Plays without audio, because a machine may lack a device.
+/// `playerClock` drives playback and must outlive the test.
 class WindowTest : public ShellTest {
   protected:
-    /// Of a clip's pictures, small so that they are quick to make.
-    static constexpr QSize kShape{64, 48};
+    /// Small, so that clips are quick to encode.
+    static constexpr QSize kFrameSize{64, 48};
 
-    using Bound = std::chrono::milliseconds;
-    /// Of what the machine works at: media are read, copied and encoded meanwhile.
-    static constexpr Bound kWork = std::chrono::minutes(3);
+    /// For waits during which media are read, copied or encoded.
+    static constexpr std::chrono::milliseconds kMediaTimeout = std::chrono::minutes(3);
 
     explicit WindowTest(media::MonotonicClock &playerClock = media::MonotonicClock::system())
         : ShellTest([&playerClock](CorvaneApp &app) {
@@ -35,19 +34,18 @@ class WindowTest : public ShellTest {
         screen.emplace("import Corvane.Shell\nMainWindow {}", QSize(1280, 800),
                        QVariantMap{{QStringLiteral("app"), QVariant::fromValue(&app)}});
     }
-    /// Of the project that is open in the window.
-    ProjectScreen &bound() { return dynamic_cast<ProjectScreen &>(*app.projectScreen()); }
-    ReviewScreenState &review() { return *bound().review(); }
-    PlayerEngine &engine() { return *bound().engine(); }
+    ProjectScreen &projectScreen() { return dynamic_cast<ProjectScreen &>(*app.projectScreen()); }
+    ReviewScreenState &review() { return *projectScreen().review(); }
+    PlayerEngine &engine() { return *projectScreen().engine(); }
 
     bool shows(const char *name) const { return screen->shows(QString::fromUtf8(name)); }
-    /// Once no sheet or menu is on its way.
+    /// Clicks an item once no sheet or menu is opening or closing.
     void click(const char *name, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        EXPECT_TRUE(settles());
+        EXPECT_TRUE(popupsSettle());
         screen->click(QString::fromUtf8(name), modifiers);
     }
-    /// Waits until every sheet, alert and menu has come or gone.
-    bool settles() {
+    /// Waits until no sheet, alert or menu is opening or closing.
+    bool popupsSettle() {
         return screen->waitFor([&] {
             return std::ranges::none_of(
                 screen->root()->findChildren<QObject *>(), [](const QObject *object) {
@@ -56,10 +54,10 @@ class WindowTest : public ShellTest {
                 });
         });
     }
-    bool comes(const char *name, Bound longest = Screen::kLongestWait) {
-        return screen->waitFor([&] { return shows(name); }, longest);
+    bool appears(const char *name, std::chrono::milliseconds timeout = Screen::kTimeout) {
+        return screen->waitFor([&] { return shows(name); }, timeout);
     }
-    bool goes(const char *name) {
+    bool disappears(const char *name) {
         return screen->waitFor([&] { return !shows(name); });
     }
     QString text(const char *name) {
@@ -68,77 +66,79 @@ class WindowTest : public ShellTest {
     bool hasFocus(const char *name) const {
         return screen->property(QString::fromUtf8(name), "activeFocus").toBool();
     }
-    /// Waits until the keys are the review's.
-    bool keysAreBack() {
+    /// Waits until the review receives key presses.
+    bool reviewGetsFocus() {
         return screen->waitFor([&] { return hasFocus("project.keys"); });
     }
-    /// Esc on a flow's first stage, if a sheet is up; it keeps every other key from the window.
+    /// Closes the sheet of an import, export or handoff, if one is open.
     void leaveSheet() {
-        const auto isUp = [this] {
+        const auto isOpen = [this] {
             return shows("import.cancel") || shows("export.configure.cancel") ||
                    shows("handoff.configure.cancel");
         };
-        if (isUp()) {
+        if (isOpen()) {
             screen->key(Qt::Key_Escape);
-            EXPECT_TRUE(screen->waitFor([&] { return !isUp(); }));
+            EXPECT_TRUE(screen->waitFor([&] { return !isOpen(); }));
         }
     }
-    /// From the home screen to the import's sheet, which comes by itself.
+    /// Creates a project from the home screen, which opens the import sheet.
     void createProject() {
         click("home.newProject");
-        ASSERT_TRUE(comes("setup.projectName"));
+        ASSERT_TRUE(appears("setup.projectName"));
         screen->type(utf8("Tide"));
         panels.answer = folder.at(utf8("shoot"));
         click("setup.create");
-        ASSERT_TRUE(comes("import.chooseFolder"));
+        ASSERT_TRUE(appears("import.chooseFolder"));
     }
-    /// From the sheet's first stage to what is found on the card, which is to be copied.
+    /// Scans the card in the import sheet and selects copying.
     void scan() {
         panels.answer = card;
         click("import.chooseFolder");
         click("import.scan");
-        ASSERT_TRUE(comes("import.begin", kWork));
+        ASSERT_TRUE(appears("import.begin", kMediaTimeout));
         click("import.mode.1");
     }
     void finishImport() {
-        ASSERT_TRUE(comes("import.finish", kWork));
+        ASSERT_TRUE(appears("import.finish", kMediaTimeout));
         click("import.finish");
-        ASSERT_TRUE(keysAreBack());
+        ASSERT_TRUE(reviewGetsFocus());
     }
     void importCard() {
         scan();
         click("import.begin");
         finishImport();
     }
-    /// Brings the sheet of "export" or "handoff" up, with a folder to deliver into.
-    void configure(const std::string &flow, const QString &into) {
+    /// Opens the sheet of `flow` ("export" or "handoff") and chooses the destination folder.
+    void configure(const std::string &flow, const QString &destination) {
         const bool isExport = flow == "export";
-        delivery =
-            isExport ? static_cast<DeliveryScreenState *>(bound().exporting()) : bound().handoff();
+        delivery = isExport ? static_cast<DeliveryScreenState *>(projectScreen().exporting())
+                            : projectScreen().handoff();
         screen->key(Qt::Key_E,
                     isExport ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
-        ASSERT_TRUE(comes((flow + ".folder.choose").c_str()));
-        panels.answer = into;
+        ASSERT_TRUE(appears((flow + ".folder.choose").c_str()));
+        panels.answer = destination;
         click((flow + ".folder.choose").c_str());
     }
-    /// Runs it, gives what it tells, a line for each row, and leaves the sheet.
+    /// Starts the configured run and closes its result sheet. Returns the headline and one line per
+    /// row.
     std::string deliver(const std::string &flow) {
         const std::string start = flow + ".configure.start";
         EXPECT_TRUE(screen->waitFor([&] { return delivery->canStart(); }));
         click(start.c_str());
-        EXPECT_TRUE(goes(start.c_str()) && comes((flow + ".done.done").c_str(), kWork));
-        QStringList told{delivery->headline()};
+        EXPECT_TRUE(disappears(start.c_str()) &&
+                    appears((flow + ".done.done").c_str(), kMediaTimeout));
+        QStringList lines{delivery->headline()};
         if (!delivery->errorLine().isEmpty()) {
-            told.append(delivery->errorLine());
+            lines.append(delivery->errorLine());
         }
         for (const DeliveryResult &row : delivery->results()->rows()) {
-            told.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
+            lines.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
         }
-        EXPECT_TRUE(settles());
+        EXPECT_TRUE(popupsSettle());
         screen->picture(utf8(flow.c_str()) + utf8("-in-window"));
         click((flow + ".done.done").c_str());
-        EXPECT_TRUE(keysAreBack());
-        return told.join(QLatin1Char('\n')).remove(folder.path()).toStdString();
+        EXPECT_TRUE(reviewGetsFocus());
+        return lines.join(QLatin1Char('\n')).remove(folder.path()).toStdString();
     }
     const QList<VideoItem> &videos() { return app.store().project()->videos; }
     void drop(const QString &path) {
@@ -149,22 +149,22 @@ class WindowTest : public ShellTest {
         QDropEvent dropped({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(screen->window(), &dropped);
     }
-    /// The number that the picture in the player carries; -1 for none.
-    int shownFrame() {
+    /// The number encoded in the frame that the player displays; -1 if it displays no such frame.
+    int displayedFrame() {
         const QQuickItem *const item = screen->item(QStringLiteral("picture"));
-        const QImage seen =
+        const QImage image =
             screen->picture().copy(item->mapRectToScene({QPointF(0, 0), item->size()}).toRect());
-        const QSize size = kShape.scaled(seen.size(), Qt::KeepAspectRatio);
-        const QPoint from((seen.width() - size.width()) / 2, (seen.height() - size.height()) / 2);
+        const QSize size = kFrameSize.scaled(image.size(), Qt::KeepAspectRatio);
+        const QPoint from((image.width() - size.width()) / 2, (image.height() - size.height()) / 2);
         const auto number = frameNumber(size, 0, [&](int x, int y) {
-            return seen.pixelColor(from + QPoint(x, y)).lightnessF();
+            return image.pixelColor(from + QPoint(x, y)).lightnessF();
         });
         return number.value_or(-1);
     }
 
-    QString card = folder.folder(utf8("card")); ///< of footage
+    QString card = folder.folder(utf8("card")); ///< source footage
     std::optional<Screen> screen;
-    DeliveryScreenState *delivery = nullptr; ///< whose sheet was brought up last
+    DeliveryScreenState *delivery = nullptr; ///< the flow of the last `configure`
 };
 
 } // namespace corvane::test
