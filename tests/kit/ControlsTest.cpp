@@ -9,7 +9,7 @@ QString text(const char *latin1) {
     return QString::fromLatin1(latin1);
 }
 
-/// A window with these controls in it; what happens to them is counted in `events`.
+/// QML of a window with these controls. Their handlers call `note`, which records events.
 QByteArray windowWith(const char *controls) {
     return QByteArray(R"(
         import QtQuick
@@ -26,13 +26,13 @@ QStringList eventsOf(const Screen &screen) {
     return screen.root()->property("events").toStringList();
 }
 
-bool ringAt(const Screen &screen, const QString &name) {
+bool hasFocusRing(const Screen &screen, const QString &name) {
     const QQuickItem *item = screen.item(name);
     const QQuickItem *ring = item ? item->findChild<QQuickItem *>(text("focusRing")) : nullptr;
     return ring && ring->isVisible();
 }
 
-TEST(ControlsTest, AButtonIsPressedByClickReturnAndSpaceAndOneThatIsOffSaysWhy) {
+TEST(ControlsTest, AButtonTakesClickReturnAndSpaceAndShowsItsHelpTextWhileDisabled) {
     Screen screen(windowWith(R"(
         Button { objectName: "on"; x: 40; y: 40; text: "On"; onClicked: window.note("on") }
         Button {
@@ -45,13 +45,13 @@ TEST(ControlsTest, AButtonIsPressedByClickReturnAndSpaceAndOneThatIsOffSaysWhy) 
     EXPECT_EQ(Screen::accessibleName(screen.item(text("helpTip"))), text("Mark clips first"));
     screen.click(text("off"));
     screen.click(text("on"));
-    EXPECT_FALSE(ringAt(screen, text("on")));
+    EXPECT_FALSE(hasFocusRing(screen, text("on")));
     screen.key(Qt::Key_Return);
     screen.key(Qt::Key_Space);
     EXPECT_EQ(eventsOf(screen), QStringList({text("on"), text("on"), text("on")}));
 }
 
-TEST(ControlsTest, TheRingIsShownForFocusByKeyboardOnlyAndFieldsAlwaysShowIt) {
+TEST(ControlsTest, FocusRingsAppearForKeyboardFocusAndAlwaysOnFields) {
     Screen screen(windowWith(R"(
         Column {
             CheckBox { objectName: "check"; text: "Include" }
@@ -62,9 +62,9 @@ TEST(ControlsTest, TheRingIsShownForFocusByKeyboardOnlyAndFieldsAlwaysShowIt) {
     )"));
     screen.click(text("choice.1"));
     EXPECT_TRUE(screen.property(text("choice"), "activeFocus").toBool());
-    EXPECT_FALSE(ringAt(screen, text("choice")));
+    EXPECT_FALSE(hasFocusRing(screen, text("choice")));
     screen.key(Qt::Key_Backtab);
-    EXPECT_TRUE(ringAt(screen, text("check")));
+    EXPECT_TRUE(hasFocusRing(screen, text("check")));
     screen.key(Qt::Key_Space);
     EXPECT_TRUE(screen.property(text("check"), "checked").toBool());
     screen.click(text("field"));
@@ -78,7 +78,7 @@ TEST(ControlsTest, TheRingIsShownForFocusByKeyboardOnlyAndFieldsAlwaysShowIt) {
     EXPECT_FALSE(screen.property(text("notes.input"), "activeFocus").toBool());
 }
 
-TEST(ControlsTest, AChoiceAndARatingAreChangedByKeysWithinTheirEnds) {
+TEST(ControlsTest, KeysChangeAChoiceAndARatingWithinTheirLimits) {
     Screen screen(windowWith(R"(
         Column {
             SegmentedChoice {
@@ -104,7 +104,7 @@ TEST(ControlsTest, AChoiceAndARatingAreChangedByKeysWithinTheirEnds) {
     EXPECT_EQ(screen.property(text("stars"), "rating").toInt(), 0);
 }
 
-TEST(ControlsTest, AnAlertTakesReturnAndEscAndNoClickBesideIt) {
+TEST(ControlsTest, AnAlertTakesReturnAndEscButNoClickOutside) {
     Screen screen(windowWith(R"(
         Alert {
             id: alert
@@ -113,27 +113,27 @@ TEST(ControlsTest, AnAlertTakesReturnAndEscAndNoClickBesideIt) {
         }
         Button { objectName: "ask"; text: "Ask"; onClicked: alert.open() }
     )"));
-    const auto ask = [&] {
+    const auto openAlert = [&] {
         screen.click(text("ask"));
         EXPECT_TRUE(screen.waitFor([&] {
             return screen.shows(text("alert.accept")) &&
                    screen.property(text("alert.accept"), "activeFocus").toBool();
         }));
     };
-    const auto isGone = [&] { return !screen.shows(text("alert.accept")); };
-    ask();
-    EXPECT_TRUE(ringAt(screen, text("alert.accept")));
+    const auto isClosed = [&] { return !screen.shows(text("alert.accept")); };
+    openAlert();
+    EXPECT_TRUE(hasFocusRing(screen, text("alert.accept")));
     screen.click(QPoint(20, 700));
-    EXPECT_FALSE(isGone());
+    EXPECT_FALSE(isClosed());
     screen.key(Qt::Key_Return);
-    EXPECT_TRUE(screen.waitFor(isGone));
-    ask();
+    EXPECT_TRUE(screen.waitFor(isClosed));
+    openAlert();
     screen.key(Qt::Key_Escape);
-    EXPECT_TRUE(screen.waitFor(isGone));
+    EXPECT_TRUE(screen.waitFor(isClosed));
     EXPECT_EQ(eventsOf(screen), QStringList({text("yes"), text("no")}));
 }
 
-TEST(ControlsTest, ASheetKeepsOpenOnEscAndOnAClickBesideItAndGivesReturnToItsDefault) {
+TEST(ControlsTest, ASheetStaysOpenOnEscAndClicksOutsideAndReturnPressesItsDefaultButton) {
     Screen screen(windowWith(R"(
         Sheet {
             objectName: "sheet"; title: "Export"; backText: "Back"; sheetWidth: 500
@@ -154,7 +154,7 @@ TEST(ControlsTest, ASheetKeepsOpenOnEscAndOnAClickBesideItAndGivesReturnToItsDef
     EXPECT_EQ(eventsOf(screen), QStringList({text("start"), text("esc"), text("back")}));
 }
 
-TEST(ControlsTest, AMenuIsWorkedByKeysAndGivesTheFocusBack) {
+TEST(ControlsTest, AMenuTakesKeysAndReturnsTheFocus) {
     Screen screen(windowWith(R"(
         PopUpMenu {
             id: menu
@@ -175,7 +175,7 @@ TEST(ControlsTest, AMenuIsWorkedByKeysAndGivesTheFocusBack) {
     EXPECT_EQ(screen.focused(), screen.item(text("chip")));
 }
 
-TEST(ControlsTest, AProgressBarNeverGoesBackUntilItBeginsAnew) {
+TEST(ControlsTest, AProgressBarNeverGoesBackBeforeARestart) {
     Screen screen(windowWith(R"(
         ProgressBar { objectName: "bar"; width: 200; name: "Exporting" }
     )"));
@@ -189,10 +189,10 @@ TEST(ControlsTest, AProgressBarNeverGoesBackUntilItBeginsAnew) {
     EXPECT_EQ(bar->property("shownValue").toDouble(), 0.1);
 }
 
-TEST(ControlsTest, ADayIsTypedOrChosenAndWhatIsNoDayGoesBack) {
+TEST(ControlsTest, ADateFieldTakesTypedAndChosenDatesAndRevertsInvalidOnes) {
     Screen screen(windowWith(R"(
         DateField {
-            objectName: "day"; name: "Shoot date"; date: "2025-06-30"
+            objectName: "day"; name: "Shoot date"; date: "2025-05-31"
             onEdited: day => { date = day; window.note(day) }
         }
     )"));
@@ -201,7 +201,9 @@ TEST(ControlsTest, ADayIsTypedOrChosenAndWhatIsNoDayGoesBack) {
         return screen.shows(text("calendarDays")) &&
                screen.property(text("calendarDays"), "activeFocus").toBool();
     }));
+    screen.key(Qt::Key_PageDown); // 30 June
     screen.key(Qt::Key_Right);
+    EXPECT_EQ(Screen::accessibleName(screen.item(text("day.2025-07-01"))), text("1 July 2025"));
     screen.key(Qt::Key_Return);
     EXPECT_TRUE(screen.waitFor([&] { return !screen.shows(text("calendarDays")); }));
     screen.key(Qt::Key_A, Qt::ControlModifier);

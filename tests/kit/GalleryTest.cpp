@@ -13,7 +13,7 @@
 namespace corvane::test {
 namespace {
 
-/// Every QML file of the program and its text.
+/// The source of every QML file by its name.
 QHash<QString, QString> screenFiles() {
     QHash<QString, QString> files;
     QDirIterator entries(QStringLiteral(CORVANE_SOURCE_FOLDER), {QStringLiteral("*.qml")},
@@ -26,41 +26,41 @@ QHash<QString, QString> screenFiles() {
     return files;
 }
 
-TEST(GalleryTest, WhateverTakesTheFocusHasANameAndARole) {
+TEST(GalleryTest, FocusableItemsHaveAnAccessibleNameAndRole) {
     Screen screen("import Corvane.Gallery\nGallery {}", {1440, 1240});
-    int met = 0;
+    int count = 0;
     for (QQuickItem *item : screen.visibleItems()) {
         if (!item->activeFocusOnTab()) {
             continue;
         }
-        ++met;
+        ++count;
         const char *type = item->metaObject()->className();
         EXPECT_FALSE(Screen::accessibleName(item).isEmpty()) << type;
         EXPECT_NE(Screen::accessibleRole(item), int(QAccessible::NoRole)) << type;
         EXPECT_NE(Screen::accessibleRole(item), int(QAccessible::Client)) << type;
     }
-    EXPECT_GT(met, 40);
+    EXPECT_GT(count, 40);
     screen.picture(QStringLiteral("gallery"));
 }
 
-TEST(GalleryTest, EverySymbolThatAScreenNamesIsInTheTableAndTheFont) {
+TEST(GalleryTest, EverySymbolInQmlIsInTheTableAndTheFont) {
     const IconTable table;
     const QStringList symbols = table.symbols();
     const QRegularExpression use(QStringLiteral(R"([sS]ymbol: (.*(?:\n *[?:].*)*))"));
     const QRegularExpression literal(QStringLiteral(R"x((?<![!=]= )"([a-z][a-z.]+)")x"));
     const QHash<QString, QString> files = screenFiles();
-    int met = 0;
+    int count = 0;
     for (auto file = files.begin(); file != files.end(); ++file) {
         for (auto line = use.globalMatch(*file); line.hasNext();) {
             const QString value = line.next().captured(1);
-            for (auto name = literal.globalMatch(value); name.hasNext(); ++met) {
+            for (auto name = literal.globalMatch(value); name.hasNext(); ++count) {
                 const QString symbol = name.next().captured(1);
                 EXPECT_TRUE(symbols.contains(symbol))
                     << file.key().toStdString() << ": " << symbol.toStdString();
             }
         }
     }
-    EXPECT_GT(met, 10);
+    EXPECT_GT(count, 10);
     const QRawFont font = QRawFont::fromFont(QFont(table.family()));
     EXPECT_EQ(font.familyName(), table.family());
     for (const QString &symbol : symbols) {
@@ -68,13 +68,13 @@ TEST(GalleryTest, EverySymbolThatAScreenNamesIsInTheTableAndTheFont) {
     }
 }
 
-TEST(GalleryTest, ColoursStandInTheThemeFileAlone) {
-    const QRegularExpression colour(
+TEST(GalleryTest, OnlyTheThemeContainsColors) {
+    const QRegularExpression color(
         QStringLiteral(R"x("#[0-9A-Fa-f]{3,8}"|Qt\.(rgba|hsla)\(|color: "[a-z])x"));
     const QHash<QString, QString> files = screenFiles();
     for (auto file = files.begin(); file != files.end(); ++file) {
         if (file.key() != QLatin1String("Theme.qml")) {
-            EXPECT_FALSE(file->contains(colour)) << file.key().toStdString();
+            EXPECT_FALSE(file->contains(color)) << file.key().toStdString();
         }
     }
 }

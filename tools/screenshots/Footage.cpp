@@ -14,10 +14,10 @@ class FootageError : public Failure {
     using Failure::Failure;
 };
 
-/// The scene is larger than the picture by this part, which the camera moves over.
-constexpr double kRoom = 1.14;
-/// Pictures a second: enough where nothing plays, and quick to make.
-constexpr int kFewPictures = 1;
+/// Size of a scene relative to the frame, which pans over it.
+constexpr double kSceneScale = 1.14;
+/// Frames per second of long clips, so that they are quick to encode. They are not played.
+constexpr int kLongClipRate = 1;
 constexpr int kLongClip = 60; ///< seconds
 
 void runFFmpeg(const QStringList &arguments) {
@@ -35,18 +35,18 @@ void runFFmpeg(const QStringList &arguments) {
 
 void makeClip(const Clip &clip, const QString &file, const QString &stillFile) {
     const QSize size(clip.height * 16 / 9, clip.height);
-    if (!paintedScene(clip.scene, clip.seed, size * kRoom).save(stillFile)) {
+    if (!paintScene(clip.scene, clip.seed, size * kSceneScale).save(stillFile)) {
         throw FootageError(QStringLiteral("cannot write ") + stillFile);
     }
-    const QString move =
+    const QString filter =
         QStringLiteral("crop=%1:%2:x='(iw-ow)*t/%3':y='(ih-oh)*(0.5+0.4*sin(t/9))',"
                        "noise=alls=5:allf=t,vignette=PI/5,format=yuv420p")
             .arg(QString::number(size.width()), QString::number(size.height()),
                  QString::number(clip.seconds));
-    const int rate = clip.seconds > kLongClip ? kFewPictures : clip.height > 360 ? 10 : 2;
+    const int rate = clip.seconds > kLongClip ? kLongClipRate : clip.height > 360 ? 10 : 2;
     runFFmpeg({QStringLiteral("-loop"), QStringLiteral("1"), QStringLiteral("-framerate"),
-               QString::number(rate), QStringLiteral("-i"), stillFile, QStringLiteral("-vf"), move,
-               QStringLiteral("-t"), QString::number(clip.seconds), QStringLiteral("-c:v"),
+               QString::number(rate), QStringLiteral("-i"), stillFile, QStringLiteral("-vf"),
+               filter, QStringLiteral("-t"), QString::number(clip.seconds), QStringLiteral("-c:v"),
                QStringLiteral("libx264"), QStringLiteral("-preset"), QStringLiteral("ultrafast"),
                QStringLiteral("-crf"), QStringLiteral("23"), file});
 }

@@ -4,22 +4,22 @@
 
 #include <QDir>
 
-/// The clips of the pictures, made by the `ffmpeg` command out of painted scenes.
 namespace corvane {
 
+/// A clip to generate.
 struct Clip {
     const char *fileName;
     Scene scene;
     int seed;
     int seconds;
-    int height = 360; ///< of its picture, which is 16 by 9
+    int height = 360; ///< pixels; the aspect ratio is 16:9
 };
 
-/// Makes each clip in the folder: a slow move of the camera, with a grain. Throws a failure that
-/// says what is wrong.
+/// Encodes each clip into the folder with the `ffmpeg` command: a slow pan over a painted scene,
+/// with film grain. Throws `Failure`.
 void makeClips(const QList<Clip> &clips, const QDir &folder);
 
-/// As if a file of that size had been filmed: it ends in nothing, which takes no room on the disk.
+/// Grows a file to `bytes` with a sparse end, which takes no disk space. Throws `Failure`.
 void stretchFile(const QString &path, qint64 bytes);
 
 } // namespace corvane

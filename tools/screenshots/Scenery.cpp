@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-/// One picture at work. Places are parts of its width and height, from 0 to 1.
+/// A scene being painted. Coordinates are fractions of its width and height, from 0 to 1.
 class Canvas {
   public:
     Canvas(QSize size, int seed)
@@ -24,7 +24,7 @@ class Canvas {
         painter.setPen(Qt::NoPen);
     }
 
-    double any(double from, double to) { return from + (to - from) * random.generateDouble(); }
+    double uniform(double from, double to) { return from + (to - from) * random.generateDouble(); }
 
     void gradient(double top, double bottom, const QList<QColor> &colours) {
         QLinearGradient fill(0, top * h, 0, bottom * h);
@@ -49,17 +49,18 @@ class Canvas {
         painter.drawEllipse(QPointF(x * w, y * h), width * w, height * h);
     }
 
-    /// A line of hills, filled down to `bottom`. `rough`: how much the small waves of it count.
-    void ridge(double y, double height, double rough, const QBrush &fill, double bottom = 1) {
-        const double phase = any(0, 20);
+    /// A line of hills, filled down to `bottom`. `roughness`: amplitude ratio of successive
+    /// octaves.
+    void ridge(double y, double height, double roughness, const QBrush &fill, double bottom = 1) {
+        const double phase = uniform(0, 20);
         QPainterPath path({0, bottom * h});
         for (int x = 0; x <= int(w); x += 2) {
-            const double at = x / w;
+            const double position = x / w;
             double wave = 0;
-            double size = 1;
+            double amplitude = 1;
             for (double step = 3; step < 200; step *= 1.9) {
-                wave += size * std::sin(at * step + phase * step * 0.37);
-                size *= rough;
+                wave += amplitude * std::sin(position * step + phase * step * 0.37);
+                amplitude *= roughness;
             }
             path.lineTo(x, (y - height * (0.5 + 0.32 * wave)) * h);
         }
@@ -69,21 +70,22 @@ class Canvas {
 
     void clouds(int count, double top, double bottom, const QColor &colour) {
         for (int i = 0; i < count; ++i) {
-            const double y = any(top, bottom);
-            blot(any(-0.1, 1.1), y, any(0.05, 0.22), any(0.002, 0.009), colour, any(0.03, 0.13));
+            const double y = uniform(top, bottom);
+            blot(uniform(-0.1, 1.1), y, uniform(0.05, 0.22), uniform(0.002, 0.009), colour,
+                 uniform(0.03, 0.13));
         }
     }
 
     void reeds(int count, const QColor &colour) {
         painter.setBrush(Qt::NoBrush);
         for (int i = 0; i < count; ++i) {
-            const double x = any(0, 1);
+            const double x = uniform(0, 1);
             const double edge = 0.25 + 0.75 * std::pow(std::abs(2 * x - 1), 1.6);
             QPainterPath blade({x * w, h * 1.02});
-            const double lean = any(-0.018, 0.018);
+            const double lean = uniform(-0.018, 0.018);
             blade.quadTo(x * w, (1 - 0.12 * edge) * h, (x + lean) * w,
-                         (1 - any(0.1, 0.34) * edge) * h);
-            painter.setPen(QPen(colour, any(0.8, 2.6) * w / 1280, Qt::SolidLine, Qt::RoundCap));
+                         (1 - uniform(0.1, 0.34) * edge) * h);
+            painter.setPen(QPen(colour, uniform(0.8, 2.6) * w / 1280, Qt::SolidLine, Qt::RoundCap));
             painter.drawPath(blade);
         }
         painter.setPen(Qt::NoPen);
@@ -96,198 +98,208 @@ class Canvas {
     double h;
 };
 
-void paintGlitter(Canvas &on, double x, double top, const QColor &colour) {
+void paintGlitter(Canvas &canvas, double x, double top, const QColor &colour) {
     for (int i = 0; i < 420; ++i) {
-        const double depth = std::pow(on.any(0, 1), 1.4);
+        const double depth = std::pow(canvas.uniform(0, 1), 1.4);
         const double spread = 0.02 + 0.12 * depth;
         const double y = top + depth * (0.97 - top);
-        on.blot(x + on.any(-1, 1) * on.any(0, spread), y, on.any(0.002, 0.004 + 0.014 * depth),
-                0.0012 + 0.0035 * depth, colour, on.any(0.15, 0.75));
+        canvas.blot(x + canvas.uniform(-1, 1) * canvas.uniform(0, spread), y,
+                    canvas.uniform(0.002, 0.004 + 0.014 * depth), 0.0012 + 0.0035 * depth, colour,
+                    canvas.uniform(0.15, 0.75));
     }
 }
 
-void paintBoat(Canvas &on, double x, double y, double size) {
+void paintBoat(Canvas &canvas, double x, double y, double size) {
     const QColor ink(24, 26, 32);
-    on.painter.save();
-    on.painter.translate(x * on.w, y * on.h);
-    on.painter.scale(size * on.w, size * on.w);
+    canvas.painter.save();
+    canvas.painter.translate(x * canvas.w, y * canvas.h);
+    canvas.painter.scale(size * canvas.w, size * canvas.w);
     QPainterPath hull({-1, -0.12});
     hull.quadTo(0, 0.28, 1, -0.16);
     hull.quadTo(0.5, 0.02, 0, 0.02);
     hull.quadTo(-0.5, 0.02, -1, -0.12);
-    on.painter.fillPath(hull, ink);
-    on.painter.setBrush(ink);
-    on.painter.drawEllipse(QPointF(0.05, -0.62), 0.1, 0.11);
-    on.painter.drawRoundedRect(QRectF(-0.1, -0.52, 0.3, 0.56), 0.1, 0.1);
-    on.painter.setPen(QPen(ink, 0.035));
-    on.painter.drawLine(QPointF(-0.42, -1.0), QPointF(-0.22, 0.3));
-    on.painter.setPen(QPen(QColor(24, 26, 32, 90), 0.05));
+    canvas.painter.fillPath(hull, ink);
+    canvas.painter.setBrush(ink);
+    canvas.painter.drawEllipse(QPointF(0.05, -0.62), 0.1, 0.11);
+    canvas.painter.drawRoundedRect(QRectF(-0.1, -0.52, 0.3, 0.56), 0.1, 0.1);
+    canvas.painter.setPen(QPen(ink, 0.035));
+    canvas.painter.drawLine(QPointF(-0.42, -1.0), QPointF(-0.22, 0.3));
+    canvas.painter.setPen(QPen(QColor(24, 26, 32, 90), 0.05));
     for (int i = 0; i < 9; ++i) {
         const double down = 0.2 + 0.09 * i;
-        on.painter.drawLine(QPointF(-0.28 + 0.02 * i, down), QPointF(0.3 - 0.03 * i, down + 0.02));
+        canvas.painter.drawLine(QPointF(-0.28 + 0.02 * i, down),
+                                QPointF(0.3 - 0.03 * i, down + 0.02));
     }
-    on.painter.restore();
+    canvas.painter.restore();
 }
 
-void paintTide(Canvas &on, int seed) {
-    const double level = on.any(0.42, 0.52);
-    const double sun = on.any(0.35, 0.75);
+void paintTide(Canvas &canvas, int seed) {
+    const double level = canvas.uniform(0.42, 0.52);
+    const double sun = canvas.uniform(0.35, 0.75);
     const QList<QColor> sky{QColor(48, 78, 104), QColor(122, 142, 152), QColor(222, 184, 140),
                             QColor(246, 190, 122)};
-    on.gradient(0, level, sky);
-    on.clouds(90, 0, level * 0.8, QColor(246, 214, 178));
-    on.clouds(60, 0, level * 0.6, QColor(38, 60, 84));
-    on.glow(sun, level - 0.07, 0.6, QColor(255, 224, 160));
-    on.blot(sun, level - 0.07, 0.018, 0.032, QColor(255, 250, 228), 1);
-    on.ridge(level + 0.01, 0.07, 0.5, QColor(139, 134, 152), level + 0.03);
-    on.ridge(level + 0.02, 0.045, 0.55, QColor(103, 101, 120), level + 0.03);
-    on.gradient(level, 1, {QColor(214, 178, 142), QColor(140, 142, 146), QColor(52, 70, 84)});
-    on.clouds(120, level, 0.85, QColor(92, 98, 122));
-    on.clouds(60, level, 0.95, QColor(240, 200, 150));
-    on.painter.setClipRect(QRectF(0, level * on.h, on.w, on.h));
-    on.glow(sun, level + 0.05, 0.45, QColor(255, 214, 150), 0.6);
-    on.painter.setClipping(false);
+    canvas.gradient(0, level, sky);
+    canvas.clouds(90, 0, level * 0.8, QColor(246, 214, 178));
+    canvas.clouds(60, 0, level * 0.6, QColor(38, 60, 84));
+    canvas.glow(sun, level - 0.07, 0.6, QColor(255, 224, 160));
+    canvas.blot(sun, level - 0.07, 0.018, 0.032, QColor(255, 250, 228), 1);
+    canvas.ridge(level + 0.01, 0.07, 0.5, QColor(139, 134, 152), level + 0.03);
+    canvas.ridge(level + 0.02, 0.045, 0.55, QColor(103, 101, 120), level + 0.03);
+    canvas.gradient(level, 1, {QColor(214, 178, 142), QColor(140, 142, 146), QColor(52, 70, 84)});
+    canvas.clouds(120, level, 0.85, QColor(92, 98, 122));
+    canvas.clouds(60, level, 0.95, QColor(240, 200, 150));
+    canvas.painter.setClipRect(QRectF(0, level * canvas.h, canvas.w, canvas.h));
+    canvas.glow(sun, level + 0.05, 0.45, QColor(255, 214, 150), 0.6);
+    canvas.painter.setClipping(false);
     paintGlitter(on, sun, level + 0.03, QColor(255, 238, 200));
     if (seed % 3 != 1) {
-        paintBoat(on, sun - on.any(0.2, 0.3), level + on.any(0.1, 0.18), 0.085);
+        paintBoat(on, sun - canvas.uniform(0.2, 0.3), level + canvas.uniform(0.1, 0.18), 0.085);
     }
-    on.reeds(340, QColor(22, 27, 32));
+    canvas.reeds(340, QColor(22, 27, 32));
 }
 
-void paintGate(Canvas &on, int seed) {
-    const QImage beyond = paintedScene(Scene::Tide, seed + 40, QSize(int(on.w), int(on.h)));
-    on.gradient(0, 1, {QColor(34, 25, 20), QColor(52, 38, 29), QColor(20, 15, 13)});
+void paintGate(Canvas &canvas, int seed) {
+    const QImage beyond = paintScene(Scene::Tide, seed + 40, QSize(int(canvas.w), int(canvas.h)));
+    canvas.gradient(0, 1, {QColor(34, 25, 20), QColor(52, 38, 29), QColor(20, 15, 13)});
     for (double x = 0; x < 1; x += 0.055) {
-        on.painter.fillRect(QRectF(x * on.w, 0, on.w * 0.003, on.h), QColor(10, 7, 6));
-        on.painter.fillRect(QRectF((x + 0.004) * on.w, 0, on.w * on.any(0.01, 0.045), on.h),
-                            QColor(96, 70, 50, int(on.any(8, 34))));
+        canvas.painter.fillRect(QRectF(x * canvas.w, 0, canvas.w * 0.003, canvas.h),
+                                QColor(10, 7, 6));
+        canvas.painter.fillRect(
+            QRectF((x + 0.004) * canvas.w, 0, canvas.w * canvas.uniform(0.01, 0.045), canvas.h),
+            QColor(96, 70, 50, int(canvas.uniform(8, 34))));
     }
-    const double width = on.any(0.2, 0.46);
+    const double width = canvas.uniform(0.2, 0.46);
     const double left = 0.5 - width / 2;
-    on.glow(0.5, 0.5, 0.8, QColor(214, 160, 100), 0.5);
-    on.painter.drawImage(QRectF(left * on.w, 0.06 * on.h, width * on.w, 0.9 * on.h), beyond,
-                         QRectF(on.w * 0.4, 0, width * on.w, on.h));
+    canvas.glow(0.5, 0.5, 0.8, QColor(214, 160, 100), 0.5);
+    canvas.painter.drawImage(
+        QRectF(left * canvas.w, 0.06 * canvas.h, width * canvas.w, 0.9 * canvas.h), beyond,
+        QRectF(canvas.w * 0.4, 0, width * canvas.w, canvas.h));
     if (seed % 2 == 0) {
-        on.blot(0.54, 0.42, 0.018, 0.036, QColor(14, 14, 17), 1);
-        on.painter.setBrush(QColor(14, 14, 17));
-        on.painter.drawRoundedRect(QRectF(0.51 * on.w, 0.46 * on.h, 0.06 * on.w, 0.52 * on.h),
-                                   0.03 * on.w, 0.03 * on.w);
+        canvas.blot(0.54, 0.42, 0.018, 0.036, QColor(14, 14, 17), 1);
+        canvas.painter.setBrush(QColor(14, 14, 17));
+        canvas.painter.drawRoundedRect(
+            QRectF(0.51 * canvas.w, 0.46 * canvas.h, 0.06 * canvas.w, 0.52 * canvas.h),
+            0.03 * canvas.w, 0.03 * canvas.w);
     }
 }
 
-void paintLantern(Canvas &on, int) {
-    on.gradient(0, 1, {QColor(20, 17, 20), QColor(38, 27, 24), QColor(17, 13, 13)});
+void paintLantern(Canvas &canvas, int) {
+    canvas.gradient(0, 1, {QColor(20, 17, 20), QColor(38, 27, 24), QColor(17, 13, 13)});
     for (int i = 0; i < 34; ++i) {
-        const double size = on.any(0.008, 0.032);
-        on.blot(on.any(0, 1), on.any(0.1, 0.9), size, size * on.w / on.h,
-                QColor::fromHsv(int(on.any(18, 44)), 150, 220), on.any(0.04, 0.2));
+        const double size = canvas.uniform(0.008, 0.032);
+        canvas.blot(
+            canvas.uniform(0, 1), canvas.uniform(0.1, 0.9), size, size * canvas.w / canvas.h,
+            QColor::fromHsv(int(canvas.uniform(18, 44)), 150, 220), canvas.uniform(0.04, 0.2));
     }
-    const double x = on.any(0.38, 0.62);
-    on.glow(x, 0.54, 0.55, QColor(255, 172, 84), 0.95);
-    const QRectF body((x - 0.055) * on.w, 0.36 * on.h, 0.11 * on.w, 0.36 * on.h);
+    const double x = canvas.uniform(0.38, 0.62);
+    canvas.glow(x, 0.54, 0.55, QColor(255, 172, 84), 0.95);
+    const QRectF body((x - 0.055) * canvas.w, 0.36 * canvas.h, 0.11 * canvas.w, 0.36 * canvas.h);
     QLinearGradient light(body.topLeft(), body.bottomLeft());
     light.setColorAt(0, QColor(120, 62, 26));
     light.setColorAt(0.55, QColor(255, 222, 150));
     light.setColorAt(1, QColor(166, 88, 34));
-    on.painter.setPen(QPen(QColor(26, 19, 16), on.w * 0.007));
-    on.painter.setBrush(light);
-    on.painter.drawRoundedRect(body, 12, 12);
-    on.painter.drawLine(QPointF(x * on.w, body.top()), QPointF(x * on.w, body.bottom()));
-    on.painter.setBrush(Qt::NoBrush);
-    on.painter.drawArc(body.adjusted(0, -body.height() * 0.4, 0, -body.height() * 0.6), 0,
-                       180 * 16);
-    on.painter.setPen(Qt::NoPen);
+    canvas.painter.setPen(QPen(QColor(26, 19, 16), canvas.w * 0.007));
+    canvas.painter.setBrush(light);
+    canvas.painter.drawRoundedRect(body, 12, 12);
+    canvas.painter.drawLine(QPointF(x * canvas.w, body.top()),
+                            QPointF(x * canvas.w, body.bottom()));
+    canvas.painter.setBrush(Qt::NoBrush);
+    canvas.painter.drawArc(body.adjusted(0, -body.height() * 0.4, 0, -body.height() * 0.6), 0,
+                           180 * 16);
+    canvas.painter.setPen(Qt::NoPen);
 }
 
-void paintForest(Canvas &on, int) {
-    on.gradient(0, 1, {QColor(196, 208, 186), QColor(154, 170, 144), QColor(72, 84, 62)});
-    on.glow(on.any(0.3, 0.7), 0.25, 0.7, QColor(250, 250, 226), 0.8);
+void paintForest(Canvas &canvas, int) {
+    canvas.gradient(0, 1, {QColor(196, 208, 186), QColor(154, 170, 144), QColor(72, 84, 62)});
+    canvas.glow(canvas.uniform(0.3, 0.7), 0.25, 0.7, QColor(250, 250, 226), 0.8);
     for (int layer = 0; layer < 4; ++layer) {
         const double near = layer / 3.0;
         for (int i = 0; i < 16 - 3 * layer; ++i) {
-            const double width = (0.006 + 0.03 * near * near) * on.any(0.7, 1.4);
+            const double width = (0.006 + 0.03 * near * near) * canvas.uniform(0.7, 1.4);
             QColor bark(int(120 - 98 * near), int(132 - 106 * near), int(110 - 90 * near));
             bark.setAlphaF(float(0.35 + 0.65 * near));
-            on.painter.save();
-            on.painter.translate(on.any(0, 1) * on.w, 0);
-            on.painter.shear(on.any(-0.04, 0.04), 0);
-            on.painter.fillRect(QRectF(0, 0, width * on.w, (0.72 + 0.25 * near) * on.h), bark);
-            on.painter.restore();
+            canvas.painter.save();
+            canvas.painter.translate(canvas.uniform(0, 1) * canvas.w, 0);
+            canvas.painter.shear(canvas.uniform(-0.04, 0.04), 0);
+            canvas.painter.fillRect(QRectF(0, 0, width * canvas.w, (0.72 + 0.25 * near) * canvas.h),
+                                    bark);
+            canvas.painter.restore();
         }
-        on.gradient(0.55, 1, {QColor(150, 168, 140, 0), QColor(96, 112, 80, 90)});
+        canvas.gradient(0.55, 1, {QColor(150, 168, 140, 0), QColor(96, 112, 80, 90)});
     }
-    on.ridge(0.97, 0.08, 0.7, QColor(24, 30, 21));
+    canvas.ridge(0.97, 0.08, 0.7, QColor(24, 30, 21));
 }
 
-void paintSea(Canvas &on, int) {
-    const double level = on.any(0.3, 0.42);
-    on.gradient(0, level, {QColor(78, 92, 104), QColor(136, 150, 158), QColor(178, 188, 190)});
-    on.clouds(140, 0, level, QColor(52, 62, 72));
-    on.gradient(level, 1, {QColor(118, 138, 144), QColor(58, 84, 94), QColor(20, 36, 46)});
+void paintSea(Canvas &canvas, int) {
+    const double level = canvas.uniform(0.3, 0.42);
+    canvas.gradient(0, level, {QColor(78, 92, 104), QColor(136, 150, 158), QColor(178, 188, 190)});
+    canvas.clouds(140, 0, level, QColor(52, 62, 72));
+    canvas.gradient(level, 1, {QColor(118, 138, 144), QColor(58, 84, 94), QColor(20, 36, 46)});
     for (int i = 0; i < 900; ++i) {
-        const double depth = std::pow(on.any(0, 1), 1.7);
-        const bool isCrest = on.any(0, 1) < 0.3;
-        on.blot(on.any(0, 1), level + depth * (1 - level), 0.006 + 0.05 * depth,
-                0.0012 + 0.006 * depth, isCrest ? QColor(206, 218, 218) : QColor(18, 40, 52),
-                on.any(0.05, isCrest ? 0.22 : 0.32));
+        const double depth = std::pow(canvas.uniform(0, 1), 1.7);
+        const bool isCrest = canvas.uniform(0, 1) < 0.3;
+        canvas.blot(canvas.uniform(0, 1), level + depth * (1 - level), 0.006 + 0.05 * depth,
+                    0.0012 + 0.006 * depth, isCrest ? QColor(206, 218, 218) : QColor(18, 40, 52),
+                    canvas.uniform(0.05, isCrest ? 0.22 : 0.32));
     }
 }
 
-void paintPeaks(Canvas &on, int seed) {
+void paintPeaks(Canvas &canvas, int seed) {
     const bool isMisty = seed % 2 == 0;
-    on.gradient(0, 1,
-                isMisty ? QList<QColor>{QColor(122, 142, 150), QColor(196, 206, 204)}
-                        : QList<QColor>{QColor(38, 84, 140), QColor(168, 198, 222)});
-    on.clouds(80, 0.02, 0.5, QColor(240, 244, 248));
+    canvas.gradient(0, 1,
+                    isMisty ? QList<QColor>{QColor(122, 142, 150), QColor(196, 206, 204)}
+                            : QList<QColor>{QColor(38, 84, 140), QColor(168, 198, 222)});
+    canvas.clouds(80, 0.02, 0.5, QColor(240, 244, 248));
     if (!isMisty) {
-        QLinearGradient snow(0, 0.15 * on.h, 0, 0.85 * on.h);
+        QLinearGradient snow(0, 0.15 * canvas.h, 0, 0.85 * canvas.h);
         snow.setColorAt(0, QColor(250, 252, 255));
         snow.setColorAt(0.45, QColor(150, 168, 190));
         snow.setColorAt(1, QColor(52, 62, 78));
-        on.ridge(0.66, 0.5, 0.62, snow);
+        canvas.ridge(0.66, 0.5, 0.62, snow);
     }
     for (int i = 0; i < 5; ++i) {
         const double near = i / 4.0;
         const int value = int(isMisty ? 170 - 132 * near : 96 - 64 * near);
-        on.ridge(0.62 + 0.1 * i, 0.16, 0.6, QColor(value - 12, value, value + 4));
-        on.gradient(0.5 + 0.1 * i, 0.8 + 0.1 * i,
-                    {QColor(214, 222, 220, 0), QColor(214, 222, 220, isMisty ? 70 : 24)});
+        canvas.ridge(0.62 + 0.1 * i, 0.16, 0.6, QColor(value - 12, value, value + 4));
+        canvas.gradient(0.5 + 0.1 * i, 0.8 + 0.1 * i,
+                        {QColor(214, 222, 220, 0), QColor(214, 222, 220, isMisty ? 70 : 24)});
     }
 }
 
-void paintCity(Canvas &on, int) {
-    on.gradient(0, 0.62, {QColor(10, 12, 26), QColor(26, 26, 52), QColor(62, 44, 70)});
-    on.gradient(0.62, 1, {QColor(24, 22, 44), QColor(8, 9, 18)});
+void paintCity(Canvas &canvas, int) {
+    canvas.gradient(0, 0.62, {QColor(10, 12, 26), QColor(26, 26, 52), QColor(62, 44, 70)});
+    canvas.gradient(0.62, 1, {QColor(24, 22, 44), QColor(8, 9, 18)});
     for (int i = 0; i < 70; ++i) {
-        const double x = on.any(0, 1);
-        const double y = 0.62 - 0.2 * std::pow(on.any(0, 1), 2);
+        const double x = canvas.uniform(0, 1);
+        const double y = 0.62 - 0.2 * std::pow(canvas.uniform(0, 1), 2);
         const QColor colour = QColor::fromHsv(
-            int(on.any(0, 1) < 0.6 ? on.any(20, 50) : on.any(180, 340)), int(on.any(90, 200)), 255);
-        const double size = on.any(0.004, 0.016);
-        on.glow(x, y, size * 5, colour, 0.35);
-        on.blot(x, y, size, size * on.w / on.h, colour, on.any(0.35, 0.8));
+            int(canvas.uniform(0, 1) < 0.6 ? canvas.uniform(20, 50) : canvas.uniform(180, 340)),
+            int(canvas.uniform(90, 200)), 255);
+        const double size = canvas.uniform(0.004, 0.016);
+        canvas.glow(x, y, size * 5, colour, 0.35);
+        canvas.blot(x, y, size, size * canvas.w / canvas.h, colour, canvas.uniform(0.35, 0.8));
         for (int k = 0; k < 7; ++k) {
-            on.blot(x + on.any(-0.004, 0.004), 1.24 - y + 0.028 * k, size * 1.3, 0.004, colour,
-                    0.22 - 0.025 * k);
+            canvas.blot(x + canvas.uniform(-0.004, 0.004), 1.24 - y + 0.028 * k, size * 1.3, 0.004,
+                        colour, 0.22 - 0.025 * k);
         }
     }
 }
 
-void paintDunes(Canvas &on, int) {
-    on.gradient(0, 1, {QColor(116, 150, 178), QColor(226, 204, 172), QColor(230, 190, 138)});
-    on.glow(on.any(0.2, 0.8), 0.3, 0.5, QColor(255, 240, 206), 0.7);
+void paintDunes(Canvas &canvas, int) {
+    canvas.gradient(0, 1, {QColor(116, 150, 178), QColor(226, 204, 172), QColor(230, 190, 138)});
+    canvas.glow(canvas.uniform(0.2, 0.8), 0.3, 0.5, QColor(255, 240, 206), 0.7);
     for (int i = 0; i < 5; ++i) {
         const double y = 0.46 + 0.13 * i;
-        QLinearGradient sand(0, (y - 0.15) * on.h, on.w * 0.5, (y + 0.3) * on.h);
+        QLinearGradient sand(0, (y - 0.15) * canvas.h, canvas.w * 0.5, (y + 0.3) * canvas.h);
         sand.setColorAt(0, QColor(236 - 14 * i, 184 - 16 * i, 122 - 16 * i));
         sand.setColorAt(1, QColor(150 - 20 * i, 94 - 14 * i, 58 - 9 * i));
-        on.ridge(y, 0.2, 0.28, sand);
+        canvas.ridge(y, 0.2, 0.28, sand);
     }
 }
 
 } // namespace
 
-QImage paintedScene(Scene scene, int seed, QSize size) {
+QImage paintScene(Scene scene, int seed, QSize size) {
     Canvas canvas(size, seed);
     using Paint = void (*)(Canvas &, int);
     constexpr Paint paints[] = {paintTide, paintGate,  paintLantern, paintForest,

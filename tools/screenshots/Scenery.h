@@ -2,13 +2,12 @@
 
 #include <QImage>
 
-/// What the clips of the pictures show: landscapes, painted rather than filmed, so that the tool
-/// needs no footage.
+/// Painted landscapes for the sample clips.
 namespace corvane {
 
 enum class Scene { Tide, Gate, Lantern, Forest, Sea, Peaks, City, Dunes };
 
-/// The same for the same seed. Another seed gives another light and another lie of the land.
-QImage paintedScene(Scene scene, int seed, QSize size);
+/// Paints a scene. The seed varies its light and shapes; equal arguments give equal images.
+QImage paintScene(Scene scene, int seed, QSize size);
 
 } // namespace corvane

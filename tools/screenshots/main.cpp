@@ -1,4 +1,4 @@
-#include "ScreenPicture.h"
+#include "Screenshot.h"
 
 #include "kit/Fonts.h"
 #include "platform/Failure.h"
@@ -15,46 +15,43 @@
 
 #include <clocale>
 
-/// Draws every screen to a PNG, in memory, without a display. Exit status 1 if one couldn't be
-/// drawn.
+/// Takes screenshots of every screen as PNG files, without a display. Exit status 1 if one fails.
 namespace {
 
-using corvane::ScreenPicture;
+using corvane::Screenshot;
 
-/// Long enough for the slowest fade, and for what a screen brings about before its picture is
-/// taken.
-constexpr int fadeInMs = 400;
-constexpr int longestWaitInMs = 180000;
+constexpr int settleMs = 400; ///< longer than every animation
+constexpr int timeoutMs = 180000;
 
-void runEvents(int ms, const std::function<bool()> &enough) {
+void runEvents(int ms, const std::function<bool()> &condition) {
     const QDeadlineTimer deadline(ms);
-    while (!deadline.hasExpired() && !enough()) {
+    while (!deadline.hasExpired() && !condition()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
     }
 }
 
-bool take(const ScreenPicture &picture, const QDir &folder) {
+bool take(const Screenshot &screenshot, const QDir &folder) {
     QQmlEngine engine;
-    const std::unique_ptr<QObject> root = picture.make(engine);
+    const std::unique_ptr<QObject> root = screenshot.create(engine);
     auto *window = qobject_cast<QQuickWindow *>(root.get());
     if (!window) {
         return false;
     }
-    window->resize(picture.size);
+    window->resize(screenshot.size);
     window->show();
-    const bool isArranged = !picture.arrange || picture.arrange(*window);
-    runEvents(fadeInMs, [] { return false; });
-    // Another ground, by a shade that nobody sees: now all is drawn anew, and not only what
-    // changed, which the software renderer doesn't always get whole.
-    const QColor ground = window->color();
-    window->setColor(QColor(ground.red(), ground.green(), ground.blue() ^ 1));
+    const bool isArranged = !screenshot.arrange || screenshot.arrange(*window);
+    runEvents(settleMs, [] { return false; });
+    // An invisible change of the background makes the software renderer repaint everything. Its
+    // partial updates are sometimes incomplete.
+    const QColor color = window->color();
+    window->setColor(QColor(color.red(), color.green(), color.blue() ^ 1));
     return isArranged &&
-           window->grabWindow().save(folder.filePath(picture.name + QStringLiteral(".png")));
+           window->grabWindow().save(folder.filePath(screenshot.name + QStringLiteral(".png")));
 }
 
-bool takeOrTell(const ScreenPicture &picture, const QDir &folder) {
+bool takeOrReport(const Screenshot &screenshot, const QDir &folder) {
     try {
-        return take(picture, folder);
+        return take(screenshot, folder);
     } catch (const corvane::Failure &failure) {
         QTextStream(stderr) << failure.description() << '\n';
         return false;
@@ -63,10 +60,10 @@ bool takeOrTell(const ScreenPicture &picture, const QDir &folder) {
 
 } // namespace
 
-std::unique_ptr<QObject> corvane::windowOf(QQmlEngine &engine, const QByteArray &qml,
-                                           const QVariantMap &properties) {
+std::unique_ptr<QObject> corvane::createWindow(QQmlEngine &engine, const QByteArray &qml,
+                                               const QVariantMap &properties) {
     QQmlComponent component(&engine);
-    component.setData(qml, QUrl(QStringLiteral("qrc:/picture.qml")));
+    component.setData(qml, QUrl(QStringLiteral("qrc:/screenshot.qml")));
     if (!component.isReady()) {
         QTextStream(stderr) << component.errorString();
         return nullptr;
@@ -75,12 +72,12 @@ std::unique_ptr<QObject> corvane::windowOf(QQmlEngine &engine, const QByteArray 
 }
 
 bool corvane::waitUntil(const std::function<bool()> &condition) {
-    runEvents(longestWaitInMs, condition);
+    runEvents(timeoutMs, condition);
     return condition();
 }
 
 int main(int argc, char **argv) {
-    const QTemporaryDir settings; // in the place of the user's own
+    const QTemporaryDir settings; // instead of the user's
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -101,15 +98,16 @@ int main(int argc, char **argv) {
     }
     const QDir folder(wanted.takeFirst());
     int status = folder.mkpath(QStringLiteral(".")) ? 0 : 1;
-    for (const ScreenPicture &picture : corvane::galleryPictures() + corvane::shellPictures() +
-                                            corvane::reviewPictures() + corvane::flowPictures()) {
-        if (!wanted.isEmpty() && !wanted.contains(picture.name)) {
+    for (const Screenshot &screenshot :
+         corvane::galleryScreenshots() + corvane::shellScreenshots() +
+             corvane::reviewScreenshots() + corvane::flowScreenshots()) {
+        if (!wanted.isEmpty() && !wanted.contains(screenshot.name)) {
             continue;
         }
-        const bool taken = takeOrTell(picture, folder);
-        QTextStream(taken ? stdout : stderr)
-            << (taken ? "" : "failed: ") << folder.filePath(picture.name) << ".png\n";
-        status = taken ? status : 1;
+        const bool isTaken = takeOrReport(screenshot, folder);
+        QTextStream(isTaken ? stdout : stderr)
+            << (isTaken ? "" : "failed: ") << folder.filePath(screenshot.name) << ".png\n";
+        status = isTaken ? status : 1;
     }
     return status;
 }

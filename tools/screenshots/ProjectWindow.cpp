@@ -1,4 +1,4 @@
-#include "Set.h"
+#include "ProjectWindow.h"
 
 #include "platform/Tasks.h"
 
@@ -31,11 +31,12 @@ void sendMouse(QQuickWindow &window, QEvent::Type type, QPointF at) {
 
 } // namespace
 
-Set::Set(const QString &file) : m_app(Shoot::shared().makeApp(&m_panels)) {
+ProjectWindow::ProjectWindow(const QString &file)
+    : m_app(SampleShoot::shared().makeApp(&m_panels)) {
     waitUntilDone(m_app->store().openProject(file));
 }
 
-Set::~Set() {
+ProjectWindow::~ProjectWindow() {
     if (screen().isRunning()) {
         screen().endRuns();
         waitUntil([this] { return !screen().isRunning(); });
@@ -43,63 +44,66 @@ Set::~Set() {
     waitUntilDone(m_app->store().closeProject());
 }
 
-ScreenPicture Set::picture(const char *name, Arrange arrange, QSize size, const char *other) {
-    const auto make = [other](QQmlEngine &engine) {
-        Shoot &shoot = Shoot::shared();
-        std::unique_ptr<Set> set(new Set(other ? shoot.path(other) : shoot.projectFile()));
-        auto window = windowOf(engine, "import Corvane.Shell\nMainWindow {}",
-                               {{QStringLiteral("app"), QVariant::fromValue(set->m_app.get())}});
-        set->m_window = qobject_cast<QQuickWindow *>(window.get());
-        set.release()->setParent(window.get());
+Screenshot ProjectWindow::screenshot(const char *name, Arrange arrange, QSize size,
+                                     const char *projectFile) {
+    const auto create = [projectFile](QQmlEngine &engine) {
+        SampleShoot &shoot = SampleShoot::shared();
+        std::unique_ptr<ProjectWindow> projectWindow(
+            new ProjectWindow(projectFile ? shoot.path(projectFile) : shoot.projectFile()));
+        auto window = createWindow(
+            engine, "import Corvane.Shell\nMainWindow {}",
+            {{QStringLiteral("app"), QVariant::fromValue(projectWindow->m_app.get())}});
+        projectWindow->m_window = qobject_cast<QQuickWindow *>(window.get());
+        projectWindow.release()->setParent(window.get());
         return window;
     };
-    const auto arrangeSet = [arrange = std::move(arrange)](QQuickWindow &window) {
-        return arrange(*window.findChild<Set *>(QString(), Qt::FindDirectChildrenOnly));
+    const auto arrangeProject = [arrange = std::move(arrange)](QQuickWindow &window) {
+        return arrange(*window.findChild<ProjectWindow *>(QString(), Qt::FindDirectChildrenOnly));
     };
-    return {QLatin1String(name), size, make, arrangeSet};
+    return {QLatin1String(name), size, create, arrangeProject};
 }
 
-bool Set::show(const char *fileName, double seconds) {
-    review().selectClip(Shoot::clip(app(), fileName));
+bool ProjectWindow::show(const char *fileName, double seconds) {
+    review().selectClip(SampleShoot::clip(app(), fileName));
     return waitUntil([this] { return screen().engine()->isReady(); }) && seek(seconds);
 }
 
-bool Set::seek(double seconds) {
+bool ProjectWindow::seek(double seconds) {
     screen().engine()->seek(seconds);
     return waitUntil(
         [this, seconds] { return std::abs(screen().engine()->currentSeconds() - seconds) < 0.05; });
 }
 
-void Set::widenSidePane(int width) {
+void ProjectWindow::resizeSidePane(int width) {
     const auto pane = [this] {
         return window().findChild<QQuickItem *>(QStringLiteral("mainPane"));
     };
     waitUntil([&] { return window().isExposed() && pane() && pane()->x() > 0; });
     const QPointF handle = pane()->mapToScene({-0.5, pane()->height() / 2});
-    const QPointF there(width + 0.5, handle.y());
+    const QPointF target(width + 0.5, handle.y());
     sendMouse(window(), QEvent::MouseButtonPress, handle);
-    sendMouse(window(), QEvent::MouseMove, (handle + there) / 2);
-    sendMouse(window(), QEvent::MouseMove, there);
-    sendMouse(window(), QEvent::MouseButtonRelease, there);
+    sendMouse(window(), QEvent::MouseMove, (handle + target) / 2);
+    sendMouse(window(), QEvent::MouseMove, target);
+    sendMouse(window(), QEvent::MouseButtonRelease, target);
 }
 
-bool Set::showsPlayersPicture() {
+bool ProjectWindow::isFrameDrawn() {
     const auto *const player = window().findChild<QQuickItem *>(QStringLiteral("picture"));
     const QImage image = window().grabWindow();
-    const QPointF middle = player->mapToScene({player->width() / 2, player->height() / 4});
-    return image.pixelColor((middle * image.devicePixelRatio()).toPoint()).value() > 0;
+    const QPointF sample = player->mapToScene({player->width() / 2, player->height() / 4});
+    return image.pixelColor((sample * image.devicePixelRatio()).toPoint()).value() > 0;
 }
 
-bool Set::isDrawn() {
+bool ProjectWindow::waitUntilDrawn() {
     return waitUntil([this] {
-        bool isWhole = !review().filmstrip().filmstripGenerating();
+        bool isDrawn = !review().filmstrip().filmstripGenerating();
         visitVisible(window().contentItem(), [&](QQuickItem *item) {
             if (item->inherits("corvane::StillImage") &&
                 !item->property("path").toString().isEmpty()) {
-                isWhole = isWhole && item->property("isLoaded").toBool();
+                isDrawn = isDrawn && item->property("isLoaded").toBool();
             }
         });
-        return isWhole && (!review().hasSelectedVideo() || showsPlayersPicture());
+        return isDrawn && (!review().hasSelectedVideo() || isFrameDrawn());
     });
 }
 

@@ -1,4 +1,4 @@
-#include "ScreenPicture.h"
+#include "Screenshot.h"
 
 namespace corvane {
 
@@ -7,14 +7,14 @@ namespace {
 constexpr QSize pageSize(1440, 1240);
 constexpr QSize screenSize(1440, 900);
 
-ScreenPicture page(const char *name, QSize size, const char *qml) {
+Screenshot page(const char *name, QSize size, const char *qml) {
     return {QString::fromLatin1(name), size,
-            [qml](QQmlEngine &engine) { return windowOf(engine, qml); }};
+            [qml](QQmlEngine &engine) { return createWindow(engine, qml); }};
 }
 
 } // namespace
 
-QList<ScreenPicture> galleryPictures() {
+QList<Screenshot> galleryScreenshots() {
     return {
         page("gallery", pageSize, R"(
             import QtQuick
@@ -52,7 +52,7 @@ QList<ScreenPicture> galleryPictures() {
             AppWindow {
                 DateField {
                     id: field
-                    x: 600; y: 200; name: "Shoot date"; date: "2025-06-13"
+                    x: 600; y: 200; name: "SampleShoot date"; date: "2025-06-13"
                     Component.onCompleted: openCalendar()
                 }
             })"),

@@ -1,4 +1,4 @@
-#include "ScreenPicture.h"
+#include "Screenshot.h"
 
 #include "platform/AtomicWrite.h"
 #include "platform/Paths.h"
@@ -29,10 +29,10 @@ constexpr const char *recentList = R"([
      "filePath": "/deliveries/incoming/Copper Kiln - Selects/Copper Kiln - Selects.corvane",
      "lastOpenedAt": "2025-06-10T10:00:00.000Z"}])";
 
-/// The application and the folder that its data lie in, below the window that shows it.
-class Stage : public QObject {
+/// An application and its data folder. Owned by the window that shows it.
+class ShellApp : public QObject {
   public:
-    explicit Stage(bool hasRecents) {
+    explicit ShellApp(bool hasRecents) {
         if (hasRecents) {
             writeAtomically(folder.filePath(QStringLiteral("registry.json")), recentList);
         }
@@ -48,25 +48,25 @@ class Stage : public QObject {
     std::unique_ptr<CorvaneApp> app;
 };
 
-using Arrange = std::function<void(Stage &, QObject &)>;
+using Arrange = std::function<void(ShellApp &, QObject &)>;
 
-ScreenPicture shellPicture(const char *name, bool hasRecents, Arrange arrange) {
+Screenshot shellScreenshot(const char *name, bool hasRecents, Arrange arrange) {
     return {QLatin1String(name), shellSize, [hasRecents, arrange](QQmlEngine &engine) {
-                auto stage = std::make_unique<Stage>(hasRecents);
+                auto shell = std::make_unique<ShellApp>(hasRecents);
                 auto window =
-                    windowOf(engine, "import Corvane.Shell\nMainWindow {}",
-                             {{QStringLiteral("app"), QVariant::fromValue(stage->app.get())}});
+                    createWindow(engine, "import Corvane.Shell\nMainWindow {}",
+                                 {{QStringLiteral("app"), QVariant::fromValue(shell->app.get())}});
                 if (window && arrange) {
-                    arrange(*stage, *window);
+                    arrange(*shell, *window);
                 }
-                stage.release()->setParent(window.get());
+                shell.release()->setParent(window.get());
                 return window;
             }};
 }
 
-void fillSetup(Stage &stage, QObject &) {
-    ProjectSetup &setup = *stage.app->setup();
-    Q_EMIT stage.app->requests()->newProjectRequested();
+void fillSetup(ShellApp &shell, QObject &) {
+    ProjectSetup &setup = *shell.app->setup();
+    Q_EMIT shell.app->requests()->newProjectRequested();
     setup.setProjectName(QStringLiteral("Tidewater Day 3"));
     setup.setIncludeShootDate(true);
     setup.setShootDateText(QStringLiteral("2025-06-13"));
@@ -74,24 +74,25 @@ void fillSetup(Stage &stage, QObject &) {
     setup.setNotes(QStringLiteral("Second unit joins at noon. Low water 14:20."));
 }
 
-void openMissingRecent(Stage &stage, QObject &) {
-    waitUntilDone(stage.app->store().openProject(QStringLiteral(
+void openMissingRecent(ShellApp &shell, QObject &) {
+    waitUntilDone(shell.app->store().openProject(QStringLiteral(
         "/archive/2024/north-ridge/North Ridge Interviews/North Ridge Interviews.corvane")));
 }
 
-void openFileMenu(Stage &, QObject &window) {
+void openFileMenu(ShellApp &, QObject &window) {
     auto *const menu = window.findChild<QObject *>(QStringLiteral("menu.File"));
     if (menu) {
         QMetaObject::invokeMethod(menu, "open");
     }
 }
 
-/// The guide in a window as large as its own.
-ScreenPicture helpPicture() {
+/// The user guide at the default size of its window.
+Screenshot helpScreenshot() {
     return {QStringLiteral("help"), QSize(820, 700), [](QQmlEngine &engine) {
                 auto help = std::make_unique<HelpDocument>(QStringLiteral(CORVANE_GUIDE));
-                auto window = windowOf(engine, "import Corvane.Shell\nHelpWindow {}",
-                                       {{QStringLiteral("help"), QVariant::fromValue(help.get())}});
+                auto window =
+                    createWindow(engine, "import Corvane.Shell\nHelpWindow {}",
+                                 {{QStringLiteral("help"), QVariant::fromValue(help.get())}});
                 help.release()->setParent(window.get());
                 return window;
             }};
@@ -99,11 +100,14 @@ ScreenPicture helpPicture() {
 
 } // namespace
 
-QList<ScreenPicture> shellPictures() {
+QList<Screenshot> shellScreenshots() {
     return {
-        shellPicture("home-empty", false, {}),    shellPicture("home", true, {}),
-        shellPicture("setup", true, fillSetup),   shellPicture("alert", true, openMissingRecent),
-        shellPicture("menu", true, openFileMenu), helpPicture(),
+        shellScreenshot("home-empty", false, {}),
+        shellScreenshot("home", true, {}),
+        shellScreenshot("setup", true, fillSetup),
+        shellScreenshot("alert", true, openMissingRecent),
+        shellScreenshot("menu", true, openFileMenu),
+        helpScreenshot(),
     };
 }
 

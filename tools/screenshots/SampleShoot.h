@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// Answers each panel with the path that is set.
+/// Answers every file panel with `answer`.
 class FixedPanels : public FilePanels {
   public:
     void openProjectFile(Chosen chosen) override { chosen(answer); }
@@ -18,31 +18,31 @@ class FixedPanels : public FilePanels {
     QString answer;
 };
 
-/// The project of the pictures: footage that was made, imported and reviewed as a user would have
-/// done it, once for all pictures, which are taken one after another. It lasts as long as the
-/// process.
-class Shoot {
+/// The project in the screenshots: generated footage, imported and reviewed. Created once per
+/// process and shared by all screenshots.
+class SampleShoot {
   public:
-    /// The clip that stands in the player.
-    static constexpr const char *kMain = "A003_C002_0612.MOV";
+    /// The clip in the player.
+    static constexpr const char *kMainClip = "A003_C002_0612.MOV";
 
-    /// Made at the first call, which takes about a minute. Throws a failure where it can't be.
-    static Shoot &shared();
+    /// Created by the first call, which takes about a minute. Throws `Failure`.
+    static SampleShoot &shared();
 
     /// A path in the shoot's folder.
     QString path(const char *name) const;
     QString projectFile() const;
     QString projectFolder() const;
-    /// The application over the project, with what it remembers; silent.
+    /// An application with the shoot's data folder, without audio.
     std::unique_ptr<CorvaneApp> makeApp(FilePanels *panels = nullptr) const;
-    /// The id of the clip with that file name in the open project.
+    /// The id of the clip with this file name in the open project. Throws `Failure` if there is
+    /// none.
     static QString clip(CorvaneApp &app, const char *fileName);
 
-    /// A card with footage that is partly new, for an import.
-    QString freshCard();
+    /// The path of a card with new clips and clips that are already imported.
+    QString cardWithNewClips();
 
   private:
-    Shoot();
+    SampleShoot();
     void importAll(CorvaneApp &app, SourceImportMode mode) const;
     void review(CorvaneApp &app) const;
 

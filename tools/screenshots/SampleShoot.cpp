@@ -1,4 +1,4 @@
-#include "Shoot.h"
+#include "SampleShoot.h"
 
 #include "Footage.h"
 
@@ -11,15 +11,15 @@ namespace corvane {
 
 namespace {
 
-class ShootError : public Failure {
+class SampleShootError : public Failure {
   public:
     using Failure::Failure;
 };
 
-QList<Clip> filmed() {
+QList<Clip> sampleClips() {
     return {
         {"A003_C001_0612.MOV", Scene::Tide, 1, 72},
-        {Shoot::kMain, Scene::Tide, 3, 42, 720},
+        {SampleShoot::kMainClip, Scene::Tide, 3, 42, 720},
         {"A003_C003_0612.MOV", Scene::Tide, 5, 8},
         {"A003_C007_0612.MOV", Scene::Gate, 7, 206},
         {"A003_C008_0612.MOV", Scene::Gate, 10, 114},
@@ -39,16 +39,16 @@ QList<Clip> filmed() {
     };
 }
 
-struct Verdict {
+struct ClipMarks {
     const char *fileName;
     int rating;
-    const char *marks; ///< of f, s, r and x, as the keys
+    const char *marks; ///< any of f (favorite), s (selected), x (rejected)
     const char *tags;
 };
 
-constexpr Verdict kVerdicts[] = {
+constexpr ClipMarks kClipMarks[] = {
     {"A003_C001_0612.MOV", 3, "", "tide"},
-    {Shoot::kMain, 5, "fs", "tide,boat,first light,opening,no dialogue"},
+    {SampleShoot::kMainClip, 5, "fs", "tide,boat,first light,opening,no dialogue"},
     {"A003_C003_0612.MOV", 0, "x", "tide"},
     {"A003_C007_0612.MOV", 4, "fs", "tide gate"},
     {"A003_C008_0612.MOV", 4, "", "tide gate"},
@@ -61,7 +61,7 @@ constexpr Verdict kVerdicts[] = {
     {"GX010233.MP4", 3, "s", "harbour lights"},
 };
 
-struct Range {
+struct SampleSubclip {
     const char *fileName;
     double in;
     double out;
@@ -71,10 +71,10 @@ struct Range {
     bool selected;
 };
 
-constexpr Range kRanges[] = {
-    {Shoot::kMain, 2.1, 9.44, "First light", 4, false, true},
-    {Shoot::kMain, 12.4, 18.92, "Pole lift, wide", 5, true, true},
-    {Shoot::kMain, 27, 33.36, "", 0, false, false},
+constexpr SampleSubclip kSubclips[] = {
+    {SampleShoot::kMainClip, 2.1, 9.44, "First light", 4, false, true},
+    {SampleShoot::kMainClip, 12.4, 18.92, "Pole lift, wide", 5, true, true},
+    {SampleShoot::kMainClip, 27, 33.36, "", 0, false, false},
     {"A003_C008_0612.MOV", 41.2, 58.08, "Gate opens", 4, false, true},
     {"B001_C014_0612.MP4", 300, 312, "Long swell", 0, false, true},
 };
@@ -85,8 +85,8 @@ std::unique_ptr<OpenProjectScreen> silentScreen(CorvaneApp &app) {
 
 } // namespace
 
-Shoot::Shoot() : m_folder(QDir::tempPath() + QStringLiteral("/shoots-XXXXXX")) {
-    makeClips(filmed(), path("cards/A"));
+SampleShoot::SampleShoot() : m_folder(QDir::tempPath() + QStringLiteral("/shoots-XXXXXX")) {
+    makeClips(sampleClips(), path("cards/A"));
     const auto app = makeApp();
     waitUntilDone(app->store().createProject(
         {.name = QStringLiteral("Tidewater Day 2"), .shootDate = QStringLiteral("2025-06-12")},
@@ -100,28 +100,28 @@ Shoot::Shoot() : m_folder(QDir::tempPath() + QStringLiteral("/shoots-XXXXXX")) {
     importAll(*app, SourceImportMode::inPlace);
     waitUntilDone(app->store().closeProject());
     if (const auto &error = app->store().lastError()) {
-        throw ShootError(error->description());
+        throw SampleShootError(error->description());
     }
 }
 
-Shoot &Shoot::shared() {
-    static Shoot shoot;
+SampleShoot &SampleShoot::shared() {
+    static SampleShoot shoot;
     return shoot;
 }
 
-QString Shoot::path(const char *name) const {
+QString SampleShoot::path(const char *name) const {
     return m_folder.filePath(QLatin1String(name));
 }
 
-QString Shoot::projectFolder() const {
+QString SampleShoot::projectFolder() const {
     return path("Tidewater Day 2");
 }
 
-QString Shoot::projectFile() const {
+QString SampleShoot::projectFile() const {
     return projectFolder() + QStringLiteral("/Tidewater Day 2.corvane");
 }
 
-std::unique_ptr<CorvaneApp> Shoot::makeApp(FilePanels *panels) const {
+std::unique_ptr<CorvaneApp> SampleShoot::makeApp(FilePanels *panels) const {
     auto app = std::make_unique<CorvaneApp>(
         CorvaneApp::Settings{.dataFolder = path("data"),
                              .panels = panels,
@@ -133,32 +133,32 @@ std::unique_ptr<CorvaneApp> Shoot::makeApp(FilePanels *panels) const {
     return app;
 }
 
-QString Shoot::clip(CorvaneApp &app, const char *fileName) {
+QString SampleShoot::clip(CorvaneApp &app, const char *fileName) {
     for (const VideoItem &video : app.store().project()->videos) {
         if (video->fileName == QLatin1String(fileName)) {
             return video->id;
         }
     }
-    throw ShootError(QStringLiteral("not imported: ") + QLatin1String(fileName));
+    throw SampleShootError(QStringLiteral("not imported: ") + QLatin1String(fileName));
 }
 
-void Shoot::importAll(CorvaneApp &app, SourceImportMode mode) const {
+void SampleShoot::importAll(CorvaneApp &app, SourceImportMode mode) const {
     ImportViewModel import(&app.store());
     import.setSources({path("cards/A")});
     waitUntilDone(import.startScan());
     import.setMode(mode);
     waitUntilDone(import.beginImport());
     if (import.failedCount() > 0) {
-        throw ShootError(import.failures().first().message);
+        throw SampleShootError(import.failures().first().message);
     }
 }
 
-void Shoot::review(CorvaneApp &app) const {
+void SampleShoot::review(CorvaneApp &app) const {
     ProjectStore &store = app.store();
-    for (const Verdict &verdict : kVerdicts) {
-        const QString id = clip(app, verdict.fileName);
-        store.setRating(id, verdict.rating);
-        const QByteArrayView marks(verdict.marks);
+    for (const ClipMarks &clipMarks : kClipMarks) {
+        const QString id = clip(app, clipMarks.fileName);
+        store.setRating(id, clipMarks.rating);
+        const QByteArrayView marks(clipMarks.marks);
         if (marks.contains('f')) {
             store.toggleFavorite(id);
         }
@@ -168,20 +168,20 @@ void Shoot::review(CorvaneApp &app) const {
         if (marks.contains('x')) {
             store.toggleRejected(id);
         }
-        for (const QString &tag : QString::fromLatin1(verdict.tags).split(QLatin1Char(','))) {
+        for (const QString &tag : QString::fromLatin1(clipMarks.tags).split(QLatin1Char(','))) {
             store.addTag(id, tag);
         }
     }
-    const QString main = clip(app, Shoot::kMain);
+    const QString main = clip(app, SampleShoot::kMainClip);
     store.setNotes(main, QStringLiteral("Sun clears the ridge at 0:11. The pole lift at 0:13 is "
                                         "the one; the second try is soft for four frames. Sound: "
                                         "birds only, no engine."));
-    for (const char *const copied : {Shoot::kMain, "DJI_0042.MP4"}) {
+    for (const char *const copied : {SampleShoot::kMainClip, "DJI_0042.MP4"}) {
         store.updateVideo(clip(app, copied), [](VideoRecord &video) {
             video.hdPath = QStringLiteral("media/HD/") + video.fileName;
         });
     }
-    for (const Range &range : kRanges) {
+    for (const SampleSubclip &range : kSubclips) {
         const QString id = clip(app, range.fileName);
         const SubclipKey key{id, store.addSubclip(id, range.in, range.out)};
         store.renameSubclip(key, QString::fromLatin1(range.label));
@@ -189,7 +189,7 @@ void Shoot::review(CorvaneApp &app) const {
         if (range.favorite) {
             store.toggleSubclipFavorite(key);
         }
-        if (!range.selected) { // a new one is
+        if (!range.selected) { // new subclips are selected
             store.toggleSubclipSelected(key);
         }
         const VideoRecord &video = *store.video(id);
@@ -198,13 +198,13 @@ void Shoot::review(CorvaneApp &app) const {
     }
 }
 
-QString Shoot::freshCard() {
-    struct New {
+QString SampleShoot::cardWithNewClips() {
+    struct NewClip {
         Clip clip;
         double gigabytes;
         bool hasSidecar;
     };
-    static const New fresh[] = {
+    static const NewClip newClips[] = {
         {{"A005_C001_0614.MOV", Scene::Forest, 21, 2}, 0.0421, true},
         {{"A005_C002_0614.MOV", Scene::Gate, 22, 2}, 0.0187, true},
         {{"A005_C003_0614.MOV", Scene::Sea, 23, 2}, 0.0092, true},
@@ -220,19 +220,19 @@ QString Shoot::freshCard() {
     if (QFileInfo::exists(card)) {
         return card;
     }
-    for (const New &item : fresh) {
+    for (const NewClip &item : newClips) {
         makeClips({item.clip}, card);
         const QString file = card + QLatin1Char('/') + QLatin1String(item.clip.fileName);
         stretchFile(file, qint64(item.gigabytes * 1e9));
         if (item.hasSidecar) {
             QFile sidecar(file.chopped(4) + QStringLiteral(".XML"));
             if (!sidecar.open(QFile::WriteOnly) || sidecar.write("<clip/>") < 0) {
-                throw ShootError(sidecar.errorString());
+                throw SampleShootError(sidecar.errorString());
             }
         }
     }
-    for (const char *const again : {"DJI_0042.MP4", "DJI_0043.MP4", "C002_C034_0613.MOV"}) {
-        const QString name = QLatin1Char('/') + QLatin1String(again);
+    for (const char *const imported : {"DJI_0042.MP4", "DJI_0043.MP4", "C002_C034_0613.MOV"}) {
+        const QString name = QLatin1Char('/') + QLatin1String(imported);
         QFile::copy(path("cards/A") + name, card + name);
     }
     return card;
