@@ -56,13 +56,7 @@ T.Popup {
     closePolicy: T.Popup.NoAutoClose
     onOpened: accept.forceActiveFocus(Qt.TabFocusReason)
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.sheetDuration }
-        }
-    }
+    T.Overlay.modal: Scrim {}
 
     enter: Transition {
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration }

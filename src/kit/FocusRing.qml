@@ -5,12 +5,12 @@ import QtQuick
 
 Rectangle {
     property real cornerRadius: Theme.controlRadius
-    readonly property int reach: Theme.focusRingGap + Theme.focusRingWidth
+    readonly property int outset: Theme.focusRingGap + Theme.focusRingWidth
 
     objectName: "focusRing"
     anchors.fill: parent
-    anchors.margins: -reach
-    radius: cornerRadius + reach
+    anchors.margins: -outset
+    radius: cornerRadius + outset
     color: Theme.transparent
     border.color: Theme.focusRing
     border.width: Theme.focusRingWidth

@@ -49,13 +49,7 @@ T.Popup {
         }
     }
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.sheetDuration }
-        }
-    }
+    T.Overlay.modal: Scrim {}
 
     enter: Transition {
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration }

@@ -1,7 +1,7 @@
 pragma Singleton
 
-// Every colour, size, text style and duration of the screens. No other file contains such a literal.
-// Lengths are device-independent pixels, durations milliseconds.
+// Every color, size, text style and duration of the screens. No other file contains such a literal.
+// Lengths are in device-independent pixels, durations in milliseconds.
 import QtQuick
 
 QtObject {
@@ -46,7 +46,7 @@ QtObject {
     readonly property color fieldBorder: "#5A5A62"
     readonly property color controlBorder: "#8A8A92"
 
-    // Meaning.
+    // Colors with a meaning.
     readonly property color accent: "#84A4F7"
     readonly property color accentHovered: "#9BB6FB"
     readonly property color accentPressed: "#6C8EE6"
@@ -106,7 +106,7 @@ QtObject {
     readonly property int buttonGap: 8
     readonly property int chipGap: 6
 
-    // Radii. A chip's is half its height.
+    // Corner radii. A chip's is half its height.
     readonly property int badgeRadius: 3
     readonly property int thumbnailRadius: 3
     readonly property int menuRowRadius: 4
@@ -114,7 +114,7 @@ QtObject {
     readonly property int panelRadius: 8
     readonly property int sheetRadius: 12
 
-    // Icons.
+    // Icon sizes.
     readonly property int markIconSize: 12
     readonly property int checkIconSize: 14
     readonly property int buttonIconSize: 16
@@ -165,7 +165,7 @@ QtObject {
         pixelSize: 12; lineHeight: 19; family: "DejaVu Sans Mono"
     }
 
-    // Heights and sizes.
+    // Sizes of controls and rows.
     readonly property int menuBarHeight: 26
     readonly property int headerHeight: 44
     readonly property int filterRowHeight: 74
@@ -223,7 +223,7 @@ QtObject {
     readonly property int focusRingGap: 2
     readonly property int hairline: 1
 
-    // Screens: columns and sheets.
+    // Home and the setup form.
     readonly property int homeWidth: 720
     readonly property int homeTopMargin: 104
     readonly property int recentOverhang: 10
@@ -239,7 +239,7 @@ QtObject {
     readonly property int formGap: 14
     readonly property int layoutPreviewHeight: 96
 
-    // The list and the inspector of the review.
+    // The side pane of the review.
     readonly property int sidePaneWidth: 220
     readonly property int sidePaneMinWidth: 160
     readonly property int sidePaneMaxWidth: 380
@@ -278,7 +278,7 @@ QtObject {
     readonly property int searchFieldWidth: 276
     readonly property int infoButtonSize: 26
 
-    // The player and what lies under it.
+    // The main pane of the review.
     readonly property int mainPaneMinWidth: 720
     readonly property int bracketFootWidth: 7
     readonly property int bracketFootHeight: 2
@@ -301,13 +301,13 @@ QtObject {
     readonly property int bannerInset: 14
     readonly property int bannerListLines: 5
 
-    // Sheets of runs.
+    // The compact sheet of a run.
     readonly property int compactSheetWidth: 560
     readonly property int compactHeaderHeight: 58
     readonly property int compactBottomPadding: 20
     readonly property int cancelButtonWidth: 116
 
-    // The import's sheets.
+    // The import sheet.
     readonly property int importSheetWidth: 880
     readonly property int importSheetHeight: 722
     readonly property int importSmallSheetWidth: 640
@@ -322,7 +322,7 @@ QtObject {
     readonly property int importTagHeight: 18
     readonly property int importTagRadius: 4
 
-    // The sheets of export and handoff.
+    // The export and handoff sheets.
     readonly property int deliverySheetWidth: 1080
     readonly property int exportSheetHeight: 800
     readonly property int handoffSheetHeight: 632

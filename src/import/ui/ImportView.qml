@@ -34,13 +34,7 @@ Item {
         modal: true
         closePolicy: T.Popup.NoAutoClose
 
-        T.Overlay.modal: Rectangle {
-            color: Theme.scrim
-
-            Behavior on opacity {
-                NumberAnimation { duration: Theme.sheetDuration }
-            }
-        }
+        T.Overlay.modal: Scrim {}
 
         exit: Transition { // as long as the sheets take to go
             NumberAnimation { duration: Theme.sheetDuration }

@@ -156,13 +156,13 @@ ListView {
 
     // One ring for the current row, whichever it is.
     Item {
-        readonly property int reach: Theme.focusRingGap + Theme.focusRingWidth
+        readonly property int outset: Theme.focusRingGap + Theme.focusRingWidth
 
-        x: reach
-        y: list.currentItem ? list.currentItem.y + reach : 0
+        x: outset
+        y: list.currentItem ? list.currentItem.y + outset : 0
         z: 2
-        width: list.width - 2 * reach
-        height: list.currentItem ? list.currentItem.height - 2 * reach : 0
+        width: list.width - 2 * outset
+        height: list.currentItem ? list.currentItem.height - 2 * outset : 0
         visible: list.activeFocus && list.currentItem !== null
 
         FocusRing {

@@ -47,7 +47,7 @@ Item {
 
             FocusRing {
                 visible: row.focused
-                cornerRadius: Theme.panelRadius - reach
+                cornerRadius: Theme.panelRadius - outset
             }
         }
     }

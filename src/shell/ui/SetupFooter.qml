@@ -13,7 +13,7 @@ Item {
 
     implicitHeight: buttons.y + buttons.height
 
-    Divider { // aligned to whole pixels
+    Divider { // aligned to device pixels
         y: Math.ceil(footer.y + Theme.spacing12) - footer.y
         width: parent.width
     }
