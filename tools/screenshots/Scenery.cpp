@@ -151,9 +151,9 @@ void paintTide(Canvas &canvas, int seed) {
     canvas.painter.setClipRect(QRectF(0, level * canvas.h, canvas.w, canvas.h));
     canvas.glow(sun, level + 0.05, 0.45, QColor(255, 214, 150), 0.6);
     canvas.painter.setClipping(false);
-    paintGlitter(on, sun, level + 0.03, QColor(255, 238, 200));
+    paintGlitter(canvas, sun, level + 0.03, QColor(255, 238, 200));
     if (seed % 3 != 1) {
-        paintBoat(on, sun - canvas.uniform(0.2, 0.3), level + canvas.uniform(0.1, 0.18), 0.085);
+        paintBoat(canvas, sun - canvas.uniform(0.2, 0.3), level + canvas.uniform(0.1, 0.18), 0.085);
     }
     canvas.reeds(340, QColor(22, 27, 32));
 }

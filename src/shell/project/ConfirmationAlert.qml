@@ -8,12 +8,18 @@ Alert {
 
     objectName: "confirmation"
     destructive: true
-    subject: review.hasConfirmation ? {
-        title: review.confirmation.title,
-        text: review.confirmation.text,
-        acceptText: review.confirmation.acceptButton,
-        cancelText: review.confirmation.cancelButton
-    } : null
+    subject: {
+        if (!review.hasConfirmation) {
+            return null;
+        }
+        const question = review.confirmation;
+        return {
+            title: question.title,
+            text: question.text,
+            acceptText: question.acceptButton,
+            cancelText: question.cancelButton
+        };
+    }
     onAccepted: review.answerConfirmation(true)
     onRejected: review.answerConfirmation(false)
 }
