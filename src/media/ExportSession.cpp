@@ -5,8 +5,4 @@ namespace corvane::media {
 ExportSession::~ExportSession() = default;
 ExportSessionFactory::~ExportSessionFactory() = default;
 
-std::unique_ptr<ExportSession> NoExportSessions::create(const QString &, ExportPreset) {
-    return nullptr;
-}
-
 } // namespace corvane::media

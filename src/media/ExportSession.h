@@ -8,58 +8,50 @@
 #include <optional>
 #include <stop_token>
 
-/// What this program needs of a media framework to make one output file from one source: an
-/// interface, so that the logic above it is built and tested without a framework.
+/// Interface to the media framework that makes one output file from one source file. The logic
+/// above it can be built and tested without a framework.
 namespace corvane::media {
 
-/// What comes out of a session. Every output is an MPEG-4 file.
+/// Every output is an MPEG-4 file.
 enum class ExportPreset {
-    highestQuality, ///< encoded anew in the source's size; the cut is exact to the frame
-    hd1920x1080,    ///< encoded anew to fit 1920 by 1080; the cut is exact to the frame
-    passthrough,    ///< the streams as they are; the cut snaps to the key frames
+    highestQuality, ///< transcoded at the source's size; frame-accurate
+    hd1920x1080,    ///< transcoded to fit 1920 by 1080; frame-accurate
+    passthrough,    ///< streams are copied; the cut snaps to keyframes
 };
 
-/// Thrown by a session or its factory: the source holds what the preset can't deliver.
+/// Thrown by a session or its factory if the preset doesn't support the source.
 class UnsupportedSource : public Failure {
   public:
     using Failure::Failure;
 };
 
-/// One export of one asset. It is made, run once, and dropped.
+/// One export of one asset. Runs once.
 class ExportSession {
   public:
     virtual ~ExportSession();
 
-    /// Exports on the calling thread, which belongs to an executor, and returns when the output is
-    /// complete. `output` is an empty file that exists: it is opened by its path and filled in
-    /// place, never replaced by another file; syncing, placing and removing it are the caller's.
-    /// Without a range the whole asset is exported.
+    /// Exports the range, or the entire asset without one. Blocks the calling executor thread until
+    /// the output is complete. `output` is an existing empty file, which is opened by its path and
+    /// filled in place, never replaced. The caller syncs, moves or removes it.
     ///
-    /// Throws `Cancelled` soon after `stop` asks for it, `UnsupportedSource`, or any other
-    /// exception whose description says what failed.
+    /// Throws `Cancelled` soon after `stop` is triggered, `UnsupportedSource`, or another exception
+    /// that describes the failure.
     virtual void run(const QString &output, std::optional<MediaTimeRange> range,
                      std::stop_token stop) = 0;
 
-    /// How much is done, from 0 to 1. Any thread, also while `run` works.
+    /// From 0 to 1. Thread-safe, also while `run` is running.
     virtual double progress() const = 0;
 };
 
-/// Makes sessions. One object for the life of the process; any thread.
+/// Creates sessions. One object for the lifetime of the process. Thread-safe.
 class ExportSessionFactory {
   public:
     virtual ~ExportSessionFactory();
 
-    /// False where no session can be made at all, so that nobody prepares one in vain.
+    /// False if this build can't create any session.
     virtual bool canCreateSessions() const = 0;
-    /// Opens the asset. Nothing where no session can be made for it; throws `UnsupportedSource`.
+    /// Opens the asset. Returns nullptr if it can't be exported at all; throws `UnsupportedSource`.
     virtual std::unique_ptr<ExportSession> create(const QString &asset, ExportPreset preset) = 0;
-};
-
-/// The factory of a build without a media framework: it makes no session.
-class NoExportSessions : public ExportSessionFactory {
-  public:
-    bool canCreateSessions() const override { return false; }
-    std::unique_ptr<ExportSession> create(const QString &asset, ExportPreset preset) override;
 };
 
 } // namespace corvane::media

@@ -6,8 +6,8 @@ namespace corvane::media {
 
 namespace {
 
-/// Timestamps that fall back by more than this begin anew; by less they are only out of order.
-constexpr MediaTime kLeastNewBeginning{1, 1};
+/// Timestamps that jump back by more than this have restarted; by less, they are out of order.
+constexpr MediaTime kMinRestart{1, 1};
 
 } // namespace
 
@@ -21,7 +21,7 @@ int64_t ticksOf(MediaTime time, AVRational timeBase, AVRounding rounding) {
 
 MediaTime operator+(MediaTime left, MediaTime right) {
     const int64_t common = std::lcm(int64_t(left.timescale), int64_t(right.timescale));
-    // Timescales without a common measure would leave 32 bits; a microsecond is fine enough then.
+    // If the common timescale exceeds 32 bits, microseconds are precise enough.
     const AVRational base{1, common <= INT32_MAX ? int(common) : 1'000'000};
     return {ticksOf(left, base) + ticksOf(right, base), base.den};
 }
@@ -34,29 +34,29 @@ ExportSource::ExportSource(const QString &path)
     : m_path(path), m_input(std::make_unique<MediaInput>(path, MediaInput::Depth::Coding)) {}
 
 std::vector<int> ExportSource::streamsOf(AVMediaType type) const {
-    std::vector<int> found;
-    for (int i = 0; i < streamCount(); ++i) {
-        const bool isCover = stream(i).disposition & AV_DISPOSITION_ATTACHED_PIC;
-        if (stream(i).codecpar->codec_type == type && !isCover) {
-            found.push_back(i);
+    std::vector<int> indexes;
+    for (const AVStream *stream : allStreams(context())) {
+        const bool isAttached = stream->disposition & AV_DISPOSITION_ATTACHED_PIC;
+        if (stream->codecpar->codec_type == type && !isAttached) {
+            indexes.push_back(stream->index);
         }
     }
-    return found;
+    return indexes;
 }
 
 std::optional<int> ExportSource::video() const {
-    const AVStream *picture = m_input->firstVideoStream();
-    return picture ? std::optional(picture->index) : std::nullopt;
+    const AVStream *stream = m_input->firstVideoStream();
+    return stream ? std::optional(stream->index) : std::nullopt;
 }
 
 int ExportSource::reference() const {
-    const auto picture = video();
-    return picture ? *picture : streamsOf(AVMEDIA_TYPE_AUDIO).at(0);
+    const auto index = video();
+    return index ? *index : streamsOf(AVMEDIA_TYPE_AUDIO).at(0);
 }
 
 bool ExportSource::read(AVPacket &packet) {
     if (m_input->read(packet)) {
-        goOn(packet);
+        continueTimestamps(packet);
         return true;
     }
     const int fault = context().pb ? context().pb->error : 0;
@@ -66,60 +66,63 @@ bool ExportSource::read(AVPacket &packet) {
     return false;
 }
 
-/// The other streams take over what the first one found, so that they stay together.
-void ExportSource::goOn(AVPacket &packet) {
+/// The first stream to restart determines the offset, which the others adopt to stay in sync.
+void ExportSource::continueTimestamps(AVPacket &packet) {
     if (packet.dts == AV_NOPTS_VALUE) {
         return;
     }
     m_clocks.resize(std::max(m_clocks.size(), size_t(packet.stream_index) + 1));
-    Clock &clock = m_clocks[size_t(packet.stream_index)];
+    StreamClock &clock = m_clocks[size_t(packet.stream_index)];
     const AVRational base = stream(packet.stream_index).time_base;
     if (clock.end != AV_NOPTS_VALUE) {
-        const MediaTime back =
-            mediaTime(clock.end, base) - mediaTime(packet.dts, base) - clock.added;
-        if (back > kLeastNewBeginning) {
-            m_added = m_added > clock.added ? m_added : clock.added + back;
-            clock.added = m_added;
+        const MediaTime jump =
+            mediaTime(clock.end, base) - mediaTime(packet.dts, base) - clock.offset;
+        if (jump > kMinRestart) {
+            m_offset = m_offset > clock.offset ? m_offset : clock.offset + jump;
+            clock.offset = m_offset;
         }
     }
-    const int64_t added = ticksOf(clock.added, base);
-    packet.dts += added;
-    packet.pts += packet.pts == AV_NOPTS_VALUE ? 0 : added;
+    const int64_t offset = ticksOf(clock.offset, base);
+    packet.dts += offset;
+    packet.pts += packet.pts == AV_NOPTS_VALUE ? 0 : offset;
     clock.end = packet.dts + packet.duration;
 }
 
-bool ExportSource::seek(int index, MediaTime time) {
-    const AVStream &wanted = stream(index);
-    const int64_t ticks = ticksOf(time, wanted.time_base, AV_ROUND_DOWN);
-    const int64_t begin = wanted.start_time;
+void ExportSource::resetClocks() {
     m_clocks.clear();
-    m_added = {};
-    if ((begin == AV_NOPTS_VALUE || ticks > begin) && m_input->seek(wanted, ticks)) {
+    m_offset = {};
+}
+
+bool ExportSource::seek(int index, MediaTime time) {
+    const AVStream &target = stream(index);
+    const int64_t ticks = ticksOf(time, target.time_base, AV_ROUND_DOWN);
+    const int64_t begin = target.start_time;
+    resetClocks();
+    if ((begin == AV_NOPTS_VALUE || ticks > begin) && m_input->seek(target, ticks)) {
         return false;
     }
     rewind();
     return true;
 }
 
-/// Not every format finds its own beginning again, but a file that is opened stands there.
+/// Opens the file again, because not every container can seek to its start.
 void ExportSource::rewind() {
-    m_clocks.clear();
-    m_added = {};
+    resetClocks();
     std::vector<AVDiscard> discards;
-    discards.reserve(size_t(streamCount()));
-    for (int i = 0; i < streamCount(); ++i) {
-        discards.push_back(stream(i).discard);
+    for (const AVStream *stream : allStreams(context())) {
+        discards.push_back(stream->discard);
     }
     m_input = std::make_unique<MediaInput>(m_path, MediaInput::Depth::Coding, m_stop);
-    for (int i = 0; i < std::min(int(discards.size()), streamCount()); ++i) {
-        m_input->context()->streams[i]->discard = discards[size_t(i)];
+    const auto streams = allStreams(context());
+    for (size_t index = 0; index < std::min(discards.size(), streams.size()); ++index) {
+        streams[index]->discard = discards[index];
     }
 }
 
-void ExportSource::readOnly(std::optional<int> wanted) {
-    for (int i = 0; i < streamCount(); ++i) {
-        const bool reads = !wanted || *wanted == i;
-        m_input->context()->streams[i]->discard = reads ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+void ExportSource::selectStream(std::optional<int> index) {
+    for (AVStream *stream : allStreams(context())) {
+        const bool isSelected = !index || *index == stream->index;
+        stream->discard = isSelected ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
     }
 }
 

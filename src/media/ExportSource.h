@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/MediaInput.h"
 
@@ -12,16 +12,16 @@
 
 namespace corvane::media {
 
-/// A stream's timestamp as a time, exactly.
+/// Converts a stream's timestamp exactly.
 MediaTime mediaTime(int64_t ticks, AVRational timeBase);
-/// A time in a stream's ticks, by default the nearest.
+/// Converts a time to a stream's ticks, by default to the nearest one.
 int64_t ticksOf(MediaTime time, AVRational timeBase, AVRounding rounding = AV_ROUND_NEAR_INF);
 MediaTime operator+(MediaTime left, MediaTime right);
 MediaTime operator-(MediaTime left, MediaTime right);
 
-/// The file that an export reads. Its times are the file's own timestamps: the asset's 0 lies at
-/// `start()` on their axis. One thread at a time. Opening and reading throw `MediaError`, and
-/// `Cancelled` soon after the stop token asks for it.
+/// The file that an export reads. Times are the file's own timestamps, on which the asset begins at
+/// `start()`. Opening and reading throw `MediaError`, and `Cancelled` soon after the stop token is
+/// triggered. Not thread-safe.
 class ExportSource {
   public:
     explicit ExportSource(const QString &path);
@@ -29,46 +29,47 @@ class ExportSource {
 
     const AVFormatContext &context() const { return *m_input->context(); }
     const AVStream &stream(int index) const { return *context().streams[index]; }
-    int streamCount() const { return int(context().nb_streams); }
 
-    /// The first picture that isn't a cover.
+    /// Index of the first video stream; attached pictures don't count.
     std::optional<int> video() const;
-    /// What times are reckoned by: the first picture, or the first sound.
+    /// Index of the stream that the cut and the progress refer to: the video, else the first audio
+    /// stream. Requires one of them.
     int reference() const;
-    /// Every stream of a type, covers left out.
+    /// Indexes of all streams of a type except attached pictures.
     std::vector<int> streamsOf(AVMediaType type) const;
 
     MediaTime start() const { return {m_input->startTime(), AV_TIME_BASE}; }
     std::optional<MediaTime> duration() const { return m_input->duration(); }
 
-    /// The next packet of the file; false at its end, which for a damaged file is where nothing
-    /// more can be read. Where timestamps begin again, as in files put one after the other, they go
-    /// on instead. Throws where the file system fails.
+    /// Reads the next packet. Returns false at the end of the readable data; throws if the file
+    /// system fails. If timestamps restart, as in concatenated files, they are made to continue.
     bool read(AVPacket &packet);
-    /// Goes to a place in the stream no later than `time` as far as the file lets itself be
-    /// searched. True where it is the very beginning.
+    /// Seeks to `time` or earlier in the stream, as precisely as the container allows. Returns true
+    /// if that is the start of the file.
     bool seek(int stream, MediaTime time);
+    /// Seeks to the first packet.
     void rewind();
-    /// Has only this stream's packets read, or again those of all.
-    void readOnly(std::optional<int> stream);
+    /// Discards the packets of all other streams; nullopt reads all streams again.
+    void selectStream(std::optional<int> index);
     void setStop(std::stop_token stop);
-    /// For work between two packets that may take long. Throws `Cancelled`.
-    void testStop() const { m_input->testStop(); }
+    /// Throws `Cancelled` if the stop token is triggered. For long work between two packets.
+    void throwIfStopped() const { m_input->throwIfStopped(); }
 
   private:
-    /// Of a stream since the last jump.
-    struct Clock {
-        int64_t end = AV_NOPTS_VALUE; ///< of the last packet, in the stream's ticks
-        MediaTime added;
+    /// Timestamps of one stream since the last seek.
+    struct StreamClock {
+        int64_t end = AV_NOPTS_VALUE; ///< of the last packet, in ticks
+        MediaTime offset;             ///< added to the stream's timestamps
     };
 
-    void goOn(AVPacket &packet);
+    void continueTimestamps(AVPacket &packet);
+    void resetClocks();
 
     QString m_path;
     std::stop_token m_stop;
     std::unique_ptr<MediaInput> m_input;
-    std::vector<Clock> m_clocks;
-    MediaTime m_added; ///< by the stream that came to the last new beginning first
+    std::vector<StreamClock> m_clocks; ///< by stream index
+    MediaTime m_offset;                ///< the largest of all streams
 };
 
 } // namespace corvane::media

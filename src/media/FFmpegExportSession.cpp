@@ -9,10 +9,13 @@ namespace corvane::media {
 
 namespace {
 
-/// A stream that ends before the others, or has gaps, isn't waited for longer than this.
-constexpr MediaTime kLongestLag{10, 1};
+/// Reading goes on this long after the end of the cut for streams that haven't reached it, because
+/// they are interleaved later, have gaps or end early.
+constexpr MediaTime kMaxLag{10, 1};
 
 } // namespace
+
+StreamExport::~StreamExport() = default;
 
 FFmpegExportSession::FFmpegExportSession(std::unique_ptr<ExportSource> source)
     : m_source(std::move(source)) {}
@@ -20,78 +23,78 @@ FFmpegExportSession::FFmpegExportSession(std::unique_ptr<ExportSource> source)
 void FFmpegExportSession::run(const QString &path, std::optional<MediaTimeRange> range,
                               std::stop_token stop) {
     m_source->setStop(stop);
-    const ExportCut cut = locateCut(*m_source, range);
+    const ExportCut cut = findCut(*m_source, range);
     OutputFile output(path);
-    const std::vector<Way> ways = makeWays(cut, output);
-    describe(cut, output);
+    const std::vector<Route> routes = makeRoutes(cut, output);
+    copyMetadata(cut, output);
     output.begin();
-    goToCut(*m_source, cut);
-    transfer(cut, ways);
-    for (const Way &way : ways) {
-        way.taker->finish();
+    seekToCut(*m_source, cut);
+    transfer(cut, routes);
+    for (const Route &route : routes) {
+        route.sink->finish();
     }
-    testContent(cut, ways);
+    checkOutput(cut, routes);
     output.finish();
     m_progress = 1;
 }
 
-void FFmpegExportSession::describe(const ExportCut &cut, OutputFile &output) const {
-    AVFormatContext &context = output.context();
-    sourceMetadata::copyFile(m_source->context(), context);
-    const auto timecode = timecodeAt(*m_source, cut.zero);
-    for (unsigned i = 0; i < context.nb_streams && timecode; ++i) {
-        if (context.streams[i]->codecpar->codec_type == AVMEDIA_TYPE_VIDEO) {
-            av_dict_set(&context.streams[i]->metadata, "timecode", timecode->constData(), 0);
-            break;
-        }
+void FFmpegExportSession::copyMetadata(const ExportCut &cut, OutputFile &output) const {
+    sourceMetadata::copyFile(m_source->context(), output.context());
+    const auto timecode = timecodeAt(*m_source, cut.origin);
+    const auto streams = allStreams(output.context());
+    const auto video = std::ranges::find_if(streams, [](auto *stream) { return isVideo(*stream); });
+    if (timecode && video != streams.end()) {
+        setEntry((*video)->metadata, "timecode", timecode->constData());
     }
 }
 
-void FFmpegExportSession::transfer(const ExportCut &cut, const std::vector<Way> &ways) {
+void FFmpegExportSession::transfer(const ExportCut &cut, const std::vector<Route> &routes) {
     const PacketHandle packet = makePacket();
-    const auto isDone = [](const Way &way) { return way.taker->isDone(); };
-    while (!std::all_of(ways.begin(), ways.end(), isDone) && m_source->read(*packet)) {
-        noteProgress(*packet, cut);
-        const int64_t decoded = packet->dts;
+    const auto isDone = [](const Route &route) { return route.sink->isDone(); };
+    while (!std::ranges::all_of(routes, isDone) && m_source->read(*packet)) {
+        updateProgress(*packet, cut);
+        const int64_t dts = packet->dts;
         const int stream = packet->stream_index;
-        for (const Way &way : ways) {
-            if (way.stream == stream) {
-                way.taker->take(*packet);
+        for (const Route &route : routes) {
+            if (route.stream == stream) {
+                route.sink->take(*packet);
             }
         }
-        av_packet_unref(packet.get());
-        if (cut.last && decoded != AV_NOPTS_VALUE &&
-            mediaTime(decoded, m_source->stream(stream).time_base) > *cut.last + kLongestLag) {
+        if (cut.end && dts != AV_NOPTS_VALUE &&
+            mediaTime(dts, m_source->stream(stream).time_base) > *cut.end + kMaxLag) {
             break;
         }
     }
 }
 
-void FFmpegExportSession::noteProgress(const AVPacket &packet, const ExportCut &cut) {
+void FFmpegExportSession::updateProgress(const AVPacket &packet, const ExportCut &cut) {
     const auto duration = m_source->duration();
     if (packet.stream_index != m_source->reference() || packet.pts == AV_NOPTS_VALUE ||
-        (!duration && !cut.out)) {
+        (!duration && !cut.audioEnd)) {
         return;
     }
-    const MediaTime end = duration ? m_source->start() + *duration : *cut.out;
-    const double total = ((cut.out && *cut.out < end ? *cut.out : end) - cut.zero).seconds();
+    const MediaTime sourceEnd = duration ? m_source->start() + *duration : *cut.audioEnd;
+    const MediaTime end = std::min(cut.audioEnd.value_or(sourceEnd), sourceEnd);
+    const double total = (end - cut.origin).seconds();
     const MediaTime time =
-        mediaTime(packet.pts, m_source->stream(packet.stream_index).time_base) - cut.zero;
+        mediaTime(packet.pts, m_source->stream(packet.stream_index).time_base) - cut.origin;
     if (total > 0) {
         m_progress = std::max(m_progress.load(), std::clamp(time.seconds() / total, 0.0, 0.99));
     }
 }
 
-void FFmpegExportSession::testContent(const ExportCut &cut, const std::vector<Way> &ways) const {
-    const int reference = m_source->reference();
-    for (const Way &way : ways) {
-        if (way.stream == reference && way.taker->hasWritten()) {
-            return;
-        }
+/// Throws if the output contains nothing of the reference stream.
+void FFmpegExportSession::checkOutput(const ExportCut &cut,
+                                      const std::vector<Route> &routes) const {
+    const auto hasReference = [this](const Route &route) {
+        return route.stream == m_source->reference() && route.sink->hasWritten();
+    };
+    if (std::ranges::none_of(routes, hasReference)) {
+        throw MediaError(cut.isEntireFile
+                             ? QStringLiteral("Nothing of the source can be decoded. "
+                                              "It may be damaged.")
+                             : QStringLiteral("The source shows nothing in this range."));
     }
-    throw MediaError(
-        cut.isWhole ? QStringLiteral("Nothing of the source can be decoded. It may be damaged.")
-                    : QStringLiteral("The source shows nothing in this range."));
 }
 
 } // namespace corvane::media

@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/ExportCut.h"
 #include "media/OutputFile.h"
@@ -10,8 +10,8 @@
 
 namespace corvane::media {
 
-/// What the two ways of exporting have in common: the cut, the run through the source's packets,
-/// the metadata and the progress. How each stream gets into the output is the derived one's.
+/// Base class of the export sessions: finds the cut, distributes the source's packets, copies the
+/// metadata and reports progress. Subclasses decide how each stream is exported.
 class FFmpegExportSession : public ExportSession {
   public:
     void run(const QString &output, std::optional<MediaTimeRange> range,
@@ -22,18 +22,19 @@ class FFmpegExportSession : public ExportSession {
     explicit FFmpegExportSession(std::unique_ptr<ExportSource> source);
 
     const ExportSource &source() const { return *m_source; }
-    /// A stream's number in the source and what takes its packets.
-    struct Way {
-        int stream;
-        std::unique_ptr<StreamExport> taker;
+
+    struct Route {
+        int stream; ///< index in the source
+        std::unique_ptr<StreamExport> sink;
     };
-    virtual std::vector<Way> makeWays(const ExportCut &cut, OutputFile &output) const = 0;
+    /// Several routes can share a source stream.
+    virtual std::vector<Route> makeRoutes(const ExportCut &cut, OutputFile &output) const = 0;
 
   private:
-    void describe(const ExportCut &cut, OutputFile &output) const;
-    void transfer(const ExportCut &cut, const std::vector<Way> &ways);
-    void noteProgress(const AVPacket &packet, const ExportCut &cut);
-    void testContent(const ExportCut &cut, const std::vector<Way> &ways) const;
+    void copyMetadata(const ExportCut &cut, OutputFile &output) const;
+    void transfer(const ExportCut &cut, const std::vector<Route> &routes);
+    void updateProgress(const AVPacket &packet, const ExportCut &cut);
+    void checkOutput(const ExportCut &cut, const std::vector<Route> &routes) const;
 
     std::unique_ptr<ExportSource> m_source;
     std::atomic<double> m_progress = 0;

@@ -20,7 +20,7 @@ std::unique_ptr<ExportSource> openSource(const QString &asset) {
                              source->streamsOf(AVMEDIA_TYPE_AUDIO).empty();
         return isEmpty ? nullptr : std::move(source);
     } catch (const MediaError &) {
-        return nullptr; // no media file
+        return nullptr; // not a media file
     }
 }
 

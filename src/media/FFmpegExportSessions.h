@@ -4,9 +4,9 @@
 
 namespace corvane::media {
 
-/// The export sessions of this build. Pictures are encoded as H.264 of visually lossless quality,
-/// sound as AAC; `passthrough` copies what an MPEG-4 file holds and refuses the rest when the
-/// session is made. One object for the life of the process; any thread.
+/// The factory of this build. Sessions encode video as visually lossless H.264 and audio as AAC.
+/// With `passthrough`, `create` throws `UnsupportedSource` for video or audio that MPEG-4 files
+/// don't support. One object for the lifetime of the process. Thread-safe.
 ExportSessionFactory &ffmpegExportSessions();
 
 } // namespace corvane::media

@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only: what FFmpeg's C objects need to be owned in C++.
+// Internal to src/media: ownership and error handling for FFmpeg's C objects.
 
 #include "media/MediaError.h"
 
@@ -13,10 +13,11 @@ extern "C" {
 }
 
 #include <memory>
+#include <span>
 
 namespace corvane::media {
 
-/// Frees with one of FFmpeg's functions that take a pointer to the pointer.
+/// Calls a function of FFmpeg that frees an object and takes a pointer to the pointer.
 template <auto free> struct FreeByAddress {
     template <typename Object> void operator()(Object *object) const { free(&object); }
 };
@@ -35,13 +36,32 @@ using FilterGraphHandle = std::unique_ptr<AVFilterGraph, FreeByAddress<avfilter_
 FrameHandle makeFrame();   ///< throws std::bad_alloc
 PacketHandle makePacket(); ///< throws std::bad_alloc
 
-/// FFmpeg's words for one of its error numbers.
+/// FFmpeg's description of an error code.
 QString ffmpegText(int error);
 
-/// Gives a result of 0 or more back, and throws `MediaError` "<what>: <FFmpeg's words>" for less.
+/// Returns `result` if it is at least 0. Throws `MediaError` "<what>: <FFmpeg's description>" if it
+/// is an error code.
 int check(int result, const char *what);
 
-/// Keeps FFmpeg's own messages off standard error. Called by whatever opens a file; cheap.
+/// Owns the entries of a dictionary.
+struct Dictionary {
+    Dictionary() = default;
+    ~Dictionary() { av_dict_free(&entries); }
+    Q_DISABLE_COPY_MOVE(Dictionary)
+
+    AVDictionary *entries = nullptr;
+};
+
+/// Sets a dictionary entry; throws `MediaError`. Flags are those of `av_dict_set`.
+void setEntry(AVDictionary *&dictionary, const char *key, const char *value, int flags = 0);
+
+std::span<AVStream *const> allStreams(const AVFormatContext &context);
+
+/// PTS, or DTS if the packet has no PTS.
+int64_t timestampOf(const AVPacket &packet);
+bool isKeyframe(const AVPacket &packet);
+
+/// Keeps FFmpeg's messages off standard error. Call before opening a file; cheap. Thread-safe.
 void silenceFFmpeg();
 
 } // namespace corvane::media

@@ -34,7 +34,7 @@ RGBImage FrameGenerator::imageAt(MediaTime time) {
     return m_work->scaler.still(*frame->avFrame, turns, options.maximumSize);
 }
 
-/// In the order of their times, so that each is decoded on from the one before where that is near.
+/// Makes the stills in the order of their times, to decode on from one to the next.
 void FrameGenerator::images(
     const QList<MediaTime> &times,
     const std::function<void(qsizetype index, std::optional<RGBImage>)> &take) {
@@ -46,7 +46,7 @@ void FrameGenerator::images(
         try {
             image = imageAt(times.at(index));
         } catch (const MediaError &) {
-            // The others may still be had.
+            // The other stills may succeed.
         }
         take(index, std::move(image));
     }

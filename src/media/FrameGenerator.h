@@ -14,15 +14,14 @@
 
 namespace corvane::media {
 
-/// Takes still pictures out of a file's first video track. Made for one file, used on one thread at
-/// a time. Throws `MediaError`, and `Cancelled` soon after the stop token asks for it.
+/// Makes stills of frames of a file's first video track. Throws `MediaError`, and `Cancelled` soon
+/// after the stop token is triggered. Not thread-safe.
 class FrameGenerator {
   public:
-    /// How the pictures are made.
     struct Options {
-        bool appliesPreferredTrackTransform = true; ///< upright, as a player shows it
-        QSize maximumSize;                          ///< fits inside, never enlarged; empty: as is
-        double toleranceBefore = 0;                 ///< seconds
+        bool appliesPreferredTrackTransform = true; ///< rotates for display
+        QSize maximumSize;          ///< stills are scaled down to fit; empty for the full size
+        double toleranceBefore = 0; ///< seconds
         double toleranceAfter = 0;
     };
 
@@ -32,9 +31,8 @@ class FrameGenerator {
 
     RGBImage imageAt(MediaTime time);
 
-    /// All of `times` in one go, each handed to `take` with its index as it is made, in whatever
-    /// order is quickest; nothing in place of one that couldn't be made. What `take` throws ends
-    /// the batch.
+    /// Makes the stills of all `times` in the order that is fastest. Calls `take` with the index of
+    /// each and its still, or with nullopt if it failed. Exceptions from `take` end the batch.
     void images(const QList<MediaTime> &times,
                 const std::function<void(qsizetype index, std::optional<RGBImage>)> &take);
 

@@ -10,32 +10,33 @@ namespace corvane::media {
 
 namespace {
 
-/// What little tables take in any file, then so much for each byte of it: an entry of the index is
-/// some 60 bytes with all tables, and an honest one stands for more than two bytes of the file. At
-/// most as much as thirty million samples take: twenty hours of film with sound in six tracks.
-constexpr qint64 kFreeClaim = qint64(16) << 20;
-constexpr qint64 kClaimPerByte = 32;
-constexpr qint64 kLargestClaim = qint64(2) << 30;
+/// Allowance for small tables in any file, plus bytes of memory per byte of the file: an index
+/// entry takes some 60 bytes with all its tables and stands for more than two bytes of a valid
+/// file. The maximum covers thirty million samples, which is twenty hours of video with six audio
+/// tracks.
+constexpr qint64 kBaseAllowance = qint64(16) << 20;
+constexpr qint64 kMemoryPerByte = 32;
+constexpr qint64 kMaxAllowance = qint64(2) << 30;
 
-/// Reads little pieces that mostly lie beside each other.
-class Window {
+/// Buffers small reads at offsets close to each other.
+class BufferedFile {
   public:
-    explicit Window(const QString &path)
+    explicit BufferedFile(const QString &path)
         : m_file(fileSystem().openForReading(path, FileSystem::Links::Follow)) {}
 
     qint64 size() const { return fileSystem().status(m_file).size; }
 
-    qint64 read(qint64 offset, char *into, qint64 most) {
-        if (most > qint64(m_bytes.size())) {
-            return fileSystem().readAt(m_file, offset, into, most);
+    qint64 read(qint64 offset, char *buffer, qint64 size) {
+        if (size > qint64(m_bytes.size())) {
+            return fileSystem().readAt(m_file, offset, buffer, size);
         }
-        if (offset < m_begin || offset + most > m_begin + m_count) {
+        if (offset < m_begin || offset + size > m_begin + m_count) {
             m_begin = offset;
             m_count = fileSystem().readAt(m_file, offset, m_bytes.data(), qint64(m_bytes.size()));
         }
-        const qint64 given = std::min(most, m_begin + m_count - offset);
-        std::copy_n(m_bytes.data() + (offset - m_begin), given, into);
-        return given;
+        const qint64 count = std::min(size, m_begin + m_count - offset);
+        std::copy_n(m_bytes.data() + (offset - m_begin), count, buffer);
+        return count;
     }
 
   private:
@@ -48,16 +49,19 @@ class Window {
 } // namespace
 
 qint64 estimatedHeaderMemory(const QString &path, const std::stop_token &stop) {
-    Window window(path);
-    HeaderMemoryEstimator survey([&window](qint64 offset, char *into,
-                                           qint64 most) { return window.read(offset, into, most); },
-                                 stop);
-    survey.add(window.size());
-    return survey.total();
+    BufferedFile file(path);
+    HeaderMemoryEstimator estimator(
+        [&file](qint64 offset, char *buffer, qint64 size) {
+            return file.read(offset, buffer, size);
+        },
+        stop);
+    estimator.parse(file.size());
+    return estimator.total();
 }
 
 qint64 allowedHeaderMemory(qint64 fileSize) {
-    return std::min(kFreeClaim + std::min(fileSize, kLargestClaim) * kClaimPerByte, kLargestClaim);
+    return std::min(kBaseAllowance + std::min(fileSize, kMaxAllowance) * kMemoryPerByte,
+                    kMaxAllowance);
 }
 
 } // namespace corvane::media

@@ -17,7 +17,7 @@ double audioDataRate(const AVCodecParameters &codec) {
            av_get_bits_per_sample(codec.codec_id);
 }
 
-/// What the whole file comes to; nothing where that isn't known.
+/// Bits per second of all tracks together; nullopt if unknown.
 std::optional<double> fileDataRate(const AVFormatContext &context,
                                    std::optional<MediaTime> duration) {
     const qint64 bytes = context.pb ? avio_size(context.pb) : 0;
@@ -25,11 +25,11 @@ std::optional<double> fileDataRate(const AVFormatContext &context,
                                  : std::nullopt;
 }
 
-/// What a file's size leaves for its only video track, less the sound.
+/// Bits per second that remain for a single video track after the audio tracks.
 double remainingDataRate(const AVFormatContext &context, std::optional<MediaTime> duration) {
     double rate = fileDataRate(context, duration).value_or(0);
-    for (unsigned index = 0; index < context.nb_streams; ++index) {
-        const AVCodecParameters &codec = *context.streams[index]->codecpar;
+    for (const AVStream *stream : allStreams(context)) {
+        const AVCodecParameters &codec = *stream->codecpar;
         if (codec.codec_type == AVMEDIA_TYPE_AUDIO) {
             rate -= audioDataRate(codec);
         }
@@ -37,7 +37,7 @@ double remainingDataRate(const AVFormatContext &context, std::optional<MediaTime
     return std::max(rate, 0.0);
 }
 
-/// 0 where a track would be larger than its file.
+/// The container's data rate, or 0 if the track would be larger than the file.
 double credibleDataRate(const AVFormatContext &context, const AVStream &stream,
                         std::optional<MediaTime> duration) {
     constexpr double kRounding = 1.01;
@@ -58,11 +58,11 @@ MediaAsset MediaAsset::read(const QString &path, std::stop_token stop) {
     const MediaInput input(path, MediaInput::Depth::Facts, std::move(stop));
     const AVFormatContext &context = *input.context();
     MediaAsset asset{.duration = input.duration()};
-    for (unsigned index = 0; index < context.nb_streams; ++index) {
-        const AVStream &stream = *context.streams[index];
+    for (const AVStream *each : allStreams(context)) {
+        const AVStream &stream = *each;
         if (isVideo(stream)) {
             asset.videoTracks.append(videoTrack(context, stream));
-            // Only QuickTime counts a track's bytes; elsewhere it is what the encoder was allowed.
+            // Other containers store the encoder's limit instead of the actual rate.
             if (isQuickTime(context)) {
                 asset.videoTracks.last().estimatedDataRate =
                     credibleDataRate(context, stream, asset.duration);

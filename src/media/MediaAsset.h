@@ -11,27 +11,26 @@
 
 namespace corvane::media {
 
-/// The facts of one video track, as the container and the codec's own header tell them.
+/// Facts about one video track, from the container and the codec's header.
 struct VideoTrack {
-    QSizeF naturalSize;           ///< in pixels as stored; the preferred transform isn't applied
-    double nominalFrameRate = 0;  ///< 0 where unknown
-    double estimatedDataRate = 0; ///< bits a second; 0 where unknown
-    quint32 mediaSubType = 0;     ///< the four characters of the codec, the first one highest
+    QSizeF naturalSize;           ///< stored pixels; the preferred transform isn't applied
+    double nominalFrameRate = 0;  ///< 0 if unknown
+    double estimatedDataRate = 0; ///< bits per second; 0 if unknown
+    quint32 mediaSubType = 0;     ///< four-character code of the codec, first character highest
 };
 
 struct AudioTrack {
     quint32 mediaSubType = 0;
 };
 
-/// What a media file says of itself. Attached pictures and the tracks of timecode and data count as
-/// neither.
+/// Facts about a media file. Attached pictures, timecode tracks and data tracks are left out.
 struct MediaAsset {
-    std::optional<MediaTime> duration; ///< nothing where the file tells none
+    std::optional<MediaTime> duration; ///< nullopt if unknown
     QList<VideoTrack> videoTracks;
     QList<AudioTrack> audioTracks;
 
-    /// Reads the facts of a file without decoding more of it than they need. Throws `MediaError`
-    /// where it is no media file, and `Cancelled`. Any thread.
+    /// Reads the facts of a file, decoding as little as possible. Throws `MediaError` if it isn't a
+    /// media file, and `Cancelled`. Thread-safe.
     static MediaAsset read(const QString &path, std::stop_token stop = {});
 };
 

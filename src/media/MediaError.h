@@ -4,8 +4,8 @@
 
 namespace corvane::media {
 
-/// A media file can't be opened, decoded or made. The description is the media library's own words
-/// with what was tried, or this program's where it found the fault itself.
+/// A media file can't be opened, decoded or written. The description names the failed operation and
+/// FFmpeg's error text, or a fault that this program detected itself.
 class MediaError : public Failure {
   public:
     using Failure::Failure;

@@ -12,34 +12,35 @@ namespace corvane::media {
 
 namespace {
 
-/// The containers of film and sound, by the names that FFmpeg knows them by. What reads other files
-/// on its own (playlists, concatenations, picture series) and what is text stays out.
+/// FFmpeg's names of the accepted containers. Formats that open other files (playlists,
+/// concatenations, image sequences) and text formats are excluded.
 constexpr char kContainers[] =
     "mov,matroska,avi,mpegts,mpeg,mxf,mxf_opatom,asf,flv,ogg,gxf,dv,wtv,nut,ivf,mpegvideo,m4v,h264,"
     "hevc,obu,mjpeg,vc1,dirac,rm,wav,w64,aiff,au,caf,mp3,aac,ac3,eac3,dts,flac,amr,tta,wv,ape";
 
 constexpr qint64 kProbedBytes = 5'000'000;
 constexpr qint64 kProbedTime = 5 * qint64(AV_TIME_BASE);
-/// No honest frame, packet or table of a file is larger.
-constexpr size_t kLargestBlock = size_t(512) << 20;
-/// A programme stream of a whole transponder has about a hundred.
-constexpr int kMostStreams = 256;
-/// Before the first packet. Nothing but the elements of a Matroska file, two bytes each, takes much
-/// more memory than the bytes it is read from; the tables of QuickTime are looked at before.
-constexpr qint64 kMostHeaderBytes = qint64(1) << 30;
-constexpr qint64 kMostMatroskaHeaderBytes = qint64(64) << 20;
-constexpr double kHighestRate = 1000;
-/// In a row; then the rest counts as lost.
-constexpr int kMostReadErrors = 64;
+/// No valid frame, packet or table is larger.
+constexpr size_t kMaxAllocation = size_t(512) << 20;
+/// The transport stream of an entire transponder has about a hundred.
+constexpr int kMaxStreams = 256;
+/// Limits of the bytes before the first packet. Only Matroska elements, of two bytes each, take
+/// much more memory than the bytes they are read from. QuickTime tables are checked beforehand.
+constexpr qint64 kMaxHeaderBytes = qint64(1) << 30;
+constexpr qint64 kMaxMatroskaHeaderBytes = qint64(64) << 20;
+constexpr double kMaxFrameRate = 1000;
+/// After this many consecutive read errors, the rest of the file counts as lost.
+constexpr int kMaxReadErrors = 64;
 
 void prepareLibrary() {
     silenceFFmpeg();
     static std::once_flag once;
-    std::call_once(once, [] { av_max_alloc(kLargestBlock); });
+    std::call_once(once, [] { av_max_alloc(kMaxAllocation); });
 }
 
-/// Opening a FIFO would wait for its writer. What a header claims is looked at before it is given.
-void testFile(const QString &path, const std::stop_token &stop) {
+/// Throws unless it is a regular file (opening a FIFO would wait for its writer) whose header
+/// tables fit into the memory allowed for them.
+void checkFile(const QString &path, const std::stop_token &stop) {
     try {
         const FileStatus status = fileSystem().status(path);
         if (status.type != FileType::Regular) {
@@ -62,7 +63,7 @@ bool isVideo(const AVStream &stream) {
 
 AVRational nominalRate(const AVStream &stream) {
     for (const AVRational rate : {stream.avg_frame_rate, stream.r_frame_rate}) {
-        if (rate.num > 0 && rate.den > 0 && av_q2d(rate) <= kHighestRate) {
+        if (rate.num > 0 && rate.den > 0 && av_q2d(rate) <= kMaxFrameRate) {
             return rate;
         }
     }
@@ -75,12 +76,15 @@ bool isQuickTime(const AVFormatContext &container) {
 
 MediaInput::MediaInput(const QString &path, Depth depth, std::stop_token stop)
     : m_stop(std::move(stop)) {
-    testStop();
+    throwIfStopped();
     open(path);
-    if (!headerTells(depth)) {
-        // What it can't find out stays unknown, which is no failure.
-        (void)avformat_find_stream_info(m_context.get(), nullptr);
-        testStop();
+    if (!isHeaderSufficient(depth)) {
+        const int result = avformat_find_stream_info(m_context.get(), nullptr);
+        throwIfStopped(); // the cause of AVERROR_EXIT
+        if (result == AVERROR_EXIT) {
+            check(result, "Cannot read the streams");
+        }
+        // All other codes, such as AVERROR_EOF and AVERROR_INVALIDDATA, leave facts unknown.
     }
     findStartTime();
     completeTimestamps();
@@ -90,39 +94,43 @@ MediaInput::~MediaInput() = default;
 
 void MediaInput::open(const QString &path) {
     prepareLibrary();
-    testFile(path, m_stop);
-    AVFormatContext *context = avformat_alloc_context();
-    if (!context) {
+    checkFile(path, m_stop);
+    InputHandle opening(avformat_alloc_context());
+    if (!opening) {
         throw std::bad_alloc();
     }
-    context->interrupt_callback = {.callback = &MediaInput::isStopped, .opaque = this};
-    context->protocol_whitelist = av_strdup("file");
-    context->format_whitelist = av_strdup(kContainers);
-    context->max_streams = kMostStreams;
-    context->probesize = kProbedBytes;
-    context->max_analyze_duration = kProbedTime;
-    const QByteArray url = "file:" + path.toUtf8(); // never taken for an address
-    m_opened = context;
+    opening->interrupt_callback = {.callback = &MediaInput::shouldInterrupt, .opaque = this};
+    opening->protocol_whitelist = av_strdup("file");
+    opening->format_whitelist = av_strdup(kContainers);
+    if (!opening->protocol_whitelist || !opening->format_whitelist) {
+        throw std::bad_alloc(); // without a list, everything would be allowed
+    }
+    opening->max_streams = kMaxStreams;
+    opening->probesize = kProbedBytes;
+    opening->max_analyze_duration = kProbedTime;
+    const QByteArray url = "file:" + path.toUtf8(); // so that no path is taken for a URL
+    m_opening = opening.release();
+    AVFormatContext *context = m_opening;
     const int result = avformat_open_input(&context, url.constData(), nullptr, nullptr);
-    m_opened = nullptr;
-    m_context.reset(context); // null where it failed, and freed then
-    testStop();
-    if (m_isHeaderTooLong) {
+    m_opening = nullptr;
+    m_context.reset(context); // freed by FFmpeg and null after a failure
+    throwIfStopped();
+    if (m_hasLongHeader) {
         throw MediaError(QStringLiteral("Its header is too long."));
     }
     check(result, "Cannot open the file");
 }
 
-/// Looking into the packets costs more than all else, so it is left out where nothing depends on
-/// it: QuickTime and MPEG-4 tell everything up front.
-bool MediaInput::headerTells(Depth depth) const {
+/// Whether the header alone provides the required depth. Reading packets costs more than everything
+/// else, so it is avoided if possible. Headers of QuickTime and MPEG-4 files are complete.
+bool MediaInput::isHeaderSufficient(Depth depth) const {
     const bool isQuickTimeFile = isQuickTime(*m_context);
     if (depth == Depth::Coding || (depth == Depth::Timestamps && !isQuickTimeFile) ||
         (m_context->ctx_flags & AVFMTCTX_NOHEADER) != 0 || m_context->nb_streams == 0) {
         return false;
     }
-    for (unsigned index = 0; index < m_context->nb_streams; ++index) {
-        const AVStream &stream = *m_context->streams[index];
+    for (const AVStream *each : allStreams(*m_context)) {
+        const AVStream &stream = *each;
         const AVCodecParameters &codec = *stream.codecpar;
         const bool isSized = codec.width > 0 && codec.height > 0;
         const bool isRated = isQuickTimeFile || stream.avg_frame_rate.num > 0;
@@ -137,23 +145,20 @@ bool MediaInput::headerTells(Depth depth) const {
 }
 
 AVStream *MediaInput::firstVideoStream() const {
-    for (unsigned index = 0; index < m_context->nb_streams; ++index) {
-        if (isVideo(*m_context->streams[index])) {
-            return m_context->streams[index];
-        }
-    }
-    return nullptr;
+    const auto streams = allStreams(*m_context);
+    const auto video = std::ranges::find_if(streams, [](auto *stream) { return isVideo(*stream); });
+    return video == streams.end() ? nullptr : *video;
 }
 
-/// The earliest begin of a stream of pictures or sound.
+/// The earliest start of a video or audio stream.
 void MediaInput::findStartTime() {
     if (m_context->start_time != AV_NOPTS_VALUE) {
         m_startTime = m_context->start_time;
         return;
     }
     qint64 earliest = std::numeric_limits<qint64>::max();
-    for (unsigned index = 0; index < m_context->nb_streams; ++index) {
-        const AVStream &stream = *m_context->streams[index];
+    for (const AVStream *each : allStreams(*m_context)) {
+        const AVStream &stream = *each;
         const auto type = stream.codecpar->codec_type;
         if (stream.start_time != AV_NOPTS_VALUE &&
             (isVideo(stream) || type == AVMEDIA_TYPE_AUDIO)) {
@@ -164,8 +169,8 @@ void MediaInput::findStartTime() {
     m_startTime = earliest == std::numeric_limits<qint64>::max() ? 0 : earliest;
 }
 
-/// MPEG program streams leave out presentation times that follow from the decoding times of the
-/// next pictures. The library completes them, rightly for codecs whose pictures wait for one other.
+/// MPEG program streams leave out PTS that follow from the DTS of the next frames. FFmpeg completes
+/// them correctly for codecs that reorder a frame by at most one other.
 void MediaInput::completeTimestamps() {
     const AVStream *video = firstVideoStream();
     const AVCodecID codec = video ? video->codecpar->codec_id : AV_CODEC_ID_NONE;
@@ -180,8 +185,8 @@ std::optional<MediaTime> MediaInput::duration() const {
         return MediaTime{m_context->duration, AV_TIME_BASE};
     }
     qint64 longest = 0;
-    for (unsigned index = 0; index < m_context->nb_streams; ++index) {
-        const AVStream &stream = *m_context->streams[index];
+    for (const AVStream *each : allStreams(*m_context)) {
+        const AVStream &stream = *each;
         if (stream.duration > 0) {
             longest = std::max(longest, qint64(av_rescale_q(stream.duration, stream.time_base,
                                                             kContainerTimeBase)));
@@ -192,9 +197,9 @@ std::optional<MediaTime> MediaInput::duration() const {
 
 bool MediaInput::read(AVPacket &packet) {
     av_packet_unref(&packet);
-    for (int errors = 0; errors < kMostReadErrors; ++errors) {
+    for (int errors = 0; errors < kMaxReadErrors; ++errors) {
         const int result = av_read_frame(m_context.get(), &packet);
-        testStop();
+        throwIfStopped();
         if (result >= 0) {
             return true;
         }
@@ -208,11 +213,11 @@ bool MediaInput::read(AVPacket &packet) {
 bool MediaInput::seek(const AVStream &stream, qint64 timestamp) {
     const int result =
         av_seek_frame(m_context.get(), stream.index, timestamp, AVSEEK_FLAG_BACKWARD);
-    testStop();
+    throwIfStopped();
     return result >= 0;
 }
 
-/// A search by time in a stream without an index ends somewhere after the first packet.
+/// Bare streams are rewound by bytes: without an index, a seek by time ends after the first packet.
 bool MediaInput::rewind(const AVStream &stream) {
     const qint64 first = stream.start_time == AV_NOPTS_VALUE ? 0 : stream.start_time;
     const auto toFirstByte = [this] {
@@ -224,24 +229,24 @@ bool MediaInput::rewind(const AVStream &stream) {
                         : seek(stream, first) || toFirstByte();
 }
 
-void MediaInput::testStop() const {
+void MediaInput::throwIfStopped() const {
     if (m_stop.stop_requested()) {
         throw Cancelled();
     }
 }
 
-bool MediaInput::readsTooMuch() const {
-    if (!m_opened || !m_opened->iformat || !m_opened->pb || isQuickTime(*m_opened)) {
+bool MediaInput::isHeaderTooLong() const {
+    if (!m_opening || !m_opening->iformat || !m_opening->pb || isQuickTime(*m_opening)) {
         return false;
     }
-    const bool isMatroska = std::strncmp(m_opened->iformat->name, "matroska", 8) == 0;
-    return m_opened->pb->bytes_read > (isMatroska ? kMostMatroskaHeaderBytes : kMostHeaderBytes);
+    const bool isMatroska = std::strncmp(m_opening->iformat->name, "matroska", 8) == 0;
+    return m_opening->pb->bytes_read > (isMatroska ? kMaxMatroskaHeaderBytes : kMaxHeaderBytes);
 }
 
-int MediaInput::isStopped(void *asked) {
-    auto *input = static_cast<MediaInput *>(asked);
-    input->m_isHeaderTooLong = input->m_isHeaderTooLong || input->readsTooMuch();
-    return input->m_stop.stop_requested() || input->m_isHeaderTooLong ? 1 : 0;
+int MediaInput::shouldInterrupt(void *self) {
+    auto *input = static_cast<MediaInput *>(self);
+    input->m_hasLongHeader = input->m_hasLongHeader || input->isHeaderTooLong();
+    return input->m_stop.stop_requested() || input->m_hasLongHeader ? 1 : 0;
 }
 
 } // namespace corvane::media

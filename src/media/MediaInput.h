@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FFmpegHandles.h"
 #include "media/MediaTime.h"
@@ -12,22 +12,22 @@
 
 namespace corvane::media {
 
-/// Of the times that hold for a container as a whole.
+/// Time base of a container's own times.
 constexpr AVRational kContainerTimeBase = {1, AV_TIME_BASE};
 
-/// A local media file opened for reading, the one way in which this floor opens one.
+/// A local media file opened for reading. The only code that opens one with FFmpeg.
 ///
-/// What a file says is believed within limits: only containers of film and sound are taken (no
-/// playlist, picture series or text), no other file or address is ever opened for it, probing reads
-/// a bounded part, and streams, headers and blocks of memory are bounded whatever it claims. Throws
-/// `MediaError`, and `Cancelled` soon after the stop token asks for it. One thread at a time.
+/// Files are untrusted: only video and audio containers are accepted (no playlists, image sequences
+/// or text), no other file or URL is ever opened on their behalf, and probing, stream count, header
+/// and allocations are bounded. Throws `MediaError`, and `Cancelled` soon after the stop token is
+/// triggered. Not thread-safe.
 class MediaInput {
   public:
-    /// What must be known before the first packet.
+    /// How much is known about the streams before the first packet is read.
     enum class Depth {
-        Facts,      ///< the streams' sizes, codecs and rates
-        Timestamps, ///< also what their packets' presentation times depend on
-        Coding,     ///< also the colours, fields and rates that only the coded data tell
+        Facts,      ///< size, codec and rate
+        Timestamps, ///< also what PTS depend on
+        Coding,     ///< also colours, fields and rates found only in the coded data
     };
 
     MediaInput(const QString &path, Depth depth, std::stop_token stop = {});
@@ -35,47 +35,46 @@ class MediaInput {
     Q_DISABLE_COPY_MOVE(MediaInput)
 
     AVFormatContext *context() const { return m_context.get(); }
-    /// The first stream of moving pictures, or null: attached pictures don't count.
+    /// The first video stream, not counting attached pictures; nullptr if there is none.
     AVStream *firstVideoStream() const;
 
-    /// Where the asset's presentation begins on the container's own axis.
+    /// Start of the asset in the container's time base.
     qint64 startTime() const { return m_startTime; }
+    /// nullopt if unknown.
     std::optional<MediaTime> duration() const;
 
-    /// Reads the next packet of the streams that aren't discarded. False at the end of what can be
-    /// read; damaged parts are passed over.
+    /// Reads the next packet of the streams that aren't discarded. Skips damaged parts. Returns
+    /// false at the end of the readable data.
     bool read(AVPacket &packet);
-    /// To the last key frame of the stream that the container knows no later than `timestamp`, in
-    /// the stream's time base, or somewhere near; false where the container can't.
+    /// Seeks to the last keyframe at or before `timestamp`, in the stream's time base, as precisely
+    /// as the container allows. Returns false if it can't seek.
     bool seek(const AVStream &stream, qint64 timestamp);
-    /// To the first packet; false where the container can't.
+    /// Seeks to the first packet. Returns false if the container can't.
     bool rewind(const AVStream &stream);
 
     void setStop(std::stop_token stop) { m_stop = std::move(stop); }
-    /// Throws `Cancelled` where the stop token asks for it.
-    void testStop() const;
+    void throwIfStopped() const;
 
   private:
-    static int isStopped(void *asked);
-    bool readsTooMuch() const;
+    static int shouldInterrupt(void *self);
+    bool isHeaderTooLong() const;
     void open(const QString &path);
-    bool headerTells(Depth depth) const;
+    bool isHeaderSufficient(Depth depth) const;
     void findStartTime();
     void completeTimestamps();
 
     std::stop_token m_stop;
     InputHandle m_context;
-    AVFormatContext *m_opened = nullptr; ///< while it is being opened, the library's
-    bool m_isHeaderTooLong = false;
+    AVFormatContext *m_opening = nullptr; ///< owned by FFmpeg while the file is being opened
+    bool m_hasLongHeader = false;
     qint64 m_startTime = 0;
 };
 
-/// Whether the stream is one of moving pictures.
+/// Whether it is a video stream and not an attached picture.
 bool isVideo(const AVStream &stream);
-/// The frames a second that the stream tells of, 0/1 where it tells none, or more than any camera
-/// takes and any player shows.
+/// Frames per second; 0/1 if unknown or implausibly high.
 AVRational nominalRate(const AVStream &stream);
-/// Whether it is a QuickTime or MPEG-4 file, whose header tells more than others'.
+/// Whether it is a QuickTime or MPEG-4 file.
 bool isQuickTime(const AVFormatContext &container);
 
 } // namespace corvane::media

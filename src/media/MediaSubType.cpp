@@ -19,8 +19,8 @@ consteval quint32 code(const char (&characters)[5]) {
     return value;
 }
 
-/// Where FFmpeg's tables know several codes, or begin with a rare one.
-constexpr auto kUsualCodes = std::to_array<std::pair<AVCodecID, quint32>>({
+/// Codecs for which FFmpeg's tables list several codes or begin with a rare one.
+constexpr auto kCommonCodes = std::to_array<std::pair<AVCodecID, quint32>>({
     {AV_CODEC_ID_H264, code("avc1")},
     {AV_CODEC_ID_HEVC, code("hvc1")},
     {AV_CODEC_ID_MPEG1VIDEO, code("mp1v")},
@@ -41,17 +41,17 @@ constexpr auto kUsualCodes = std::to_array<std::pair<AVCodecID, quint32>>({
 constexpr auto kProResCodes = std::to_array<quint32>(
     {code("apco"), code("apcs"), code("apcn"), code("apch"), code("ap4h"), code("ap4x")});
 
-/// AVI numbers sound formats; only its codes for pictures are characters.
-bool isText(quint32 tag) {
+/// AVI stores characters only for video codecs; its audio codes are numbers.
+bool isPrintable(quint32 tag) {
     const auto bytes = std::bit_cast<std::array<uchar, 4>>(tag);
     return std::ranges::all_of(bytes, [](uchar byte) { return byte >= ' ' && byte <= '~'; });
 }
 
-quint32 usualCode(const AVCodecParameters &codec) {
-    const auto usual =
-        std::ranges::find(kUsualCodes, codec.codec_id, &std::pair<AVCodecID, quint32>::first);
-    if (usual != kUsualCodes.end()) {
-        return usual->second;
+quint32 commonCode(const AVCodecParameters &codec) {
+    const auto common =
+        std::ranges::find(kCommonCodes, codec.codec_id, &std::pair<AVCodecID, quint32>::first);
+    if (common != kCommonCodes.end()) {
+        return common->second;
     }
     if (codec.codec_id == AV_CODEC_ID_PRORES) {
         const bool isKnown = codec.profile >= 0 && codec.profile < int(kProResCodes.size());
@@ -66,11 +66,11 @@ quint32 usualCode(const AVCodecParameters &codec) {
 
 quint32 mediaSubType(const AVFormatContext &container, const AVStream &stream) {
     const AVCodecParameters &codec = *stream.codecpar;
-    if (codec.codec_tag != 0 && (isQuickTime(container) || isText(codec.codec_tag))) {
-        return std::byteswap(codec.codec_tag); // FFmpeg keeps the first character lowest
+    if (codec.codec_tag != 0 && (isQuickTime(container) || isPrintable(codec.codec_tag))) {
+        return std::byteswap(codec.codec_tag); // FFmpeg stores the first character lowest
     }
-    if (const quint32 usual = usualCode(codec)) {
-        return usual;
+    if (const quint32 codecCode = commonCode(codec)) {
+        return codecCode;
     }
     const AVCodecTag *tables[] = {avformat_get_mov_video_tags(), avformat_get_mov_audio_tags(),
                                   avformat_get_riff_video_tags(), nullptr};

@@ -7,8 +7,8 @@ namespace corvane::media {
 
 namespace {
 
-/// Times beyond this are no times of a file; the bound keeps the rounding within 64 bits.
-constexpr double kLargestValue = 9e18;
+/// Keeps the rounded value within 64 bits.
+constexpr double kMaxValue = 9e18;
 
 } // namespace
 
@@ -16,8 +16,7 @@ MediaTime MediaTime::fromSeconds(double seconds) {
     if (!std::isfinite(seconds)) {
         return {};
     }
-    return {std::llround(std::clamp(seconds * kTimescale, -kLargestValue, kLargestValue)),
-            kTimescale};
+    return {std::llround(std::clamp(seconds * kTimescale, -kMaxValue, kMaxValue)), kTimescale};
 }
 
 std::strong_ordering MediaTime::operator<=>(const MediaTime &other) const {

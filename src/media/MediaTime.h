@@ -6,21 +6,20 @@
 
 namespace corvane::media {
 
-/// A time on a media file's own axis, whose 0 is the start of its presentation. It is a whole
-/// number of 1/timescale seconds, so that a frame's time is kept exactly.
+/// An exact time on an asset's timeline, in units of 1/timescale seconds. 0 is the asset's start.
 struct MediaTime {
-    /// Of every time that is made from seconds.
+    /// Timescale of times converted from seconds.
     static constexpr qint32 kTimescale = 600;
 
     qint64 value = 0;
     qint32 timescale = kTimescale; ///< above 0
 
-    /// Rounded to the nearest 1/600 second; what isn't finite counts as 0.
+    /// Rounds to the nearest 1/600 s. Infinity and NaN become 0.
     static MediaTime fromSeconds(double seconds);
 
     double seconds() const { return double(value) / timescale; }
 
-    /// By the instant: 1/2 and 300/600 are equal.
+    /// Compares the value in seconds: 1/2 and 300/600 are equal.
     std::strong_ordering operator<=>(const MediaTime &other) const;
     bool operator==(const MediaTime &other) const { return (*this <=> other) == 0; }
 };
@@ -39,8 +38,8 @@ struct MediaTimeRange {
     bool operator==(const MediaTimeRange &) const = default;
 };
 
-/// A time made from seconds is off by up to half of 1/600 second. It names the last frame that
-/// begins no later than this much after it, so that a frame's own time, rounded, still names it.
+/// Largest rounding error of `MediaTime::fromSeconds`, in seconds. A lookup by time finds the last
+/// frame that starts at most this much later, so a frame is found by its own rounded start time.
 constexpr double kHalfTick = 0.5 / MediaTime::kTimescale;
 
 } // namespace corvane::media

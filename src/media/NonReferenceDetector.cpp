@@ -9,50 +9,48 @@ namespace {
 
 using Bytes = std::span<const uint8_t>;
 
-constexpr size_t kStartCode = 3; ///< 0, 0, 1
+constexpr size_t kStartCodeSize = 3; ///< 0, 0, 1
 
-/// Of the record that stands before a stream whose units begin with their lengths.
-struct LengthPlace {
-    size_t recordSize;
-    size_t byte; ///< whose two lowest bits hold the size of a length, less one
+/// Layout of the decoder configuration record (avcC, hvcC) in the extradata.
+struct RecordLayout {
+    size_t size;             ///< of the fixed part
+    size_t lengthSizeOffset; ///< of the byte whose two lowest bits are the length size minus one
 };
-constexpr LengthPlace kPlaceInH264{7, 4};
-constexpr LengthPlace kPlaceInHEVC{23, 21};
+constexpr RecordLayout kH264Record{7, 4};
+constexpr RecordLayout kHEVCRecord{23, 21};
 
 int lengthSize(const AVCodecParameters &codec) {
-    const LengthPlace place = codec.codec_id == AV_CODEC_ID_HEVC ? kPlaceInHEVC : kPlaceInH264;
+    const RecordLayout layout = codec.codec_id == AV_CODEC_ID_HEVC ? kHEVCRecord : kH264Record;
     const Bytes record(codec.extradata, size_t(std::max(codec.extradata_size, 0)));
-    const bool isStartCode =
-        record.size() < place.recordSize || (record[0] == 0 && record[1] == 0 && record[2] <= 1);
-    return isStartCode ? 0 : (record[place.byte] & 3) + 1;
+    const bool hasStartCodes =
+        record.size() < layout.size || (record[0] == 0 && record[1] == 0 && record[2] <= 1);
+    return hasStartCodes ? 0 : (record[layout.lengthSizeOffset] & 3) + 1;
 }
 
-/// From behind the next start code on; empty where there is none.
-Bytes behindStartCode(Bytes bytes) {
-    for (size_t at = 0; at + kStartCode < bytes.size(); ++at) {
-        if (bytes[at] == 0 && bytes[at + 1] == 0 && bytes[at + 2] == 1) {
-            return bytes.subspan(at + kStartCode);
+/// The bytes after the next start code; empty if there is none.
+Bytes afterStartCode(Bytes bytes) {
+    for (size_t offset = 0; offset + kStartCodeSize < bytes.size(); ++offset) {
+        if (bytes[offset] == 0 && bytes[offset + 1] == 0 && bytes[offset + 2] == 1) {
+            return bytes.subspan(offset + kStartCodeSize);
         }
     }
     return {};
 }
 
-/// The unit that the bytes begin with, once they begin with one, and what follows it.
-struct Unit {
-    Bytes bytes;
-    Bytes rest;
+struct NalUnit {
+    Bytes bytes; ///< empty at the end or if the unit is truncated
+    Bytes rest;  ///< what follows the unit
 };
 
-/// Nothing in `bytes` where the rest holds no whole unit.
-Unit nextUnit(Bytes bytes, int lengthSize) {
+NalUnit nextUnit(Bytes bytes, int lengthSize) {
     if (lengthSize == 0) {
-        const Bytes unit = behindStartCode(bytes);
+        const Bytes unit = afterStartCode(bytes); // its end doesn't matter
         return {unit, unit};
     }
     const auto prefix = size_t(lengthSize);
     size_t length = 0;
-    for (size_t at = 0; at < std::min(prefix, bytes.size()); ++at) {
-        length = length << 8 | bytes[at];
+    for (size_t offset = 0; offset < std::min(prefix, bytes.size()); ++offset) {
+        length = length << 8 | bytes[offset];
     }
     if (bytes.size() <= prefix || length == 0 || length > bytes.size() - prefix) {
         return {};
@@ -65,43 +63,43 @@ Unit nextUnit(Bytes bytes, int lengthSize) {
 NonReferenceDetector::NonReferenceDetector(const AVCodecParameters &codec)
     : m_codec(codec.codec_id), m_lengthSize(lengthSize(codec)) {}
 
-/// What a unit's first byte tells: nothing where it holds no part of a picture.
-NonReferenceDetector::Use NonReferenceDetector::useOf(uint8_t header) const {
+/// From a NAL unit's first byte. Unknown for units that hold no slice of a frame.
+NonReferenceDetector::FrameKind NonReferenceDetector::kindOfUnit(uint8_t header) const {
     if (m_codec == AV_CODEC_ID_H264) {
-        constexpr int kLastPictureType = 5;
+        constexpr int kLastSliceType = 5;
         const int type = header & 0x1f;
-        const bool isReferenced = (header >> 5 & 3) != 0;
-        return type == 0 || type > kLastPictureType ? Use::none
-               : isReferenced                       ? Use::referenced
-                                                    : Use::unreferenced;
+        const bool isReference = (header >> 5 & 3) != 0; // nal_ref_idc
+        return type == 0 || type > kLastSliceType ? FrameKind::unknown
+               : isReference                      ? FrameKind::reference
+                                                  : FrameKind::nonReference;
     }
     constexpr int kFirstOtherType = 32;
-    constexpr int kFirstAlwaysReferenced = 16;
+    constexpr int kFirstRandomAccessType = 16; // below it, even types are sub-layer non-reference
     const int type = header >> 1 & 0x3f;
-    return type >= kFirstOtherType                             ? Use::none
-           : type >= kFirstAlwaysReferenced || (type & 1) != 0 ? Use::referenced
-                                                               : Use::unreferenced;
+    return type >= kFirstOtherType                             ? FrameKind::unknown
+           : type >= kFirstRandomAccessType || (type & 1) != 0 ? FrameKind::reference
+                                                               : FrameKind::nonReference;
 }
 
-NonReferenceDetector::Use NonReferenceDetector::usedIn(const AVPacket &packet) const {
-    Use use = Use::none;
-    Unit unit = nextUnit({packet.data, size_t(std::max(packet.size, 0))}, m_lengthSize);
+NonReferenceDetector::FrameKind NonReferenceDetector::kindOf(const AVPacket &packet) const {
+    FrameKind kind = FrameKind::unknown;
+    NalUnit unit = nextUnit({packet.data, size_t(std::max(packet.size, 0))}, m_lengthSize);
     for (; !unit.bytes.empty(); unit = nextUnit(unit.rest, m_lengthSize)) {
-        const Use own = useOf(unit.bytes[0]);
-        use = own == Use::none ? use : own;
-        if (use == Use::referenced) {
+        const FrameKind unitKind = kindOfUnit(unit.bytes[0]);
+        kind = unitKind == FrameKind::unknown ? kind : unitKind;
+        if (kind == FrameKind::reference) {
             break;
         }
     }
-    return use;
+    return kind;
 }
 
-bool NonReferenceDetector::contains(const AVPacket &packet) const {
+bool NonReferenceDetector::isNonReference(const AVPacket &packet) const {
     if ((packet.flags & AV_PKT_FLAG_DISPOSABLE) != 0) {
         return true;
     }
     return (m_codec == AV_CODEC_ID_H264 || m_codec == AV_CODEC_ID_HEVC) &&
-           usedIn(packet) == Use::unreferenced;
+           kindOf(packet) == FrameKind::nonReference;
 }
 
 } // namespace corvane::media

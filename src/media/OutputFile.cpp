@@ -1,7 +1,5 @@
 #include "media/OutputFile.h"
 
-#include "media/StreamExport.h"
-
 #include <algorithm>
 
 namespace corvane::media {
@@ -9,12 +7,10 @@ namespace corvane::media {
 namespace {
 
 constexpr char kWriting[] = "The output can't be written";
-constexpr int kMovieTimescale = 90'000;        ///< ticks per second of edit lists
-constexpr int64_t kLongestWait = AV_TIME_BASE; ///< of one stream for the others
+constexpr char kMovieTimescale[] = "90000"; ///< ticks per second of edit lists
+constexpr int64_t kMaxInterleaveDelay = AV_TIME_BASE;
 
 } // namespace
-
-StreamExport::~StreamExport() = default;
 
 OutputFile::OutputFile(const QString &path) {
     silenceFFmpeg();
@@ -25,15 +21,16 @@ OutputFile::OutputFile(const QString &path) {
         avformat_free_context(m_context);
         check(result, kWriting);
     }
-    // Packets before the in point keep their negative times, for the edit list to hide them.
+    // Packets before the in point keep negative timestamps, so that the edit list hides them.
     m_context->avoid_negative_ts = AVFMT_AVOID_NEG_TS_DISABLED;
-    // The lead of the pictures comes long before the first sound and isn't held back for it.
-    m_context->max_interleave_delta = kLongestWait;
-    // FLAC and the like were put into the standard after the library learnt to write them.
+    // The video from the keyframe on comes long before the first audio and doesn't wait for it.
+    m_context->max_interleave_delta = kMaxInterleaveDelay;
+    // FFmpeg counts FLAC and other later additions to the standard as experimental.
     m_context->strict_std_compliance = FF_COMPLIANCE_EXPERIMENTAL;
 }
 
 OutputFile::~OutputFile() {
+    // The result matters only to `finish`, which has closed a complete file already.
     avio_closep(&m_context->pb);
     avformat_free_context(m_context);
 }
@@ -49,28 +46,26 @@ AVStream &OutputFile::addStream(AVRational timeBase) {
 }
 
 void OutputFile::begin() {
-    AVDictionary *options = nullptr;
-    av_dict_set(&options, "movflags", "use_metadata_tags", 0);
-    av_dict_set(&options, "use_editlist", "1", 0);
-    av_dict_set_int(&options, "movie_timescale", kMovieTimescale, 0);
-    const int result = avformat_write_header(m_context, &options);
-    av_dict_free(&options);
-    testWritten(result, kWriting);
+    Dictionary options;
+    setEntry(options.entries, "movflags", "use_metadata_tags");
+    setEntry(options.entries, "use_editlist", "1");
+    setEntry(options.entries, "movie_timescale", kMovieTimescale);
+    checkWritten(avformat_write_header(m_context, &options.entries));
 }
 
-/// Damaged sources give packets without a time or out of order, which the file can't hold.
-void OutputFile::repair(AVPacket &packet, Track &track) const {
+/// Replaces missing and decreasing timestamps of damaged sources, which the muxer rejects.
+void OutputFile::repairTimestamps(AVPacket &packet, Track &track) const {
     if (packet.dts == AV_NOPTS_VALUE) {
         packet.dts = packet.pts;
     }
     if (packet.dts == AV_NOPTS_VALUE) {
-        packet.dts = track.lastDecoded == AV_NOPTS_VALUE ? 0 : track.lastDecoded + 1;
+        packet.dts = track.lastDts == AV_NOPTS_VALUE ? 0 : track.lastDts + 1;
     }
-    if (track.lastDecoded != AV_NOPTS_VALUE) {
-        packet.dts = std::max(packet.dts, track.lastDecoded + 1);
+    if (track.lastDts != AV_NOPTS_VALUE) {
+        packet.dts = std::max(packet.dts, track.lastDts + 1);
     }
     packet.pts = packet.pts == AV_NOPTS_VALUE ? packet.dts : std::max(packet.pts, packet.dts);
-    track.lastDecoded = packet.dts;
+    track.lastDts = packet.dts;
 }
 
 bool OutputFile::write(AVPacket &packet, const AVStream &stream) {
@@ -78,26 +73,27 @@ bool OutputFile::write(AVPacket &packet, const AVStream &stream) {
     packet.stream_index = stream.index;
     packet.pos = -1;
     av_packet_rescale_ts(&packet, track.timeBase, stream.time_base);
-    repair(packet, track);
+    repairTimestamps(packet, track);
     const int result = av_interleaved_write_frame(m_context, &packet);
     if (result == AVERROR(EINVAL) || result == AVERROR_INVALIDDATA) {
-        testWritten(0, kWriting);
+        checkWritten(0);
         return false;
     }
-    testWritten(result, kWriting);
+    checkWritten(result);
     return true;
 }
 
 void OutputFile::finish() {
-    testWritten(av_write_trailer(m_context), kWriting);
-    avio_flush(m_context->pb);
-    testWritten(0, kWriting);
+    checkWritten(av_write_trailer(m_context));
+    avio_flush(m_context->pb); // sets `pb->error`
+    checkWritten(0);
     check(avio_closep(&m_context->pb), kWriting);
 }
 
-void OutputFile::testWritten(int result, const char *what) const {
-    check(m_context->pb->error, what); // the cause, where there are both
-    check(result, what);
+/// Throws if the file system rejected a write, which is the cause of other errors, or for `result`.
+void OutputFile::checkWritten(int result) const {
+    check(m_context->pb->error, kWriting);
+    check(result, kWriting);
 }
 
 } // namespace corvane::media

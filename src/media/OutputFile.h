@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FFmpegHandles.h"
 
@@ -10,11 +10,11 @@
 
 namespace corvane::media {
 
-/// The MPEG-4 file that an export fills in place, by its path. What isn't finished is no playable
-/// file, and removing it is the caller's.
+/// The MPEG-4 file that an export writes in place. Playable only after `finish`; the caller removes
+/// it after a failure.
 ///
-/// Add the streams, set the metadata, `begin`, write, `finish`. Everything throws `MediaError`; a
-/// full disk is told in the system's words.
+/// Call order: `addStream`, metadata in `context`, `begin`, `write`, `finish`. All of them throw
+/// `MediaError`, for a full disk with the system's error text.
 class OutputFile {
   public:
     explicit OutputFile(const QString &path);
@@ -22,25 +22,23 @@ class OutputFile {
     Q_DISABLE_COPY_MOVE(OutputFile)
 
     AVFormatContext &context() const { return *m_context; }
-    /// A stream whose packets come in the given time base. The file owns it.
+    /// Adds a stream whose packets have timestamps in `timeBase`. Owned by the file.
     AVStream &addStream(AVRational timeBase);
 
     void begin();
-    /// Takes the packet's content. Its timestamps are in the stream's given time base; they may be
-    /// negative, and what comes before 0 is hidden by the stream's edit list. False for a packet
-    /// that is too damaged for the file to hold, which is left out.
+    /// Moves the packet into the file. Timestamps may be negative: the stream's edit list hides
+    /// packets before 0. Returns false for a packet that is too damaged, which is left out.
     bool write(AVPacket &packet, const AVStream &stream);
-    /// Completes the file: nothing of it is held back any more.
+    /// Completes and closes the file.
     void finish();
 
   private:
     struct Track {
-        AVRational timeBase;
-        int64_t lastDecoded = AV_NOPTS_VALUE;
+        AVRational timeBase; ///< of the packets passed to `write`
+        int64_t lastDts = AV_NOPTS_VALUE;
     };
-    void repair(AVPacket &packet, Track &track) const;
-    /// Throws where the file system refused to take what was written.
-    void testWritten(int result, const char *what) const;
+    void repairTimestamps(AVPacket &packet, Track &track) const;
+    void checkWritten(int result) const;
 
     AVFormatContext *m_context = nullptr;
     std::vector<Track> m_tracks;

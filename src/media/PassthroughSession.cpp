@@ -1,6 +1,6 @@
 #include "media/PassthroughSession.h"
 
-#include "media/StreamCopy.h"
+#include "media/StreamCopier.h"
 
 namespace corvane::media {
 
@@ -15,7 +15,7 @@ PassthroughSession::PassthroughSession(std::unique_ptr<ExportSource> opened)
     : FFmpegExportSession(std::move(opened)) {
     for (const AVMediaType type : {AVMEDIA_TYPE_VIDEO, AVMEDIA_TYPE_AUDIO}) {
         for (const int index : source().streamsOf(type)) {
-            if (!StreamCopy::isPossible(source().stream(index))) {
+            if (!StreamCopier::isPossible(source().stream(index))) {
                 throw UnsupportedSource(QStringLiteral("An MPEG-4 file can't hold %1.")
                                             .arg(QString::fromLatin1(avcodec_get_name(
                                                 source().stream(index).codecpar->codec_id))));
@@ -24,17 +24,18 @@ PassthroughSession::PassthroughSession(std::unique_ptr<ExportSource> opened)
     }
 }
 
-std::vector<FFmpegExportSession::Way> PassthroughSession::makeWays(const ExportCut &cut,
-                                                                   OutputFile &output) const {
-    std::vector<Way> ways;
+std::vector<FFmpegExportSession::Route> PassthroughSession::makeRoutes(const ExportCut &cut,
+                                                                       OutputFile &output) const {
+    std::vector<Route> routes;
     for (const AVMediaType type : kCopiedTypes) {
         for (const int index : source().streamsOf(type)) {
-            if (StreamCopy::isPossible(source().stream(index))) {
-                ways.push_back({index, std::make_unique<StreamCopy>(source(), index, cut, output)});
+            if (StreamCopier::isPossible(source().stream(index))) {
+                routes.push_back(
+                    {index, std::make_unique<StreamCopier>(source(), index, cut, output)});
             }
         }
     }
-    return ways;
+    return routes;
 }
 
 } // namespace corvane::media

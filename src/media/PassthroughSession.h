@@ -1,19 +1,19 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FFmpegExportSession.h"
 
 namespace corvane::media {
 
-/// Copies every stream of pictures and sound as it is, and the data that an MPEG-4 file holds.
+/// Copies all video and audio streams, and the data streams that MPEG-4 files support.
 class PassthroughSession : public FFmpegExportSession {
   public:
-    /// Throws `UnsupportedSource` where an MPEG-4 file can't hold a picture or a sound.
+    /// Throws `UnsupportedSource` if MPEG-4 files don't support a video or audio stream.
     explicit PassthroughSession(std::unique_ptr<ExportSource> source);
 
   protected:
-    std::vector<Way> makeWays(const ExportCut &cut, OutputFile &output) const override;
+    std::vector<Route> makeRoutes(const ExportCut &cut, OutputFile &output) const override;
 };
 
 } // namespace corvane::media

@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FFmpegHandles.h"
 
@@ -9,39 +9,40 @@
 
 namespace corvane::media {
 
-/// The presentation times of a stream that tells only when its pictures are decoded, as AVI does.
-/// Pictures come out in the order in which they are shown, so each gets the least decoding time of
-/// those not given yet. Times are the stream's own.
+/// Derives the PTS of frames in a stream with DTS but no PTS, for example in AVI. The decoder
+/// returns frames in presentation order, so each one gets the smallest DTS that isn't used yet.
+/// Timestamps are the stream's own.
 class PtsReconstructor {
   public:
-    /// Before each packet is decoded.
-    void note(const AVPacket &packet) {
+    /// Call for each packet before it is decoded.
+    void addPacket(const AVPacket &packet) {
         if (packet.pts == AV_NOPTS_VALUE && packet.dts != AV_NOPTS_VALUE) {
-            m_times.insert(packet.dts);
+            m_unused.insert(packet.dts);
         }
-        if (m_times.size() > kMost) {
-            m_times.erase(m_times.begin());
+        if (m_unused.size() > kMaxUnused) {
+            m_unused.erase(m_unused.begin());
         }
     }
 
-    /// For each picture as it comes out; nothing where neither it nor its packet tells.
-    std::optional<int64_t> timeOf(const AVFrame &picture) {
-        if (picture.pts != AV_NOPTS_VALUE) {
-            return picture.pts;
+    /// Call for each frame in the decoder's order. Returns nullopt if neither the frame nor its
+    /// packet has a timestamp.
+    std::optional<int64_t> ptsOf(const AVFrame &frame) {
+        if (frame.pts != AV_NOPTS_VALUE) {
+            return frame.pts;
         }
-        if (!m_times.empty()) {
-            return m_times.extract(m_times.begin()).value();
+        if (!m_unused.empty()) {
+            return m_unused.extract(m_unused.begin()).value();
         }
-        const int64_t guessed = picture.best_effort_timestamp;
-        return guessed == AV_NOPTS_VALUE ? std::nullopt : std::optional(guessed);
+        const int64_t guess = frame.best_effort_timestamp;
+        return guess == AV_NOPTS_VALUE ? std::nullopt : std::optional(guess);
     }
 
-    void clear() { m_times.clear(); }
+    void clear() { m_unused.clear(); }
 
   private:
-    static constexpr size_t kMost = 64;
+    static constexpr size_t kMaxUnused = 64;
 
-    std::multiset<int64_t> m_times;
+    std::multiset<int64_t> m_unused;
 };
 
 } // namespace corvane::media

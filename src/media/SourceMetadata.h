@@ -1,17 +1,19 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FFmpegHandles.h"
 
 namespace corvane::media::sourceMetadata {
 
-/// Gives the output what the source's file says of itself: when, where and with what it was shot
-/// above all, under the names that players and editors look for.
+/// Copies the metadata of the source file to the output, above all when, where and with what camera
+/// it was shot, under the names that players and editors read.
 void copyFile(const AVFormatContext &source, AVFormatContext &output);
 
-/// Gives an output's stream what the source's says apart from its coding: language, name, creation
-/// date, whether it is played by default, and how the picture is turned.
+/// Copies a stream's language, name, creation date, disposition and display matrix.
 void copyStream(const AVStream &source, AVStream &output);
+
+/// Copies side data of this type if the source has it.
+void copySideData(const AVStream &source, AVStream &output, AVPacketSideDataType type);
 
 } // namespace corvane::media::sourceMetadata

@@ -1,25 +1,25 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FFmpegHandles.h"
 
 namespace corvane::media {
 
-/// One stream of a source on its way into the output: copied or encoded anew.
+/// Writes one stream of a source to the output, copied or transcoded.
 class StreamExport {
   public:
     StreamExport() = default;
     virtual ~StreamExport();
     Q_DISABLE_COPY_MOVE(StreamExport)
 
-    /// Takes the source stream's next packet; it may be emptied.
+    /// Processes the source stream's next packet and may take its content.
     virtual void take(AVPacket &packet) = 0;
-    /// No packet follows: writes what is still held back.
+    /// Writes what is still buffered. Call after the last packet.
     virtual void finish() = 0;
-    /// True where nothing that follows in the source is needed.
+    /// Whether no further packet is needed.
     virtual bool isDone() const = 0;
-    /// Whether anything of the stream is in the output.
+    /// Whether the output contains anything of the stream.
     virtual bool hasWritten() const = 0;
 };
 

@@ -8,9 +8,9 @@ namespace corvane::media {
 
 namespace {
 
-struct FoundTimecode {
-    const char *text = nullptr;
-    AVRational rate{}; ///< frames a second that it counts
+struct StartTimecode {
+    const char *text = nullptr; ///< nullptr if the source has none
+    AVRational frameRate{};
 };
 
 const char *timecodeOf(const AVDictionary *metadata) {
@@ -18,31 +18,30 @@ const char *timecodeOf(const AVDictionary *metadata) {
     return entry ? entry->value : nullptr;
 }
 
-/// The picture's own timecode goes before the file's, and that before any other stream's.
-FoundTimecode find(const ExportSource &source) {
+/// Prefers the video track's timecode to the file's, and the file's to that of other streams.
+StartTimecode startTimecode(const ExportSource &source) {
     const AVStream &reference = source.stream(source.reference());
-    FoundTimecode found{timecodeOf(reference.metadata), reference.avg_frame_rate};
-    if (!found.text) {
-        found.text = timecodeOf(source.context().metadata);
+    StartTimecode start{timecodeOf(reference.metadata), reference.avg_frame_rate};
+    if (!start.text) {
+        start.text = timecodeOf(source.context().metadata);
     }
-    for (int i = 0; i < source.streamCount() && !found.text; ++i) {
-        found.text = timecodeOf(source.stream(i).metadata);
+    for (const AVStream *stream : allStreams(source.context())) {
+        start.text = start.text ? start.text : timecodeOf(stream->metadata);
     }
-    return found;
+    return start;
 }
 
 } // namespace
 
-std::optional<QByteArray> timecodeAt(const ExportSource &source, MediaTime zero) {
-    const FoundTimecode found = find(source);
+std::optional<QByteArray> timecodeAt(const ExportSource &source, MediaTime time) {
+    const StartTimecode start = startTimecode(source);
     AVTimecode timecode;
-    if (!found.text || found.rate.num <= 0 || found.rate.den <= 0 ||
-        av_timecode_init_from_string(&timecode, found.rate, found.text, nullptr) < 0) {
-        return std::nullopt;
+    if (!start.text || start.frameRate.num <= 0 || start.frameRate.den <= 0 ||
+        av_timecode_init_from_string(&timecode, start.frameRate, start.text, nullptr) < 0) {
+        return std::nullopt; // also for AVERROR_INVALIDDATA: damaged text
     }
     timecode.flags |= AV_TIMECODE_FLAG_24HOURSMAX;
-    const MediaTime before = zero - source.start();
-    const int64_t frames = ticksOf(before, av_inv_q(found.rate));
+    const int64_t frames = ticksOf(time - source.start(), av_inv_q(start.frameRate));
     char text[AV_TIMECODE_STR_SIZE] = {};
     av_timecode_make_string(&timecode, text, int(frames));
     return QByteArray(text);

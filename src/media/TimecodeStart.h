@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/ExportSource.h"
 
@@ -8,9 +8,8 @@
 
 namespace corvane::media {
 
-/// The timecode of the frame that the source shows at `zero`, its start advanced by the frames
-/// before it; drop-frame timecodes skip the numbers that theirs skip. Nothing where the source
-/// carries no timecode.
-std::optional<QByteArray> timecodeAt(const ExportSource &source, MediaTime zero);
+/// Timecode of the source's frame at `time`, counted from the source's start timecode, with or
+/// without dropped frame numbers. Returns nullopt if the source has no timecode.
+std::optional<QByteArray> timecodeAt(const ExportSource &source, MediaTime time);
 
 } // namespace corvane::media

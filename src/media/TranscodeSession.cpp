@@ -1,14 +1,14 @@
 #include "media/TranscodeSession.h"
 
-#include "media/AudioEncoding.h"
-#include "media/StreamCopy.h"
-#include "media/VideoEncoding.h"
+#include "media/AudioTranscoder.h"
+#include "media/StreamCopier.h"
+#include "media/VideoTranscoder.h"
 
 namespace corvane::media {
 
 namespace {
 
-void testDecodable(const AVStream &stream) {
+void requireDecoder(const AVStream &stream) {
     if (!avcodec_find_decoder(stream.codecpar->codec_id)) {
         throw UnsupportedSource(
             QStringLiteral("The codec %1 can't be decoded.")
@@ -20,34 +20,34 @@ void testDecodable(const AVStream &stream) {
 
 TranscodeSession::TranscodeSession(std::unique_ptr<ExportSource> opened, std::optional<QSize> bound)
     : FFmpegExportSession(std::move(opened)), m_bound(bound) {
-    if (const auto picture = source().video()) {
-        testDecodable(source().stream(*picture));
+    if (const auto video = source().video()) {
+        requireDecoder(source().stream(*video));
     }
-    for (const int sound : source().streamsOf(AVMEDIA_TYPE_AUDIO)) {
-        testDecodable(source().stream(sound));
+    for (const int audio : source().streamsOf(AVMEDIA_TYPE_AUDIO)) {
+        requireDecoder(source().stream(audio));
     }
 }
 
-std::vector<FFmpegExportSession::Way> TranscodeSession::makeWays(const ExportCut &cut,
-                                                                 OutputFile &output) const {
-    std::vector<Way> ways;
-    if (const auto picture = source().video()) {
-        ways.push_back(
-            {*picture, std::make_unique<VideoEncoding>(source(), *picture, cut, m_bound, output)});
+std::vector<FFmpegExportSession::Route> TranscodeSession::makeRoutes(const ExportCut &cut,
+                                                                     OutputFile &output) const {
+    std::vector<Route> routes;
+    if (const auto video = source().video()) {
+        routes.push_back(
+            {*video, std::make_unique<VideoTranscoder>(source(), *video, cut, m_bound, output)});
     }
-    for (const int sound : source().streamsOf(AVMEDIA_TYPE_AUDIO)) {
-        const int channels = source().stream(sound).codecpar->ch_layout.nb_channels;
-        for (int first = 0; first < channels; first += AudioEncoding::kMostChannels) {
-            ways.push_back(
-                {sound, std::make_unique<AudioEncoding>(source(), sound, first, cut, output)});
+    for (const int audio : source().streamsOf(AVMEDIA_TYPE_AUDIO)) {
+        const int channels = source().stream(audio).codecpar->ch_layout.nb_channels;
+        for (int first = 0; first < channels; first += AudioTranscoder::kMaxChannels) {
+            routes.push_back(
+                {audio, std::make_unique<AudioTranscoder>(source(), audio, first, cut, output)});
         }
     }
     for (const int data : source().streamsOf(AVMEDIA_TYPE_DATA)) {
-        if (StreamCopy::isPossible(source().stream(data))) {
-            ways.push_back({data, std::make_unique<StreamCopy>(source(), data, cut, output)});
+        if (StreamCopier::isPossible(source().stream(data))) {
+            routes.push_back({data, std::make_unique<StreamCopier>(source(), data, cut, output)});
         }
     }
-    return ways;
+    return routes;
 }
 
 } // namespace corvane::media

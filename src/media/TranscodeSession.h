@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FFmpegExportSession.h"
 
@@ -8,16 +8,16 @@
 
 namespace corvane::media {
 
-/// Encodes the first picture stream and every sound anew; data that an MPEG-4 file holds come
-/// along.
+/// Transcodes the first video stream and all audio streams. Copies the data streams that MPEG-4
+/// files support.
 class TranscodeSession : public FFmpegExportSession {
   public:
-    /// The picture fits inside `bound`, or keeps its size without one. Throws `UnsupportedSource`
-    /// where a stream can't be decoded by this build.
+    /// Scales the video down to fit `bound`, if there is one. Throws `UnsupportedSource` if this
+    /// build has no decoder for a stream.
     TranscodeSession(std::unique_ptr<ExportSource> source, std::optional<QSize> bound);
 
   protected:
-    std::vector<Way> makeWays(const ExportCut &cut, OutputFile &output) const override;
+    std::vector<Route> makeRoutes(const ExportCut &cut, OutputFile &output) const override;
 
   private:
     std::optional<QSize> m_bound;

@@ -6,28 +6,19 @@ namespace corvane::media {
 
 namespace {
 
-/// No codec shows a picture later than this many others that were stored after it.
-constexpr int kDeepestReorder = 17;
-/// How far is read ahead: as many packets, and beyond the deepest reorder no more bytes than these.
-constexpr size_t kMostAhead = 64;
-constexpr size_t kMostBytesAhead = size_t(16) << 20;
-/// However deep the reorder: a file can tell of many large packets in the same bytes.
-constexpr size_t kMostBytesEver = size_t(512) << 20;
-
-bool isKey(const AVPacket &packet) {
-    return (packet.flags & AV_PKT_FLAG_KEY) != 0;
-}
-
-qint64 timeOf(const AVPacket &packet) {
-    return packet.pts == AV_NOPTS_VALUE ? packet.dts : packet.pts;
-}
+/// No codec reorders a frame by more than this many others.
+constexpr int kMaxReorder = 17;
+/// Limits of reading ahead: packets, and bytes beyond the deepest reorder.
+constexpr size_t kMaxQueuedPackets = 64;
+constexpr size_t kMaxQueuedBytes = size_t(16) << 20;
+/// Limit of bytes at any depth: a file can list the same bytes as many large packets.
+constexpr size_t kMaxBytesInReorder = size_t(512) << 20;
 
 } // namespace
 
 VideoPacketQueue::VideoPacketQueue(MediaInput &input, AVStream &stream)
     : m_input(input), m_stream(stream) {
-    for (unsigned index = 0; index < input.context()->nb_streams; ++index) {
-        AVStream *other = input.context()->streams[index];
+    for (AVStream *other : allStreams(*input.context())) {
         other->discard = other == &stream ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
     }
 }
@@ -52,14 +43,14 @@ bool VideoPacketQueue::rewind() {
 void VideoPacketQueue::clear() {
     m_queue.clear();
     m_queuedBytes = 0;
-    m_presentations.clear();
-    m_firstKey.reset();
-    m_lastDecodingTime = AV_NOPTS_VALUE;
-    m_lastTaken = AV_NOPTS_VALUE;
+    m_pts.clear();
+    m_firstKeyframe.reset();
+    m_lastReadDts = AV_NOPTS_VALUE;
+    m_lastTakenDts = AV_NOPTS_VALUE;
     m_isFromStart = false;
     m_hasDropped = false;
     m_isAtEnd = false;
-    m_isTimed = true;
+    m_hasAllPts = true;
 }
 
 bool VideoPacketQueue::readOne() {
@@ -71,17 +62,17 @@ bool VideoPacketQueue::readOne() {
         }
     } while (packet->stream_index != m_stream.index);
     m_queuedBytes += size_t(packet->size);
-    note(*packet);
+    addTimestamps(*packet);
     m_queue.push_back(std::move(packet));
     return true;
 }
 
-void VideoPacketQueue::note(const AVPacket &packet) {
-    m_lastDecodingTime = packet.dts;
+void VideoPacketQueue::addTimestamps(const AVPacket &packet) {
+    m_lastReadDts = packet.dts;
     if (packet.pts == AV_NOPTS_VALUE) {
-        m_isTimed = false;
+        m_hasAllPts = false;
     } else if ((packet.flags & AV_PKT_FLAG_DISCARD) == 0) {
-        m_presentations.insert(packet.pts);
+        m_pts.insert(packet.pts);
     }
 }
 
@@ -92,96 +83,102 @@ PacketHandle VideoPacketQueue::take() {
     PacketHandle packet = std::move(m_queue.front());
     m_queue.pop_front();
     m_queuedBytes -= size_t(packet->size);
-    m_lastTaken = packet->dts;
+    m_lastTakenDts = packet->dts;
     return packet;
 }
 
-void VideoPacketQueue::dropBefore(size_t index) {
-    m_hasDropped = m_hasDropped || index > 0;
-    for (size_t dropped = 0; dropped < index; ++dropped) {
+void VideoPacketQueue::dropFirst(size_t count) {
+    m_hasDropped = m_hasDropped || count > 0;
+    for (size_t dropped = 0; dropped < count; ++dropped) {
         m_queuedBytes -= size_t(m_queue.front()->size);
         m_queue.pop_front();
     }
-    const qint64 lastDecodingTime = m_lastDecodingTime;
-    m_presentations.clear();
+    const qint64 lastReadDts = m_lastReadDts;
+    m_pts.clear();
     for (const PacketHandle &packet : m_queue) {
-        note(*packet);
+        addTimestamps(*packet);
     }
-    m_lastDecodingTime = lastDecodingTime;
+    m_lastReadDts = lastReadDts;
 }
 
-std::optional<size_t> VideoPacketQueue::firstKeyIndex(qint64 latest) {
+/// Index of the first keyframe in the queue, reading up to `latest`. Packets far before it are
+/// dropped on the way.
+std::optional<size_t> VideoPacketQueue::findKeyframe(qint64 latest) {
     for (size_t index = 0;; ++index) {
         if (index == m_queue.size()) {
-            const bool isPast = m_lastDecodingTime != AV_NOPTS_VALUE && m_lastDecodingTime > latest;
+            const bool isPast = m_lastReadDts != AV_NOPTS_VALUE && m_lastReadDts > latest;
             if (isPast || !readOne()) {
                 return std::nullopt;
             }
         }
-        if (isKey(*m_queue[index])) {
+        if (isKeyframe(*m_queue[index])) {
             return index;
         }
-        if (index == kMostAhead ||
-            m_queuedBytes > kMostBytesEver) { // far from any: what was passed needn't be kept
-            dropBefore(index);
+        if (index == kMaxQueuedPackets || m_queuedBytes > kMaxBytesInReorder) {
+            dropFirst(index);
             index = 0;
         }
     }
 }
 
-std::optional<qint64> VideoPacketQueue::beginAtKeyFrame(qint64 latest) {
-    if (m_isFromStart && (!m_queue.empty() || readOne()) && !isKey(*m_queue.front())) {
-        return std::nullopt;
+void VideoPacketQueue::skipToKeyframe(qint64 latest) {
+    if (m_isFromStart && (!m_queue.empty() || readOne()) && !isKeyframe(*m_queue.front())) {
+        return;
     }
-    std::optional<size_t> begin = firstKeyIndex(latest);
-    if (!begin) {
-        return std::nullopt;
+    std::optional<size_t> keyframe = findKeyframe(latest);
+    if (!keyframe) {
+        return;
     }
-    (void)readPast(latest);
-    for (size_t index = *begin + 1; index < m_queue.size(); ++index) {
+    readAhead(latest);
+    for (size_t index = *keyframe + 1; index < m_queue.size(); ++index) {
         const AVPacket &packet = *m_queue[index];
-        if (isKey(packet) && packet.pts != AV_NOPTS_VALUE && packet.pts <= latest) {
-            begin = index;
+        if (isKeyframe(packet) && packet.pts != AV_NOPTS_VALUE && packet.pts <= latest) {
+            keyframe = index;
         }
     }
-    dropBefore(*begin);
-    m_firstKey = timeOf(*m_queue.front());
-    return m_firstKey;
+    dropFirst(*keyframe);
+    m_firstKeyframe = timestampOf(*m_queue.front());
 }
 
-std::optional<qint64> VideoPacketQueue::lastPresentation(qint64 target) const {
-    const auto after = m_presentations.upper_bound(target);
-    if (after == m_presentations.begin() || (m_firstKey && *std::prev(after) < *m_firstKey)) {
+std::optional<qint64> VideoPacketQueue::lastPts(qint64 target) {
+    readAhead(target);
+    const auto after = m_pts.upper_bound(target);
+    if (after == m_pts.begin() || (m_firstKeyframe && *std::prev(after) < *m_firstKeyframe)) {
         return std::nullopt;
     }
     return *std::prev(after);
 }
 
-std::optional<qint64> VideoPacketQueue::presentationAfter(qint64 time) const {
-    const auto after = m_presentations.upper_bound(time);
-    return after == m_presentations.end() ? std::nullopt : std::optional(*after);
+bool VideoPacketQueue::isLastPts(qint64 pts, qint64 target) {
+    const auto last = lastPts(target);
+    return isReadPast(target) && m_hasAllPts && last == pts;
 }
 
-bool VideoPacketQueue::readPast(qint64 target) {
-    while (!m_isAtEnd) {
-        const auto later =
-            std::distance(m_presentations.upper_bound(target), m_presentations.end());
-        if ((m_lastDecodingTime != AV_NOPTS_VALUE && m_lastDecodingTime > target) ||
-            later > kDeepestReorder) {
-            break;
-        }
-        const bool isFull = m_queue.size() >= kMostAhead || m_queuedBytes > kMostBytesEver ||
-                            (m_queuedBytes > kMostBytesAhead && m_queue.size() > kDeepestReorder);
-        if (isFull) {
-            return false;
-        }
-        (void)readOne();
+std::optional<qint64> VideoPacketQueue::nextPts(qint64 pts) {
+    readAhead(pts);
+    const auto after = m_pts.upper_bound(pts);
+    return after == m_pts.end() ? std::nullopt : std::optional(*after);
+}
+
+void VideoPacketQueue::readAhead(qint64 target) {
+    while (!isReadPast(target) && !isFull() && readOne()) {
     }
-    return m_isTimed;
 }
 
-void VideoPacketQueue::forgetBefore(qint64 time) {
-    m_presentations.erase(m_presentations.begin(), m_presentations.lower_bound(time));
+/// Whether no further packet can hold a frame at or before `target`.
+bool VideoPacketQueue::isReadPast(qint64 target) const {
+    const auto later = std::distance(m_pts.upper_bound(target), m_pts.end());
+    return m_isAtEnd || (m_lastReadDts != AV_NOPTS_VALUE && m_lastReadDts > target) ||
+           later > kMaxReorder;
+}
+
+bool VideoPacketQueue::isFull() const {
+    return m_queue.size() >= kMaxQueuedPackets || m_queuedBytes > kMaxBytesInReorder ||
+           (m_queuedBytes > kMaxQueuedBytes && m_queue.size() > kMaxReorder);
+}
+
+void VideoPacketQueue::forgetBefore(qint64 pts) {
+    m_pts.erase(m_pts.begin(), m_pts.lower_bound(pts));
 }
 
 } // namespace corvane::media

@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/MediaInput.h"
 
@@ -10,66 +10,68 @@
 
 namespace corvane::media {
 
-/// The packets of one stream in file order, read ahead as far as is needed to know which pictures
-/// they hold before any is decoded. Timestamps are the stream's own. One thread at a time.
+/// The packets of one video stream in file order. Reads ahead, within limits, as far as needed to
+/// know the PTS of frames before they are decoded. Timestamps are the stream's own. Not
+/// thread-safe.
 class VideoPacketQueue {
   public:
-    /// Both are the reader's and outlive this. Other streams' packets are no longer read.
+    /// Discards the packets of all other streams. The references must outlive the queue.
     VideoPacketQueue(MediaInput &input, AVStream &stream);
 
-    AVStream &stream() const { return m_stream; }
-
-    /// To the last key frame no later than `timestamp`, as far as the container finds it.
+    /// Seeks to the last keyframe at or before `timestamp`, as precisely as the container allows.
+    /// Returns false if the container can't seek.
     bool seek(qint64 timestamp);
-    /// To the first packet.
+    /// Seeks to the first packet. Returns false if the container can't.
     bool rewind();
-    /// True since a rewind: there is nothing before what is read.
+    /// Whether the queue was read from the first packet on.
     bool isFromStart() const { return m_isFromStart; }
-    /// Whether packets were left out since the last jump to begin at a key frame.
+    /// Whether packets were dropped since the last seek.
     bool hasDropped() const { return m_hasDropped; }
 
-    /// Makes a key frame the next packet: the last one no later than `latest` of those ahead, or
-    /// else the first one. Gives its presentation time; nothing where no key frame comes up to
-    /// `latest`. Packets read from the start that don't begin with a key frame stay as they are.
-    std::optional<qint64> beginAtKeyFrame(qint64 latest);
-    /// The time of the key frame that was begun at. Pictures that are shown before it refer to what
-    /// wasn't read.
-    const std::optional<qint64> &firstKey() const { return m_firstKey; }
+    /// Drops packets so that the queue begins with a keyframe: the last one at or before `latest`
+    /// that is read ahead, else the first one. Call after a seek. Keeps the packets from the start
+    /// of a stream that doesn't begin with a keyframe.
+    void skipToKeyframe(qint64 latest);
+    /// Time of the keyframe that was skipped to; nullopt if none was found. Earlier frames refer to
+    /// packets that weren't read.
+    const std::optional<qint64> &firstKeyframe() const { return m_firstKeyframe; }
 
-    /// The next packet, or null at the end.
+    /// Removes and returns the next packet; nullptr at the end.
     PacketHandle take();
-    /// The decoding time of the last one taken.
-    qint64 lastTaken() const { return m_lastTaken; }
+    qint64 lastTakenDts() const { return m_lastTakenDts; }
 
-    /// The last presentation time no later than `target` among the pictures read, or nothing.
-    std::optional<qint64> lastPresentation(qint64 target) const;
-    /// The first one later than `time` among the pictures read.
-    std::optional<qint64> presentationAfter(qint64 time) const;
-    /// Reads ahead until no further packet can hold a picture of `target` or before. False where
-    /// that is too far ahead, or the packets don't tell.
-    bool readPast(qint64 target);
-    /// The times before this one are no longer asked for.
-    void forgetBefore(qint64 time);
+    /// PTS of the last frame at or before `target`, as far as packets are read ahead; nullopt if
+    /// none is known.
+    std::optional<qint64> lastPts(qint64 target);
+    /// Whether `pts` is certain to be that of the last frame at or before `target`.
+    bool isLastPts(qint64 pts, qint64 target);
+    /// PTS of the first frame after `pts`; nullopt if none is known.
+    std::optional<qint64> nextPts(qint64 pts);
+    /// Forgets the PTS before this one.
+    void forgetBefore(qint64 pts);
 
   private:
     bool readOne();
-    void note(const AVPacket &packet);
-    void dropBefore(size_t index);
-    std::optional<size_t> firstKeyIndex(qint64 latest);
+    void addTimestamps(const AVPacket &packet);
+    void dropFirst(size_t count);
+    std::optional<size_t> findKeyframe(qint64 latest);
+    void readAhead(qint64 target);
+    bool isReadPast(qint64 target) const;
+    bool isFull() const;
     void clear();
 
     MediaInput &m_input;
     AVStream &m_stream;
     std::deque<PacketHandle> m_queue;
     size_t m_queuedBytes = 0;
-    std::set<qint64> m_presentations; ///< of the packets read since the last jump
-    std::optional<qint64> m_firstKey;
-    qint64 m_lastDecodingTime = AV_NOPTS_VALUE;
-    qint64 m_lastTaken = AV_NOPTS_VALUE;
+    std::set<qint64> m_pts; ///< of the packets read since the last seek
+    std::optional<qint64> m_firstKeyframe;
+    qint64 m_lastReadDts = AV_NOPTS_VALUE;
+    qint64 m_lastTakenDts = AV_NOPTS_VALUE;
     bool m_isFromStart = true;
     bool m_hasDropped = false;
     bool m_isAtEnd = false;
-    bool m_isTimed = true; ///< every packet so far had a presentation time
+    bool m_hasAllPts = true; ///< every packet since the last seek had a PTS
 };
 
 } // namespace corvane::media

@@ -1,80 +1,71 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
-#include "media/FFmpegHandles.h"
-#include "media/MediaTime.h"
+#include "media/FrameSearch.h"
 
 #include <QSize>
 #include <QString>
 
-#include <optional>
-#include <stop_token>
-
 namespace corvane::media {
 
-/// One decoded picture with its place on the asset's axis. Copies share the picture's memory.
+/// A decoded frame and its position on the asset's timeline. Copies share the frame's buffers.
 struct VideoFrame {
     std::shared_ptr<const AVFrame> avFrame;
-    MediaTime time; ///< exact, in the stream's timescale; the asset's start is 0
-    MediaTime end;  ///< where the next frame begins, as far as the stream tells
+    MediaTime time; ///< exact, in the stream's timescale; the asset starts at 0
+    MediaTime end;  ///< start of the next frame; derived from the frame duration if unknown
 
-    /// Of the picture's memory.
+    /// Size of the frame's buffers.
     qsizetype byteCount() const;
 };
 
-/// The first video stream of a file, decoded in presentation order from any time on.
+/// Decodes the first video stream of a file in presentation order, from any time.
 ///
-/// One thread at a time. Opening and reading throw `MediaError`, and `Cancelled` soon after the
-/// stop token asks for it. Damaged parts are passed over; frames that a decoder could only guess
-/// (before the first key frame after a seek) are never given.
+/// Not thread-safe. The constructor and all reads throw `MediaError`, and `Cancelled` soon after
+/// the stop token is triggered; reading can continue afterwards. Damaged packets are skipped.
+/// Frames that refer to data before the keyframe of a seek are never returned.
 class VideoReader {
   public:
-    struct Options {
-        int threads = 0; ///< of the decoder; 0 for what keeps all cores busy
-        /// True where only single pictures are wanted, so that a decoder that works on several
-        /// frames at once would only add to the wait.
-        bool isSingleFrameRead = false;
-        /// What the pictures are made to fit in afterwards; empty where they stay as they are. From
-        /// much larger ones the decoder leaves out what can't be seen any more.
-        QSize reducedSize = {};
-    };
+    using Options = FrameDecoder::Options;
 
     explicit VideoReader(const QString &path, Options options, std::stop_token stop = {});
-    ~VideoReader();
     Q_DISABLE_COPY_MOVE(VideoReader)
 
-    /// The duration, the stream's facts and its display matrix in quarter turns.
-    std::optional<MediaTime> duration() const;
-    QSize storedSize() const;
-    double nominalFrameRate() const; ///< 0 where the stream tells none
-    int quarterTurns() const;        ///< clockwise, 0 to 3, that show the picture upright
+    std::optional<MediaTime> duration() const { return m_input.duration(); }
+    QSize storedSize() const;        ///< before rotation
+    double nominalFrameRate() const; ///< 0 if unknown
+    int quarterTurns() const;        ///< clockwise rotation for display, 0 to 3
 
-    /// The frame that `time` names: the last one that begins no later (see `kHalfTick`), or the
-    /// first or last one beyond the ends. With a tolerance any frame no further from `time` than
-    /// that will do, and the quickest is given. Nothing only where no frame can be decoded.
+    /// Returns the last frame that starts at or before `time` (see `kHalfTick`), or the first or
+    /// last frame if `time` is out of range. With a tolerance in seconds, returns the frame within
+    /// it that is fastest to reach. Returns nullopt only if no frame can be decoded.
     std::optional<VideoFrame> frameAt(MediaTime time, double tolerance = 0);
 
-    /// The frame after the last one given; nothing at the end. From the start where none was.
+    /// Returns the frame after the last one returned, or the first frame of the stream if there is
+    /// none. Returns nullopt at the end.
     std::optional<VideoFrame> next();
 
-    /// The last key frame before `time`, as far as the file's index tells: where decoding begins.
+    /// Last keyframe before `time` in the container's index, or nullopt if the index has none.
     std::optional<MediaTime> keyframeBefore(MediaTime time) const;
 
-    /// How many seconds of film lie between where this stands and `time`, where going on is the
-    /// shortest way there; nothing where it is to begin anew.
+    /// Seconds to decode to reach `time` from the current position, or nullopt if a seek is faster.
     std::optional<double> secondsToDecode(MediaTime time) const;
-    /// Whether beginning anew at a key frame is quick around `time`, as far as the index tells.
+    /// Whether seeks around `time` are fast: the index lists keyframes close to each other there.
     bool hasCloseKeyframes(MediaTime time) const;
-    /// `Options::isSingleFrameRead` for what is read from now on.
-    void setSingleFrameRead(bool only);
+    /// Sets `Options::isSingleFrameRead` for the following reads. The threading doesn't change.
+    void setSingleFrameRead(bool isSingle) { m_search.setSingleFrameRead(isSingle); }
 
-    /// Makes the following calls watch another token.
-    void setStop(std::stop_token stop);
+    /// Replaces the stop token.
+    void setStop(std::stop_token stop) { m_input.setStop(std::move(stop)); }
 
   private:
-    struct Stream;
-    std::unique_ptr<Stream> m_stream;
+    FrameSearch::Goal goalFor(MediaTime time, double tolerance) const;
+    std::optional<VideoFrame> toVideoFrame(const std::optional<DecodedFrame> &frame) const;
+
+    MediaInput m_input;
+    AVStream &m_stream;
+    VideoTimeline m_timeline;
+    FrameSearch m_search;
 };
 
 } // namespace corvane::media

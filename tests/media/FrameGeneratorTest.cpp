@@ -50,7 +50,7 @@ TEST(FrameGeneratorTest, TurnsScalesAndFitsWithoutEnlarging) {
     EXPECT_EQ(sizeOf(FrameGenerator(oblong, {}).imageAt({})), (QList{640, 180}));
 }
 
-TEST(FrameGeneratorTest, TakesManyTimesInOneGoEachWithinItsTolerance) {
+TEST(FrameGeneratorTest, MakesABatchOfStillsWithinTheTolerance) {
     const TestFolder folder;
     for (const int gop : {12, 300}) {
         const QString path = makeClip(folder.at(QStringLiteral("%1.mp4").arg(gop)),
@@ -76,7 +76,7 @@ TEST(FrameGeneratorTest, TakesManyTimesInOneGoEachWithinItsTolerance) {
     }
 }
 
-TEST(FrameGeneratorTest, FailsForWhatHasNoPicture) {
+TEST(FrameGeneratorTest, FailsWithoutAVideoTrack) {
     const TestFolder folder;
     const QString sound = makeClip(folder.at(QStringLiteral("a.m4a")),
                                    {.frames = 0, .audioTracks = 1, .audioSeconds = 1});

@@ -49,16 +49,16 @@ QByteArray box(const char *type, const QByteArray &content) {
     return number(quint32(content.size()) + 8) + type + content;
 }
 
-/// The header of a film of so many tracks, each with the boxes of its samples.
+/// A movie header with this many tracks, each with the same sample tables.
 QByteArray header(int tracks, const QByteArray &tables, const QByteArray &editList = {}) {
     const QByteArray description =
         number(0) + number(1) +
         box("avc1", QByteArray(24, 0) + QByteArray::fromHex("01400090") + QByteArray(50, 0));
-    const QByteArray film = number(0) + number(0) + number(0) + number(25);
-    const QByteArray media = box("mdhd", film + number(1000) + number(0)) +
+    const QByteArray times = number(0) + number(0) + number(0) + number(25);
+    const QByteArray media = box("mdhd", times + number(1000) + number(0)) +
                              box("hdlr", number(0) + "mhlrvide" + QByteArray(13, 0)) +
                              box("minf", box("stbl", box("stsd", description) + tables));
-    QByteArray movie = box("mvhd", film + number(1000) + QByteArray(80, 0));
+    QByteArray movie = box("mvhd", times + number(1000) + QByteArray(80, 0));
     for (int track = 0; track < tracks; ++track) {
         movie += box("trak", box("tkhd", QByteArray(12, 0) + number(quint32(track) + 1) +
                                              QByteArray(68, 0)) +
@@ -74,14 +74,14 @@ QByteArray tables(quint32 samples, quint32 size) {
            box("stco", number(0) + number(1) + number(4096));
 }
 
-/// The most memory that the process ever had, in bytes.
+/// Peak memory of the process in bytes.
 qint64 peakMemory() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
     return qint64(usage.ru_maxrss) * 1024;
 }
 
-/// Reads all there is of a file that may be no file at all. Failing is fine.
+/// Reads facts and frames of a damaged file, which may fail.
 void readAll(const QString &path) {
     try {
         (void)MediaAsset::read(path);
@@ -96,7 +96,7 @@ void readAll(const QString &path) {
 
 } // namespace
 
-TEST(MediaAssetTest, TellsWhatEveryKindOfFileHolds) {
+TEST(MediaAssetTest, ReadsTheTracksOfEveryKindOfFile) {
     const QString pcm = ascii("pcm_s16le");
     const Facts kinds[] = {
         {"a.mp4", {.audioTracks = 2}, "avc1", "mp4a"},
@@ -122,7 +122,7 @@ TEST(MediaAssetTest, TellsWhatEveryKindOfFileHolds) {
           .audioCodec = pcm},
          "mp2v",
          "lpcm"},
-        // Written as a camera does that may lose power.
+        // As cameras write it that survive a loss of power.
         {"fragments.mp4",
          {.arguments = {ascii("-movflags"), ascii("frag_keyframe+empty_moov")}},
          "avc1",
@@ -150,12 +150,12 @@ TEST(MediaAssetTest, TellsWhatEveryKindOfFileHolds) {
     }
 }
 
-TEST(MediaAssetTest, RefusesWhatIsNoMediaFile) {
+TEST(MediaAssetTest, RefusesFilesThatAreNotMedia) {
     const TestFolder folder;
     const QString clip = makeClip(folder.at(ascii("a.mp4")));
     const QByteArray list = "ffconcat version 1.0\nfile a.mp4\n";
     const QByteArray playlist = "#EXTM3U\n#EXT-X-TARGETDURATION:2\n#EXTINF:2,\na.mp4\n";
-    for (const QByteArray &bytes : {QByteArray(), QByteArray("no film"), list, playlist}) {
+    for (const QByteArray &bytes : {QByteArray(), QByteArray("no video"), list, playlist}) {
         EXPECT_THROW(MediaAsset::read(folder.write(ascii("b.mp4"), bytes)), MediaError);
     }
     const QString pipe = folder.at(ascii("pipe.mp4"));
@@ -177,10 +177,10 @@ TEST(MediaAssetTest, SurvivesDamageOfEveryKindOfFile) {
         makeClip(folder.at(ascii(name)), options);
         const QByteArray whole = folder.read(ascii(name));
         const QString damaged = ascii("damaged") + ascii(name).mid(1);
-        std::mt19937 random(3); // NOLINT: the same at every run
+        std::mt19937 random(3); // NOLINT: a fixed seed
         for (int round = 0; round < 30; ++round) {
             QByteArray bytes = whole;
-            // Every third is cut off; the others lose bytes, half of them where the tables are.
+            // Truncates every third; overwrites bytes in the others, half of them in the header.
             if (round % 3 == 0) {
                 bytes.truncate(qsizetype(random() % unsigned(whole.size())));
             }
@@ -195,50 +195,51 @@ TEST(MediaAssetTest, SurvivesDamageOfEveryKindOfFile) {
     }
 }
 
-TEST(MediaAssetTest, GivesNoMemoryForLies) {
+TEST(MediaAssetTest, AllocatesNoMemoryForFalseSizes) {
     const TestFolder folder;
     const QByteArray whole =
         folder.read(makeClip(folder.at(ascii("a.mp4"))).mid(folder.path().size() + 1));
-    const auto lying = [&](const char *box, int offset, const QByteArray &lie) {
+    const auto replaced = [&](const char *box, int offset, const QByteArray &field) {
         QByteArray bytes = whole;
-        bytes.replace(bytes.indexOf(box) + offset, lie.size(), lie);
+        bytes.replace(bytes.indexOf(box) + offset, field.size(), field);
         return folder.write(ascii("b.mp4"), bytes);
     };
-    // Each of a billion samples one byte long; then a picture of 65,535 by 65,535.
-    readAll(lying("stsz", 8, QByteArray::fromHex("0000000140000000")));
-    readAll(lying("stsz", 8, QByteArray::fromHex("0000000001000000")));
-    readAll(lying("avc1", 28, QByteArray::fromHex("ffffffff")));
-    readAll(lying("mvhd", 16, QByteArray::fromHex("00000001ffffffff")));
+    // A billion samples of one byte each, and a frame of 65,535 by 65,535.
+    readAll(replaced("stsz", 8, QByteArray::fromHex("0000000140000000")));
+    readAll(replaced("stsz", 8, QByteArray::fromHex("0000000001000000")));
+    readAll(replaced("avc1", 28, QByteArray::fromHex("ffffffff")));
+    readAll(replaced("mvhd", 16, QByteArray::fromHex("00000001ffffffff")));
 }
 
-TEST(MediaAssetTest, BelievesNoHeaderThatClaimsMoreThanTheFileHolds) {
+TEST(MediaAssetTest, RefusesAHeaderThatClaimsMoreThanTheFileHolds) {
     const TestFolder folder;
-    constexpr quint32 kLie = 20'000'000;
+    constexpr quint32 kFalseCount = 20'000'000;
     QByteArray manyEdits = number(0) + number(5000);
     for (int edit = 0; edit < 5000; ++edit) {
         manyEdits += number(1000) + number(0) + number(0x10000);
     }
-    const QByteArray fragment = box("moof", box("traf", box("tfhd", number(0) + number(1)) +
-                                                            box("trun", number(0) + number(kLie))));
-    const QByteArray encrypted = tables(10, 1) + box("senc", number(0) + number(kLie));
-    const QByteArray film = header(8, tables(kLie, 1)).mid(20);
+    const QByteArray fragment =
+        box("moof", box("traf", box("tfhd", number(0) + number(1)) +
+                                    box("trun", number(0) + number(kFalseCount))));
+    const QByteArray encrypted = tables(10, 1) + box("senc", number(0) + number(kFalseCount));
+    const QByteArray movie = header(8, tables(kFalseCount, 1)).mid(20);
     const QByteArray compressed =
-        box("moov", box("cmov", box("dcom", "zlib") + box("cmvd", qCompress(film))));
-    const QByteArray lies[] = {
-        header(8, tables(kLie, 1)),
-        header(8, tables(kLie, 0)),
+        box("moov", box("cmov", box("dcom", "zlib") + box("cmvd", qCompress(movie))));
+    const QByteArray headers[] = {
+        header(8, tables(kFalseCount, 1)),
+        header(8, tables(kFalseCount, 0)),
         header(1, tables(20'000, 1), box("edts", box("elst", manyEdits))),
         header(8, tables(10, 1)) + fragment.repeated(40),
         header(8, encrypted),
         box("ftyp", "isom" + number(0) + "isom") + compressed,
-        box("free", film.mid(8)) + box("mdat", number(0)),
+        box("free", movie.mid(8)) + box("mdat", number(0)),
     };
     const qint64 before = peakMemory();
-    for (const QByteArray &lie : lies) {
-        SCOPED_TRACE(&lie - lies);
+    for (const QByteArray &bytes : headers) {
+        SCOPED_TRACE(&bytes - headers);
         try {
-            (void)MediaAsset::read(folder.write(ascii("b.mp4"), lie));
-            ADD_FAILURE() << "was believed";
+            (void)MediaAsset::read(folder.write(ascii("b.mp4"), bytes));
+            ADD_FAILURE() << "was accepted";
         } catch (const MediaError &error) {
             EXPECT_EQ(error.description(), ascii("Its header claims more than the file can hold."));
         }
@@ -248,11 +249,11 @@ TEST(MediaAssetTest, BelievesNoHeaderThatClaimsMoreThanTheFileHolds) {
                  MediaError);
 }
 
-TEST(MediaAssetTest, LeavesOutWhatCannotBe) {
+TEST(MediaAssetTest, LeavesOutImplausibleRates) {
     const TestFolder folder;
     QByteArray bytes =
         folder.read(makeClip(folder.at(ascii("a.mp4"))).mid(folder.path().size() + 1));
-    // Every frame is a 12,800th of a second long, and so is the whole.
+    // Every frame lasts 1/12,800 s, and the clip no longer than all of them.
     const qsizetype lengths = bytes.indexOf("stts") + 16;
     const quint32 frames = 50;
     ASSERT_EQ(bytes.mid(lengths - 4, 4), number(frames));
@@ -267,10 +268,10 @@ TEST(MediaAssetTest, LeavesOutWhatCannotBe) {
               double(bytes.size()) * 8 / asset.duration->seconds());
 }
 
-TEST(MediaAssetTest, OpensALongFilmWithTablesOfItsOwnSize) {
+TEST(MediaAssetTest, OpensALongClipWithLargeTables) {
     const TestFolder folder;
     const QString path = folder.write(ascii("long.mp4"), header(2, tables(500'000, 100)));
-    ASSERT_TRUE(QFile::resize(path, qint64(150) << 20)); // nothing of it is stored
+    ASSERT_TRUE(QFile::resize(path, qint64(150) << 20)); // sparse
     const MediaAsset asset = MediaAsset::read(path);
     ASSERT_EQ(asset.videoTracks.size(), 2);
     EXPECT_EQ(asset.videoTracks.first().naturalSize, QSizeF(320, 144));

@@ -19,7 +19,7 @@ class PassthroughSessionTest : public SessionTest {
     static QString words(const char *text) { return QString::fromLatin1(text); }
 };
 
-/// While it lives, no file of the process grows beyond so many bytes.
+/// Limits the size of the files that the process writes, during its lifetime.
 class FileSizeLimit {
   public:
     explicit FileSizeLimit(rlim_t bytes) {
@@ -41,7 +41,7 @@ class FileSizeLimit {
 
 } // namespace
 
-TEST_F(PassthroughSessionTest, ShowsTheCutFromItsFirstFrameAndLacksNone) {
+TEST_F(PassthroughSessionTest, ShowsEveryFrameOfTheCutFromTheFirstOn) {
     const std::tuple<const char *, ClipOptions> sources[] = {
         {"plain.mp4", {.frames = 80}},
         {"b.mov", {.frames = 80, .gop = 300, .bFrames = 3, .audioTracks = 2}},
@@ -60,7 +60,7 @@ TEST_F(PassthroughSessionTest, ShowsTheCutFromItsFirstFrameAndLacksNone) {
         EXPECT_EQ(exported(clip(name, options), kPassthrough, frameRange(31, 52)), "") << name;
         const QList<int> shown = shownFrames();
         EXPECT_EQ(shown.mid(0, 21), numbers(31, 21)) << name;
-        // At the end those stay that others need to be decoded.
+        // Frames after the cut stay if others refer to them.
         EXPECT_LE(shown.size(), 21 + options.bFrames) << name;
         const double lead =
             std::abs(QByteArray::fromStdString(probed("v:0", "stream=start_time")).toDouble());
@@ -74,7 +74,7 @@ TEST_F(PassthroughSessionTest, ShowsTheCutFromItsFirstFrameAndLacksNone) {
     }
 }
 
-TEST_F(PassthroughSessionTest, ShowsTheLastFrameInARangeThatBeginsWhileItStands) {
+TEST_F(PassthroughSessionTest, ShowsTheLastFrameInARangeThatBeginsDuringIt) {
     const auto range = media::MediaTimeRange::fromSeconds(1.97, 1.99);
     for (const char *name : {"a.mp4", "b.mkv"}) {
         const QString source = clip(name, {.gop = 20, .bFrames = 2, .audioTracks = 1});
@@ -87,7 +87,7 @@ TEST_F(PassthroughSessionTest, ShowsTheLastFrameInARangeThatBeginsWhileItStands)
     }
 }
 
-TEST_F(PassthroughSessionTest, GoesOnWhereTimestampsBeginAgain) {
+TEST_F(PassthroughSessionTest, ContinuesWhenTimestampsRestart) {
     clip("a.ts", {.frames = 60, .bFrames = 2, .audioTracks = 1});
     const QByteArray once = folder.read(words("a.ts"));
     const QString twice = folder.write(words("b.ts"), once + once);
@@ -102,7 +102,7 @@ TEST_F(PassthroughSessionTest, GoesOnWhereTimestampsBeginAgain) {
     }
 }
 
-TEST_F(PassthroughSessionTest, CopiesTheWholeOfAnOutputOfItsOwn) {
+TEST_F(PassthroughSessionTest, CopiesItsOwnOutput) {
     const QString source = clip("b.mov", {.frames = 60, .gop = 60, .bFrames = 2, .audioTracks = 1});
     EXPECT_EQ(exported(source, kPassthrough, frameRange(25, 50)), "");
     const QString cut = folder.write(words("cut.mp4"), folder.read(words("out.mp4")));
@@ -110,10 +110,10 @@ TEST_F(PassthroughSessionTest, CopiesTheWholeOfAnOutputOfItsOwn) {
     EXPECT_EQ(exported(cut, kPassthrough), "");
     EXPECT_EQ(shownFrames(), shown);
     EXPECT_EQ(exported(cut, ExportPreset::highestQuality, frameRange(5, 10)), "");
-    EXPECT_EQ(shownFrames(), numbers(30, 5)) << "its 0 is the cut's, not the hidden key frame's";
+    EXPECT_EQ(shownFrames(), numbers(30, 5)) << "time 0 is the cut's, not the hidden keyframe's";
 }
 
-TEST_F(PassthroughSessionTest, KeepsThePictureTurnedAsItIs) {
+TEST_F(PassthroughSessionTest, KeepsTheRotation) {
     const QString source = clip("turned.mov", {.frames = 10, .bFrames = 1, .rotation = 270});
     const std::string turned = probedFile(source, "v:0", "stream_side_data=rotation");
     EXPECT_EQ(exported(source, kPassthrough, frameRange(3, 6)), "");
@@ -121,7 +121,7 @@ TEST_F(PassthroughSessionTest, KeepsThePictureTurnedAsItIs) {
     EXPECT_NE(turned, "");
 }
 
-TEST_F(PassthroughSessionTest, RefusesWhatNoMpeg4FileHoldsBeforeAnythingIsWritten) {
+TEST_F(PassthroughSessionTest, RefusesCodecsThatMpeg4DoesNotSupportBeforeWriting) {
     const std::tuple<const char *, ClipOptions> sources[] = {
         {"prores.mov",
          {.codec = words("prores_ks"), .frames = 2, .pixelFormat = words("yuv422p10le")}},
@@ -146,7 +146,7 @@ TEST_F(PassthroughSessionTest, RefusesWhatNoMpeg4FileHoldsBeforeAnythingIsWritte
               "The source doesn't tell when its frames are shown.");
 }
 
-TEST_F(PassthroughSessionTest, KeepsWhenWhereAndWithWhatItWasShotAndCountsTheTimecodeOn) {
+TEST_F(PassthroughSessionTest, KeepsTheCameraMetadataAndAdvancesTheTimecode) {
     const char *facts =
         "-metadata creation_time=2024-05-01T09:30:00Z -movflags use_metadata_tags "
         "-metadata com.apple.quicktime.make=Maker -metadata com.apple.quicktime.model=M-1 "
@@ -173,7 +173,7 @@ TEST_F(PassthroughSessionTest, KeepsWhenWhereAndWithWhatItWasShotAndCountsTheTim
     }
 }
 
-TEST_F(PassthroughSessionTest, TellsOfAFullDisk) {
+TEST_F(PassthroughSessionTest, ReportsAFullDisk) {
     const QString source = clip(
         "big.mp4", {.size = {640, 360}, .frames = 50, .arguments = {words("-qp"), words("1")}});
     for (const ExportPreset preset : {kPassthrough, ExportPreset::highestQuality}) {

@@ -11,8 +11,8 @@
 
 namespace corvane::test {
 
-/// Runs export sessions on clips of its own folder and looks at what they made as a player and as
-/// `ffprobe` see it.
+/// Runs export sessions on clips in a temporary folder and examines the output with `ffmpeg` and
+/// `ffprobe`.
 class SessionTest : public testing::Test {
   protected:
     static QByteArray ran(const char *program, const QString &arguments) {
@@ -26,8 +26,8 @@ class SessionTest : public testing::Test {
         return makeClip(folder.at(QLatin1String(name)), options);
     }
 
-    /// Exports into "out.mp4"; the failure's text, "none" where there is no session, "" where it
-    /// was made. The range is in 1/600 s.
+    /// Exports to "out.mp4". Returns the failure's text, "none" if there is no session, or "" on
+    /// success.
     std::string exported(const QString &source, media::ExportPreset preset,
                          std::optional<media::MediaTimeRange> range = {}) {
         try {
@@ -44,18 +44,18 @@ class SessionTest : public testing::Test {
         return {};
     }
 
-    /// The numbers of the frames that a player shows, in its order.
+    /// The numbers drawn into the frames that a player shows, in presentation order.
     QList<int> shownFrames(QSize size = {320, 180}) const {
-        const QByteArray pictures =
+        const QByteArray frames =
             ran("ffmpeg",
                 QStringLiteral("-v error -noautorotate -i %1 -map 0:v:0 -fps_mode passthrough "
                                "-f rawvideo -pix_fmt gray -")
                     .arg(output));
         QList<int> numbers;
         const qsizetype bytes = qsizetype(size.width()) * size.height();
-        for (qsizetype at = 0; at + bytes <= pictures.size(); at += bytes) {
+        for (qsizetype at = 0; at + bytes <= frames.size(); at += bytes) {
             const auto brightness = [&](int x, int y) {
-                return uchar(pictures.at(at + qsizetype(y) * size.width() + x)) / 255.0;
+                return uchar(frames.at(at + qsizetype(y) * size.width() + x)) / 255.0;
             };
             numbers.append(frameNumber(size, 0, brightness).value_or(-1));
         }
@@ -67,7 +67,7 @@ class SessionTest : public testing::Test {
         return list;
     }
 
-    /// Of the output, without keys, its lines joined by blanks.
+    /// Entries of the output as values only, the lines joined by spaces.
     std::string probed(const char *streams, const char *entries) const {
         return probedFile(output, streams, entries);
     }
@@ -84,7 +84,7 @@ class SessionTest : public testing::Test {
     std::stop_source stop;
 };
 
-/// The range of whole frames, `first` to the one before `end`, of so many a second.
+/// The range of the frames from `first` up to but not including `end`.
 inline media::MediaTimeRange frameRange(int first, int end, double rate = 25) {
     return media::MediaTimeRange::fromSeconds(first / rate, end / rate);
 }

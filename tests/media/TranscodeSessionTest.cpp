@@ -23,13 +23,13 @@ QString words(const char *text) {
 
 class TranscodeSessionTest : public SessionTest {
   protected:
-    /// A click of one millisecond at the time, which `arguments` adds to a source.
+    /// Arguments for an audio source with a click of one millisecond.
     QStringList clickAt(double seconds) const {
         return words("-f lavfi -i aevalsrc=exprs='gte(t\\,%1)*lt(t\\,%1+0.001)*0.8':s=48000:d=4")
             .arg(seconds)
             .split(QLatin1Char(' '));
     }
-    /// Where the output's sound first gets loud, in samples of 48 kHz.
+    /// The first loud sample of the output's audio at 48 kHz; -1 if there is none.
     qsizetype clickSample() const {
         const QByteArray sound = ran(
             "ffmpeg", words("-v error -i %1 -map 0:a:0 -f s16le -ar 48000 -ac 1 -").arg(output));
@@ -45,7 +45,7 @@ class TranscodeSessionTest : public SessionTest {
 
 } // namespace
 
-TEST_F(TranscodeSessionTest, CutsExactlyToTheFrameWhateverTheSourceIs) {
+TEST_F(TranscodeSessionTest, CutsEveryKindOfSourceFrameAccurately) {
     const std::tuple<const char *, ClipOptions> sources[] = {
         {"plain.mp4", {.frames = 80}},
         {"b.mov", {.frames = 80, .gop = 300, .bFrames = 3, .audioTracks = 1}},
@@ -74,8 +74,8 @@ TEST_F(TranscodeSessionTest, CutsExactlyToTheFrameWhateverTheSourceIs) {
     }
 }
 
-TEST_F(TranscodeSessionTest, KeepsTheTimesOfAVaryingFrameRate) {
-    // Pairs 20 ms apart, 100 ms from pair to pair; then one frame stands for two seconds.
+TEST_F(TranscodeSessionTest, KeepsTheTimestampsOfAVariableFrameRate) {
+    // Pairs 20 ms apart, 100 ms from pair to pair; then one frame of two seconds.
     const QString source =
         clip("vfr.mkv", {.frames = 30,
                          .gop = 300,
@@ -85,7 +85,7 @@ TEST_F(TranscodeSessionTest, KeepsTheTimesOfAVaryingFrameRate) {
     EXPECT_EQ(shownFrames(), numbers(4, 10));
     const std::string times = probed("v:0", "frame=pts_time");
     EXPECT_THAT(times, testing::StartsWith("0.000000, 0.020000 0.100000 0.120000 0.200000"));
-    // From the middle of the long frame: it is what the in point shows.
+    // In point in the middle of the long frame.
     EXPECT_EQ(exported(source, kAccurate, media::MediaTimeRange{{1200}, {1860}}), "");
     EXPECT_EQ(shownFrames(), numbers(19, 3));
     EXPECT_THAT(probed("v:0", "frame=pts_time"), HasSubstr("1.000000 1.020000"));
@@ -94,7 +94,7 @@ TEST_F(TranscodeSessionTest, KeepsTheTimesOfAVaryingFrameRate) {
     EXPECT_EQ(probed("v:0", "stream=duration"), "0.500000") << "no longer than the range";
 }
 
-TEST_F(TranscodeSessionTest, CutsTheSoundAtTheSameSample) {
+TEST_F(TranscodeSessionTest, CutsTheAudioSampleAccurately) {
     const QString source = folder.at(words("click.mov"));
     for (const char *codec : {"pcm_s16le", "aac"}) {
         clip("video.mp4", {.frames = 100, .gop = 50, .bFrames = 2});
@@ -110,7 +110,7 @@ TEST_F(TranscodeSessionTest, CutsTheSoundAtTheSameSample) {
     }
 }
 
-TEST_F(TranscodeSessionTest, MakesHDCopiesThatFitAndAreNeverEnlarged) {
+TEST_F(TranscodeSessionTest, ScalesDownToHDButNeverUp) {
     const std::tuple<ClipOptions, const char *, const char *> table[] = {
         {{.size = {3840, 2160}, .frames = 2}, "1920,1080,N/A", "3840,2160,N/A"},
         {{.size = {1080, 1920}, .frames = 2}, "608,1080,N/A", "1080,1920,N/A"},
@@ -143,7 +143,7 @@ TEST_F(TranscodeSessionTest, MakesHDCopiesThatFitAndAreNeverEnlarged) {
     }
 }
 
-TEST_F(TranscodeSessionTest, KeepsColoursFieldsAndPixelsThatEveryPlayerShows) {
+TEST_F(TranscodeSessionTest, WritesColoursFieldsAndPixelsThatEveryPlayerSupports) {
     const auto colours = [](const char *name) {
         return words("-color_primaries %1 -color_trc %2 -colorspace %3 -color_range tv")
             .arg(words("bt2020"), words(name), words("bt2020nc"))
@@ -181,7 +181,7 @@ TEST_F(TranscodeSessionTest, KeepsColoursFieldsAndPixelsThatEveryPlayerShows) {
     }
 }
 
-TEST_F(TranscodeSessionTest, MapsHighDynamicRangeAsStillsDo) {
+TEST_F(TranscodeSessionTest, ToneMapsHighDynamicRangeLikeStills) {
     for (const char *transfer : {"smpte2084", "arib-std-b67"}) {
         const QString source = folder.at(words("source.mp4"));
         runFFmpeg(words("-y -f lavfi -i testsrc2=size=320x180:rate=25 -frames:v 2 -pix_fmt "
@@ -206,7 +206,7 @@ TEST_F(TranscodeSessionTest, MapsHighDynamicRangeAsStillsDo) {
     }
 }
 
-TEST_F(TranscodeSessionTest, KeepsEverySoundTrackWithItsChannels) {
+TEST_F(TranscodeSessionTest, KeepsAllAudioTracksAndChannels) {
     const QString source =
         clip("three.mkv", {.frames = 50, .audioTracks = 2, .audioCodec = words("flac")});
     const QString all = folder.at(words("all.mkv"));
@@ -221,13 +221,13 @@ TEST_F(TranscodeSessionTest, KeepsEverySoundTrackWithItsChannels) {
     const QString soundOnly = clip("sound.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 3});
     EXPECT_EQ(exported(soundOnly, kHD, media::MediaTimeRange{{600}, {1500}}), "");
     EXPECT_EQ(probed("a:0", "stream=duration"), "1.500000");
-    const QString fine = folder.at(words("fine.wav")); // of a rate that AAC doesn't have
+    const QString fine = folder.at(words("fine.wav")); // at a rate that AAC doesn't support
     runFFmpeg({words("-f"), words("lavfi"), words("-i"), words("sine=r=192000:d=2"), fine});
     EXPECT_EQ(exported(fine, kAccurate), "");
     EXPECT_EQ(probed("a:0", "stream=sample_rate,duration"), "96000,2.000000");
 }
 
-TEST_F(TranscodeSessionTest, LeavesTheRestOfTheWorkWhenStopped) {
+TEST_F(TranscodeSessionTest, EndsEarlyWhenStopped) {
     const QString source = clip("long.mp4", {.size = {1280, 720}, .frames = 300});
     const auto session = media::ffmpegExportSessions().create(source, kAccurate);
     folder.write(words("out.mp4"), {});
@@ -241,7 +241,7 @@ TEST_F(TranscodeSessionTest, LeavesTheRestOfTheWorkWhenStopped) {
     EXPECT_LT(session->progress(), 1);
 }
 
-TEST_F(TranscodeSessionTest, TellsWhatIsWrongWithASource) {
+TEST_F(TranscodeSessionTest, ExportsWhatDamagedSourcesContain) {
     const QString good =
         clip("good.mts", {.frames = 60, .audioTracks = 1, .audioCodec = words("ac3")});
     const QByteArray bytes = folder.read(words("good.mts"));
@@ -259,7 +259,7 @@ TEST_F(TranscodeSessionTest, TellsWhatIsWrongWithASource) {
                           .audioTracks = 1,
                           .arguments = {words("-bsf:a"), words("setts=ts='TS+gt(N,20)*1e12'")}});
     EXPECT_EQ(exported(torn, kAccurate), "");
-    EXPECT_EQ(probed("v:0", "stream=nb_frames"), "50") << "sound that claims to be years later";
+    EXPECT_EQ(probed("v:0", "stream=nb_frames"), "50") << "audio timestamps that are years later";
 
     for (const QByteArray &broken :
          {QByteArray(), noise(50'000), QByteArray("#EXTM3U\n/etc/passwd\n")}) {

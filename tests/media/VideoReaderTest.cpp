@@ -24,13 +24,13 @@ QString text(const char *ascii) {
     return QString::fromLatin1(ascii);
 }
 
-/// Which frame a reader gives: its number, or -1 for none and -2 for one that can't be read.
+/// The number drawn into a frame; -1 for nullopt, -2 if it is illegible.
 int numberOf(const std::optional<VideoFrame> &frame) {
     return frame ? frameNumber(*frame->avFrame).value_or(-2) : -1;
 }
 
-/// Seeks to many times in random order, each followed by a few steps, in a clip that shows the
-/// frames `first` to `last`, each at the time that `timeOf` gives.
+/// Seeks to random times and steps on a few frames from each, in a clip of the frames `first` to
+/// `last` whose start times `timeOf` returns.
 void expectExact(VideoReader &reader, int first, int last,
                  const std::function<double(int)> &timeOf) {
     std::mt19937 random(7); // NOLINT: the same at every run
@@ -53,33 +53,32 @@ void expectExact(VideoReader &reader, int first, int last,
     }
 }
 
-/// The packets told to hold what no other picture refers to, and the pictures that a decoder leaves
-/// out where it is to skip those.
-std::pair<int, int> unreferencedOf(const QString &path) {
+/// The number of packets detected as non-reference, and the number of frames that a decoder leaves
+/// out when it skips non-reference frames.
+std::pair<int, int> nonReferenceFrames(const QString &path) {
     MediaInput input(path, MediaInput::Depth::Timestamps);
     const AVStream &stream = *input.firstVideoStream();
-    const NonReferenceDetector unreferenced(*stream.codecpar);
+    const NonReferenceDetector detector(*stream.codecpar);
     FrameDecoder decoder(stream, {.threads = 1});
-    int told = 0;
-    int left = 0;
+    int detected = 0;
+    int skipped = 0;
     const auto receive = [&] {
         while (decoder.receive()) {
-            --left;
+            --skipped;
         }
     };
     const PacketHandle packet = makePacket();
     while (input.read(*packet)) {
         if (packet->stream_index == stream.index) {
-            told += unreferenced.contains(*packet) ? 1 : 0;
-            ++left;
+            detected += detector.isNonReference(*packet) ? 1 : 0;
+            ++skipped;
             decoder.send(packet.get(), true);
             receive();
         }
-        av_packet_unref(packet.get());
     }
     decoder.send(nullptr);
     receive();
-    return {told, left};
+    return {detected, skipped};
 }
 
 struct Kind {
@@ -89,7 +88,7 @@ struct Kind {
 
 } // namespace
 
-TEST(VideoReaderTest, GivesTheFrameThatATimeNamesInEveryKindOfFile) {
+TEST(VideoReaderTest, FindsTheFrameAtATimeInEveryKindOfFile) {
     const auto list = [](const char *words) { return text(words).split(QLatin1Char(' ')); };
     const Kind kinds[] = {
         {"h264.mp4", {.bFrames = 2, .audioTracks = 1}},
@@ -143,7 +142,7 @@ TEST(VideoReaderTest, GivesTheFrameThatATimeNamesInEveryKindOfFile) {
         const double rate = kind.options.rate == text("25") ? 25 : 30000 / 1001.0;
         EXPECT_NEAR(reader.nominalFrameRate(), rate, 1e-6);
         EXPECT_EQ(reader.storedSize(), kind.options.size);
-        // A stream's sound can begin a little before its pictures.
+        // Audio can start slightly before the video.
         const double delay = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
         EXPECT_LT(delay, 0.05);
         expectExact(reader, 0, kind.options.frames - 1,
@@ -151,7 +150,7 @@ TEST(VideoReaderTest, GivesTheFrameThatATimeNamesInEveryKindOfFile) {
     }
 }
 
-TEST(VideoReaderTest, KnowsWhichPicturesNobodyRefersTo) {
+TEST(VideoReaderTest, DetectsNonReferenceFrames) {
     const TestFolder folder;
     const Kind kinds[] = {
         {"plain.mp4", {.bFrames = 2}},
@@ -161,14 +160,14 @@ TEST(VideoReaderTest, KnowsWhichPicturesNobodyRefersTo) {
         {"none.mp4", {}},
     };
     for (const Kind &kind : kinds) {
-        const auto [told, left] =
-            unreferencedOf(makeClip(folder.at(text(kind.name)), kind.options));
-        EXPECT_EQ(told, left) << kind.name;
-        EXPECT_EQ(told > 10, kind.options.bFrames > 0) << kind.name;
+        const auto [detected, skipped] =
+            nonReferenceFrames(makeClip(folder.at(text(kind.name)), kind.options));
+        EXPECT_EQ(detected, skipped) << kind.name;
+        EXPECT_EQ(detected > 10, kind.options.bFrames > 0) << kind.name;
     }
 }
 
-TEST(VideoReaderTest, KeepsTheTimesOfUnevenDelayedAndEditedClips) {
+TEST(VideoReaderTest, KeepsTheTimestampsOfUnevenDelayedAndEditedClips) {
     const TestFolder folder;
     const auto uneven = [](int number) { return (number * 40 + number % 3 * 10) / 1000.0; };
     for (const char *name : {"uneven.mp4", "uneven.mkv"}) {
@@ -188,7 +187,7 @@ TEST(VideoReaderTest, KeepsTheTimesOfUnevenDelayedAndEditedClips) {
         EXPECT_NEAR(begin, 0.5, 0.03);
         expectExact(reader, 0, 49, [&](int number) { return begin + number / 25.0; });
     }
-    // What comes before the in point is only there to be decoded.
+    // The frames before the in point are hidden by an edit list.
     const QString whole = makeClip(folder.at(text("whole.mp4")), {.gop = 50, .bFrames = 2});
     const QString cut = folder.at(text("cut.mp4"));
     runFFmpeg({text("-ss"), text("0.48"), text("-i"), whole, text("-c"), text("copy"), cut});
@@ -196,7 +195,7 @@ TEST(VideoReaderTest, KeepsTheTimesOfUnevenDelayedAndEditedClips) {
     expectExact(reader, 12, 49, [](int number) { return (number - 12) / 25.0; });
 }
 
-TEST(VideoReaderTest, GivesTheFirstAndTheLastFrameBeyondTheEnds) {
+TEST(VideoReaderTest, ReturnsTheFirstOrLastFrameForTimesOutOfRange) {
     const TestFolder folder;
     for (const int frames : {1, 30}) {
         for (const char *name : {"a.mp4", "a.ts", "a.mkv"}) {
@@ -212,7 +211,7 @@ TEST(VideoReaderTest, GivesTheFirstAndTheLastFrameBeyondTheEnds) {
     }
 }
 
-TEST(VideoReaderTest, GivesNoGuessedFrameOfAStreamThatBeginsAnywhere) {
+TEST(VideoReaderTest, ReturnsNoIncompleteFrameOfAStreamThatBeginsInTheMiddleOfAGop) {
     const TestFolder folder;
     const QString whole =
         makeClip(folder.at(text("whole.ts")), {.frames = 100, .bFrames = 3, .openGop = true});
@@ -234,10 +233,10 @@ TEST(VideoReaderTest, GivesNoGuessedFrameOfAStreamThatBeginsAnywhere) {
     EXPECT_EQ(numberOf(frames.last()), 99);
 }
 
-TEST(VideoReaderTest, GivesANeighbourInPlaceOfADamagedPicture) {
+TEST(VideoReaderTest, ReturnsAnAdjacentFrameInsteadOfADamagedOne) {
     const TestFolder folder;
     makeClip(folder.at(text("whole.mp4")), {.gop = 5});
-    // The packet of the first picture is the first of the data.
+    // The media data begins with the packet of the first frame.
     QByteArray bytes = folder.read(text("whole.mp4"));
     const qsizetype data = bytes.indexOf("mdat");
     ASSERT_GT(data, 0);
@@ -256,13 +255,13 @@ TEST(VideoReaderTest, GivesANeighbourInPlaceOfADamagedPicture) {
     }
 }
 
-TEST(VideoReaderTest, GivesTheLastWholePictureBeforeADamagedEnd) {
+TEST(VideoReaderTest, ReturnsTheLastUndamagedFrameBeforeADamagedEnd) {
     const TestFolder folder;
     makeClip(folder.at(text("whole.mp4")), {.frames = 30, .gop = 10});
     QByteArray bytes = folder.read(text("whole.mp4"));
     const qsizetype end = bytes.lastIndexOf("moov") - 4;
-    // The last key frame's slice, told by its length, is left its header, so it still counts as
-    // one.
+    // Overwrites the last keyframe's slice, found by its length, after the slice header, so that it
+    // still counts as a keyframe.
     qsizetype slice = end;
     do {
         slice = bytes.lastIndexOf(QByteArray::fromHex("6588"), slice - 1);
@@ -277,7 +276,7 @@ TEST(VideoReaderTest, GivesTheLastWholePictureBeforeADamagedEnd) {
     EXPECT_EQ(numberOf(reader.frameAt({5, 25})), 5);
 }
 
-TEST(VideoReaderTest, StopsWhenAsked) {
+TEST(VideoReaderTest, StopsWhenTheStopTokenIsTriggered) {
     const TestFolder folder;
     const QString path = makeClip(folder.at(text("a.mp4")));
     std::stop_source stop;

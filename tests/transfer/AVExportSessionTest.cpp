@@ -46,6 +46,14 @@ class AVExportSessionTest : public ExportTest {
     QList<double> told;
 };
 
+/// The factory of a build without a media framework.
+struct NoExportSessions : media::ExportSessionFactory {
+    bool canCreateSessions() const override { return false; }
+    std::unique_ptr<media::ExportSession> create(const QString &, media::ExportPreset) override {
+        return nullptr;
+    }
+};
+
 } // namespace
 
 TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationWhenComplete) {
@@ -147,7 +155,7 @@ TEST_F(AVExportSessionTest, RefusesADestinationThatIsNoFile) {
 }
 
 TEST_F(AVExportSessionTest, WithoutAFrameworkRefusesBeforeAnythingIsRead) {
-    media::NoExportSessions none;
+    NoExportSessions none;
     files.failAt(0, 0);
     EXPECT_EQ(transcode(none), text("AVAssetExportSession could not be created for clip"));
     EXPECT_EQ(files.calls(), 0);
