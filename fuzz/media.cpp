@@ -1,4 +1,4 @@
-// Any bytes as a media file: facts and frames are read without a fault, or refused.
+// Reads arbitrary bytes as a media file: its facts and some frames.
 
 #include "media/MediaAsset.h"
 #include "media/MediaError.h"

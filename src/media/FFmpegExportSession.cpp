@@ -1,7 +1,7 @@
 #include "media/FFmpegExportSession.h"
 
 #include "media/SourceMetadata.h"
-#include "media/TimecodeStart.h"
+#include "media/StreamCopier.h"
 
 #include <algorithm>
 
@@ -38,9 +38,19 @@ void FFmpegExportSession::run(const QString &path, std::optional<MediaTimeRange>
     m_progress = 1;
 }
 
+void FFmpegExportSession::addCopies(AVMediaType type, const ExportCut &cut, OutputFile &output,
+                                    std::vector<Route> &routes) const {
+    for (const int index : m_source->streamsOf(type)) {
+        if (StreamCopier::isPossible(m_source->stream(index))) {
+            routes.push_back(
+                {index, std::make_unique<StreamCopier>(*m_source, index, cut, output)});
+        }
+    }
+}
+
 void FFmpegExportSession::copyMetadata(const ExportCut &cut, OutputFile &output) const {
     sourceMetadata::copyFile(m_source->context(), output.context());
-    const auto timecode = timecodeAt(*m_source, cut.origin);
+    const auto timecode = sourceMetadata::timecodeAt(*m_source, cut.origin);
     const auto streams = allStreams(output.context());
     const auto video = std::ranges::find_if(streams, [](auto *stream) { return isVideo(*stream); });
     if (timecode && video != streams.end()) {

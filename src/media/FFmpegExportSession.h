@@ -30,6 +30,10 @@ class FFmpegExportSession : public ExportSession {
     /// Several routes can share a source stream.
     virtual std::vector<Route> makeRoutes(const ExportCut &cut, OutputFile &output) const = 0;
 
+    /// Adds routes that copy the streams of a type which MPEG-4 files support.
+    void addCopies(AVMediaType type, const ExportCut &cut, OutputFile &output,
+                   std::vector<Route> &routes) const;
+
   private:
     void copyMetadata(const ExportCut &cut, OutputFile &output) const;
     void transfer(const ExportCut &cut, const std::vector<Route> &routes);

@@ -38,18 +38,6 @@ void setEntry(AVDictionary *&dictionary, const char *key, const char *value, int
     check(av_dict_set(&dictionary, key, value, flags), "Cannot set an option");
 }
 
-std::span<AVStream *const> allStreams(const AVFormatContext &context) {
-    return {context.streams, context.nb_streams};
-}
-
-int64_t timestampOf(const AVPacket &packet) {
-    return packet.pts == AV_NOPTS_VALUE ? packet.dts : packet.pts;
-}
-
-bool isKeyframe(const AVPacket &packet) {
-    return (packet.flags & AV_PKT_FLAG_KEY) != 0;
-}
-
 void silenceFFmpeg() {
     static std::once_flag once;
     std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });

@@ -55,11 +55,18 @@ struct Dictionary {
 /// Sets a dictionary entry; throws `MediaError`. Flags are those of `av_dict_set`.
 void setEntry(AVDictionary *&dictionary, const char *key, const char *value, int flags = 0);
 
-std::span<AVStream *const> allStreams(const AVFormatContext &context);
+inline std::span<AVStream *const> allStreams(const AVFormatContext &context) {
+    return {context.streams, context.nb_streams};
+}
 
 /// PTS, or DTS if the packet has no PTS.
-int64_t timestampOf(const AVPacket &packet);
-bool isKeyframe(const AVPacket &packet);
+inline int64_t timestampOf(const AVPacket &packet) {
+    return packet.pts == AV_NOPTS_VALUE ? packet.dts : packet.pts;
+}
+
+inline bool isKeyframe(const AVPacket &packet) {
+    return (packet.flags & AV_PKT_FLAG_KEY) != 0;
+}
 
 /// Keeps FFmpeg's messages off standard error. Call before opening a file; cheap. Thread-safe.
 void silenceFFmpeg();

@@ -11,35 +11,28 @@ namespace corvane::media {
 
 namespace {
 
-consteval quint32 code(const char (&characters)[5]) {
-    quint32 value = 0;
-    for (int index = 0; index < 4; ++index) {
-        value = value << 8 | quint32(characters[index]);
-    }
-    return value;
-}
-
 /// Codecs for which FFmpeg's tables list several codes or begin with a rare one.
 constexpr auto kCommonCodes = std::to_array<std::pair<AVCodecID, quint32>>({
-    {AV_CODEC_ID_H264, code("avc1")},
-    {AV_CODEC_ID_HEVC, code("hvc1")},
-    {AV_CODEC_ID_MPEG1VIDEO, code("mp1v")},
-    {AV_CODEC_ID_MPEG2VIDEO, code("mp2v")},
-    {AV_CODEC_ID_MPEG4, code("mp4v")},
-    {AV_CODEC_ID_MJPEG, code("jpeg")},
-    {AV_CODEC_ID_DNXHD, code("AVdn")},
-    {AV_CODEC_ID_JPEG2000, code("mjp2")},
-    {AV_CODEC_ID_DVVIDEO, code("dvc ")},
-    {AV_CODEC_ID_RAWVIDEO, code("raw ")},
-    {AV_CODEC_ID_AAC, code("mp4a")},
-    {AV_CODEC_ID_MP2, code(".mp2")},
-    {AV_CODEC_ID_MP3, code(".mp3")},
-    {AV_CODEC_ID_OPUS, code("Opus")},
-    {AV_CODEC_ID_VORBIS, code("vorb")},
+    {AV_CODEC_ID_H264, fourCC("avc1")},
+    {AV_CODEC_ID_HEVC, fourCC("hvc1")},
+    {AV_CODEC_ID_MPEG1VIDEO, fourCC("mp1v")},
+    {AV_CODEC_ID_MPEG2VIDEO, fourCC("mp2v")},
+    {AV_CODEC_ID_MPEG4, fourCC("mp4v")},
+    {AV_CODEC_ID_MJPEG, fourCC("jpeg")},
+    {AV_CODEC_ID_DNXHD, fourCC("AVdn")},
+    {AV_CODEC_ID_JPEG2000, fourCC("mjp2")},
+    {AV_CODEC_ID_DVVIDEO, fourCC("dvc ")},
+    {AV_CODEC_ID_RAWVIDEO, fourCC("raw ")},
+    {AV_CODEC_ID_AAC, fourCC("mp4a")},
+    {AV_CODEC_ID_MP2, fourCC(".mp2")},
+    {AV_CODEC_ID_MP3, fourCC(".mp3")},
+    {AV_CODEC_ID_OPUS, fourCC("Opus")},
+    {AV_CODEC_ID_VORBIS, fourCC("vorb")},
 });
 
-constexpr auto kProResCodes = std::to_array<quint32>(
-    {code("apco"), code("apcs"), code("apcn"), code("apch"), code("ap4h"), code("ap4x")});
+constexpr auto kProResCodes =
+    std::to_array<quint32>({fourCC("apco"), fourCC("apcs"), fourCC("apcn"), fourCC("apch"),
+                            fourCC("ap4h"), fourCC("ap4x")});
 
 /// AVI stores characters only for video codecs; its audio codes are numbers.
 bool isPrintable(quint32 tag) {
@@ -55,11 +48,11 @@ quint32 commonCode(const AVCodecParameters &codec) {
     }
     if (codec.codec_id == AV_CODEC_ID_PRORES) {
         const bool isKnown = codec.profile >= 0 && codec.profile < int(kProResCodes.size());
-        return isKnown ? kProResCodes.at(size_t(codec.profile)) : code("apcn");
+        return isKnown ? kProResCodes.at(size_t(codec.profile)) : fourCC("apcn");
     }
     const bool isPCM =
         codec.codec_id >= AV_CODEC_ID_FIRST_AUDIO && codec.codec_id < AV_CODEC_ID_ADPCM_IMA_QT;
-    return isPCM ? code("lpcm") : 0;
+    return isPCM ? fourCC("lpcm") : 0;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 extern "C" {
 #include <libavutil/avstring.h>
+#include <libavutil/timecode.h>
 }
 
 #include <algorithm>
@@ -14,10 +15,11 @@ namespace corvane::media::sourceMetadata {
 namespace {
 
 constexpr char kCreated[] = "creation_time";
+constexpr char kTimecode[] = "timecode";
 
 /// Describes the source container or isn't valid for the output.
 constexpr std::array kExcluded{"major_brand", "minor_version", "compatible_brands",
-                               "encoder",     "timecode",      "duration"};
+                               "encoder",     kTimecode,       "duration"};
 
 /// Camera metadata: names in other containers and in QuickTime.
 constexpr std::array<std::pair<const char *, const char *>, 9> kQuickTimeNames{{
@@ -58,6 +60,24 @@ const char *creationOfStreams(const AVFormatContext &source) {
     return nullptr;
 }
 
+struct StartTimecode {
+    const char *text = nullptr; ///< nullptr if the source has none
+    AVRational frameRate{};
+};
+
+/// Prefers the video track's timecode to the file's, and the file's to that of other streams.
+StartTimecode startTimecode(const ExportSource &source) {
+    const AVStream &reference = source.stream(source.reference());
+    StartTimecode start{valueOf(reference.metadata, kTimecode), reference.avg_frame_rate};
+    if (!start.text) {
+        start.text = valueOf(source.context().metadata, kTimecode);
+    }
+    for (const AVStream *stream : allStreams(source.context())) {
+        start.text = start.text ? start.text : valueOf(stream->metadata, kTimecode);
+    }
+    return start;
+}
+
 } // namespace
 
 void copyFile(const AVFormatContext &source, AVFormatContext &output) {
@@ -95,6 +115,20 @@ void copySideData(const AVStream &source, AVStream &output, AVPacketSideDataType
         throw std::bad_alloc();
     }
     std::copy_n(data, size, copy);
+}
+
+std::optional<QByteArray> timecodeAt(const ExportSource &source, MediaTime time) {
+    const StartTimecode start = startTimecode(source);
+    AVTimecode timecode;
+    if (!start.text || start.frameRate.num <= 0 || start.frameRate.den <= 0 ||
+        av_timecode_init_from_string(&timecode, start.frameRate, start.text, nullptr) < 0) {
+        return std::nullopt; // also for AVERROR_INVALIDDATA: damaged text
+    }
+    timecode.flags |= AV_TIMECODE_FLAG_24HOURSMAX;
+    const int64_t frames = ticksOf(time - source.start(), av_inv_q(start.frameRate));
+    char text[AV_TIMECODE_STR_SIZE] = {};
+    av_timecode_make_string(&timecode, text, int(frames));
+    return QByteArray(text);
 }
 
 } // namespace corvane::media::sourceMetadata

@@ -2,7 +2,9 @@
 
 // Internal to src/media.
 
-#include "media/FFmpegHandles.h"
+#include "media/ExportSource.h"
+
+#include <QByteArray>
 
 namespace corvane::media::sourceMetadata {
 
@@ -15,5 +17,9 @@ void copyStream(const AVStream &source, AVStream &output);
 
 /// Copies side data of this type if the source has it.
 void copySideData(const AVStream &source, AVStream &output, AVPacketSideDataType type);
+
+/// Timecode of the source's frame at `time`, counted from the source's start timecode, with or
+/// without dropped frame numbers. Returns nullopt if the source has no timecode.
+std::optional<QByteArray> timecodeAt(const ExportSource &source, MediaTime time);
 
 } // namespace corvane::media::sourceMetadata

@@ -35,14 +35,6 @@ VideoReader::VideoReader(const QString &path, Options options, std::stop_token s
       m_timeline(m_input, m_stream),
       m_search(m_input, m_stream, m_timeline, options) {}
 
-QSize VideoReader::storedSize() const {
-    return {m_stream.codecpar->width, m_stream.codecpar->height};
-}
-
-double VideoReader::nominalFrameRate() const {
-    return av_q2d(nominalRate(m_stream));
-}
-
 int VideoReader::quarterTurns() const {
     const uint8_t *matrix = av_stream_get_side_data(&m_stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
     const double degrees =
@@ -58,16 +50,8 @@ std::optional<VideoFrame> VideoReader::next() {
     return toVideoFrame(m_search.next());
 }
 
-std::optional<MediaTime> VideoReader::keyframeBefore(MediaTime time) const {
-    return m_timeline.keyframeBefore(time);
-}
-
 std::optional<double> VideoReader::secondsToDecode(MediaTime time) const {
     return m_search.secondsToDecode(goalFor(time, 0));
-}
-
-bool VideoReader::hasCloseKeyframes(MediaTime time) const {
-    return m_timeline.hasCloseKeyframes(m_timeline.lookupTicks(time));
 }
 
 FrameSearch::Goal VideoReader::goalFor(MediaTime time, double tolerance) const {

@@ -4,7 +4,6 @@
 
 #include "media/FrameSearch.h"
 
-#include <QSize>
 #include <QString>
 
 namespace corvane::media {
@@ -32,9 +31,9 @@ class VideoReader {
     Q_DISABLE_COPY_MOVE(VideoReader)
 
     std::optional<MediaTime> duration() const { return m_input.duration(); }
-    QSize storedSize() const;        ///< before rotation
-    double nominalFrameRate() const; ///< 0 if unknown
-    int quarterTurns() const;        ///< clockwise rotation for display, 0 to 3
+    /// Frames per second; 0 if unknown.
+    double nominalFrameRate() const { return av_q2d(nominalRate(m_stream)); }
+    int quarterTurns() const; ///< clockwise rotation for display, 0 to 3
 
     /// Returns the last frame that starts at or before `time` (see `kHalfTick`), or the first or
     /// last frame if `time` is out of range. With a tolerance in seconds, returns the frame within
@@ -46,12 +45,16 @@ class VideoReader {
     std::optional<VideoFrame> next();
 
     /// Last keyframe before `time` in the container's index, or nullopt if the index has none.
-    std::optional<MediaTime> keyframeBefore(MediaTime time) const;
+    std::optional<MediaTime> keyframeBefore(MediaTime time) const {
+        return m_timeline.keyframeBefore(time);
+    }
 
     /// Seconds to decode to reach `time` from the current position, or nullopt if a seek is faster.
     std::optional<double> secondsToDecode(MediaTime time) const;
     /// Whether seeks around `time` are fast: the index lists keyframes close to each other there.
-    bool hasCloseKeyframes(MediaTime time) const;
+    bool hasCloseKeyframes(MediaTime time) const {
+        return m_timeline.hasCloseKeyframes(m_timeline.lookupTicks(time));
+    }
     /// Sets `Options::isSingleFrameRead` for the following reads. The threading doesn't change.
     void setSingleFrameRead(bool isSingle) { m_search.setSingleFrameRead(isSingle); }
 

@@ -141,7 +141,6 @@ TEST(VideoReaderTest, FindsTheFrameAtATimeInEveryKindOfFile) {
         VideoReader reader(path, {.isSingleFrameRead = kind.options.bFrames > 0});
         const double rate = kind.options.rate == text("25") ? 25 : 30000 / 1001.0;
         EXPECT_NEAR(reader.nominalFrameRate(), rate, 1e-6);
-        EXPECT_EQ(reader.storedSize(), kind.options.size);
         // Audio can start slightly before the video.
         const double delay = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
         EXPECT_LT(delay, 0.05);
