@@ -21,15 +21,12 @@ PacketHandle makePacket() {
     return packet;
 }
 
-QString ffmpegText(int error) {
-    char text[AV_ERROR_MAX_STRING_SIZE] = {};
-    av_strerror(error, text, sizeof text);
-    return QString::fromUtf8(text);
-}
-
 int check(int result, const char *what) {
     if (result < 0) {
-        throw MediaError(QString::fromLatin1(what) + QStringLiteral(": ") + ffmpegText(result));
+        char text[AV_ERROR_MAX_STRING_SIZE] = {};
+        av_strerror(result, text, sizeof text);
+        throw MediaError(QString::fromLatin1(what) + QStringLiteral(": ") +
+                         QString::fromUtf8(text));
     }
     return result;
 }
@@ -38,9 +35,14 @@ void setEntry(AVDictionary *&dictionary, const char *key, const char *value, int
     check(av_dict_set(&dictionary, key, value, flags), "Cannot set an option");
 }
 
-void silenceFFmpeg() {
+void initializeFFmpeg() {
+    // No valid frame, packet or table is larger.
+    constexpr size_t kMaxAllocation = size_t(512) << 20;
     static std::once_flag once;
-    std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
+    std::call_once(once, [] {
+        av_log_set_level(AV_LOG_QUIET);
+        av_max_alloc(kMaxAllocation);
+    });
 }
 
 } // namespace corvane::media

@@ -36,9 +36,6 @@ using FilterGraphHandle = std::unique_ptr<AVFilterGraph, FreeByAddress<avfilter_
 FrameHandle makeFrame();   ///< throws std::bad_alloc
 PacketHandle makePacket(); ///< throws std::bad_alloc
 
-/// FFmpeg's description of an error code.
-QString ffmpegText(int error);
-
 /// Returns `result` if it is at least 0. Throws `MediaError` "<what>: <FFmpeg's description>" if it
 /// is an error code.
 int check(int result, const char *what);
@@ -68,7 +65,8 @@ inline bool isKeyframe(const AVPacket &packet) {
     return (packet.flags & AV_PKT_FLAG_KEY) != 0;
 }
 
-/// Keeps FFmpeg's messages off standard error. Call before opening a file; cheap. Thread-safe.
-void silenceFFmpeg();
+/// Turns off FFmpeg's messages and limits its allocations. Call before opening a file; cheap.
+/// Thread-safe.
+void initializeFFmpeg();
 
 } // namespace corvane::media

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <mutex>
 
 namespace corvane::media {
 
@@ -20,8 +19,6 @@ constexpr char kContainers[] =
 
 constexpr qint64 kProbedBytes = 5'000'000;
 constexpr qint64 kProbedTime = 5 * qint64(AV_TIME_BASE);
-/// No valid frame, packet or table is larger.
-constexpr size_t kMaxAllocation = size_t(512) << 20;
 /// The transport stream of an entire transponder has about a hundred.
 constexpr int kMaxStreams = 256;
 /// Limits of the bytes before the first packet. Only Matroska elements, of two bytes each, take
@@ -31,12 +28,6 @@ constexpr qint64 kMaxMatroskaHeaderBytes = qint64(64) << 20;
 constexpr double kMaxFrameRate = 1000;
 /// After this many consecutive read errors, the rest of the file counts as lost.
 constexpr int kMaxReadErrors = 64;
-
-void prepareLibrary() {
-    silenceFFmpeg();
-    static std::once_flag once;
-    std::call_once(once, [] { av_max_alloc(kMaxAllocation); });
-}
 
 /// Throws unless it is a regular file (opening a FIFO would wait for its writer) whose header
 /// tables fit into the memory allowed for them.
@@ -93,7 +84,7 @@ MediaInput::MediaInput(const QString &path, Depth depth, std::stop_token stop)
 MediaInput::~MediaInput() = default;
 
 void MediaInput::open(const QString &path) {
-    prepareLibrary();
+    initializeFFmpeg();
     checkFile(path, m_stop);
     InputHandle opening(avformat_alloc_context());
     if (!opening) {

@@ -13,7 +13,7 @@ constexpr int64_t kMaxInterleaveDelay = AV_TIME_BASE;
 } // namespace
 
 OutputFile::OutputFile(const QString &path) {
-    silenceFFmpeg();
+    initializeFFmpeg();
     check(avformat_alloc_output_context2(&m_context, nullptr, "mp4", nullptr), kWriting);
     const QByteArray url = QByteArrayLiteral("file:") + path.toUtf8();
     const int result = avio_open(&m_context->pb, url.constData(), AVIO_FLAG_WRITE);
