@@ -9,7 +9,8 @@ namespace corvane::media {
 
 /// A codec context of an encoder or decoder, not opened yet.
 CodecHandle makeCodecContext(const AVCodec &codec);
-/// A decoder with the stream's parameters, not opened yet. Throws `MediaError` if there is none.
+/// A decoder with the stream's parameters, not opened yet. Throws `MediaError` if FFmpeg has
+/// no decoder for the codec.
 CodecHandle makeDecoder(const AVStream &stream, const char *what);
 
 /// Sends a packet to a decoder that has room for it; nullptr signals the end of the stream. A

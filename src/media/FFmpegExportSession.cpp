@@ -93,7 +93,7 @@ void FFmpegExportSession::updateProgress(const AVPacket &packet, const ExportCut
     }
 }
 
-/// Throws if the output contains nothing of the reference stream.
+/// Throws if no packet of the reference stream was written.
 void FFmpegExportSession::checkOutput(const ExportCut &cut,
                                       const std::vector<Route> &routes) const {
     const auto hasReference = [this](const Route &route) {

@@ -16,7 +16,7 @@ namespace corvane::media {
 namespace {
 
 /// Allowance for small tables in any file, plus bytes of memory per byte of the file: an index
-/// entry takes some 60 bytes with all its tables and stands for more than two bytes of a valid
+/// entry takes some 60 bytes with all its tables and describes more than two bytes of a valid
 /// file. The maximum covers thirty million samples, which is twenty hours of video with six audio
 /// tracks.
 constexpr qint64 kBaseAllowance = qint64(16) << 20;
@@ -90,7 +90,7 @@ constexpr Table kTables[] = {
     {fourCC("senc"), kEncryptedSampleBytes},
 };
 
-/// Tables that have no business in a sample description. A file that hides one there is refused.
+/// Tables that no valid sample description contains. A file that hides one there is refused.
 constexpr std::array<const char *, 12> kNotInDescriptions = {
     "stsz", "stz2", "stsc", "stco", "co64", "stts", "ctts", "elst", "trun", "senc", "moof", "cmov"};
 

@@ -8,8 +8,8 @@
 
 namespace corvane::media::sourceMetadata {
 
-/// Copies the metadata of the source file to the output, above all when, where and with what camera
-/// it was shot, under the names that players and editors read.
+/// Copies the metadata of the source file to the output. Date, location and camera get the names
+/// that players and editors read.
 void copyFile(const AVFormatContext &source, AVFormatContext &output);
 
 /// Copies a stream's language, name, creation date, disposition and display matrix.
