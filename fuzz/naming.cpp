@@ -2,7 +2,7 @@
 // not be empty, and two outputs must not get the same name.
 
 #include "delivery/ExportNaming.h"
-#include "transfer/ExportNameReserver.h"
+#include "transfer/NameReserver.h"
 
 #include <cstdlib>
 
@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     require(!name.contains(QLatin1Char('/')) && !name.contains(QChar(u'\0')));
     require(name != QStringLiteral(".") && name != QStringLiteral(".."));
     require(keepsOriginal || !name.isEmpty());
-    ExportNameReserver reserver;
+    NameReserver reserver;
     require(reserver.take(name).toLower() != reserver.take(name).toLower());
     return 0;
 }

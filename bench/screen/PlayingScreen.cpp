@@ -205,13 +205,13 @@ void measureAnswers(ProjectScreen &screen, CorvaneApp &app, const QStringList &f
             app.store().toggleSelectedForExport(video->id);
         }
     }
-    ExportScreenState &exporting = *screen.exporting();
+    ExportSheet &exporting = *screen.exporting();
     exporting.open();
     exporting.chooseFolder();
     longestTurnUntil([&] { return exporting.canStart(); });
     exporting.start();
     const double delivering =
-        longestTurnUntil([&] { return exporting.stage() == DeliveryScreenState::Stage::Done; });
+        longestTurnUntil([&] { return exporting.stage() == DeliverySheet::Stage::Done; });
     if (exporting.failed() > 0 || exporting.succeeded() == 0) {
         qFatal("the export failed");
     }

@@ -1,7 +1,7 @@
 #include "delivery/ExportNaming.h"
 
 #include "platform/Paths.h"
-#include "transfer/ExportNameReserver.h"
+#include "transfer/NameReserver.h"
 
 namespace corvane {
 
@@ -206,9 +206,9 @@ QString buildExportName(const ExportNameParts &parts) {
 
 QString uniqueExportName(const QString &name, const QSet<QString> &usedNames,
                          const QSet<QString> &usedStems) {
-    qint64 firstNumber = ExportNameReserver::kUnnumbered;
-    return ExportNameReserver::firstFree(name, usedNames, usedStems, firstNumber,
-                                         ExportNameReserver::systemSeconds);
+    qint64 firstNumber = NameReserver::kUnnumbered;
+    return NameReserver::firstFree(name, usedNames, usedStems, firstNumber,
+                                   NameReserver::systemSeconds);
 }
 
 } // namespace corvane

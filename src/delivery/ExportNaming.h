@@ -54,7 +54,7 @@ QString buildExportName(const ExportNameParts &parts);
 
 /// The name, or the name with the first number behind its stem that makes it differ from every used
 /// name and its stem from every used stem. Both sets hold lower-case text and aren't changed. See
-/// `ExportNameReserver` for many names in a row.
+/// `NameReserver` for many names in a row.
 QString uniqueExportName(const QString &name, const QSet<QString> &usedNames,
                          const QSet<QString> &usedStems);
 

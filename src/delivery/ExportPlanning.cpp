@@ -2,7 +2,7 @@
 
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
-#include "transfer/ExportNameReserver.h"
+#include "transfer/NameReserver.h"
 
 #include <algorithm>
 
@@ -54,7 +54,7 @@ QList<PlannedItem> admittedItems(const Project &project, const ExportChoices &ch
     return items;
 }
 
-void reserveFolders(ExportNameReserver &names, const QString &outputFolder) {
+void reserveFolders(NameReserver &names, const QString &outputFolder) {
     QList<DirectoryEntry> entries;
     try {
         entries = fileSystem().list(outputFolder);
@@ -95,7 +95,7 @@ class RowNamer {
     const Project &m_project;
     const ExportChoices &m_choices;
     QString m_folder;
-    ExportNameReserver m_names;
+    NameReserver m_names;
     int m_sequence = 0;
 };
 

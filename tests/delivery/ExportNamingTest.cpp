@@ -2,7 +2,7 @@
 
 #include "delivery/DeliveryFixture.h"
 #include "platform/Paths.h"
-#include "transfer/ExportNameReserver.h"
+#include "transfer/NameReserver.h"
 
 #include <gmock/gmock.h>
 
@@ -130,12 +130,12 @@ TEST(ExportNaming, NumbersANameThatIsTakenByNameOrStem) {
               text("Take (4).MOV"));
 }
 
-TEST(ExportNameReserver, HandsOutWhatThePlainFunctionWould) {
+TEST(NameReserver, HandsOutWhatThePlainFunctionWould) {
     QRandomGenerator random(7);
     const QStringList stems{text("a"), text("A"),         text("a (2)"),
                             text("b"), text("a (2) (2)"), QString()};
     const QStringList extensions{text(".mov"), text(".MXF"), text(".mp4"), QString()};
-    ExportNameReserver reserver;
+    NameReserver reserver;
     QSet<QString> names;
     QSet<QString> usedStems;
     for (int step = 0; step < 4000; ++step) {
@@ -153,8 +153,8 @@ TEST(ExportNameReserver, HandsOutWhatThePlainFunctionWould) {
     }
 }
 
-TEST(ExportNameReserver, GoesOnByTheTimeOnceTheNumbersAreUsedUp) {
-    ExportNameReserver reserver([] { return qint64(1'700'000'000); });
+TEST(NameReserver, GoesOnByTheTimeOnceTheNumbersAreUsedUp) {
+    NameReserver reserver([] { return qint64(1'700'000'000); });
     QSet<QString> names;
     for (int count = 0; count < 10'000; ++count) {
         names.insert(reserver.take(text("a.mov")));

@@ -51,7 +51,7 @@ bool importRunning(ProjectWindow &projectWindow) {
         [&] { return import.figure().startsWith(QLatin1Char('4')) && import.fraction() > 0.05; });
 }
 
-void chooseExport(ExportScreenState &exporting) {
+void chooseExport(ExportSheet &exporting) {
     exporting.chooseOutput(kWithHD);
     exporting.chooseHandle(2);
     NamingFields &naming = *exporting.naming();
@@ -79,7 +79,7 @@ bool exportRunning(ProjectWindow &projectWindow) {
     if (!exportConfigure(projectWindow)) {
         return false;
     }
-    ExportScreenState &exporting = *projectWindow.screen().exporting();
+    ExportSheet &exporting = *projectWindow.screen().exporting();
     exporting.start();
     return waitUntil([&] { return exporting.fraction() > 0.3 && !exporting.details().isEmpty(); });
 }
@@ -93,10 +93,10 @@ bool exportDone(ProjectWindow &projectWindow) {
         return false;
     }
     changed.close();
-    ExportScreenState &exporting = *projectWindow.screen().exporting();
+    ExportSheet &exporting = *projectWindow.screen().exporting();
     exporting.setNewOnly(false);
     exporting.start();
-    return waitUntil([&] { return exporting.stage() == DeliveryScreenState::Stage::Done; });
+    return waitUntil([&] { return exporting.stage() == DeliverySheet::Stage::Done; });
 }
 
 bool handoffConfigure(ProjectWindow &projectWindow) {
@@ -117,10 +117,10 @@ bool handoffDone(ProjectWindow &projectWindow) {
     if (!handoffConfigure(projectWindow)) {
         return false;
     }
-    HandoffScreenState &handoff = *projectWindow.screen().handoff();
+    HandoffSheet &handoff = *projectWindow.screen().handoff();
     handoff.chooseOutput(0);
     handoff.start();
-    return waitUntil([&] { return handoff.stage() == DeliveryScreenState::Stage::Done; });
+    return waitUntil([&] { return handoff.stage() == DeliverySheet::Stage::Done; });
 }
 
 /// Banners about three replaced files and about media that were not imported on this machine.

@@ -6,7 +6,7 @@
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
 #include "transfer/CancelToken.h"
-#include "transfer/ExportNameReserver.h"
+#include "transfer/NameReserver.h"
 #include "trust/PathSafety.h"
 
 namespace corvane {
@@ -25,7 +25,7 @@ struct HandoffRun {
     CacheMaker &cacheMaker;
     Clock &clock;
 
-    ExportNameReserver names{ExportNameReserver::systemSeconds};
+    NameReserver names{NameReserver::systemSeconds};
     int sequence = 0; ///< of the output named last
     QList<VideoItem> videos;
     HandoffResult result;

@@ -1,6 +1,6 @@
 // The sheet of a delivery's results. Its head and counts stay, the list scrolls. Return and Esc are
 // "Done".
-//   screen: DeliveryScreenState; againText: string; placeSymbol, revealText: string, of the line of
+//   sheet: DeliverySheet; againText: string; placeSymbol, revealText: string, of the line of
 //   the place
 // Items are "<objectName>.headline", ".place", ".results", ".revealFolder", ".again" and ".done".
 import QtQuick
@@ -10,18 +10,18 @@ import Corvane.Delivery
 Sheet {
     id: control
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
     property string againText
     property alias placeSymbol: place.symbol
     property alias revealText: place.revealText
 
-    name: screen.headline
+    name: sheet.headline
     sheetWidth: Theme.resultSheetWidth
     sheetHeight: Theme.resultSheetHeight
     maximumMargin: Theme.resultSheetMargin
-    visible: screen.isOpen && screen.stage === DeliveryScreenState.Done
+    visible: sheet.isOpen && sheet.stage === DeliverySheet.Done
     defaultButton: done
-    onEscapePressed: screen.dismiss()
+    onEscapePressed: sheet.dismiss()
 
     footer: [
         Button {
@@ -30,7 +30,7 @@ Sheet {
             objectName: control.objectName + ".revealFolder"
             large: true
             text: qsTr("Reveal Folder")
-            onClicked: control.screen.reveal(control.screen.resultFolder)
+            onClicked: control.sheet.reveal(control.sheet.resultFolder)
         },
         Item { // keeps the first button at the left edge
             width: control.availableWidth - 2 * Theme.sheetPadding - 3 * Theme.buttonGap
@@ -43,7 +43,7 @@ Sheet {
             objectName: control.objectName + ".again"
             large: true
             text: control.againText
-            onClicked: control.screen.again()
+            onClicked: control.sheet.again()
         },
         Button {
             id: done
@@ -52,7 +52,7 @@ Sheet {
             kind: Button.Primary
             large: true
             text: qsTr("Done")
-            onClicked: control.screen.dismiss()
+            onClicked: control.sheet.dismiss()
         }
     ]
 
@@ -67,7 +67,7 @@ Sheet {
         Label {
             objectName: control.objectName + ".headline"
             width: parent.width
-            text: control.screen.headline
+            text: control.sheet.headline
             textStyle: Theme.titleStyle
             Accessible.role: Accessible.Heading
         }
@@ -76,16 +76,16 @@ Sheet {
 
             objectName: control.objectName + ".place"
             name: control.objectName + ".reveal"
-            text: control.screen.place
-            onRevealed: control.screen.reveal(control.screen.placePath)
+            text: control.sheet.place
+            onRevealed: control.sheet.reveal(control.sheet.placePath)
         }
         NoticeLine {
             objectName: control.objectName + ".error"
-            text: control.screen.errorLine
+            text: control.sheet.errorLine
         }
         NoticeLine {
             objectName: control.objectName + ".backup"
-            text: control.screen.backupLine
+            text: control.sheet.backupLine
         }
         Row {
             id: counts
@@ -100,21 +100,21 @@ Sheet {
                 objectName: control.objectName + ".succeeded"
                 width: counts.boxWidth
                 label: qsTr("Succeeded")
-                count: control.screen.succeeded
+                count: control.sheet.succeeded
                 countColor: Theme.success
             }
             CountBox {
                 objectName: control.objectName + ".failed"
                 width: counts.boxWidth
                 label: qsTr("Failed")
-                count: control.screen.failed
+                count: control.sheet.failed
                 countColor: Theme.warning
             }
             CountBox {
                 objectName: control.objectName + ".cancelled"
                 width: counts.boxWidth
                 label: qsTr("Cancelled")
-                count: control.screen.cancelled
+                count: control.sheet.cancelled
             }
         }
     }
@@ -127,7 +127,7 @@ Sheet {
     }
     ResultList {
         objectName: control.objectName + ".results"
-        screen: control.screen
+        sheet: control.sheet
         y: divider.y + divider.height
         width: control.availableWidth
         height: control.body.height - y

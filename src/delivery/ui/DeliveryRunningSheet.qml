@@ -1,5 +1,5 @@
 // The sheet of a delivery's run.
-//   screen: DeliveryScreenState
+//   sheet: DeliverySheet
 import QtQuick
 import Corvane.Kit
 import Corvane.Delivery
@@ -7,16 +7,16 @@ import Corvane.Delivery
 RunningSheet {
     id: control
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
 
-    visible: screen.isOpen && screen.stage === DeliveryScreenState.Running
-    fileName: screen.progressLine
-    figure: screen.percent
+    visible: sheet.isOpen && sheet.stage === DeliverySheet.Running
+    fileName: sheet.progressLine
+    figure: sheet.percent
     figureIsStrong: true
-    fraction: screen.fraction
-    details: screen.details
-    timeLeft: screen.timeLeft
-    buttonText: screen.cancelText
-    buttonEnabled: screen.canCancel
-    onCancelled: control.screen.requestCancel()
+    fraction: sheet.fraction
+    details: sheet.details
+    timeLeft: sheet.timeLeft
+    buttonText: sheet.cancelText
+    buttonEnabled: sheet.canCancel
+    onCancelled: control.sheet.requestCancel()
 }

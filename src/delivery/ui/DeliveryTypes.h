@@ -1,16 +1,16 @@
 #pragma once
 
-#include "delivery/DeliveryScreenState.h"
+#include "delivery/DeliverySheet.h"
 
 #include <QtQml/qqml.h>
 
 /// The QML names of the types that the sheets of both deliveries bind to.
 namespace corvane::deliveryTypes {
 
-struct DeliveryScreenStateType {
+struct DeliverySheetType {
     Q_GADGET
-    QML_FOREIGN(corvane::DeliveryScreenState)
-    QML_NAMED_ELEMENT(DeliveryScreenState)
+    QML_FOREIGN(corvane::DeliverySheet)
+    QML_NAMED_ELEMENT(DeliverySheet)
     QML_UNCREATABLE("Comes with the screen")
 };
 

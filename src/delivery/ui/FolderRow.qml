@@ -1,5 +1,5 @@
 // The folder that is delivered into, and the button that asks for another.
-//   screen: DeliveryScreenState; label, help: string; name: string, of the items: "<name>.path" and
+//   sheet: DeliverySheet; label, help: string; name: string, of the items: "<name>.path" and
 //   "<name>.choose"; chooser: the button; default content: more buttons behind it
 import QtQuick
 import Corvane.Kit
@@ -8,7 +8,7 @@ import Corvane.Delivery
 LabelledRow {
     id: row
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
     property string name
     property alias chooser: choose
     default property alias buttons: buttonRow.data
@@ -40,10 +40,10 @@ LabelledRow {
                 anchors.right: parent.right
                 anchors.rightMargin: Theme.spacing8
                 anchors.verticalCenter: parent.verticalCenter
-                text: row.screen.folderLine
+                text: row.sheet.folderLine
                 elide: Text.ElideMiddle
-                HelpText.text: truncated ? row.screen.folder : ""
-                Accessible.name: row.label + ": " + row.screen.folderLine
+                HelpText.text: truncated ? row.sheet.folder : ""
+                Accessible.name: row.label + ": " + row.sheet.folderLine
             }
         }
         Row {
@@ -57,7 +57,7 @@ LabelledRow {
 
                 objectName: row.name + ".choose"
                 text: qsTr("Choose Folder…")
-                onClicked: row.screen.chooseFolder()
+                onClicked: row.sheet.chooseFolder()
             }
         }
     }

@@ -1,16 +1,16 @@
 // How much longer than its subclip a delivered one is.
-//   screen: DeliveryScreenState; name: string, of the control
+//   sheet: DeliverySheet; name: string, of the control
 import QtQuick
 import Corvane.Delivery
 
 ChoiceRow {
     id: row
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
 
     label: qsTr("Subclip handles")
-    model: screen.handles
-    currentIndex: screen.handle
-    help: screen.handlesHelp
-    onActivated: index => row.screen.chooseHandle(index)
+    model: sheet.handles
+    currentIndex: sheet.handle
+    help: sheet.handlesHelp
+    onActivated: index => row.sheet.chooseHandle(index)
 }

@@ -1,5 +1,5 @@
 // How clips are delivered and which outputs they have.
-//   screen: DeliveryScreenState; name: string, of the items: "<name>.mode" and "<name>.output"
+//   sheet: DeliverySheet; name: string, of the items: "<name>.mode" and "<name>.output"
 import QtQuick
 import Corvane.Kit
 import Corvane.Delivery
@@ -7,7 +7,7 @@ import Corvane.Delivery
 Column {
     id: rows
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
     property string name
 
     width: parent ? parent.width : 0
@@ -16,17 +16,17 @@ Column {
     ChoiceRow {
         name: rows.name + ".mode"
         label: qsTr("Mode")
-        model: rows.screen.modes
-        currentIndex: rows.screen.mode
-        help: rows.screen.modeHelp
-        onActivated: index => rows.screen.chooseMode(index)
+        model: rows.sheet.modes
+        currentIndex: rows.sheet.mode
+        help: rows.sheet.modeHelp
+        onActivated: index => rows.sheet.chooseMode(index)
     }
     ChoiceRow {
         name: rows.name + ".output"
         label: qsTr("Output")
-        model: rows.screen.outputs
-        currentIndex: rows.screen.output
-        help: rows.screen.outputHelp
-        onActivated: index => rows.screen.chooseOutput(index)
+        model: rows.sheet.outputs
+        currentIndex: rows.sheet.output
+        help: rows.sheet.outputHelp
+        onActivated: index => rows.sheet.chooseOutput(index)
     }
 }

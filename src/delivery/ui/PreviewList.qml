@@ -1,5 +1,5 @@
 // What will be delivered, a line each, or why there is nothing.
-//   screen: DeliveryScreenState; name: string (its accessible name); rows are "<objectName>.<index>"
+//   sheet: DeliverySheet; name: string (its accessible name); rows are "<objectName>.<index>"
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -9,15 +9,15 @@ import Corvane.Delivery
 Item {
     id: preview
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
     property string name
 
     Label {
         objectName: preview.objectName + ".nothing"
-        visible: !preview.screen.hasRows
+        visible: !preview.sheet.hasRows
         x: Theme.previewPadding
         width: parent.width - 2 * x
-        text: preview.screen.nothingText
+        text: preview.sheet.nothingText
         muted: true
         wrapMode: Text.Wrap
     }
@@ -30,9 +30,9 @@ Item {
         anchors.leftMargin: Theme.spacing8
         anchors.rightMargin: Theme.spacing8
         anchors.bottomMargin: Theme.spacing8
-        visible: preview.screen.hasRows
+        visible: preview.sheet.hasRows
         name: preview.name
-        model: preview.screen.rows
+        model: preview.sheet.rows
 
         delegate: Item {
             id: row

@@ -1,6 +1,6 @@
 // The rows of a finished run. Up and Down go from row to row, Space shows the row's file, Ctrl+C copies
 // why a row wasn't delivered.
-//   screen: DeliveryScreenState; rows are "<objectName>.<index>"
+//   sheet: DeliverySheet; rows are "<objectName>.<index>"
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -11,12 +11,12 @@ import Corvane.Delivery
 Rectangle {
     id: results
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
 
     color: Theme.windowBackground
 
     Connections {
-        target: results.screen
+        target: results.sheet
 
         function onResultChanged() {
             list.currentIndex = 0;
@@ -35,7 +35,7 @@ Rectangle {
         highlightFollowsCurrentItem: true
         highlightMoveDuration: 0
         clip: true
-        model: results.screen.results
+        model: results.sheet.results
         T.ScrollBar.vertical: ScrollBar {}
         footer: Item { height: Theme.spacing16 }
         Accessible.role: Accessible.List
@@ -66,7 +66,7 @@ Rectangle {
             active: list.activeFocus && ListView.isCurrentItem
             onRevealed: {
                 if (path !== "") {
-                    results.screen.reveal(path);
+                    results.sheet.reveal(path);
                 }
             }
         }

@@ -83,11 +83,11 @@ FocusScope {
     }
 
     ExportView {
-        screen: root.screen.exporting
+        sheet: root.screen.exporting
     }
 
     SelectsHandoffView {
-        screen: root.screen.handoff
+        sheet: root.screen.handoff
     }
 
     ConfirmationAlert {

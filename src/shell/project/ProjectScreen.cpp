@@ -53,11 +53,11 @@ void ProjectScreen::followRequests(AppRequests &requests) {
 void ProjectScreen::followFlows() {
     connect(&m_importing, &ImportSheet::isOpenChanged, this, &ProjectScreen::hideSheet);
     connect(&m_importing, &ImportSheet::stageChanged, this, &ProjectScreen::updateRunning);
-    for (DeliveryScreenState *const flow :
-         std::initializer_list<DeliveryScreenState *>{&m_exporting, &m_handoff}) {
-        connect(flow, &DeliveryScreenState::isOpenChanged, this, &ProjectScreen::hideSheet);
-        connect(flow, &DeliveryScreenState::stageChanged, this, &ProjectScreen::updateRunning);
-        connect(flow, &DeliveryScreenState::revealWanted, &m_reveal, &FileReveal::reveal);
+    for (DeliverySheet *const flow :
+         std::initializer_list<DeliverySheet *>{&m_exporting, &m_handoff}) {
+        connect(flow, &DeliverySheet::isOpenChanged, this, &ProjectScreen::hideSheet);
+        connect(flow, &DeliverySheet::stageChanged, this, &ProjectScreen::updateRunning);
+        connect(flow, &DeliverySheet::revealWanted, &m_reveal, &FileReveal::reveal);
     }
 }
 
@@ -93,8 +93,8 @@ void ProjectScreen::hideSheet() {
 
 void ProjectScreen::updateRunning() {
     const bool isRunning = m_importing.stage() == ImportSheet::Stage::Importing ||
-                           m_exporting.stage() == DeliveryScreenState::Stage::Running ||
-                           m_handoff.stage() == DeliveryScreenState::Stage::Running;
+                           m_exporting.stage() == DeliverySheet::Stage::Running ||
+                           m_handoff.stage() == DeliverySheet::Stage::Running;
     if (std::exchange(m_isRunning, isRunning) == isRunning) {
         return;
     }

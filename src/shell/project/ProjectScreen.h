@@ -1,7 +1,7 @@
 #pragma once
 
-#include "delivery/export/ExportScreenState.h"
-#include "delivery/handoff/HandoffScreenState.h"
+#include "delivery/export/ExportSheet.h"
+#include "delivery/handoff/HandoffSheet.h"
 #include "delivery/handoff/MediaCacheMaker.h"
 #include "import/ImportSheet.h"
 #include "review/EngineReviewPlayer.h"
@@ -26,8 +26,8 @@ class ProjectScreen : public OpenProjectScreen {
     Q_PROPERTY(corvane::ReviewScreenState *review READ review CONSTANT)
     Q_PROPERTY(corvane::MediaBanners *banners READ banners CONSTANT)
     Q_PROPERTY(corvane::ImportSheet *importing READ importing CONSTANT)
-    Q_PROPERTY(corvane::ExportScreenState *exporting READ exporting CONSTANT)
-    Q_PROPERTY(corvane::HandoffScreenState *handoff READ handoff CONSTANT)
+    Q_PROPERTY(corvane::ExportSheet *exporting READ exporting CONSTANT)
+    Q_PROPERTY(corvane::HandoffSheet *handoff READ handoff CONSTANT)
 
   public:
     /// `player` is what plays: without sound where there must be none.
@@ -39,8 +39,8 @@ class ProjectScreen : public OpenProjectScreen {
     ReviewScreenState *review() { return &m_review; }
     MediaBanners *banners() { return &m_banners; }
     ImportSheet *importing() { return &m_importing; }
-    ExportScreenState *exporting() { return &m_exporting; }
-    HandoffScreenState *handoff() { return &m_handoff; }
+    ExportSheet *exporting() { return &m_exporting; }
+    HandoffSheet *handoff() { return &m_handoff; }
 
     bool isRunning() const override { return m_isRunning; }
     void endRuns() override;
@@ -71,10 +71,10 @@ class ProjectScreen : public OpenProjectScreen {
     ImportViewModel m_importFlow;
     ImportSheet m_importing;
     ExportViewModel m_exportFlow;
-    ExportScreenState m_exporting;
+    ExportSheet m_exporting;
     MediaCacheMaker m_cacheMaker;
     SelectsHandoffViewModel m_handoffFlow;
-    HandoffScreenState m_handoff;
+    HandoffSheet m_handoff;
 
     FileReveal m_reveal;
     bool m_isRunning = false;

@@ -111,7 +111,7 @@ class WindowTest : public ShellTest {
     /// Opens the sheet of `flow` ("export" or "handoff") and chooses the destination folder.
     void configure(const std::string &flow, const QString &destination) {
         const bool isExport = flow == "export";
-        delivery = isExport ? static_cast<DeliveryScreenState *>(projectScreen().exporting())
+        delivery = isExport ? static_cast<DeliverySheet *>(projectScreen().exporting())
                             : projectScreen().handoff();
         screen->key(Qt::Key_E,
                     isExport ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
@@ -164,7 +164,7 @@ class WindowTest : public ShellTest {
 
     QString card = folder.folder(utf8("card")); ///< source footage
     std::optional<Screen> screen;
-    DeliveryScreenState *delivery = nullptr; ///< the flow of the last `configure`
+    DeliverySheet *delivery = nullptr; ///< the flow of the last `configure`
 };
 
 } // namespace corvane::test

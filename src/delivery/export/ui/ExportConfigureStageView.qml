@@ -1,17 +1,17 @@
 // The choices of an export, and what they come to.
-//   screen: ExportScreenState
+//   sheet: ExportSheet
 import QtQuick
 import Corvane.Kit
 import Corvane.Delivery
 import Corvane.Export
 
-DeliverySheet {
-    id: sheet
+DeliveryConfigureSheet {
+    id: control
 
-    required property ExportScreenState exporting
+    required property ExportSheet exporting
 
     objectName: "export.configure"
-    screen: exporting
+    sheet: exporting
     title: qsTr("Export")
     sheetHeight: Theme.exportSheetHeight
     startText: qsTr("Start Export")
@@ -21,12 +21,12 @@ DeliverySheet {
         id: folder
 
         name: "export.folder"
-        screen: sheet.exporting
+        sheet: control.exporting
         label: qsTr("Output folder")
     }
     ModeRows {
         name: "export"
-        screen: sheet.exporting
+        sheet: control.exporting
     }
     LabelledRow {
         label: qsTr("Include")
@@ -34,29 +34,29 @@ DeliverySheet {
         CheckBox {
             objectName: "export.wholeClips"
             text: qsTr("Whole-clip selects")
-            checked: sheet.exporting.includeWholeClips
-            onToggled: sheet.exporting.includeWholeClips = checked
+            checked: control.exporting.includeWholeClips
+            onToggled: control.exporting.includeWholeClips = checked
         }
         CheckBox {
             objectName: "export.subclips"
             text: qsTr("Subclip selects")
-            checked: sheet.exporting.includeSubclips
-            onToggled: sheet.exporting.includeSubclips = checked
+            checked: control.exporting.includeSubclips
+            onToggled: control.exporting.includeSubclips = checked
         }
         CheckBox {
             objectName: "export.newOnly"
             text: qsTr("Export new only (skip already-exported)")
-            checked: sheet.exporting.newOnly
-            onToggled: sheet.exporting.newOnly = checked
+            checked: control.exporting.newOnly
+            onToggled: control.exporting.newOnly = checked
         }
     }
     HandlesRow {
         name: "export.handles"
-        screen: sheet.exporting
+        sheet: control.exporting
     }
     NamingSection {
         name: "export.naming"
-        naming: sheet.exporting.naming
+        naming: control.exporting.naming
     }
 
     preview: [
@@ -74,7 +74,7 @@ DeliverySheet {
             anchors.right: parent.right
             anchors.rightMargin: Theme.previewPadding
             anchors.baseline: previewTitle.baseline
-            text: sheet.exporting.countLine
+            text: control.exporting.countLine
             textStyle: Theme.listStyle
             muted: true
         },
@@ -85,7 +85,7 @@ DeliverySheet {
             anchors.bottom: parent.bottom
             width: parent.width
             name: previewTitle.text
-            screen: sheet.exporting
+            sheet: control.exporting
         }
     ]
 }

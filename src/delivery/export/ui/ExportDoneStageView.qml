@@ -1,5 +1,5 @@
 // What an export delivered.
-//   screen: ExportScreenState
+//   sheet: ExportSheet
 import Corvane.Delivery
 import Corvane.Export
 

@@ -1,5 +1,5 @@
 // The run of an export.
-//   screen: ExportScreenState
+//   sheet: ExportSheet
 import Corvane.Delivery
 import Corvane.Export
 

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "delivery/export/ExportScreenState.h"
+#include "delivery/export/ExportSheet.h"
 
 #include <QtQml/qqml.h>
 
 /// The QML names of the types that the export sheet binds to.
 namespace corvane::exportTypes {
 
-struct ExportScreenStateType {
+struct ExportSheetType {
     Q_GADGET
-    QML_FOREIGN(corvane::ExportScreenState)
-    QML_NAMED_ELEMENT(ExportScreenState)
+    QML_FOREIGN(corvane::ExportSheet)
+    QML_NAMED_ELEMENT(ExportSheet)
     QML_UNCREATABLE("Comes with the screen")
 };
 

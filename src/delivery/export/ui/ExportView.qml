@@ -1,5 +1,5 @@
 // The sheet of an export over the window, up while its state says so: one of three, by the stage.
-//   screen: ExportScreenState
+//   sheet: ExportSheet
 import QtQuick
 import Corvane.Delivery
 import Corvane.Export
@@ -7,17 +7,17 @@ import Corvane.Export
 Item {
     id: view
 
-    required property ExportScreenState screen
+    required property ExportSheet sheet
 
     objectName: "export"
 
     ExportConfigureStageView {
-        exporting: view.screen
+        exporting: view.sheet
     }
     ExportRunningStageView {
-        screen: view.screen
+        sheet: view.sheet
     }
     ExportDoneStageView {
-        screen: view.screen
+        sheet: view.sheet
     }
 }

@@ -1,17 +1,17 @@
 // The choices of a handoff, and what goes into its package.
-//   handoff: HandoffScreenState
+//   handoff: HandoffSheet
 import QtQuick
 import Corvane.Kit
 import Corvane.Delivery
 import Corvane.Handoff
 
-DeliverySheet {
-    id: sheet
+DeliveryConfigureSheet {
+    id: control
 
-    required property HandoffScreenState handoff
+    required property HandoffSheet handoff
 
     objectName: "handoff.configure"
-    screen: handoff
+    sheet: handoff
     title: qsTr("Selects Handoff")
     sheetHeight: Math.max(Theme.handoffSheetHeight, wholeHeight)
     startText: qsTr("Generate")
@@ -21,38 +21,38 @@ DeliverySheet {
         id: folder
 
         name: "handoff.folder"
-        screen: sheet.handoff
+        sheet: control.handoff
         label: qsTr("Destination folder")
-        help: sheet.handoff.packageLocation
+        help: control.handoff.packageLocation
 
         RecentFolders {
-            handoff: sheet.handoff
+            handoff: control.handoff
         }
     }
     LabelledRow {
         label: qsTr("Project name")
-        help: sheet.handoff.projectNameHelp
+        help: control.handoff.projectNameHelp
 
         TextField {
             objectName: "handoff.projectName"
             width: Theme.packageNameWidth
             name: qsTr("Project name")
-            placeholderText: sheet.handoff.projectNamePlaceholder
-            text: sheet.handoff.projectName
-            onTextEdited: sheet.handoff.projectName = text
+            placeholderText: control.handoff.projectNamePlaceholder
+            text: control.handoff.projectName
+            onTextEdited: control.handoff.projectName = text
         }
     }
     ModeRows {
         name: "handoff"
-        screen: sheet.handoff
+        sheet: control.handoff
     }
     HandlesRow {
         name: "handoff.handles"
-        screen: sheet.handoff
+        sheet: control.handoff
     }
     NamingSection {
         name: "handoff.naming"
-        naming: sheet.handoff.naming
+        naming: control.handoff.naming
     }
 
     preview: [
@@ -72,7 +72,7 @@ DeliverySheet {
             Label {
                 objectName: "handoff.summary"
                 width: parent.width
-                text: sheet.handoff.summary
+                text: control.handoff.summary
                 wrapMode: Text.Wrap
             }
         },
@@ -98,7 +98,7 @@ DeliverySheet {
             anchors.bottom: parent.bottom
             width: parent.width
             name: included.text
-            screen: sheet.handoff
+            sheet: control.handoff
         }
     ]
 }

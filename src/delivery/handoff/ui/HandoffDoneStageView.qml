@@ -1,5 +1,5 @@
 // What a handoff made.
-//   screen: HandoffScreenState
+//   sheet: HandoffSheet
 import Corvane.Delivery
 
 DeliveryDoneSheet {

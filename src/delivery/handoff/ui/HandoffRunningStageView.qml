@@ -1,5 +1,5 @@
 // The run of a handoff.
-//   screen: HandoffScreenState
+//   sheet: HandoffSheet
 import Corvane.Delivery
 
 DeliveryRunningSheet {

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "delivery/handoff/HandoffScreenState.h"
+#include "delivery/handoff/HandoffSheet.h"
 
 #include <QtQml/qqml.h>
 
 /// The name under which the screens know the type that they are bound to. None is made by a screen.
 namespace corvane::handoffTypes {
 
-struct HandoffScreenStateType {
+struct HandoffSheetType {
     Q_GADGET
-    QML_FOREIGN(corvane::HandoffScreenState)
-    QML_NAMED_ELEMENT(HandoffScreenState)
+    QML_FOREIGN(corvane::HandoffSheet)
+    QML_NAMED_ELEMENT(HandoffSheet)
     QML_UNCREATABLE("Comes with the screen")
 };
 

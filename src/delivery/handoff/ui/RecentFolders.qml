@@ -1,5 +1,5 @@
 // The folders that earlier handoffs went to, to choose one again.
-//   handoff: HandoffScreenState
+//   handoff: HandoffSheet
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -9,7 +9,7 @@ import Corvane.Handoff
 Button {
     id: recent
 
-    required property HandoffScreenState handoff
+    required property HandoffSheet handoff
 
     objectName: "handoff.recent"
     enabled: handoff.hasRecents

@@ -1,22 +1,22 @@
 // The sheet of a handoff over the window, up while its state says so: one of three, by the stage.
-//   screen: HandoffScreenState
+//   sheet: HandoffSheet
 import QtQuick
 import Corvane.Handoff
 
 Item {
     id: view
 
-    required property HandoffScreenState screen
+    required property HandoffSheet sheet
 
     objectName: "handoff"
 
     HandoffConfigureStageView {
-        handoff: view.screen
+        handoff: view.sheet
     }
     HandoffRunningStageView {
-        screen: view.screen
+        sheet: view.sheet
     }
     HandoffDoneStageView {
-        screen: view.screen
+        sheet: view.sheet
     }
 }

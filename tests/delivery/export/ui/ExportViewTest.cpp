@@ -1,5 +1,5 @@
 #include "delivery/DeliveryFixture.h"
-#include "delivery/export/ExportScreenState.h"
+#include "delivery/export/ExportSheet.h"
 #include "media/FFmpegExportSessions.h"
 #include "support/screens/Screen.h"
 #include "support/TestMedia.h"
@@ -22,7 +22,7 @@ constexpr auto kView = R"(
         property var exporting
         color: Theme.windowBackground
         ExportView {
-            screen: window.exporting
+            sheet: window.exporting
         }
     })";
 
@@ -44,7 +44,7 @@ class ExportViewTest : public ExportTest {
     void show(media::ExportSessionFactory &factory, QSize size = {1440, 900}) {
         grantAndOpen();
         flow = std::make_unique<ExportViewModel>(&store, factory);
-        state = std::make_unique<ExportScreenState>(*flow, store, panels, clock);
+        state = std::make_unique<ExportSheet>(*flow, store, panels, clock);
         screen = std::make_unique<Screen>(
             kView, size,
             QVariantMap{{QStringLiteral("exporting"), QVariant::fromValue(state.get())}});
@@ -82,7 +82,7 @@ class ExportViewTest : public ExportTest {
 
     TestPanels panels;
     std::unique_ptr<ExportViewModel> flow;
-    std::unique_ptr<ExportScreenState> state;
+    std::unique_ptr<ExportSheet> state;
     std::unique_ptr<Screen> screen;
 };
 
@@ -123,7 +123,7 @@ TEST_F(ExportViewTest, DeliversByKeysAndClicks) {
     screen->picture(text("export-complete"));
     EXPECT_TRUE(has("out/Harbor_003.mov") && has("out/HD/Harbor_001.mp4"));
 
-    QSignalSpy reveals(state.get(), &DeliveryScreenState::revealWanted);
+    QSignalSpy reveals(state.get(), &DeliverySheet::revealWanted);
     screen->click(text("export.done.results.0.reveal"));
     screen->click(text("export.done.reveal"));
     screen->click(text("export.done.revealFolder"));
@@ -171,7 +171,7 @@ TEST_F(ExportViewTest, ARunIsCancelledByTheKeyOnceAndTellsEachRowsFate) {
     EXPECT_EQ(Screen::accessibleName(screen->item(text("export.done.results.2"))),
               text("c.mp4: Cancelled"));
 
-    QSignalSpy reveals(state.get(), &DeliveryScreenState::revealWanted);
+    QSignalSpy reveals(state.get(), &DeliverySheet::revealWanted);
     screen->item(text("export.done.results.list"))->forceActiveFocus();
     screen->key(Qt::Key_Space);
     EXPECT_THAT(reveals, testing::SizeIs(1));

@@ -1,5 +1,5 @@
 #include "delivery/handoff/HandoffFixture.h"
-#include "delivery/handoff/HandoffScreenState.h"
+#include "delivery/handoff/HandoffSheet.h"
 #include "delivery/handoff/MediaCacheMaker.h"
 #include "media/FFmpegExportSessions.h"
 #include "support/screens/Screen.h"
@@ -20,7 +20,7 @@ constexpr auto kView = R"(
         property var handoff
         color: Theme.windowBackground
         SelectsHandoffView {
-            screen: window.handoff
+            sheet: window.handoff
         }
     })";
 
@@ -31,7 +31,7 @@ class SelectsHandoffViewTest : public HandoffTest {
         flow = std::make_unique<SelectsHandoffViewModel>(
             &store, factory, maker,
             std::make_unique<QSettings>(at("defaults.ini"), QSettings::IniFormat));
-        state = std::make_unique<HandoffScreenState>(*flow, store, panels, clock);
+        state = std::make_unique<HandoffSheet>(*flow, store, panels, clock);
         screen = std::make_unique<Screen>(
             kView, QSize(1440, 900),
             QVariantMap{{QStringLiteral("handoff"), QVariant::fromValue(state.get())}});
@@ -55,7 +55,7 @@ class SelectsHandoffViewTest : public HandoffTest {
 
     TestPanels panels;
     std::unique_ptr<SelectsHandoffViewModel> flow;
-    std::unique_ptr<HandoffScreenState> state;
+    std::unique_ptr<HandoffSheet> state;
     std::unique_ptr<Screen> screen;
 };
 
@@ -94,7 +94,7 @@ TEST_F(SelectsHandoffViewTest, MakesAPackageByKeysAndClicks) {
                   .videos.size(),
               3);
     screen->picture(text("handoff-done"));
-    QSignalSpy reveals(state.get(), &DeliveryScreenState::revealWanted);
+    QSignalSpy reveals(state.get(), &DeliverySheet::revealWanted);
     screen->click(text("handoff.done.reveal"));
     screen->click(text("handoff.done.revealFolder"));
     EXPECT_THAT(reveals, testing::ElementsAre(QVariantList{at("out/Tidewater Day 2 - Selects")},

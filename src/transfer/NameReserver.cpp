@@ -1,4 +1,4 @@
-#include "transfer/ExportNameReserver.h"
+#include "transfer/NameReserver.h"
 
 #include "platform/Paths.h"
 
@@ -12,32 +12,32 @@ namespace {
 constexpr qint64 kLargestNumber = 9999;
 
 QString numberSuffix(qint64 number) {
-    return number == ExportNameReserver::kUnnumbered
+    return number == NameReserver::kUnnumbered
                ? QString()
                : QStringLiteral(" (") + QString::number(number) + QLatin1Char(')');
 }
 
 } // namespace
 
-ExportNameReserver::ExportNameReserver(Seconds now) : m_now(std::move(now)) {}
+NameReserver::NameReserver(Seconds now) : m_now(std::move(now)) {}
 
-void ExportNameReserver::reserveName(const QString &name) {
+void NameReserver::reserveName(const QString &name) {
     m_usedNames.insert(name.toLower());
 }
-void ExportNameReserver::reserveStem(const QString &stem) {
+void NameReserver::reserveStem(const QString &stem) {
     m_usedStems.insert(stem.toLower());
 }
 
-QString ExportNameReserver::take(const QString &name) {
+QString NameReserver::take(const QString &name) {
     return take(name, m_usedStems, m_nextNumber);
 }
 
-QString ExportNameReserver::takeBesideStem(const QString &name) {
+QString NameReserver::takeBesideStem(const QString &name) {
     return take(name, {}, m_nextNumberBesideStem);
 }
 
-QString ExportNameReserver::take(const QString &name, const QSet<QString> &stems,
-                                 QHash<QString, qint64> &next) {
+QString NameReserver::take(const QString &name, const QSet<QString> &stems,
+                           QHash<QString, qint64> &next) {
     // Names and stems are only ever added, so a number that was taken once needn't be tried again.
     const QString key = name.toLower();
     qint64 number = next.value(key, kUnnumbered);
@@ -47,9 +47,9 @@ QString ExportNameReserver::take(const QString &name, const QSet<QString> &stems
     return free;
 }
 
-QString ExportNameReserver::firstFree(const QString &name, const QSet<QString> &usedNames,
-                                      const QSet<QString> &usedStems, qint64 &number,
-                                      const Seconds &now) {
+QString NameReserver::firstFree(const QString &name, const QSet<QString> &usedNames,
+                                const QSet<QString> &usedStems, qint64 &number,
+                                const Seconds &now) {
     const auto [stem, extension] = paths::split(name);
     const QString lowerStem = stem.toLower();
     const QString lowerExtension = extension.toLower();
@@ -66,7 +66,7 @@ QString ExportNameReserver::firstFree(const QString &name, const QSet<QString> &
     }
 }
 
-qint64 ExportNameReserver::systemSeconds() {
+qint64 NameReserver::systemSeconds() {
     return QDateTime::currentSecsSinceEpoch();
 }
 

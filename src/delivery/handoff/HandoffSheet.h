@@ -1,6 +1,6 @@
 #pragma once
 
-#include "delivery/DeliveryScreenState.h"
+#include "delivery/DeliverySheet.h"
 #include "delivery/handoff/SelectsHandoffViewModel.h"
 
 namespace corvane {
@@ -8,7 +8,7 @@ namespace corvane {
 /// What the sheet of a handoff shows, and what its controls do. Main thread; the objects handed in
 /// must outlive it.
 // The tools of QML know a base by its whole name only.
-class HandoffScreenState : public corvane::DeliveryScreenState {
+class HandoffSheet : public corvane::DeliverySheet {
     Q_OBJECT
     Q_PROPERTY(QString packageLocation READ packageLocation NOTIFY choicesChanged)
     Q_PROPERTY(QString projectName READ projectName WRITE setProjectName NOTIFY choicesChanged)
@@ -23,8 +23,8 @@ class HandoffScreenState : public corvane::DeliveryScreenState {
     Q_PROPERTY(QString summary READ summary NOTIFY planChanged)
 
   public:
-    HandoffScreenState(SelectsHandoffViewModel &flow, ProjectStore &store, FilePanels &panels,
-                       Clock &clock = Clock::system(), QObject *parent = nullptr);
+    HandoffSheet(SelectsHandoffViewModel &flow, ProjectStore &store, FilePanels &panels,
+                 Clock &clock = Clock::system(), QObject *parent = nullptr);
 
     Stage stage() const override;
     QStringList outputs() const override;

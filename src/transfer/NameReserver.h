@@ -11,12 +11,12 @@ namespace corvane {
 /// Hands out the names of one run, each once, as `uniqueExportName` would with the names handed out
 /// so far. It remembers for each name which number is to be tried next, so that a thousand files of
 /// one name cost a thousand steps and not a million. Case doesn't count.
-class ExportNameReserver {
+class NameReserver {
   public:
     /// Unix time in whole seconds; it numbers a name that has used up its other numbers.
     using Seconds = std::function<qint64()>;
 
-    explicit ExportNameReserver(Seconds now = systemSeconds);
+    explicit NameReserver(Seconds now = systemSeconds);
 
     void reserveName(const QString &name);
     void reserveStem(const QString &stem);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "delivery/DeliveryScreenState.h"
+#include "delivery/DeliverySheet.h"
 #include "delivery/export/ExportViewModel.h"
 
 namespace corvane {
@@ -8,7 +8,7 @@ namespace corvane {
 /// What the sheet of an export shows, and what its controls do. Main thread; the objects handed in
 /// must outlive it.
 // The tools of QML know a base by its whole name only.
-class ExportScreenState : public corvane::DeliveryScreenState {
+class ExportSheet : public corvane::DeliverySheet {
     Q_OBJECT
     Q_PROPERTY(bool includeWholeClips READ includeWholeClips WRITE setIncludeWholeClips NOTIFY
                    choicesChanged)
@@ -19,8 +19,8 @@ class ExportScreenState : public corvane::DeliveryScreenState {
     Q_PROPERTY(QString countLine READ countLine NOTIFY planChanged)
 
   public:
-    ExportScreenState(ExportViewModel &flow, ProjectStore &store, FilePanels &panels,
-                      Clock &clock = Clock::system(), QObject *parent = nullptr);
+    ExportSheet(ExportViewModel &flow, ProjectStore &store, FilePanels &panels,
+                Clock &clock = Clock::system(), QObject *parent = nullptr);
 
     Stage stage() const override;
     QStringList outputs() const override;

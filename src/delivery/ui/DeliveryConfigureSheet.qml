@@ -1,6 +1,6 @@
 // The sheet of a delivery before its run: the choices at the left, which scroll where the window is
 // low, and what they come to at the right. Return starts, Esc and "Back" leave.
-//   screen: DeliveryScreenState; startText: string; folderButton: Button (has the focus at first where
+//   sheet: DeliverySheet; startText: string; folderButton: Button (has the focus at first where
 //   it can't be started); default content: rows of choices; preview: items, laid out by the owner in
 //   `previewPane`; wholeHeight: real, read-only, at which no choice is scrolled away
 // Items are "<objectName>.cancel", ".start" and ".choices".
@@ -11,7 +11,7 @@ import Corvane.Delivery
 Sheet {
     id: control
 
-    required property DeliveryScreenState screen
+    required property DeliverySheet sheet
     property string startText
     property Button folderButton: null
     default property alias choices: form.data
@@ -22,11 +22,11 @@ Sheet {
 
     backText: qsTr("Back")
     sheetWidth: Theme.deliverySheetWidth
-    visible: screen.isOpen && screen.stage === DeliveryScreenState.Configure
+    visible: sheet.isOpen && sheet.stage === DeliverySheet.Configure
     defaultButton: start
-    initialFocus: screen.canStart ? start : folderButton
-    onEscapePressed: screen.dismiss()
-    onBackClicked: screen.dismiss()
+    initialFocus: sheet.canStart ? start : folderButton
+    onEscapePressed: sheet.dismiss()
+    onBackClicked: sheet.dismiss()
     onAboutToShow: flickable.contentY = 0
 
     footer: [
@@ -34,7 +34,7 @@ Sheet {
             objectName: control.objectName + ".cancel"
             large: true
             text: qsTr("Cancel")
-            onClicked: control.screen.dismiss()
+            onClicked: control.sheet.dismiss()
         },
         Button {
             id: start
@@ -42,10 +42,10 @@ Sheet {
             objectName: control.objectName + ".start"
             kind: Button.Primary
             large: true
-            enabled: control.screen.canStart
+            enabled: control.sheet.canStart
             text: control.startText
-            helpText: control.screen.startHelp
-            onClicked: control.screen.start()
+            helpText: control.sheet.startHelp
+            onClicked: control.sheet.start()
         }
     ]
 

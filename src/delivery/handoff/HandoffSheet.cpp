@@ -1,4 +1,4 @@
-#include "delivery/handoff/HandoffScreenState.h"
+#include "delivery/handoff/HandoffSheet.h"
 
 #include "delivery/ChoicePlaces.h"
 #include "delivery/ExportTexts.h"
@@ -42,25 +42,25 @@ QList<DeliveryResult> shown(const QList<HandoffRowFailure> &failures) {
 
 } // namespace
 
-HandoffScreenState::HandoffScreenState(SelectsHandoffViewModel &flow, ProjectStore &store,
-                                       FilePanels &panels, Clock &clock, QObject *parent)
-    : DeliveryScreenState(store, panels, clock, namingOf(flow), parent), m_flow(flow) {
+HandoffSheet::HandoffSheet(SelectsHandoffViewModel &flow, ProjectStore &store, FilePanels &panels,
+                           Clock &clock, QObject *parent)
+    : DeliverySheet(store, panels, clock, namingOf(flow), parent), m_flow(flow) {
     using Flow = SelectsHandoffViewModel;
-    connect(&flow, &Flow::choicesChanged, this, &HandoffScreenState::noteChoices);
-    connect(&flow, &Flow::recentDestinationsChanged, this, &HandoffScreenState::recentsChanged);
-    connect(&flow, &Flow::progressChanged, this, &HandoffScreenState::noteRun);
-    connect(&flow, &Flow::cancelStageChanged, this, &HandoffScreenState::noteRun);
-    connect(&flow, &Flow::stageChanged, this, &HandoffScreenState::noteStage);
+    connect(&flow, &Flow::choicesChanged, this, &HandoffSheet::noteChoices);
+    connect(&flow, &Flow::recentDestinationsChanged, this, &HandoffSheet::recentsChanged);
+    connect(&flow, &Flow::progressChanged, this, &HandoffSheet::noteRun);
+    connect(&flow, &Flow::cancelStageChanged, this, &HandoffSheet::noteRun);
+    connect(&flow, &Flow::stageChanged, this, &HandoffSheet::noteStage);
 }
 
-NamingFields::Choices HandoffScreenState::namingOf(SelectsHandoffViewModel &flow) {
+NamingFields::Choices HandoffSheet::namingOf(SelectsHandoffViewModel &flow) {
     return {.preset = [&flow] { return flow.choices().namingPreset; },
             .setPreset = [&flow](NamingPreset preset) { flow.setNamingPreset(preset); },
             .naming = [&flow]() -> const ExportNamingOptions & { return flow.choices().naming; },
             .setNaming = [&flow](const ExportNamingOptions &to) { flow.setNaming(to); }};
 }
 
-DeliveryScreenState::Stage HandoffScreenState::stage() const {
+DeliverySheet::Stage HandoffSheet::stage() const {
     switch (m_flow.stage()) {
     case SelectsHandoffViewModel::Stage::configure:
         return Stage::Configure;
@@ -72,88 +72,88 @@ DeliveryScreenState::Stage HandoffScreenState::stage() const {
     return Stage::Done;
 }
 
-QStringList HandoffScreenState::outputs() const {
+QStringList HandoffSheet::outputs() const {
     return choicePlaces::labels(kHandoffOutputs,
                                 [](auto mode) { return HandoffTexts::label(mode); });
 }
 
-QString HandoffScreenState::handlesHelp() const {
+QString HandoffSheet::handlesHelp() const {
     return HandoffTexts::handlesHelp();
 }
 
-QString HandoffScreenState::nothingText() const {
+QString HandoffSheet::nothingText() const {
     return HandoffTexts::nothingToHandOff();
 }
 
-void HandoffScreenState::chooseMode(int place) {
+void HandoffSheet::chooseMode(int place) {
     if (const auto mode = modeAt(place)) {
         m_flow.setMode(*mode);
     }
 }
 
-void HandoffScreenState::chooseOutput(int place) {
+void HandoffSheet::chooseOutput(int place) {
     if (const auto output = choicePlaces::at(kHandoffOutputs, place)) {
         m_flow.setOutputMode(*output);
     }
 }
 
-void HandoffScreenState::chooseHandle(int place) {
+void HandoffSheet::chooseHandle(int place) {
     if (const auto seconds = handleAt(place)) {
         m_flow.setSubclipHandleSeconds(*seconds);
     }
 }
 
-QString HandoffScreenState::packageLocation() const {
+QString HandoffSheet::packageLocation() const {
     return HandoffTexts::packageLocation(m_flow.choices());
 }
 
-QString HandoffScreenState::projectNamePlaceholder() {
+QString HandoffSheet::projectNamePlaceholder() {
     return HandoffTexts::projectNamePlaceholder();
 }
 
-QString HandoffScreenState::projectNameHelp() {
+QString HandoffSheet::projectNameHelp() {
     return HandoffTexts::projectNameHelp();
 }
 
-QStringList HandoffScreenState::recents() const {
+QStringList HandoffSheet::recents() const {
     return choicePlaces::labels(m_flow.recentDestinations(), inOneLine);
 }
 
-QString HandoffScreenState::recentsHelp() const {
+QString HandoffSheet::recentsHelp() const {
     return hasRecents() ? QString() : QStringLiteral("There was no handoff yet.");
 }
 
-void HandoffScreenState::chooseRecent(int place) {
+void HandoffSheet::chooseRecent(int place) {
     if (const auto folder = choicePlaces::at(m_flow.recentDestinations(), place)) {
         m_flow.setDestinationFolder(folder);
     }
 }
 
-void HandoffScreenState::resetFlow(const Project &project) {
+void HandoffSheet::resetFlow(const Project &project) {
     m_flow.reset(project);
 }
 
-void HandoffScreenState::startFlow(const Project &project) {
+void HandoffSheet::startFlow(const Project &project) {
     detach(m_flow.start(project));
 }
 
-void HandoffScreenState::cancelFlow() {
+void HandoffSheet::cancelFlow() {
     m_flow.requestCancel();
 }
 
-std::optional<QString> HandoffScreenState::chosenFolder() const {
+std::optional<QString> HandoffSheet::chosenFolder() const {
     return m_flow.choices().destinationFolder;
 }
 
-void HandoffScreenState::setChosenFolder(const QString &folder) {
+void HandoffSheet::setChosenFolder(const QString &folder) {
     m_flow.setDestinationFolder(folder);
 }
 
-QString HandoffScreenState::folderPanelMessage() const {
+QString HandoffSheet::folderPanelMessage() const {
     return QStringLiteral("Choose the destination folder");
 }
 
-DeliveryScreenState::ChoiceTexts HandoffScreenState::choiceTexts() const {
+DeliverySheet::ChoiceTexts HandoffSheet::choiceTexts() const {
     const HandoffChoices &choices = m_flow.choices();
     return {.folder = HandoffTexts::destination(choices),
             .mode = placeOf(choices.mode),
@@ -163,7 +163,7 @@ DeliveryScreenState::ChoiceTexts HandoffScreenState::choiceTexts() const {
             .handle = placeOfHandle(choices.subclipHandleSeconds)};
 }
 
-QList<DeliveryRow> HandoffScreenState::plan(const Project &project) {
+QList<DeliveryRow> HandoffSheet::plan(const Project &project) {
     const QList<HandoffClip> clips = planClips(project);
     m_summary = HandoffTexts::contentsSummary(clips);
     QList<DeliveryRow> rows;
@@ -177,7 +177,7 @@ QList<DeliveryRow> HandoffScreenState::plan(const Project &project) {
     return rows;
 }
 
-QString HandoffScreenState::obstacle() const {
+QString HandoffSheet::obstacle() const {
     const HandoffChoices &choices = m_flow.choices();
     if (!choices.destinationFolder) {
         return QStringLiteral("Choose a destination folder first.");
@@ -188,7 +188,7 @@ QString HandoffScreenState::obstacle() const {
     return hasRows() ? QString() : QStringLiteral("There is nothing to hand off.");
 }
 
-DeliveryScreenState::RunTexts HandoffScreenState::runTexts() const {
+DeliverySheet::RunTexts HandoffSheet::runTexts() const {
     RunTexts texts{.fraction = m_flow.overallFraction(),
                    .cancelText = ExportTexts::cancelButton(m_flow.cancelStage()),
                    .canCancel = m_flow.cancelStage() != CancelStage::hard};
@@ -203,7 +203,7 @@ DeliveryScreenState::RunTexts HandoffScreenState::runTexts() const {
     return texts;
 }
 
-DeliveryScreenState::ResultTexts HandoffScreenState::resultTexts() const {
+DeliverySheet::ResultTexts HandoffSheet::resultTexts() const {
     const HandoffResult &result = *m_flow.result();
     ResultTexts texts{.headline = HandoffTexts::headline(result),
                       .place = inOneLine(result.packageFolder.value_or(QString())),

@@ -1,4 +1,4 @@
-#include "delivery/DeliveryScreenState.h"
+#include "delivery/DeliverySheet.h"
 
 #include "delivery/ChoicePlaces.h"
 #include "delivery/ExportTexts.h"
@@ -33,47 +33,47 @@ QString existingFolder(QString folder) {
 
 } // namespace
 
-DeliveryScreenState::DeliveryScreenState(ProjectStore &store, FilePanels &panels, Clock &clock,
-                                         NamingFields::Choices naming, QObject *parent)
+DeliverySheet::DeliverySheet(ProjectStore &store, FilePanels &panels, Clock &clock,
+                             NamingFields::Choices naming, QObject *parent)
     : QObject(parent),
       m_store(store),
       m_panels(panels),
       m_clock(clock),
       m_naming(std::move(naming)) {
-    connect(&store, &ProjectStore::projectChanged, this, &DeliveryScreenState::followProject);
+    connect(&store, &ProjectStore::projectChanged, this, &DeliverySheet::followProject);
 }
 
-DeliveryScreenState::~DeliveryScreenState() = default;
+DeliverySheet::~DeliverySheet() = default;
 
-QString DeliveryScreenState::folderLine() const {
+QString DeliverySheet::folderLine() const {
     return inOneLine(folder());
 }
 
-QStringList DeliveryScreenState::modes() {
+QStringList DeliverySheet::modes() {
     return choicePlaces::labels(kModes, [](auto mode) { return ExportTexts::label(mode); });
 }
 
-QStringList DeliveryScreenState::handles() {
+QStringList DeliverySheet::handles() {
     return choicePlaces::labels(ExportTexts::handleChoices(), ExportTexts::handleLabel);
 }
 
-std::optional<ExportBatch::Mode> DeliveryScreenState::modeAt(int place) {
+std::optional<ExportBatch::Mode> DeliverySheet::modeAt(int place) {
     return choicePlaces::at(kModes, place);
 }
 
-int DeliveryScreenState::placeOf(ExportBatch::Mode mode) {
+int DeliverySheet::placeOf(ExportBatch::Mode mode) {
     return choicePlaces::placeOf(kModes, mode);
 }
 
-std::optional<double> DeliveryScreenState::handleAt(int place) {
+std::optional<double> DeliverySheet::handleAt(int place) {
     return choicePlaces::at(ExportTexts::handleChoices(), place);
 }
 
-int DeliveryScreenState::placeOfHandle(double seconds) {
+int DeliverySheet::placeOfHandle(double seconds) {
     return choicePlaces::placeOf(ExportTexts::handleChoices(), seconds);
 }
 
-void DeliveryScreenState::open() {
+void DeliverySheet::open() {
     if (m_isOpen || (!m_store.project() && stage() != Stage::Running)) {
         return;
     }
@@ -83,14 +83,14 @@ void DeliveryScreenState::open() {
     setOpen(true);
 }
 
-void DeliveryScreenState::beginAnew(const Project &project) {
+void DeliverySheet::beginAnew(const Project &project) {
     m_projectFile = m_store.fileURL();
     resetFlow(project);
     noteChoices();
     planNow();
 }
 
-void DeliveryScreenState::dismiss() {
+void DeliverySheet::dismiss() {
     if (m_isOpen && canDismiss()) {
         m_planTimer.reset();
         setOpen(false);
@@ -98,7 +98,7 @@ void DeliveryScreenState::dismiss() {
     }
 }
 
-void DeliveryScreenState::again() {
+void DeliverySheet::again() {
     if (stage() != Stage::Done) {
         return;
     }
@@ -109,14 +109,14 @@ void DeliveryScreenState::again() {
     }
 }
 
-void DeliveryScreenState::setOpen(bool open) {
+void DeliverySheet::setOpen(bool open) {
     if (std::exchange(m_isOpen, open) != open) {
         Q_EMIT isOpenChanged();
         Q_EMIT canStartChanged();
     }
 }
 
-void DeliveryScreenState::chooseFolder() {
+void DeliverySheet::chooseFolder() {
     if (stage() != Stage::Configure) {
         return;
     }
@@ -131,25 +131,25 @@ void DeliveryScreenState::chooseFolder() {
     });
 }
 
-void DeliveryScreenState::start() {
+void DeliverySheet::start() {
     if (canStart() && stage() == Stage::Configure && m_store.project()) {
         startFlow(*m_store.project());
     }
 }
 
-void DeliveryScreenState::requestCancel() {
+void DeliverySheet::requestCancel() {
     cancelFlow();
 }
 
-void DeliveryScreenState::reveal(const QString &path) {
+void DeliverySheet::reveal(const QString &path) {
     Q_EMIT revealWanted(path);
 }
 
-bool DeliveryScreenState::showsOpenProject() const {
+bool DeliverySheet::showsOpenProject() const {
     return m_store.project() && m_store.fileURL() == m_projectFile;
 }
 
-void DeliveryScreenState::followProject() {
+void DeliverySheet::followProject() {
     if (!m_isOpen || stage() != Stage::Configure) {
         return;
     }
@@ -160,7 +160,7 @@ void DeliveryScreenState::followProject() {
     }
 }
 
-void DeliveryScreenState::planSoon() {
+void DeliverySheet::planSoon() {
     if (m_planCost <= kQuickPlan) {
         planNow();
     } else {
@@ -168,7 +168,7 @@ void DeliveryScreenState::planSoon() {
     }
 }
 
-void DeliveryScreenState::planNow() {
+void DeliverySheet::planNow() {
     m_planTimer.reset();
     if (!m_store.project() || stage() != Stage::Configure) {
         return;
@@ -180,14 +180,14 @@ void DeliveryScreenState::planNow() {
     weighStart();
 }
 
-void DeliveryScreenState::weighStart() {
+void DeliverySheet::weighStart() {
     QString why = obstacle();
     if (std::exchange(m_startHelp, std::move(why)) != m_startHelp) {
         Q_EMIT canStartChanged();
     }
 }
 
-void DeliveryScreenState::noteChoices() {
+void DeliverySheet::noteChoices() {
     m_choices = choiceTexts();
     Q_EMIT choicesChanged();
     Q_EMIT m_naming.changed();
@@ -199,12 +199,12 @@ void DeliveryScreenState::noteChoices() {
     }
 }
 
-void DeliveryScreenState::noteRun() {
+void DeliverySheet::noteRun() {
     m_run = runTexts();
     Q_EMIT runChanged();
 }
 
-void DeliveryScreenState::noteStage() {
+void DeliverySheet::noteStage() {
     if (stage() == Stage::Running) {
         m_planTimer.reset();
         m_remaining.emplace(m_clock.monotonic());
@@ -218,15 +218,15 @@ void DeliveryScreenState::noteStage() {
     Q_EMIT stageChanged();
 }
 
-void DeliveryScreenState::appendUnder(const QString &heading, QList<DeliveryResult> rows,
-                                      QList<DeliveryResult> &all) {
+void DeliverySheet::appendUnder(const QString &heading, QList<DeliveryResult> rows,
+                                QList<DeliveryResult> &all) {
     if (!rows.isEmpty()) {
         rows.first().heading = heading;
         all.append(std::move(rows));
     }
 }
 
-QString DeliveryScreenState::remainingTime(double fraction) const {
+QString DeliverySheet::remainingTime(double fraction) const {
     return m_remaining ? m_remaining->text(fraction, m_clock.monotonic()) : QString();
 }
 

@@ -1,4 +1,4 @@
-#include "delivery/export/ExportScreenState.h"
+#include "delivery/export/ExportSheet.h"
 
 #include "delivery/ChoicePlaces.h"
 #include "delivery/ExportTexts.h"
@@ -40,23 +40,23 @@ template <typename Row> QList<DeliveryResult> shown(const QList<Row> &rows) {
 
 } // namespace
 
-ExportScreenState::ExportScreenState(ExportViewModel &flow, ProjectStore &store, FilePanels &panels,
-                                     Clock &clock, QObject *parent)
-    : DeliveryScreenState(store, panels, clock, namingOf(flow), parent), m_flow(flow) {
-    connect(&flow, &ExportViewModel::choicesChanged, this, &ExportScreenState::noteChoices);
-    connect(&flow, &ExportViewModel::progressChanged, this, &ExportScreenState::noteRun);
-    connect(&flow, &ExportViewModel::cancelStageChanged, this, &ExportScreenState::noteRun);
-    connect(&flow, &ExportViewModel::stageChanged, this, &ExportScreenState::noteStage);
+ExportSheet::ExportSheet(ExportViewModel &flow, ProjectStore &store, FilePanels &panels,
+                         Clock &clock, QObject *parent)
+    : DeliverySheet(store, panels, clock, namingOf(flow), parent), m_flow(flow) {
+    connect(&flow, &ExportViewModel::choicesChanged, this, &ExportSheet::noteChoices);
+    connect(&flow, &ExportViewModel::progressChanged, this, &ExportSheet::noteRun);
+    connect(&flow, &ExportViewModel::cancelStageChanged, this, &ExportSheet::noteRun);
+    connect(&flow, &ExportViewModel::stageChanged, this, &ExportSheet::noteStage);
 }
 
-NamingFields::Choices ExportScreenState::namingOf(ExportViewModel &flow) {
+NamingFields::Choices ExportSheet::namingOf(ExportViewModel &flow) {
     return {.preset = [&flow] { return flow.choices().namingPreset; },
             .setPreset = [&flow](NamingPreset preset) { flow.setNamingPreset(preset); },
             .naming = [&flow]() -> const ExportNamingOptions & { return flow.choices().naming; },
             .setNaming = [&flow](const ExportNamingOptions &to) { flow.setNaming(to); }};
 }
 
-DeliveryScreenState::Stage ExportScreenState::stage() const {
+DeliverySheet::Stage ExportSheet::stage() const {
     switch (m_flow.stage()) {
     case ExportViewModel::Stage::configure:
         return Stage::Configure;
@@ -68,61 +68,61 @@ DeliveryScreenState::Stage ExportScreenState::stage() const {
     return Stage::Done;
 }
 
-QStringList ExportScreenState::outputs() const {
+QStringList ExportSheet::outputs() const {
     return choicePlaces::labels(kExportOutputs, [](auto mode) { return ExportTexts::label(mode); });
 }
 
-QString ExportScreenState::handlesHelp() const {
+QString ExportSheet::handlesHelp() const {
     return ExportTexts::handlesHelp();
 }
 
-QString ExportScreenState::nothingText() const {
+QString ExportSheet::nothingText() const {
     return ExportTexts::nothingToExport();
 }
 
-void ExportScreenState::chooseMode(int place) {
+void ExportSheet::chooseMode(int place) {
     if (const auto mode = modeAt(place)) {
         m_flow.setMode(*mode);
     }
 }
 
-void ExportScreenState::chooseOutput(int place) {
+void ExportSheet::chooseOutput(int place) {
     if (const auto output = choicePlaces::at(kExportOutputs, place)) {
         m_flow.setOutputMode(*output);
     }
 }
 
-void ExportScreenState::chooseHandle(int place) {
+void ExportSheet::chooseHandle(int place) {
     if (const auto seconds = handleAt(place)) {
         m_flow.setSubclipHandleSeconds(*seconds);
     }
 }
 
-void ExportScreenState::resetFlow(const Project &project) {
+void ExportSheet::resetFlow(const Project &project) {
     m_flow.reset(project);
 }
 
-void ExportScreenState::startFlow(const Project &project) {
+void ExportSheet::startFlow(const Project &project) {
     detach(m_flow.start(project));
 }
 
-void ExportScreenState::cancelFlow() {
+void ExportSheet::cancelFlow() {
     m_flow.requestCancel();
 }
 
-std::optional<QString> ExportScreenState::chosenFolder() const {
+std::optional<QString> ExportSheet::chosenFolder() const {
     return m_flow.choices().outputFolder;
 }
 
-void ExportScreenState::setChosenFolder(const QString &folder) {
+void ExportSheet::setChosenFolder(const QString &folder) {
     m_flow.setOutputFolder(folder);
 }
 
-QString ExportScreenState::folderPanelMessage() const {
+QString ExportSheet::folderPanelMessage() const {
     return QStringLiteral("Choose the output folder");
 }
 
-DeliveryScreenState::ChoiceTexts ExportScreenState::choiceTexts() const {
+DeliverySheet::ChoiceTexts ExportSheet::choiceTexts() const {
     const ExportChoices &choices = m_flow.choices();
     return {.folder = ExportTexts::outputFolder(choices),
             .mode = placeOf(choices.mode),
@@ -132,7 +132,7 @@ DeliveryScreenState::ChoiceTexts ExportScreenState::choiceTexts() const {
             .handle = placeOfHandle(choices.subclipHandleSeconds)};
 }
 
-QList<DeliveryRow> ExportScreenState::plan(const Project &project) {
+QList<DeliveryRow> ExportSheet::plan(const Project &project) {
     const QList<ExportRowJob> jobs = m_flow.planRows(project, false);
     m_countLine = ExportTexts::countLine(countSelects(project, m_flow.choices()), jobs.size());
     QList<DeliveryRow> rows;
@@ -144,14 +144,14 @@ QList<DeliveryRow> ExportScreenState::plan(const Project &project) {
     return rows;
 }
 
-QString ExportScreenState::obstacle() const {
+QString ExportSheet::obstacle() const {
     if (!m_flow.choices().outputFolder) {
         return QStringLiteral("Choose an output folder first.");
     }
     return hasRows() ? QString() : QStringLiteral("There is nothing to export.");
 }
 
-DeliveryScreenState::RunTexts ExportScreenState::runTexts() const {
+DeliverySheet::RunTexts ExportSheet::runTexts() const {
     RunTexts texts{.fraction = m_flow.overallFraction(),
                    .cancelText = ExportTexts::cancelButton(m_flow.cancelStage()),
                    .canCancel = m_flow.cancelStage() != CancelStage::hard};
@@ -166,7 +166,7 @@ DeliveryScreenState::RunTexts ExportScreenState::runTexts() const {
     return texts;
 }
 
-DeliveryScreenState::ResultTexts ExportScreenState::resultTexts() const {
+DeliverySheet::ResultTexts ExportSheet::resultTexts() const {
     const ExportBatchResult &result = *m_flow.result();
     ResultTexts texts{.headline = ExportTexts::headline(result),
                       .backupLine = ExportTexts::backupLine(m_flow.backupError()),

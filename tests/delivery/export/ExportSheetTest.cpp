@@ -1,4 +1,4 @@
-#include "delivery/export/ExportScreenState.h"
+#include "delivery/export/ExportSheet.h"
 
 #include "delivery/DeliveryFixture.h"
 #include "delivery/ExportTexts.h"
@@ -16,9 +16,9 @@ using testing::SizeIs;
 namespace {
 
 /// Two clips and a subclip of the second, all selected.
-class ExportScreenStateTest : public ExportTest {
+class ExportSheetTest : public ExportTest {
   protected:
-    ExportScreenStateTest() {
+    ExportSheetTest() {
         project.shootDate = text("2026-03-01");
         addClip("A", "a.mov", "a");
         Subclip subclip = sampleSubclip(text("s"), text("B"));
@@ -28,13 +28,13 @@ class ExportScreenStateTest : public ExportTest {
     }
     void run() {
         QEventLoop loop;
-        QObject::connect(&state, &DeliveryScreenState::resultChanged, &loop, &QEventLoop::quit);
+        QObject::connect(&state, &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
         state.start();
         loop.exec();
     }
     /// Does it once the run has told of that row.
     void atRow(int index, const std::function<void()> &action) {
-        QObject::connect(&state, &DeliveryScreenState::runChanged, &state, [=, this] {
+        QObject::connect(&state, &DeliverySheet::runChanged, &state, [=, this] {
             if (state.progressLine().startsWith(QString::number(index + 1))) {
                 action();
             }
@@ -59,12 +59,12 @@ class ExportScreenStateTest : public ExportTest {
 
     TestPanels panels;
     ExportViewModel flow{&store, sessions};
-    ExportScreenState state{flow, store, panels, clock};
+    ExportSheet state{flow, store, panels, clock};
 };
 
 } // namespace
 
-TEST_F(ExportScreenStateTest, OpensWithTheDefaultsAndSaysWhatTheyMean) {
+TEST_F(ExportSheetTest, OpensWithTheDefaultsAndSaysWhatTheyMean) {
     EXPECT_FALSE(state.isOpen() || state.canStart());
     state.open();
     EXPECT_TRUE(state.isOpen() && state.canStart());
@@ -97,7 +97,7 @@ TEST_F(ExportScreenStateTest, OpensWithTheDefaultsAndSaysWhatTheyMean) {
     EXPECT_EQ(state.startHelp(), text("Choose an output folder first."));
 }
 
-TEST_F(ExportScreenStateTest, NamesFollowEveryFieldWithoutResettingTheList) {
+TEST_F(ExportSheetTest, NamesFollowEveryFieldWithoutResettingTheList) {
     state.open();
     QSignalSpy resets(state.rows(), &QAbstractItemModel::modelReset);
     QSignalSpy inserts(state.rows(), &QAbstractItemModel::rowsInserted);
@@ -132,7 +132,7 @@ TEST_F(ExportScreenStateTest, NamesFollowEveryFieldWithoutResettingTheList) {
     EXPECT_THAT(resets, IsEmpty());
 }
 
-TEST_F(ExportScreenStateTest, APlanThatTakesLongWaitsUntilTheKeysRest) {
+TEST_F(ExportSheetTest, APlanThatTakesLongWaitsUntilTheKeysRest) {
     // Each look at the time is later: the first plan seems to take long.
     class SlowClock : public TestClock {
       public:
@@ -142,10 +142,10 @@ TEST_F(ExportScreenStateTest, APlanThatTakesLongWaitsUntilTheKeysRest) {
       private:
         mutable std::chrono::milliseconds m_now{0};
     } slow;
-    ExportScreenState other(flow, store, panels, slow);
+    ExportSheet other(flow, store, panels, slow);
     other.open();
     slow.step = {};
-    QSignalSpy plans(&other, &DeliveryScreenState::planChanged);
+    QSignalSpy plans(&other, &DeliverySheet::planChanged);
     other.chooseMode(1);
     other.chooseMode(0);
     other.chooseMode(1);
@@ -158,7 +158,7 @@ TEST_F(ExportScreenStateTest, APlanThatTakesLongWaitsUntilTheKeysRest) {
     EXPECT_THAT(plans, SizeIs(2)) << "it was quick";
 }
 
-TEST_F(ExportScreenStateTest, ARunIsToldRowByRowAndItsResultsInTwoLists) {
+TEST_F(ExportSheetTest, ARunIsToldRowByRowAndItsResultsInTwoLists) {
     folder.write(footage("a.mov"), "changed");
     state.open();
     state.chooseOutput(1);
@@ -191,13 +191,13 @@ TEST_F(ExportScreenStateTest, ARunIsToldRowByRowAndItsResultsInTwoLists) {
                 at("project/selects/b_subclip-1.mov"),
             text("Failed / Cancelled (1)|exclamationmark.triangle.fill|a.mov|export so|")}));
     state.again();
-    EXPECT_EQ(state.stage(), DeliveryScreenState::Stage::Configure);
+    EXPECT_EQ(state.stage(), DeliverySheet::Stage::Configure);
     EXPECT_EQ(state.countLine(), text("1 of 3 rows"));
     state.dismiss();
     EXPECT_FALSE(state.isOpen());
 }
 
-TEST_F(ExportScreenStateTest, TheCancelButtonSaysWhatItDoesNext) {
+TEST_F(ExportSheetTest, TheCancelButtonSaysWhatItDoesNext) {
     state.open();
     QStringList labels;
     atRow(0, [&] {
@@ -220,7 +220,7 @@ TEST_F(ExportScreenStateTest, TheCancelButtonSaysWhatItDoesNext) {
     EXPECT_EQ(state.results()->rows().first().symbol, text("xmark.circle"));
 }
 
-TEST_F(ExportScreenStateTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {
+TEST_F(ExportSheetTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {
     files.setObserver([this](const QString &operation, const QString &path) {
         const bool isBackup = path.startsWith(at("project/.tmp"));
         const bool isManifest =
@@ -239,7 +239,7 @@ TEST_F(ExportScreenStateTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {
     EXPECT_FALSE(store.lastError());
 }
 
-TEST_F(ExportScreenStateTest, TheFolderIsAskedForFromOneThatExists) {
+TEST_F(ExportSheetTest, TheFolderIsAskedForFromOneThatExists) {
     state.chooseFolder();
     state.open();
     panels.answer = at("a\nb");
@@ -247,13 +247,13 @@ TEST_F(ExportScreenStateTest, TheFolderIsAskedForFromOneThatExists) {
     EXPECT_EQ(panels.choice.startFolder, at("project"));
     EXPECT_EQ(state.folder(), at("a\nb"));
     EXPECT_EQ(state.folderLine(), at("a b"));
-    QSignalSpy reveals(&state, &DeliveryScreenState::revealWanted);
+    QSignalSpy reveals(&state, &DeliverySheet::revealWanted);
     state.reveal(at("x"));
     EXPECT_THAT(reveals, ElementsAre(QVariantList{at("x")}));
 }
 
-TEST_F(ExportScreenStateTest, TheSheetGoesWithItsProjectButNotWithARunOfIt) {
-    QSignalSpy dismissals(&state, &DeliveryScreenState::dismissed);
+TEST_F(ExportSheetTest, TheSheetGoesWithItsProjectButNotWithARunOfIt) {
+    QSignalSpy dismissals(&state, &DeliverySheet::dismissed);
     state.open();
     await(store.closeProject());
     EXPECT_FALSE(state.isOpen());

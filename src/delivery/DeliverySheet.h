@@ -18,10 +18,10 @@ namespace corvane {
 /// dismisses it.
 ///
 /// Main thread. The objects handed in must outlive it.
-class DeliveryScreenState : public QObject {
+class DeliverySheet : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
-    Q_PROPERTY(corvane::DeliveryScreenState::Stage stage READ stage NOTIFY stageChanged)
+    Q_PROPERTY(corvane::DeliverySheet::Stage stage READ stage NOTIFY stageChanged)
     Q_PROPERTY(bool canDismiss READ canDismiss NOTIFY stageChanged)
 
     // Configure. A choice is a place in its labels, -1 for none of them.
@@ -72,7 +72,7 @@ class DeliveryScreenState : public QObject {
     enum class Stage { Configure, Running, Done };
     Q_ENUM(Stage)
 
-    ~DeliveryScreenState() override;
+    ~DeliverySheet() override;
 
     bool isOpen() const { return m_isOpen; }
     virtual Stage stage() const = 0;
@@ -175,8 +175,8 @@ class DeliveryScreenState : public QObject {
         QList<DeliveryResult> rows;
     };
 
-    DeliveryScreenState(ProjectStore &store, FilePanels &panels, Clock &clock,
-                        NamingFields::Choices naming, QObject *parent);
+    DeliverySheet(ProjectStore &store, FilePanels &panels, Clock &clock,
+                  NamingFields::Choices naming, QObject *parent);
 
     static std::optional<ExportBatch::Mode> modeAt(int place);
     static int placeOf(ExportBatch::Mode mode);

@@ -1,4 +1,4 @@
-#include "delivery/handoff/HandoffScreenState.h"
+#include "delivery/handoff/HandoffSheet.h"
 
 #include "delivery/handoff/HandoffFixture.h"
 #include "support/TestPanels.h"
@@ -13,9 +13,9 @@ using testing::SizeIs;
 namespace {
 
 /// A clip with a subclip, both selected, and a clip of which only the subclips are.
-class HandoffScreenStateTest : public HandoffTest {
+class HandoffSheetTest : public HandoffTest {
   protected:
-    HandoffScreenStateTest() {
+    HandoffSheetTest() {
         VideoRecord &both = addVideo("a.mov", "1");
         both.fileSizeBytes = 1000;
         addSubclip(both, "x");
@@ -34,7 +34,7 @@ class HandoffScreenStateTest : public HandoffTest {
     }
     void run() {
         QEventLoop loop;
-        QObject::connect(&state, &DeliveryScreenState::resultChanged, &loop, &QEventLoop::quit);
+        QObject::connect(&state, &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
         state.start();
         loop.exec();
     }
@@ -43,12 +43,12 @@ class HandoffScreenStateTest : public HandoffTest {
     SelectsHandoffViewModel flow{
         &store, sessions, cacheMaker,
         std::make_unique<QSettings>(at("defaults.ini"), QSettings::IniFormat)};
-    HandoffScreenState state{flow, store, panels, clock};
+    HandoffSheet state{flow, store, panels, clock};
 };
 
 } // namespace
 
-TEST_F(HandoffScreenStateTest, SaysWhatIsHandedOverAndWhatIsStillMissing) {
+TEST_F(HandoffSheetTest, SaysWhatIsHandedOverAndWhatIsStillMissing) {
     state.open();
     EXPECT_EQ(state.folder(), text("(none chosen)"));
     EXPECT_EQ(state.packageLocation(),
@@ -93,11 +93,11 @@ TEST_F(HandoffScreenStateTest, SaysWhatIsHandedOverAndWhatIsStillMissing) {
     EXPECT_FALSE(state.hasRows());
 }
 
-TEST_F(HandoffScreenStateTest, ARunTellsItsPhasesAndItsPackage) {
+TEST_F(HandoffSheetTest, ARunTellsItsPhasesAndItsPackage) {
     prepare();
     state.chooseOutput(1);
     QStringList lines;
-    QObject::connect(&state, &DeliveryScreenState::runChanged, &state, [&] {
+    QObject::connect(&state, &DeliverySheet::runChanged, &state, [&] {
         lines.append(state.progressLine() + QLatin1Char('|') + state.details());
         lines.removeDuplicates();
     });
@@ -124,7 +124,7 @@ TEST_F(HandoffScreenStateTest, ARunTellsItsPhasesAndItsPackage) {
     EXPECT_EQ(state.folder(), at("out"));
 }
 
-TEST_F(HandoffScreenStateTest, ARunThatFailsOrIsCancelledSaysSo) {
+TEST_F(HandoffSheetTest, ARunThatFailsOrIsCancelledSaysSo) {
     prepare();
     folder.write(footage("a.mov"), "changed");
     run();
@@ -134,14 +134,13 @@ TEST_F(HandoffScreenStateTest, ARunThatFailsOrIsCancelledSaysSo) {
 
     state.again();
     state.setProjectName(text("Show"));
-    const auto cancel =
-        QObject::connect(&state, &DeliveryScreenState::stageChanged, &state, [this] {
-            if (!state.canDismiss()) {
-                state.requestCancel();
-                EXPECT_EQ(state.cancelText(), text("Force Cancel"));
-                detach(store.closeProject());
-            }
-        });
+    const auto cancel = QObject::connect(&state, &DeliverySheet::stageChanged, &state, [this] {
+        if (!state.canDismiss()) {
+            state.requestCancel();
+            EXPECT_EQ(state.cancelText(), text("Force Cancel"));
+            detach(store.closeProject());
+        }
+    });
     run();
     QObject::disconnect(cancel);
     EXPECT_EQ(state.headline(), text("Handoff cancelled"));
