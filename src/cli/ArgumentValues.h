@@ -2,13 +2,13 @@
 
 #include "cli/Command.h"
 
-/// The values of arguments and options. Each throws `UsageError` for a text that isn't one; `what`
-/// names the argument in the message ("--rating", "IN").
+/// Parses arguments and option values. Throws `UsageError` for invalid text; `what` names the
+/// argument in the message ("--rating", "IN").
 namespace corvane::argumentValues {
 
-/// Seconds from 0, as digits with a decimal point.
+/// Non-negative decimal seconds.
 double seconds(const QString &text, const QString &what);
-/// A whole number from 0 to 5.
+/// An integer from 0 to 5.
 int rating(const QString &text, const QString &what);
 /// "on" or "off".
 bool onOrOff(const QString &text, const QString &what);

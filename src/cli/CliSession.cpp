@@ -6,7 +6,7 @@ namespace corvane {
 
 namespace {
 
-/// The one clip that has a file name.
+/// The only clip with this file name. Throws if there is none or more than one.
 QString onlyOne(const QString &name, const QStringList &namesakes) {
     if (namesakes.isEmpty()) {
         throw Failure(QStringLiteral("No clip has the id or the file name \"%1\".").arg(name));

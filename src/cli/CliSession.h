@@ -7,18 +7,16 @@
 
 namespace corvane {
 
-/// The session of one command: the lock on the user's data, the store and all that it stands on.
-/// Operations run the event loop until they are done, and throw what the store tells as its last
-/// error. Main thread.
+/// The session of one command: the lock on the data folder, the store and the services below it.
+/// Operations run the event loop until they are finished, and throw the store's last error. Main
+/// thread only.
 class CliSession {
   public:
-    /// Throws `AlreadyRunning` where another process has the data. Returns when an older registry
-    /// of grants was brought along.
+    /// Locks the data folder and migrates an older registry of grants. Throws `AlreadyRunning` if
+    /// another process holds the lock.
     ///
-    /// Replacing the older anchors reads every file that has one whole, and is only worth beginning
-    /// where it may end: a run that is over, or broken off, before that has read in vain, and the
-    /// next one begins again. So a command that is about something else leaves it out, and the one
-    /// that is about these grants waits for it.
+    /// The hash migration reads entire files and starts over if it is interrupted. Only commands
+    /// about grants should run it.
     explicit CliSession(const Console &console,
                         ContentHashMigration hashes = ContentHashMigration::Skipped);
 
@@ -28,11 +26,11 @@ class CliSession {
 
     void create(const NewProject &fields, const QString &file);
     void open(const QString &file);
-    /// Returns when every edit is in the file.
+    /// Writes all edits to the file.
     void save();
 
-    /// The ids of the clips that the texts name, each by its id or by a file name that no other
-    /// clip has, each clip once. Throws before anything is changed where one names none or several.
+    /// Returns the ids of the clips, named by id or by unique file name, without duplicates. Throws
+    /// if a text matches no clip or several.
     QStringList resolveClips(const QStringList &texts) const;
 
   private:

@@ -17,13 +17,13 @@ enum ExitStatus {
     kWrongUsage = 2,
 };
 
-/// The command line asks for something that the command doesn't have. Told with a hint at its help.
+/// Invalid usage of a command. Reported with a hint to its help.
 class UsageError : public Failure {
   public:
     using Failure::Failure;
 };
 
-/// One call of a command: its arguments and where its answer goes.
+/// A call of a command: its arguments and its output.
 class Invocation {
   public:
     Invocation(const QCommandLineParser &parser, Console &console);
@@ -33,22 +33,22 @@ class Invocation {
 
     QStringList arguments() const { return m_parser.positionalArguments(); }
     QString argument(int index) const { return arguments().at(index); }
-    /// Positional arguments as absolute paths, dots resolved. An empty one throws `UsageError`.
+    /// Positional arguments as absolute paths without "." and "..". Throw `UsageError` if empty.
     QString path(int index) const;
     QStringList pathsFrom(int index) const;
 
     bool isSet(const char *option) const { return m_parser.isSet(QLatin1String(option)); }
-    /// The option's value; the last one where it was given more than once.
+    /// The option's value, or the last one if it is repeated.
     std::optional<QString> value(const char *option) const;
     QStringList values(const char *option) const { return m_parser.values(QLatin1String(option)); }
     /// The option's value as an absolute path.
     std::optional<QString> pathValue(const char *option) const;
 
-    /// A line of text for people.
+    /// Prints a line of the text output.
     void printLine(const QString &line) const;
-    /// A line on the error stream that isn't the command's answer.
+    /// Prints a line to the error stream.
     void printNotice(const QString &line) const;
-    /// The command's whole answer.
+    /// Prints the JSON output. Called once.
     void printJSON(const std::function<void(JSONWriter &)> &write) const;
 
   private:
@@ -56,11 +56,11 @@ class Invocation {
     Console &m_console;
 };
 
-/// What the program can be told to do. `run` gives the exit status; a `UsageError` or any other
-/// `Failure` that it throws becomes one, and a message.
+/// A command of the program. `run` returns the exit status, or throws a `UsageError` or another
+/// `Failure`, which sets the exit status and prints a message.
 struct Command {
     QString name;
-    QString synopsis; ///< what follows the name, "PROJECT CLIP..."
+    QString synopsis; ///< positional arguments, "PROJECT CLIP..."
     QString summary;
     QList<QCommandLineOption> options;
     int fewestArguments = 0;
@@ -68,7 +68,7 @@ struct Command {
     int (*run)(const Invocation &call) = nullptr;
 };
 
-/// An option without a value, and one with.
+/// Make an option without and with a value.
 QCommandLineOption flagOption(const char *name, const char *description);
 QCommandLineOption valueOption(const char *name, const char *value, const char *description);
 

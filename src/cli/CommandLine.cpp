@@ -35,7 +35,7 @@ QString generalHelp() {
                       .arg(kProgram);
 }
 
-/// One call of the program: what it answers and how it says that something is wrong.
+/// A call of the program: parses the command line, runs the command and prints failures.
 class ProgramRun {
   public:
     ProgramRun(const QStringList &arguments, Console &console)

@@ -4,12 +4,11 @@
 
 namespace corvane {
 
-/// Every command, in the order of the help.
+/// All commands, in the order of the help.
 const QList<Command> &commands();
 
-/// The headless front end: runs the command that the arguments name and gives the exit status of
-/// the process. `arguments` begins with the program's own name. Never throws. Main thread; an
-/// application object must exist.
+/// Runs the command that the arguments name and returns the exit status. `arguments` starts with
+/// the program name. Never throws. Main thread only; requires an application object.
 int runCli(const QStringList &arguments, Console &console);
 
 } // namespace corvane

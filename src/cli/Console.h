@@ -8,15 +8,14 @@
 
 namespace corvane {
 
-/// What a command talks to: the two output streams, and where the user's data lie. A test gives one
-/// of its own.
+/// The environment of a command: its output streams and the user's data. Replaced by tests.
 class Console {
   public:
     virtual ~Console();
 
     virtual void writeOutput(const QByteArray &utf8) = 0;
     virtual void writeError(const QByteArray &utf8) = 0;
-    /// Whether somebody watches the error stream, so that a progress bar makes sense on it.
+    /// True if the error stream is a terminal, so that it can show a progress bar.
     virtual bool errorIsTerminal() const = 0;
     /// The folder of the recent list and the registry of grants.
     virtual QString dataFolder() const = 0;
@@ -24,7 +23,7 @@ class Console {
     virtual std::unique_ptr<QSettings> userDefaults() const = 0;
 };
 
-/// The process's own streams and the user's own folder.
+/// The streams of the process and the user's data folder.
 class SystemConsole : public Console {
   public:
     void writeOutput(const QByteArray &utf8) override;
@@ -33,12 +32,12 @@ class SystemConsole : public Console {
     QString dataFolder() const override;
     std::unique_ptr<QSettings> userDefaults() const override;
 
-    /// Hands out what is still buffered. False if any of the output couldn't be written.
+    /// Flushes the output. Returns false if any of it could not be written.
     bool finishOutput();
 };
 
-/// The text with what would move a terminal's cursor or break a line made harmless: file names can
-/// hold anything.
+/// Replaces control characters, which file names may contain, so that text cannot affect the
+/// terminal.
 QString printable(const QString &text);
 
 } // namespace corvane

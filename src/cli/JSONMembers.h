@@ -2,17 +2,17 @@
 
 #include "platform/JSONRecord.h"
 
-/// Members of a JSON object that is written by hand around records.
+/// Helpers for JSON objects that combine records with other members.
 namespace corvane {
 
-/// One member; an absent value is written as null.
+/// Writes one member; nullopt becomes null.
 template <typename Value>
 void writeMember(JSONWriter &writer, std::string_view key, const Value &value) {
     writer.key(key);
     JSONCodec<Value>::encode(writer, value);
 }
 
-/// All members of a record, as its own object has them.
+/// Writes all members of a record into the current object.
 template <JSONRecord Record> void writeMembers(JSONWriter &writer, const Record &record) {
     std::apply(
         [&](const auto &...field) {

@@ -7,8 +7,8 @@ namespace corvane {
 
 namespace {
 
-/// What one call marks. Everything that is asked for holds at the end: selecting comes behind
-/// rejecting, which takes a selection back, and the reviewed mark comes behind what sets it.
+/// The marks of one call, in the order in which they are applied: rejecting deselects, so selecting
+/// follows it, and the reviewed mark follows the marks that set it.
 struct Marks {
     std::optional<int> rating;
     std::optional<bool> favorite;

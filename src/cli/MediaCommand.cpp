@@ -48,8 +48,8 @@ bool isAsked(const ProjectStore &store, Kind kind) {
     return std::ranges::find(banners, kind, &MediaConfirmationBanner::kind) != banners.end();
 }
 
-/// Gives the answer to what is asked; what isn't asked isn't granted. False where something of it
-/// still waits afterwards, since it can't be read.
+/// Confirms the pending media of this kind. Returns false if some of them cannot be read and stay
+/// pending.
 bool confirm(ProjectStore &store, Kind kind, const Invocation &call) {
     if (!isAsked(store, kind)) {
         call.printNotice(QStringLiteral("Nothing waits for \"--confirm %1\".").arg(rawValue(kind)));

@@ -7,7 +7,7 @@ namespace corvane {
 namespace {
 
 constexpr int kBarCells = 24;
-constexpr qsizetype kMostTextCharacters = 44; ///< so that the line fits a terminal of 80
+constexpr qsizetype kMostTextCharacters = 44; ///< keeps the line within 80 columns
 constexpr std::chrono::milliseconds kRedrawInterval{100};
 
 } // namespace

@@ -7,17 +7,17 @@
 
 namespace corvane {
 
-/// A bar on the error stream that shows how far long work is. It shows nothing where nobody
-/// watches, and takes itself away when it is dropped. Main thread.
+/// A progress bar on the error stream. Draws only if the stream is a terminal, and erases itself on
+/// destruction. Main thread only.
 class ProgressLine {
   public:
     explicit ProgressLine(Console &console, Clock &clock = Clock::system());
     ~ProgressLine();
     Q_DISABLE_COPY_MOVE(ProgressLine)
 
-    /// From 0 to 1, and what is at work. Drawn at most ten times a second.
+    /// Shows a fraction from 0 to 1 and the current item. Draws at most ten times per second.
     void show(double fraction, const QString &text);
-    /// Work whose length isn't known.
+    /// Shows an item without a fraction.
     void show(const QString &text);
     void clear();
 

@@ -8,7 +8,7 @@ namespace corvane {
 
 namespace {
 
-/// A name as the setup of a project takes it.
+/// Validates a project name by the rules of the setup screen.
 QString nameOfNewProject(const Invocation &call) {
     const QString name = projectName::trimmed(call.value("name").value_or(QString()));
     if (name.isEmpty()) {

@@ -5,10 +5,10 @@
 
 namespace corvane {
 
-/// The document as its file has it, and how many clips and subclips it holds.
+/// Writes the members of the document and the numbers of its clips and subclips.
 void writeProject(JSONWriter &writer, const Project &project);
 
-/// The same in a few lines for people.
+/// Prints a summary as text.
 void printProject(const Invocation &call, const Project &project);
 
 } // namespace corvane

@@ -34,7 +34,7 @@ SubclipMarks subclipMarksOf(const Invocation &call) {
     return marks;
 }
 
-/// The store adds a subclip selected, unrated and without a label.
+/// New subclips are selected, unrated and without a label, so only other values are set.
 MixedSidebarRow addSubclip(ProjectStore &store, const QString &videoId, const SubclipMarks &marks) {
     const SubclipKey key{videoId, store.addSubclip(videoId, marks.inSeconds, marks.outSeconds)};
     if (marks.label) {

@@ -4,17 +4,17 @@
 
 namespace corvane {
 
-/// Rows of text in columns that line up, for people.
+/// A table with aligned columns for text output.
 class TextTable {
   public:
     explicit TextTable(QStringList headings);
 
     void addRow(QStringList cells);
-    /// Prints the headings and the rows; nothing where there are no rows.
+    /// Prints headings and rows. No-op without rows.
     void print(const Invocation &call) const;
 
   private:
-    QList<QStringList> m_rows; ///< the headings first
+    QList<QStringList> m_rows; ///< the first one has the headings
 };
 
 } // namespace corvane

@@ -8,7 +8,7 @@
 
 int main(int argc, char **argv) {
     corvane::useUtf8Locale();
-    // A reader that went away must not end an export before it is on record.
+    // A closed pipe must not kill an export before its results are recorded.
     std::signal(SIGPIPE, SIG_IGN);
     if (const int invalid = corvane::firstInvalidArgument(argc, argv)) {
         std::fprintf(stderr, "Argument %d is not valid UTF-8, so no path can be made of it.\n",

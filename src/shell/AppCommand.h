@@ -6,8 +6,7 @@
 
 namespace corvane {
 
-/// One command of the menus: what it is called, how it is reached and whether it may run now. Main
-/// thread.
+/// A menu command: its label, shortcut and enabled state. Main thread only.
 class AppCommand : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString id READ id CONSTANT)
@@ -20,7 +19,7 @@ class AppCommand : public QObject {
     struct Text {
         QString id;
         QString label;
-        QString shortcut; ///< as `QKeySequence` reads it; empty for none
+        QString shortcut; ///< in the syntax of `QKeySequence`; empty if the command has none
     };
 
     AppCommand(Text text, std::function<void()> action, QObject *parent);
@@ -34,7 +33,7 @@ class AppCommand : public QObject {
     void setEnabled(bool enabled);
     void setToolTip(const QString &text);
 
-    /// Does what the command is for. While it isn't enabled, nothing.
+    /// Runs the action. No-op while the command is disabled.
     Q_INVOKABLE void trigger() const;
 
   Q_SIGNALS:

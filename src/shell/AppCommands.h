@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// One line of a menu.
+/// A line of a menu: a command, a divider or the submenu of recent projects.
 struct MenuEntry {
     Q_GADGET
     Q_PROPERTY(corvane::AppCommand *command MEMBER command CONSTANT)
@@ -15,7 +15,7 @@ struct MenuEntry {
     Q_PROPERTY(bool isRecentProjects MEMBER isRecentProjects CONSTANT)
 
   public:
-    AppCommand *command = nullptr; ///< null for a divider and for the submenu
+    AppCommand *command = nullptr; ///< nullptr for a divider and for the submenu
     bool isRecentProjects = false; ///< the submenu "Open Recent"
 
     bool isDivider() const { return !command && !isRecentProjects; }
@@ -33,9 +33,9 @@ struct AppMenu {
     QVariantList entryValues() const;
 };
 
-/// Every command of the program, and the menus that they hang in. A command is enabled while what
-/// it needs is there: the three that change the session's state run as tasks, which outlive a
-/// closed menu. The objects handed in must outlive it. Main thread.
+/// All commands of the program and the menus that contain them. Commands follow the state of the
+/// session: they are enabled while they can run. The constructor's arguments must outlive this
+/// object. Main thread only.
 class AppCommands : public QObject {
     Q_OBJECT
     Q_PROPERTY(QVariantList all READ all CONSTANT)
@@ -49,16 +49,15 @@ class AppCommands : public QObject {
 
     const QList<AppMenu> &menus() const { return m_menus; }
     QVariantList menuValues() const;
-    /// Every command, for the shortcuts.
+    /// Every command, in the order of the menus.
     QVariantList all() const;
-    /// The command with this id, such as "saveProject", or null.
+    /// The command with this id, such as "saveProject", or nullptr.
     Q_INVOKABLE corvane::AppCommand *command(const QString &id) const;
 
     static QString openRecentLabel() { return QStringLiteral("Open Recent"); }
     static QString noRecentProjectsLabel() { return QStringLiteral("No recent projects"); }
 
   Q_SIGNALS:
-    /// The help window is wanted.
     void helpRequested();
 
   private:

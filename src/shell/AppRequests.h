@@ -4,8 +4,8 @@
 
 namespace corvane {
 
-/// What a menu asks of the screen that is showing. A command ends in an operation of the store or
-/// in one of these; there is no other way between them, and none carries anything. Main thread.
+/// Requests from commands to the current screen. A command either calls an operation of the store
+/// or emits one of these signals. Main thread only.
 class AppRequests : public QObject {
     Q_OBJECT
 

@@ -26,13 +26,13 @@ void ContentRouter::dismissError() {
 }
 
 void ContentRouter::leaveSetup() {
-    m_setupWasAskedFor = false;
+    m_isSetupRequested = false;
     m_setup.reset();
     updateScreen();
 }
 
 void ContentRouter::showSetup() {
-    m_setupWasAskedFor = true;
+    m_isSetupRequested = true;
     updateScreen();
 }
 
@@ -72,7 +72,7 @@ void ContentRouter::setHeld(bool held) {
     }
 }
 
-/// Raised once a project is open or gone, not at its edits.
+/// Called when a project was opened or closed, not for edits.
 void ContentRouter::noteOpenedFile() {
     if (m_store.fileURL()) {
         leaveSetup();
@@ -81,7 +81,7 @@ void ContentRouter::noteOpenedFile() {
 
 void ContentRouter::updateScreen() {
     const Screen screen = m_store.project()    ? Screen::Project
-                          : m_setupWasAskedFor ? Screen::Setup
+                          : m_isSetupRequested ? Screen::Setup
                                                : Screen::Home;
     if (std::exchange(m_screen, screen) != screen) {
         Q_EMIT screenChanged();

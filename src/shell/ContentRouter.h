@@ -9,9 +9,9 @@
 
 namespace corvane {
 
-/// What the main window shows: the screen for the state of the session, and over it the alert with
-/// the session's last error. It answers the requests for a new and another project. The objects
-/// handed in must outlive it. Main thread.
+/// Chooses the screen of the main window by the state of the session, and shows the session's last
+/// error as an alert. Handles the requests for a new and for another project. The constructor's
+/// arguments must outlive this object. Main thread only.
 class ContentRouter : public QObject {
     Q_OBJECT
     Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
@@ -23,7 +23,7 @@ class ContentRouter : public QObject {
     enum class Screen {
         Home,
         Setup,
-        Project, ///< while one is open
+        Project,
     };
     Q_ENUM(Screen)
 
@@ -33,19 +33,19 @@ class ContentRouter : public QObject {
     Screen screen() const { return m_screen; }
     bool hasError() const { return m_store.lastError().has_value(); }
     static QString errorTitle() { return QStringLiteral("Project error"); }
-    /// Of an error that says nothing about itself, "Unknown error."
+    /// The error's description, or "Unknown error." if that is empty.
     QString errorMessage() const;
 
-    /// "OK" on the alert.
+    /// Clears the last error.
     Q_INVOKABLE void dismissError();
-    /// "Back" and "Cancel" on the setup screen: home again, and its fields are forgotten.
+    /// Returns to the home screen and resets the setup fields.
     Q_INVOKABLE void leaveSetup();
-    /// Whether one project file is what is held over the window, and the opening of it.
+    /// True if the dragged items are exactly one project file.
     Q_INVOKABLE static bool canOpenDropped(const QList<QUrl> &urls);
     Q_INVOKABLE void openDropped(const QList<QUrl> &urls);
-    /// Opens a file that was named to the program. While held, the latest one waits.
+    /// Opens a project file. While held, keeps the latest file and opens it when the hold ends.
     void open(const QString &file);
-    /// Holds the open project while something runs that it must not be taken from.
+    /// Keeps the current project open while a run is in progress.
     void setHeld(bool held);
 
   Q_SIGNALS:
@@ -61,9 +61,9 @@ class ContentRouter : public QObject {
     ProjectStore &m_store;
     FilePanels &m_panels;
     ProjectSetup &m_setup;
-    bool m_setupWasAskedFor = false;
+    bool m_isSetupRequested = false;
     bool m_isHeld = false;
-    QString m_waitingFile; ///< empty for none
+    QString m_waitingFile; ///< empty if no file is waiting
     Screen m_screen = Screen::Home;
 };
 

@@ -16,8 +16,8 @@
 
 namespace corvane {
 
-/// The program but for its windows: the session and all that the screens are bound to, made in this
-/// order at start and kept for the life of the process. Needs no screen. Main thread.
+/// The application without its windows: the session and all objects that screens bind to. Lives as
+/// long as the process and needs no display. Main thread only.
 class CorvaneApp : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString productName READ productName CONSTANT)
@@ -35,17 +35,15 @@ class CorvaneApp : public QObject {
   public:
     using MakeProjectScreen = std::function<std::unique_ptr<OpenProjectScreen>(CorvaneApp &)>;
 
-    /// What the program is started with.
     struct Settings {
-        QString dataFolder; ///< whose lock the process holds
+        QString dataFolder; ///< the process must hold its `InstanceLock`
         UpdateSettings updates = UpdateSettings::builtIn();
         QString guide = QStringLiteral(":/corvane/UserGuide.md");
-        FilePanels *panels =
-            nullptr; ///< in the place of the screen's dialogs; must outlive the app
+        FilePanels *panels = nullptr; ///< replaces the file dialogs; must outlive the app
         Clock *clock = &Clock::system();
-        std::unique_ptr<QSettings> userDefaults = {}; ///< in the place of the user's own
+        std::unique_ptr<QSettings> userDefaults = {}; ///< replaces the user's settings
         ContentHashMigration hashes = ContentHashMigration::InBackground;
-        /// Makes what the screen of an open project is bound to, once the first is open.
+        /// Creates the screen of open projects. Called when the first project is opened.
         MakeProjectScreen makeProjectScreen = {};
     };
 
@@ -53,7 +51,7 @@ class CorvaneApp : public QObject {
     ~CorvaneApp() override;
 
     static QString productName() { return QStringLiteral("Corvane"); }
-    /// As "v1.0.0".
+    /// Such as "v1.0.0".
     static QString versionText();
 
     ProjectStore &store() { return m_store; }
@@ -66,15 +64,15 @@ class CorvaneApp : public QObject {
     HelpDocument *help() { return &m_help; }
     UpdaterController *updater() { return &m_updater; }
     DialogFilePanels *dialogs() { return &m_dialogs; }
-    /// The panels that everything asks its user with.
+    /// The file panels of all flows.
     FilePanels &panels() { return m_panels; }
     Clock &clock() { return m_clock; }
-    /// Null where the application was given no way to make it.
+    /// nullptr if `Settings::makeProjectScreen` is empty.
     OpenProjectScreen *projectScreen();
-    /// Ends the program with its event loop. What runs is ended first, and what it has brought into
-    /// the project is saved; otherwise nothing is, and nothing is asked.
+    /// Quits the event loop. If a run is in progress, ends it first and saves its results;
+    /// otherwise quits without saving or asking.
     Q_INVOKABLE void quit();
-    /// Takes a `quit` back that still waits for what runs: the program was asked for again.
+    /// Cancels a `quit` that still waits for a run, because the program was started again.
     void stay() { m_isQuitting = false; }
 
   private:

@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// The panels as dialogs of the screen: it shows a dialog for what is asked here, and hands back
-/// what its user chose.
+/// File panels as dialogs in QML: a request sets the properties and emits `asked`, the dialog calls
+/// `accept` or `reject`. Main thread only.
 class DialogFilePanels : public QObject, public FilePanels {
     Q_OBJECT
     Q_PROPERTY(QString title READ title NOTIFY asked)
@@ -33,19 +33,19 @@ class DialogFilePanels : public QObject, public FilePanels {
     const QString &title() const { return m_panel.message; }
     const QString &acceptLabel() const { return m_acceptLabel; }
     Kind kind() const { return m_kind; }
-    /// Where the panel begins: the folder of what was chosen last in this session, else the user's.
+    /// The initial folder: that of the latest choice in this session, else the user's home.
     QUrl folder() const;
-    /// The proposed name in that folder; empty for an open panel.
+    /// The proposed file in that folder; empty for panels that open files.
     QUrl proposedFile() const;
     QStringList nameFilters() const;
     QString defaultSuffix() const;
 
-    /// The user's answer. What isn't a file of this machine counts as no answer.
+    /// Delivers the user's choice. URLs that are not local files are ignored.
     Q_INVOKABLE void accept(const QList<QUrl> &urls);
     Q_INVOKABLE void reject();
 
   Q_SIGNALS:
-    /// A dialog is to be shown; the properties say which.
+    /// The dialog that the properties describe must be shown.
     void asked();
 
   private:
@@ -54,7 +54,7 @@ class DialogFilePanels : public QObject, public FilePanels {
     Kind m_kind = Kind::OpenFile;
     SavePanel m_panel;
     QString m_acceptLabel;
-    ChosenFiles m_chosen; ///< while a panel is up
+    ChosenFiles m_chosen; ///< empty unless a panel is open
     QString m_folder;
 };
 

@@ -16,7 +16,7 @@ FileReveal::FileReveal(QDBusConnection bus, OpenFolder openFolder, QObject *pare
     : QObject(parent), m_bus(std::move(bus)), m_openFolder(std::move(openFolder)) {}
 
 void FileReveal::reveal(const QString &path) {
-    if (!m_bus.isConnected()) { // nobody would ever answer
+    if (!m_bus.isConnected()) { // a call would never finish
         openFolderOf(path);
         return;
     }

@@ -8,19 +8,19 @@
 
 namespace corvane {
 
-/// Shows a file in the desktop's file browser, marked in its folder; where no file browser answers,
-/// the folder is opened as the desktop opens folders. Main thread.
+/// Selects a file in the desktop's file browser. If no file browser responds, opens its folder with
+/// the desktop's default program. Main thread only.
 class FileReveal : public QObject {
     Q_OBJECT
 
   public:
     using OpenFolder = std::function<bool(const QUrl &folder)>;
 
-    /// `bus` is where the file browser is looked for.
+    /// `bus` is the session bus of the file browser.
     explicit FileReveal(QObject *parent = nullptr);
     FileReveal(QDBusConnection bus, OpenFolder openFolder, QObject *parent = nullptr);
 
-    /// Asks for it and returns at once.
+    /// Sends the request and returns at once.
     Q_INVOKABLE void reveal(const QString &path);
 
   private:

@@ -53,15 +53,15 @@ QList<HelpDocument::Block> HelpDocument::parse(const QString &content) {
     return blocks;
 }
 
-HelpDocument::HelpDocument(QString place, QObject *parent)
-    : QAbstractListModel(parent), m_place(std::move(place)) {}
+HelpDocument::HelpDocument(QString path, QObject *parent)
+    : QAbstractListModel(parent), m_path(std::move(path)) {}
 
 void HelpDocument::load() {
     if (!isLoading()) {
         return;
     }
     beginResetModel();
-    QFile guide(m_place);
+    QFile guide(m_path);
     if (!guide.exists()) {
         m_loadError = QStringLiteral("UserGuide.md not found in bundle.");
     } else if (!guide.open(QIODevice::ReadOnly)) {

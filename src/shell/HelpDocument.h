@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-/// The user guide, a row a block. It is read when the help window first shows it. Main thread.
+/// The user guide as a list with one row per block. Main thread only.
 class HelpDocument : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(QString loadError READ loadError NOTIFY loaded)
@@ -19,32 +19,31 @@ class HelpDocument : public QAbstractListModel {
     /// One line of the guide.
     struct Block {
         Kind kind = Gap;
-        QString text; ///< as it was written, without the mark that makes it a heading or a bullet
+        QString text; ///< Markdown without the marker of the heading or bullet
 
         bool operator==(const Block &) const = default;
     };
-    /// Each line becomes one block, whatever stands around it.
+    /// Makes each line one block, independent of adjacent lines.
     static QList<Block> parse(const QString &content);
 
     enum Role {
         KindRole = Qt::UserRole + 1, ///< "kind", a `Kind`
-        TextRole,                    ///< "text": of a paragraph or a bullet rich text, else plain
+        TextRole,                    ///< "text": rich text for paragraphs and bullets, else plain
     };
-    /// `place` is the guide's file, or its name in the program's resources (":/...").
-    explicit HelpDocument(QString place, QObject *parent = nullptr);
+    /// `path` is a file or a resource (":/...").
+    explicit HelpDocument(QString path, QObject *parent = nullptr);
 
     const QString &content() const { return m_content; }
-    /// Empty unless the guide couldn't be read.
+    /// Why the guide could not be read; empty if it was read or not loaded yet.
     const QString &loadError() const { return m_loadError; }
-    /// True while there is neither a guide nor a reason why not.
+    /// True until the guide was read or failed to load.
     bool isLoading() const { return m_content.isEmpty() && m_loadError.isEmpty(); }
     static QString windowTitle() { return QStringLiteral("Corvane Help"); }
     static QString windowId() { return QStringLiteral("help"); }
 
-    /// Reads the guide; once is enough.
+    /// Reads the guide. No-op after the first successful call.
     Q_INVOKABLE void load();
-    /// Opens a link of the guide in the user's browser or mail program; any other kind of address
-    /// opens nothing, and false is given.
+    /// Opens a web or mail link in the user's program. Returns false for any other scheme.
     Q_INVOKABLE static bool openLink(const QString &address);
     static bool mayOpen(const QString &address);
 
@@ -56,7 +55,7 @@ class HelpDocument : public QAbstractListModel {
     void loaded();
 
   private:
-    QString m_place;
+    QString m_path;
     QString m_content;
     QString m_loadError;
     QList<Block> m_blocks;

@@ -8,8 +8,8 @@ namespace corvane {
 
 namespace {
 
-/// Stands before the text, so that nothing at its beginning begins a block. It is punctuation, as
-/// emphasis at the beginning of a word needs it.
+/// Prepended to the text so that its first characters cannot start a block. Punctuation, because
+/// emphasis must be recognized right after it.
 constexpr char kGuard = '.';
 
 struct RichText {
@@ -21,8 +21,8 @@ QString decoded(const MD_CHAR *text, MD_SIZE size) {
     return QString::fromUtf8(text, qsizetype(size));
 }
 
-/// The address of a link, which the parser hands over in pieces of text and entities. An entity
-/// such as "&amp;" is what rich text means by it as well.
+/// The address of a link, which the parser passes as pieces of text and entities. Entities such as
+/// "&amp;" are valid in rich text.
 QString richText(const MD_ATTRIBUTE &attribute) {
     QString text;
     for (int i = 0; attribute.size > 0 && attribute.substr_offsets[i] < attribute.size; ++i) {
@@ -51,7 +51,7 @@ int enterSpan(MD_SPANTYPE type, void *detail, void *into) {
                     .arg(richText(static_cast<MD_SPAN_A_DETAIL *>(detail)->href));
         break;
     default:
-        break; // a picture shows the words that stand for it
+        break; // an image shows its alternative text
     }
     return 0;
 }
@@ -84,7 +84,7 @@ int addText(MD_TEXTTYPE type, const MD_CHAR *text, MD_SIZE size, void *into) {
         rich.isAfterGuard = true;
         piece.remove(0, 1);
     }
-    // An entity such as "&amp;" is what the screen's rich text means by it as well.
+    // Entities such as "&amp;" are valid in rich text.
     rich.text += type == MD_TEXT_ENTITY ? piece : piece.toHtmlEscaped();
     return 0;
 }

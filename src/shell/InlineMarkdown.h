@@ -4,9 +4,8 @@
 
 namespace corvane {
 
-/// One line of text with Markdown's inline forms, as rich text for the screen: bold, italic, code
-/// and links become tags, and everything else, markup of other languages included, shows as it was
-/// written. Forms that begin a block (a list, a quote, a fence) mean nothing here.
+/// Converts one line with inline Markdown to rich text. Bold, italic, code and links become tags;
+/// all other text, including HTML, is escaped. Block markers (list, quote, fence) have no effect.
 QString richTextOfInlineMarkdown(const QString &line);
 
 } // namespace corvane

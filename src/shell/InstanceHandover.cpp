@@ -28,7 +28,7 @@ QString socketPath(const QString &dataFolder) {
                          QStringLiteral("corvane-") + QLatin1String(digest.left(16)));
 }
 
-/// An answer is only taken for a message that could be what it says.
+/// Rejects a length that a valid message cannot have.
 bool isAcceptable(const QString &file) {
     return file.isEmpty() || (QDir::isAbsolutePath(file) && !file.contains(QChar(u'\0')));
 }

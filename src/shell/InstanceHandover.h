@@ -10,32 +10,30 @@ class QLocalSocket;
 
 namespace corvane {
 
-/// How a second start of the application reaches the first: a socket named "handover" in the
-/// application's data folder, or in the runtime folder where that name is too long for a socket.
-/// The process that holds the `InstanceLock` listens. Only the user's own processes are heard.
-///
-/// A message is one block of `QDataStream`: the path of the file to open, empty for none. It is
-/// answered by one byte once it was understood.
+/// Passes a file from a second start of the application to the running one, through a local socket
+/// named "handover" in the application's data folder (or in the runtime folder if the path is too
+/// long for a socket). The process that holds the `InstanceLock` listens, for processes of the same
+/// user only. docs/file-formats.md describes the message. Main thread only.
 class InstanceHandover : public QObject {
     Q_OBJECT
 
   public:
-    /// Longer messages aren't read.
+    /// Longer messages are refused. In bytes.
     static constexpr qint64 kMessageLimit = 64 << 10;
 
-    /// Listens, in the place of whoever did so before and is gone. Where that can't be,
-    /// `isListening` is false and a second start is told who holds the data.
+    /// Starts to listen, replacing the socket of a process that ended. On failure `isListening` is
+    /// false, and a second start only reports that the data folder is in use.
     explicit InstanceHandover(const QString &dataFolder, QObject *parent = nullptr);
 
     bool isListening() const { return m_server.isListening(); }
 
-    /// Hands a file (an absolute path, or an empty text for none) to the process that listens.
-    /// False where nobody takes it within `patience`. Blocks, and needs no event loop.
+    /// Sends an absolute path, or an empty string for no file, to the listening process. Returns
+    /// false if it is not accepted within `patience`. Blocks; needs no event loop.
     static bool handOver(const QString &dataFolder, const QString &file,
                          std::chrono::milliseconds patience);
 
   Q_SIGNALS:
-    /// Somebody started the application again; `file` is empty where no file was named.
+    /// The application was started again; `file` is empty if it was started without one.
     void startedAgain(const QString &file);
 
   private:

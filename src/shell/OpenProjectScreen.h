@@ -4,17 +4,17 @@
 
 namespace corvane {
 
-/// The screen of an open project as the program around it knows it. Main thread.
+/// Interface of the screen of open projects, which the program loads on demand. Main thread only.
 class OpenProjectScreen : public QObject {
     Q_OBJECT
 
   public:
     using QObject::QObject;
 
-    /// Whether an import, an export or a handoff is in work.
+    /// True while an import, an export or a handoff is in progress.
     virtual bool isRunning() const = 0;
-    /// Asks what runs to end soon, with whole files and nothing temporary left. `isRunning` falls
-    /// when it has.
+    /// Ends the run in progress soon, leaving complete files and no temporary ones. `isRunning`
+    /// becomes false when it has ended.
     virtual void endRuns() = 0;
 
   Q_SIGNALS:

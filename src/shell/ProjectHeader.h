@@ -4,7 +4,8 @@
 
 namespace corvane {
 
-/// What the top row of an open project tells. The store must outlive it. Main thread.
+/// Texts and states of the header above an open project. The store must outlive this object. Main
+/// thread only.
 class ProjectHeader : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString projectName READ projectName NOTIFY changed)
@@ -19,7 +20,7 @@ class ProjectHeader : public QObject {
   public:
     explicit ProjectHeader(ProjectStore &store, QObject *parent = nullptr);
 
-    /// The fields are those of the open project; empty and false where there is none.
+    // Empty or false if no project is open.
     const QString &projectName() const { return m_state.projectName; }
     const QString &statusMessage() const { return m_state.statusMessage; }
     bool hasSelects() const { return m_state.hasSelects; }

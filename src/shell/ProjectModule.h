@@ -7,16 +7,16 @@ namespace corvane {
 class CorvaneApp;
 class OpenProjectScreen;
 
-/// The part of the program that an open project needs: the player, the flows and their screens. It
-/// lies beside the executable as "corvane-project" and is loaded when it is first asked for, which
-/// takes about a tenth of a second. Main thread.
+/// Loads the module "corvane-project" beside the executable, which contains the player, the flows
+/// and their screens. Loading takes about 0.1 s. Main thread only.
 namespace projectModule {
 
-/// The module's entry, with C linkage under this name.
+/// Entry point of the module, with C linkage and the name `kEntryName`.
 using Entry = OpenProjectScreen *(*)(CorvaneApp &app);
 constexpr const char *kEntryName = "corvaneMakeProjectScreen";
 
-/// Throws a Failure where the module can't be loaded: the installation is broken then.
+/// Loads the module on the first call. Throws `Failure` if it cannot be loaded, because the
+/// installation is broken.
 std::unique_ptr<OpenProjectScreen> makeProjectScreen(CorvaneApp &app);
 
 } // namespace projectModule

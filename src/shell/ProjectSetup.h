@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// What the setup screen gathers for a new project, and the creating of it. The objects handed in
-/// must outlive it. Main thread.
+/// The fields of a new project, and its creation. The constructor's arguments must outlive this
+/// object. Main thread only.
 class ProjectSetup : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString projectName READ projectName WRITE setProjectName NOTIFY changed)
@@ -29,32 +29,32 @@ class ProjectSetup : public QObject {
     const QString &projectName() const { return m_fields.projectName; }
     bool includeShootDate() const { return m_fields.includeShootDate; }
     const QDate &shootDate() const { return m_fields.shootDate; }
-    /// As "2026-03-01".
+    /// Such as "2026-03-01".
     QString shootDateText() const;
     const QString &clientOrSeries() const { return m_fields.clientOrSeries; }
     const QString &location() const { return m_fields.location; }
     const QString &notes() const { return m_fields.notes; }
     bool createProjectFolder() const { return m_fields.createProjectFolder; }
     bool isCreating() const { return m_isCreating; }
-    /// The name is valid and nothing is being created.
+    /// True if the name is valid and no project is being created.
     bool canCreate() const;
-    /// What will lie where, in lines.
+    /// The files and folders that will be created, one per line.
     QString layoutPreview() const;
 
     void setProjectName(const QString &text);
     void setIncludeShootDate(bool include);
-    /// A text that is no date of the calendar in that form changes nothing; `changed` is raised all
-    /// the same, so that a field shows the date again.
+    /// Ignores text that is not a valid date of that form, but emits `changed`, so that the field
+    /// shows the previous date again.
     void setShootDateText(const QString &text);
     void setClientOrSeries(const QString &text);
     void setLocation(const QString &text);
     void setNotes(const QString &text);
     void setCreateProjectFolder(bool create);
 
-    /// Asks where, then creates the project. A cancelled panel changes nothing; a failure is the
-    /// store's last error, and the fields stay.
+    /// Asks for the location, then creates the project. No-op if the panel is cancelled. A failure
+    /// becomes the store's last error, and the fields stay.
     Q_INVOKABLE void create();
-    /// All fields as at the start.
+    /// Resets all fields to their initial values.
     void reset();
 
   Q_SIGNALS:

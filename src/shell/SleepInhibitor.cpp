@@ -38,8 +38,8 @@ SerialExecutor &connectingExecutor() {
 
 } // namespace
 
-/// Asks, holds what was given, and gives it back. It outlives its inhibitor while an answer is on
-/// its way: only the answer says what there is to give back.
+/// Requests an inhibition, holds it and releases it. Outlives its inhibitor until the response
+/// arrives, because only the response identifies the inhibition.
 class SleepInhibitor::Request : public QObject {
   public:
     Request(QString why, Buses buses) : m_why(std::move(why)), m_buses(std::move(buses)) {}
@@ -92,7 +92,7 @@ class SleepInhibitor::Request : public QObject {
         });
     }
 
-    /// A bus that isn't there answers at once, with a failure: its calls never come to an end.
+    /// Fails at once if the bus is not connected, because its calls would never finish.
     void ask(const QDBusConnection &bus, const QDBusMessage &question,
              std::function<void(const QDBusPendingCall &)> answered) {
         if (!bus.isConnected()) {
@@ -107,7 +107,7 @@ class SleepInhibitor::Request : public QObject {
                 });
     }
 
-    /// Nothing more is asked.
+    /// No further request follows.
     void settle() {
         m_isSettled = true;
         if (!m_isWanted) {
@@ -116,7 +116,7 @@ class SleepInhibitor::Request : public QObject {
         }
     }
 
-    /// The login manager's lock is the open descriptor.
+    /// The login manager's lock is held as long as the descriptor is open.
     void giveBack() {
         m_lock = QDBusUnixFileDescriptor();
         if (m_cookie) {

@@ -7,33 +7,32 @@
 
 namespace corvane {
 
-/// While it lives, the desktop neither falls asleep nor counts the time without a hand as idle. It
-/// asks the system's login manager, else the session's screen saver; where neither answers there is
-/// nothing to hold, and that is no failure. Nothing here waits: dropped before the answer is there,
-/// it lets go as soon as it comes. Main thread.
+/// Prevents sleep and idle actions of the desktop during its lifetime. Asks the login manager, then
+/// the screen saver of the session; if neither responds, it has no effect. Never blocks: if it is
+/// destroyed before the response arrives, the inhibition is released on arrival. Main thread only.
 class SleepInhibitor {
   public:
-    /// Give a bus. Called on a thread of their own, as connecting waits.
+    /// Connect to a bus. Called on a separate thread, because connecting blocks.
     struct Buses {
         std::function<QDBusConnection()> system;
         std::function<QDBusConnection()> session;
     };
 
-    /// `why` is what the desktop tells its user: "Footage is being imported."
+    /// `why` is shown to the user by the desktop: "Footage is being imported."
     explicit SleepInhibitor(const QString &why);
     SleepInhibitor(const QString &why, Buses buses);
     ~SleepInhibitor();
     Q_DISABLE_COPY_MOVE(SleepInhibitor)
 
-    /// Whether the desktop has said that it stays awake.
+    /// True if the desktop confirmed the inhibition.
     bool isHeld() const;
-    /// Whether nothing more is asked.
+    /// True if no request is in progress.
     bool isSettled() const;
 
   private:
     class Request;
 
-    Request *m_request; ///< ends itself once it was released and answered
+    Request *m_request; ///< deletes itself when it is released and answered
 };
 
 } // namespace corvane

@@ -59,7 +59,7 @@ void UpdateDownload::checkSize(qint64 received, qint64 total) {
 void UpdateDownload::breakOff(const QString &why) {
     if (m_problem.isEmpty()) {
         m_problem = why;
-        m_reply->abort(); // nothing where it has ended
+        m_reply->abort(); // no-op if it is finished
     }
 }
 

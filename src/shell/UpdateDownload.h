@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// One small file from an address that is kept within limits of size, time and redirects, and to
-/// addresses that may be fetched from. Main thread.
+/// Downloads one small file, with limits on its size, time and redirects, and on the addresses it
+/// may come from. Main thread only.
 class UpdateDownload : public QObject {
     Q_OBJECT
 
@@ -17,18 +17,18 @@ class UpdateDownload : public QObject {
     static constexpr int kRedirectLimit = 3;
     static constexpr std::chrono::milliseconds kPatience{15'000};
 
-    /// Over a network only https; on the machine itself http too.
+    /// True for https, and for http on the local machine.
     static bool mayFetch(const QUrl &address);
 
-    /// Begins. The address must be one that may be fetched from, and the clock outlives this.
+    /// Starts the download. `mayFetch(address)` must be true, and the clock must outlive this.
     UpdateDownload(const QUrl &address, Clock &clock);
 
-    /// Once finished: why there is no content, or an empty text.
+    /// Why the download failed; empty if it succeeded. Valid after `finished`.
     QString problem() const;
     QByteArray content() { return m_reply->readAll(); }
 
   Q_SIGNALS:
-    /// Raised from the event loop, so that a receiver may delete this.
+    /// Emitted from the event loop; a receiver may delete this object.
     void finished();
 
   private:
@@ -38,7 +38,7 @@ class UpdateDownload : public QObject {
     void breakOff(const QString &why);
 
     QNetworkAccessManager m_network;
-    QNetworkReply *m_reply = nullptr; ///< the manager's child, of the last address
+    QNetworkReply *m_reply = nullptr; ///< of the latest redirect; a child of the manager
     std::unique_ptr<Clock::Timer> m_timer;
     QString m_problem;
     int m_redirects = 0;

@@ -10,30 +10,28 @@
 
 namespace corvane {
 
-/// What a feed says is there.
+/// The version announced by a feed.
 struct AvailableVersion {
     QVersionNumber version;
-    QUrl page; ///< where a person can get it; may be empty
+    QUrl page; ///< web page of the version; may be empty
 
     bool operator==(const AvailableVersion &) const = default;
 };
 
-/// The feed of versions: a JSON object, and beside it, at the same address with ".sig" behind it,
-/// its Ed25519 signature in base64. Main thread.
+/// The signed update feed; docs/file-formats.md describes it. Main thread only.
 namespace updateFeed {
 
-/// Why a feed isn't believed.
+/// A feed that is unavailable, malformed or not signed correctly.
 class FeedError : public Failure {
   public:
     using Failure::Failure;
 };
 
-/// Fetches both files, each within the limits of `UpdateDownload`, and reads them. `publicKey` is
-/// in base64. Throws `FeedError`.
+/// Downloads the feed and its signature and reads them. `publicKey` is base64. Throws `FeedError`.
 QCoro::Task<AvailableVersion> fetch(QUrl address, QByteArray publicKey, Clock &clock);
 
-/// Checks the signature over exactly these bytes and reads them. Key and signature are in base64.
-/// Throws `FeedError`.
+/// Verifies the signature over the exact bytes of the feed and parses it. Key and signature are
+/// base64. Throws `FeedError`.
 AvailableVersion read(const QByteArray &feed, const QByteArray &signature,
                       const QByteArray &publicKey);
 

@@ -9,19 +9,18 @@
 
 namespace corvane {
 
-/// Where newer versions are told of, and by whom: settings of whoever delivers the program.
+/// The update feed and its key, set by the distributor of the program.
 struct UpdateSettings {
     QUrl feed;
-    QByteArray publicKey; ///< base64; without one no check is made
+    QByteArray publicKey; ///< base64; if empty, no check is made
     QString version;      ///< of this program
 
-    /// What this program was built with.
+    /// The settings of this build.
     static UpdateSettings builtIn();
 };
 
-/// Looks whether there is a newer version, when it is told to. It tells of it and does no more:
-/// nothing is downloaded or installed. A check that could not be verified is refused, and that is
-/// told in one line of the log. Main thread.
+/// Checks for a newer version on request and announces it; never downloads or installs one. A check
+/// that fails or cannot be verified only writes a line to the log. Main thread only.
 class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString resultTitle READ resultTitle CONSTANT)
@@ -31,15 +30,15 @@ class UpdaterController : public QObject {
     explicit UpdaterController(UpdateSettings settings, Clock &clock = Clock::system(),
                                QObject *parent = nullptr);
 
-    /// False while a check runs.
+    /// False while a check is in progress.
     bool canCheck() const { return !m_isChecking; }
     static QString resultTitle() { return QStringLiteral("Corvane updates"); }
-    /// What the last check found, until it was seen; empty where there was none or it was refused.
+    /// Result of the last check until it is dismissed; empty if there was none or it failed.
     const QString &resultText() const { return m_resultText; }
 
-    /// Starts a check, unless one runs. What a feed may be is told in docs/file-formats.md.
+    /// Starts a check. No-op while one is in progress.
     void check();
-    /// The user has seen the result.
+    /// Clears `resultText`.
     Q_INVOKABLE void dismissResult();
 
   Q_SIGNALS:

@@ -19,7 +19,7 @@ int main(int argc, char **argv) {
         return 2;
     }
     QGuiApplication application(argc, argv);
-    std::setlocale(LC_NUMERIC, "C"); // parsers below are promised it, and Qt has set the user's
+    std::setlocale(LC_NUMERIC, "C"); // number parsers require it; Qt has set the user's locale
     QGuiApplication::setApplicationName(QStringLiteral("corvane"));
     QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
     QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("corvane")));
