@@ -16,7 +16,7 @@ template <> struct RawValues<AnchorVerification> {
 
 namespace {
 
-void printAnswer(const Invocation &call, std::string_view key, const QString &answer) {
+void printAnswer(const CommandCall &call, std::string_view key, const QString &answer) {
     if (!call.wantsJSON()) {
         call.printLine(answer);
         return;
@@ -28,12 +28,12 @@ void printAnswer(const Invocation &call, std::string_view key, const QString &an
     });
 }
 
-int runAnchor(const Invocation &call) {
+int runAnchor(const CommandCall &call) {
     printAnswer(call, "anchor", ContentHasher::makeAnchor(call.path(0)));
     return kAllDone;
 }
 
-int runVerify(const Invocation &call) {
+int runVerify(const CommandCall &call) {
     const auto result = ContentHasher::verifyAnchor(call.argument(0), call.path(1));
     printAnswer(call, "result", rawValue(result));
     return result == AnchorVerification::matches ? kAllDone : kRefused;

@@ -20,14 +20,14 @@ QString absolutePath(const QString &text) {
 
 } // namespace
 
-Invocation::Invocation(const QCommandLineParser &parser, Console &console)
+CommandCall::CommandCall(const QCommandLineParser &parser, Console &console)
     : m_parser(parser), m_console(console) {}
 
-QString Invocation::path(int index) const {
+QString CommandCall::path(int index) const {
     return absolutePath(argument(index));
 }
 
-QStringList Invocation::pathsFrom(int index) const {
+QStringList CommandCall::pathsFrom(int index) const {
     QStringList found;
     for (const QString &text : arguments().mid(index)) {
         found.append(absolutePath(text));
@@ -35,24 +35,24 @@ QStringList Invocation::pathsFrom(int index) const {
     return found;
 }
 
-std::optional<QString> Invocation::value(const char *option) const {
+std::optional<QString> CommandCall::value(const char *option) const {
     return isSet(option) ? std::optional(m_parser.value(QLatin1String(option))) : std::nullopt;
 }
 
-std::optional<QString> Invocation::pathValue(const char *option) const {
+std::optional<QString> CommandCall::pathValue(const char *option) const {
     const auto text = value(option);
     return text ? std::optional(absolutePath(*text)) : std::nullopt;
 }
 
-void Invocation::printLine(const QString &line) const {
+void CommandCall::printLine(const QString &line) const {
     m_console.writeOutput(printable(line).toUtf8() + '\n');
 }
 
-void Invocation::printNotice(const QString &line) const {
+void CommandCall::printNotice(const QString &line) const {
     m_console.writeError(printable(line).toUtf8() + '\n');
 }
 
-void Invocation::printJSON(const std::function<void(JSONWriter &)> &write) const {
+void CommandCall::printJSON(const std::function<void(JSONWriter &)> &write) const {
     JSONWriter writer(JSONWriter::Style::Pretty);
     write(writer);
     m_console.writeOutput(writer.finish() + '\n');

@@ -24,9 +24,9 @@ class UsageError : public Failure {
 };
 
 /// A call of a command: its arguments and its output.
-class Invocation {
+class CommandCall {
   public:
-    Invocation(const QCommandLineParser &parser, Console &console);
+    CommandCall(const QCommandLineParser &parser, Console &console);
 
     Console &console() const { return m_console; }
     bool wantsJSON() const { return isSet("json"); }
@@ -65,7 +65,7 @@ struct Command {
     QList<QCommandLineOption> options;
     int fewestArguments = 0;
     int mostArguments = 0; ///< -1 for any number
-    int (*run)(const Invocation &call) = nullptr;
+    int (*run)(const CommandCall &call) = nullptr;
 };
 
 /// Make an option without and with a value.

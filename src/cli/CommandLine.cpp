@@ -83,7 +83,7 @@ class ProgramRun {
                                    .arg(parser.positionalArguments().at(command.mostArguments)));
         }
         try {
-            return command.run(Invocation(parser, m_console));
+            return command.run(CommandCall(parser, m_console));
         } catch (const UsageError &error) {
             return refuseUsage(command.name, error.description());
         } catch (const std::exception &error) {

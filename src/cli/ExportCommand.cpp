@@ -22,7 +22,7 @@ struct ExportRequest {
     NamingArguments naming;
 };
 
-ExportRequest exportRequestOf(const Invocation &call) {
+ExportRequest exportRequestOf(const CommandCall &call) {
     ExportRequest request{.outputFolder = call.pathValue("to"), .naming = NamingArguments(call)};
     if (const auto mode = call.value("mode")) {
         request.mode = argumentValues::choice<ExportBatch::Mode>(*mode, QStringLiteral("--mode"));
@@ -37,7 +37,7 @@ ExportRequest exportRequestOf(const Invocation &call) {
     return request;
 }
 
-void applyRequest(ExportViewModel &flow, const ExportRequest &request, const Invocation &call) {
+void applyRequest(ExportViewModel &flow, const ExportRequest &request, const CommandCall &call) {
     if (request.outputFolder) {
         flow.setOutputFolder(request.outputFolder);
     }
@@ -51,7 +51,7 @@ void applyRequest(ExportViewModel &flow, const ExportRequest &request, const Inv
     request.naming.apply(flow);
 }
 
-void exportRows(ExportViewModel &flow, const Project &project, const Invocation &call) {
+void exportRows(ExportViewModel &flow, const Project &project, const CommandCall &call) {
     ProgressLine line(call.console());
     line.show(QStringLiteral("Verifying sources…"));
     const QObject context;
@@ -64,7 +64,7 @@ void exportRows(ExportViewModel &flow, const Project &project, const Invocation 
 }
 
 /// Runs what was planned and tells what became of it.
-int exportPlanned(ExportViewModel &flow, CliSession &session, const Invocation &call) {
+int exportPlanned(ExportViewModel &flow, CliSession &session, const CommandCall &call) {
     const InterruptWatcher watcher([&flow] { flow.requestCancel(); });
     exportRows(flow, session.project(), call);
     session.save(); // what was delivered is on record before anything is said of it
@@ -83,7 +83,7 @@ int exportPlanned(ExportViewModel &flow, CliSession &session, const Invocation &
     return isCompletelyDone(result) && !watcher.wasInterrupted() ? kAllDone : kRefused;
 }
 
-int runExport(const Invocation &call) {
+int runExport(const CommandCall &call) {
     const ExportRequest request = exportRequestOf(call);
     CliSession session(call.console());
     session.open(call.path(0));

@@ -41,7 +41,7 @@ void writeExportPreview(JSONWriter &writer, const QList<ExportRowJob> &rows) {
     writer.endObject();
 }
 
-void printExportPreview(const Invocation &call, const QList<ExportRowJob> &rows) {
+void printExportPreview(const CommandCall &call, const QList<ExportRowJob> &rows) {
     TextTable table(
         {QStringLiteral("KIND"), QStringLiteral("SOURCE"), QStringLiteral("DESTINATION")});
     for (const ExportRowJob &row : rows) {
@@ -60,7 +60,7 @@ void writeExportResult(JSONWriter &writer, const std::optional<ExportBatchInput>
     writer.value(object);
 }
 
-void printExportResult(const Invocation &call, const ExportBatchResult &result) {
+void printExportResult(const CommandCall &call, const ExportBatchResult &result) {
     if (result.succeeded.isEmpty() && result.failed.isEmpty()) {
         call.printLine(QStringLiteral("Nothing to export."));
         return;
@@ -81,7 +81,7 @@ void printExportResult(const Invocation &call, const ExportBatchResult &result) 
     }
 }
 
-void printExportFailures(const Invocation &call, const ExportBatchResult &result) {
+void printExportFailures(const CommandCall &call, const ExportBatchResult &result) {
     for (const ExportRowFailure &row : result.failed) {
         call.printNotice(ExportTexts::row(row));
     }

@@ -24,7 +24,7 @@ struct HandoffRequest {
     NamingArguments naming;
 };
 
-HandoffRequest handoffRequestOf(const Invocation &call) {
+HandoffRequest handoffRequestOf(const CommandCall &call) {
     const auto destination = call.pathValue("to");
     if (!destination) {
         throw UsageError(QStringLiteral("--to is missing."));
@@ -54,7 +54,7 @@ void applyRequest(SelectsHandoffViewModel &flow, const HandoffRequest &request) 
     request.naming.apply(flow);
 }
 
-void handOver(SelectsHandoffViewModel &flow, const Project &project, const Invocation &call) {
+void handOver(SelectsHandoffViewModel &flow, const Project &project, const CommandCall &call) {
     ProgressLine line(call.console());
     const QObject context;
     QObject::connect(&flow, &SelectsHandoffViewModel::progressChanged, &context, [&] {
@@ -65,7 +65,7 @@ void handOver(SelectsHandoffViewModel &flow, const Project &project, const Invoc
     waitUntilDone(flow.start(project));
 }
 
-int runHandoff(const Invocation &call) {
+int runHandoff(const CommandCall &call) {
     const HandoffRequest request = handoffRequestOf(call);
     MediaCacheMaker cacheMaker;
     CliSession session(call.console());

@@ -31,7 +31,7 @@ void writeHandoffResult(JSONWriter &writer, const HandoffResult &result) {
     writer.endObject();
 }
 
-void printHandoffResult(const Invocation &call, const HandoffResult &result) {
+void printHandoffResult(const CommandCall &call, const HandoffResult &result) {
     const bool didNothing =
         result.succeeded.isEmpty() && result.failed.isEmpty() && !result.generalError;
     if (didNothing) {
@@ -54,7 +54,7 @@ void printHandoffResult(const Invocation &call, const HandoffResult &result) {
     }
 }
 
-bool printHandoffFailures(const Invocation &call, const HandoffResult &result,
+bool printHandoffFailures(const CommandCall &call, const HandoffResult &result,
                           HandoffOutputMode outputMode) {
     for (const HandoffRowFailure &failure : result.failed) {
         call.printNotice(HandoffTexts::row(failure));

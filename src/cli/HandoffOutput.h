@@ -7,9 +7,9 @@
 namespace corvane {
 
 void writeHandoffResult(JSONWriter &writer, const HandoffResult &result);
-void printHandoffResult(const Invocation &call, const HandoffResult &result);
+void printHandoffResult(const CommandCall &call, const HandoffResult &result);
 /// On the error stream. True if there is nothing to tell: everything that was asked for is there.
-bool printHandoffFailures(const Invocation &call, const HandoffResult &result,
+bool printHandoffFailures(const CommandCall &call, const HandoffResult &result,
                           HandoffOutputMode outputMode);
 
 } // namespace corvane

@@ -19,7 +19,7 @@ template <> struct JSONFields<ImportFailure> {
 namespace {
 
 /// A scan passes over a source that isn't there; somebody who typed it wants to know.
-QStringList sourcesFrom(const Invocation &call, int index) {
+QStringList sourcesFrom(const CommandCall &call, int index) {
     const QStringList sources = call.pathsFrom(index);
     for (const QString &source : sources) {
         try {
@@ -32,7 +32,7 @@ QStringList sourcesFrom(const Invocation &call, int index) {
     return sources;
 }
 
-void scanSources(ImportViewModel &flow, const QStringList &sources, const Invocation &call) {
+void scanSources(ImportViewModel &flow, const QStringList &sources, const CommandCall &call) {
     flow.setSources(sources);
     flow.setRecursive(call.isSet("recursive"));
     ProgressLine line(call.console());
@@ -47,7 +47,7 @@ void scanSources(ImportViewModel &flow, const QStringList &sources, const Invoca
 }
 
 /// Standard output is the JSON object's alone, so with one it goes to standard error.
-void printLeftOut(const Invocation &call, const LeftOut &leftOut) {
+void printLeftOut(const CommandCall &call, const LeftOut &leftOut) {
     const QString text = leftOutText(leftOut);
     if (!text.isEmpty() && call.wantsJSON()) {
         call.printNotice(text);
@@ -73,7 +73,7 @@ void writeScan(JSONWriter &writer, const QList<ScannedVideo> &videos) {
     writer.endObject();
 }
 
-void printScan(const Invocation &call, const ImportViewModel &flow) {
+void printScan(const CommandCall &call, const ImportViewModel &flow) {
     TextTable table({QStringLiteral("SIZE"), QStringLiteral("SIDECAR"), QStringLiteral("PATH")});
     for (const ScannedVideo &video : flow.scannedVideos()) {
         const QString sidecar =
@@ -85,7 +85,7 @@ void printScan(const Invocation &call, const ImportViewModel &flow) {
     printLeftOut(call, flow.leftOut());
 }
 
-int runScan(const Invocation &call) {
+int runScan(const CommandCall &call) {
     const QStringList sources = sourcesFrom(call, 0);
     ImportViewModel flow(nullptr);
     const InterruptWatcher watcher([&flow] { flow.cancelScan(); });
@@ -109,7 +109,7 @@ void showImportProgress(ProgressLine &line, const ImportViewModel &flow) {
     }
 }
 
-void importRows(ImportViewModel &flow, const Invocation &call) {
+void importRows(ImportViewModel &flow, const CommandCall &call) {
     ProgressLine line(call.console());
     const QObject context;
     QObject::connect(&flow, &ImportViewModel::progressChanged, &context,
@@ -136,7 +136,7 @@ struct ImportAnswer {
         writer.endObject();
     }
 
-    void print(const Invocation &call) const {
+    void print(const CommandCall &call) const {
         call.printLine(QStringLiteral("Imported %1, %2 with a sidecar file.")
                            .arg(counted(flow.succeededCount(), QStringLiteral("clip")))
                            .arg(flow.sidecarsImportedCount()));
@@ -153,7 +153,7 @@ struct ImportAnswer {
 };
 
 /// A file that is skipped gets no grant by this import. Where it needs one, the user is asked.
-void printPending(const ImportViewModel &flow, const Invocation &call) {
+void printPending(const ImportViewModel &flow, const CommandCall &call) {
     if (flow.refusedCount() > 0) {
         call.printNotice(QStringLiteral("%1 of the skipped can't be read for this project until "
                                         "you confirm. See \"corvane-cli media\".")
@@ -161,7 +161,7 @@ void printPending(const ImportViewModel &flow, const Invocation &call) {
     }
 }
 
-int runImport(const Invocation &call) {
+int runImport(const CommandCall &call) {
     const auto destination = call.pathValue("to");
     if (destination && !call.isSet("copy")) {
         throw UsageError(QStringLiteral("--to names the folder for copies, so it needs --copy."));

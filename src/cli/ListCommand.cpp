@@ -16,7 +16,7 @@ ReviewState::RatingFilter ratingFilterOf(const QString &text) {
     return ReviewState::RatingFilter::threshold(argumentValues::rating(text, what));
 }
 
-ReviewState reviewStateOf(const Invocation &call) {
+ReviewState reviewStateOf(const CommandCall &call) {
     ReviewState state;
     state.unreviewedOnly = call.isSet("unreviewed");
     state.favoritesOnly = call.isSet("favorites");
@@ -33,7 +33,7 @@ ReviewState reviewStateOf(const Invocation &call) {
     return state;
 }
 
-int runList(const Invocation &call) {
+int runList(const CommandCall &call) {
     const ReviewState state = reviewStateOf(call);
     CliSession session(call.console());
     session.open(call.path(0));

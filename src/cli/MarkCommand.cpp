@@ -22,14 +22,14 @@ struct Marks {
     bool operator==(const Marks &) const = default;
 };
 
-std::optional<bool> switchOf(const Invocation &call, const char *option) {
+std::optional<bool> switchOf(const CommandCall &call, const char *option) {
     const auto text = call.value(option);
     return text ? std::optional(
                       argumentValues::onOrOff(*text, QStringLiteral("--") + QLatin1String(option)))
                 : std::nullopt;
 }
 
-Marks marksOf(const Invocation &call) {
+Marks marksOf(const CommandCall &call) {
     Marks marks{.favorite = switchOf(call, "favorite"),
                 .rejected = switchOf(call, "reject"),
                 .selected = switchOf(call, "select"),
@@ -74,7 +74,7 @@ void markClip(ProjectStore &store, const QString &id, const Marks &marks) {
     }
 }
 
-int runMark(const Invocation &call) {
+int runMark(const CommandCall &call) {
     const Marks marks = marksOf(call);
     CliSession session(call.console());
     session.open(call.path(0));

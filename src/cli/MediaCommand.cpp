@@ -35,7 +35,7 @@ namespace {
 
 using Kind = MediaConfirmationBanner::Kind;
 
-QList<Kind> answersOf(const Invocation &call) {
+QList<Kind> answersOf(const CommandCall &call) {
     QList<Kind> answers;
     for (const QString &text : call.values("confirm")) {
         answers.append(argumentValues::choice<Kind>(text, QStringLiteral("--confirm")));
@@ -50,7 +50,7 @@ bool isAsked(const ProjectStore &store, Kind kind) {
 
 /// Confirms the pending media of this kind. Returns false if some of them cannot be read and stay
 /// pending.
-bool confirm(ProjectStore &store, Kind kind, const Invocation &call) {
+bool confirm(ProjectStore &store, Kind kind, const CommandCall &call) {
     if (!isAsked(store, kind)) {
         call.printNotice(QStringLiteral("Nothing waits for \"--confirm %1\".").arg(rawValue(kind)));
         return true;
@@ -64,7 +64,7 @@ bool confirm(ProjectStore &store, Kind kind, const Invocation &call) {
     return false;
 }
 
-void printBanner(const Invocation &call, const MediaConfirmationBanner &banner) {
+void printBanner(const CommandCall &call, const MediaConfirmationBanner &banner) {
     call.printLine(banner.message);
     for (const QString &path : banner.paths) {
         call.printLine(QStringLiteral("    ") + path);
@@ -72,7 +72,7 @@ void printBanner(const Invocation &call, const MediaConfirmationBanner &banner) 
     call.printLine(QStringLiteral("    To confirm: --confirm %1").arg(rawValue(banner.kind)));
 }
 
-void printBanners(const Invocation &call, const MediaConfirmation &state) {
+void printBanners(const CommandCall &call, const MediaConfirmation &state) {
     const auto banners = mediaConfirmationBanners(state);
     if (banners.isEmpty()) {
         call.printLine(QStringLiteral("No media wait for a confirmation."));
@@ -82,7 +82,7 @@ void printBanners(const Invocation &call, const MediaConfirmation &state) {
     }
 }
 
-int runMedia(const Invocation &call) {
+int runMedia(const CommandCall &call) {
     const QList<Kind> answers = answersOf(call);
     CliSession session(call.console(), ContentHashMigration::Awaited);
     session.open(call.path(0));

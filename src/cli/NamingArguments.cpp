@@ -25,7 +25,7 @@ NamingPreset namingPresetOf(const QString &text) {
 
 } // namespace
 
-NamingArguments::NamingArguments(const Invocation &call) {
+NamingArguments::NamingArguments(const CommandCall &call) {
     const QStringList texts = call.values("custom");
     for (const QString &text : texts) {
         const qsizetype sign = text.indexOf(QLatin1Char('='));

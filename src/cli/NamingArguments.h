@@ -9,7 +9,7 @@ namespace corvane {
 class NamingArguments {
   public:
     /// Throws `UsageError`.
-    explicit NamingArguments(const Invocation &call);
+    explicit NamingArguments(const CommandCall &call);
 
     static QList<QCommandLineOption> options();
 

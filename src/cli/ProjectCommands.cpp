@@ -9,7 +9,7 @@ namespace corvane {
 namespace {
 
 /// Validates a project name by the rules of the setup screen.
-QString nameOfNewProject(const Invocation &call) {
+QString nameOfNewProject(const CommandCall &call) {
     const QString name = projectName::trimmed(call.value("name").value_or(QString()));
     if (name.isEmpty()) {
         throw UsageError(QStringLiteral("--name is missing."));
@@ -23,11 +23,11 @@ QString nameOfNewProject(const Invocation &call) {
     return name;
 }
 
-QString fileOfNewProject(const Invocation &call) {
+QString fileOfNewProject(const CommandCall &call) {
     return projectName::withExtension(call.path(0));
 }
 
-int runCreate(const Invocation &call) {
+int runCreate(const CommandCall &call) {
     const NewProject fields{.name = nameOfNewProject(call),
                             .shootDate = call.value("shoot-date").value_or(QString()),
                             .clientOrSeries = call.value("client").value_or(QString()),
@@ -48,7 +48,7 @@ int runCreate(const Invocation &call) {
     return kAllDone;
 }
 
-int runInfo(const Invocation &call) {
+int runInfo(const CommandCall &call) {
     CliSession session(call.console());
     session.open(call.path(0));
     if (call.wantsJSON()) {

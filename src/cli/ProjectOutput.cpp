@@ -6,7 +6,7 @@ namespace corvane {
 
 namespace {
 
-void printField(const Invocation &call, const QString &name, const std::optional<QString> &value) {
+void printField(const CommandCall &call, const QString &name, const std::optional<QString> &value) {
     if (value) {
         call.printLine(name.leftJustified(16) + *value);
     }
@@ -22,7 +22,7 @@ void writeProject(JSONWriter &writer, const Project &project) {
     writer.endObject();
 }
 
-void printProject(const Invocation &call, const Project &project) {
+void printProject(const CommandCall &call, const Project &project) {
     printField(call, QStringLiteral("Project"), project.displayName());
     printField(call, QStringLiteral("File"), project.filePath);
     printField(call, QStringLiteral("Id"), project.id);

@@ -9,6 +9,6 @@ namespace corvane {
 void writeProject(JSONWriter &writer, const Project &project);
 
 /// Prints a summary as text.
-void printProject(const Invocation &call, const Project &project);
+void printProject(const CommandCall &call, const Project &project);
 
 } // namespace corvane

@@ -82,7 +82,7 @@ void writeReviewRows(JSONWriter &writer, const QList<MixedSidebarRow> &rows) {
     writer.endArray();
 }
 
-void printReviewRows(const Invocation &call, const QList<MixedSidebarRow> &rows) {
+void printReviewRows(const CommandCall &call, const QList<MixedSidebarRow> &rows) {
     TextTable table({QStringLiteral("ID"), QStringLiteral("RATING"), QStringLiteral("FLAGS"),
                      QStringLiteral("LENGTH"), QStringLiteral("NAME")});
     for (const MixedSidebarRow &row : rows) {

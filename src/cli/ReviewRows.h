@@ -11,6 +11,6 @@ void writeReviewRow(JSONWriter &writer, const MixedSidebarRow &row);
 void writeReviewRows(JSONWriter &writer, const QList<MixedSidebarRow> &rows);
 
 /// A line for each row.
-void printReviewRows(const Invocation &call, const QList<MixedSidebarRow> &rows);
+void printReviewRows(const CommandCall &call, const QList<MixedSidebarRow> &rows);
 
 } // namespace corvane

@@ -16,7 +16,7 @@ struct SubclipMarks {
     bool selected = true;
 };
 
-SubclipMarks subclipMarksOf(const Invocation &call) {
+SubclipMarks subclipMarksOf(const CommandCall &call) {
     SubclipMarks marks{.inSeconds = argumentValues::seconds(call.argument(2), QStringLiteral("IN")),
                        .outSeconds =
                            argumentValues::seconds(call.argument(3), QStringLiteral("OUT")),
@@ -50,7 +50,7 @@ MixedSidebarRow addSubclip(ProjectStore &store, const QString &videoId, const Su
     return {video, *std::ranges::find(video->subclips, key.subclipId, &Subclip::id)};
 }
 
-int runSubclip(const Invocation &call) {
+int runSubclip(const CommandCall &call) {
     const SubclipMarks marks = subclipMarksOf(call);
     CliSession session(call.console());
     session.open(call.path(0));

@@ -12,7 +12,7 @@ void TextTable::addRow(QStringList cells) {
     m_rows.append(std::move(cells));
 }
 
-void TextTable::print(const Invocation &call) const {
+void TextTable::print(const CommandCall &call) const {
     if (m_rows.size() == 1) {
         return;
     }

@@ -11,7 +11,7 @@ class TextTable {
 
     void addRow(QStringList cells);
     /// Prints headings and rows. No-op without rows.
-    void print(const Invocation &call) const;
+    void print(const CommandCall &call) const;
 
   private:
     QList<QStringList> m_rows; ///< the first one has the headings
