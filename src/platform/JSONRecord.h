@@ -246,25 +246,17 @@ template <JSONRecord Record> struct JSONCodec<Record> {
         void (*decode)(JSONView, Record &);
     };
 
-    template <size_t Index> static void decodeMember(JSONView view, Record &record) {
-        constexpr auto field = std::get<Index>(JSONFields<Record>::table);
-        using Member = std::remove_cvref_t<decltype(record.*field.member)>;
-        JSONCodec<Member>::decode(view, record.*field.member);
-    }
-
-    template <size_t... Index>
-    static constexpr std::array<Entry, kFields> makeEntries(std::index_sequence<Index...>) {
-        return {makeEntry<Index>()...};
-    }
-
-    template <size_t Index> static constexpr Entry makeEntry() {
-        constexpr auto field = std::get<Index>(JSONFields<Record>::table);
+    template <size_t Index> static constexpr Entry entry() {
+        static constexpr auto field = std::get<Index>(JSONFields<Record>::table);
         using Member = std::remove_cvref_t<decltype(std::declval<Record &>().*field.member)>;
-        return {field.name, !IsOptional<Member>::value, &decodeMember<Index>};
+        return {field.name, !IsOptional<Member>::value, [](JSONView view, Record &record) {
+                    JSONCodec<Member>::decode(view, record.*field.member);
+                }};
     }
 
-    static constexpr std::array<Entry, kFields> entries =
-        makeEntries(std::make_index_sequence<kFields>());
+    static constexpr auto entries = []<size_t... Index>(std::index_sequence<Index...>) {
+        return std::array<Entry, kFields>{entry<Index>()...};
+    }(std::make_index_sequence<kFields>());
 
     /// The index of a key in the table, or `kFields`. Most files have the table's order, so the
     /// search starts at `begin`, the index after the previous match, and wraps around.
@@ -291,7 +283,7 @@ template <JSONRecord Record> struct JSONCodec<Record> {
             }
             next = index + 1 == kFields ? 0 : index + 1;
             present.set(index, !member.isNull());
-            decodeEntry(entries[index], member, record);
+            decodeMember(entries[index], member, record);
         });
         for (size_t index = 0; index < kFields; ++index) {
             if (entries[index].isRequired && !present.test(index)) {
@@ -300,7 +292,7 @@ template <JSONRecord Record> struct JSONCodec<Record> {
         }
     }
 
-    static void decodeEntry(const Entry &entry, JSONView member, Record &record) {
+    static void decodeMember(const Entry &entry, JSONView member, Record &record) {
         if (entry.isRequired && member.isNull()) {
             return; // reported as missing once all members have been read
         }

@@ -54,8 +54,7 @@ class SerialExecutor {
         std::exception_ptr error{};
         std::mutex guard{};
 
-        Job(SerialExecutor &onExecutor, Work toRun)
-            : executor(onExecutor), work(std::move(toRun)) {}
+        Job(SerialExecutor &owner, Work function) : executor(owner), work(std::move(function)) {}
 
         bool await_ready() const noexcept { return false; }
         void await_suspend(std::coroutine_handle<> waiting) {
