@@ -1,10 +1,10 @@
-// A modal question or message. Return presses the default button, Esc the other one; a click outside
-// does nothing.
-//   title, text: string; acceptText: string; cancelText: string, empty for a message with one button;
-//   subject: var, null or an object with title, text and, if needed, acceptText and cancelText: the
-//   alert is open while it has a subject, and keeps the texts while it fades out;
-//   prominent: bool (the default button in accent); destructive: bool;
-//   signals accepted(), rejected() (Esc on a message accepts it), after the alert has closed
+// A modal question or message. Return presses the default button, Esc the other one; a click
+// outside does nothing.
+//   title, text: string; acceptText: string; cancelText: string, empty for a message with one
+//   button; subject: var, null or an object with title, text and, if needed, acceptText and
+//   cancelText: the alert is open while it has a subject, and keeps the texts while it fades out;
+//   prominent: bool (the default button in accent); destructive: bool; signals accepted(),
+//   rejected() (Esc on a message accepts it), after the alert has closed
 // Buttons are "<objectName>.accept" and "<objectName>.cancel".
 import QtQuick
 import QtQuick.Templates as T

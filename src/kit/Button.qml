@@ -41,7 +41,8 @@ T.Button {
         : destructive && down ? Theme.dangerText
         : destructive && showsHover ? Theme.danger
         : muted ? Theme.secondaryText : Theme.primaryText
-    property color glyphColor: !enabled || kind === Button.Primary || (destructive && (showsHover || down))
+    property color glyphColor:
+        !enabled || kind === Button.Primary || (destructive && (showsHover || down))
         ? labelColor : Theme.secondaryText
 
     implicitHeight: large ? Theme.footerButtonHeight

@@ -1,7 +1,7 @@
 // A calendar to choose a day from. The arrow keys, Page Up and Page Down move the selection, Return
 // chooses it, Esc closes the calendar.
-//   date: string, ISO: the day selected at first, or today if it is no day; name: string; opener: Item,
-//   gets the focus back; signal chosen(string date)
+//   date: string, ISO, selected at first (today if it is no date); name: string; opener: Item, gets
+//   the focus back; signal chosen(string date)
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -174,7 +174,8 @@ T.Popup {
 
                             date: control.isoDay(model.year, model.month, model.day)
                             day: model.day
-                            name: [day, control.english.monthName(model.month), model.year].join(" ")
+                            name: day + " " + control.english.monthName(model.month) + " "
+                                  + model.year
                             inMonth: model.month === monthGrid.month
                             selected: date === control.selected
                             focused: days.activeFocus && selected

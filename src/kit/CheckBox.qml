@@ -30,7 +30,8 @@ T.CheckBox {
         width: Theme.checkBoxSize
         height: Theme.checkBoxSize
         radius: Theme.menuRowRadius
-        color: !control.enabled ? Theme.transparent : control.checked ? Theme.accent : Theme.fieldBackground
+        color: !control.enabled ? Theme.transparent
+             : control.checked ? Theme.accent : Theme.fieldBackground
         border.width: Theme.hairline
         border.color: !control.enabled ? Theme.disabledText : control.checked ? Theme.accent
                     : control.hovered ? Theme.secondaryText : Theme.controlBorder

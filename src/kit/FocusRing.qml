@@ -1,5 +1,5 @@
-// The ring around a control with keyboard focus: 2 px wide, 2 px outside the control. The owner binds
-// `visible`.
+// The ring around a control with keyboard focus: 2 px wide, 2 px outside the control. The owner
+// binds `visible`.
 //   cornerRadius: radius of the control
 import QtQuick
 

@@ -32,7 +32,8 @@ T.Switch {
         width: Theme.switchWidth
         height: Theme.switchHeight
         radius: height / 2
-        color: !control.enabled ? Theme.controlDisabled : control.checked ? Theme.accent : Theme.track
+        color: !control.enabled ? Theme.controlDisabled
+             : control.checked ? Theme.accent : Theme.track
 
         Rectangle {
             x: control.checked ? parent.width - width - parent.inset : parent.inset

@@ -20,7 +20,8 @@ T.TextField {
 
     implicitHeight: Theme.controlHeight
     implicitWidth: Theme.fieldWidth
-    leftPadding: Theme.spacing8 + Theme.hairline + (symbol !== "" ? Theme.buttonIconSize + Theme.spacing6 : 0)
+    leftPadding: Theme.spacing8 + Theme.hairline
+                 + (symbol !== "" ? Theme.buttonIconSize + Theme.spacing6 : 0)
     rightPadding: Theme.spacing8 + Theme.hairline
     verticalAlignment: TextInput.AlignVCenter
     font: Theme.bodyStyle.font
