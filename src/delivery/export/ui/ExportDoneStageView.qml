@@ -1,7 +1,6 @@
 // What an export delivered.
 //   sheet: ExportSheet
 import Corvane.Delivery
-import Corvane.Export
 
 DeliveryDoneSheet {
     objectName: "export.done"

@@ -1,7 +1,6 @@
 // The run of an export.
 //   sheet: ExportSheet
 import Corvane.Delivery
-import Corvane.Export
 
 DeliveryRunningSheet {
     objectName: "export.running"

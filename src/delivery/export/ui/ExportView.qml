@@ -1,7 +1,6 @@
 // The sheet of an export over the window, up while its state says so: one of three, by the stage.
 //   sheet: ExportSheet
 import QtQuick
-import Corvane.Delivery
 import Corvane.Export
 
 Item {
