@@ -49,7 +49,7 @@ void CorvaneApp::quit() {
 }
 
 QCoro::Task<> CorvaneApp::quitAfterRuns() {
-    m_projectScreen->endRuns();
+    m_projectScreen->cancelRuns();
     while (m_projectScreen->isRunning()) {
         co_await qCoro(m_projectScreen.get(), &OpenProjectScreen::isRunningChanged);
     }

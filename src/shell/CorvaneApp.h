@@ -73,7 +73,7 @@ class CorvaneApp : public QObject {
     /// otherwise quits without saving or asking.
     Q_INVOKABLE void quit();
     /// Cancels a `quit` that still waits for a run, because the program was started again.
-    void stay() { m_isQuitting = false; }
+    void cancelQuit() { m_isQuitting = false; }
 
   private:
     QCoro::Task<> quitAfterRuns();

@@ -16,30 +16,31 @@ FilePanels::ChosenFiles one(FilePanels::Chosen chosen) {
 } // namespace
 
 void DialogFilePanels::openProjectFile(Chosen chosen) {
-    ask(Kind::OpenFile, {.message = QStringLiteral("Open Project"), .choosesProjectFile = true},
-        QStringLiteral("Open"), one(std::move(chosen)));
+    request(Kind::OpenFile, {.message = QStringLiteral("Open Project"), .choosesProjectFile = true},
+            QStringLiteral("Open"), one(std::move(chosen)));
 }
 
 void DialogFilePanels::save(const SavePanel &panel, Chosen chosen) {
-    ask(Kind::SaveFile, panel, QStringLiteral("Save"), one(std::move(chosen)));
+    request(Kind::SaveFile, panel, QStringLiteral("Save"), one(std::move(chosen)));
 }
 
 void DialogFilePanels::chooseFolder(const ChoosePanel &panel, Chosen chosen) {
     if (!m_chosen && !panel.startFolder.isEmpty()) {
         m_folder = panel.startFolder;
     }
-    ask(Kind::OpenFolder, {.message = panel.message}, panel.acceptLabel, one(std::move(chosen)));
+    request(Kind::OpenFolder, {.message = panel.message}, panel.acceptLabel,
+            one(std::move(chosen)));
 }
 
 void DialogFilePanels::chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) {
     if (!m_chosen && !panel.startFolder.isEmpty()) {
         m_folder = panel.startFolder;
     }
-    ask(Kind::OpenFiles, {.message = panel.message}, panel.acceptLabel, std::move(chosen));
+    request(Kind::OpenFiles, {.message = panel.message}, panel.acceptLabel, std::move(chosen));
 }
 
-void DialogFilePanels::ask(Kind kind, SavePanel panel, const QString &acceptLabel,
-                           ChosenFiles chosen) {
+void DialogFilePanels::request(Kind kind, SavePanel panel, const QString &acceptLabel,
+                               ChosenFiles chosen) {
     if (m_chosen) {
         return;
     }
@@ -47,7 +48,7 @@ void DialogFilePanels::ask(Kind kind, SavePanel panel, const QString &acceptLabe
     m_panel = std::move(panel);
     m_acceptLabel = acceptLabel;
     m_chosen = std::move(chosen);
-    Q_EMIT asked();
+    Q_EMIT dialogRequested();
 }
 
 QUrl DialogFilePanels::folder() const {

@@ -7,17 +7,17 @@
 
 namespace corvane {
 
-/// File panels as dialogs in QML: a request sets the properties and emits `asked`, the dialog calls
-/// `accept` or `reject`. Main thread only.
+/// File panels as dialogs in QML: a request sets the properties and emits `dialogRequested`, the
+/// dialog calls `accept` or `reject`. Main thread only.
 class DialogFilePanels : public QObject, public FilePanels {
     Q_OBJECT
-    Q_PROPERTY(QString title READ title NOTIFY asked)
-    Q_PROPERTY(QString acceptLabel READ acceptLabel NOTIFY asked)
-    Q_PROPERTY(Kind kind READ kind NOTIFY asked)
-    Q_PROPERTY(QUrl folder READ folder NOTIFY asked)
-    Q_PROPERTY(QUrl proposedFile READ proposedFile NOTIFY asked)
-    Q_PROPERTY(QStringList nameFilters READ nameFilters NOTIFY asked)
-    Q_PROPERTY(QString defaultSuffix READ defaultSuffix NOTIFY asked)
+    Q_PROPERTY(QString title READ title NOTIFY dialogRequested)
+    Q_PROPERTY(QString acceptLabel READ acceptLabel NOTIFY dialogRequested)
+    Q_PROPERTY(Kind kind READ kind NOTIFY dialogRequested)
+    Q_PROPERTY(QUrl folder READ folder NOTIFY dialogRequested)
+    Q_PROPERTY(QUrl proposedFile READ proposedFile NOTIFY dialogRequested)
+    Q_PROPERTY(QStringList nameFilters READ nameFilters NOTIFY dialogRequested)
+    Q_PROPERTY(QString defaultSuffix READ defaultSuffix NOTIFY dialogRequested)
 
   public:
     enum class Kind { OpenFile, OpenFiles, SaveFile, OpenFolder };
@@ -46,10 +46,10 @@ class DialogFilePanels : public QObject, public FilePanels {
 
   Q_SIGNALS:
     /// The dialog that the properties describe must be shown.
-    void asked();
+    void dialogRequested();
 
   private:
-    void ask(Kind kind, SavePanel panel, const QString &acceptLabel, ChosenFiles chosen);
+    void request(Kind kind, SavePanel panel, const QString &acceptLabel, ChosenFiles chosen);
 
     Kind m_kind = Kind::OpenFile;
     SavePanel m_panel;

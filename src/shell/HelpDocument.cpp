@@ -82,14 +82,14 @@ void HelpDocument::load() {
     Q_EMIT loaded();
 }
 
-bool HelpDocument::mayOpen(const QString &address) {
+bool HelpDocument::isAllowedLink(const QString &address) {
     const QString scheme = QUrl(address, QUrl::StrictMode).scheme();
     return scheme == QStringLiteral("https") || scheme == QStringLiteral("http") ||
            scheme == QStringLiteral("mailto");
 }
 
 bool HelpDocument::openLink(const QString &address) {
-    return mayOpen(address) && QDesktopServices::openUrl(QUrl(address, QUrl::StrictMode));
+    return isAllowedLink(address) && QDesktopServices::openUrl(QUrl(address, QUrl::StrictMode));
 }
 
 int HelpDocument::rowCount(const QModelIndex &parent) const {

@@ -45,7 +45,7 @@ class HelpDocument : public QAbstractListModel {
     Q_INVOKABLE void load();
     /// Opens a web or mail link in the user's program. Returns false for any other scheme.
     Q_INVOKABLE static bool openLink(const QString &address);
-    static bool mayOpen(const QString &address);
+    static bool isAllowedLink(const QString &address);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;

@@ -15,7 +15,7 @@ class OpenProjectScreen : public QObject {
     virtual bool isRunning() const = 0;
     /// Ends the run in progress soon, leaving complete files and no temporary ones. `isRunning`
     /// becomes false when it has ended.
-    virtual void endRuns() = 0;
+    virtual void cancelRuns() = 0;
 
   Q_SIGNALS:
     void isRunningChanged();

@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-bool UpdateDownload::mayFetch(const QUrl &address) {
+bool UpdateDownload::isAllowedAddress(const QUrl &address) {
     const QString host = address.host();
     const bool isLocal = host == QStringLiteral("localhost") || QHostAddress(host).isLoopback();
     return address.isValid() && !host.isEmpty() &&
@@ -40,7 +40,7 @@ void UpdateDownload::endOrFollow() {
         const QUrl address = m_reply->url().resolved(target);
         if (++m_redirects > kRedirectLimit) {
             m_problem = QStringLiteral("it leads on more than %1 times").arg(kRedirectLimit);
-        } else if (mayFetch(address)) {
+        } else if (isAllowedAddress(address)) {
             start(address);
             return;
         } else {

@@ -18,9 +18,10 @@ class UpdateDownload : public QObject {
     static constexpr std::chrono::milliseconds kPatience{15'000};
 
     /// True for https, and for http on the local machine.
-    static bool mayFetch(const QUrl &address);
+    static bool isAllowedAddress(const QUrl &address);
 
-    /// Starts the download. `mayFetch(address)` must be true, and the clock must outlive this.
+    /// Starts the download. `isAllowedAddress(address)` must be true, and the clock must outlive
+    /// this.
     UpdateDownload(const QUrl &address, Clock &clock);
 
     /// Why the download failed; empty if it succeeded. Valid after `finished`.

@@ -36,11 +36,11 @@ AvailableVersion decodeFeed(const QByteArray &feed) {
         throw FeedError(QStringLiteral("the feed names no version"));
     }
     const QUrl page(textMember(object, "page"), QUrl::StrictMode);
-    return {.version = version, .page = UpdateDownload::mayFetch(page) ? page : QUrl()};
+    return {.version = version, .page = UpdateDownload::isAllowedAddress(page) ? page : QUrl()};
 }
 
 QCoro::Task<QByteArray> download(QUrl address, Clock &clock) {
-    if (!UpdateDownload::mayFetch(address)) {
+    if (!UpdateDownload::isAllowedAddress(address)) {
         throw FeedError(QStringLiteral("\"%1\" is no address with https").arg(address.toString()));
     }
     UpdateDownload running(address, clock);

@@ -105,12 +105,12 @@ TEST(FileReveal, AsksTheFileBrowserAndElseOpensTheFolder) {
 
 TEST(DialogFilePanels, OneDialogIsUpAtATimeAndOnlyAFileOfThisMachineIsAnAnswer) {
     DialogFilePanels dialogs;
-    QSignalSpy asked(&dialogs, &DialogFilePanels::asked);
+    QSignalSpy requested(&dialogs, &DialogFilePanels::dialogRequested);
     QStringList chosen;
     const auto note = [&](const QString &path) { chosen.append(path); };
     dialogs.openProjectFile(note);
     dialogs.openProjectFile(note);
-    EXPECT_EQ(asked.count(), 1);
+    EXPECT_EQ(requested.count(), 1);
     EXPECT_EQ(dialogs.nameFilters(), QStringList(QStringLiteral("Corvane projects (*.corvane)")));
     dialogs.accept({QUrl::fromLocalFile(QStringLiteral("/shoots/x/../a.corvane"))});
     dialogs.save({.message = QStringLiteral("Where?"), .proposedName = QStringLiteral("New")},

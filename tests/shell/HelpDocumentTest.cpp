@@ -91,11 +91,11 @@ TEST(HelpDocument, AGuideThatIsMissingOrCannotBeReadIsToldInItsPlace) {
 TEST(HelpDocument, OnlyWebAndMailLinksLeaveTheProgram) {
     for (const char *const address :
          {"https://a.example", "http://a.example", "mailto:a@b.example"}) {
-        EXPECT_TRUE(HelpDocument::mayOpen(QLatin1String(address))) << address;
+        EXPECT_TRUE(HelpDocument::isAllowedLink(QLatin1String(address))) << address;
     }
     for (const char *const address :
          {"file:///bin/sh", "javascript:alert(1)", "a.example", "", "/x"}) {
-        EXPECT_FALSE(HelpDocument::mayOpen(QLatin1String(address))) << address;
+        EXPECT_FALSE(HelpDocument::isAllowedLink(QLatin1String(address))) << address;
         EXPECT_FALSE(HelpDocument::openLink(QLatin1String(address))) << address;
     }
 }

@@ -38,7 +38,7 @@ ProjectWindow::ProjectWindow(const QString &file)
 
 ProjectWindow::~ProjectWindow() {
     if (screen().isRunning()) {
-        screen().endRuns();
+        screen().cancelRuns();
         waitUntil([this] { return !screen().isRunning(); });
     }
     waitUntilDone(m_app->store().closeProject());

@@ -106,7 +106,7 @@ void ProjectScreen::updateRunning() {
     Q_EMIT isRunningChanged();
 }
 
-void ProjectScreen::endRuns() {
+void ProjectScreen::cancelRuns() {
     m_importFlow.cancelImport();
     for (int step = 0; step < 2; ++step) { // the second ends what is in hand
         m_exportFlow.requestCancel();

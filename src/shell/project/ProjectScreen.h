@@ -43,7 +43,7 @@ class ProjectScreen : public OpenProjectScreen {
     HandoffSheet *handoff() { return &m_handoff; }
 
     bool isRunning() const override { return m_isRunning; }
-    void endRuns() override;
+    void cancelRuns() override;
 
     /// A key that nothing on the screen has taken. True if it meant something.
     Q_INVOKABLE bool handleKey(int key, int modifiers, bool isRepeat);

@@ -98,7 +98,7 @@ int runWindow(const StartOptions &options) {
     // Connected before loading QML, during which another instance may already hand over its file.
     QObject::connect(&handover, &InstanceHandover::startedAgain, &app,
                      [&app, &open, &window](const QString &file) {
-                         app.stay();
+                         app.cancelQuit();
                          if (window) {
                              bringToFront(*window);
                          }

@@ -11,7 +11,7 @@ Item {
     Connections {
         target: root.panels
 
-        function onAsked() {
+        function onDialogRequested() {
             loader.source = ""; // discards the previous dialog
             loader.setSource(root.panels.kind === DialogFilePanels.OpenFolder
                              ? "FolderPanelDialog.qml" : "PanelDialog.qml",

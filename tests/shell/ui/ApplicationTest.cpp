@@ -35,7 +35,7 @@ class RunningScreen : public OpenProjectScreen {
     explicit RunningScreen(bool &hasEnded) : m_hasEnded(hasEnded) {}
 
     bool isRunning() const override { return !m_hasEnded; }
-    void endRuns() override {
+    void cancelRuns() override {
         afterIterations(5, this, [this] {
             m_hasEnded = true;
             Q_EMIT isRunningChanged();
@@ -90,7 +90,7 @@ TEST(Application, KeepsRunningIfStartedAgainWhileItQuits) {
             auto *const app = window.property("app").value<CorvaneApp *>();
             app->projectScreen();
             app->quit();
-            app->stay();
+            app->cancelQuit();
         });
     };
     EXPECT_EQ(runCorvane({.dataFolder = folder.path(),
