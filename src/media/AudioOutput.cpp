@@ -11,7 +11,7 @@ namespace corvane::media {
 
 namespace {
 
-/// Sound alone, from this file alone, with nothing of the user's own mpv set-up.
+/// Plays audio only, reads no other file and ignores the user's mpv configuration.
 constexpr std::array<std::pair<const char *, const char *>, 20> kOptions{{
     {"config", "no"},
     {"load-scripts", "no"},
@@ -35,10 +35,10 @@ constexpr std::array<std::pair<const char *, const char *>, 20> kOptions{{
     {"audio-pitch-correction", "yes"},
 }};
 
-struct EndPlayer {
+struct TerminateMpv {
     void operator()(mpv_handle *handle) const { mpv_terminate_destroy(handle); }
 };
-using PlayerHandle = std::unique_ptr<mpv_handle, EndPlayer>;
+using MpvHandle = std::unique_ptr<mpv_handle, TerminateMpv>;
 
 void callWake(void *wake) {
     (*static_cast<std::function<void()> *>(wake))();
@@ -58,22 +58,23 @@ class MpvAudioOutput : public AudioOutput {
     void command(std::initializer_list<const char *> words);
     void set(const char *property, double value);
     void set(const char *property, bool value);
-    void take(const mpv_event &event);
+    void handle(const mpv_event &event);
 
-    std::function<void()> m_wake; ///< outlives the handle, which calls it
-    PlayerHandle m_handle;
+    std::function<void()> m_wake; ///< called by the handle, so declared before it
+    MpvHandle m_handle;
     QByteArray m_path;
     bool m_isLoaded = false;
-    int m_unanswered = 0; ///< commands on their way
+    int m_pendingReplies = 0; ///< of asynchronous commands
     State m_state = State::silent;
 };
 
-/// Made at the first sound: most clips are looked at without being played.
+/// Creates mpv at the first playback, since most clips are viewed without being played. False if
+/// mpv can't be created.
 bool MpvAudioOutput::open() {
     if (m_handle) {
         return true;
     }
-    PlayerHandle handle(mpv_create());
+    MpvHandle handle(mpv_create());
     if (!handle) {
         return false;
     }
@@ -91,10 +92,10 @@ bool MpvAudioOutput::open() {
 }
 
 void MpvAudioOutput::command(std::initializer_list<const char *> words) {
-    QVarLengthArray<const char *, 8> line(words);
-    line.append(nullptr);
-    if (mpv_command_async(m_handle.get(), 1, line.data()) >= 0) {
-        ++m_unanswered;
+    QVarLengthArray<const char *, 8> arguments(words);
+    arguments.append(nullptr);
+    if (mpv_command_async(m_handle.get(), 1, arguments.data()) >= 0) {
+        ++m_pendingReplies;
     }
 }
 
@@ -140,20 +141,20 @@ void MpvAudioOutput::pause() {
     m_state = State::silent;
 }
 
-void MpvAudioOutput::take(const mpv_event &event) {
+void MpvAudioOutput::handle(const mpv_event &event) {
     switch (event.event_id) {
     case MPV_EVENT_COMMAND_REPLY:
-        --m_unanswered;
+        --m_pendingReplies;
         break;
     case MPV_EVENT_PLAYBACK_RESTART:
-        if (m_state == State::starting && m_unanswered == 0) {
+        if (m_state == State::starting && m_pendingReplies == 0) {
             m_state = State::running;
         }
         break;
     case MPV_EVENT_END_FILE: {
         const auto *end = static_cast<const mpv_event_end_file *>(event.data);
-        if (end->reason == MPV_END_FILE_REASON_ERROR && m_unanswered == 0) {
-            m_path.clear(); // nothing to be heard in this file
+        if (end->reason == MPV_END_FILE_REASON_ERROR && m_pendingReplies == 0) {
+            m_path.clear(); // no playable audio: don't try again
             m_state = State::silent;
         }
         break;
@@ -169,7 +170,7 @@ AudioOutput::State MpvAudioOutput::state() {
         if (event->event_id == MPV_EVENT_NONE) {
             break;
         }
-        take(*event);
+        handle(*event);
     }
     return m_state;
 }

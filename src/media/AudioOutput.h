@@ -8,33 +8,33 @@
 
 namespace corvane::media {
 
-/// The sound of one file at a time, played beside the pictures. It fails silently: a file without
-/// sound, a missing device and a missing player all just give no sound.
+/// Plays the audio of one file at a time. Failures are silent: without an audio track, a device or
+/// a usable mpv, `state` stays `silent`.
 ///
-/// Made anywhere; everything else happens on the player's thread.
+/// Created on any thread; all other calls come from the player's thread.
 class AudioOutput {
   public:
     enum class State {
-        silent,   ///< stopped, or there is nothing to be heard
-        starting, ///< told to play, not heard yet
+        silent,   ///< paused, or the file has no audio
+        starting, ///< `play` was called, but nothing can be heard yet
         running,
     };
 
     virtual ~AudioOutput();
 
-    /// `wake` is called from any thread when `state` may have changed.
+    /// `wake` is called on any thread when `state` may have changed.
     virtual void setWake(std::function<void()> wake) = 0;
-    /// Takes another file, empty for none. It is opened when it is first played.
+    /// Replaces the file; empty for no file. It is opened by the first `play`.
     virtual void setFile(const QString &path) = 0;
-    /// Plays from there, in seconds; the pitch is kept whatever the rate.
+    /// Plays from `seconds`. The pitch is the same at every rate.
     virtual void play(double seconds, double rate) = 0;
     virtual void pause() = 0;
     virtual State state() = 0;
-    /// What is heard now, in seconds; nothing unless it is running.
+    /// The position heard now, in seconds; nullopt unless the state is `running`.
     virtual std::optional<double> position() = 0;
 };
 
-/// The machine's sound.
+/// The system's audio device, played by mpv.
 std::unique_ptr<AudioOutput> makeAudioOutput();
 
 } // namespace corvane::media

@@ -8,30 +8,30 @@
 
 namespace corvane::media {
 
-/// One picture ready to be drawn: upright, with square pixels. Copies share the memory.
+/// A frame ready to be drawn: upright, with square pixels. Copies share the pixels.
 struct DisplayFrame {
     int width = 0;
     int height = 0;
     qsizetype bytesPerLine = 0;
-    /// Rows of 32-bit pixels in the machine's order, 0xffRRGGBB, top row first.
+    /// 32-bit pixels in native byte order, 0xffRRGGBB, top row first; null for no frame.
     std::shared_ptr<const uchar> pixels;
-    MediaTime time;   ///< of the frame, exact
-    quint64 item = 0; ///< which of the player's items it shows
+    MediaTime time;   ///< of the decoded frame, exact
+    quint64 item = 0; ///< `MediaPlayer::currentItem` at the request
 
     bool isNull() const { return !pixels; }
 };
 
-/// Where a player's pictures go. It keeps the latest one: nothing waits for a slow window.
+/// Receives a player's frames. Only the latest one counts, so a slow window delays nothing.
 class FrameSink {
   public:
     virtual ~FrameSink();
 
-    /// The box in pixels that a picture is to fit in; empty for the source's own size. A picture is
-    /// never made larger than the source. Any thread.
+    /// The box in pixels to fit frames into; empty for the source's size. Frames are never
+    /// enlarged. Any thread.
     virtual QSize wantedSize() const = 0;
-    /// Takes the picture in place of the one before. On the player's thread; it must return soon.
+    /// Replaces the current frame. Called on the player's thread; must return soon.
     virtual void show(DisplayFrame frame) = 0;
-    /// From now on there is no picture, until the next one is shown. On the main thread.
+    /// Removes the current frame. Called on the main thread.
     virtual void clear() = 0;
 };
 

@@ -3,39 +3,23 @@
 // For the source files of this floor only.
 
 #include "media/DisplayFrame.h"
-#include "media/FrameFilterGraph.h"
+#include "media/FrameScaler.h"
 #include "media/VideoReader.h"
 
 namespace corvane::media {
 
-/// The size that a frame of `stored` pixels is shown in, upright and with square pixels, inside the
-/// box `wanted` where that is smaller. Never empty.
-QSize shownSize(QSize stored, double pixelAspect, int quarterTurns, QSize wanted);
-
-/// Makes pictures of decoded frames: scaled to what is shown, in the stream's own colour matrix and
-/// range, turned upright. High dynamic range is mapped to the screen's, which takes several times
-/// as long. One thread.
+/// Converts decoded frames for display: scaled, in RGB and upright. One thread.
 class DisplayFrameConverter {
   public:
     DisplayFrameConverter();
-    ~DisplayFrameConverter();
-    Q_DISABLE_COPY_MOVE(DisplayFrameConverter)
 
-    /// `item` of the picture is left to the caller. Throws `MediaError`.
-    DisplayFrame convert(const VideoFrame &frame, int quarterTurns, QSize wanted);
+    /// `quarterTurns`: clockwise, 0 to 3. The result fits inside `bound` and is never enlarged; an
+    /// empty bound means the source's size. Leaves `DisplayFrame::item` 0. Throws `MediaError`.
+    DisplayFrame convert(const VideoFrame &frame, int quarterTurns, QSize bound);
 
   private:
-    struct Scaling;
-    struct Memory;
-
-    SwsContext &scalerFor(const Scaling &scaling);
-    FrameHandle scaled(const AVFrame &source, QSize size);
-
-    ScalerHandle m_scaler;
-    ToneMapper m_mapping{AV_PIX_FMT_RGB32};
-    std::unique_ptr<Scaling> m_scaling;
-    std::unique_ptr<Memory> m_scaled;
-    std::unique_ptr<Memory> m_turned;
+    FrameScaler m_scaler;
+    FramePool m_rotated;
 };
 
 } // namespace corvane::media

@@ -4,29 +4,29 @@
 
 namespace corvane::media {
 
-void FrameCache::insert(const VideoFrame &frame, std::optional<MediaTime> predecessor) {
+void FrameCache::insert(const VideoFrame &frame, std::optional<MediaTime> previous) {
     const auto [entry, isNew] = m_entries.try_emplace(frame.time, Entry{.frame = frame});
     if (isNew) {
         m_bytes += frame.byteCount();
         if (const auto next = std::next(entry); next != m_entries.end()) {
-            next->second.follows = false;
+            next->second.isAdjacent = false;
         }
     }
-    if (predecessor) {
-        join(*predecessor, frame.time);
+    if (previous) {
+        setAdjacent(*previous, frame.time);
     }
-    trim();
+    evict();
 }
 
-void FrameCache::join(MediaTime predecessor, MediaTime time) {
+void FrameCache::setAdjacent(MediaTime previous, MediaTime time) {
     const auto entry = m_entries.find(time);
     if (entry != m_entries.end() && entry != m_entries.begin() &&
-        std::prev(entry)->first == predecessor) {
-        entry->second.follows = true;
+        std::prev(entry)->first == previous) {
+        entry->second.isAdjacent = true;
     }
 }
 
-std::optional<VideoFrame> FrameCache::naming(MediaTime time) const {
+std::optional<VideoFrame> FrameCache::frameAt(MediaTime time) const {
     const double latest = time.seconds() + kHalfTick;
     auto next = m_entries.upper_bound(time);
     while (next != m_entries.end() && next->first.seconds() <= latest) {
@@ -36,22 +36,22 @@ std::optional<VideoFrame> FrameCache::naming(MediaTime time) const {
         return std::nullopt;
     }
     const auto &found = std::prev(next)->second;
-    const bool nextIsKnown = next != m_entries.end() && next->second.follows;
-    const bool isItsOwnTime = std::abs(found.frame.time.seconds() - time.seconds()) <= kHalfTick;
-    return nextIsKnown || isItsOwnTime ? std::optional(found.frame) : std::nullopt;
+    const bool isNextKnown = next != m_entries.end() && next->second.isAdjacent;
+    const bool isExactTime = std::abs(found.frame.time.seconds() - time.seconds()) <= kHalfTick;
+    return isNextKnown || isExactTime ? std::optional(found.frame) : std::nullopt;
 }
 
-std::optional<VideoFrame> FrameCache::after(MediaTime time) const {
+std::optional<VideoFrame> FrameCache::next(MediaTime time) const {
     const auto next = m_entries.upper_bound(time);
-    const bool isNeighbour =
-        next != m_entries.end() && next->second.follows && std::prev(next)->first == time;
-    return isNeighbour ? std::optional(next->second.frame) : std::nullopt;
+    const bool isAdjacent =
+        next != m_entries.end() && next->second.isAdjacent && std::prev(next)->first == time;
+    return isAdjacent ? std::optional(next->second.frame) : std::nullopt;
 }
 
-std::optional<VideoFrame> FrameCache::before(MediaTime time) const {
+std::optional<VideoFrame> FrameCache::previous(MediaTime time) const {
     const auto entry = m_entries.find(time);
-    const bool isNeighbour = entry != m_entries.end() && entry->second.follows;
-    return isNeighbour ? std::optional(std::prev(entry)->second.frame) : std::nullopt;
+    const bool isAdjacent = entry != m_entries.end() && entry->second.isAdjacent;
+    return isAdjacent ? std::optional(std::prev(entry)->second.frame) : std::nullopt;
 }
 
 std::optional<VideoFrame> FrameCache::nearestBefore(MediaTime time) const {
@@ -88,13 +88,13 @@ std::optional<MediaTime> FrameCache::runEnd(MediaTime time, Direction direction,
     }
     for (; frames > 0 && bytes > 0; --frames) {
         if (direction == Direction::backward) {
-            if (!entry->second.follows) {
+            if (!entry->second.isAdjacent) {
                 return entry->first;
             }
             --entry;
         } else {
             const auto next = std::next(entry);
-            if (next == m_entries.end() || !next->second.follows) {
+            if (next == m_entries.end() || !next->second.isAdjacent) {
                 return entry->first;
             }
             entry = next;
@@ -107,20 +107,20 @@ std::optional<MediaTime> FrameCache::runEnd(MediaTime time, Direction direction,
 void FrameCache::setFocus(MediaTime time, Direction direction) {
     m_focus = time;
     m_direction = direction;
-    trim();
+    evict();
 }
 
-double FrameCache::cost(MediaTime time) const {
+double FrameCache::evictionCost(MediaTime time) const {
     const double ahead =
         (time.seconds() - m_focus.seconds()) * (m_direction == Direction::forward ? 1 : -1);
     return ahead >= 0 ? ahead : -ahead * m_behindCost;
 }
 
-void FrameCache::trim() {
+void FrameCache::evict() {
     while (m_bytes > m_byteLimit && m_entries.size() > 1) {
         const auto first = m_entries.begin();
         const auto last = std::prev(m_entries.end());
-        remove(cost(first->first) > cost(last->first) ? first : last);
+        remove(evictionCost(first->first) > evictionCost(last->first) ? first : last);
     }
 }
 
@@ -128,7 +128,7 @@ void FrameCache::remove(Entries::iterator entry) {
     m_bytes -= entry->second.frame.byteCount();
     const auto next = m_entries.erase(entry);
     if (next != m_entries.end()) {
-        next->second.follows = false;
+        next->second.isAdjacent = false;
     }
 }
 

@@ -8,43 +8,44 @@
 
 namespace corvane::media {
 
-/// Decoded frames around the playhead, in order of their times, in a bounded number of bytes. It
-/// knows of each frame whether the one before it in the file is the one before it here. One thread.
+/// Decoded frames around the playhead, ordered by time and limited in bytes. Each entry records
+/// whether the frame before it in the cache is also the previous frame of the file. One thread.
 class FrameCache {
   public:
     enum class Direction { forward, backward };
 
-    static constexpr double kUsualBehindCost = 2;
+    static constexpr double kDefaultBehindCost = 2;
 
-    /// At least one frame is kept, however large.
+    /// One frame is kept even if it exceeds the limit.
     explicit FrameCache(qsizetype byteLimit) : m_byteLimit(byteLimit) {}
 
-    /// Keeps a frame; `predecessor` is the time of the frame directly before it, where known.
-    void insert(const VideoFrame &frame, std::optional<MediaTime> predecessor);
-    /// Says that `time`'s frame directly follows `predecessor`'s.
-    void join(MediaTime predecessor, MediaTime time);
+    /// `previous`: time of the previous frame of the file, if known.
+    void insert(const VideoFrame &frame, std::optional<MediaTime> previous);
+    /// Records that the frame at `time` directly follows the one at `previous` in the file.
+    void setAdjacent(MediaTime previous, MediaTime time);
 
-    /// The frame that `time` names, where that is certain from what is kept.
-    std::optional<VideoFrame> naming(MediaTime time) const;
-    std::optional<VideoFrame> after(MediaTime time) const;
-    std::optional<VideoFrame> before(MediaTime time) const;
+    /// The frame that `time` names, or nullopt if the cached frames don't determine it.
+    std::optional<VideoFrame> frameAt(MediaTime time) const;
+    /// The adjacent frames of the file, if they are cached and known to be adjacent.
+    std::optional<VideoFrame> next(MediaTime time) const;
+    std::optional<VideoFrame> previous(MediaTime time) const;
 
-    /// The nearest frame before `time`, and the nearest to it no further than `tolerance` seconds,
-    /// of those kept, whatever lies between.
+    /// The last cached frame before `time`, whether or not frames are missing in between.
     std::optional<VideoFrame> nearestBefore(MediaTime time) const;
+    /// The cached frame nearest to `time` and at most `tolerance` seconds from it.
     std::optional<VideoFrame> nearest(MediaTime time, double tolerance) const;
-    /// Of the frames from `from` to the one before `to`.
+    /// Size of the frames with times in [from, to).
     qsizetype bytesBetween(MediaTime from, MediaTime to) const;
 
-    /// The end of the unbroken run that `time`'s frame is in; at most `frames` away and `bytes`
-    /// large, nothing where it goes on beyond that.
+    /// The end of the run of adjacent frames around `time`, or nullopt if the run extends beyond
+    /// `frames` frames or `bytes` bytes.
     std::optional<MediaTime> runEnd(MediaTime time, Direction direction, int frames,
                                     qsizetype bytes) const;
 
-    /// Where the playhead is and where it goes: what is far from there is dropped first.
+    /// The playhead and its direction. The most distant frames are evicted first.
     void setFocus(MediaTime time, Direction direction);
 
-    /// How much less a frame that lies behind is needed than one as far ahead.
+    /// The factor by which frames behind the playhead count as more distant than those ahead.
     void setBehindCost(double cost) { m_behindCost = cost; }
 
     qsizetype byteCount() const { return m_bytes; }
@@ -53,12 +54,12 @@ class FrameCache {
   private:
     struct Entry {
         VideoFrame frame;
-        bool follows = false; ///< directly, the entry before it
+        bool isAdjacent = false; ///< to the entry before it
     };
     using Entries = std::map<MediaTime, Entry>;
 
-    void trim();
-    double cost(MediaTime time) const;
+    void evict();
+    double evictionCost(MediaTime time) const;
     void remove(Entries::iterator entry);
 
     qsizetype m_byteLimit;
@@ -66,7 +67,7 @@ class FrameCache {
     Entries m_entries;
     MediaTime m_focus;
     Direction m_direction = Direction::forward;
-    double m_behindCost = kUsualBehindCost;
+    double m_behindCost = kDefaultBehindCost;
 };
 
 } // namespace corvane::media

@@ -8,45 +8,46 @@
 
 namespace corvane::media {
 
-/// Brings decoded pictures into the format that is encoded: cuts, scales, reduces the bits and maps
-/// high dynamic range to BT.709, or to the red, green and blue of it. Pictures that change within a
-/// stream are followed.
+/// Converts decoded frames to an encoder's format by an FFmpeg filter graph: crops, scales, reduces
+/// the bit depth and maps high dynamic range to BT.709 or to RGB. The graph is rebuilt when the
+/// frames' format changes within a stream. One thread at a time; errors throw `MediaError`.
 class FrameFilterGraph {
   public:
     FrameFilterGraph(const VideoFormat &target, AVRational timeBase);
 
-    /// The picture in the target's format, with its own timestamp; the same one where it has it.
-    FrameHandle convert(FrameHandle picture);
+    /// Returns the frame in the target's format with the same timestamp, or `frame` itself if it
+    /// already has that format.
+    FrameHandle convert(FrameHandle frame);
 
   private:
-    bool isTarget(const AVFrame &picture) const;
-    bool isSameKind(const AVFrame &picture) const;
-    void build(const AVFrame &picture);
-    QByteArray filtersFor(const AVFrame &picture) const;
-    QByteArray scaling(const AVFrame &picture) const;
+    bool isInTargetFormat(const AVFrame &frame) const;
+    bool isInSourceFormat(const AVFrame &frame) const;
+    void build(const AVFrame &frame);
+    QByteArray filtersFor(const AVFrame &frame) const;
+    QByteArray sizeFilter(const AVFrame &frame) const;
 
     VideoFormat m_target;
     AVRational m_timeBase;
     FilterGraphHandle m_graph;
-    AVFilterContext *m_input = nullptr;  ///< the graph's
-    AVFilterContext *m_output = nullptr; ///< the graph's
-    FrameHandle m_kind;                  ///< the format that the graph was built for
+    AVFilterContext *m_input = nullptr;  ///< owned by the graph
+    AVFilterContext *m_output = nullptr; ///< owned by the graph
+    FrameHandle m_sourceFormat;          ///< properties of the frames that the graph was built for
 };
 
-/// Pictures of high dynamic range in the red, green and blue of a screen, mapped as an export maps
-/// them. One thread at a time.
+/// Maps frames of high dynamic range to RGB for a screen, with the same curve as an export. One
+/// thread at a time.
 class ToneMapper {
   public:
     /// `pixels`: AV_PIX_FMT_RGB24 or AV_PIX_FMT_RGB32.
-    explicit ToneMapper(AVPixelFormat pixels);
+    explicit ToneMapper(AVPixelFormat pixels) : m_pixels(pixels) {}
 
-    /// Scaled to `size`. Throws `MediaError`.
-    FrameHandle map(const AVFrame &picture, QSize size);
+    /// Returns the frame scaled to `size`. Throws `MediaError`.
+    FrameHandle map(const AVFrame &frame, QSize size);
 
   private:
     AVPixelFormat m_pixels;
-    std::optional<FrameFilterGraph> m_conversion;
-    QSize m_size; ///< that it makes
+    std::optional<FrameFilterGraph> m_graph;
+    QSize m_size; ///< that the graph scales to
 };
 
 } // namespace corvane::media

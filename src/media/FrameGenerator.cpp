@@ -10,7 +10,7 @@ namespace corvane::media {
 
 struct FrameGenerator::Work {
     VideoReader reader;
-    RGBImageConverter scaler;
+    RGBImageConverter converter;
     Options options;
 };
 
@@ -18,7 +18,7 @@ FrameGenerator::FrameGenerator(const QString &path, Options options, std::stop_t
     : m_work(new Work{.reader = VideoReader(
                           path, {.isSingleFrameRead = true, .reducedSize = options.maximumSize},
                           std::move(stop)),
-                      .scaler = {},
+                      .converter = {},
                       .options = options}) {}
 
 FrameGenerator::~FrameGenerator() = default;
@@ -31,7 +31,7 @@ RGBImage FrameGenerator::imageAt(MediaTime time) {
         throw MediaError(QStringLiteral("None of its pictures can be decoded."));
     }
     const int turns = options.appliesPreferredTrackTransform ? m_work->reader.quarterTurns() : 0;
-    return m_work->scaler.still(*frame->avFrame, turns, options.maximumSize);
+    return m_work->converter.convert(*frame->avFrame, turns, options.maximumSize);
 }
 
 /// Makes the stills in the order of their times, to decode on from one to the next.

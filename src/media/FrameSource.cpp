@@ -8,11 +8,12 @@ namespace {
 
 constexpr int kFramesAhead = 30;
 constexpr int kFramesBehind = 150;
-constexpr int kFramesAtOnce = 24; ///< that are read in one go on the way back
-constexpr int kFillsPerFocus = kFramesAhead + kFramesBehind + 2 * kFramesAtOnce;
-constexpr double kUsualFrameRate = 25;
-constexpr double kShortJump = 2; ///< seconds ahead, to which decoding on may be quickest
-constexpr double kLeastChunk = 4.0 / MediaTime::kTimescale; ///< safe from rounding
+constexpr int kBackwardRunFrames = 24;
+constexpr int kReadsPerFocus = kFramesAhead + kFramesBehind + 2 * kBackwardRunFrames;
+constexpr double kDefaultFrameRate = 25;
+/// Up to this many seconds ahead, decoding the frames in between may be faster than a seek.
+constexpr double kShortSeek = 2;
+constexpr double kMinBackwardRun = 4.0 / MediaTime::kTimescale; ///< seconds; above rounding errors
 
 } // namespace
 
@@ -25,82 +26,87 @@ FrameSource::FrameSource(const QString &path, qsizetype byteLimit, std::stop_tok
 void FrameSource::setStop(const std::stop_token &stop) {
     m_stop = stop;
     m_reader->setStop(stop);
-    if (m_seeker) {
-        m_seeker->setStop(stop);
+    if (m_seekReader) {
+        m_seekReader->setStop(stop);
     }
 }
 
-VideoReader &FrameSource::seeker() {
-    if (!m_seeker) {
-        m_seeker = std::make_unique<VideoReader>(
+double FrameSource::frameRate() const {
+    const double rate = m_reader->nominalFrameRate();
+    return rate > 0 ? rate : kDefaultFrameRate;
+}
+
+VideoReader &FrameSource::seekReader() {
+    if (!m_seekReader) {
+        m_seekReader = std::make_unique<VideoReader>(
             m_path, VideoReader::Options{.isSingleFrameRead = true}, m_stop);
     }
-    return *m_seeker;
+    return *m_seekReader;
 }
 
-/// A cancelled read leaves the reader somewhere: `m_given` is set only by one that came through.
+/// A read that throws leaves the reader's position unknown, so `m_lastRead` is set only on success.
 std::optional<VideoFrame> FrameSource::read(MediaTime time, double tolerance) {
-    m_given.reset();
+    m_lastRead.reset();
     const auto frame = m_reader->frameAt(time, tolerance);
     if (frame) {
         m_cache.insert(*frame, std::nullopt);
-        m_given = frame->time;
+        m_lastRead = frame->time;
     }
     return frame;
 }
 
-std::optional<VideoFrame> FrameSource::readAfter(MediaTime time) {
-    if (m_given != time) {
+std::optional<VideoFrame> FrameSource::readNext(MediaTime time) {
+    if (m_lastRead != time) {
         const auto frame = read(time, 0);
         if (!frame || frame->time != time) {
             return std::nullopt;
         }
     }
-    m_given.reset();
+    m_lastRead.reset();
     auto frame = m_reader->next();
     if (!frame) {
-        m_last = time;
+        m_lastTime = time;
         return std::nullopt;
     }
     m_cache.insert(*frame, time);
-    m_given = frame->time;
+    m_lastRead = frame->time;
     return frame;
 }
 
 std::optional<VideoFrame> FrameSource::at(MediaTime time) {
-    if (const auto frame = m_cache.naming(time)) {
+    if (const auto frame = m_cache.frameAt(time)) {
         return frame;
     }
-    const double jump = m_focus ? time.seconds() - m_focus->time.seconds() : 0;
-    if (jump >= 0 && jump < kShortJump) {
+    const double distance = m_focus ? time.seconds() - m_focus->time.seconds() : 0;
+    if (distance >= 0 && distance < kShortSeek) {
         return read(time, 0);
     }
     if (!m_reader->hasCloseKeyframes(time)) {
-        return readFar(time);
+        return readInLongGop(time);
     }
-    const auto frame = seeker().frameAt(time);
+    const auto frame = seekReader().frameAt(time);
     if (frame) {
         m_cache.insert(*frame, std::nullopt);
     }
     return frame;
 }
 
-/// Between distant key frames the way to a frame is long, so it is read by the one of the two that
-/// stands nearest before it, or else by the one that has stood for longer: the frames that are
-/// looked for in turn often lie around two places. Whichever it was goes on from there.
-std::optional<VideoFrame> FrameSource::readFar(MediaTime time) {
-    const auto own = m_reader->secondsToDecode(time);
-    const auto other = seeker().secondsToDecode(time);
-    if (!own || (other && *other < *own)) {
-        std::swap(m_reader, m_seeker);
+/// Reads with the reader that needs the least decoding, or with the less recently used one if both
+/// have to seek: alternating seeks often go to two positions. That reader then continues from
+/// there.
+std::optional<VideoFrame> FrameSource::readInLongGop(MediaTime time) {
+    const auto fromReader = m_reader->secondsToDecode(time);
+    const auto fromSeekReader = seekReader().secondsToDecode(time);
+    if (!fromReader || (fromSeekReader && *fromSeekReader < *fromReader)) {
+        std::swap(m_reader, m_seekReader);
         m_reader->setSingleFrameRead(false);
-        m_seeker->setSingleFrameRead(true);
+        m_seekReader->setSingleFrameRead(true);
     }
     return read(time, 0);
 }
 
 std::optional<VideoFrame> FrameSource::near(MediaTime time, double tolerance) {
-    if (const auto frame = m_cache.naming(time)) {
+    if (const auto frame = m_cache.frameAt(time)) {
         return frame;
     }
     if (const auto frame = m_cache.nearest(time, tolerance)) {
@@ -109,104 +115,106 @@ std::optional<VideoFrame> FrameSource::near(MediaTime time, double tolerance) {
     return read(time, tolerance);
 }
 
-std::optional<VideoFrame> FrameSource::after(const VideoFrame &frame) {
-    if (const auto next = m_cache.after(frame.time)) {
+std::optional<VideoFrame> FrameSource::next(const VideoFrame &frame) {
+    if (const auto next = m_cache.next(frame.time)) {
         return next;
     }
-    if (m_last && frame.time >= *m_last) {
+    if (m_lastTime && frame.time >= *m_lastTime) {
         return std::nullopt;
     }
-    return readAfter(frame.time);
+    return readNext(frame.time);
 }
 
-std::optional<VideoFrame> FrameSource::before(const VideoFrame &frame) {
+std::optional<VideoFrame> FrameSource::previous(const VideoFrame &frame) {
     for (;;) {
-        if (const auto previous = m_cache.before(frame.time)) {
+        if (const auto previous = m_cache.previous(frame.time)) {
             return previous;
         }
-        if (!fillBehind(frame.time)) {
-            const bool isFound = m_filling && m_filling->isDone && m_filling->goal == frame.time;
-            return isFound ? std::optional(m_filling->reached) : std::nullopt;
+        if (!readBackward(frame.time)) {
+            const bool isFound =
+                m_backwardRun && m_backwardRun->isDone && m_backwardRun->goal == frame.time;
+            return isFound ? std::optional(m_backwardRun->reached) : std::nullopt;
         }
     }
 }
 
 void FrameSource::setFocus(const VideoFrame &frame, Direction direction) {
     if (!m_focus || m_focus->time != frame.time || m_direction != direction) {
-        m_fillsLeft = kFillsPerFocus;
+        m_readsLeft = kReadsPerFocus;
     }
     m_focus = frame;
     m_direction = direction;
     if (direction == Direction::forward) {
-        m_cache.setBehindCost(FrameCache::kUsualBehindCost);
+        m_cache.setBehindCost(FrameCache::kDefaultBehindCost);
     }
     m_cache.setFocus(frame.time, direction);
     m_cache.insert(frame, std::nullopt);
 }
 
-bool FrameSource::fill(bool bothWays) {
-    if (!m_focus || m_fillsLeft <= 0) {
+bool FrameSource::readAhead(bool inBothDirections) {
+    if (!m_focus || m_readsLeft <= 0) {
         return false;
     }
-    --m_fillsLeft;
-    if (m_direction == Direction::backward && !bothWays) {
-        return fillThinly();
+    --m_readsLeft;
+    if (m_direction == Direction::backward && !inBothDirections) {
+        return readAheadSparsely();
     }
     const auto other = m_direction == Direction::forward ? Direction::backward : Direction::forward;
-    return fillTowards(m_direction) || (bothWays && fillTowards(other));
+    return readAheadInRun(m_direction) || (inBothDirections && readAheadInRun(other));
 }
 
-bool FrameSource::fillTowards(Direction direction) {
+bool FrameSource::readAheadInRun(Direction direction) {
     const bool isForward = direction == Direction::forward;
-    const auto edge =
+    const auto end =
         m_cache.runEnd(m_focus->time, direction, isForward ? kFramesAhead : kFramesBehind,
                        m_cache.byteLimit() / (isForward ? 4 : 2));
-    return edge && (isForward ? fillAhead(*edge) : fillBehind(*edge));
+    return end && (isForward ? readAheadFrom(*end) : readBackward(*end));
 }
 
-bool FrameSource::fillAhead(MediaTime from) {
-    return !(m_last && from >= *m_last) && readAfter(from).has_value();
+bool FrameSource::readAheadFrom(MediaTime time) {
+    return !(m_lastTime && time >= *m_lastTime) && readNext(time).has_value();
 }
 
-/// Back there is no way but to begin further back and read up to the goal. Each call reads one
-/// frame; false where nothing is left to read.
-bool FrameSource::fillBehind(MediaTime goal) {
-    if (m_first && goal <= *m_first) {
+/// Reads one frame of a run that starts before `goal` and is decoded forward up to it. Returns
+/// false if the run is complete.
+bool FrameSource::readBackward(MediaTime goal) {
+    if (m_firstTime && goal <= *m_firstTime) {
         return false;
     }
-    if (m_filling && m_filling->goal == goal && m_filling->isDone) {
+    if (m_backwardRun && m_backwardRun->goal == goal && m_backwardRun->isDone) {
         return false;
     }
-    if (!m_filling || m_filling->goal != goal || m_given != m_filling->reached.time) {
-        return beginBehind(goal);
+    if (!m_backwardRun || m_backwardRun->goal != goal ||
+        m_lastRead != m_backwardRun->reached.time) {
+        return startBackwardRun(goal);
     }
-    const auto frame = readAfter(m_filling->reached.time);
+    const auto frame = readNext(m_backwardRun->reached.time);
     if (frame && frame->time < goal) {
-        m_filling->reached = *frame;
+        m_backwardRun->reached = *frame;
         return true;
     }
-    m_cache.join(m_filling->reached.time, goal);
-    m_filling->isDone = true;
+    m_cache.setAdjacent(m_backwardRun->reached.time, goal);
+    m_backwardRun->isDone = true;
     return true;
 }
 
-bool FrameSource::beginBehind(MediaTime goal) {
-    m_filling.reset();
-    const auto start = std::max(goal.seconds() - chunkSeconds(), 0.0);
+bool FrameSource::startBackwardRun(MediaTime goal) {
+    m_backwardRun.reset();
+    const auto start = std::max(goal.seconds() - backwardRunSeconds(), 0.0);
     const auto frame = read(MediaTime::fromSeconds(start), 0);
     if (!frame || frame->time >= goal) {
-        m_first = goal;
+        m_firstTime = goal;
         return false;
     }
-    m_filling = {goal, *frame};
+    m_backwardRun = {goal, *frame};
     return true;
 }
 
-double FrameSource::chunkSeconds() const {
+double FrameSource::backwardRunSeconds() const {
     const auto bytes = m_focus ? std::max<qsizetype>(m_focus->byteCount(), 1) : 1;
-    const auto frames = std::clamp<qsizetype>(m_cache.byteLimit() / 4 / bytes, 1, kFramesAtOnce);
-    const double rate = m_reader->nominalFrameRate();
-    return std::max(double(frames) / (rate > 0 ? rate : kUsualFrameRate), kLeastChunk);
+    const auto frames =
+        std::clamp<qsizetype>(m_cache.byteLimit() / 4 / bytes, 1, kBackwardRunFrames);
+    return std::max(double(frames) / frameRate(), kMinBackwardRun);
 }
 
 } // namespace corvane::media

@@ -6,11 +6,11 @@
 
 namespace corvane::media {
 
-/// The frames of one file with those around the playhead at hand. Every frame it gives is exact,
-/// and of the same memory whichever way it was come by.
+/// Reads the frames of one file through a cache around the playhead. The same frame has the same
+/// pixels no matter how it was reached.
 ///
-/// One thread. Everything that may decode throws `Cancelled` soon after the token of `setStop` asks
-/// for it, and can be called again afterwards; and `MediaError`.
+/// One thread. Functions that decode throw `MediaError`, and `Cancelled` soon after the token of
+/// `setStop` requests it; both leave the source usable.
 class FrameSource {
   public:
     using Direction = FrameCache::Direction;
@@ -21,76 +21,81 @@ class FrameSource {
     int quarterTurns() const { return m_reader->quarterTurns(); }
     std::optional<MediaTime> duration() const { return m_reader->duration(); }
 
-    /// The frame that `time` names. Nothing only where no frame can be decoded.
+    /// The frame that `time` names; nullopt only if no frame can be decoded.
     std::optional<VideoFrame> at(MediaTime time);
-    /// Any frame no further than `tolerance` seconds from `time`, whichever is quickest to have.
+    /// The frame that is fastest to read among those within `tolerance` seconds of `time`.
     std::optional<VideoFrame> near(MediaTime time, double tolerance);
-    /// The next frame; nothing after the last one.
-    std::optional<VideoFrame> after(const VideoFrame &frame);
-    /// The frame before; nothing before the first one.
-    std::optional<VideoFrame> before(const VideoFrame &frame);
+    /// nullopt after the last frame.
+    std::optional<VideoFrame> next(const VideoFrame &frame);
+    /// nullopt before the first frame.
+    std::optional<VideoFrame> previous(const VideoFrame &frame);
 
-    /// While playing backward: the frame before, or where more frames lie between key frames than
-    /// can be kept, the nearest before of as many as can, evenly spread. Nothing before the first.
-    std::optional<VideoFrame> behind(const VideoFrame &frame);
+    /// The frame to show before `frame` in backward playback: the previous one, or an earlier one
+    /// if a GOP doesn't fit in the cache and only every n-th of its frames is kept. nullopt before
+    /// the first frame.
+    std::optional<VideoFrame> previousToPlay(const VideoFrame &frame);
 
-    /// The frame shown and where it goes from there.
+    /// Sets the frame shown and the direction in which the playhead leaves it.
     void setFocus(const VideoFrame &frame, Direction direction);
-    /// One small piece of decoding ahead of need, from the focus in its direction and then, with
-    /// `bothWays`, in the other; false when all is there. Without it the frames are played.
-    bool fill(bool bothWays);
+    /// Decodes about one frame ahead of the focus in its direction, for playback; with
+    /// `inBothDirections` every frame around the focus, for a paused player. Returns false if there
+    /// is nothing more to read ahead.
+    bool readAhead(bool inBothDirections);
 
     qsizetype cachedBytes() const { return m_cache.byteCount(); }
 
   private:
-    /// Frames behind `goal` being read forward, up to it.
-    struct Filling {
+    /// A run of frames before `goal` that is decoded forward up to it.
+    struct BackwardRun {
         MediaTime goal;
         VideoFrame reached;
         bool isDone = false; ///< `reached` is the frame before the goal
     };
 
-    /// Frames from a key frame up to `goal` being read, some of which are kept.
-    struct Thinning {
-        MediaTime key;
+    /// A GOP, or its part before `goal`, of which every n-th frame is kept.
+    struct SparseRun {
+        MediaTime keyframe;
         MediaTime goal;
         int keepEvery = 1;
-        int given = 0;
+        int decoded = 0;
         std::optional<VideoFrame> reached;
         bool isDone = false;
     };
 
-    std::optional<MediaTime> farKey(MediaTime goal) const;
-    bool isThinned(MediaTime time) const;
-    void thinOut(MediaTime key, MediaTime goal);
-    bool thinFurther();
-    bool fillThinly();
+    double frameRate() const;
+    VideoReader &seekReader();
     std::optional<VideoFrame> read(MediaTime time, double tolerance);
-    VideoReader &seeker();
-    std::optional<VideoFrame> readFar(MediaTime time);
-    std::optional<VideoFrame> readAfter(MediaTime time);
-    bool fillBehind(MediaTime goal);
-    bool beginBehind(MediaTime goal);
-    bool fillAhead(MediaTime from);
-    bool fillTowards(Direction direction);
-    double chunkSeconds() const;
+    std::optional<VideoFrame> readInLongGop(MediaTime time);
+    std::optional<VideoFrame> readNext(MediaTime time);
+    bool readAheadInRun(Direction direction);
+    bool readAheadFrom(MediaTime time);
+    bool readBackward(MediaTime goal);
+    bool startBackwardRun(MediaTime goal);
+    double backwardRunSeconds() const;
+
+    std::optional<MediaTime> distantKeyframe(MediaTime goal) const;
+    bool isInSparseRun(MediaTime time) const;
+    void startSparseRun(MediaTime keyframe, MediaTime goal);
+    bool readSparsely();
+    bool readAheadSparsely();
 
     const QString m_path;
     std::stop_token m_stop;
-    std::unique_ptr<VideoReader> m_reader; ///< goes on from frame to frame
-    /// Finds single frames quicker than what can go on from them. Opened at the first long jump.
-    /// The two change places where key frames are far apart.
-    std::unique_ptr<VideoReader> m_seeker;
+    std::unique_ptr<VideoReader> m_reader; ///< for consecutive frames
+    /// For single frames, which it decodes with less latency. Opened by the first long seek. The
+    /// two readers are swapped inside long GOPs, see `readInLongGop`.
+    std::unique_ptr<VideoReader> m_seekReader;
     FrameCache m_cache;
-    std::optional<MediaTime> m_given; ///< the frame that the reader stands after
-    std::optional<MediaTime> m_first; ///< of the file's first frame, once known
-    std::optional<MediaTime> m_last;  ///< of its last, once known
-    std::optional<Filling> m_filling;
-    std::optional<Thinning> m_thinning; ///< the last one, furthest back
-    MediaTime m_thinnedUpTo;            ///< by it and by those that it went on from
+    std::optional<MediaTime> m_lastRead;  ///< the frame after which `m_reader` continues
+    std::optional<MediaTime> m_firstTime; ///< of the file's first frame, once known
+    std::optional<MediaTime> m_lastTime;  ///< of the file's last frame, once known
+    std::optional<BackwardRun> m_backwardRun;
+    std::optional<SparseRun> m_sparseRun; ///< the latest one, which is the earliest in the file
+    MediaTime m_sparseEnd;                ///< of the consecutive sparse runs
     std::optional<VideoFrame> m_focus;
     Direction m_direction = Direction::forward;
-    int m_fillsLeft = 0; ///< that one focus is worth, should the cache be too small to settle
+    /// Bounds the reading ahead around one focus if the cache is too small to hold it.
+    int m_readsLeft = 0;
 };
 
 } // namespace corvane::media

@@ -1,5 +1,5 @@
-// Playing backward where more frames lie between two key frames than the cache holds. Each of them
-// must be decoded from the key frame on, so they are decoded once and the spread ones are kept.
+// Backward playback of GOPs that don't fit in the cache. Every frame must be decoded from the
+// keyframe on, so each GOP is decoded once and evenly spaced frames of it are kept.
 
 #include "media/FrameSource.h"
 
@@ -10,111 +10,105 @@ namespace corvane::media {
 
 namespace {
 
-constexpr double kAssumedRate = 25;
-/// Of the cache, for the frames of one thinning: the one being shown, the next, and what is behind.
-constexpr int kThinShare = 3;
-constexpr int kThinnedRun = 150; ///< as many exact ones are enough
-/// What was shown makes room before anything that is still to be shown.
-constexpr double kThinBehindCost = 1000;
+/// The cache is divided between the run being shown, the next one and the frames behind.
+constexpr int kCacheShares = 3;
+constexpr int kAdjacentFrames = 150; ///< enough frames behind the playhead without gaps
+/// Evicts frames that were shown before any that are still to be shown.
+constexpr double kSparseBehindCost = 1000;
 
 } // namespace
 
-/// The key frame that the frames before `goal` are decoded from, where that is far.
-std::optional<MediaTime> FrameSource::farKey(MediaTime goal) const {
+/// The keyframe before `goal` if the frames in between take up much of the cache, else nullopt.
+std::optional<MediaTime> FrameSource::distantKeyframe(MediaTime goal) const {
     if (!m_focus) {
         return std::nullopt;
     }
-    const auto key = m_reader->keyframeBefore(goal);
-    const double rate = m_reader->nominalFrameRate();
-    const double frames =
-        key ? (goal.seconds() - key->seconds()) * (rate > 0 ? rate : kAssumedRate) : 0;
-    const bool isFar = frames * double(m_focus->byteCount()) > double(m_cache.byteLimit()) / 2;
-    return isFar ? key : std::nullopt;
+    const auto keyframe = m_reader->keyframeBefore(goal);
+    const double frames = keyframe ? (goal.seconds() - keyframe->seconds()) * frameRate() : 0;
+    const bool isDistant = frames * double(m_focus->byteCount()) > double(m_cache.byteLimit()) / 2;
+    return isDistant ? keyframe : std::nullopt;
 }
 
-bool FrameSource::isThinned(MediaTime time) const {
-    return m_thinning && time <= m_thinnedUpTo && time > m_thinning->key;
+bool FrameSource::isInSparseRun(MediaTime time) const {
+    return m_sparseRun && time <= m_sparseEnd && time > m_sparseRun->keyframe;
 }
 
-std::optional<VideoFrame> FrameSource::behind(const VideoFrame &frame) {
-    if (const auto previous = m_cache.before(frame.time)) {
+std::optional<VideoFrame> FrameSource::previousToPlay(const VideoFrame &frame) {
+    if (const auto previous = m_cache.previous(frame.time)) {
         return previous;
     }
-    if (!isThinned(frame.time)) {
-        const auto key = farKey(frame.time);
-        if (!key) {
-            return before(frame);
+    if (!isInSparseRun(frame.time)) {
+        const auto keyframe = distantKeyframe(frame.time);
+        if (!keyframe) {
+            return previous(frame);
         }
-        thinOut(*key, frame.time);
+        startSparseRun(*keyframe, frame.time);
     }
-    while (frame.time <= m_thinning->goal && thinFurther()) {
+    while (frame.time <= m_sparseRun->goal && readSparsely()) {
     }
     const auto found = m_cache.nearestBefore(frame.time);
-    return found && found->time >= m_thinning->key ? found : before(frame);
+    return found && found->time >= m_sparseRun->keyframe ? found : previous(frame);
 }
 
-void FrameSource::thinOut(MediaTime key, MediaTime goal) {
-    const double rate = m_reader->nominalFrameRate();
-    const double frames = (goal.seconds() - key.seconds()) * (rate > 0 ? rate : kAssumedRate);
+void FrameSource::startSparseRun(MediaTime keyframe, MediaTime goal) {
+    const double frames = (goal.seconds() - keyframe.seconds()) * frameRate();
     const auto bytes = double(std::max<qsizetype>(m_focus->byteCount(), 1));
-    const double room = std::max(double(m_cache.byteLimit()) / kThinShare / bytes, 1.0);
-    const bool goesOn = m_thinning && m_thinning->key == goal;
-    m_thinnedUpTo = goesOn ? m_thinnedUpTo : goal;
-    m_cache.setBehindCost(kThinBehindCost);
-    m_thinning = {
-        .key = key, .goal = goal, .keepEvery = std::max(int(std::ceil(frames / room)), 1)};
+    const double capacity = std::max(double(m_cache.byteLimit()) / kCacheShares / bytes, 1.0);
+    const bool isContinued = m_sparseRun && m_sparseRun->keyframe == goal;
+    m_sparseEnd = isContinued ? m_sparseEnd : goal;
+    m_cache.setBehindCost(kSparseBehindCost);
+    m_sparseRun = {.keyframe = keyframe,
+                   .goal = goal,
+                   .keepEvery = std::max(int(std::ceil(frames / capacity)), 1)};
 }
 
-/// Reads one frame of the thinning; false where it is done.
-bool FrameSource::thinFurther() {
-    Thinning &thinning = *m_thinning;
-    if (thinning.isDone) {
+/// Decodes one frame of the sparse run. Returns false if the run is complete.
+bool FrameSource::readSparsely() {
+    SparseRun &run = *m_sparseRun;
+    if (run.isDone) {
         return false;
     }
-    std::optional<VideoFrame> frame;
-    if (!thinning.reached || m_given != thinning.reached->time) {
-        m_given.reset();
-        frame = m_reader->frameAt(thinning.reached ? thinning.reached->time : thinning.key);
-    } else {
-        m_given.reset();
-        frame = m_reader->next();
-    }
-    if (!frame || frame->time >= thinning.goal) {
-        thinning.isDone = true;
+    const bool canContinue = run.reached && m_lastRead == run.reached->time;
+    m_lastRead.reset();
+    const auto frame = canContinue
+                           ? m_reader->next()
+                           : m_reader->frameAt(run.reached ? run.reached->time : run.keyframe);
+    if (!frame || frame->time >= run.goal) {
+        run.isDone = true;
         return false;
     }
-    m_given = frame->time;
-    thinning.reached = frame;
-    if (thinning.given++ % thinning.keepEvery == 0) {
+    m_lastRead = frame->time;
+    run.reached = frame;
+    if (run.decoded++ % run.keepEvery == 0) {
         m_cache.insert(*frame, std::nullopt);
     }
     return true;
 }
 
-/// Ahead of need: what is begun, and then as much again further back.
-bool FrameSource::fillThinly() {
-    const auto edge =
-        m_cache.runEnd(m_focus->time, Direction::backward, kThinnedRun, m_cache.byteLimit() / 2);
-    if (!edge) {
+/// Completes the current sparse run, then starts the one before it if the cache has room.
+bool FrameSource::readAheadSparsely() {
+    const auto end = m_cache.runEnd(m_focus->time, Direction::backward, kAdjacentFrames,
+                                    m_cache.byteLimit() / 2);
+    if (!end) {
         return false;
     }
-    if (!isThinned(*edge)) {
-        const auto key = farKey(*edge);
-        if (!key) {
-            return fillBehind(*edge);
+    if (!isInSparseRun(*end)) {
+        const auto keyframe = distantKeyframe(*end);
+        if (!keyframe) {
+            return readBackward(*end);
         }
-        thinOut(*key, *edge);
+        startSparseRun(*keyframe, *end);
         return true;
     }
-    if (thinFurther()) {
+    if (readSparsely()) {
         return true;
     }
-    const auto key = farKey(m_thinning->key);
-    const qsizetype waiting = m_cache.bytesBetween(m_thinning->key, m_focus->time);
-    if (!key || waiting > m_cache.byteLimit() / kThinShare) {
+    const auto keyframe = distantKeyframe(m_sparseRun->keyframe);
+    const qsizetype bytesToShow = m_cache.bytesBetween(m_sparseRun->keyframe, m_focus->time);
+    if (!keyframe || bytesToShow > m_cache.byteLimit() / kCacheShares) {
         return false;
     }
-    thinOut(*key, m_thinning->key);
+    startSparseRun(*keyframe, m_sparseRun->keyframe);
     return true;
 }
 

@@ -15,8 +15,8 @@ MediaPlayer::MediaPlayer(Options options, QObject *parent)
     : QObject(parent),
       m_clock(*options.clock),
       m_thread(std::make_unique<PlayerThread>(std::move(options), [this] {
-          // The thread ends before this object does, and a queued call ends with it.
-          QMetaObject::invokeMethod(this, [this] { takeReports(); }, Qt::QueuedConnection);
+          // The destructor joins the thread, and QObject drops calls queued to a deleted object.
+          QMetaObject::invokeMethod(this, [this] { handleReports(); }, Qt::QueuedConnection);
       })) {}
 
 MediaPlayer::~MediaPlayer() = default;
@@ -27,7 +27,7 @@ void MediaPlayer::setSink(std::shared_ptr<FrameSink> sink) {
 }
 
 void MediaPlayer::redraw() {
-    m_thread->requests().add([](PlayerRequest &request) { request.redraw = true; });
+    m_thread->requests().add([](PlayerRequest &request) { request.isRedraw = true; });
 }
 
 void MediaPlayer::replaceCurrentItem(const QString &path) {
@@ -42,18 +42,19 @@ void MediaPlayer::replaceCurrentItem(const QString &path) {
         request.rate = {0, m_rateSerial};
         request.serial = m_serial;
     });
-    storeRate(0);
-    takeTime({}, true);
+    updateRate(0);
+    updateTime({}, true);
 }
 
 void MediaPlayer::setRate(float rate) {
-    const float kept = std::isfinite(rate) ? std::clamp(rate, -kFastestRate, kFastestRate) : 0;
+    const float clamped = std::isfinite(rate) ? std::clamp(rate, -kFastestRate, kFastestRate) : 0;
     ++m_rateSerial;
-    m_thread->requests().add([&](PlayerRequest &request) { request.rate = {kept, m_rateSerial}; });
-    storeRate(kept);
+    m_thread->requests().add(
+        [&](PlayerRequest &request) { request.rate = {clamped, m_rateSerial}; });
+    updateRate(clamped);
 }
 
-void MediaPlayer::storeRate(float rate) {
+void MediaPlayer::updateRate(float rate) {
     if (m_rate != rate) {
         m_rate = rate;
         Q_EMIT rateChanged(rate);
@@ -67,7 +68,7 @@ void MediaPlayer::seek(MediaTime time) {
         request.steps.clear();
         request.serial = m_serial;
     });
-    takeTime(time, true);
+    updateTime(time, true);
 }
 
 void MediaPlayer::stepFrames(int frames, std::optional<MediaTimeRange> range) {
@@ -107,30 +108,31 @@ void MediaPlayer::sendObservers() {
     m_thread->requests().add([&](PlayerRequest &request) { request.observers = observers; });
 }
 
-void MediaPlayer::takeReports() {
+void MediaPlayer::handleReports() {
     const QPointer alive(this);
     const auto report = m_thread->reports().take();
     if (report.time && report.time->serial == m_serial) {
-        takeTime(report.time->time, report.time->isJump);
+        updateTime(report.time->time, report.time->isJump);
     }
     if (alive && !report.boundaries.isEmpty()) {
-        callBoundaries(report.boundaries);
+        callBoundaryObservers(report.boundaries);
     }
     if (alive && report.endedRate == m_rateSerial) {
-        storeRate(0);
+        updateRate(0);
     }
 }
 
-/// An observer may add and remove observers, and end the player.
-void MediaPlayer::takeTime(MediaTime time, bool isJump) {
+/// The observers may add and remove observers, and may delete the player.
+void MediaPlayer::updateTime(MediaTime time, bool isJump) {
     const QPointer alive(this);
     m_time = time;
     const auto now = m_clock.now();
     QList<std::function<void(MediaTime)>> calls;
     for (auto &[token, observer] : m_periodicObservers) {
-        // A report a little early counts: the thread's own pace is the shortest interval.
-        if (isJump || !observer.called || now - *observer.called >= observer.interval * 9 / 10) {
-            observer.called = now;
+        // Tolerates reports that come a little early.
+        if (isJump || !observer.lastCall ||
+            now - *observer.lastCall >= observer.interval * 9 / 10) {
+            observer.lastCall = now;
             calls.append(observer.call);
         }
     }
@@ -141,7 +143,7 @@ void MediaPlayer::takeTime(MediaTime time, bool isJump) {
     }
 }
 
-void MediaPlayer::callBoundaries(const QList<Token> &tokens) {
+void MediaPlayer::callBoundaryObservers(const QList<Token> &tokens) {
     const QPointer alive(this);
     for (const auto token : tokens) {
         const auto observer = m_boundaryObservers.find(token);
@@ -153,7 +155,7 @@ void MediaPlayer::callBoundaries(const QList<Token> &tokens) {
             return;
         }
     }
-    m_thread->requests().add([](PlayerRequest &request) { request.goOn = true; });
+    m_thread->requests().add([](PlayerRequest &request) { request.isBoundaryAnswered = true; });
 }
 
 } // namespace corvane::media

@@ -16,16 +16,15 @@ namespace corvane::media {
 
 class PlayerThread;
 
-/// Plays one file at a time: pictures into a sink, sound to the machine.
+/// Plays one file at a time: frames go to a sink, audio to the system's output.
 ///
-/// Main thread. Decoding and everything else that takes time happens on a thread of the player's
-/// own; nothing here blocks. Every request takes effect at once in what `rate` and `currentTime`
-/// say, and soon in the picture. Nothing fails loudly: of a file that can't be read there is just
-/// no picture, and playing it ends at once.
+/// Main thread. No function blocks: files are opened and decoded on the player's own thread. A
+/// request changes `rate` and `currentTime` at once and the shown frame soon after. Errors aren't
+/// reported: an unreadable file shows no frame, and playing it ends at once.
 ///
-/// Whether it plays or stands, the picture is the frame that the time names (see `kHalfTick`). The
-/// sound is heard at rates from above 0 to 2, in its own pitch, and the pictures follow it. Other
-/// rates are silent. At rates that the machine can't decode, frames are passed over.
+/// The shown frame is always the one that the current time names (see `kHalfTick`). At rates above
+/// 0 and up to 2 audio plays at its own pitch and the frames follow it; other rates are silent. If
+/// decoding can't keep up with the rate, frames are skipped.
 class MediaPlayer : public QObject {
     Q_OBJECT
 
@@ -33,51 +32,52 @@ class MediaPlayer : public QObject {
     struct Options {
         MonotonicClock *clock = &MonotonicClock::system();
         std::unique_ptr<AudioOutput> audioOutput; ///< null for a silent player
-        /// Of decoded frames around the playhead. What the decoder itself holds comes on top.
+        /// Limit of the cached frames around the playhead. The decoder's memory comes on top.
         qsizetype frameBytes = qsizetype(256) << 20;
     };
-    /// An observer that was added.
+    /// Identifies an observer.
     using Token = int;
 
     static constexpr float kFastestRate = 8;
 
     explicit MediaPlayer(Options options, QObject *parent = nullptr);
-    /// Stops everything and waits for the player's thread, which takes a moment.
+    /// Blocks briefly until the player's thread has stopped.
     ~MediaPlayer() override;
 
-    /// Where the pictures go from now on; nothing for nowhere. The one before is cleared.
+    /// Clears the previous sink and shows the current frame in this one; null for no sink.
     void setSink(std::shared_ptr<FrameSink> sink);
-    /// The sink wants another size: the picture that stands is shown again.
+    /// Shows the current frame again, in the size that the sink wants now.
     void redraw();
 
-    /// Takes another file, or none for an empty path, and shows its first frame. The picture of the
-    /// one before is gone at once, and none of it comes any more. The rate becomes 0.
+    /// Replaces the file and shows its first frame; an empty path means no file. The sink is
+    /// cleared at once and receives no more frames of the previous file. The rate becomes 0.
     void replaceCurrentItem(const QString &path);
-    /// Counts the items; 0 before the first.
+    /// Number of the current item; 0 before the first one.
     quint64 currentItem() const { return m_item; }
 
-    /// 0 stands, 1 plays, below 0 plays backwards; from -8 to 8. At either end of the item the rate
-    /// becomes 0 by itself, on the last or the first frame.
+    /// 0 pauses, 1 plays at normal speed, negative rates play backward; from -8 to 8. At either end
+    /// of the item the player sets the rate to 0 and keeps the last or first frame.
     void setRate(float rate);
     float rate() const { return m_rate; }
     void pause() { setRate(0); }
 
-    /// Goes to the frame that `time` names; the rate stays. A newer seek overtakes an older one.
+    /// Moves to the frame that `time` names and keeps the rate. A newer seek cancels an older one.
     void seek(MediaTime time);
-    /// Goes so many frames on, or back for less than 0, from the frame that the requests before it
-    /// lead to. It stays at the ends of the file and, with a range, within the frames that its in
-    /// and out name. The time is then the frame's own.
+    /// Moves by a number of frames, backward if negative, from where the earlier requests lead.
+    /// Stops at the ends of the file or, with a range, at the frames that its in and out points
+    /// name. The current time becomes the frame's exact time.
     void stepFrames(int frames, std::optional<MediaTimeRange> range = {});
-    /// Where the playhead is, or will be once a seek is done.
+    /// The playhead's position; the target if a seek is pending.
     MediaTime currentTime() const { return m_time; }
 
-    /// Calls with the playhead's time while it plays, this often, and after each jump and stop.
+    /// Calls `call` with the current time at this interval during playback, and after each seek,
+    /// step and stop.
     Token addPeriodicTimeObserver(std::chrono::nanoseconds interval,
                                   std::function<void(MediaTime)> call);
-    /// Calls when playback in either direction comes to `time`. The playhead waits there until the
-    /// call has been made.
+    /// Calls `call` when playback in either direction reaches `time`. Playback waits there until
+    /// the call has returned.
     Token addBoundaryTimeObserver(MediaTime time, std::function<void()> call);
-    /// No call comes after this. Does nothing for a token that is gone.
+    /// Stops the calls at once. Ignores unknown tokens.
     void removeTimeObserver(Token token);
 
   Q_SIGNALS:
@@ -87,19 +87,19 @@ class MediaPlayer : public QObject {
     struct PeriodicObserver {
         std::chrono::nanoseconds interval;
         std::function<void(MediaTime)> call;
-        std::optional<std::chrono::nanoseconds> called;
+        std::optional<std::chrono::nanoseconds> lastCall;
     };
 
-    void takeReports();
-    void takeTime(MediaTime time, bool isJump);
-    void callBoundaries(const QList<Token> &tokens);
-    void storeRate(float rate);
+    void handleReports();
+    void updateTime(MediaTime time, bool isJump);
+    void callBoundaryObservers(const QList<Token> &tokens);
+    void updateRate(float rate);
     void sendObservers();
 
     MonotonicClock &m_clock;
     quint64 m_item = 0;
     quint64 m_serial = 0;     ///< of the latest request that moves the playhead
-    quint64 m_rateSerial = 0; ///< of the latest rate
+    quint64 m_rateSerial = 0; ///< of the latest request that sets the rate
     float m_rate = 0;
     MediaTime m_time;
     Token m_lastToken = 0;

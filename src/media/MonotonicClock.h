@@ -7,8 +7,8 @@
 
 namespace corvane::media {
 
-/// The time that playback runs by, so that a test can set it. It goes only forward, evenly, from an
-/// origin of its own. Any thread.
+/// A monotonic clock that a thread can wait on, from an unspecified origin. Playback runs by it, so
+/// tests replace it. Unlike `Clock` it may be used on any thread and has no dates or timers.
 class MonotonicClock {
   public:
     using Duration = std::chrono::nanoseconds;
@@ -16,11 +16,10 @@ class MonotonicClock {
     virtual ~MonotonicClock();
 
     virtual Duration now() const = 0;
-    /// Waits on `wake` until it is notified or `now` has come to `due`; it may return earlier.
+    /// Waits on `wake` until it is notified or `now()` reaches `due`. May return earlier.
     virtual void wait(std::unique_lock<std::mutex> &lock, std::condition_variable &wake,
                       std::optional<Duration> due) = 0;
 
-    /// The real time.
     static MonotonicClock &system();
 };
 

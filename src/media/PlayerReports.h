@@ -8,47 +8,47 @@
 
 namespace corvane::media {
 
-/// What has happened on the player's thread since the main thread last looked.
+/// The player thread's pending reports to the main thread, merged.
 struct PlayerReport {
     struct Time {
         MediaTime time;
-        quint64 serial = 0; ///< of the latest request that had been carried out
+        quint64 serial = 0; ///< of the latest request carried out before
         bool isJump = false;
     };
 
     std::optional<Time> time;
-    QList<MediaPlayer::Token> boundaries; ///< that playback has come to and waits at
-    std::optional<quint64> endedRate;     ///< the serial of the rate that an end of the item ended
+    QList<MediaPlayer::Token> boundaries; ///< observers of the boundary where playback waits
+    std::optional<quint64> endedRate;     ///< serial of the rate reset to 0 at an end of the item
 };
 
-/// Carries reports to the main thread, however many, with one hop at a time. Any thread.
+/// Passes reports to the main thread; however many are pending, it is notified once. Any thread.
 class PlayerReports {
   public:
-    /// `announce` is called on the reporting thread; the main thread is to `take` soon after.
-    explicit PlayerReports(std::function<void()> announce) : m_announce(std::move(announce)) {}
+    /// `notify` is called on the reporting thread and makes the main thread call `take`.
+    explicit PlayerReports(std::function<void()> notify) : m_notify(std::move(notify)) {}
 
     template <typename Change> void add(Change change) {
         {
             const std::scoped_lock lock(m_mutex);
-            change(m_waiting);
-            if (std::exchange(m_isAnnounced, true)) {
+            change(m_pending);
+            if (std::exchange(m_isNotified, true)) {
                 return;
             }
         }
-        m_announce();
+        m_notify();
     }
 
     PlayerReport take() {
         const std::scoped_lock lock(m_mutex);
-        m_isAnnounced = false;
-        return std::exchange(m_waiting, {});
+        m_isNotified = false;
+        return std::exchange(m_pending, {});
     }
 
   private:
-    std::function<void()> m_announce;
+    std::function<void()> m_notify;
     std::mutex m_mutex;
-    PlayerReport m_waiting;
-    bool m_isAnnounced = false;
+    PlayerReport m_pending;
+    bool m_isNotified = false;
 };
 
 } // namespace corvane::media

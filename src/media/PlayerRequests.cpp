@@ -7,14 +7,15 @@
 namespace corvane::media {
 
 bool PlayerRequest::isEmpty() const {
-    return !quit && !observers && !goOn && !rate && !item && !seek && steps.isEmpty() && !redraw;
+    return !isQuit && !observers && !isBoundaryAnswered && !rate && !item && !seek &&
+           steps.isEmpty() && !isRedraw;
 }
 
 void PlayerRequests::add(const std::function<void(PlayerRequest &)> &change) {
     {
         const std::scoped_lock lock(m_mutex);
-        change(m_waiting);
-        if (ends(m_waiting, m_work)) {
+        change(m_pending);
+        if (stops(m_pending, m_task)) {
             m_stop.request_stop();
         }
     }
@@ -31,37 +32,37 @@ void PlayerRequests::wake() {
 
 PlayerRequest PlayerRequests::take(std::optional<MonotonicClock::Duration> due) {
     std::unique_lock lock(m_mutex);
-    while (m_waiting.isEmpty() && !m_isWoken && !(due && m_clock.now() >= *due)) {
+    while (m_pending.isEmpty() && !m_isWoken && !(due && m_clock.now() >= *due)) {
         m_clock.wait(lock, m_changed, due);
     }
     m_isWoken = false;
-    const auto serial = m_waiting.serial;
-    return std::exchange(m_waiting, {.serial = serial});
+    const auto serial = m_pending.serial;
+    return std::exchange(m_pending, {.serial = serial});
 }
 
-std::stop_token PlayerRequests::begin(Work work) {
+std::stop_token PlayerRequests::start(Task task) {
     const std::scoped_lock lock(m_mutex);
-    if (ends(m_waiting, work)) {
+    if (stops(m_pending, task)) {
         throw Cancelled();
     }
-    m_work = work;
+    m_task = task;
     m_stop = std::stop_source();
     return m_stop.get_token();
 }
 
-bool PlayerRequests::ends(const PlayerRequest &request, Work work) {
-    if (request.quit || request.item) {
+bool PlayerRequests::stops(const PlayerRequest &request, Task task) {
+    if (request.isQuit || request.item) {
         return true;
     }
-    switch (work) {
-    case Work::open:
-    case Work::seekToShow:
+    switch (task) {
+    case Task::open:
+    case Task::seekToShow:
         return false;
-    case Work::seek:
-    case Work::step:
+    case Task::seek:
+    case Task::step:
         return request.seek.has_value();
-    case Work::play:
-    case Work::fill:
+    case Task::play:
+    case Task::readAhead:
         break;
     }
     return !request.isEmpty();

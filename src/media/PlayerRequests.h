@@ -8,8 +8,8 @@
 
 namespace corvane::media {
 
-/// What the main thread has asked for since the player's thread last looked. What a newer request
-/// makes pointless isn't in it any more. The parts are carried out in this order.
+/// The pending requests of the main thread, merged: a newer request drops those that it makes
+/// obsolete. The members are carried out in the order of their declaration.
 struct PlayerRequest {
     struct Item {
         quint64 number = 0;
@@ -29,58 +29,59 @@ struct PlayerRequest {
     };
     struct Observers {
         QList<Boundary> boundaries;
-        std::optional<MonotonicClock::Duration> period; ///< nothing while nobody observes
+        std::optional<MonotonicClock::Duration> period; ///< nullopt without periodic observers
     };
 
-    bool quit = false;
+    bool isQuit = false;
     std::optional<Observers> observers;
-    bool goOn = false; ///< the calls at a boundary have been made
+    bool isBoundaryAnswered = false; ///< its observers have been called
     std::optional<Rate> rate;
     std::optional<Item> item;
     std::optional<MediaTime> seek;
     QList<Step> steps;
-    bool redraw = false;
-    quint64 serial = 0; ///< of the latest request that moves the playhead, done or not
+    bool isRedraw = false;
+    quint64 serial = 0; ///< of the latest request that moves the playhead, pending or not
 
     bool isEmpty() const;
 };
 
-/// Carries requests to the player's thread, and stops what it is doing when a request makes that
-/// pointless. Any thread.
+/// Passes requests to the player's thread and stops its current task if a request makes that
+/// obsolete. Any thread.
 class PlayerRequests {
   public:
-    /// What the player's thread is at, as far as it matters to whether a request ends it.
-    enum class Work {
+    /// Tasks of the player's thread; they differ in the requests that stop them.
+    enum class Task {
         open,
         seek,
-        seekToShow, ///< a seek that newer ones let come through, so that a drag shows something
+        seekToShow, ///< not stopped by newer seeks, so that a drag shows a frame now and then
         step,
         play,
-        fill,
+        readAhead,
     };
 
     explicit PlayerRequests(MonotonicClock &clock) : m_clock(clock) {}
 
-    /// Adds to the request that waits to be taken.
+    /// Calls `change` on the pending request, under the lock.
     void add(const std::function<void(PlayerRequest &)> &change);
-    /// Makes `take` return without a request.
+    /// Makes `take` return an empty request.
     void wake();
 
-    /// Waits until there is a request, it is woken or the time is due; then takes what there is.
+    /// Blocks until a request is pending, `wake` is called or the clock reaches `due`. Returns the
+    /// pending request, which may be empty.
     PlayerRequest take(std::optional<MonotonicClock::Duration> due);
-    /// The token that ends the work which begins now. Throws `Cancelled` where a request that
-    /// waits already would end it.
-    std::stop_token begin(Work work);
+    /// Returns the stop token of a task that starts now. Throws `Cancelled` if a pending request
+    /// makes it obsolete.
+    std::stop_token start(Task task);
 
   private:
-    static bool ends(const PlayerRequest &request, Work work);
+    static bool stops(const PlayerRequest &request, Task task);
 
     MonotonicClock &m_clock;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    PlayerRequest m_waiting;
+    PlayerRequest m_pending;
     bool m_isWoken = false;
-    Work m_work = Work::fill;
+    Task m_task = Task::readAhead;
     std::stop_source m_stop;
 };
 

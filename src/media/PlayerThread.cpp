@@ -5,41 +5,51 @@
 #include <pthread.h>
 
 #include <algorithm>
+#include <new>
 
 namespace corvane::media {
 
 namespace {
 
-using Work = PlayerRequests::Work;
+using Task = PlayerRequests::Task;
 using namespace std::chrono_literals;
 
-/// While the pointer drags, a picture is let come through at least this often.
-constexpr auto kLongestBlindDrag = 150ms;
-/// Reading ahead begins when nothing more has been asked for this long: what it is amid would only
-/// hold up the next seek of a drag.
-constexpr auto kQuietBeforeFill = 40ms;
+/// During a drag a frame is shown at least this often, although newer seeks are pending.
+constexpr auto kMaxTimeWithoutFrame = 150ms;
+/// Reading ahead begins this long after the latest request: a decode in progress would only delay
+/// the next seek of the drag.
+constexpr auto kReadAheadDelay = 40ms;
+
+/// The duration of a file without decodable video, or nullopt if the file can't be read.
+std::optional<MediaTime> readDuration(const QString &path, const std::stop_token &stop) {
+    try {
+        return MediaAsset::read(path, stop).duration;
+    } catch (const MediaError &) {
+        return std::nullopt;
+    }
+}
 
 } // namespace
 
-PlayerThread::PlayerThread(MediaPlayer::Options options, std::function<void()> announce)
+PlayerThread::PlayerThread(MediaPlayer::Options options, std::function<void()> notify)
     : m_clock(*options.clock),
-      m_sound(std::move(options.audioOutput)),
+      m_audioOutput(std::move(options.audioOutput)),
       m_frameBytes(options.frameBytes),
       m_requests(*options.clock),
-      m_reports(std::move(announce)) {
-    if (m_sound) {
-        m_sound->setWake([this] { m_requests.wake(); });
+      m_reports(std::move(notify)) {
+    if (m_audioOutput) {
+        m_audioOutput->setWake([this] { m_requests.wake(); });
     }
-    m_thread = std::thread([this] { work(); });
+    m_thread = std::thread([this] { run(); });
 }
 
 PlayerThread::~PlayerThread() {
-    m_requests.add([](PlayerRequest &request) { request.quit = true; });
+    m_requests.add([](PlayerRequest &request) { request.isQuit = true; });
     m_thread.join();
 }
 
 void PlayerThread::setShownItem(quint64 item) {
-    const std::scoped_lock lock(m_showMutex);
+    const std::scoped_lock lock(m_sinkMutex);
     m_shownItem = item;
     if (m_sink) {
         m_sink->clear();
@@ -47,41 +57,46 @@ void PlayerThread::setShownItem(quint64 item) {
 }
 
 void PlayerThread::setSink(std::shared_ptr<FrameSink> sink) {
-    const std::scoped_lock lock(m_showMutex);
+    const std::scoped_lock lock(m_sinkMutex);
     if (m_sink) {
         m_sink->clear();
     }
     m_sink = std::move(sink);
 }
 
-void PlayerThread::work() {
+void PlayerThread::run() {
     ::pthread_setname_np(::pthread_self(), "player");
     Due due;
     for (;;) {
         const auto request = m_requests.take(due);
-        if (request.quit) {
+        if (request.isQuit) {
             break;
         }
-        due = run(request);
+        due = carryOut(request);
     }
-    m_sound.reset();
+    m_audioOutput.reset();
     m_source.reset();
 }
 
-/// Gives when there is something to do without a request.
-PlayerThread::Due PlayerThread::run(const PlayerRequest &request) {
-    try {
-        handle(request);
-        m_fillFrom = request.isEmpty() ? m_fillFrom : m_clock.now() + kQuietBeforeFill;
-        return m_rate.value != 0 ? play() : fillIdly();
-    } catch (const Cancelled &) {
-        return m_clock.now();
-    } catch (const std::exception &) {
-        // The file turned unreadable on the way. What is shown stays; playing it is over.
+PlayerThread::Due PlayerThread::carryOut(const PlayerRequest &request) {
+    const auto fail = [this] { // the shown frame stays
         if (m_rate.value != 0) {
             endPlayback();
         }
         return std::nullopt;
+    };
+    try {
+        handle(request);
+        if (!request.isEmpty()) {
+            m_readAheadFrom = m_clock.now() + kReadAheadDelay;
+        }
+        return advance();
+    } catch (const Cancelled &) {
+        return m_clock.now();
+    } catch (const Failure &) { // the file became unreadable, or a frame can't be decoded
+        return fail();
+    } catch (const std::bad_alloc &) { // a frame doesn't fit in memory
+        return fail();
     }
 }
 
@@ -89,21 +104,20 @@ void PlayerThread::handle(const PlayerRequest &request) {
     if (request.observers) {
         m_observers = *request.observers;
     }
-    if (request.goOn && m_isHeld) {
-        m_isHeld = false;
-        m_isClockSet = false;
+    if (request.isBoundaryAnswered && std::holds_alternative<playback::AtBoundary>(m_state)) {
+        enter(playback::Starting());
     }
     if (request.rate) {
-        applyRate(*request.rate);
+        setRate(*request.rate);
     }
     m_serial = request.serial;
     if (request.item) {
         open(*request.item);
     }
     if (request.seek) {
-        goTo(*request.seek);
+        seek(*request.seek);
     } else if (request.item) {
-        goTo({});
+        seek({});
     }
     for (const auto &next : request.steps) {
         step(next);
@@ -111,7 +125,7 @@ void PlayerThread::handle(const PlayerRequest &request) {
     if (!request.steps.isEmpty()) {
         show();
         report(true);
-    } else if (request.redraw) {
+    } else if (request.isRedraw) {
         m_shownTime.reset();
         show();
     }
@@ -122,36 +136,31 @@ void PlayerThread::open(const PlayerRequest::Item &item) {
     m_frame.reset();
     m_duration.reset();
     m_shownTime.reset();
-    m_shownAt.reset();
+    m_lastShow.reset();
     m_item = item.number;
-    if (m_sound) {
-        m_sound->setFile(item.path);
+    if (m_audioOutput) {
+        m_audioOutput->setFile(item.path);
     }
     if (item.path.isEmpty()) {
         return;
     }
-    const auto stop = m_requests.begin(Work::open);
+    const auto stop = m_requests.start(Task::open);
     try {
         m_source = std::make_unique<FrameSource>(item.path, m_frameBytes, stop);
         m_duration = m_source->duration();
-    } catch (const MediaError &) {
-        try {
-            m_duration = MediaAsset::read(item.path, stop).duration;
-        } catch (const MediaError &) {
-            m_duration.reset(); // it can't be read: there is nothing to play
-        }
+    } catch (const MediaError &) { // no decodable video; the file may have audio
+        m_duration = readDuration(item.path, stop);
     }
 }
 
-void PlayerThread::goTo(MediaTime time) {
+void PlayerThread::seek(MediaTime time) {
     m_time = time;
-    m_isHeld = false;
-    m_isClockSet = false;
+    restart();
     if (m_source) {
-        const bool isOverdue = m_shownAt && m_clock.now() - *m_shownAt > kLongestBlindDrag;
-        begin(isOverdue ? Work::seekToShow : Work::seek);
+        const bool isOverdue = m_lastShow && m_clock.now() - *m_lastShow > kMaxTimeWithoutFrame;
+        startTask(isOverdue ? Task::seekToShow : Task::seek);
         if (const auto frame = m_source->at(time)) {
-            take(*frame);
+            setFrame(*frame);
             show();
         }
     }
@@ -162,30 +171,30 @@ void PlayerThread::step(const PlayerRequest::Step &step) {
     if (!m_frame) {
         return;
     }
-    begin(Work::step);
+    startTask(Task::step);
     const MediaTime from = m_frame->time;
-    take(walk(*m_frame, step));
-    if (step.frames < 0 || m_frame->time != from) { // at the end a step on doesn't lead back
+    setFrame(frameAfterStep(*m_frame, step));
+    // A step forward from within the last frame doesn't move back to its start.
+    if (step.frames < 0 || m_frame->time != from) {
         m_time = m_frame->time;
     }
     if (step.range) {
         m_time = std::max(step.range->in, std::min(m_time, step.range->out));
     }
-    m_isHeld = false;
-    m_isClockSet = false;
+    restart();
 }
 
-/// In a range the ends are the frames that its in and out name; from outside it leads to the
-/// nearer.
-VideoFrame PlayerThread::walk(VideoFrame frame, const PlayerRequest::Step &step) {
+/// Steps up to the frames that the range's in and out points name. From outside the range the
+/// result is the nearer of the two.
+VideoFrame PlayerThread::frameAfterStep(VideoFrame frame, const PlayerRequest::Step &step) {
     const bool isForward = step.frames > 0;
-    const auto begins = [&frame] { return frame.time.seconds(); };
+    const auto start = [&frame] { return frame.time.seconds(); };
     const double in = step.range ? step.range->in.seconds() : 0;
     for (int left = std::abs(step.frames); left > 0; --left) {
-        if (!isForward && step.range && begins() <= in + kHalfTick) {
+        if (!isForward && step.range && start() <= in + kHalfTick) {
             break;
         }
-        const auto next = isForward ? m_source->after(frame) : m_source->before(frame);
+        const auto next = isForward ? m_source->next(frame) : m_source->previous(frame);
         if (!next || (isForward && step.range &&
                       next->time.seconds() > step.range->out.seconds() + kHalfTick)) {
             break;
@@ -194,48 +203,33 @@ VideoFrame PlayerThread::walk(VideoFrame frame, const PlayerRequest::Step &step)
         m_source->setFocus(frame, isForward ? FrameSource::Direction::forward
                                             : FrameSource::Direction::backward);
     }
-    if (step.range && begins() > step.range->out.seconds() + kHalfTick) {
+    if (step.range && start() > step.range->out.seconds() + kHalfTick) {
         return m_source->at(step.range->out).value_or(frame);
     }
-    if (step.range && begins() < in - kHalfTick) {
+    if (step.range && start() < in - kHalfTick) {
         const auto first = m_source->at(step.range->in);
         return first && first->time > frame.time ? *first : frame;
     }
     return frame;
 }
 
-void PlayerThread::applyRate(const PlayerRequest::Rate &rate) {
+void PlayerThread::setRate(const PlayerRequest::Rate &rate) {
     const bool wasPlaying = m_rate.value != 0;
     m_rate = rate;
-    m_isHeld = false;
-    m_isClockSet = false;
-    if (rate.value == 0 && m_sound) {
-        m_sound->pause();
-    }
+    restart();
     if (wasPlaying) {
         report(true);
     }
 }
 
-PlayerThread::Due PlayerThread::fillIdly() {
-    if (!m_source) {
-        return std::nullopt;
-    }
-    if (m_clock.now() < m_fillFrom) {
-        return m_fillFrom;
-    }
-    begin(Work::fill);
-    return m_source->fill(true) ? Due(m_clock.now()) : std::nullopt;
-}
-
-void PlayerThread::begin(Work work) {
-    const auto stop = m_requests.begin(work);
+void PlayerThread::startTask(Task task) {
+    const auto stop = m_requests.start(task);
     if (m_source) {
         m_source->setStop(stop);
     }
 }
 
-void PlayerThread::take(const VideoFrame &frame) {
+void PlayerThread::setFrame(const VideoFrame &frame) {
     const bool isBackward =
         m_rate.value < 0 || (m_rate.value == 0 && m_frame && frame.time < m_frame->time);
     m_frame = frame;
@@ -249,19 +243,19 @@ void PlayerThread::show() {
     }
     std::shared_ptr<FrameSink> sink;
     {
-        const std::scoped_lock lock(m_showMutex);
+        const std::scoped_lock lock(m_sinkMutex);
         sink = m_sink;
     }
     if (sink) {
-        auto picture = m_converter.convert(*m_frame, m_source->quarterTurns(), sink->wantedSize());
-        picture.item = m_item;
-        const std::scoped_lock lock(m_showMutex);
+        auto frame = m_converter.convert(*m_frame, m_source->quarterTurns(), sink->wantedSize());
+        frame.item = m_item;
+        const std::scoped_lock lock(m_sinkMutex);
         if (m_item == m_shownItem && sink == m_sink) {
-            sink->show(std::move(picture));
+            sink->show(std::move(frame));
         }
     }
     m_shownTime = m_frame->time;
-    m_shownAt = m_clock.now();
+    m_lastShow = m_clock.now();
 }
 
 void PlayerThread::report(bool isJump) {

@@ -1,3 +1,5 @@
+// Playback: the states of `PlaybackState.h`, and the motion of the playhead while it runs.
+
 #include "media/PlayerThread.h"
 
 #include <algorithm>
@@ -8,174 +10,207 @@ namespace corvane::media {
 
 namespace {
 
+using namespace playback;
 using namespace std::chrono_literals;
 
-/// Times closer than this are one, whatever the arithmetic made of them.
-constexpr double kSameTime = 1e-6;
-/// From here on the sound is too fast to be of use.
-constexpr float kFastestSound = 2;
-constexpr auto kLongestSoundStart = 500ms;
-constexpr auto kSoundCheckPeriod = 250ms;
-constexpr double kSoundJump = 0.15; ///< seconds that are set right at once, not little by little
-constexpr double kSoundShare = 0.25;
-/// Decoding that takes longer than this on the way to one picture can't keep up.
-constexpr auto kPatience = 150ms;
-/// Before a picture is due there is this much time at least for reading ahead.
-constexpr auto kTimeToFill = 4ms;
+/// Seconds. Times closer than this are equal but for rounding.
+constexpr double kEpsilon = 1e-6;
+/// Faster audio isn't intelligible.
+constexpr float kFastestAudioRate = 2;
+constexpr auto kAudioStartTimeout = 500ms;
+constexpr auto kAudioSyncPeriod = 250ms;
+/// Seconds. Larger deviations from the audio are corrected at once, smaller ones by a share.
+constexpr double kLargeDeviation = 0.15;
+constexpr double kCorrectedShare = 0.25;
+/// If decoding up to the playhead takes longer than this, frames are skipped.
+constexpr auto kMaxDecodeTime = 150ms;
+/// The least time before the next frame is due for which reading ahead is worthwhile.
+constexpr auto kMinReadAheadTime = 4ms;
 
 } // namespace
 
-PlayerThread::Due PlayerThread::play() {
-    begin(PlayerRequests::Work::play);
-    const auto now = m_clock.now();
-    if (!m_isClockSet) {
-        startClock(now);
+void PlayerThread::enter(State state) {
+    m_state = state;
+    if (!m_audioOutput || std::holds_alternative<Starting>(m_state)) {
+        return; // audio that plays continues until it seeks or pauses in the next state
     }
-    if (m_isHeld) {
-        return std::nullopt;
+    const auto *running = std::get_if<Running>(&m_state);
+    if (const auto *awaiting = std::get_if<AwaitingAudio>(&m_state)) {
+        m_audioOutput->play(awaiting->position, m_rate.value);
+    } else if (!running || !running->nextAudioSync) {
+        m_audioOutput->pause();
     }
-    if (waitsForSound(now)) {
-        return m_soundDeadline;
-    }
-    followSound(now);
-    const double from = m_position;
-    const double reached = m_motion.position(now);
-    const double to = m_rate.value > 0 ? std::max(from, reached) : std::clamp(reached, 0.0, from);
-    if (holdAtBoundary(from, to)) {
-        return std::nullopt;
-    }
-    moveTo(to);
-    show();
-    if (isAtEnd()) {
-        endPlayback();
-        return now;
-    }
-    m_time = timeShown();
-    if (m_isStarting || (m_observers.period && now >= m_nextReport)) {
-        report(std::exchange(m_isStarting, false));
-        m_nextReport = now + m_observers.period.value_or(0s);
-    }
-    const auto due = nextDue(now);
-    return m_source && due - m_clock.now() > kTimeToFill && m_source->fill(false) ? now : due;
 }
 
-void PlayerThread::startClock(Duration now) {
-    m_isClockSet = true;
-    m_position = m_time.seconds();
-    m_motion.start(m_position, m_rate.value, now);
-    m_isStarting = true;
-    m_soundDeadline.reset();
-    if (!m_sound) {
-        return;
+/// Starts playback from the current time, or pauses if the rate is 0.
+void PlayerThread::restart() {
+    if (m_rate.value != 0) {
+        enter(Starting());
+    } else if (!std::holds_alternative<Paused>(m_state)) {
+        enter(Paused());
     }
-    if (m_rate.value > 0 && m_rate.value <= kFastestSound) {
-        m_sound->play(m_position, m_rate.value);
-        m_soundDeadline = now + kLongestSoundStart;
-        m_soundCheck = now;
+}
+
+void PlayerThread::endPlayback() {
+    if (m_rate.value < 0) {
+        m_time = {};
+    } else if (m_duration && m_duration->seconds() >= endSeconds()) {
+        m_time = *m_duration;
     } else {
-        m_sound->pause();
+        m_time = MediaTime::fromSeconds(endSeconds());
     }
+    m_rate.value = 0;
+    enter(Paused());
+    report(true);
+    m_reports.add([this](PlayerReport &report) { report.endedRate = m_rate.serial; });
 }
 
-/// Pictures start with the sound, or without it if it takes too long.
-bool PlayerThread::waitsForSound(Duration now) {
-    if (!m_soundDeadline) {
-        return false;
-    }
-    if (m_sound->state() == AudioOutput::State::starting && now < *m_soundDeadline) {
-        return true;
-    }
-    m_soundDeadline.reset();
-    m_motion.start(m_position, m_rate.value, now);
-    return false;
-}
-
-void PlayerThread::followSound(Duration now) {
-    if (!m_sound || now < m_soundCheck) {
-        return;
-    }
-    m_soundCheck = now + kSoundCheckPeriod;
-    if (const auto heard = m_sound->position()) {
-        const double ahead = *heard - m_motion.position(now);
-        m_motion.shift(std::abs(ahead) > kSoundJump ? ahead : ahead * kSoundShare);
-    }
-}
-
-/// At a boundary the playhead stands exactly on it until the main thread has answered.
-bool PlayerThread::holdAtBoundary(double from, double to) {
-    std::optional<MediaTime> first;
-    for (const auto &boundary : m_observers.boundaries) {
-        const double at = boundary.time.seconds();
-        const bool isForward = m_rate.value > 0;
-        const bool isMet =
-            isForward ? from < at && at <= to + kSameTime : from > at && at >= to - kSameTime;
-        if (isMet && (!first || (isForward ? boundary.time < *first : boundary.time > *first))) {
-            first = boundary.time;
-        }
-    }
-    if (!first) {
-        return false;
-    }
-    moveTo(first->seconds());
-    show();
-    m_time = *first;
-    m_isHeld = true;
-    if (m_sound) {
-        m_sound->pause();
-    }
+void PlayerThread::waitAtBoundary(MediaTime boundary) {
+    m_time = boundary;
+    enter(AtBoundary());
     report(false);
-    m_reports.add([this, first](PlayerReport &report) {
-        for (const auto &boundary : m_observers.boundaries) {
-            if (boundary.time == *first) {
-                report.boundaries.append(boundary.token);
+    m_reports.add([this, boundary](PlayerReport &report) {
+        for (const auto &observed : m_observers.boundaries) {
+            if (observed.time == boundary) {
+                report.boundaries.append(observed.token);
             }
         }
     });
-    return true;
 }
 
-std::optional<VideoFrame> PlayerThread::neighbour(bool isForward) {
-    return isForward ? m_source->after(*m_frame) : m_source->behind(*m_frame);
+/// Continues in the current state. Returns the current time if another turn is needed at once.
+PlayerThread::Due PlayerThread::advance() {
+    return std::visit([this](auto &state) { return advance(state); }, m_state);
 }
 
-/// Takes the frame that stands at this time of the playback. The frames on the way are decoded and
-/// passed over.
-void PlayerThread::moveTo(double seconds) {
-    m_position = seconds;
-    if (!m_frame) {
+PlayerThread::Due PlayerThread::advance(Paused &) {
+    if (!m_source) {
+        return std::nullopt;
+    }
+    if (m_clock.now() < m_readAheadFrom) {
+        return m_readAheadFrom;
+    }
+    startTask(PlayerRequests::Task::readAhead);
+    return m_source->readAhead(true) ? Due(m_clock.now()) : std::nullopt;
+}
+
+PlayerThread::Due PlayerThread::advance(Starting &) {
+    const auto now = m_clock.now();
+    const double position = m_time.seconds();
+    if (m_audioOutput && m_rate.value > 0 && m_rate.value <= kFastestAudioRate) {
+        enter(AwaitingAudio{position, now + kAudioStartTimeout});
+    } else {
+        enter(Running{.position = position, .motion = {position, m_rate.value, now}});
+    }
+    return now;
+}
+
+PlayerThread::Due PlayerThread::advance(AwaitingAudio &awaiting) {
+    const auto now = m_clock.now();
+    if (m_audioOutput->state() == AudioOutput::State::starting && now < awaiting.deadline) {
+        return awaiting.deadline;
+    }
+    enter(Running{.position = awaiting.position,
+                  .motion = {awaiting.position, m_rate.value, now},
+                  .nextAudioSync = now});
+    return now;
+}
+
+PlayerThread::Due PlayerThread::advance(Running &running) {
+    startTask(PlayerRequests::Task::play);
+    const auto now = m_clock.now();
+    syncToAudio(running, now);
+    const double from = running.position;
+    const double reached = running.motion.position(now);
+    const double to = isForward() ? std::max(from, reached) : std::clamp(reached, 0.0, from);
+    if (const auto boundary = firstBoundary(from, to)) {
+        moveTo(running, boundary->seconds());
+        show();
+        waitAtBoundary(*boundary);
+        return std::nullopt;
+    }
+    moveTo(running, to);
+    show();
+    if (isAtEnd(running)) {
+        endPlayback();
+        return now;
+    }
+    m_time = shownTime(running);
+    const bool isFirst = !running.nextReport;
+    if (isFirst || (m_observers.period && now >= *running.nextReport)) {
+        report(isFirst);
+        running.nextReport = now + m_observers.period.value_or(0s);
+    }
+    const auto due = nextDue(running, now);
+    const bool canReadAhead = m_source && due - m_clock.now() > kMinReadAheadTime;
+    return canReadAhead && m_source->readAhead(false) ? now : due;
+}
+
+PlayerThread::Due PlayerThread::advance(AtBoundary &) {
+    return std::nullopt;
+}
+
+void PlayerThread::syncToAudio(Running &running, Duration now) {
+    if (!running.nextAudioSync || now < *running.nextAudioSync) {
         return;
     }
-    const bool isForward = m_rate.value > 0;
-    const auto began = m_clock.now();
-    for (;;) {
-        if (!isForward && m_frame->time.seconds() <= seconds + kSameTime) {
-            return;
-        }
-        const auto next = neighbour(isForward);
-        if (!next || (isForward && next->time.seconds() > seconds + kSameTime)) {
-            return;
-        }
-        take(*next);
-        if (m_clock.now() - began > kPatience) {
-            catchUp();
-            return;
-        }
+    running.nextAudioSync = now + kAudioSyncPeriod;
+    if (const auto heard = m_audioOutput->position()) {
+        const double deviation = *heard - running.motion.position(now);
+        const bool isLarge = std::abs(deviation) > kLargeDeviation;
+        running.motion.shift(isLarge ? deviation : deviation * kCorrectedShare);
     }
 }
 
-/// Decoding every frame takes too long: goes on from one that is quick to have, about where the
-/// playhead is by now.
-void PlayerThread::catchUp() {
-    const double now = m_motion.position(m_clock.now());
+/// The first observed boundary that the playhead passes or reaches on the way between two
+/// positions.
+std::optional<MediaTime> PlayerThread::firstBoundary(double from, double to) const {
+    std::optional<MediaTime> first;
+    for (const auto &boundary : m_observers.boundaries) {
+        const double seconds = boundary.time.seconds();
+        const bool isReached = isForward() ? from < seconds && seconds <= to + kEpsilon
+                                           : from > seconds && seconds >= to - kEpsilon;
+        if (isReached &&
+            (!first || (isForward() ? boundary.time < *first : boundary.time > *first))) {
+            first = boundary.time;
+        }
+    }
+    return first;
+}
+
+std::optional<VideoFrame> PlayerThread::nextToPlay() {
+    return isForward() ? m_source->next(*m_frame) : m_source->previousToPlay(*m_frame);
+}
+
+/// Moves the playhead and `m_frame` to the position, decoding the frames on the way.
+void PlayerThread::moveTo(Running &running, double seconds) {
+    const auto start = m_clock.now();
+    while (m_frame && (isForward() || m_frame->time.seconds() > seconds + kEpsilon)) {
+        const auto next = nextToPlay();
+        if (!next || (isForward() && next->time.seconds() > seconds + kEpsilon)) {
+            break;
+        }
+        setFrame(*next);
+        if (m_clock.now() - start > kMaxDecodeTime) {
+            skipTo(running.motion.position(m_clock.now()));
+            break;
+        }
+    }
+    running.position = seconds;
+}
+
+/// If the playhead is far ahead of the frame, continues from a frame near it that is fast to
+/// decode.
+void PlayerThread::skipTo(double seconds) {
     const double rate = m_rate.value;
-    const double lag = (now - m_frame->time.seconds()) / rate;
-    if (lag < std::chrono::duration<double>(kPatience).count()) {
+    const double lag = (seconds - m_frame->time.seconds()) / rate;
+    if (lag < std::chrono::duration<double>(kMaxDecodeTime).count()) {
         return;
     }
     const auto frame =
-        m_source->near(MediaTime::fromSeconds(std::max(now, 0.0)), std::abs(rate) / 2);
+        m_source->near(MediaTime::fromSeconds(std::max(seconds, 0.0)), std::abs(rate) / 2);
     if (frame && (rate > 0 ? frame->time > m_frame->time : frame->time < m_frame->time)) {
-        take(*frame);
+        setFrame(*frame);
     }
 }
 
@@ -188,62 +223,41 @@ double PlayerThread::endSeconds() const {
     return m_frame ? std::max(last, m_frame->end.seconds()) : 0;
 }
 
-bool PlayerThread::isAtEnd() {
-    if (m_rate.value < 0) {
-        return m_position <= 0 && !(m_frame && neighbour(false));
-    }
-    return m_position + kSameTime >= endSeconds() && !(m_frame && neighbour(true));
+bool PlayerThread::isAtEnd(const Running &running) {
+    const bool isTimeOver =
+        isForward() ? running.position + kEpsilon >= endSeconds() : running.position <= 0;
+    return isTimeOver && !(m_frame && nextToPlay());
 }
 
-void PlayerThread::endPlayback() {
-    if (m_rate.value > 0) {
-        m_time = m_duration && m_duration->seconds() >= endSeconds()
-                     ? *m_duration
-                     : MediaTime::fromSeconds(endSeconds());
-    } else {
-        m_time = {};
-    }
-    const auto serial = m_rate.serial;
-    m_rate.value = 0;
-    if (m_sound) {
-        m_sound->pause();
-    }
-    report(true);
-    m_reports.add([serial](PlayerReport &report) { report.endedRate = serial; });
-}
-
-/// The playhead on the 1/600 grid, so that it names the frame that is shown.
-MediaTime PlayerThread::timeShown() {
-    MediaTime time{qint64(std::floor(m_position * MediaTime::kTimescale + kSameTime)),
+/// The playhead on the 1/600 grid, rounded so that it names the frame that is shown.
+MediaTime PlayerThread::shownTime(const Running &running) {
+    MediaTime time{qint64(std::floor(running.position * MediaTime::kTimescale + kEpsilon)),
                    MediaTime::kTimescale};
     if (!m_frame) {
         return time;
     }
-    const auto next = m_rate.value > 0 ? neighbour(true) : std::nullopt;
+    const auto next = isForward() ? nextToPlay() : std::nullopt;
     const MediaTime end = next ? next->time : m_frame->end;
-    if ((next || m_rate.value < 0) && end.seconds() <= time.seconds() + kHalfTick) {
+    if ((next || !isForward()) && end.seconds() <= time.seconds() + kHalfTick) {
         --time.value;
     }
     return time.seconds() + kHalfTick < m_frame->time.seconds() ? m_frame->time : time;
 }
 
-PlayerThread::Duration PlayerThread::nextDue(Duration now) {
-    const bool isForward = m_rate.value > 0;
-    double next = isForward ? endSeconds() : 0;
+/// When the next frame, boundary or report is due.
+PlayerThread::Duration PlayerThread::nextDue(const Running &running, Duration now) {
+    double next = isForward() ? endSeconds() : 0;
     if (m_frame) {
-        const auto frame = neighbour(isForward);
-        if (isForward && frame) {
-            next = frame->time.seconds();
-        } else if (!isForward && frame) {
-            next = m_frame->time.seconds() - 2 * kSameTime;
+        if (const auto frame = nextToPlay()) {
+            next = isForward() ? frame->time.seconds() : m_frame->time.seconds() - 2 * kEpsilon;
         }
     }
-    auto due = m_motion.due(next);
+    auto due = running.motion.timeOf(next);
     for (const auto &boundary : m_observers.boundaries) {
-        const auto met = m_motion.due(boundary.time.seconds());
-        due = met > now ? std::min(due, met) : due;
+        const auto reached = running.motion.timeOf(boundary.time.seconds());
+        due = reached > now ? std::min(due, reached) : due;
     }
-    return m_observers.period ? std::min(due, m_nextReport) : due;
+    return m_observers.period ? std::min(due, running.nextReport.value_or(due)) : due;
 }
 
 } // namespace corvane::media

@@ -12,7 +12,7 @@ namespace corvane::media {
 
 namespace {
 
-struct EndCompressor {
+struct DestroyCompressor {
     void operator()(void *compressor) const { tjDestroy(compressor); }
 };
 struct FreeJPEG {
@@ -25,7 +25,7 @@ QByteArray RGBImage::encodedJPEG(double quality) const {
     if (isNull() || pixels.size() != qsizetype(width) * height * 3) {
         throw MediaError(QStringLiteral("There is no picture to encode."));
     }
-    const std::unique_ptr<void, EndCompressor> compressor(tjInitCompress());
+    const std::unique_ptr<void, DestroyCompressor> compressor(tjInitCompress());
     if (!compressor) {
         throw std::bad_alloc();
     }

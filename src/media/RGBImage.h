@@ -4,7 +4,7 @@
 
 namespace corvane::media {
 
-/// One picture in memory: rows of `width` times three bytes, red first, top row first, no padding.
+/// An image in memory: 3 bytes per pixel (red, green, blue), top row first, rows without padding.
 struct RGBImage {
     int width = 0;
     int height = 0;
@@ -12,7 +12,7 @@ struct RGBImage {
 
     bool isNull() const { return width <= 0 || height <= 0; }
 
-    /// As a JPEG file's bytes. `quality` from 0 to 1. Throws `MediaError`.
+    /// Returns the bytes of a JPEG file. `quality` from 0 to 1. Throws `MediaError`.
     QByteArray encodedJPEG(double quality) const;
 };
 

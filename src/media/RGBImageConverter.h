@@ -2,27 +2,22 @@
 
 // For the source files of this floor only.
 
-#include "media/FrameFilterGraph.h"
+#include "media/FrameScaler.h"
 #include "media/RGBImage.h"
-
-#include <QSize>
 
 namespace corvane::media {
 
-/// Makes stills of decoded pictures: square pixels, turned, in the usual red, green and blue of a
-/// screen. High dynamic range is mapped to that as an export does it. One thread at a time.
+/// Converts decoded frames to upright sRGB images with square pixels. One thread at a time.
 class RGBImageConverter {
   public:
-    /// `quarterTurns`: clockwise. The still fits inside `maximumSize` and is never enlarged; an
-    /// empty one sets no bound. Throws `MediaError`.
-    RGBImage still(const AVFrame &picture, int quarterTurns, QSize maximumSize);
+    RGBImageConverter();
+
+    /// `quarterTurns`: clockwise, 0 to 3. The image fits inside `bound` and is never enlarged; an
+    /// empty bound means the source's size. Throws `MediaError`.
+    RGBImage convert(const AVFrame &frame, int quarterTurns, QSize bound);
 
   private:
-    void prepare(const AVFrame &picture, QSize size);
-
-    ScalerHandle m_scaler;
-    ToneMapper m_mapping{AV_PIX_FMT_RGB24};
-    FrameHandle m_scaled = makeFrame();
+    FrameScaler m_scaler;
 };
 
 } // namespace corvane::media

@@ -12,41 +12,42 @@ namespace corvane::media {
 
 namespace {
 
-bool isTurnedSideways(const AVStream &stream) {
+bool isRotatedSideways(const AVStream &stream) {
     const auto *matrix = reinterpret_cast<const int32_t *>(
         av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr));
     const double degrees = matrix ? av_display_rotation_get(matrix) : 0;
     return std::isfinite(degrees) && std::lround(degrees / 90) % 2 != 0;
 }
 
-AVRational aspectOf(const AVStream &stream) {
-    const AVRational own = stream.sample_aspect_ratio;
+AVRational sampleAspectRatioOf(const AVStream &stream) {
+    const AVRational container = stream.sample_aspect_ratio;
     const AVRational coded = stream.codecpar->sample_aspect_ratio;
-    const AVRational aspect = own.num > 0 ? own : coded;
+    const AVRational aspect = container.num > 0 ? container : coded;
     return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{0, 1};
 }
 
-/// How much smaller both sides get; 1 where the picture fits.
-double reduction(const AVStream &stream, AVRational aspect, QSize bound) {
+/// The factor that makes the displayed frame fit inside `bound`; at most 1.
+double scaleFactor(const AVStream &stream, AVRational aspect, QSize bound) {
     double width = stream.codecpar->width * (aspect.num > 0 ? av_q2d(aspect) : 1);
     double height = stream.codecpar->height;
-    if (isTurnedSideways(stream)) {
+    if (isRotatedSideways(stream)) {
         std::swap(width, height);
     }
     return std::min({1.0, bound.width() / width, bound.height() / height});
 }
 
-/// The nearest multiple no larger than `limit` where the side is made smaller, else the next below.
-int fitted(int side, double factor, int multiple) {
-    const double parts = side * factor / multiple;
-    return std::max(1, int(factor < 1 ? std::round(parts) : std::floor(parts))) * multiple;
+/// `side * factor` as a positive multiple of `multiple`: the nearest one if the side is scaled, the
+/// next lower one if it is cropped.
+int scaledSide(int side, double factor, int multiple) {
+    const double multiples = side * factor / multiple;
+    return std::max(1, int(factor < 1 ? std::round(multiples) : std::floor(multiples))) * multiple;
 }
 
-/// Where rounding took the picture a pixel beyond its bound.
-QSize within(QSize size, const AVStream &stream, AVRational aspect, QSize bound, int rows) {
-    const double shape = aspect.num > 0 ? av_q2d(aspect) : 1;
-    const QSize limit = isTurnedSideways(stream) ? bound.transposed() : bound;
-    while (size.width() * shape > limit.width() + 0.5 && size.width() > 2) {
+/// Undoes a rounding that made the displayed frame exceed `bound`.
+QSize shrunkToFit(QSize size, const AVStream &stream, AVRational aspect, QSize bound, int rows) {
+    const double ratio = aspect.num > 0 ? av_q2d(aspect) : 1;
+    const QSize limit = isRotatedSideways(stream) ? bound.transposed() : bound;
+    while (size.width() * ratio > limit.width() + 0.5 && size.width() > 2) {
         size.rwidth() -= 2;
     }
     while (size.height() > limit.height() && size.height() > rows) {
@@ -66,9 +67,7 @@ void setColors(VideoFormat &format, const AVCodecParameters &codec) {
     }
     const AVPixFmtDescriptor *pixels = av_pix_fmt_desc_get(AVPixelFormat(codec.format));
     const bool isRGB = pixels && (pixels->flags & AV_PIX_FMT_FLAG_RGB);
-    const bool isFull =
-        !isRGB && (codec.color_range == AVCOL_RANGE_JPEG || codec.format == AV_PIX_FMT_YUVJ420P ||
-                   codec.format == AV_PIX_FMT_YUVJ422P || codec.format == AV_PIX_FMT_YUVJ444P);
+    const bool isFull = !isRGB && isFullRange(codec.color_range, codec.format);
     format.primaries = codec.color_primaries;
     format.transfer = codec.color_trc;
     format.matrix = isRGB ? AVCOL_SPC_BT709 : codec.color_space;
@@ -83,17 +82,22 @@ bool isHighDynamicRange(int transfer) {
     return transfer == AVCOL_TRC_SMPTE2084 || transfer == AVCOL_TRC_ARIB_STD_B67;
 }
 
+bool isFullRange(AVColorRange range, int pixelFormat) {
+    return range == AVCOL_RANGE_JPEG || pixelFormat == AV_PIX_FMT_YUVJ420P ||
+           pixelFormat == AV_PIX_FMT_YUVJ422P || pixelFormat == AV_PIX_FMT_YUVJ444P;
+}
+
 VideoFormat VideoFormat::of(const AVStream &stream, std::optional<QSize> bound) {
     const AVCodecParameters &codec = *stream.codecpar;
     VideoFormat format;
-    format.sampleAspectRatio = aspectOf(stream);
+    format.sampleAspectRatio = sampleAspectRatioOf(stream);
     format.fieldOrder =
         codec.field_order == AV_FIELD_UNKNOWN ? AV_FIELD_PROGRESSIVE : codec.field_order;
     const int rows = format.isInterlaced() ? 4 : 2;
-    const double factor = bound ? reduction(stream, format.sampleAspectRatio, *bound) : 1;
-    format.size = {fitted(codec.width, factor, 2), fitted(codec.height, factor, rows)};
+    const double factor = bound ? scaleFactor(stream, format.sampleAspectRatio, *bound) : 1;
+    format.size = {scaledSide(codec.width, factor, 2), scaledSide(codec.height, factor, rows)};
     if (bound) {
-        format.size = within(format.size, stream, format.sampleAspectRatio, *bound, rows);
+        format.size = shrunkToFit(format.size, stream, format.sampleAspectRatio, *bound, rows);
     }
     setColors(format, codec);
     return format;

@@ -8,9 +8,9 @@
 
 namespace corvane::media {
 
-/// What an encoded picture is like: 8 bits, 4:2:0, which every player shows.
+/// The format of encoded video: 8 bits, 4:2:0, which every player supports.
 struct VideoFormat {
-    QSize size; ///< as stored, before the display matrix turns it
+    QSize size; ///< as stored, before the display matrix rotates it
     AVPixelFormat pixels = AV_PIX_FMT_YUV420P;
     AVRational sampleAspectRatio{0, 1};
     AVColorPrimaries primaries = AVCOL_PRI_UNSPECIFIED;
@@ -22,16 +22,19 @@ struct VideoFormat {
 
     bool isInterlaced() const { return fieldOrder > AV_FIELD_PROGRESSIVE; }
 
-    /// For a stream, in its own size, or made smaller so that the picture as it is *shown*, turned
-    /// and with its pixels' shape, fits inside `bound`. It is never enlarged.
+    /// The format to encode `stream` in: in its own size, or reduced so that the displayed frame
+    /// (rotated, with square pixels) fits inside `bound`. Never enlarged.
     ///
-    /// The size is even, as 4:2:0 needs it (a multiple of 4 rows where interlaced): what is too
-    /// much at the right and at the bottom is cut off, at most one column and three rows, because
-    /// scaling would soften and padding would add an edge. High dynamic range becomes BT.709.
+    /// 4:2:0 needs an even size, and a multiple of 4 rows if interlaced. The excess, at most one
+    /// column and three rows, is cropped at the right and at the bottom: scaling would soften the
+    /// frame and padding would add an edge. High dynamic range becomes BT.709.
     static VideoFormat of(const AVStream &stream, std::optional<QSize> bound);
 };
 
 /// True for the transfer functions of high dynamic range, PQ and HLG.
 bool isHighDynamicRange(int transfer);
+
+/// True if luma takes all 256 levels of 8 bits rather than the limited range of video.
+bool isFullRange(AVColorRange range, int pixelFormat);
 
 } // namespace corvane::media

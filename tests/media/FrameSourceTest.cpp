@@ -15,52 +15,52 @@ constexpr double kFrameSeconds = 0.04; ///< of the clips
 
 } // namespace
 
-TEST(FrameSourceTest, KeepsTheFramesAroundThePlayheadWithinTheirBound) {
+TEST(FrameSourceTest, KeepsTheFramesAroundThePlayheadWithinTheByteLimit) {
     const test::TestFolder folder;
     const auto path =
         test::makeClip(folder.at(QStringLiteral("clip.mp4")), {.frames = 100, .gop = 100});
-    constexpr qsizetype kLimit = 2'000'000; // some twenty frames
+    constexpr qsizetype kLimit = 2'000'000; // about twenty frames
     FrameSource source(path, kLimit, {});
     auto frame = source.at(MediaTime::fromSeconds(3));
     ASSERT_TRUE(frame);
     for (int step = 0; frame && step < 75; ++step) {
         source.setFocus(*frame, FrameSource::Direction::backward);
-        while (source.fill(true)) {
+        while (source.readAhead(true)) {
             ASSERT_LE(source.cachedBytes(), kLimit);
         }
-        frame = source.before(*frame);
+        frame = source.previous(*frame);
     }
     EXPECT_TRUE(frame && frame->time == MediaTime{});
     EXPECT_GT(source.cachedBytes(), kLimit / 2);
 }
 
-TEST(FrameSourceTest, PlaysBackwardSpreadFramesWhereNotAllFit) {
+TEST(FrameSourceTest, PlaysEvenlySpacedFramesBackwardIfNotAllFit) {
     const test::TestFolder folder;
     const auto path = test::makeClip(folder.at(QStringLiteral("clip.mp4")),
                                      {.frames = 300, .gop = 100, .bFrames = 2});
-    constexpr qsizetype kLimit = 3'000'000; // some thirty frames
+    constexpr qsizetype kLimit = 3'000'000; // about thirty frames
     FrameSource source(path, kLimit, {});
     auto frame = source.at(MediaTime::fromSeconds(20));
     ASSERT_TRUE(frame);
     int shown = 0;
-    int fills = 0;
+    int reads = 0;
     while (frame) {
         const double time = frame->time.seconds();
         EXPECT_EQ(test::frameNumber(*frame->avFrame), int(std::lround(time / kFrameSeconds)));
         source.setFocus(*frame, FrameSource::Direction::backward);
-        while (source.fill(false)) {
-            ++fills;
+        while (source.readAhead(false)) {
+            ++reads;
             ASSERT_LE(source.cachedBytes(), kLimit);
         }
-        const auto next = source.behind(*frame);
+        const auto next = source.previousToPlay(*frame);
         ASSERT_TRUE(!next || next->time < frame->time);
         EXPECT_TRUE(next ? time - next->time.seconds() < 20 * kFrameSeconds : time == 0);
         frame = next;
         ++shown;
     }
     EXPECT_GE(shown, 24);
-    EXPECT_LE(fills, 2 * 300); // nothing is decoded again and again
-    const auto step = source.before(*source.at(MediaTime::fromSeconds(6)));
+    EXPECT_LE(reads, 2 * 300); // no GOP is decoded more than twice
+    const auto step = source.previous(*source.at(MediaTime::fromSeconds(6)));
     ASSERT_TRUE(step);
     EXPECT_EQ(test::frameNumber(*step->avFrame), 149) << "a step is exact all the same";
 }

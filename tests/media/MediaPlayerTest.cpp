@@ -23,31 +23,31 @@ using test::eventually;
 
 constexpr double kFrame = 0.04;
 
-/// A sound that does as it is told by the test.
+/// An audio output whose state and position the test sets.
 class TestAudioOutput : public AudioOutput {
   public:
-    struct Heard {
+    struct Device {
         std::atomic<State> state{State::silent};
         std::atomic<double> position{0};
         std::atomic<bool> isPlayed{false};
     };
 
-    explicit TestAudioOutput(Heard &heard) : m_heard(heard) {}
+    explicit TestAudioOutput(Device &device) : m_device(device) {}
     void setWake(std::function<void()>) override {}
     void setFile(const QString &) override {}
     void play(double seconds, double) override {
-        m_heard.position = seconds;
-        m_heard.state = State::starting;
-        m_heard.isPlayed = true;
+        m_device.position = seconds;
+        m_device.state = State::starting;
+        m_device.isPlayed = true;
         wakeTest();
     }
     void pause() override {
-        m_heard.state = State::silent;
+        m_device.state = State::silent;
         wakeTest();
     }
-    State state() override { return m_heard.state; }
+    State state() override { return m_device.state; }
     std::optional<double> position() override {
-        return state() == State::running ? std::optional(m_heard.position.load()) : std::nullopt;
+        return state() == State::running ? std::optional(m_device.position.load()) : std::nullopt;
     }
 
   private:
@@ -55,7 +55,7 @@ class TestAudioOutput : public AudioOutput {
         QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection);
     }
 
-    Heard &m_heard;
+    Device &m_device;
 };
 
 class MediaPlayerTest : public testing::Test {
@@ -70,7 +70,7 @@ class MediaPlayerTest : public testing::Test {
     QString clip(const test::ClipOptions &options = {.frames = 60, .bFrames = 2}) {
         return test::makeClip(folder.at(QStringLiteral("%1.mp4").arg(++clips)), options);
     }
-    /// Asks for something and waits until the player's thread has reported that it is done.
+    /// Sends a request and waits for the player thread's report.
     void settle(const std::function<void()> &request) {
         request();
         EXPECT_TRUE(eventually([this, before = reports] { return reports > before; }));
@@ -94,7 +94,7 @@ class MediaPlayerTest : public testing::Test {
         EXPECT_NEAR(player->currentTime().seconds(), seconds, kGrid);
         return is;
     }
-    /// Lets a frame's time pass, again and again, until the player stops.
+    /// Advances the clock frame by frame until the player stops.
     void playToTheEnd(float rate, double from, double to) {
         play(rate);
         for (double at = from; player->rate() != 0;) {
@@ -120,7 +120,7 @@ class MediaPlayerTest : public testing::Test {
 
 } // namespace
 
-TEST_F(MediaPlayerTest, ShowsTheFrameThatASeekNamesWhereverItGoes) {
+TEST_F(MediaPlayerTest, ShowsTheFrameThatASeekNames) {
     start();
     load(clip());
     EXPECT_EQ(player->rate(), 0);
@@ -141,7 +141,7 @@ TEST_F(MediaPlayerTest, ShowsTheFrameThatASeekNamesWhereverItGoes) {
     EXPECT_EQ(player->currentTime(), MediaTime::fromSeconds(0.5));
 }
 
-TEST_F(MediaPlayerTest, GoesAnywhereBetweenDistantKeyFramesWithoutACache) {
+TEST_F(MediaPlayerTest, SeeksAndStepsBetweenDistantKeyframesWithoutACache) {
     start({.frameBytes = 1});
     load(clip({.frames = 200, .gop = 150, .bFrames = 2}));
     QRandomGenerator random(11);
@@ -155,8 +155,8 @@ TEST_F(MediaPlayerTest, GoesAnywhereBetweenDistantKeyFramesWithoutACache) {
     }
 }
 
-TEST_F(MediaPlayerTest, AddsUpStepsThatAreAskedForAtOnceAndStaysAtTheEnds) {
-    for (const qsizetype bytes : {qsizetype(256) << 20, qsizetype(1)}) { // a cache, and none
+TEST_F(MediaPlayerTest, AddsUpPendingStepsAndStopsAtTheEnds) {
+    for (const qsizetype bytes : {qsizetype(256) << 20, qsizetype(1)}) { // with and without a cache
         start({.frameBytes = bytes});
         load(clip());
         const auto steps = [this](int count, int by) {
@@ -185,7 +185,7 @@ TEST_F(MediaPlayerTest, AddsUpStepsThatAreAskedForAtOnceAndStaysAtTheEnds) {
     }
 }
 
-TEST_F(MediaPlayerTest, StepsByFramesWhereTheirTimesAreUneven) {
+TEST_F(MediaPlayerTest, StepsByFramesOfVariableDuration) {
     start();
     const auto varying = QStringLiteral("N*20+if(gt(N\\,7)\\,500\\,0)+mod(N\\,3)*5");
     for (const auto &options :
@@ -198,7 +198,7 @@ TEST_F(MediaPlayerTest, StepsByFramesWhereTheirTimesAreUneven) {
             ASSERT_TRUE(shows(frame));
             const auto exact = sink->shown().last().frame.time;
             ASSERT_TRUE(eventually([&] { return player->currentTime() == exact; }));
-            player->seek(MediaTime::fromSeconds(exact.seconds())); // rounded, it still names it
+            player->seek(MediaTime::fromSeconds(exact.seconds())); // the rounded time names it too
         }
         for (int frame = 18; frame >= 0; --frame) {
             player->stepFrames(-1);
@@ -232,12 +232,12 @@ TEST_F(MediaPlayerTest, PlaysEveryFrameInOrderAndStopsOnTheLastOne) {
     sink->clear();
     playToTheEnd(-1, 2.4, 0);
     std::ranges::reverse(expected);
-    expected.removeFirst(); // it stood there
+    expected.removeFirst(); // already shown
     EXPECT_EQ(sink->numbers(), expected);
     EXPECT_EQ(player->currentTime(), MediaTime());
 }
 
-TEST_F(MediaPlayerTest, PassesOverFramesWhenItPlaysFast) {
+TEST_F(MediaPlayerTest, SkipsFramesAtFastRates) {
     start();
     load(clip());
     playToTheEnd(2, 0, 2.4);
@@ -253,7 +253,7 @@ TEST_F(MediaPlayerTest, PassesOverFramesWhenItPlaysFast) {
     EXPECT_EQ(player->rate(), MediaPlayer::kFastestRate);
 }
 
-TEST_F(MediaPlayerTest, PausesOnTheFrameThatItsTimeNames) {
+TEST_F(MediaPlayerTest, PausesOnTheFrameThatTheCurrentTimeNames) {
     start();
     load(clip({.frames = 60, .rate = QStringLiteral("24000/1001")}));
     play(1);
@@ -269,7 +269,7 @@ TEST_F(MediaPlayerTest, PausesOnTheFrameThatItsTimeNames) {
     }
 }
 
-TEST_F(MediaPlayerTest, WaitsAtABoundaryUntilItsObserverHasBeenCalled) {
+TEST_F(MediaPlayerTest, WaitsAtABoundaryUntilItsObserverIsCalled) {
     start();
     load(clip());
     int calls = 0;
@@ -286,13 +286,13 @@ TEST_F(MediaPlayerTest, WaitsAtABoundaryUntilItsObserverHasBeenCalled) {
     player->seek({});
     player->setRate(8);
     EXPECT_TRUE(eventually([&] {
-        clock.advance(50ms); // each is reported, which wakes this loop
+        clock.advance(50ms); // each step is reported, which wakes this loop
         return player->rate() == 0;
     }));
     EXPECT_EQ(calls, 1);
 }
 
-TEST_F(MediaPlayerTest, NeverShowsAPictureOfTheFileBefore) {
+TEST_F(MediaPlayerTest, NeverShowsAFrameOfThePreviousFile) {
     start();
     const auto first = clip();
     const auto second = clip({.frames = 5});
@@ -315,7 +315,7 @@ TEST_F(MediaPlayerTest, NeverShowsAPictureOfTheFileBefore) {
     EXPECT_EQ(sink->number(), -1);
 }
 
-TEST_F(MediaPlayerTest, ShowsNothingOfWhatItCannotReadAndPlaysWhatHasNoPictures) {
+TEST_F(MediaPlayerTest, ShowsNoFrameOfAnUnreadableFileAndPlaysFilesWithoutVideo) {
     start();
     for (const auto &path :
          {folder.write(QStringLiteral("a.mov"), "no film"), folder.at(QStringLiteral("b"))}) {
@@ -344,7 +344,7 @@ TEST_F(MediaPlayerTest, ShowsNothingOfWhatItCannotReadAndPlaysWhatHasNoPictures)
     EXPECT_EQ(sink->numbers(), QList<int>{0});
 }
 
-TEST_F(MediaPlayerTest, EndsWhateverItIsDoing) {
+TEST_F(MediaPlayerTest, StopsDuringAnyTask) {
     const auto path = clip({.frames = 300, .gop = 300});
     for (int round = 0; round < 12; ++round) {
         start();
@@ -359,7 +359,7 @@ TEST_F(MediaPlayerTest, EndsWhateverItIsDoing) {
     }
 }
 
-TEST_F(MediaPlayerTest, MakesUprightPicturesOfTheWantedSize) {
+TEST_F(MediaPlayerTest, ShowsUprightFramesInTheWantedSize) {
     start();
     sink->quarterTurns = 1;
     sink->size = {100, 100};
@@ -372,7 +372,7 @@ TEST_F(MediaPlayerTest, MakesUprightPicturesOfTheWantedSize) {
     EXPECT_TRUE(eventually([&] { return sink->shown().last().frame.height == 320; }));
 }
 
-TEST_F(MediaPlayerTest, MapsHighDynamicRangeAsStillsDo) {
+TEST_F(MediaPlayerTest, MapsHighDynamicRangeLikeStills) {
     start();
     const QString path = folder.at(QStringLiteral("pq.mp4"));
     test::runFFmpeg(
@@ -399,34 +399,34 @@ TEST_F(MediaPlayerTest, MapsHighDynamicRangeAsStillsDo) {
     EXPECT_LE(furthest, 2);
 }
 
-TEST_F(MediaPlayerTest, LetsThePicturesFollowTheSound) {
-    TestAudioOutput::Heard heard;
-    start({.audioOutput = std::make_unique<TestAudioOutput>(heard)});
+TEST_F(MediaPlayerTest, SynchronizesFramesToTheAudio) {
+    TestAudioOutput::Device device;
+    start({.audioOutput = std::make_unique<TestAudioOutput>(device)});
     load(clip());
     player->setRate(1);
-    ASSERT_TRUE(eventually([&] { return heard.isPlayed.load(); }));
-    clock.advance(100ms); // it isn't heard yet
-    heard.state = AudioOutput::State::running;
+    ASSERT_TRUE(eventually([&] { return device.isPlayed.load(); }));
+    clock.advance(100ms); // still starting
+    device.state = AudioOutput::State::running;
     clock.advance(500ms);
     ASSERT_TRUE(shows(0));
-    heard.position = 1.2;
+    device.position = 1.2;
     clock.advance(300ms);
     EXPECT_TRUE(eventually([&] { return sink->number() >= 30; }));
     player->setRate(4);
-    EXPECT_TRUE(eventually([&] { return heard.state == AudioOutput::State::silent; }));
-    player.reset(); // before what its sound refers to
+    EXPECT_TRUE(eventually([&] { return device.state == AudioOutput::State::silent; }));
+    player.reset(); // before the device it refers to
 }
 
-TEST_F(MediaPlayerTest, HearsAFilesSoundWithOrWithoutADevice) {
-    const auto sound = makeAudioOutput();
-    sound->setWake([] { QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); });
-    sound->setFile(clip({.frames = 50, .audioTracks = 1}));
-    sound->play(0.5, 1);
-    EXPECT_TRUE(eventually([&] { return sound->state() == AudioOutput::State::running; }));
-    EXPECT_GE(sound->position().value_or(0), 0.3);
-    sound->setFile(clip({.frames = 5}));
-    sound->play(0, 1);
-    EXPECT_TRUE(eventually([&] { return sound->state() == AudioOutput::State::silent; }));
+TEST_F(MediaPlayerTest, PlaysAudioWithOrWithoutADevice) {
+    const auto output = makeAudioOutput();
+    output->setWake([] { QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); });
+    output->setFile(clip({.frames = 50, .audioTracks = 1}));
+    output->play(0.5, 1);
+    EXPECT_TRUE(eventually([&] { return output->state() == AudioOutput::State::running; }));
+    EXPECT_GE(output->position().value_or(0), 0.3);
+    output->setFile(clip({.frames = 5}));
+    output->play(0, 1);
+    EXPECT_TRUE(eventually([&] { return output->state() == AudioOutput::State::silent; }));
 }
 
 } // namespace corvane::media
