@@ -1,6 +1,6 @@
 #pragma once
 
-// For the source files of this floor only.
+// Internal to src/media.
 
 #include "media/FrameCache.h"
 

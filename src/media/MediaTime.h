@@ -24,13 +24,13 @@ struct MediaTime {
     bool operator==(const MediaTime &other) const { return (*this <=> other) == 0; }
 };
 
-/// The in point and the out point of a part of a media file. Whether the frame at the out point
-/// belongs to it is up to the function that takes the range.
+/// An in point and an out point. Whether the frame at the out point is included depends on the
+/// function that takes the range.
 struct MediaTimeRange {
     MediaTime in;
     MediaTime out;
 
-    /// Each time as `MediaTime::fromSeconds` rounds it.
+    /// Rounds each time like `MediaTime::fromSeconds`.
     static MediaTimeRange fromSeconds(double in, double out) {
         return {MediaTime::fromSeconds(in), MediaTime::fromSeconds(out)};
     }

@@ -270,9 +270,10 @@ TEST_F(MediaPlayerTest, PausesOnTheFrameThatTheCurrentTimeNames) {
 }
 
 TEST_F(MediaPlayerTest, WaitsAtABoundaryUntilItsObserverIsCalled) {
-    start();
+    start({.frameBytes = 1}); // decodes on the way, so that requests can cancel it
     load(clip());
     int calls = 0;
+    int redraws = 0;
     const auto token = player->addBoundaryTimeObserver(MediaTime::fromSeconds(0.4), [&] {
         ++calls;
         EXPECT_EQ(sink->number(), 10);
@@ -280,7 +281,12 @@ TEST_F(MediaPlayerTest, WaitsAtABoundaryUntilItsObserverIsCalled) {
     });
     play(8);
     clock.advance(100ms);
-    EXPECT_TRUE(eventually([&] { return calls == 1; }));
+    EXPECT_TRUE(eventually([&] {
+        if (++redraws < 20) {
+            player->redraw();
+        }
+        return calls == 1;
+    }));
     EXPECT_TRUE(comesTo(0.4));
     player->removeTimeObserver(token);
     player->seek({});
