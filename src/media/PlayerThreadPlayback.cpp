@@ -80,7 +80,7 @@ void PlayerThread::waitAtBoundary(MediaTime boundary) {
 
 /// Continues in the current state. Returns the current time if another turn is needed at once.
 PlayerThread::Due PlayerThread::advance() {
-    return std::visit([this](auto &state) { return advance(state); }, m_state);
+    return std::visit([this](auto &state) { return this->advance(state); }, m_state);
 }
 
 PlayerThread::Due PlayerThread::advance(Paused &) {
