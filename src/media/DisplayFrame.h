@@ -16,7 +16,7 @@ struct DisplayFrame {
     /// 32-bit pixels in native byte order, 0xffRRGGBB, top row first; null for no frame.
     std::shared_ptr<const uchar> pixels;
     MediaTime time;   ///< of the decoded frame, exact
-    quint64 item = 0; ///< `MediaPlayer::currentItem` at the request
+    quint64 item = 0; ///< the value of `MediaPlayer::currentItem` for its file
 
     bool isNull() const { return !pixels; }
 };
