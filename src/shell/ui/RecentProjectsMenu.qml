@@ -40,7 +40,7 @@ PopUpMenu {
     }
 
     Connections { // Instantiator ignores moved rows
-        target: root.app.recents
+        target: root.app.recents // qmllint disable type
 
         function onRowsMoved(parent, from, last, newParent, to) {
             root.moveItem(from, to);
