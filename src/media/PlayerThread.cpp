@@ -93,9 +93,9 @@ PlayerThread::Due PlayerThread::carryOut(const PlayerRequest &request) {
         return advance();
     } catch (const Cancelled &) {
         return m_clock.now();
-    } catch (const Failure &) { // the file became unreadable, or a frame can't be decoded
-        return fail();
-    } catch (const std::bad_alloc &) { // a frame doesn't fit in memory
+    } catch (const std::exception &) {
+        // A `Failure` if the file became unreadable or a frame cannot be decoded, else a fault such
+        // as exhausted memory. It ends playback, never the program.
         return fail();
     }
 }
