@@ -16,26 +16,26 @@ template <> struct RawValues<AnchorVerification> {
 
 namespace {
 
-void printAnswer(const CommandCall &call, std::string_view key, const QString &answer) {
+void printResult(const CommandCall &call, std::string_view key, const QString &text) {
     if (!call.wantsJSON()) {
-        call.printLine(answer);
+        call.printLine(text);
         return;
     }
     call.printJSON([&](JSONWriter &writer) {
         writer.beginObject();
-        writeMember(writer, key, answer);
+        writeMember(writer, key, text);
         writer.endObject();
     });
 }
 
 int runAnchor(const CommandCall &call) {
-    printAnswer(call, "anchor", ContentHasher::makeAnchor(call.path(0)));
+    printResult(call, "anchor", ContentHasher::makeAnchor(call.path(0)));
     return kAllDone;
 }
 
 int runVerify(const CommandCall &call) {
     const auto result = ContentHasher::verifyAnchor(call.argument(0), call.path(1));
-    printAnswer(call, "result", rawValue(result));
+    printResult(call, "result", rawValue(result));
     return result == AnchorVerification::matches ? kAllDone : kRefused;
 }
 

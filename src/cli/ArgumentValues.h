@@ -15,7 +15,7 @@ bool onOrOff(const QString &text, const QString &what);
 
 [[noreturn]] void failUnknown(const QString &text, const QString &what, const QStringList &known);
 
-/// One of the raw values of an enumeration.
+/// A raw value of an enumeration.
 template <RawRepresentable Enumeration>
 Enumeration choice(const QString &text, const QString &what) {
     QStringList known;
@@ -26,6 +26,16 @@ Enumeration choice(const QString &text, const QString &what) {
         }
     }
     failUnknown(text, what, known);
+}
+
+/// Parses the value of an option with one of these functions; nullopt if the option is not set.
+template <typename Parse>
+auto option(const CommandCall &call, const char *name, Parse parse)
+    -> std::optional<decltype(parse(QString(), QString()))> {
+    if (const auto text = call.value(name)) {
+        return parse(*text, QStringLiteral("--") + QLatin1String(name));
+    }
+    return std::nullopt;
 }
 
 } // namespace corvane::argumentValues

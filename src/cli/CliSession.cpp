@@ -6,19 +6,19 @@ namespace corvane {
 
 namespace {
 
-/// The only clip with this file name. Throws if there is none or more than one.
-QString onlyOne(const QString &name, const QStringList &namesakes) {
-    if (namesakes.isEmpty()) {
+/// The id of the clip with this file name. Throws if `ids` is empty or ambiguous.
+QString uniqueId(const QString &name, const QStringList &ids) {
+    if (ids.isEmpty()) {
         throw Failure(QStringLiteral("No clip has the id or the file name \"%1\".").arg(name));
     }
-    if (namesakes.size() > 1) {
+    if (ids.size() > 1) {
         throw Failure(
             QStringLiteral("%1 clips have the file name \"%2\". Use the id of the one you "
                            "mean: %3.")
-                .arg(namesakes.size())
-                .arg(name, namesakes.join(QStringLiteral(", "))));
+                .arg(ids.size())
+                .arg(name, ids.join(QStringLiteral(", "))));
     }
-    return namesakes.first();
+    return ids.first();
 }
 
 } // namespace
@@ -51,26 +51,18 @@ void CliSession::save() {
 }
 
 QStringList CliSession::resolveClips(const QStringList &texts) const {
-    QHash<QString, QStringList> namesakes;
+    QHash<QString, QStringList> idsByName;
     QSet<QString> known;
     for (const VideoItem &video : project().videos) {
-        namesakes[video->fileName].append(video->id);
+        idsByName[video->fileName].append(video->id);
         known.insert(video->id);
     }
     QStringList ids;
-    QSet<QString> taken;
     for (const QString &text : texts) {
-        const QString id = known.contains(text) ? text : onlyOne(text, namesakes.value(text));
-        if (!taken.contains(id)) {
-            taken.insert(id);
-            ids.append(id);
-        }
+        ids.append(known.contains(text) ? text : uniqueId(text, idsByName.value(text)));
     }
+    ids.removeDuplicates();
     return ids;
-}
-
-QString CliSession::resolveClip(const QString &text) const {
-    return resolveClips({text}).first();
 }
 
 void CliSession::throwLastError() const {

@@ -35,7 +35,6 @@ class CliSession {
 
   private:
     void throwLastError() const;
-    QString resolveClip(const QString &text) const;
 
     InstanceLock m_lock;
     ProjectFileIO m_io;

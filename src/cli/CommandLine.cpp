@@ -46,10 +46,10 @@ class ProgramRun {
     int run() {
         const QString first = m_arguments.value(0);
         if (first == QStringLiteral("--help") || first == QStringLiteral("-h")) {
-            return answer("help", generalHelp());
+            return print("help", generalHelp());
         }
         if (first == QStringLiteral("--version")) {
-            return answer("version", QStringLiteral(CORVANE_VERSION), kProgram + QLatin1Char(' '));
+            return print("version", QStringLiteral(CORVANE_VERSION), kProgram + QLatin1Char(' '));
         }
         const auto command = std::ranges::find(commands(), first, &Command::name);
         if (command != commands().cend()) {
@@ -65,19 +65,19 @@ class ProgramRun {
         QCommandLineParser parser;
         addCommonOptions(parser);
         parser.addOptions(command.options);
-        const bool isUnderstood = parser.parse(m_arguments);
+        const bool isValid = parser.parse(m_arguments);
         if (parser.isSet(QStringLiteral("help"))) {
-            return answer("help", commandHelp(command, parser));
+            return print("help", commandHelp(command, parser));
         }
-        if (!isUnderstood) {
+        if (!isValid) {
             return refuseUsage(command.name, parser.errorText());
         }
-        const qsizetype given = parser.positionalArguments().size();
-        if (given < command.fewestArguments) {
+        const qsizetype argumentCount = parser.positionalArguments().size();
+        if (argumentCount < command.fewestArguments) {
             return refuseUsage(command.name, QStringLiteral("An argument is missing: %1 %2")
                                                  .arg(command.name, command.synopsis));
         }
-        if (command.mostArguments >= 0 && given > command.mostArguments) {
+        if (command.mostArguments >= 0 && argumentCount > command.mostArguments) {
             return refuseUsage(command.name,
                                QStringLiteral("Unexpected argument \"%1\".")
                                    .arg(parser.positionalArguments().at(command.mostArguments)));
@@ -91,7 +91,7 @@ class ProgramRun {
         }
     }
 
-    int answer(std::string_view key, const QString &text, const QString &prefix = {}) {
+    int print(std::string_view key, const QString &text, const QString &prefix = {}) {
         if (m_wantsJSON) {
             printObject(key, text);
         } else {

@@ -16,25 +16,19 @@ namespace {
 /// The choices that the command line makes; the others stay as the flow has them.
 struct ExportRequest {
     std::optional<QString> outputFolder;
+    NamingArguments naming;
     std::optional<ExportBatch::Mode> mode;
     std::optional<OutputMode> outputMode;
     std::optional<double> handleSeconds;
-    NamingArguments naming;
 };
 
 ExportRequest exportRequestOf(const CommandCall &call) {
-    ExportRequest request{.outputFolder = call.pathValue("to"), .naming = NamingArguments(call)};
-    if (const auto mode = call.value("mode")) {
-        request.mode = argumentValues::choice<ExportBatch::Mode>(*mode, QStringLiteral("--mode"));
-    }
-    if (const auto output = call.value("output")) {
-        request.outputMode =
-            argumentValues::choice<OutputMode>(*output, QStringLiteral("--output"));
-    }
-    if (const auto handles = call.value("handles")) {
-        request.handleSeconds = argumentValues::seconds(*handles, QStringLiteral("--handles"));
-    }
-    return request;
+    using namespace argumentValues;
+    return {.outputFolder = call.pathValue("to"),
+            .naming = NamingArguments(call),
+            .mode = option(call, "mode", choice<ExportBatch::Mode>),
+            .outputMode = option(call, "output", choice<OutputMode>),
+            .handleSeconds = option(call, "handles", seconds)};
 }
 
 void applyRequest(ExportViewModel &flow, const ExportRequest &request, const CommandCall &call) {

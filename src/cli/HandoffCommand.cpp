@@ -18,10 +18,10 @@ namespace {
 struct HandoffRequest {
     QString destination;
     std::optional<QString> name;
+    NamingArguments naming;
     std::optional<ExportBatch::Mode> mode;
     std::optional<HandoffOutputMode> outputMode;
     std::optional<double> handleSeconds;
-    NamingArguments naming;
 };
 
 HandoffRequest handoffRequestOf(const CommandCall &call) {
@@ -29,19 +29,13 @@ HandoffRequest handoffRequestOf(const CommandCall &call) {
     if (!destination) {
         throw UsageError(QStringLiteral("--to is missing."));
     }
-    HandoffRequest request{
-        .destination = *destination, .name = call.value("name"), .naming = NamingArguments(call)};
-    if (const auto mode = call.value("mode")) {
-        request.mode = argumentValues::choice<ExportBatch::Mode>(*mode, QStringLiteral("--mode"));
-    }
-    if (const auto output = call.value("output")) {
-        request.outputMode =
-            argumentValues::choice<HandoffOutputMode>(*output, QStringLiteral("--output"));
-    }
-    if (const auto handles = call.value("handles")) {
-        request.handleSeconds = argumentValues::seconds(*handles, QStringLiteral("--handles"));
-    }
-    return request;
+    using namespace argumentValues;
+    return {.destination = *destination,
+            .name = call.value("name"),
+            .naming = NamingArguments(call),
+            .mode = option(call, "mode", choice<ExportBatch::Mode>),
+            .outputMode = option(call, "output", choice<HandoffOutputMode>),
+            .handleSeconds = option(call, "handles", seconds)};
 }
 
 void applyRequest(SelectsHandoffViewModel &flow, const HandoffRequest &request) {

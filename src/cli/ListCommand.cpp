@@ -8,11 +8,10 @@ namespace corvane {
 
 namespace {
 
-ReviewState::RatingFilter ratingFilterOf(const QString &text) {
+ReviewState::RatingFilter ratingFilter(const QString &text, const QString &what) {
     if (text == QStringLiteral("5only")) {
         return ReviewState::RatingFilter::fiveOnly();
     }
-    const QString what = QStringLiteral("--rating");
     return ReviewState::RatingFilter::threshold(argumentValues::rating(text, what));
 }
 
@@ -24,12 +23,9 @@ ReviewState reviewStateOf(const CommandCall &call) {
     state.subclipsView = call.isSet("subclips");
     state.includeRejects = call.isSet("rejects");
     state.searchQuery = call.value("search").value_or(QString());
-    if (const auto rating = call.value("rating")) {
-        state.ratingFilter = ratingFilterOf(*rating);
-    }
-    if (const auto sort = call.value("sort")) {
-        state.sort = argumentValues::choice<ReviewState::Sort>(*sort, QStringLiteral("--sort"));
-    }
+    using namespace argumentValues;
+    state.ratingFilter = option(call, "rating", ratingFilter).value_or(state.ratingFilter);
+    state.sort = option(call, "sort", choice<ReviewState::Sort>).value_or(state.sort);
     return state;
 }
 

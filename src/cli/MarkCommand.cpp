@@ -22,24 +22,16 @@ struct Marks {
     bool operator==(const Marks &) const = default;
 };
 
-std::optional<bool> switchOf(const CommandCall &call, const char *option) {
-    const auto text = call.value(option);
-    return text ? std::optional(
-                      argumentValues::onOrOff(*text, QStringLiteral("--") + QLatin1String(option)))
-                : std::nullopt;
-}
-
 Marks marksOf(const CommandCall &call) {
-    Marks marks{.favorite = switchOf(call, "favorite"),
-                .rejected = switchOf(call, "reject"),
-                .selected = switchOf(call, "select"),
-                .reviewed = switchOf(call, "reviewed"),
+    using namespace argumentValues;
+    Marks marks{.rating = option(call, "rating", rating),
+                .favorite = option(call, "favorite", onOrOff),
+                .rejected = option(call, "reject", onOrOff),
+                .selected = option(call, "select", onOrOff),
+                .reviewed = option(call, "reviewed", onOrOff),
                 .notes = call.value("notes"),
                 .tagsToRemove = call.values("untag"),
                 .tagsToAdd = call.values("tag")};
-    if (const auto rating = call.value("rating")) {
-        marks.rating = argumentValues::rating(*rating, QStringLiteral("--rating"));
-    }
     if (marks == Marks()) {
         throw UsageError(QStringLiteral("Nothing to mark: give one of the options."));
     }

@@ -35,15 +35,15 @@ namespace {
 
 using Kind = MediaConfirmationBanner::Kind;
 
-QList<Kind> answersOf(const CommandCall &call) {
-    QList<Kind> answers;
+QList<Kind> kindsToConfirm(const CommandCall &call) {
+    QList<Kind> kinds;
     for (const QString &text : call.values("confirm")) {
-        answers.append(argumentValues::choice<Kind>(text, QStringLiteral("--confirm")));
+        kinds.append(argumentValues::choice<Kind>(text, QStringLiteral("--confirm")));
     }
-    return answers;
+    return kinds;
 }
 
-bool isAsked(const ProjectStore &store, Kind kind) {
+bool isPending(const ProjectStore &store, Kind kind) {
     const auto banners = mediaConfirmationBanners(store.mediaConfirmation());
     return std::ranges::find(banners, kind, &MediaConfirmationBanner::kind) != banners.end();
 }
@@ -51,13 +51,13 @@ bool isAsked(const ProjectStore &store, Kind kind) {
 /// Confirms the pending media of this kind. Returns false if some of them cannot be read and stay
 /// pending.
 bool confirm(ProjectStore &store, Kind kind, const CommandCall &call) {
-    if (!isAsked(store, kind)) {
+    if (!isPending(store, kind)) {
         call.printNotice(QStringLiteral("Nothing waits for \"--confirm %1\".").arg(rawValue(kind)));
         return true;
     }
     waitUntilDone(answerBanner(store, kind));
     waitUntilDone(store.refreshMediaConfirmationState());
-    if (!isAsked(store, kind)) {
+    if (!isPending(store, kind)) {
         return true;
     }
     call.printNotice(QStringLiteral("Some of these files can't be read and were not confirmed."));
@@ -83,12 +83,12 @@ void printBanners(const CommandCall &call, const MediaConfirmation &state) {
 }
 
 int runMedia(const CommandCall &call) {
-    const QList<Kind> answers = answersOf(call);
+    const QList<Kind> kinds = kindsToConfirm(call);
     CliSession session(call.console(), ContentHashMigration::Awaited);
     session.open(call.path(0));
     ProjectStore &store = session.store();
     bool isDone = true;
-    for (const Kind kind : answers) {
+    for (const Kind kind : kinds) {
         isDone = confirm(store, kind, call) && isDone;
     }
     if (call.wantsJSON()) {

@@ -13,7 +13,7 @@ constexpr std::chrono::milliseconds kRedrawInterval{100};
 } // namespace
 
 ProgressLine::ProgressLine(Console &console, Clock &clock)
-    : m_console(console), m_clock(clock), m_isWatched(console.errorIsTerminal()) {}
+    : m_console(console), m_clock(clock), m_isTerminal(console.errorIsTerminal()) {}
 
 ProgressLine::~ProgressLine() {
     clear();
@@ -34,7 +34,7 @@ void ProgressLine::show(const QString &text) {
 
 void ProgressLine::draw(const QString &line) {
     const auto now = m_clock.monotonic();
-    if (!m_isWatched || (m_lastDrawn && now - *m_lastDrawn < kRedrawInterval)) {
+    if (!m_isTerminal || (m_lastDrawn && now - *m_lastDrawn < kRedrawInterval)) {
         return;
     }
     m_lastDrawn = now;

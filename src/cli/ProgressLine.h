@@ -26,7 +26,7 @@ class ProgressLine {
 
     Console &m_console;
     Clock &m_clock;
-    bool m_isWatched;
+    bool m_isTerminal;
     bool m_isDrawn = false;
     std::optional<std::chrono::milliseconds> m_lastDrawn;
 };

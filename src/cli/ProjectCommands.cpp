@@ -9,7 +9,7 @@ namespace corvane {
 namespace {
 
 /// Validates a project name by the rules of the setup screen.
-QString nameOfNewProject(const CommandCall &call) {
+QString projectNameOf(const CommandCall &call) {
     const QString name = projectName::trimmed(call.value("name").value_or(QString()));
     if (name.isEmpty()) {
         throw UsageError(QStringLiteral("--name is missing."));
@@ -23,17 +23,13 @@ QString nameOfNewProject(const CommandCall &call) {
     return name;
 }
 
-QString fileOfNewProject(const CommandCall &call) {
-    return projectName::withExtension(call.path(0));
-}
-
 int runCreate(const CommandCall &call) {
-    const NewProject fields{.name = nameOfNewProject(call),
+    const NewProject fields{.name = projectNameOf(call),
                             .shootDate = call.value("shoot-date").value_or(QString()),
                             .clientOrSeries = call.value("client").value_or(QString()),
                             .location = call.value("location").value_or(QString()),
                             .notes = call.value("notes").value_or(QString())};
-    const QString file = fileOfNewProject(call);
+    const QString file = projectName::withExtension(call.path(0));
     CliSession session(call.console());
     if (fileSystem().linkStatus(file)) {
         throw Failure(QStringLiteral("%1 already exists. Nothing was changed.").arg(file));

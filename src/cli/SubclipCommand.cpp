@@ -17,19 +17,15 @@ struct SubclipMarks {
 };
 
 SubclipMarks subclipMarksOf(const CommandCall &call) {
-    SubclipMarks marks{.inSeconds = argumentValues::seconds(call.argument(2), QStringLiteral("IN")),
-                       .outSeconds =
-                           argumentValues::seconds(call.argument(3), QStringLiteral("OUT")),
-                       .label = call.value("label")};
+    using namespace argumentValues;
+    SubclipMarks marks{.inSeconds = seconds(call.argument(2), QStringLiteral("IN")),
+                       .outSeconds = seconds(call.argument(3), QStringLiteral("OUT")),
+                       .label = call.value("label"),
+                       .rating = option(call, "rating", rating),
+                       .selected = option(call, "select", onOrOff).value_or(true)};
     if (marks.inSeconds >= marks.outSeconds) {
         throw UsageError(QStringLiteral("IN must be less than OUT, and %1 isn't less than %2.")
                              .arg(call.argument(2), call.argument(3)));
-    }
-    if (const auto rating = call.value("rating")) {
-        marks.rating = argumentValues::rating(*rating, QStringLiteral("--rating"));
-    }
-    if (const auto selected = call.value("select")) {
-        marks.selected = argumentValues::onOrOff(*selected, QStringLiteral("--select"));
     }
     return marks;
 }

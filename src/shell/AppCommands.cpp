@@ -4,6 +4,18 @@
 
 namespace corvane {
 
+namespace {
+
+template <typename Value> QVariantList toVariants(const QList<Value> &values) {
+    QVariantList variants;
+    for (const Value &value : values) {
+        variants.append(QVariant::fromValue(value));
+    }
+    return variants;
+}
+
+} // namespace
+
 AppCommands::AppCommands(ProjectStore &store, UpdaterController &updater, AppRequests &requests,
                          QObject *parent)
     : QObject(parent), m_store(store), m_updater(updater) {
@@ -15,9 +27,9 @@ AppCommands::AppCommands(ProjectStore &store, UpdaterController &updater, AppReq
     addProjectCommands(requests);
     add("help", QStringLiteral("Corvane Help"), "Ctrl+?", [this] { Q_EMIT helpRequested(); });
     addMenus();
-    connect(&m_store, &ProjectStore::projectChanged, this, &AppCommands::refreshEnablement);
-    connect(&m_updater, &UpdaterController::canCheckChanged, this, &AppCommands::refreshEnablement);
-    refreshEnablement();
+    connect(&m_store, &ProjectStore::projectChanged, this, &AppCommands::updateEnabled);
+    connect(&m_updater, &UpdaterController::canCheckChanged, this, &AppCommands::updateEnabled);
+    updateEnabled();
 }
 
 void AppCommands::addProjectCommands(AppRequests &requests) {
@@ -33,13 +45,11 @@ void AppCommands::addProjectCommands(AppRequests &requests) {
         [&requests] { Q_EMIT requests.selectsHandoffRequested(); });
 }
 
-AppCommand *AppCommands::add(const char *id, const QString &label, const char *shortcut,
-                             std::function<void()> action) {
-    auto *const added = new AppCommand(
+void AppCommands::add(const char *id, const QString &label, const char *shortcut,
+                      std::function<void()> action) {
+    m_commands.append(new AppCommand(
         {.id = QLatin1String(id), .label = label, .shortcut = QLatin1String(shortcut)},
-        std::move(action), this);
-    m_commands.append(added);
-    return added;
+        std::move(action), this));
 }
 
 void AppCommands::addMenus() {
@@ -57,39 +67,23 @@ void AppCommands::addMenus() {
 }
 
 QVariantList AppMenu::entryValues() const {
-    QVariantList values;
-    for (const MenuEntry &entry : entries) {
-        values.append(QVariant::fromValue(entry));
-    }
-    return values;
+    return toVariants(entries);
 }
 
 QVariantList AppCommands::menuValues() const {
-    QVariantList values;
-    for (const AppMenu &menu : m_menus) {
-        values.append(QVariant::fromValue(menu));
-    }
-    return values;
+    return toVariants(m_menus);
 }
 
 QVariantList AppCommands::all() const {
-    QVariantList values;
-    for (AppCommand *const each : m_commands) {
-        values.append(QVariant::fromValue(each));
-    }
-    return values;
+    return toVariants(m_commands);
 }
 
 AppCommand *AppCommands::command(const QString &id) const {
-    for (AppCommand *const each : m_commands) {
-        if (each->id() == id) {
-            return each;
-        }
-    }
-    return nullptr;
+    const auto found = std::ranges::find(m_commands, id, &AppCommand::id);
+    return found == m_commands.cend() ? nullptr : *found;
 }
 
-void AppCommands::refreshEnablement() {
+void AppCommands::updateEnabled() {
     const bool isOpen = m_store.project().has_value();
     const bool hasSelects = isOpen && m_store.project()->hasSelects();
     for (const char *const id : {"saveProject", "closeProject", "import", "export"}) {

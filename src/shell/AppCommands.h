@@ -49,7 +49,6 @@ class AppCommands : public QObject {
 
     const QList<AppMenu> &menus() const { return m_menus; }
     QVariantList menuValues() const;
-    /// Every command, in the order of the menus.
     QVariantList all() const;
     /// The command with this id, such as "saveProject", or nullptr.
     Q_INVOKABLE corvane::AppCommand *command(const QString &id) const;
@@ -61,11 +60,11 @@ class AppCommands : public QObject {
     void helpRequested();
 
   private:
-    AppCommand *add(const char *id, const QString &label, const char *shortcut,
-                    std::function<void()> action);
+    void add(const char *id, const QString &label, const char *shortcut,
+             std::function<void()> action);
     void addProjectCommands(AppRequests &requests);
     void addMenus();
-    void refreshEnablement();
+    void updateEnabled();
 
     ProjectStore &m_store;
     UpdaterController &m_updater;

@@ -10,7 +10,7 @@ ContentRouter::ContentRouter(ProjectStore &store, AppRequests &requests, FilePan
     : QObject(parent), m_store(store), m_panels(panels), m_setup(setup) {
     connect(&requests, &AppRequests::newProjectRequested, this, &ContentRouter::showSetup);
     connect(&requests, &AppRequests::openProjectRequested, this, &ContentRouter::runOpenPanel);
-    connect(&m_store, &ProjectStore::fileURLChanged, this, &ContentRouter::noteOpenedFile);
+    connect(&m_store, &ProjectStore::fileURLChanged, this, &ContentRouter::resetSetupAfterOpening);
     connect(&m_store, &ProjectStore::projectChanged, this, &ContentRouter::updateScreen);
     connect(&m_store, &ProjectStore::lastErrorChanged, this, &ContentRouter::errorChanged);
     updateScreen();
@@ -58,7 +58,7 @@ void ContentRouter::openDropped(const QList<QUrl> &urls) {
 
 void ContentRouter::open(const QString &file) {
     if (m_isHeld) {
-        m_waitingFile = file;
+        m_pendingFile = file;
     } else {
         detach(m_store.openProject(file));
     }
@@ -66,14 +66,12 @@ void ContentRouter::open(const QString &file) {
 
 void ContentRouter::setHeld(bool held) {
     m_isHeld = held;
-    const QString waiting = held ? QString() : std::exchange(m_waitingFile, {});
-    if (!waiting.isEmpty()) {
-        open(waiting);
+    if (!held && !m_pendingFile.isEmpty()) {
+        open(std::exchange(m_pendingFile, {}));
     }
 }
 
-/// Called when a project was opened or closed, not for edits.
-void ContentRouter::noteOpenedFile() {
+void ContentRouter::resetSetupAfterOpening() {
     if (m_store.fileURL()) {
         leaveSetup();
     }

@@ -55,7 +55,7 @@ class ContentRouter : public QObject {
   private:
     void showSetup();
     void runOpenPanel();
-    void noteOpenedFile();
+    void resetSetupAfterOpening();
     void updateScreen();
 
     ProjectStore &m_store;
@@ -63,7 +63,7 @@ class ContentRouter : public QObject {
     ProjectSetup &m_setup;
     bool m_isSetupRequested = false;
     bool m_isHeld = false;
-    QString m_waitingFile; ///< empty if no file is waiting
+    QString m_pendingFile; ///< opened when the hold ends; empty if there is none
     Screen m_screen = Screen::Home;
 };
 

@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 
-FilePanels::ChosenFiles one(FilePanels::Chosen chosen) {
+FilePanels::ChosenFiles acceptFirst(FilePanels::Chosen chosen) {
     return [chosen = std::move(chosen)](const QStringList &paths) { chosen(paths.first()); };
 }
 
@@ -17,11 +17,11 @@ FilePanels::ChosenFiles one(FilePanels::Chosen chosen) {
 
 void DialogFilePanels::openProjectFile(Chosen chosen) {
     request(Kind::OpenFile, {.message = QStringLiteral("Open Project"), .choosesProjectFile = true},
-            QStringLiteral("Open"), one(std::move(chosen)));
+            QStringLiteral("Open"), acceptFirst(std::move(chosen)));
 }
 
 void DialogFilePanels::save(const SavePanel &panel, Chosen chosen) {
-    request(Kind::SaveFile, panel, QStringLiteral("Save"), one(std::move(chosen)));
+    request(Kind::SaveFile, panel, QStringLiteral("Save"), acceptFirst(std::move(chosen)));
 }
 
 void DialogFilePanels::chooseFolder(const ChoosePanel &panel, Chosen chosen) {
@@ -29,7 +29,7 @@ void DialogFilePanels::chooseFolder(const ChoosePanel &panel, Chosen chosen) {
         m_folder = panel.startFolder;
     }
     request(Kind::OpenFolder, {.message = panel.message}, panel.acceptLabel,
-            one(std::move(chosen)));
+            acceptFirst(std::move(chosen)));
 }
 
 void DialogFilePanels::chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) {

@@ -25,10 +25,10 @@ void FileReveal::reveal(const QString &path) {
         QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
-    auto *const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, path, answer] {
-        answer->deleteLater();
-        if (QDBusPendingReply<>(*answer).isError()) {
+    auto *const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, path, watcher] {
+        watcher->deleteLater();
+        if (QDBusPendingReply<>(*watcher).isError()) {
             openFolderOf(path);
         }
     });

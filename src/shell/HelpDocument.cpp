@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-QString withoutOuterBlanks(const QString &line) {
+QString trimBlanks(const QString &line) {
     const auto isBlank = [](QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\t'); };
     qsizetype from = 0;
     qsizetype to = line.size();
@@ -25,19 +25,19 @@ QString withoutOuterBlanks(const QString &line) {
 }
 
 HelpDocument::Block parseLine(const QString &line) {
-    const QString text = withoutOuterBlanks(line);
+    const QString text = trimBlanks(line);
     if (text.isEmpty()) {
         return {};
     }
-    const std::pair<QLatin1String, HelpDocument::Kind> marks[] = {
+    const std::pair<QLatin1String, HelpDocument::Kind> markers[] = {
         {QLatin1String("### "), HelpDocument::Heading3},
         {QLatin1String("## "), HelpDocument::Heading2},
         {QLatin1String("# "), HelpDocument::Heading1},
         {QLatin1String("- "), HelpDocument::Bullet},
     };
-    for (const auto &[mark, kind] : marks) {
-        if (text.startsWith(mark)) {
-            return {.kind = kind, .text = text.sliced(mark.size())};
+    for (const auto &[marker, kind] : markers) {
+        if (text.startsWith(marker)) {
+            return {.kind = kind, .text = text.sliced(marker.size())};
         }
     }
     return {.kind = HelpDocument::Paragraph, .text = text};
@@ -74,8 +74,7 @@ void HelpDocument::load() {
         } else if (!QUtf8StringView(bytes).isValidUtf8()) {
             m_loadError = QStringLiteral("Could not read UserGuide.md: it is not UTF-8 text");
         } else {
-            m_content = QString::fromUtf8(bytes);
-            m_blocks = parse(m_content);
+            m_blocks = parse(QString::fromUtf8(bytes));
         }
     }
     endResetModel();

@@ -16,7 +16,6 @@ class HelpDocument : public QAbstractListModel {
     enum Kind { Gap, Heading1, Heading2, Heading3, Bullet, Paragraph };
     Q_ENUM(Kind)
 
-    /// One line of the guide.
     struct Block {
         Kind kind = Gap;
         QString text; ///< Markdown without the marker of the heading or bullet
@@ -33,15 +32,14 @@ class HelpDocument : public QAbstractListModel {
     /// `path` is a file or a resource (":/...").
     explicit HelpDocument(QString path, QObject *parent = nullptr);
 
-    const QString &content() const { return m_content; }
     /// Why the guide could not be read; empty if it was read or not loaded yet.
     const QString &loadError() const { return m_loadError; }
     /// True until the guide was read or failed to load.
-    bool isLoading() const { return m_content.isEmpty() && m_loadError.isEmpty(); }
+    bool isLoading() const { return m_blocks.isEmpty() && m_loadError.isEmpty(); }
     static QString windowTitle() { return QStringLiteral("Corvane Help"); }
     static QString windowId() { return QStringLiteral("help"); }
 
-    /// Reads the guide. No-op after the first successful call.
+    /// Reads the guide. No-op after the first call.
     Q_INVOKABLE void load();
     /// Opens a web or mail link in the user's program. Returns false for any other scheme.
     Q_INVOKABLE static bool openLink(const QString &address);
@@ -56,7 +54,6 @@ class HelpDocument : public QAbstractListModel {
 
   private:
     QString m_path;
-    QString m_content;
     QString m_loadError;
     QList<Block> m_blocks;
 };

@@ -34,51 +34,41 @@ QString richText(const MD_ATTRIBUTE &attribute) {
     return text;
 }
 
-int enterSpan(MD_SPANTYPE type, void *detail, void *into) {
-    QString &text = static_cast<RichText *>(into)->text;
+QLatin1String tagOf(MD_SPANTYPE type) {
     switch (type) {
     case MD_SPAN_EM:
-        text += QStringLiteral("<i>");
-        break;
+        return QLatin1String("i");
     case MD_SPAN_STRONG:
-        text += QStringLiteral("<b>");
-        break;
+        return QLatin1String("b");
     case MD_SPAN_CODE:
-        text += QStringLiteral("<code>");
-        break;
+        return QLatin1String("code");
     case MD_SPAN_A:
+        return QLatin1String("a");
+    default:
+        return {}; // an image shows its alternative text
+    }
+}
+
+int enterSpan(MD_SPANTYPE type, void *detail, void *userData) {
+    QString &text = static_cast<RichText *>(userData)->text;
+    if (type == MD_SPAN_A) {
         text += QStringLiteral("<a href=\"%1\">")
                     .arg(richText(static_cast<MD_SPAN_A_DETAIL *>(detail)->href));
-        break;
-    default:
-        break; // an image shows its alternative text
+    } else if (const QLatin1String tag = tagOf(type); !tag.isEmpty()) {
+        text += QStringLiteral("<%1>").arg(tag);
     }
     return 0;
 }
 
-int leaveSpan(MD_SPANTYPE type, void *, void *into) {
-    QString &text = static_cast<RichText *>(into)->text;
-    switch (type) {
-    case MD_SPAN_EM:
-        text += QStringLiteral("</i>");
-        break;
-    case MD_SPAN_STRONG:
-        text += QStringLiteral("</b>");
-        break;
-    case MD_SPAN_CODE:
-        text += QStringLiteral("</code>");
-        break;
-    case MD_SPAN_A:
-        text += QStringLiteral("</a>");
-        break;
-    default:
-        break;
+int leaveSpan(MD_SPANTYPE type, void *, void *userData) {
+    if (const QLatin1String tag = tagOf(type); !tag.isEmpty()) {
+        static_cast<RichText *>(userData)->text += QStringLiteral("</%1>").arg(tag);
     }
     return 0;
 }
 
-int addText(MD_TEXTTYPE type, const MD_CHAR *text, MD_SIZE size, void *into) {
-    RichText &rich = *static_cast<RichText *>(into);
+int addText(MD_TEXTTYPE type, const MD_CHAR *text, MD_SIZE size, void *userData) {
+    RichText &rich = *static_cast<RichText *>(userData);
     QString piece = decoded(text, size);
     if (!rich.isAfterGuard && !piece.isEmpty()) {
         rich.isAfterGuard = true;
@@ -89,7 +79,7 @@ int addText(MD_TEXTTYPE type, const MD_CHAR *text, MD_SIZE size, void *into) {
     return 0;
 }
 
-int passOver(MD_BLOCKTYPE, void *, void *) {
+int ignoreBlock(MD_BLOCKTYPE, void *, void *) {
     return 0;
 }
 
@@ -99,8 +89,8 @@ QString richTextOfInlineMarkdown(const QString &line) {
     const QByteArray markdown = kGuard + line.toUtf8();
     MD_PARSER parser{};
     parser.flags = MD_FLAG_NOHTML;
-    parser.enter_block = passOver;
-    parser.leave_block = passOver;
+    parser.enter_block = ignoreBlock;
+    parser.leave_block = ignoreBlock;
     parser.enter_span = enterSpan;
     parser.leave_span = leaveSpan;
     parser.text = addText;

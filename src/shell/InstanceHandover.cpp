@@ -15,7 +15,7 @@ namespace corvane {
 
 namespace {
 
-constexpr char kUnderstood = 1;
+constexpr char kAccepted = 1;
 
 QString socketPath(const QString &dataFolder) {
     QString path = paths::joined(dataFolder, QStringLiteral("handover"));
@@ -28,8 +28,7 @@ QString socketPath(const QString &dataFolder) {
                          QStringLiteral("corvane-") + QLatin1String(digest.left(16)));
 }
 
-/// Rejects a length that a valid message cannot have.
-bool isAcceptable(const QString &file) {
+bool isValidFile(const QString &file) {
     return file.isEmpty() || (QDir::isAbsolutePath(file) && !file.contains(QChar(u'\0')));
 }
 
@@ -47,20 +46,20 @@ InstanceHandover::InstanceHandover(const QString &dataFolder, QObject *parent) :
     const QString path = socketPath(dataFolder);
     QLocalServer::removeServer(path);
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
-    connect(&m_server, &QLocalServer::newConnection, this, &InstanceHandover::take);
+    connect(&m_server, &QLocalServer::newConnection, this, &InstanceHandover::acceptConnections);
     m_server.listen(path);
 }
 
-void InstanceHandover::take() {
+void InstanceHandover::acceptConnections() {
     while (QLocalSocket *const peer = m_server.nextPendingConnection()) {
         peer->setReadBufferSize(kMessageLimit);
         connect(peer, &QLocalSocket::disconnected, peer, &QObject::deleteLater);
-        connect(peer, &QLocalSocket::readyRead, this, [this, peer] { read(peer); });
-        read(peer);
+        connect(peer, &QLocalSocket::readyRead, this, [this, peer] { readMessage(peer); });
+        readMessage(peer);
     }
 }
 
-void InstanceHandover::read(QLocalSocket *peer) {
+void InstanceHandover::readMessage(QLocalSocket *peer) {
     QDataStream stream(peer);
     stream.setVersion(QDataStream::Qt_6_4);
     stream.startTransaction();
@@ -74,19 +73,19 @@ void InstanceHandover::read(QLocalSocket *peer) {
         return;
     }
     const QString file = QString::fromUtf8(path);
-    if (!QUtf8StringView(path).isValidUtf8() || !isAcceptable(file)) {
+    if (!QUtf8StringView(path).isValidUtf8() || !isValidFile(file)) {
         peer->abort();
         return;
     }
-    peer->write(&kUnderstood, 1);
+    peer->write(&kAccepted, 1);
     peer->flush();
     peer->disconnectFromServer();
     Q_EMIT startedAgain(file);
 }
 
 bool InstanceHandover::handOver(const QString &dataFolder, const QString &file,
-                                std::chrono::milliseconds patience) {
-    QDeadlineTimer deadline(patience);
+                                std::chrono::milliseconds timeout) {
+    QDeadlineTimer deadline(timeout);
     QLocalSocket socket;
     socket.connectToServer(socketPath(dataFolder));
     if (!socket.waitForConnected(int(deadline.remainingTime()))) {
@@ -98,8 +97,8 @@ bool InstanceHandover::handOver(const QString &dataFolder, const QString &file,
             break;
         }
     }
-    char answer = 0;
-    return socket.read(&answer, 1) == 1 && answer == kUnderstood;
+    char reply = 0;
+    return socket.read(&reply, 1) == 1 && reply == kAccepted;
 }
 
 } // namespace corvane

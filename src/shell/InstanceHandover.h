@@ -28,17 +28,17 @@ class InstanceHandover : public QObject {
     bool isListening() const { return m_server.isListening(); }
 
     /// Sends an absolute path, or an empty string for no file, to the listening process. Returns
-    /// false if it is not accepted within `patience`. Blocks; needs no event loop.
+    /// false if it is not accepted within `timeout`. Blocks; needs no event loop.
     static bool handOver(const QString &dataFolder, const QString &file,
-                         std::chrono::milliseconds patience);
+                         std::chrono::milliseconds timeout);
 
   Q_SIGNALS:
     /// The application was started again; `file` is empty if it was started without one.
     void startedAgain(const QString &file);
 
   private:
-    void take();
-    void read(QLocalSocket *peer);
+    void acceptConnections();
+    void readMessage(QLocalSocket *peer);
 
     QLocalServer m_server;
 };

@@ -10,12 +10,12 @@ const auto kNoSelectsHelp = QStringLiteral("Mark clips with the S flag in Review
 
 ProjectHeader::ProjectHeader(ProjectStore &store, QObject *parent)
     : QObject(parent), m_store(store) {
-    connect(&m_store, &ProjectStore::projectChanged, this, &ProjectHeader::follow);
-    connect(&m_store, &ProjectStore::statusMessageChanged, this, &ProjectHeader::follow);
-    follow();
+    connect(&m_store, &ProjectStore::projectChanged, this, &ProjectHeader::updateState);
+    connect(&m_store, &ProjectStore::statusMessageChanged, this, &ProjectHeader::updateState);
+    updateState();
 }
 
-void ProjectHeader::follow() {
+void ProjectHeader::updateState() {
     State state;
     if (const auto &project = m_store.project()) {
         state = {.projectName = project->displayName(),

@@ -43,7 +43,7 @@ class ProjectHeader : public QObject {
         bool operator==(const State &) const = default;
     };
 
-    void follow();
+    void updateState();
 
     ProjectStore &m_store;
     State m_state;

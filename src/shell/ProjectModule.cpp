@@ -14,12 +14,12 @@ namespace {
 Entry entry() {
     QLibrary module(
         paths::joined(QCoreApplication::applicationDirPath(), QStringLiteral("corvane-project")));
-    const auto found = reinterpret_cast<Entry>(module.resolve(kEntryName));
-    if (!found) {
+    const auto resolved = reinterpret_cast<Entry>(module.resolve(kEntryName));
+    if (!resolved) {
         throw Failure(
             QStringLiteral("A part of Corvane could not be loaded. %1").arg(module.errorString()));
     }
-    return found;
+    return resolved;
 }
 
 } // namespace

@@ -19,7 +19,6 @@ class ProjectSetup : public QObject {
     Q_PROPERTY(QString notes READ notes WRITE setNotes NOTIFY changed)
     Q_PROPERTY(bool createProjectFolder READ createProjectFolder WRITE setCreateProjectFolder NOTIFY
                    changed)
-    Q_PROPERTY(bool isCreating READ isCreating NOTIFY changed)
     Q_PROPERTY(bool canCreate READ canCreate NOTIFY changed)
     Q_PROPERTY(QString layoutPreview READ layoutPreview NOTIFY changed)
 

@@ -16,7 +16,7 @@ namespace {
 
 const char kScreenSaver[] = "org.freedesktop.ScreenSaver";
 
-QDBusMessage inhibitByLogin(const QString &why) {
+QDBusMessage loginManagerCall(const QString &why) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
         QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("Inhibit"));
@@ -25,7 +25,7 @@ QDBusMessage inhibitByLogin(const QString &why) {
     return call;
 }
 
-QDBusMessage toScreenSaver(const char *method) {
+QDBusMessage screenSaverCall(const char *method) {
     const QString name = QLatin1String(kScreenSaver);
     return QDBusMessage::createMethodCall(name, QStringLiteral("/org/freedesktop/ScreenSaver"),
                                           name, QLatin1String(method));
@@ -47,80 +47,80 @@ class SleepInhibitor::Request : public QObject {
     bool isHeld() const { return m_lock.isValid() || m_cookie; }
     bool isSettled() const { return m_isSettled; }
 
-    QCoro::Task<> askLogin() {
+    QCoro::Task<> requestFromLoginManager() {
         const QDBusConnection bus = co_await connectingExecutor().run(m_buses.system);
-        if (!m_isWanted) {
+        if (m_isReleased) {
             settle();
             co_return;
         }
-        ask(bus, inhibitByLogin(m_why), [this](const QDBusPendingCall &call) {
-            const QDBusPendingReply<QDBusUnixFileDescriptor> answer = call;
-            if (answer.isValid() && answer.value().isValid()) {
-                m_lock = answer.value();
+        send(bus, loginManagerCall(m_why), [this](const QDBusPendingCall &call) {
+            const QDBusPendingReply<QDBusUnixFileDescriptor> reply = call;
+            if (reply.isValid() && reply.value().isValid()) {
+                m_lock = reply.value();
                 settle();
             } else {
-                detach(askScreenSaver());
+                detach(requestFromScreenSaver());
             }
         });
     }
 
     void release() {
-        m_isWanted = false;
+        m_isReleased = true;
         if (m_isSettled) {
-            giveBack();
+            releaseInhibition();
             delete this;
         }
     }
 
   private:
-    QCoro::Task<> askScreenSaver() {
-        if (m_isWanted) {
+    QCoro::Task<> requestFromScreenSaver() {
+        if (!m_isReleased) {
             m_session = co_await connectingExecutor().run(m_buses.session);
         }
-        if (!m_isWanted) {
+        if (m_isReleased) {
             settle();
             co_return;
         }
-        QDBusMessage question = toScreenSaver("Inhibit");
-        question << QStringLiteral("Corvane") << m_why;
-        ask(*m_session, question, [this](const QDBusPendingCall &call) {
-            const QDBusPendingReply<uint> answer = call;
-            if (answer.isValid()) {
-                m_cookie = answer.value();
+        QDBusMessage message = screenSaverCall("Inhibit");
+        message << QStringLiteral("Corvane") << m_why;
+        send(*m_session, message, [this](const QDBusPendingCall &call) {
+            const QDBusPendingReply<uint> reply = call;
+            if (reply.isValid()) {
+                m_cookie = reply.value();
             }
             settle();
         });
     }
 
     /// Fails at once if the bus is not connected, because its calls would never finish.
-    void ask(const QDBusConnection &bus, const QDBusMessage &question,
-             std::function<void(const QDBusPendingCall &)> answered) {
+    void send(const QDBusConnection &bus, const QDBusMessage &message,
+              std::function<void(const QDBusPendingCall &)> onReply) {
         if (!bus.isConnected()) {
-            answered(QDBusPendingCall::fromError(bus.lastError()));
+            onReply(QDBusPendingCall::fromError(bus.lastError()));
             return;
         }
-        auto *const watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+        auto *const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this,
-                [watcher, answered = std::move(answered)] {
+                [watcher, onReply = std::move(onReply)] {
                     watcher->deleteLater();
-                    answered(*watcher);
+                    onReply(*watcher);
                 });
     }
 
     /// No further request follows.
     void settle() {
         m_isSettled = true;
-        if (!m_isWanted) {
-            giveBack();
+        if (m_isReleased) {
+            releaseInhibition();
             deleteLater();
         }
     }
 
     /// The login manager's lock is held as long as the descriptor is open.
-    void giveBack() {
+    void releaseInhibition() {
         m_lock = QDBusUnixFileDescriptor();
         if (m_cookie) {
-            QDBusMessage message = toScreenSaver("UnInhibit");
+            QDBusMessage message = screenSaverCall("UnInhibit");
             message << *m_cookie;
             m_session->send(message);
             m_cookie.reset();
@@ -129,7 +129,7 @@ class SleepInhibitor::Request : public QObject {
 
     QString m_why;
     Buses m_buses;
-    bool m_isWanted = true;
+    bool m_isReleased = false;
     bool m_isSettled = false;
     QDBusUnixFileDescriptor m_lock;
     std::optional<QDBusConnection> m_session;
@@ -141,7 +141,7 @@ SleepInhibitor::SleepInhibitor(const QString &why)
 
 SleepInhibitor::SleepInhibitor(const QString &why, Buses buses)
     : m_request(new Request(why, std::move(buses))) {
-    detach(m_request->askLogin());
+    detach(m_request->requestFromLoginManager());
 }
 
 SleepInhibitor::~SleepInhibitor() {

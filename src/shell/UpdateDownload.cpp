@@ -14,7 +14,7 @@ bool UpdateDownload::isAllowedAddress(const QUrl &address) {
 
 UpdateDownload::UpdateDownload(const QUrl &address, Clock &clock) {
     start(address);
-    m_timer = clock.after(kPatience, [this] { breakOff(QStringLiteral("it took too long")); });
+    m_timer = clock.after(kTimeout, [this] { abort(QStringLiteral("it took too long")); });
 }
 
 void UpdateDownload::start(const QUrl &address) {
@@ -22,8 +22,8 @@ void UpdateDownload::start(const QUrl &address) {
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::ManualRedirectPolicy);
     m_reply = m_network.get(request);
-    connect(m_reply, &QNetworkReply::downloadProgress, this, &UpdateDownload::checkSize);
-    connect(m_reply, &QNetworkReply::finished, this, &UpdateDownload::endOrFollow,
+    connect(m_reply, &QNetworkReply::downloadProgress, this, &UpdateDownload::enforceSizeLimit);
+    connect(m_reply, &QNetworkReply::finished, this, &UpdateDownload::handleReply,
             Qt::QueuedConnection);
 }
 
@@ -34,31 +34,31 @@ QString UpdateDownload::problem() const {
     return m_problem;
 }
 
-void UpdateDownload::endOrFollow() {
+void UpdateDownload::handleReply() {
     const QUrl target = m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
     if (m_problem.isEmpty() && !target.isEmpty()) {
         const QUrl address = m_reply->url().resolved(target);
         if (++m_redirects > kRedirectLimit) {
-            m_problem = QStringLiteral("it leads on more than %1 times").arg(kRedirectLimit);
+            m_problem = QStringLiteral("it redirects more than %1 times").arg(kRedirectLimit);
         } else if (isAllowedAddress(address)) {
             start(address);
             return;
         } else {
-            m_problem = QStringLiteral("it leads to %1").arg(address.toString());
+            m_problem = QStringLiteral("it redirects to %1").arg(address.toString());
         }
     }
     Q_EMIT finished();
 }
 
-void UpdateDownload::checkSize(qint64 received, qint64 total) {
+void UpdateDownload::enforceSizeLimit(qint64 received, qint64 total) {
     if (std::max(received, total) > kSizeLimit) {
-        breakOff(QStringLiteral("it is larger than %1 bytes").arg(kSizeLimit));
+        abort(QStringLiteral("it is larger than %1 bytes").arg(kSizeLimit));
     }
 }
 
-void UpdateDownload::breakOff(const QString &why) {
+void UpdateDownload::abort(const QString &reason) {
     if (m_problem.isEmpty()) {
-        m_problem = why;
+        m_problem = reason;
         m_reply->abort(); // no-op if it is finished
     }
 }

@@ -15,7 +15,7 @@ class UpdateDownload : public QObject {
   public:
     static constexpr qint64 kSizeLimit = 64 << 10;
     static constexpr int kRedirectLimit = 3;
-    static constexpr std::chrono::milliseconds kPatience{15'000};
+    static constexpr std::chrono::milliseconds kTimeout{15'000};
 
     /// True for https, and for http on the local machine.
     static bool isAllowedAddress(const QUrl &address);
@@ -34,9 +34,9 @@ class UpdateDownload : public QObject {
 
   private:
     void start(const QUrl &address);
-    void endOrFollow();
-    void checkSize(qint64 received, qint64 total);
-    void breakOff(const QString &why);
+    void handleReply();
+    void enforceSizeLimit(qint64 received, qint64 total);
+    void abort(const QString &reason);
 
     QNetworkAccessManager m_network;
     QNetworkReply *m_reply = nullptr; ///< of the latest redirect; a child of the manager

@@ -7,7 +7,7 @@
 
 namespace corvane::test {
 
-/// Keeps what a command prints.
+/// Records the output of commands.
 class TestConsole : public Console {
   public:
     explicit TestConsole(QString dataFolder) : m_dataFolder(std::move(dataFolder)) {}
@@ -31,10 +31,10 @@ class TestConsole : public Console {
     QString m_dataFolder;
 };
 
-/// Runs commands in the process, on data and a folder of the test's own.
+/// Runs commands in this process, with a data folder and a folder for each test.
 class CliTest : public testing::Test {
   protected:
-    /// Splits the text at blanks; "P" stands for the project file and "@name" for a path in the
+    /// Splits the line at spaces and replaces "P" by the project file and "@name" by a path in the
     /// test's folder.
     int run(const char *line) {
         console.output.clear();
@@ -50,7 +50,7 @@ class CliTest : public testing::Test {
         return runCli(arguments, console);
     }
 
-    /// Runs the command with --json and gives the one object that it must print.
+    /// Runs the command with --json and returns the object it prints.
     JSONValue::Object json(const char *line, int status = kAllDone) {
         EXPECT_EQ(run((QByteArray(line) + " --json").constData()), status)
             << line << console.error.data();
@@ -75,7 +75,16 @@ class CliTest : public testing::Test {
         return value.string() ? *value.string() : QString();
     }
 
-    /// One member of each row, in the rows' order.
+    /// Expects the members of a JSON object. The object may have more.
+    static void expectMembers(const JSONValue::Object &object, const QByteArray &expected) {
+        const JSONValue members = JSONDocument::parse(expected).root().toValue();
+        for (auto member = members.object()->cbegin(); member != members.object()->cend();
+             ++member) {
+            EXPECT_EQ(object.value(member.key()), member.value()) << member.key().toStdString();
+        }
+    }
+
+    /// The values of a text member in all rows.
     static QStringList column(const JSONValue::Array &rows, const char *key) {
         QStringList texts;
         for (const JSONValue &row : rows) {
@@ -84,7 +93,7 @@ class CliTest : public testing::Test {
         return texts;
     }
 
-    /// A project with so many clips in place: clip1.mp4, clip2.mp4, ...
+    /// Creates a project and imports the clips clip1.mp4, clip2.mp4, ... without copying them.
     void createWithClips(int count) {
         for (int index = 1; index <= count; ++index) {
             folder.write(QStringLiteral("card/clip%1.mp4").arg(index), noise(5000, quint32(index)));

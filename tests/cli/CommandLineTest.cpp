@@ -13,7 +13,7 @@ class CommandLine : public CliTest {};
 
 } // namespace
 
-TEST_F(CommandLine, RefusesWrongUsageWithStatusTwoAndSaysWhatIsWrong) {
+TEST_F(CommandLine, ExplainsWrongUsageWithStatusTwo) {
     createWithClips(1);
     const QByteArray before = folder.read(QStringLiteral("p/Harbor.corvane"));
     const std::pair<const char *, const char *> wrong[] = {
@@ -41,6 +41,7 @@ TEST_F(CommandLine, RefusesWrongUsageWithStatusTwoAndSaysWhatIsWrong) {
         {"subclip P clip1.mp4 -- -1 1", "IN takes seconds"},
         {"subclip P clip1.mp4 0 1s", "OUT takes seconds"},
         {"handoff P", "--to is missing."},
+        {"handoff P --to @out --output hd-only", "--output takes"},
         {"export P --mode slow", "--mode takes fast-copy or accurate-transcode"},
         {"export P --output hd", "--output takes"},
         {"export P --naming keepOriginal", "--naming takes keep-original"},
@@ -59,7 +60,7 @@ TEST_F(CommandLine, RefusesWrongUsageWithStatusTwoAndSaysWhatIsWrong) {
     EXPECT_FALSE(folder.has(QStringLiteral("p/other.corvane")));
 }
 
-TEST_F(CommandLine, PrintsOneJSONObjectWhateverHappens) {
+TEST_F(CommandLine, PrintsOneJSONObjectEvenOnFailure) {
     EXPECT_THAT(text(json("info @missing.corvane", kRefused), "error").toStdString(),
                 StartsWith("Open failed: Failed to read "));
     EXPECT_THAT(text(json("info", kWrongUsage), "error").toStdString(), HasSubstr("missing"));
@@ -68,7 +69,7 @@ TEST_F(CommandLine, PrintsOneJSONObjectWhateverHappens) {
     EXPECT_FALSE(text(json("--version"), "version").isEmpty());
 }
 
-TEST_F(CommandLine, HelpsWithTheProgramAndWithEachCommand) {
+TEST_F(CommandLine, PrintsHelpForTheProgramAndEachCommand) {
     EXPECT_EQ(run("--help"), kAllDone);
     for (const Command &command : commands()) {
         EXPECT_THAT(console.output.toStdString(), HasSubstr("  " + command.name.toStdString()));
@@ -81,7 +82,7 @@ TEST_F(CommandLine, HelpsWithTheProgramAndWithEachCommand) {
     }
 }
 
-TEST_F(CommandLine, IsRefusedWhileAnotherProcessHoldsTheDataUnlessItNeedsNone) {
+TEST_F(CommandLine, RefusesCommandsThatNeedDataLockedByAnotherProcess) {
     createWithClips(1);
     const InstanceLock lock(console.dataFolder());
     EXPECT_EQ(run("list P"), kRefused);
@@ -93,20 +94,19 @@ TEST_F(CommandLine, IsRefusedWhileAnotherProcessHoldsTheDataUnlessItNeedsNone) {
     EXPECT_EQ(run("anchor @card/clip1.mp4"), kAllDone);
 }
 
-TEST_F(CommandLine, MakesAnAnchorAndTellsWhetherAFileStillMatchesIt) {
+TEST_F(CommandLine, VerifiesFilesAgainstAnchors) {
     const QString file = folder.write(QStringLiteral("clip.mov"), "bytes");
     const QString anchor = text(json("anchor @clip.mov"), "anchor");
     const QByteArray verify = "verify " + anchor.toUtf8() + " @clip.mov";
-    EXPECT_EQ(text(json(verify.constData()), "result"), QStringLiteral("matches"));
+    expectMembers(json(verify.constData()), R"({"result": "matches"})");
     folder.write(QStringLiteral("clip.mov"), "other");
-    EXPECT_EQ(text(json(verify.constData(), kRefused), "result"), QStringLiteral("mismatches"));
-    EXPECT_EQ(text(json("verify nothing @clip.mov", kRefused), "result"),
-              QStringLiteral("unverifiable"));
+    expectMembers(json(verify.constData(), kRefused), R"({"result": "mismatches"})");
+    expectMembers(json("verify nothing @clip.mov", kRefused), R"({"result": "unverifiable"})");
     EXPECT_EQ(run("anchor @missing.mov"), kRefused);
     EXPECT_THAT(console.error.toStdString(), StartsWith("Failed to read missing.mov: "));
 }
 
-TEST_F(CommandLine, LetsNoFileNameDriveTheTerminal) {
+TEST_F(CommandLine, RemovesControlCharactersOfFileNames) {
     folder.write(QStringLiteral("card/a\x1b[2J\n.mp4"), "bytes");
     EXPECT_EQ(run("scan @card"), kAllDone);
     EXPECT_FALSE(console.output.contains('\x1b'));

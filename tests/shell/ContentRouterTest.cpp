@@ -22,9 +22,9 @@ class ProjectSetupTest : public ShellTest {
     ProjectSetup &setup = *app.setup();
 
     void SetUp() override { Q_EMIT app.requests()->newProjectRequested(); }
-    /// Presses the button and waits for the end of it.
-    void create(const QString &answer) {
-        panels.answer = answer;
+    /// Creates the project at the path chosen in the panel.
+    void create(const QString &path) {
+        panels.answer = path;
         setup.create();
         waitUntil([this] { return !setup.isCreating(); });
     }
@@ -32,7 +32,7 @@ class ProjectSetupTest : public ShellTest {
 
 } // namespace
 
-TEST_F(ContentRouterTest, ShowsTheScreenOfTheStateOfTheSession) {
+TEST_F(ContentRouterTest, ShowsTheScreenForTheSessionState) {
     ContentRouter &router = *app.router();
     EXPECT_EQ(router.screen(), Screen::Home);
     Q_EMIT app.requests()->newProjectRequested();
@@ -41,22 +41,22 @@ TEST_F(ContentRouterTest, ShowsTheScreenOfTheStateOfTheSession) {
     open(file);
     EXPECT_EQ(router.screen(), Screen::Project);
     await(app.store().closeProject());
-    EXPECT_EQ(router.screen(), Screen::Home) << "the request for setup went when a project came";
+    EXPECT_EQ(router.screen(), Screen::Home) << "opening a project leaves the setup";
     EXPECT_TRUE(app.setup()->projectName().isEmpty());
 }
 
-TEST_F(ContentRouterTest, EveryRoadToAFileThatFailsShowsOneAlertAndKeepsWhatIsOpen) {
+TEST_F(ContentRouterTest, AnInvalidFileShowsAnAlertAndTheOpenProjectStays) {
     open(file);
     await(app.store().flushPendingSave());
     panels.answer = bad;
     ContentRouter &router = *app.router();
-    const std::function<void()> roads[] = {
+    const std::function<void()> openBad[] = {
         [&] { router.open(bad); },
         [&] { Q_EMIT app.requests()->openProjectRequested(); },
         [&] { router.openDropped({QUrl::fromLocalFile(bad)}); },
     };
-    for (const auto &road : roads) {
-        road();
+    for (const auto &open : openBad) {
+        open();
         waitUntil([&] { return router.hasError(); });
         EXPECT_EQ(
             alert(),
@@ -69,7 +69,7 @@ TEST_F(ContentRouterTest, EveryRoadToAFileThatFailsShowsOneAlertAndKeepsWhatIsOp
     EXPECT_EQ(panels.shown, 1);
 }
 
-TEST_F(ContentRouterTest, OnlyOneProjectFileCanBeDropped) {
+TEST_F(ContentRouterTest, AcceptsOneDroppedProjectFile) {
     const QUrl project = QUrl::fromLocalFile(file);
     EXPECT_TRUE(ContentRouter::canOpenDropped({project}));
     EXPECT_TRUE(ContentRouter::canOpenDropped({QUrl(QStringLiteral("file:///a/B.CORVANE"))}));
@@ -79,22 +79,22 @@ TEST_F(ContentRouterTest, OnlyOneProjectFileCanBeDropped) {
     EXPECT_FALSE(ContentRouter::canOpenDropped({QUrl(QStringLiteral("https://a/b.corvane"))}));
 }
 
-TEST_F(ContentRouterTest, RecentRowsFollowTheListAndAreForgottenWithoutTheirFiles) {
+TEST_F(ContentRouterTest, RecentProjectsAreOpenedAndRemovedWithoutTheirFiles) {
     const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
     RecentProjectsModel &recents = *app.recents();
-    const auto told = [&](int row, RecentProjectsModel::Role role) {
+    const auto textAt = [&](int row, RecentProjectsModel::Role role) {
         return recents.data(recents.index(row), role).toString();
     };
     open(file);
     clock.advance(std::chrono::seconds(1));
     open(other);
     ASSERT_EQ(recents.count(), 2);
-    EXPECT_EQ(told(0, RecentProjectsModel::FilePathRole), other);
-    EXPECT_EQ(told(1, RecentProjectsModel::CountTextRole), QStringLiteral("2 videos"));
+    EXPECT_EQ(textAt(0, RecentProjectsModel::FilePathRole), other);
+    EXPECT_EQ(textAt(1, RecentProjectsModel::CountTextRole), QStringLiteral("2 videos"));
     clock.advance(std::chrono::seconds(1));
     QSignalSpy moves(&recents, &QAbstractItemModel::rowsMoved);
     recents.open(1);
-    waitUntil([&] { return told(0, RecentProjectsModel::FilePathRole) == file; });
+    waitUntil([&] { return textAt(0, RecentProjectsModel::FilePathRole) == file; });
     EXPECT_EQ(moves.count(), 1);
 
     recents.remove(0);
@@ -104,12 +104,12 @@ TEST_F(ContentRouterTest, RecentRowsFollowTheListAndAreForgottenWithoutTheirFile
     recents.open(0);
     waitUntil([&] { return app.router()->hasError(); });
     EXPECT_THAT(alert().toStdString(), StartsWith("Open failed: Failed to read "));
-    EXPECT_EQ(recents.count(), 1) << "the entry stays until its user removes it";
+    EXPECT_EQ(recents.count(), 1) << "the entry stays until the user removes it";
     recents.remove(5);
     recents.open(-1);
 }
 
-TEST_F(ContentRouterTest, TheHeaderTellsTheProjectAndWhyItsButtonsAreOff) {
+TEST_F(ContentRouterTest, TheHeaderShowsTheProjectAndExplainsDisabledButtons) {
     ProjectHeader &header = *app.header();
     open(file);
     EXPECT_EQ(header.projectName(), app.store().project()->displayName());
@@ -123,26 +123,20 @@ TEST_F(ContentRouterTest, TheHeaderTellsTheProjectAndWhyItsButtonsAreOff) {
                              "(Shift-Cmd-E)"));
 }
 
-TEST_F(ProjectSetupTest, OnlyAValidNameCanBeCreated) {
-    const std::pair<QString, bool> names[] = {
-        {QString(), false},
-        {QStringLiteral("  \t\n"), false},
-        {QStringLiteral(".hidden"), false},
-        {QStringLiteral("  .hidden"), false},
-        {QStringLiteral("a/b"), false},
-        {QStringLiteral(" Día 2 – \U0001F30A "), true},
-        {QStringLiteral("a.b"), true},
-        {QString(300, QLatin1Char('x')), true},
-    };
+TEST_F(ProjectSetupTest, RequiresAValidName) {
+    const std::string tooLongForAFile(300, 'x');
+    const std::pair<std::string, bool> names[] = {
+        {"", false},    {"  \t\n", false}, {".hidden", false},     {"  .hidden", false},
+        {"a/b", false}, {"a.b", true},     {" Día 2 – 🌊 ", true}, {tooLongForAFile, true}};
     for (const auto &[name, isValid] : names) {
-        setup.setProjectName(name);
-        EXPECT_EQ(setup.canCreate(), isValid) << name.toStdString();
+        setup.setProjectName(QString::fromStdString(name));
+        EXPECT_EQ(setup.canCreate(), isValid) << name;
         setup.create();
-        EXPECT_EQ(std::exchange(panels.shown, 0), isValid ? 1 : 0) << name.toStdString();
+        EXPECT_EQ(std::exchange(panels.shown, 0), isValid ? 1 : 0) << name;
     }
 }
 
-TEST_F(ProjectSetupTest, ThePreviewFollowsNameAndLayout) {
+TEST_F(ProjectSetupTest, PreviewsTheLayout) {
     EXPECT_EQ(setup.layoutPreview(),
               QStringLiteral("<parent>/MyProject/\n"
                              "    MyProject.corvane\n"
@@ -153,11 +147,11 @@ TEST_F(ProjectSetupTest, ThePreviewFollowsNameAndLayout) {
     EXPECT_EQ(setup.layoutPreview(), QStringLiteral("<parent>/100%1.corvane"));
 }
 
-TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithWhatWasTyped) {
+TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithTheFields) {
     setup.setProjectName(QStringLiteral(" Tidewater "));
     setup.setIncludeShootDate(true);
     setup.setShootDateText(QStringLiteral("2024-02-30"));
-    EXPECT_EQ(setup.shootDate(), clock.now().toLocalTime().date()) << "no such day";
+    EXPECT_EQ(setup.shootDate(), clock.now().toLocalTime().date()) << "an invalid date is ignored";
     setup.setShootDateText(QStringLiteral("2024-02-29"));
     setup.setClientOrSeries(QStringLiteral("  "));
     setup.setNotes(QStringLiteral("Low water 14:20.\n"));
@@ -191,7 +185,7 @@ TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithWhatWasTyped) {
     EXPECT_FALSE(plain.shootDate);
 }
 
-TEST_F(ProjectSetupTest, WhatCannotBeCreatedIsToldAndEveryFieldStays) {
+TEST_F(ProjectSetupTest, AFailureShowsAnAlertAndTheFieldsStay) {
     folder.write(QStringLiteral("file"), "in the way");
     const QString longName(300, QLatin1Char('x'));
     const std::tuple<QString, bool, QString, QString> failures[] = {
@@ -203,12 +197,12 @@ TEST_F(ProjectSetupTest, WhatCannotBeCreatedIsToldAndEveryFieldStays) {
         {QStringLiteral("a\0b"), true, QStringLiteral("x"), QStringLiteral("Invalid argument")},
     };
     setup.setNotes(QStringLiteral("kept"));
-    for (const auto &[name, makesFolder, chosen, why] : failures) {
+    for (const auto &[name, createsFolder, path, reason] : failures) {
         setup.setProjectName(name);
-        setup.setCreateProjectFolder(makesFolder);
-        create(folder.at(chosen));
+        setup.setCreateProjectFolder(createsFolder);
+        create(folder.at(path));
         EXPECT_THAT(alert().toStdString(), StartsWith("Create failed: Failed to write "));
-        EXPECT_THAT(alert().toStdString(), EndsWith(why.toStdString()));
+        EXPECT_THAT(alert().toStdString(), EndsWith(reason.toStdString()));
         EXPECT_EQ(app.router()->screen(), Screen::Setup);
         EXPECT_EQ(setup.projectName(), name);
         EXPECT_EQ(setup.notes(), QStringLiteral("kept"));

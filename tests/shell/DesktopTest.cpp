@@ -14,24 +14,24 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A second start, on a thread of its own as in a process of its own.
+/// Simulates a second process with a thread.
 bool handOver(const QString &dataFolder, const QString &file) {
     std::atomic<bool> isDone = false;
-    bool wasTaken = false;
+    bool isAccepted = false;
     const std::jthread second([&] {
-        wasTaken = InstanceHandover::handOver(dataFolder, file, 5s);
+        isAccepted = InstanceHandover::handOver(dataFolder, file, 5s);
         isDone = true;
     });
     waitUntil([&] { return isDone.load(); });
-    return wasTaken;
+    return isAccepted;
 }
 
 } // namespace
 
-TEST(InstanceHandover, ASecondStartHandsItsFileToTheFirst) {
+TEST(InstanceHandover, ASecondStartPassesItsFileToTheFirst) {
     const TestFolder folder;
     for (const QString &data : {folder.path(), folder.folder(QString(120, QLatin1Char('d')))}) {
-        EXPECT_FALSE(InstanceHandover::handOver(data, {}, 1s)) << "nobody listens";
+        EXPECT_FALSE(InstanceHandover::handOver(data, {}, 1s)) << "no process listens";
         InstanceHandover first(data);
         ASSERT_TRUE(first.isListening());
         QSignalSpy started(&first, &InstanceHandover::startedAgain);
@@ -45,14 +45,14 @@ TEST(InstanceHandover, ASecondStartHandsItsFileToTheFirst) {
     }
 }
 
-TEST(InstanceHandover, ATalkerOfNonsenseIsHungUpOnAndTheNextIsHeard) {
+TEST(InstanceHandover, DisconnectsInvalidMessagesAndKeepsListening) {
     const TestFolder folder;
     InstanceHandover first(folder.path());
-    for (const QByteArray &nonsense :
+    for (const QByteArray &invalid :
          {QByteArray(100'000, '\x7f'), QByteArray("\0\0\0\2\xff\xfe", 6)}) {
         QLocalSocket peer;
         peer.connectToServer(folder.at(QStringLiteral("handover")));
-        peer.write(nonsense);
+        peer.write(invalid);
         waitUntil([&] { return peer.state() == QLocalSocket::UnconnectedState; });
     }
     EXPECT_TRUE(handOver(folder.path(), QStringLiteral("/a.corvane")));
@@ -60,7 +60,7 @@ TEST(InstanceHandover, ATalkerOfNonsenseIsHungUpOnAndTheNextIsHeard) {
 
 namespace {
 
-/// A file browser on the bus.
+/// A file browser on the test's bus.
 class FileBrowser : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
@@ -74,7 +74,7 @@ class FileBrowser : public QObject {
 
 } // namespace
 
-TEST(FileReveal, AsksTheFileBrowserAndElseOpensTheFolder) {
+TEST(FileReveal, UsesTheFileBrowserOrOpensTheFolder) {
     const TestBus bus;
     ASSERT_TRUE(bus.isRunning());
     const QString &address = bus.address();
@@ -103,7 +103,7 @@ TEST(FileReveal, AsksTheFileBrowserAndElseOpensTheFolder) {
     QDBusConnection::disconnectFromBus(QStringLiteral("browser"));
 }
 
-TEST(DialogFilePanels, OneDialogIsUpAtATimeAndOnlyAFileOfThisMachineIsAnAnswer) {
+TEST(DialogFilePanels, ShowsOneDialogAtATimeAndAcceptsLocalFilesOnly) {
     DialogFilePanels dialogs;
     QSignalSpy requested(&dialogs, &DialogFilePanels::dialogRequested);
     QStringList chosen;

@@ -7,7 +7,7 @@
 using namespace corvane;
 using namespace corvane::test;
 
-TEST(HelpDocument, EachLineIsOneBlockByTheFirstMarkThatMatches) {
+TEST(HelpDocument, EachLineIsABlockOfTheFirstMatchingKind) {
     const QList<std::pair<QString, HelpDocument::Block>> lines{
         {QStringLiteral(""), {}},
         {QStringLiteral(" \t "), {}},
@@ -34,7 +34,7 @@ TEST(HelpDocument, EachLineIsOneBlockByTheFirstMarkThatMatches) {
     EXPECT_EQ(HelpDocument::parse(texts.join(QLatin1Char('\n'))), blocks);
 }
 
-TEST(HelpDocument, InlineFormsBecomeTagsAndAllElseShowsAsWritten) {
+TEST(HelpDocument, InlineFormsBecomeTagsAndOtherTextIsEscaped) {
     const std::pair<const char *, const char *> lines[] = {
         {"plain", "plain"},
         {"**b** and *i* and `c`", "<b>b</b> and <i>i</i> and <code>c</code>"},
@@ -66,15 +66,15 @@ TEST(HelpDocument, InlineFormsBecomeTagsAndAllElseShowsAsWritten) {
     }
 }
 
-TEST(HelpDocument, AGuideThatIsMissingOrCannotBeReadIsToldInItsPlace) {
+TEST(HelpDocument, AMissingOrUnreadableGuideShowsAnError) {
     const TestFolder folder;
     const std::pair<QString, const char *> guides[] = {
         {folder.at(QStringLiteral("none.md")), "UserGuide.md not found in bundle."},
         {folder.folder(QStringLiteral("folder")), "Could not read UserGuide.md: "},
         {folder.write(QStringLiteral("latin1.md"), "caf\xe9"), "Could not read UserGuide.md: "},
     };
-    for (const auto &[place, message] : guides) {
-        HelpDocument help(place);
+    for (const auto &[path, message] : guides) {
+        HelpDocument help(path);
         EXPECT_TRUE(help.isLoading());
         help.load();
         EXPECT_THAT(help.loadError().toStdString(), testing::StartsWith(message));
@@ -88,7 +88,7 @@ TEST(HelpDocument, AGuideThatIsMissingOrCannotBeReadIsToldInItsPlace) {
     EXPECT_EQ(help.data(help.index(2), HelpDocument::TextRole), QStringLiteral("<i>b</i>"));
 }
 
-TEST(HelpDocument, OnlyWebAndMailLinksLeaveTheProgram) {
+TEST(HelpDocument, OpensWebAndMailLinksOnly) {
     for (const char *const address :
          {"https://a.example", "http://a.example", "mailto:a@b.example"}) {
         EXPECT_TRUE(HelpDocument::isAllowedLink(QLatin1String(address))) << address;

@@ -16,7 +16,7 @@
 
 namespace corvane::test {
 
-/// Keeps what is logged while it lives, each line as "category: text".
+/// Captures log lines during its lifetime, as "category: text".
 class LogCapture {
   public:
     LogCapture() { s_lines.clear(); }
@@ -34,18 +34,18 @@ class LogCapture {
     QtMessageHandler m_previous = qInstallMessageHandler(keep);
 };
 
-/// Runs the event loop until it holds; what never comes ends as a failure.
-inline void waitUntil(const std::function<bool()> &holds) {
+/// Runs the event loop until the condition holds; fails after 20 s.
+inline void waitUntil(const std::function<bool()> &condition) {
     const QDeadlineTimer deadline(20'000);
     QTimer wakes;
     wakes.start(5);
-    while (!holds() && !deadline.hasExpired()) {
+    while (!condition() && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
     }
-    EXPECT_TRUE(holds());
+    EXPECT_TRUE(condition());
 }
 
-/// The program without its windows, on data and a folder of the test's own.
+/// The application without its windows, with a data folder for each test.
 class ShellTest : public testing::Test {
   protected:
     explicit ShellTest(CorvaneApp::MakeProjectScreen makeProjectScreen = {})
@@ -66,7 +66,7 @@ class ShellTest : public testing::Test {
         return path;
     }
     void open(const QString &file) { await(app.store().openProject(file)); }
-    /// What the alert says; nothing while there is none.
+    /// The text of the alert; empty if there is none.
     QString alert() { return app.router()->hasError() ? app.router()->errorMessage() : QString(); }
     AppCommand &command(const char *id) { return *app.commands()->command(QLatin1String(id)); }
 

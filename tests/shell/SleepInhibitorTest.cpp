@@ -15,92 +15,90 @@ using namespace corvane::test;
 
 namespace {
 
-/// A login manager whose lock is the writing end of a pipe, so that the test sees it close.
-class LoginManager : public QObject, protected QDBusContext {
+/// A service that records a request and can delay its reply.
+class DesktopService : public QObject, protected QDBusContext {
+    Q_OBJECT
+
+  public:
+    QStringList requested;
+    bool isDelayed = false;
+
+    void reply(const QVariant &value) {
+        QDBusConnection(QStringLiteral("desktop")).send(m_request.createReply(value));
+    }
+
+  protected:
+    void record(const QStringList &arguments) {
+        requested = arguments;
+        if (isDelayed) {
+            setDelayedReply(true);
+            m_request = message();
+        }
+    }
+
+  private:
+    QDBusMessage m_request;
+};
+
+/// A login manager whose lock is the write end of a pipe, so that the test can see it close.
+class LoginManager : public DesktopService {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
 
   public:
     ~LoginManager() override {
-        if (m_reading >= 0) {
-            ::close(m_reading);
+        if (m_readEnd >= 0) {
+            ::close(m_readEnd);
         }
     }
 
-    QStringList asked;
     bool refuses = false;
-    bool waits = false;
 
-    void answer() {
-        QDBusConnection desktop(QStringLiteral("desktop"));
-        desktop.send(m_question.createReply(QVariant::fromValue(makeLock())));
+    QDBusUnixFileDescriptor makeLock() {
+        int ends[2] = {-1, -1};
+        EXPECT_EQ(::pipe2(ends, O_NONBLOCK | O_CLOEXEC), 0);
+        m_readEnd = ends[0];
+        QDBusUnixFileDescriptor lock;
+        lock.giveFileDescriptor(ends[1]);
+        return lock;
     }
-    bool lockIsClosed() const {
+    bool isLockClosed() const {
         char byte = 0;
-        return m_reading >= 0 && ::read(m_reading, &byte, 1) == 0;
+        return m_readEnd >= 0 && ::read(m_readEnd, &byte, 1) == 0;
     }
 
   public Q_SLOTS:
     QDBusUnixFileDescriptor Inhibit(const QString &what, const QString &who, const QString &why,
                                     const QString &mode) {
-        asked = {what, who, why, mode};
+        record({what, who, why, mode});
         if (refuses) {
             sendErrorReply(QDBusError::AccessDenied, QStringLiteral("no"));
-            return {};
         }
-        if (waits) {
-            setDelayedReply(true);
-            m_question = message();
-            return {};
-        }
-        return makeLock();
+        return refuses || isDelayed ? QDBusUnixFileDescriptor() : makeLock();
     }
 
   private:
-    QDBusUnixFileDescriptor makeLock() {
-        int ends[2] = {-1, -1};
-        EXPECT_EQ(::pipe2(ends, O_NONBLOCK | O_CLOEXEC), 0);
-        m_reading = ends[0];
-        QDBusUnixFileDescriptor lock;
-        lock.giveFileDescriptor(ends[1]);
-        return lock;
-    }
-
-    int m_reading = -1;
-    QDBusMessage m_question;
+    int m_readEnd = -1;
 };
 
-class ScreenSaver : public QObject, protected QDBusContext {
+class ScreenSaver : public DesktopService {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
 
   public:
-    QStringList asked;
-    QList<uint> letGo;
-    bool waits = false;
-
-    void answer() {
-        QDBusConnection(QStringLiteral("desktop")).send(m_question.createReply(kCookie));
-    }
-
     static constexpr uint kCookie = 4711;
+
+    QList<uint> released;
 
   public Q_SLOTS:
     uint Inhibit(const QString &who, const QString &why) {
-        asked = {who, why};
-        if (waits) {
-            setDelayedReply(true);
-            m_question = message();
-        }
+        record({who, why});
         return kCookie;
     }
-    void UnInhibit(uint cookie) { letGo.append(cookie); }
-
-  private:
-    QDBusMessage m_question;
+    void UnInhibit(uint cookie) { released.append(cookie); }
 };
 
-/// A bus of the test's own with the services of a desktop.
+/// A private bus with the services of a desktop.
 class SleepInhibitorTest : public testing::Test {
   protected:
     void SetUp() override {
@@ -109,7 +107,7 @@ class SleepInhibitorTest : public testing::Test {
     }
     void TearDown() override {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        for (const char *name : {"desktop", "asking"}) {
+        for (const char *name : {"desktop", "client"}) {
             QDBusConnection::disconnectFromBus(QLatin1String(name));
         }
     }
@@ -128,8 +126,8 @@ class SleepInhibitorTest : public testing::Test {
         provide("org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver", &screenSaver);
     }
     SleepInhibitor::Buses buses() const {
-        const auto asking = [this] { return connectTo(QStringLiteral("asking")); };
-        return {asking, asking};
+        const auto client = [this] { return connectTo(QStringLiteral("client")); };
+        return {client, client};
     }
 
     TestBus bus;
@@ -140,54 +138,55 @@ class SleepInhibitorTest : public testing::Test {
 
 } // namespace
 
-TEST_F(SleepInhibitorTest, HoldsTheLoginManagersLockUntilItIsDropped) {
+TEST_F(SleepInhibitorTest, HoldsTheLoginManagersLockForItsLifetime) {
     provideLogin();
     auto inhibitor = std::make_unique<SleepInhibitor>(why, buses());
-    EXPECT_FALSE(inhibitor->isHeld()) << "it was asked without waiting";
+    EXPECT_FALSE(inhibitor->isHeld()) << "the request doesn't block";
     waitUntil([&] { return inhibitor->isHeld(); });
-    EXPECT_EQ(login.asked, (QStringList{QStringLiteral("sleep:idle"), QStringLiteral("Corvane"),
-                                        why, QStringLiteral("block")}));
-    EXPECT_FALSE(login.lockIsClosed());
+    EXPECT_EQ(login.requested, (QStringList{QStringLiteral("sleep:idle"), QStringLiteral("Corvane"),
+                                            why, QStringLiteral("block")}));
+    EXPECT_FALSE(login.isLockClosed());
     inhibitor.reset();
-    waitUntil([&] { return login.lockIsClosed(); });
+    waitUntil([&] { return login.isLockClosed(); });
 }
 
-TEST_F(SleepInhibitorTest, AsksTheScreenSaverWhereTheLoginManagerRefuses) {
+TEST_F(SleepInhibitorTest, UsesTheScreenSaverIfTheLoginManagerRefuses) {
     login.refuses = true;
     provideLogin();
     provideScreenSaver();
     auto inhibitor = std::make_unique<SleepInhibitor>(why, buses());
     waitUntil([&] { return inhibitor->isHeld(); });
-    EXPECT_EQ(screenSaver.asked, (QStringList{QStringLiteral("Corvane"), why}));
+    EXPECT_EQ(screenSaver.requested, (QStringList{QStringLiteral("Corvane"), why}));
     inhibitor.reset();
-    waitUntil([&] { return !screenSaver.letGo.isEmpty(); });
-    EXPECT_EQ(screenSaver.letGo, QList<uint>{ScreenSaver::kCookie});
+    waitUntil([&] { return !screenSaver.released.isEmpty(); });
+    EXPECT_EQ(screenSaver.released, QList<uint>{ScreenSaver::kCookie});
 }
 
-TEST_F(SleepInhibitorTest, LetsGoWhenTheAnswerComesAfterItWasDropped) {
-    login.waits = true;
+TEST_F(SleepInhibitorTest, ReleasesAnInhibitionThatIsGrantedAfterItsEnd) {
+    login.isDelayed = true;
     provideLogin();
     auto inhibitor = std::make_unique<SleepInhibitor>(why, buses());
-    waitUntil([&] { return !login.asked.isEmpty(); });
+    waitUntil([&] { return !login.requested.isEmpty(); });
     inhibitor.reset();
-    login.answer();
-    waitUntil([&] { return login.lockIsClosed(); });
+    login.reply(QVariant::fromValue(login.makeLock()));
+    waitUntil([&] { return login.isLockClosed(); });
 
-    login.waits = false;
+    login.isDelayed = false;
     login.refuses = true;
-    screenSaver.waits = true;
+    screenSaver.isDelayed = true;
     provideScreenSaver();
     inhibitor = std::make_unique<SleepInhibitor>(why, buses());
-    waitUntil([&] { return !screenSaver.asked.isEmpty(); });
+    waitUntil([&] { return !screenSaver.requested.isEmpty(); });
     inhibitor.reset();
-    screenSaver.answer();
-    waitUntil([&] { return !screenSaver.letGo.isEmpty(); });
+    screenSaver.reply(ScreenSaver::kCookie);
+    waitUntil([&] { return !screenSaver.released.isEmpty(); });
 }
 
-TEST_F(SleepInhibitorTest, IsNothingWithoutServicesOrWithoutABus) {
-    const auto none = [] { return QDBusConnection(QStringLiteral("no such bus")); };
-    for (const SleepInhibitor::Buses &tried : {buses(), SleepInhibitor::Buses{none, none}}) {
-        const SleepInhibitor inhibitor(why, tried);
+TEST_F(SleepInhibitorTest, HasNoEffectWithoutServicesOrABus) {
+    const auto noBus = [] { return QDBusConnection(QStringLiteral("no such bus")); };
+    for (const SleepInhibitor::Buses &unavailable :
+         {buses(), SleepInhibitor::Buses{noBus, noBus}}) {
+        const SleepInhibitor inhibitor(why, unavailable);
         waitUntil([&] { return inhibitor.isSettled(); });
         EXPECT_FALSE(inhibitor.isHeld());
     }

@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 namespace {
 
-/// Serves each path's whole answer over HTTP, and holds its tongue for a path that it doesn't know.
+/// An HTTP server with a response for each path. Requests for other paths are never answered.
 class TestServer {
   public:
     TestServer() {
@@ -22,9 +22,9 @@ class TestServer {
             QTcpSocket *const peer = m_server.nextPendingConnection();
             QObject::connect(peer, &QTcpSocket::readyRead, [this, peer] {
                 const QByteArray path = peer->readAll().split(' ').value(1);
-                asked.append(path);
-                if (answers.contains(path)) {
-                    peer->write(answers.value(path));
+                requested.append(path);
+                if (responses.contains(path)) {
+                    peer->write(responses.value(path));
                     peer->disconnectFromHost();
                 }
             });
@@ -34,16 +34,16 @@ class TestServer {
         return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(path));
     }
     void serve(const QByteArray &path, const QByteArray &body) {
-        answers[path] = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) +
-                        "\r\nConnection: close\r\n\r\n" + body;
+        responses[path] = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) +
+                          "\r\nConnection: close\r\n\r\n" + body;
     }
     void redirect(const QByteArray &path, const QByteArray &to) {
-        answers[path] = "HTTP/1.1 302 Found\r\nLocation: " + to +
-                        "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+        responses[path] = "HTTP/1.1 302 Found\r\nLocation: " + to +
+                          "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
     }
 
-    QHash<QByteArray, QByteArray> answers;
-    QList<QByteArray> asked;
+    QHash<QByteArray, QByteArray> responses;
+    QList<QByteArray> requested;
 
   private:
     QTcpServer m_server;
@@ -74,7 +74,7 @@ class UpdaterControllerTest : public testing::Test {
         server.serve("/feed", feed);
         server.serve("/feed.sig", sign(feed));
     }
-    /// Checks, and gives what is told; `meanwhile` runs while the check waits.
+    /// Runs a check and returns its result. `meanwhile` is called while the check is in progress.
     QString check(const QUrl &feed, const std::function<void()> &meanwhile = {}) {
         UpdaterController updater({.feed = feed,
                                    .publicKey = " " + publicKey() + "\n",
@@ -101,7 +101,7 @@ class UpdaterControllerTest : public testing::Test {
 
 } // namespace
 
-TEST_F(UpdaterControllerTest, TellsTheVersionOfASignedFeed) {
+TEST_F(UpdaterControllerTest, ReportsTheVersionOfASignedFeed) {
     const std::pair<const char *, const char *> feeds[] = {
         {R"({"version": "1.10.0", "page": "https://a.example/get"})",
          "Corvane 1.10.0 is available. You have 1.2.0. Get it from https://a.example/get"},
@@ -115,22 +115,17 @@ TEST_F(UpdaterControllerTest, TellsTheVersionOfASignedFeed) {
         EXPECT_EQ(check(server.at(QStringLiteral("/feed"))).toStdString(), result);
         EXPECT_EQ(logged, "");
     }
-    EXPECT_THAT(server.asked.first(4), ElementsAre("/feed", "/feed.sig", "/feed", "/feed.sig"));
+    EXPECT_THAT(server.requested.first(4), ElementsAre("/feed", "/feed.sig", "/feed", "/feed.sig"));
 }
 
-TEST_F(UpdaterControllerTest, RefusesAFeedThatIsNotTheKeyOwners) {
+TEST_F(UpdaterControllerTest, RefusesAFeedWithAnInvalidSignatureOrContent) {
     const QByteArray feed = R"({"version": "9.0"})";
-    const std::pair<QByteArray, const char *> signatures[] = {
-        {sign(R"({"version": "8.0"})"), "signature"},
-        {sign(feed).left(40), "signature"},
-        {"%%%", "signature"},
-        {"", "signature"},
-    };
-    for (const auto &[signature, why] : signatures) {
+    for (const QByteArray &signature :
+         {sign(R"({"version": "8.0"})"), sign(feed).left(40), QByteArray("%%%"), QByteArray()}) {
         server.serve("/feed", feed);
         server.serve("/feed.sig", signature);
         EXPECT_EQ(check(server.at(QStringLiteral("/feed"))), QString());
-        EXPECT_THAT(logged, HasSubstr(why));
+        EXPECT_THAT(logged, HasSubstr("signature"));
         EXPECT_THAT(logged, testing::StartsWith("app.corvane.Corvane.Updater: "));
     }
     for (const char *const text : {"[]", "{", R"({"version": 9})", R"({"version": "9x"})"}) {
@@ -140,28 +135,28 @@ TEST_F(UpdaterControllerTest, RefusesAFeedThatIsNotTheKeyOwners) {
     }
 }
 
-TEST_F(UpdaterControllerTest, RefusesAFeedThatCannotBeFetchedWithinItsLimits) {
+TEST_F(UpdaterControllerTest, RefusesADownloadBeyondItsLimits) {
     serveSigned(R"({"version": "9.0"})");
     server.serve("/large", QByteArray(UpdateDownload::kSizeLimit + 1, ' '));
     server.redirect("/away", "http://a.example/feed");
     server.redirect("/round", "/round");
     server.redirect("/once", "/feed");
-    server.answers["/once.sig"] = server.answers["/feed.sig"];
-    const std::tuple<QUrl, const char *> refused[] = {
+    server.responses["/once.sig"] = server.responses["/feed.sig"];
+    const std::pair<QUrl, const char *> refused[] = {
         {server.at(QStringLiteral("/large")), "it is larger than 65536 bytes"},
-        {server.at(QStringLiteral("/away")), "it leads to http://a.example/feed"},
-        {server.at(QStringLiteral("/round")), "it leads on more than 3 times"},
+        {server.at(QStringLiteral("/away")), "it redirects to http://a.example/feed"},
+        {server.at(QStringLiteral("/round")), "it redirects more than 3 times"},
         {QUrl(QStringLiteral("http://a.example/feed")), "is no address with https"},
         {QUrl(QStringLiteral("file:///etc/passwd")), "is no address with https"},
         {QUrl(), "is no address with https"},
     };
-    for (const auto &[address, why] : refused) {
-        EXPECT_EQ(check(address), QString()) << why;
-        EXPECT_THAT(logged, HasSubstr(why));
+    for (const auto &[address, reason] : refused) {
+        EXPECT_EQ(check(address), QString()) << reason;
+        EXPECT_THAT(logged, HasSubstr(reason));
     }
     EXPECT_EQ(check(server.at(QStringLiteral("/silent")),
-                    [&] { clock.advance(UpdateDownload::kPatience); }),
+                    [&] { clock.advance(UpdateDownload::kTimeout); }),
               QString());
     EXPECT_THAT(logged, HasSubstr("it took too long"));
-    EXPECT_FALSE(check(server.at(QStringLiteral("/once"))).isEmpty()) << "a redirect within bounds";
+    EXPECT_FALSE(check(server.at(QStringLiteral("/once"))).isEmpty()) << "one redirect is allowed";
 }
