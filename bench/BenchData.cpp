@@ -143,7 +143,7 @@ double peakMemory() {
     return memoryLine("VmHWM:");
 }
 
-double measuredByItself(const QString &what) {
+double measureInNewProcess(const QString &what) {
     QProcess process;
     process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), what});
     if (!process.waitForFinished(120'000) || process.exitCode() != 0) {

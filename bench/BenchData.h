@@ -23,10 +23,10 @@ void runCommand(const QString &command);
 double currentMemory();
 double peakMemory();
 
-/// Measures a figure in a new process of this program.
-double measuredByItself(const QString &what);
-/// Entry point of that process.
-double timesTheFileToLoad();
+/// Runs this program with "--measure" and returns the figure it prints.
+double measureInNewProcess(const QString &what);
+/// Peak memory of loading a large document, in multiples of its file's size.
+double loadMemoryPerFileByte();
 double megabytesOfFiftyUndoSteps();
 
 } // namespace corvane::bench

@@ -148,7 +148,7 @@ void rateOneClip(benchmark::State &state) {
 void memory(benchmark::State &state, const QString &what) {
     for (auto _ : state) {
         largeDocument(); // created before the measurement
-        state.counters["figure"] = measuredByItself(what);
+        state.counters["figure"] = measureInNewProcess(what);
     }
 }
 
@@ -162,7 +162,7 @@ BENCHMARK_CAPTURE(memory, undo, QStringLiteral("undo"))->Name("undo-memory/ours"
 
 } // namespace
 
-double corvane::bench::timesTheFileToLoad() {
+double corvane::bench::loadMemoryPerFileByte() {
     const QString path = largeDocument();
     const double size = double(fileSystem().status(path).size);
     const double before = peakMemory();

@@ -15,7 +15,7 @@ int main(int argc, char **argv) {
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QStringLiteral("--measure")) {
         const bool isLoad = arguments.value(2) == QStringLiteral("load");
-        std::cout << (isLoad ? bench::timesTheFileToLoad() : bench::megabytesOfFiftyUndoSteps())
+        std::cout << (isLoad ? bench::loadMemoryPerFileByte() : bench::megabytesOfFiftyUndoSteps())
                   << '\n';
         return 0;
     }

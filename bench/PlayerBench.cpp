@@ -21,10 +21,10 @@ namespace {
 
 constexpr int kSeconds = 24;
 constexpr int kRate = 25;
-constexpr QSize kShown(1280, 720);
+constexpr QSize kSinkSize(1280, 720);
 
 /// A clip with much motion, created on first use.
-QString film(const QString &encoder, const QString &size, int gop, int seconds = kSeconds) {
+QString clipPath(const QString &encoder, const QString &size, int gop, int seconds = kSeconds) {
     const auto path = dataPath(QStringLiteral("%1-%2-%3.mp4").arg(encoder, size).arg(gop));
     if (!QFileInfo::exists(path)) {
         runCommand(QStringLiteral("ffmpeg -v error -y -f lavfi -i testsrc2=s=%1:r=%2 "
@@ -41,8 +41,8 @@ QString film(const QString &encoder, const QString &size, int gop, int seconds =
     return path;
 }
 
-/// Seeks per run. The distance from the keyframe determines the cost of a seek, so both players seek
-/// to the same times.
+/// Seeks per run. The distance from the keyframe determines the cost of a seek, so both players
+/// seek to the same times.
 constexpr int kSeeks = 24;
 
 class RandomTimes {
@@ -57,7 +57,7 @@ class RandomTimes {
 /// Waits for the player's next frame.
 class WaitingSink : public FrameSink {
   public:
-    QSize wantedSize() const override { return kShown; }
+    QSize wantedSize() const override { return kSinkSize; }
     void show(DisplayFrame frame) override {
         {
             const std::scoped_lock lock(m_mutex);
@@ -159,7 +159,7 @@ void memoryOf4K(benchmark::State &state) {
     const double before = currentMemory();
     constexpr double kMegabyte = 1 << 20;
     for (auto _ : state) {
-        Opened opened(film(QStringLiteral("libx264"), QStringLiteral("3840x2160"), 12, 8));
+        Opened opened(clipPath(QStringLiteral("libx264"), QStringLiteral("3840x2160"), 12, 8));
         for (const double time : {6.0, 2.0, 4.0}) {
             opened.player.seek(MediaTime::fromSeconds(time));
             opened.sink->await(time);
@@ -177,7 +177,7 @@ const bool isRegistered = [] {
         for (const int gop : {12, 300}) {
             const auto name = QStringLiteral("seek-%1-%2").arg(QLatin1String(encoder)).arg(gop);
             const auto path = [=] {
-                return film(QLatin1String(encoder), QStringLiteral("1920x1080"), gop);
+                return clipPath(QLatin1String(encoder), QStringLiteral("1920x1080"), gop);
             };
             benchmark::RegisterBenchmark((name + QStringLiteral("/ours")).toUtf8(),
                                          [=](auto &state) { seekOurs(state, path()); })
@@ -196,7 +196,7 @@ const bool isRegistered = [] {
     benchmark::RegisterBenchmark(
         "step-back/ours",
         [](auto &state) {
-            stepBack(state, film(QStringLiteral("libx264"), QStringLiteral("1920x1080"), 300));
+            stepBack(state, clipPath(QStringLiteral("libx264"), QStringLiteral("1920x1080"), 300));
         })
         ->Unit(benchmark::kMillisecond)
         ->MeasureProcessCPUTime()

@@ -63,7 +63,7 @@ class ContentRouter : public QObject {
     ProjectSetup &m_setup;
     bool m_isSetupRequested = false;
     bool m_isHeld = false;
-    QString m_pendingFile; ///< opened when the hold ends; empty if there is none
+    QString m_pendingFile; ///< opened when the hold ends; may be empty
     Screen m_screen = Screen::Home;
 };
 

@@ -7,7 +7,7 @@ namespace {
 
 using AppCommandsTest = ShellTest;
 
-/// One line per entry: its label and shortcut.
+/// The label and shortcut of each entry, in lines.
 std::string describe(const AppMenu &menu) {
     QString lines;
     for (const MenuEntry &entry : menu.entries) {

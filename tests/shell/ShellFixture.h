@@ -66,7 +66,7 @@ class ShellTest : public testing::Test {
         return path;
     }
     void open(const QString &file) { await(app.store().openProject(file)); }
-    /// The text of the alert; empty if there is none.
+    /// The text of the alert; empty without an alert.
     QString alert() { return app.router()->hasError() ? app.router()->errorMessage() : QString(); }
     AppCommand &command(const char *id) { return *app.commands()->command(QLatin1String(id)); }
 
