@@ -54,14 +54,14 @@ class CliTest : public testing::Test {
     JSONValue::Object json(const char *line, int status = kAllDone) {
         EXPECT_EQ(run((QByteArray(line) + " --json").constData()), status)
             << line << console.error.data();
-        try {
-            const JSONValue answer = JSONDocument::parse(console.output).root().toValue();
-            EXPECT_TRUE(answer.object()) << console.output.data();
-            return answer.object() ? *answer.object() : JSONValue::Object();
-        } catch (const JSONSyntaxError &) {
-            ADD_FAILURE() << "no JSON: " << console.output.data();
-            return {};
-        }
+        return parse(console.output);
+    }
+
+    /// Throws `JSONSyntaxError` for anything but one JSON object.
+    static JSONValue::Object parse(const QByteArray &utf8) {
+        const JSONValue value = JSONDocument::parse(utf8).root().toValue();
+        EXPECT_TRUE(value.object()) << utf8.data();
+        return value.object() ? *value.object() : JSONValue::Object();
     }
 
     static JSONValue::Array list(const JSONValue::Object &object, const char *key) {
@@ -77,10 +77,9 @@ class CliTest : public testing::Test {
 
     /// Expects the members of a JSON object. The object may have more.
     static void expectMembers(const JSONValue::Object &object, const QByteArray &expected) {
-        const JSONValue members = JSONDocument::parse(expected).root().toValue();
-        for (auto member = members.object()->cbegin(); member != members.object()->cend();
-             ++member) {
-            EXPECT_EQ(object.value(member.key()), member.value()) << member.key().toStdString();
+        const JSONValue::Object members = parse(expected);
+        for (const QString &key : members.keys()) {
+            EXPECT_EQ(object.value(key), members.value(key)) << key.toStdString();
         }
     }
 

@@ -8,30 +8,29 @@ using namespace corvane;
 using namespace corvane::test;
 
 TEST(HelpDocument, EachLineIsABlockOfTheFirstMatchingKind) {
-    const QList<std::pair<QString, HelpDocument::Block>> lines{
-        {QStringLiteral(""), {}},
-        {QStringLiteral(" \t "), {}},
-        {QStringLiteral("# One"), {HelpDocument::Heading1, QStringLiteral("One")}},
-        {QStringLiteral("\t## Two **not bold**\t"),
-         {HelpDocument::Heading2, QStringLiteral("Two **not bold**")}},
-        {QStringLiteral("###   Three"), {HelpDocument::Heading3, QStringLiteral("  Three")}},
-        {QStringLiteral("#### Four"), {HelpDocument::Paragraph, QStringLiteral("#### Four")}},
-        {QStringLiteral("#None"), {HelpDocument::Paragraph, QStringLiteral("#None")}},
-        {QStringLiteral("#"), {HelpDocument::Paragraph, QStringLiteral("#")}},
-        {QStringLiteral("    - Deep"), {HelpDocument::Bullet, QStringLiteral("Deep")}},
-        {QStringLiteral("-None"), {HelpDocument::Paragraph, QStringLiteral("-None")}},
-        {QStringLiteral("- - a"), {HelpDocument::Bullet, QStringLiteral("- a")}},
-        {QStringLiteral("1. First"), {HelpDocument::Paragraph, QStringLiteral("1. First")}},
-        {QStringLiteral("```"), {HelpDocument::Paragraph, QStringLiteral("```")}},
-        {QStringLiteral("\u00a0x\r"), {HelpDocument::Paragraph, QStringLiteral("\u00a0x\r")}},
+    const std::tuple<const char *, HelpDocument::Kind, const char *> lines[] = {
+        {"", HelpDocument::Gap, ""},
+        {" \t ", HelpDocument::Gap, ""},
+        {"# One", HelpDocument::Heading1, "One"},
+        {"\t## Two **not bold**\t", HelpDocument::Heading2, "Two **not bold**"},
+        {"###   Three", HelpDocument::Heading3, "  Three"},
+        {"#### Four", HelpDocument::Paragraph, "#### Four"},
+        {"#None", HelpDocument::Paragraph, "#None"},
+        {"#", HelpDocument::Paragraph, "#"},
+        {"    - Deep", HelpDocument::Bullet, "Deep"},
+        {"-None", HelpDocument::Paragraph, "-None"},
+        {"- - a", HelpDocument::Bullet, "- a"},
+        {"1. First", HelpDocument::Paragraph, "1. First"},
+        {"```", HelpDocument::Paragraph, "```"},
+        {"\u00a0x\r", HelpDocument::Paragraph, "\u00a0x\r"},
     };
-    QStringList texts;
+    QStringList content;
     QList<HelpDocument::Block> blocks;
-    for (const auto &[text, block] : lines) {
-        texts.append(text);
-        blocks.append(block);
+    for (const auto &[line, kind, text] : lines) {
+        content.append(QString::fromUtf8(line));
+        blocks.append({kind, QString::fromUtf8(text)});
     }
-    EXPECT_EQ(HelpDocument::parse(texts.join(QLatin1Char('\n'))), blocks);
+    EXPECT_EQ(HelpDocument::parse(content.join(QLatin1Char('\n'))), blocks);
 }
 
 TEST(HelpDocument, InlineFormsBecomeTagsAndOtherTextIsEscaped) {
