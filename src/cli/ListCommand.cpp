@@ -2,7 +2,8 @@
 #include "cli/CliSession.h"
 #include "cli/JSONMembers.h"
 #include "cli/ReviewRows.h"
-#include "review/ReviewLists.h"
+#include "review/list/ClipOrder.h"
+#include "review/list/ReviewListing.h"
 
 namespace corvane {
 
@@ -33,9 +34,14 @@ int runList(const CommandCall &call) {
     const ReviewState state = reviewStateOf(call);
     CliSession session(call.console());
     session.open(call.path(0));
-    const QList<MixedSidebarRow> rows = ReviewLists::shownRows(state, session.project());
-    const qsizetype total = ReviewLists::totalCount(state, session.project());
-    const QString label = ReviewLists::countLabel(state, rows.size(), total);
+    ReviewIndex index;
+    index.update(session.project().videos);
+    ClipOrder order;
+    const std::vector<int> &clips = order.order(state, index);
+    const ReviewListing listing(state, index);
+    const QList<MixedSidebarRow> rows = listing.shownRows(clips);
+    const qsizetype total = listing.totalCount();
+    const QString label = state.countLabel(rows.size(), total);
     if (call.wantsJSON()) {
         call.printJSON([&](JSONWriter &writer) {
             writer.beginObject();

@@ -2,7 +2,7 @@
 
 #include "cli/JSONMembers.h"
 #include "cli/TextTable.h"
-#include "review/ReviewFormats.h"
+#include "review/list/ReviewFormats.h"
 
 namespace corvane {
 

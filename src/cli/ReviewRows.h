@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "review/MixedSidebarRow.h"
+#include "review/list/MixedSidebarRow.h"
 
 /// How commands show rows of the review: clips, and subclips with the clip that they belong to.
 namespace corvane {

@@ -218,4 +218,8 @@ template <class Row, auto key = &Row::id> class ListModel : public ListModelBase
     QList<Row> m_next; ///< the new rows while hunks are reported
 };
 
+/// A list whose rows are keys of data that is stored elsewhere. A subclass overrides `data` and
+/// reports changed data with `notifyRow`.
+using KeyListModel = ListModel<quint32, std::identity{}>;
+
 } // namespace corvane

@@ -1,7 +1,5 @@
 #include "review/FilterBar.h"
 
-#include "review/ReviewLists.h"
-
 namespace corvane {
 
 namespace {
@@ -205,7 +203,7 @@ void FilterBar::setUseLargeThumbnails(bool use) {
 }
 
 QString FilterBar::countLabel() const {
-    return ReviewLists::countLabel(m_state, m_visible, m_total);
+    return m_state.countLabel(m_visible, m_total);
 }
 
 } // namespace corvane

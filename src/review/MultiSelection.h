@@ -1,6 +1,6 @@
 #pragma once
 
-#include "review/MixedSidebarRow.h"
+#include "review/list/MixedSidebarRow.h"
 
 #include <QSet>
 

@@ -1,7 +1,7 @@
 #include "review/ReviewConfirmation.h"
 
 #include "platform/TextFormat.h"
-#include "review/ReviewFormats.h"
+#include "review/list/ReviewFormats.h"
 
 namespace corvane {
 

@@ -1,19 +1,19 @@
 #include "review/ReviewListModel.h"
 
-#include "review/ReviewListing.h"
+#include "review/list/ReviewListing.h"
 
 #include <algorithm>
-#include <numeric>
 #include <span>
 
 namespace corvane {
 
 namespace {
 
-/// More changed clips than this, and making the list anew is as quick.
-constexpr size_t kMostSplices = 8;
+/// Above this number of changed clips, listing all clips is as fast as splicing each.
+constexpr size_t kMaxSplices = 8;
 
-bool showsTheSame(VideoRecord left, VideoRecord right) {
+/// True if the clips' own rows look the same. Their subclips only count.
+bool hasSameRow(VideoRecord left, VideoRecord right) {
     const bool hasSameCount = left.subclips.size() == right.subclips.size();
     left.subclips.clear();
     right.subclips.clear();
@@ -27,9 +27,9 @@ void ReviewListModel::setProject(const Project *project) {
     const ReviewIndex::Change change =
         m_index.update(project ? project->videos : QList<VideoItem>());
     m_order.update(m_index, change);
-    if (change.clipsMoved || change.changed.size() > kMostSplices) {
+    if (change.clipsMoved || change.changed.size() > kMaxSplices) {
         relist();
-        notifyRows({}); // a view asks again for what it shows alone
+        notifyRows(); // views read only the rows on screen
         return;
     }
     if (!change.changed.empty()) {
@@ -42,101 +42,90 @@ void ReviewListModel::setProject(const Project *project) {
 
 void ReviewListModel::setState(const ReviewState &state) {
     if (m_state != state) {
-        const bool wasInOrderOfSort = isInOrderOfSort();
+        const bool didShowInline = showsInlineSubclips();
         m_state = state;
         relist();
-        if (wasInOrderOfSort != isInOrderOfSort()) {
-            notifyRows({IsInlineRole}); // of the subclips that are listed as before
+        if (didShowInline != showsInlineSubclips()) {
+            notifyRows({IsInlineRole}); // for subclips that are in both lists
         }
     }
 }
 
 void ReviewListModel::relist() {
-    ReviewListing::Rows rows = ReviewListing(m_state, m_index).rows(listOrder());
+    ReviewListing::Rows rows =
+        ReviewListing(m_state, m_index).rows(m_order.order(m_state, m_index));
     m_visibleCount = rows.visibleCount;
-    setKeys(std::move(rows.keys));
+    setRows(std::move(rows.keys));
 }
 
-/// The rows of the clips that changed are taken out and put in again where they belong now.
+/// Removes the rows of the changed clips and inserts them where they belong now.
 void ReviewListModel::relist(const std::vector<ReviewIndex::ChangedClip> &changed) {
-    const std::vector<int> &ranks = listRanks();
+    const std::vector<int> &ranks = m_order.ranks(m_state, m_index);
     const ReviewListing listing(m_state, m_index);
-    std::vector<std::pair<int, std::vector<Key>>> blocks;
+    std::vector<std::pair<int, QList<Key>>> blocks;
     for (const ReviewIndex::ChangedClip &clip : changed) {
-        std::vector<Key> block;
-        listing.appendRows(block, clip.position);
-        // Where several changed, a neighbour may be on its way itself and can't be gone by.
-        if (changed.size() > 1 || !standsInPlace(block, clip.position, ranks)) {
-            blocks.emplace_back(clip.position, std::move(block));
+        QList<Key> block;
+        listing.appendRows(block, clip.index);
+        // With several changed clips an adjacent row may be moving too, so it can't be compared to.
+        if (changed.size() > 1 || !isInPlace(block, clip.index, ranks)) {
+            blocks.emplace_back(clip.index, std::move(block));
         }
     }
     if (blocks.empty()) {
         return;
     }
-    std::vector<Key> rows = keys();
-    std::erase_if(rows, [&](Key key) {
-        const ReviewIndex::Place place = m_index.place(key);
-        const bool goes = !place.exists() || std::ranges::any_of(blocks, [&](const auto &block) {
-            return block.first == place.clip;
-        });
-        m_visibleCount -= goes && place.exists() && !place.isSubclip();
-        return goes;
+    QList<Key> keys = rows();
+    keys.removeIf([&](Key key) {
+        const ReviewIndex::Entry entry = m_index.entry(key);
+        const bool isRemoved =
+            !entry.exists() || std::ranges::any_of(blocks, [&](const auto &block) {
+                return block.first == entry.clip;
+            });
+        m_visibleCount -= isRemoved && entry.exists() && !entry.isSubclip();
+        return isRemoved;
     });
-    for (const auto &[position, block] : blocks) {
-        const auto rankOf = [&](Key key) { return ranks[size_t(m_index.place(key).clip)]; };
-        const auto behind = std::ranges::lower_bound(rows, ranks[size_t(position)], {}, rankOf);
-        rows.insert(behind, block.begin(), block.end());
+    for (const auto &[clip, block] : blocks) {
+        const auto rankOf = [&](Key key) { return ranks[size_t(m_index.entry(key).clip)]; };
+        const auto behind = std::ranges::lower_bound(keys, ranks[size_t(clip)], {}, rankOf);
+        const qsizetype row = behind - keys.begin();
+        keys.insert(row, block.size(), {});
+        std::ranges::copy(block, keys.begin() + row);
         m_visibleCount += !block.empty();
     }
-    if (!isInOrderOfSort()) {
-        m_visibleCount = qsizetype(rows.size());
+    if (!showsInlineSubclips()) {
+        m_visibleCount = keys.size();
     }
-    setKeys(std::move(rows));
+    setRows(std::move(keys));
 }
 
-/// True if the clip's rows are these already, between the neighbours that they belong between.
-bool ReviewListModel::standsInPlace(const std::vector<Key> &block, int position,
-                                    const std::vector<int> &ranks) const {
-    const qsizetype first = block.empty() ? -1 : rowOf(block.front());
+/// True if the rows of the clip are `block` already and are between rows of lower and higher rank.
+bool ReviewListModel::isInPlace(const QList<Key> &block, int clip,
+                                const std::vector<int> &ranks) const {
+    const int first = block.empty() ? -1 : rowOf(block.front());
     if (first < 0) {
         return false;
     }
-    const auto rows = std::span(keys()).subspan(size_t(first));
-    const int own = ranks[size_t(position)];
-    const auto rankOf = [&](Key key) { // of a subclip that has gone, the clip's own
-        const ReviewIndex::Place place = m_index.place(key);
-        return place.exists() ? ranks[size_t(place.clip)] : own;
+    const auto shown = std::span(rows()).subspan(size_t(first));
+    const int ownRank = ranks[size_t(clip)];
+    const auto rankOf = [&](Key key) { // a removed subclip was one of this clip
+        const ReviewIndex::Entry entry = m_index.entry(key);
+        return entry.exists() ? ranks[size_t(entry.clip)] : ownRank;
     };
-    return rows.size() >= block.size() && std::ranges::equal(rows.first(block.size()), block) &&
-           (first == 0 || rankOf(keyAt(first - 1)) < own) &&
-           (rows.size() == block.size() || own < rankOf(rows[block.size()]));
-}
-
-const std::vector<int> &ReviewListModel::listOrder() {
-    return isInOrderOfSort() ? m_order.order(m_state.sort, m_index) : projectOrder();
-}
-
-const std::vector<int> &ReviewListModel::listRanks() {
-    return isInOrderOfSort() ? m_order.ranks(m_state.sort, m_index) : projectOrder();
-}
-
-const std::vector<int> &ReviewListModel::projectOrder() {
-    if (m_projectOrder.size() != m_index.clips().size()) {
-        m_projectOrder.resize(m_index.clips().size());
-        std::iota(m_projectOrder.begin(), m_projectOrder.end(), 0);
-    }
-    return m_projectOrder;
+    const auto size = size_t(block.size());
+    return shown.size() >= size && std::ranges::equal(shown.first(size), block) &&
+           (first == 0 || rankOf(row(first - 1)) < ownRank) &&
+           (shown.size() == size || ownRank < rankOf(shown[size]));
 }
 
 void ReviewListModel::notify(const ReviewIndex::ChangedClip &changed) {
-    const ReviewIndex::IndexedClip &clip = m_index.clip(changed.position);
-    if (!showsTheSame(*changed.before, *clip.video)) {
+    const ReviewIndex::IndexedClip &clip = m_index.clip(changed.index);
+    if (!hasSameRow(*changed.before, *clip.video)) {
         notifyRow(clip.key);
     }
-    const bool allChanged = changed.before->thumbnailPath != clip.video->thumbnailPath;
+    const bool hasOtherThumbnail = changed.before->thumbnailPath != clip.video->thumbnailPath;
     for (const ReviewIndex::IndexedSubclip &subclip : clip.subclips) {
-        if (allChanged ||
-            !changed.before->subclips.contains(clip.video->subclips.at(subclip.place))) {
+        if (hasOtherThumbnail ||
+            !changed.before->subclips.contains(clip.video->subclips.at(subclip.index))) {
             notifyRow(subclip.key);
         }
     }
@@ -151,14 +140,18 @@ void ReviewListModel::setHighlights(ReviewHighlights highlights) {
         before.markedSubclipIds != m_highlights.markedSubclipIds) {
         notifyRows({IsMarkedRole});
     }
+    if (before.selectedVideoId == m_highlights.selectedVideoId &&
+        before.activeSubclipId == m_highlights.activeSubclipId) {
+        return;
+    }
     for (const auto &videoId : {before.selectedVideoId, m_highlights.selectedVideoId}) {
-        const auto key = keyOfVideo(videoId);
-        if (!key || (before.selectedVideoId == m_highlights.selectedVideoId &&
-                     before.activeSubclipId == m_highlights.activeSubclipId)) {
+        const qsizetype index = videoId ? m_index.indexOfClip(*videoId) : -1;
+        if (index < 0) {
             continue;
         }
-        notifyRow(*key, {IsSelectedRole});
-        for (const auto &subclip : m_index.clip(m_index.place(*key).clip).subclips) {
+        const ReviewIndex::IndexedClip &clip = m_index.clip(index);
+        notifyRow(clip.key, {IsSelectedRole});
+        for (const ReviewIndex::IndexedSubclip &subclip : clip.subclips) {
             notifyRow(subclip.key, {IsSelectedRole});
         }
     }
@@ -170,35 +163,26 @@ void ReviewListModel::setThumbnailPending(const SubclipKey &key, bool isPending)
     } else {
         m_pendingThumbnails.remove(key.subclipId);
     }
-    const qsizetype position = m_index.positionOf(key.videoId);
-    if (position < 0) {
+    const qsizetype index = m_index.indexOfClip(key.videoId);
+    if (index < 0) {
         return;
     }
-    const ReviewIndex::IndexedClip &clip = m_index.clip(position);
+    const ReviewIndex::IndexedClip &clip = m_index.clip(index);
     for (const ReviewIndex::IndexedSubclip &subclip : clip.subclips) {
-        if (clip.video->subclips.at(subclip.place).id == key.subclipId) {
+        if (clip.video->subclips.at(subclip.index).id == key.subclipId) {
             notifyRow(subclip.key, {ThumbnailRole});
         }
     }
 }
 
-std::optional<ReviewListModel::Key>
-ReviewListModel::keyOfVideo(const std::optional<QString> &id) const {
-    const qsizetype position = id ? m_index.positionOf(*id) : -1;
-    return position < 0 ? std::nullopt : std::optional(m_index.clip(position).key);
-}
-
 qsizetype ReviewListModel::totalCount() const {
-    if (m_state.subclipsView) {
-        return m_index.subclipCount();
-    }
-    return qsizetype(m_index.clips().size()) + (m_state.selectedOnly ? m_index.subclipCount() : 0);
+    return ReviewListing(m_state, m_index).totalCount();
 }
 
 SidebarRowId ReviewListModel::rowId(qsizetype row) const {
-    const ReviewIndex::Place place = m_index.place(keyAt(row));
-    const QString videoId = m_index.clip(place.clip).video->id;
-    return {videoId, place.isSubclip() ? std::optional(m_index.subclip(place).id) : std::nullopt};
+    const ReviewIndex::Entry entry = m_index.entry(this->row(row));
+    const QString videoId = m_index.clip(entry.clip).video->id;
+    return {videoId, entry.isSubclip() ? std::optional(m_index.subclip(entry).id) : std::nullopt};
 }
 
 QList<SidebarRowId> ReviewListModel::orderedRowIds() const {
@@ -212,7 +196,7 @@ QList<SidebarRowId> ReviewListModel::orderedRowIds() const {
 
 int ReviewListModel::clipRowFrom(int row) const {
     for (int next = std::max(row, 0); next < rowCount(); ++next) {
-        if (!m_index.place(keyAt(next)).isSubclip()) {
+        if (!m_index.entry(this->row(next)).isSubclip()) {
             return next;
         }
     }
@@ -225,7 +209,7 @@ ReviewTargets ReviewListModel::bulkTargets() const {
         const SidebarRowId id = rowId(row);
         if (!id.isSubclip()) {
             targets.clips.append(id.videoId);
-        } else if (!isInOrderOfSort()) {
+        } else if (!showsInlineSubclips()) {
             targets.subclips.append({id.videoId, *id.subclipId});
         }
     }
@@ -233,8 +217,15 @@ ReviewTargets ReviewListModel::bulkTargets() const {
 }
 
 const VideoRecord *ReviewListModel::video(const std::optional<QString> &id) const {
-    const qsizetype position = id ? m_index.positionOf(*id) : -1;
-    return position < 0 ? nullptr : &*m_index.clip(position).video;
+    const qsizetype index = id ? m_index.indexOfClip(*id) : -1;
+    return index < 0 ? nullptr : &*m_index.clip(index).video;
+}
+
+const Subclip *ReviewListModel::subclip(const SubclipKey &key) const {
+    const VideoRecord *record = video(key.videoId);
+    const auto found = record ? std::ranges::find(record->subclips, key.subclipId, &Subclip::id)
+                              : QList<Subclip>::const_iterator();
+    return record && found != record->subclips.end() ? &*found : nullptr;
 }
 
 QList<SubclipKey> ReviewListModel::subclipKeys(const QSet<QString> &subclipIds) const {

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "review/ClipOrder.h"
-#include "review/KeyedListModel.h"
-#include "review/MixedSidebarRow.h"
+#include "lists/ListModel.h"
+#include "review/list/ClipOrder.h"
+#include "review/list/MixedSidebarRow.h"
 #include "session/ProjectStore.h"
 
 #include <QSet>
 
 namespace corvane {
 
-/// What is highlighted in the list.
+/// The highlighted rows of the list.
 struct ReviewHighlights {
     std::optional<QString> selectedVideoId; ///< the clip in the player
     std::optional<QString> activeSubclipId;
@@ -19,86 +19,80 @@ struct ReviewHighlights {
     bool operator==(const ReviewHighlights &) const = default;
 };
 
-/// What a bulk action works on.
+/// The clips and subclips that a bulk action edits.
 struct ReviewTargets {
     QStringList clips;
     QList<SubclipKey> subclips;
 };
 
-/// The rows of the side pane: the list that the filter asks for, inline subclips included. A row
-/// keeps its identity while its clip or subclip is listed, and an edit of one clip tells of the
-/// rows that show something else. Main thread.
-class ReviewListModel : public KeyedListModel {
+/// The rows of the side pane: the list that the filter selects, including inline subclips. An edit
+/// of one clip reports only the rows that changed. Main thread only.
+class ReviewListModel : public KeyListModel {
     Q_OBJECT
 
   public:
     enum Role {
-        RowIdRole = Qt::UserRole, ///< "clip-" or "sub-" and the id
+        RowIdRole = Qt::UserRole, ///< `SidebarRowId::identity`
         IsSubclipRole,
-        IsInlineRole, ///< a subclip below its clip
+        IsInlineRole, ///< a subclip shown below its clip
         VideoIdRole,
         SubclipIdRole, ///< empty for a clip
         NameRole,
-        TimeRole,   ///< a clip's duration, a subclip's range
-        RatingRole, ///< text; empty for what isn't rated
+        TimeRole,   ///< the duration of a clip, the range of a subclip
+        RatingRole, ///< text; empty if unrated
         FavoriteRole,
         SelectedForExportRole,
         ReviewedRole,
         RejectedRole,
-        SubclipCountRole, ///< text; empty for a clip without, and for a subclip
-        DetailsRole,      ///< the time, and the subclips' count where there is one
-        DescriptionRole,  ///< all that the row's marks show, in words
+        SubclipCountRole, ///< text; empty for zero and for a subclip
+        DetailsRole,      ///< the time, and the number of subclips if there are any
+        DescriptionRole,  ///< everything the row shows, in words
         HasHdRole,
         ThumbnailRole,         ///< a path, or empty
-        FallbackThumbnailRole, ///< a subclip's clip's; empty for a clip
+        FallbackThumbnailRole, ///< the thumbnail of a subclip's clip; empty for a clip
         IsSelectedRole,        ///< the clip in the player, or the active subclip
-        IsMarkedRole,          ///< in the multi-selection
+        IsMarkedRole,          ///< part of the multi-selection
     };
 
-    using KeyedListModel::KeyedListModel;
+    explicit ReviewListModel(QObject *parent = nullptr);
 
-    /// Takes the document over as it is now; null where none is open.
+    /// Shows the current state of the project, or an empty list for nullptr.
     void setProject(const Project *project);
     void setState(const ReviewState &state);
     void setHighlights(ReviewHighlights highlights);
-    /// While a subclip's own picture is being made its row names none, so that the clip's shows;
-    /// the row is told of its own when that is done.
+    /// Hides the thumbnail of a subclip while it is created, so that the clip's shows instead.
     void setThumbnailPending(const SubclipKey &key, bool isPending);
 
-    /// How many rows are shown, inline subclips not counted, and how many there would be if nothing
-    /// were filtered.
+    /// Number of rows, not counting inline subclips.
     qsizetype visibleCount() const { return m_visibleCount; }
+    /// The same without any filter.
     qsizetype totalCount() const;
 
-    const ReviewIndex &clips() const { return m_index; }
-    /// Which row one is. The row must exist.
+    const ReviewIndex &reviewIndex() const { return m_index; }
+    /// The row must exist.
     SidebarRowId rowId(qsizetype row) const;
-    /// All of them, in the order of display.
     QList<SidebarRowId> orderedRowIds() const;
-    /// The first row from this one on that is a clip's; the row itself where none is.
+    /// The first row of a clip from `row` on; `row` if there is none.
     Q_INVOKABLE int clipRowFrom(int row) const;
-    /// The rows that are shown, inline subclips left out.
+    /// All rows except inline subclips.
     ReviewTargets bulkTargets() const;
-    /// The clip as it is now, or null.
+    /// The clip with that id, listed or not, or nullptr. Valid until the next `setProject`.
     const VideoRecord *video(const std::optional<QString> &id) const;
-    /// Any of them, wherever their clips stand; ids that are gone are left out.
+    /// The same for a subclip.
+    const Subclip *subclip(const SubclipKey &key) const;
+    /// Finds subclips by id in all clips. Unknown ids are ignored.
     QList<SubclipKey> subclipKeys(const QSet<QString> &subclipIds) const;
 
     QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
 
   private:
-    bool isInOrderOfSort() const { return !m_state.subclipsView && !m_state.selectedOnly; }
+    bool showsInlineSubclips() const {
+        return m_state.shownList() == ReviewState::ShownList::visibleVideos;
+    }
     void relist();
     void relist(const std::vector<ReviewIndex::ChangedClip> &changed);
-    bool standsInPlace(const std::vector<Key> &block, int position,
-                       const std::vector<int> &ranks) const;
-    /// The clips as the list that is shown has them, and where each stands in that.
-    const std::vector<int> &listOrder();
-    const std::vector<int> &listRanks();
-    const std::vector<int> &projectOrder();
+    bool isInPlace(const QList<Key> &block, int clip, const std::vector<int> &ranks) const;
     void notify(const ReviewIndex::ChangedClip &changed);
-    std::optional<Key> keyOfVideo(const std::optional<QString> &id) const;
     QVariant clipData(const VideoRecord &video, int role) const;
     QVariant subclipData(const Subclip &subclip, const VideoRecord &parent, int role) const;
     QString thumbnail(const VideoRecord &video) const;
@@ -106,7 +100,6 @@ class ReviewListModel : public KeyedListModel {
     ReviewState m_state;
     ReviewIndex m_index;
     ClipOrder m_order;
-    std::vector<int> m_projectOrder; ///< each clip's position at that position
     QString m_projectFolder;
     ReviewHighlights m_highlights;
     QSet<QString> m_pendingThumbnails; ///< ids of subclips

@@ -1,30 +1,52 @@
-// What the rows of the side pane show.
-
-#include "review/ReviewFormats.h"
+// The roles of the side pane's list.
 
 #include "platform/TextFormat.h"
+#include "review/list/ReviewFormats.h"
 #include "review/ReviewListModel.h"
 #include "trust/PathSafety.h"
 
 namespace corvane {
 
+ReviewListModel::ReviewListModel(QObject *parent)
+    : KeyListModel({{RowIdRole, "rowId", {}},
+                    {IsSubclipRole, "isSubclip", {}},
+                    {IsInlineRole, "isInline", {}},
+                    {VideoIdRole, "videoId", {}},
+                    {SubclipIdRole, "subclipId", {}},
+                    {NameRole, "name", {}},
+                    {TimeRole, "time", {}},
+                    {RatingRole, "rating", {}},
+                    {FavoriteRole, "favorite", {}},
+                    {SelectedForExportRole, "selectedForExport", {}},
+                    {ReviewedRole, "reviewed", {}},
+                    {RejectedRole, "rejected", {}},
+                    {SubclipCountRole, "subclipCount", {}},
+                    {DetailsRole, "details", {}},
+                    {DescriptionRole, "description", {}},
+                    {HasHdRole, "hasHd", {}},
+                    {ThumbnailRole, "thumbnail", {}},
+                    {FallbackThumbnailRole, "fallbackThumbnail", {}},
+                    {IsSelectedRole, "isSelected", {}},
+                    {IsMarkedRole, "isMarked", {}}},
+                   parent) {}
+
 QVariant ReviewListModel::data(const QModelIndex &index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) {
         return {};
     }
-    const ReviewIndex::Place place = m_index.place(keyAt(index.row()));
-    if (!place.exists()) {
-        return {}; // gone from the document, and about to go from the list
+    const ReviewIndex::Entry entry = m_index.entry(row(index.row()));
+    if (!entry.exists()) {
+        return {}; // removed from the project, but not yet from the list
     }
-    const VideoRecord &video = *m_index.clip(place.clip).video;
-    return place.isSubclip() ? subclipData(m_index.subclip(place), video, role)
+    const VideoRecord &video = *m_index.clip(entry.clip).video;
+    return entry.isSubclip() ? subclipData(m_index.subclip(entry), video, role)
                              : clipData(video, role);
 }
 
 QVariant ReviewListModel::clipData(const VideoRecord &video, int role) const {
     switch (role) {
     case RowIdRole:
-        return QString(QStringLiteral("clip-") + video.id);
+        return SidebarRowId{video.id, {}}.identity();
     case IsSubclipRole:
     case IsInlineRole:
         return false;
@@ -34,7 +56,6 @@ QVariant ReviewListModel::clipData(const VideoRecord &video, int role) const {
     case FallbackThumbnailRole:
         return QString();
     case NameRole:
-    case Qt::DisplayRole:
         return inOneLine(video.fileName);
     case TimeRole:
         return formattedDuration(video.durationSeconds);
@@ -71,17 +92,16 @@ QVariant ReviewListModel::subclipData(const Subclip &subclip, const VideoRecord 
                                       int role) const {
     switch (role) {
     case RowIdRole:
-        return QString(QStringLiteral("sub-") + subclip.id);
+        return SidebarRowId{parent.id, subclip.id}.identity();
     case IsSubclipRole:
         return true;
     case IsInlineRole:
-        return isInOrderOfSort();
+        return showsInlineSubclips();
     case VideoIdRole:
         return parent.id;
     case SubclipIdRole:
         return subclip.id;
     case NameRole:
-    case Qt::DisplayRole:
         return inOneLine(ReviewFormats::displayName(subclip));
     case TimeRole:
     case DetailsRole:
@@ -119,29 +139,6 @@ QVariant ReviewListModel::subclipData(const Subclip &subclip, const VideoRecord 
 QString ReviewListModel::thumbnail(const VideoRecord &video) const {
     return PathSafety::resolveCachePath(video.thumbnailPath.value_or(QString()), m_projectFolder)
         .value_or(QString());
-}
-
-QHash<int, QByteArray> ReviewListModel::roleNames() const {
-    return {{RowIdRole, "rowId"},
-            {IsSubclipRole, "isSubclip"},
-            {IsInlineRole, "isInline"},
-            {VideoIdRole, "videoId"},
-            {SubclipIdRole, "subclipId"},
-            {NameRole, "name"},
-            {TimeRole, "time"},
-            {RatingRole, "rating"},
-            {FavoriteRole, "favorite"},
-            {SelectedForExportRole, "selectedForExport"},
-            {ReviewedRole, "reviewed"},
-            {RejectedRole, "rejected"},
-            {SubclipCountRole, "subclipCount"},
-            {DetailsRole, "details"},
-            {DescriptionRole, "description"},
-            {HasHdRole, "hasHd"},
-            {ThumbnailRole, "thumbnail"},
-            {FallbackThumbnailRole, "fallbackThumbnail"},
-            {IsSelectedRole, "isSelected"},
-            {IsMarkedRole, "isMarked"}};
 }
 
 } // namespace corvane

@@ -3,7 +3,7 @@
 #include "review/PlayerReadiness.h"
 
 #include "platform/TextFormat.h"
-#include "review/ReviewFormats.h"
+#include "review/list/ReviewFormats.h"
 #include "review/ReviewScreenState.h"
 
 #include <QPointer>
@@ -89,8 +89,9 @@ void ReviewScreenState::jump(const std::optional<double> &draft, double Subclip:
     if (draft) {
         m_player.seek(*draft);
     } else if (video && !video->subclips.isEmpty()) {
-        const auto &indexed = m_list.clips().clip(m_list.clips().positionOf(video->id));
-        m_player.seek(video->subclips.at(indexed.subclips.back().place).*edge);
+        const auto &indexed =
+            m_list.reviewIndex().clip(m_list.reviewIndex().indexOfClip(video->id));
+        m_player.seek(video->subclips.at(indexed.subclips.back().index).*edge);
     }
 }
 

@@ -1,6 +1,6 @@
 // What the panes of the review screen show around the list: transport, sheets, drawers.
 
-#include "review/ReviewFormats.h"
+#include "review/list/ReviewFormats.h"
 
 #include "platform/TextFormat.h"
 #include "review/ReviewScreenState.h"
@@ -104,7 +104,7 @@ QString ReviewScreenState::subclipCountText() const {
 
 /// With no clips at all the filter row says so, and the list is just empty.
 bool ReviewScreenState::showsNoMatches() const {
-    return m_list.visibleCount() == 0 && !m_list.clips().clips().empty();
+    return m_list.visibleCount() == 0 && !m_list.reviewIndex().clips().empty();
 }
 
 void ReviewScreenState::openSheet(Sheet sheet) {

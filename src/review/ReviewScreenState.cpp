@@ -111,8 +111,9 @@ void ReviewScreenState::updateList() {
 /// Hands what is selected to all who show it.
 void ReviewScreenState::publishSelection() {
     const qsizetype position =
-        m_selectedVideoId ? m_list.clips().positionOf(*m_selectedVideoId) : -1;
-    const ReviewIndex::IndexedClip *clip = position < 0 ? nullptr : &m_list.clips().clip(position);
+        m_selectedVideoId ? m_list.reviewIndex().indexOfClip(*m_selectedVideoId) : -1;
+    const ReviewIndex::IndexedClip *clip =
+        position < 0 ? nullptr : &m_list.reviewIndex().clip(position);
     m_list.setHighlights({m_selectedVideoId, m_activeSubclipId, m_marks.multiSelectedClipIds,
                           m_marks.multiSelectedSubclipIds});
     m_subclips.setClip(clip, projectFolderPath());

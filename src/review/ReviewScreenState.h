@@ -175,7 +175,7 @@ class ReviewScreenState : public QObject {
     Q_INVOKABLE void scrubFilmstrip(double x, double width);
 
     // Lists and sheets.
-    bool hasSelects() const { return m_list.clips().hasSelects(); }
+    bool hasSelects() const { return m_list.reviewIndex().hasSelects(); }
     bool showsNoMatches() const;
     Q_INVOKABLE void addToSelects();
     Q_INVOKABLE void removeFromSelects();

@@ -1,42 +1,72 @@
 #include "review/SubclipListModel.h"
 
 #include "platform/TextFormat.h"
-#include "review/ReviewFormats.h"
+#include "review/list/ReviewFormats.h"
 #include "review/ScrubberGeometry.h"
 #include "trust/PathSafety.h"
 
 namespace corvane {
 
+namespace {
+
+QString nameOf(const SubclipRow &row) {
+    return inOneLine(ReviewFormats::displayName(row.subclip));
+}
+
+/// A role with the value of a field of the subclip.
+template <class Value> auto field(Value Subclip::*member) {
+    return [member](const SubclipRow &row) { return QVariant(row.subclip.*member); };
+}
+
+} // namespace
+
+SubclipListModel::SubclipListModel(QObject *parent)
+    : ListModel({{SubclipIdRole, "subclipId", &SubclipRow::id},
+                 {InSecondsRole, "inSeconds", field(&Subclip::inSeconds)},
+                 {OutSecondsRole, "outSeconds", field(&Subclip::outSeconds)},
+                 {NameRole, "name", nameOf},
+                 {LabelRole, "label",
+                  [](const SubclipRow &row) { return row.subclip.label.value_or(QString()); }},
+                 {RangeRole, "range",
+                  [](const SubclipRow &row) { return ReviewFormats::subclipRange(row.subclip); }},
+                 {LengthRole, "length",
+                  [](const SubclipRow &row) { return ReviewFormats::subclipLength(row.subclip); }},
+                 {RatingRole, "rating", field(&Subclip::rating)},
+                 {FavoriteRole, "favorite", field(&Subclip::favorite)},
+                 {SelectedForExportRole, "selectedForExport", field(&Subclip::selectedForExport)},
+                 {ThumbnailRole, "thumbnail",
+                  [this](const SubclipRow &row) {
+                      return row.isThumbnailPending
+                                 ? QString()
+                                 : PathSafety::subclipThumbnailPath(row.id, m_projectFolder)
+                                       .value_or(QString());
+                  }},
+                 {FallbackThumbnailRole, "fallbackThumbnail",
+                  [this](const SubclipRow &row) {
+                      return PathSafety::resolveCachePath(row.clipThumbnailPath.value_or(QString()),
+                                                          m_projectFolder)
+                          .value_or(QString());
+                  }},
+                 {IsActiveRole, "isActive", &SubclipRow::isActive}},
+                parent) {}
+
 void SubclipListModel::setClip(const ReviewIndex::IndexedClip *clip, const QString &projectFolder) {
-    const QHash<Key, Subclip> before = m_subclips;
-    std::vector<Key> keys;
     m_projectFolder = projectFolder;
-    m_thumbnailPath = clip ? clip->video->thumbnailPath : std::nullopt;
-    for (const auto &subclip : clip ? clip->subclips : std::vector<ReviewIndex::IndexedSubclip>()) {
-        m_subclips.insert(subclip.key, clip->video->subclips.at(subclip.place));
-        keys.push_back(subclip.key);
+    QList<SubclipRow> subclips;
+    for (const auto &indexed : clip ? clip->subclips : std::vector<ReviewIndex::IndexedSubclip>()) {
+        const Subclip &subclip = clip->video->subclips.at(indexed.index);
+        subclips.append({.id = subclip.id,
+                         .subclip = subclip,
+                         .clipThumbnailPath = clip->video->thumbnailPath,
+                         .isActive = subclip.id == m_activeSubclipId,
+                         .isThumbnailPending = m_pendingThumbnails.contains(subclip.id)});
     }
-    setKeys(keys);
-    m_subclips.removeIf([&](const auto &entry) { return rowOf(entry.key()) < 0; });
-    for (const Key key : keys) {
-        const auto known = before.constFind(key);
-        if (known != before.cend() && *known != m_subclips.value(key)) {
-            notifyRow(key);
-        }
-    }
+    setRows(std::move(subclips));
 }
 
 void SubclipListModel::setActiveSubclipId(const std::optional<QString> &id) {
-    const auto before = std::exchange(m_activeSubclipId, id);
-    if (before == id) {
-        return;
-    }
-    for (const Key key : keys()) {
-        const QString subclipId = m_subclips.value(key).id;
-        if (subclipId == before || subclipId == id) {
-            notifyRow(key, {IsActiveRole});
-        }
-    }
+    m_activeSubclipId = id;
+    updateFlags();
 }
 
 void SubclipListModel::setThumbnailPending(const QString &subclipId, bool isPending) {
@@ -45,67 +75,20 @@ void SubclipListModel::setThumbnailPending(const QString &subclipId, bool isPend
     } else {
         m_pendingThumbnails.remove(subclipId);
     }
-    for (const Key key : keys()) {
-        if (m_subclips.value(key).id == subclipId) {
-            notifyRow(key, {ThumbnailRole});
-        }
+    updateFlags();
+}
+
+void SubclipListModel::updateFlags() {
+    for (int index = 0; index < count(); ++index) {
+        SubclipRow row = rows().at(index);
+        row.isActive = row.id == m_activeSubclipId;
+        row.isThumbnailPending = m_pendingThumbnails.contains(row.id);
+        setRow(index, std::move(row));
     }
 }
 
 QRectF SubclipListModel::bar(double inSeconds, double outSeconds, double duration, double width) {
     return ScrubberGeometry::bar(inSeconds, outSeconds, duration, width).value_or(QRectF());
-}
-
-QVariant SubclipListModel::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) {
-        return {};
-    }
-    const Subclip subclip = m_subclips.value(keyAt(index.row()));
-    switch (role) {
-    case SubclipIdRole:
-        return subclip.id;
-    case InSecondsRole:
-        return subclip.inSeconds;
-    case OutSecondsRole:
-        return subclip.outSeconds;
-    case NameRole:
-    case Qt::DisplayRole:
-        return inOneLine(ReviewFormats::displayName(subclip));
-    case LabelRole:
-        return subclip.label.value_or(QString());
-    case RangeRole:
-        return ReviewFormats::subclipRange(subclip);
-    case LengthRole:
-        return ReviewFormats::subclipLength(subclip);
-    case RatingRole:
-        return subclip.rating;
-    case FavoriteRole:
-        return subclip.favorite;
-    case SelectedForExportRole:
-        return subclip.selectedForExport;
-    case ThumbnailRole:
-        return m_pendingThumbnails.contains(subclip.id)
-                   ? QString()
-                   : PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder)
-                         .value_or(QString());
-    case FallbackThumbnailRole:
-        return PathSafety::resolveCachePath(m_thumbnailPath.value_or(QString()), m_projectFolder)
-            .value_or(QString());
-    case IsActiveRole:
-        return subclip.id == m_activeSubclipId;
-    default:
-        return {};
-    }
-}
-
-QHash<int, QByteArray> SubclipListModel::roleNames() const {
-    return {{SubclipIdRole, "subclipId"},   {InSecondsRole, "inSeconds"},
-            {OutSecondsRole, "outSeconds"}, {NameRole, "name"},
-            {LabelRole, "label"},           {RangeRole, "range"},
-            {LengthRole, "length"},         {RatingRole, "rating"},
-            {FavoriteRole, "favorite"},     {SelectedForExportRole, "selectedForExport"},
-            {ThumbnailRole, "thumbnail"},   {FallbackThumbnailRole, "fallbackThumbnail"},
-            {IsActiveRole, "isActive"}};
 }
 
 } // namespace corvane

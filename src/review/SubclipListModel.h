@@ -1,16 +1,26 @@
 #pragma once
 
-#include "review/KeyedListModel.h"
-#include "review/ReviewIndex.h"
+#include "lists/ListModel.h"
+#include "review/list/ReviewIndex.h"
 
 #include <QRectF>
 #include <QSet>
 
 namespace corvane {
 
-/// The subclips of the clip in the player, for the drawer's list and for the bars under the
-/// scrubber: by `creationIndex`, a row for each, which keeps its identity. Main thread.
-class SubclipListModel : public KeyedListModel {
+struct SubclipRow {
+    QString id;
+    Subclip subclip;
+    std::optional<QString> clipThumbnailPath; ///< as stored in the project
+    bool isActive = false;
+    bool isThumbnailPending = false;
+
+    bool operator==(const SubclipRow &) const = default;
+};
+
+/// The subclips of the clip in the player, by `creationIndex`: for the list in the drawer and the
+/// bars below the scrubber. Main thread only.
+class SubclipListModel : public ListModel<SubclipRow> {
     Q_OBJECT
 
   public:
@@ -19,37 +29,34 @@ class SubclipListModel : public KeyedListModel {
         InSecondsRole,
         OutSecondsRole,
         NameRole,
-        LabelRole, ///< what editing the name begins with; may be empty
+        LabelRole, ///< initial text for editing the name; may be empty
         RangeRole,
         LengthRole,
-        RatingRole, ///< a number from 0 to 5
+        RatingRole, ///< 0 to 5
         FavoriteRole,
         SelectedForExportRole,
         ThumbnailRole,         ///< a path, or empty
-        FallbackThumbnailRole, ///< the clip's
+        FallbackThumbnailRole, ///< the thumbnail of the clip
         IsActiveRole,
     };
 
-    using KeyedListModel::KeyedListModel;
+    explicit SubclipListModel(QObject *parent = nullptr);
 
-    /// Takes over the clip as it is now; null for none. The folder is the project's.
+    /// Shows the current state of the clip; nullptr for an empty list.
     void setClip(const ReviewIndex::IndexedClip *clip, const QString &projectFolder);
     void setActiveSubclipId(const std::optional<QString> &id);
-    /// While a subclip's own picture is being made its row names none, so that the clip's shows;
-    /// the row is told of its own when that is done.
+    /// Hides the thumbnail of a subclip while it is created, so that the clip's shows instead.
     void setThumbnailPending(const QString &subclipId, bool isPending);
 
-    /// The bar of a range in a row of bars of that width, or an empty rectangle.
+    /// Geometry of a range's bar among bars of that width, see `ScrubberGeometry::bar`. Empty if
+    /// the duration is unknown.
     Q_INVOKABLE static QRectF bar(double inSeconds, double outSeconds, double duration,
                                   double width);
 
-    QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
   private:
+    void updateFlags();
+
     QString m_projectFolder;
-    std::optional<QString> m_thumbnailPath; ///< of the clip, as stored
-    QHash<Key, Subclip> m_subclips;
     std::optional<QString> m_activeSubclipId;
     QSet<QString> m_pendingThumbnails; ///< ids of subclips
 };

@@ -27,9 +27,9 @@ class FruitList : public ListModel<Fruit> {
     using ListModel::notifyRow;
 };
 
-class NumberList : public ListModel<quint32, std::identity{}> {
+class NumberList : public KeyListModel {
   public:
-    NumberList() : ListModel({}) {}
+    NumberList() : KeyListModel({}) {}
 };
 
 QList<Fruit> fruits(const char *ids, int price = 1) {

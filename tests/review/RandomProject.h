@@ -1,6 +1,6 @@
 #pragma once
 
-#include "review/ReviewState.h"
+#include "review/list/ReviewState.h"
 
 #include <QRandomGenerator>
 

@@ -1,5 +1,5 @@
 #include "platform/SerialExecutor.h"
-#include "review/ReviewFormats.h"
+#include "review/list/ReviewFormats.h"
 #include "ReviewScreenFixture.h"
 
 #include <limits>

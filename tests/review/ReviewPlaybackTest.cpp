@@ -103,9 +103,9 @@ TEST_F(ReviewPlaybackTest, ShowsTheClipsPictureForASubclipUntilItsOwnIsMade) {
         return row.data(ReviewListModel::ThumbnailRole).toString();
     };
     int told = 0;
-    for (KeyedListModel *const list :
-         std::initializer_list<KeyedListModel *>{&slow.list(), &slow.subclips()}) {
-        QObject::connect(list, &KeyedListModel::dataChanged, &slow, [&] { ++told; });
+    for (ListModelBase *const list :
+         std::initializer_list<ListModelBase *>{&slow.list(), &slow.subclips()}) {
+        QObject::connect(list, &ListModelBase::dataChanged, &slow, [&] { ++told; });
     }
     slow.selectClip(clip(0).id);
     ASSERT_TRUE(eventually([&] { return engine.isReady(); }));

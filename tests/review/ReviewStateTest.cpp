@@ -1,5 +1,6 @@
 #include "RandomProject.h"
-#include "review/ReviewLists.h"
+#include "review/list/ClipOrder.h"
+#include "review/list/ReviewListing.h"
 
 #include <gtest/gtest.h>
 
@@ -15,22 +16,31 @@ Project makeProject(const QList<VideoItem> &videos) {
     return project;
 }
 
-QStringList identities(const QList<MixedSidebarRow> &rows) {
-    QStringList texts;
-    for (const MixedSidebarRow &row : rows) {
-        texts.append(row.identity());
+/// The rows that a state shows, as the side pane and the command line compute them.
+struct ShownRows {
+    ShownRows(const ReviewState &state, const Project &project) {
+        ReviewIndex index;
+        index.update(project.videos);
+        ClipOrder order;
+        const std::vector<int> clips = order.order(state, index);
+        const ReviewListing listing(state, index);
+        for (const MixedSidebarRow &row : listing.shownRows(clips)) {
+            const auto subclip = row.subclip ? std::optional(row.subclip->id) : std::nullopt;
+            identities.append(SidebarRowId{row.video->id, subclip}.identity());
+        }
+        visibleCount = listing.rows(clips).visibleCount;
+        totalCount = listing.totalCount();
     }
-    return texts;
-}
 
-QStringList shown(const ReviewState &state, const Project &project) {
-    return identities(ReviewLists::shownRows(state, project));
-}
+    QStringList identities;
+    qsizetype visibleCount = 0;
+    qsizetype totalCount = 0;
+};
 
-/// The filter once more, one condition after another, with nothing prepared ahead.
-class PlainReading {
+/// A second implementation of the filter, which checks every condition on the records.
+class FilterOracle {
   public:
-    explicit PlainReading(const ReviewState &state) : m_state(state) {}
+    explicit FilterOracle(const ReviewState &state) : m_state(state) {}
 
     QStringList shown(const Project &project) const {
         QStringList rows;
@@ -108,16 +118,16 @@ class PlainReading {
 
 } // namespace
 
-TEST(ReviewState, ShowsWhatAPlainReadingOfTheConditionsShows) {
+TEST(ReviewState, ListsTheRowsThatPassEveryCondition) {
     for (quint32 seed = 1; seed <= 3000; ++seed) {
         RandomProject random(seed);
         const Project project = random.make();
         ReviewState state = random.state();
-        const QStringList expected = PlainReading(state).shown(project);
-        // Nothing to sort by: all clips tie and stay in project order.
-        state.sort = ReviewState::Sort::duration;
-        ASSERT_EQ(shown(state, project), expected) << "seed " << seed;
-        EXPECT_EQ(ReviewLists::visibleCount(state, project), expected.size());
+        const QStringList expected = FilterOracle(state).shown(project);
+        state.sort = ReviewState::Sort::duration; // the same for all clips: they keep their order
+        const ShownRows shown(state, project);
+        ASSERT_EQ(shown.identities, expected) << "seed " << seed;
+        EXPECT_EQ(shown.visibleCount, expected.size());
     }
 }
 
@@ -137,7 +147,8 @@ TEST(ReviewState, SortsClipsByOneKeyAndKeepsProjectOrderOnTies) {
     const auto order = [&](ReviewState::Sort sort) {
         ReviewState state;
         state.sort = sort;
-        return shown(state, project).join(QLatin1Char(' ')).remove(QStringLiteral("clip-"));
+        const ShownRows shown(state, project);
+        return shown.identities.join(QLatin1Char(' ')).remove(QStringLiteral("clip-"));
     };
     using Sort = ReviewState::Sort;
     EXPECT_EQ(order(Sort::filename), QStringLiteral("3 2 1"));
@@ -172,39 +183,20 @@ TEST(ReviewState, IsDefaultUntilSomethingIsFilteredAndAgainOnceCleared) {
     }
 }
 
-TEST(ReviewLists, OrdersTheRowsOfEachViewAsTheyAreDisplayed) {
-    VideoRecord second = makeVideo(QStringLiteral("B"), QStringLiteral("b.mov"));
-    VideoRecord first = makeVideo(QStringLiteral("A"), QStringLiteral("a.mov"));
-    second.subclips = {makeSubclip(QStringLiteral("B2"), 2), makeSubclip(QStringLiteral("B1"), 1)};
-    second.subclips.first().selectedForExport = true;
-    first.selectedForExport = true;
-    const Project project = makeProject({second, first});
-    const auto order = [&](const ReviewState &state) {
-        QStringList texts;
-        const QList<SidebarRowId> ids = ReviewLists::orderedRowIds(state, project);
-        for (const SidebarRowId &id : ids) {
-            texts.append(id.subclipId.value_or(id.videoId));
-        }
-        return texts.join(QLatin1Char(' '));
-    };
+TEST(ReviewState, CountsTheRowsOfEachList) {
+    VideoRecord clip = makeVideo(QStringLiteral("A"), QStringLiteral("a.mov"));
+    clip.subclips = {makeSubclip(QStringLiteral("A2"), 2), makeSubclip(QStringLiteral("A1"), 1)};
+    const Project project = makeProject({clip, clip});
+    EXPECT_EQ(ShownRows({}, project).totalCount, 2);
+    EXPECT_EQ(ShownRows({.selectedOnly = true}, project).totalCount, 6);
+    EXPECT_EQ(ShownRows({.selectedOnly = true, .subclipsView = true}, project).totalCount, 4);
 
-    ReviewState state;
-    EXPECT_EQ(order(state), QStringLiteral("A B B1 B2"));
-    state.selectedOnly = true;
-    EXPECT_EQ(order(state), QStringLiteral("B2 A"));
-    EXPECT_EQ(ReviewLists::totalCount(state, project), 4);
-    state.subclipsView = true;
-    EXPECT_EQ(order(state), QStringLiteral("B2"));
-    EXPECT_EQ(ReviewLists::totalCount(state, project), 2);
-}
-
-TEST(ReviewLists, LabelsTheCounts) {
-    ReviewState state;
-    EXPECT_EQ(ReviewLists::countLabel(state, 0, 0), QStringLiteral("No clips yet"));
-    EXPECT_EQ(ReviewLists::countLabel(state, 1, 1), QStringLiteral("1 clip"));
-    EXPECT_EQ(ReviewLists::countLabel(state, 2, 2), QStringLiteral("2 clips"));
-    state.favoritesOnly = true;
-    EXPECT_EQ(ReviewLists::countLabel(state, 0, 2), QStringLiteral("0 of 2 visible"));
+    const ReviewState state;
+    EXPECT_EQ(state.countLabel(0, 0), QStringLiteral("No clips yet"));
+    EXPECT_EQ(state.countLabel(1, 1), QStringLiteral("1 clip"));
+    EXPECT_EQ(state.countLabel(2, 2), QStringLiteral("2 clips"));
+    EXPECT_EQ(ReviewState{.favoritesOnly = true}.countLabel(0, 2),
+              QStringLiteral("0 of 2 visible"));
 }
 
 } // namespace corvane

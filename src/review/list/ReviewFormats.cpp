@@ -1,4 +1,4 @@
-#include "review/ReviewFormats.h"
+#include "review/list/ReviewFormats.h"
 
 #include "platform/TextFormat.h"
 
@@ -6,7 +6,7 @@ namespace corvane::ReviewFormats {
 
 namespace {
 
-/// What a clip and a subclip have alike.
+/// The marks that clips and subclips have in common.
 QStringList marksInWords(int rating, bool favorite, bool selectedForExport) {
     QStringList words;
     if (rating > 0) {

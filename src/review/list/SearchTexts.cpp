@@ -1,4 +1,4 @@
-#include "review/SearchTexts.h"
+#include "review/list/SearchTexts.h"
 
 #include <algorithm>
 #include <cstring>
@@ -7,10 +7,10 @@ namespace corvane {
 
 namespace {
 
-/// In no UTF-8 text.
+/// Never part of UTF-8.
 constexpr char kTextEnd = char(0xFF);
 
-/// Where a pair of bytes stands among 1024 bits.
+/// Hashes a pair of bytes to one of 1024 bits.
 quint16 pairBit(uchar first, uchar second) {
     return quint16(((quint32(first) << 8 | second) * 2654435761u) >> 22);
 }
@@ -30,20 +30,20 @@ SearchTexts::SearchTexts(const VideoRecord &video, const std::vector<qsizetype> 
         append(tag);
     }
     m_ends.push_back(qint32(m_texts.size()));
-    for (const qsizetype place : subclips) {
-        append(video.subclips.at(place).label.value_or(QString()));
-        append(video.subclips.at(place).notes.value_or(QString()));
+    for (const qsizetype index : subclips) {
+        append(video.subclips.at(index).label.value_or(QString()));
+        append(video.subclips.at(index).notes.value_or(QString()));
         m_ends.push_back(qint32(m_texts.size()));
     }
     m_texts.squeeze();
-    notePairs();
+    hashPairs();
 }
 
 void SearchTexts::append(const QString &text) {
     if (text.isEmpty()) {
         return;
     }
-    // Nearly all texts are ASCII, and these need no look at Unicode's tables.
+    // Nearly all texts are ASCII, which needs no Unicode tables.
     const qsizetype begin = m_texts.size();
     m_texts.resize(begin + text.size());
     char *byte = m_texts.data() + begin;
@@ -59,33 +59,33 @@ void SearchTexts::append(const QString &text) {
     m_texts += kTextEnd;
 }
 
-void SearchTexts::notePairs() {
+void SearchTexts::hashPairs() {
     for (qsizetype index = 1; index < m_texts.size(); ++index) {
         const quint16 bit = pairBit(uchar(m_texts.at(index - 1)), uchar(m_texts.at(index)));
         m_pairs[bit / 64] |= quint64(1) << (bit % 64);
     }
 }
 
-bool SearchTexts::mayHold(const SearchQuery &query) const {
+bool SearchTexts::mayContain(const SearchQuery &query) const {
     return std::ranges::all_of(
         query.pairs(), [this](quint16 bit) { return (m_pairs[bit / 64] >> (bit % 64) & 1) != 0; });
 }
 
-bool SearchTexts::rangeHolds(qsizetype begin, qsizetype end, const SearchQuery &query) const {
+bool SearchTexts::rangeContains(qsizetype begin, qsizetype end, const SearchQuery &query) const {
     return memmem(m_texts.constData() + begin, size_t(end - begin), query.bytes().constData(),
                   size_t(query.bytes().size())) != nullptr;
 }
 
-bool SearchTexts::hold(const SearchQuery &query) const {
-    return mayHold(query) && rangeHolds(0, m_texts.size(), query);
+bool SearchTexts::contains(const SearchQuery &query) const {
+    return mayContain(query) && rangeContains(0, m_texts.size(), query);
 }
 
-bool SearchTexts::clipHolds(const SearchQuery &query) const {
-    return mayHold(query) && rangeHolds(0, m_ends.front(), query);
+bool SearchTexts::clipContains(const SearchQuery &query) const {
+    return mayContain(query) && rangeContains(0, m_ends.front(), query);
 }
 
-bool SearchTexts::subclipHolds(size_t subclip, const SearchQuery &query) const {
-    return rangeHolds(m_ends[subclip], m_ends[subclip + 1], query);
+bool SearchTexts::subclipContains(size_t subclip, const SearchQuery &query) const {
+    return rangeContains(m_ends[subclip], m_ends[subclip + 1], query);
 }
 
 } // namespace corvane
