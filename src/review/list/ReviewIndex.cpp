@@ -63,7 +63,7 @@ void ReviewIndex::updateMoved(const QList<VideoItem> &videos) {
         }
         m_clips.push_back(std::move(before[*found]));
         indexesById.erase(found);
-        if (!m_clips.back().video.sharesWith(video)) {
+        if (!m_clips.back().video.isSharedWith(video)) {
             replaceClip(m_clips.back(), video);
         }
     }
