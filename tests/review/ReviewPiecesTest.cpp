@@ -63,11 +63,11 @@ TEST_F(ReviewScreenTest, ShowsTheFilterRow) {
 
 TEST_F(ReviewScreenTest, InspectsTheClip) {
     ClipInspector &inspector = screen.inspector();
-    screen.toggleInspector();
-    EXPECT_FALSE(screen.showsInspector());
+    screen.panes().toggleInspector();
+    EXPECT_FALSE(screen.panes().showsInspector());
     click("clip-0");
-    screen.toggleInspector();
-    EXPECT_EQ(screen.inspectorHelp(), QStringLiteral("Back to clip list"));
+    screen.panes().toggleInspector();
+    EXPECT_EQ(screen.panes().inspectorHelp(), QStringLiteral("Back to clip list"));
     EXPECT_EQ(inspector.facts(), QStringList{QStringLiteral("0:12")});
     store.updateProject([&] {
         Project project = *store.project();
@@ -96,9 +96,6 @@ TEST_F(ReviewScreenTest, InspectsTheClip) {
     EXPECT_EQ(titles(inspector.flags(), "isOn").first(), QStringLiteral("Selected"));
     EXPECT_EQ(ClipInspector::starHelp(1), QStringLiteral("Rate 1 star (1 key)"));
     EXPECT_EQ(ClipInspector::starHelp(2), QStringLiteral("Rate 2 stars (2 key)"));
-    screen.requestExport();
-    screen.requestImport();
-    EXPECT_TRUE(screen.isExporting() && !screen.isImporting()) << "one sheet at a time";
 }
 
 TEST_F(ReviewScreenTest, ForgetsEverythingWithTheProject) {
@@ -106,17 +103,19 @@ TEST_F(ReviewScreenTest, ForgetsEverythingWithTheProject) {
     player.becomeReady();
     type("io");
     screen.filterBar().setSearchQuery(QStringLiteral("clip"));
+    int requestedImports = 0;
+    QObject::connect(&screen, &ReviewScreenState::importRequested, [&] { ++requestedImports; });
     const QString other = folder.at(QStringLiteral("Other.corvane"));
     test::await(store.createProject({.name = QStringLiteral("Other")}, other));
-    EXPECT_FALSE(screen.selectedVideoId() || screen.draftIn() || screen.activeSubclipId());
+    EXPECT_FALSE(screen.selection().selectedVideoId() || screen.marking().draftIn() ||
+                 screen.selection().activeSubclipId());
     EXPECT_FALSE(player.range);
     EXPECT_EQ(screen.filterBar().countLabel(), QStringLiteral("No clips yet"));
     EXPECT_FALSE(screen.showsNoMatches());
-    EXPECT_TRUE(screen.isImporting()) << "a new project begins with the import";
-    screen.dismissSheet();
+    EXPECT_EQ(requestedImports, 1) << "a new project starts with the import";
     screen.disappear();
     screen.appear();
-    EXPECT_FALSE(screen.isImporting());
+    EXPECT_EQ(requestedImports, 1);
 }
 
 TEST(FilmstripLoader, NeverShowsTheFramesOfAnEarlierClip) {

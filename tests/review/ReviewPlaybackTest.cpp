@@ -28,7 +28,7 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
         store.updateProject(project);
         engine.player().setSink(sink);
         real.appear();
-        real.selectClip(id.toLower());
+        real.selection().selectClip(id.toLower());
     }
 
     ~ReviewPlaybackTest() override { // nothing is written to a folder that is gone
@@ -61,7 +61,7 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
 
 TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     ASSERT_TRUE(eventually([&] { return engine.isReady() && sink->number() == 0; }));
-    EXPECT_EQ(real.transportText(), QStringLiteral("00:00:00  /  00:00:02"));
+    EXPECT_EQ(real.transport().transportText(), QStringLiteral("00:00:00  /  00:00:02"));
     engine.seek(0.4);
     press(Qt::Key_I);
     engine.seek(1.2);
@@ -72,14 +72,14 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     EXPECT_DOUBLE_EQ(saved.inSeconds, 0.4);
     EXPECT_DOUBLE_EQ(saved.outSeconds, 1.2);
 
-    real.selectSubclip(clip(0).id, saved.id);
+    real.selection().selectSubclip(clip(0).id, saved.id);
     EXPECT_TRUE(standsAt(10));
-    EXPECT_EQ(real.transportTime(), 0);
+    EXPECT_EQ(real.transport().transportTime(), 0);
     press(Qt::Key_Space);
-    EXPECT_TRUE(real.isPlaying());
+    EXPECT_TRUE(real.transport().isPlaying());
     EXPECT_TRUE(eventually([&] {
         clock.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
-        return !real.isPlaying();
+        return !real.transport().isPlaying();
     }));
     EXPECT_TRUE(standsAt(10)) << "it stops at the out and goes back to the in";
     EXPECT_LE(std::ranges::max(sink->numbers()), 30);
@@ -107,7 +107,7 @@ TEST_F(ReviewPlaybackTest, ShowsTheClipsPictureForASubclipUntilItsOwnIsMade) {
          std::initializer_list<ListModelBase *>{&slow.list(), &slow.subclips()}) {
         QObject::connect(list, &ListModelBase::dataChanged, &slow, [&] { ++told; });
     }
-    slow.selectClip(clip(0).id);
+    slow.selection().selectClip(clip(0).id);
     ASSERT_TRUE(eventually([&] { return engine.isReady(); }));
     engine.seek(1);
     EXPECT_TRUE(slow.handleKeyDown(Qt::Key_O, {}, false));
@@ -125,7 +125,7 @@ TEST_F(ReviewPlaybackTest, ShowsTheClipsPictureForASubclipUntilItsOwnIsMade) {
 TEST_F(ReviewPlaybackTest, ComesToTheInOfASubclipThatIsChosenWhileTheClipIsRead) {
     const QString subclip = store.addSubclip(clip(0).id, 0.4, 1.2);
     ASSERT_FALSE(engine.isReady());
-    real.selectSubclip(clip(0).id, subclip);
+    real.selection().selectSubclip(clip(0).id, subclip);
     EXPECT_TRUE(standsAt(10));
 }
 

@@ -85,7 +85,7 @@ class ReviewScreenTest : public testing::Test {
             return row.subclipId.value_or(row.videoId) == QString::fromLatin1(id);
         });
         ASSERT_NE(row, ids.end()) << id;
-        screen.clickRow(int(row - ids.begin()), modifiers);
+        screen.selection().clickRow(int(row - ids.begin()), modifiers);
     }
     void accept(bool yes = true) { screen.answerConfirmation(yes); }
     QString asked() const {
@@ -93,8 +93,8 @@ class ReviewScreenTest : public testing::Test {
     }
     const VideoRecord &clip(int index) const { return *store.project()->videos.at(index); }
     QStringList marked() const {
-        QStringList ids = screen.multiSelection().multiSelectedClipIds.values() +
-                          screen.multiSelection().multiSelectedSubclipIds.values();
+        QStringList ids = screen.selection().multiSelection().multiSelectedClipIds.values() +
+                          screen.selection().multiSelection().multiSelectedSubclipIds.values();
         ids.sort();
         return ids;
     }

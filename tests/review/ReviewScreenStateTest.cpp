@@ -38,19 +38,19 @@ TEST_F(ReviewScreenTest, LeavesKeysToTextAndIgnoresThemWithoutAClip) {
 
 TEST_F(ReviewOfFifty, GoesOnFromWhereARejectedClipStood) {
     const QList<SidebarRowId> all = screen.list().orderedRowIds();
-    screen.clickRow(10, {});
+    screen.selection().clickRow(10, {});
     type("x");
-    screen.moveSelection(1);
-    EXPECT_EQ(*screen.selectedVideoId(), all[11].videoId);
+    screen.selection().moveSelection(1);
+    EXPECT_EQ(*screen.selection().selectedVideoId(), all[11].videoId);
     type("x");
-    screen.moveSelection(-1);
-    EXPECT_EQ(*screen.selectedVideoId(), all[9].videoId);
+    screen.selection().moveSelection(-1);
+    EXPECT_EQ(*screen.selection().selectedVideoId(), all[9].videoId);
     screen.filterBar().setSearchQuery(QStringLiteral("no such name"));
     screen.filterBar().clearFilters();
     type("x");
     screen.filterBar().setUseLargeThumbnails(true);
-    screen.moveSelection(1);
-    EXPECT_EQ(*screen.selectedVideoId(), all[0].videoId) << "the list is another";
+    screen.selection().moveSelection(1);
+    EXPECT_EQ(*screen.selection().selectedVideoId(), all[0].videoId) << "the list is another";
 }
 
 TEST_F(ReviewScreenTest, ShuttlesSkipsAndSteps) {
@@ -122,18 +122,18 @@ TEST_F(ReviewScreenTest, MarksRowsAndRanges) {
     EXPECT_EQ(marked(), idList("clip-1 clip-1-sub-0 clip-1-sub-1 clip-2 clip-2-sub-0"));
     click("clip-2", Qt::ControlModifier);
     EXPECT_FALSE(marked().contains(QStringLiteral("clip-2")));
-    EXPECT_EQ(screen.multiSelection().clipMultiSelectAnchor, QStringLiteral("clip-2"));
-    EXPECT_FALSE(screen.selectedVideoId()) << "the player keeps its clip";
+    EXPECT_EQ(screen.selection().multiSelection().clipMultiSelectAnchor, QStringLiteral("clip-2"));
+    EXPECT_FALSE(screen.selection().selectedVideoId()) << "the player keeps its clip";
     click("clip-3");
     EXPECT_EQ(marked(), QStringList());
     click("clip-2-sub-1", Qt::ShiftModifier);
     EXPECT_EQ(marked(), idList("clip-2-sub-1 clip-3")) << "from the clip in the player";
     type("i");
     press(Qt::Key_Escape);
-    EXPECT_FALSE(screen.multiSelection().exists());
-    EXPECT_TRUE(screen.draftIn());
+    EXPECT_FALSE(screen.selection().multiSelection().exists());
+    EXPECT_TRUE(screen.marking().draftIn());
     press(Qt::Key_Escape);
-    EXPECT_FALSE(screen.draftIn());
+    EXPECT_FALSE(screen.marking().draftIn());
 }
 
 TEST_F(ReviewScreenTest, AsksBeforeTheDeleteKeyDoesAnything) {
@@ -158,7 +158,7 @@ TEST_F(ReviewScreenTest, AsksBeforeTheDeleteKeyDoesAnything) {
     EXPECT_EQ(screen.confirmation()->acceptButton, QStringLiteral("Delete"));
     accept();
     EXPECT_EQ(clip(1).subclips.size(), 1);
-    EXPECT_FALSE(screen.isInSubclipMode() || player.range);
+    EXPECT_FALSE(screen.selection().isInSubclipMode() || player.range);
 }
 
 TEST_F(ReviewScreenTest, AsksOnceAboutAllMarkedRows) {
@@ -168,7 +168,8 @@ TEST_F(ReviewScreenTest, AsksOnceAboutAllMarkedRows) {
     click("clip-3", Qt::ControlModifier);
     press(Qt::Key_Delete);
     EXPECT_EQ(asked(), QString());
-    EXPECT_FALSE(screen.multiSelection().exists()) << "nothing to do for a rejected clip";
+    EXPECT_FALSE(screen.selection().multiSelection().exists())
+        << "nothing to do for a rejected clip";
 
     click("clip-2", Qt::ControlModifier);
     click("clip-3", Qt::ControlModifier);
@@ -182,7 +183,7 @@ TEST_F(ReviewScreenTest, AsksOnceAboutAllMarkedRows) {
     EXPECT_EQ(asked(), QStringLiteral("Delete 2 subclips and reject 1 clip?"));
     accept();
     EXPECT_TRUE(clip(2).rejected && clip(3).rejected && clip(0).subclips.isEmpty());
-    EXPECT_FALSE(screen.multiSelection().exists());
+    EXPECT_FALSE(screen.selection().multiSelection().exists());
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(!clip(2).rejected && clip(3).rejected && clip(0).subclips.size() == 2);
     const auto alone = ReviewConfirmation::applyToMarked(1, 0);
@@ -221,16 +222,16 @@ TEST_F(ReviewScreenTest, SavesTheMarkedRange) {
     EXPECT_EQ(range(3, {}), QStringLiteral("3-8"));
     EXPECT_EQ(range({}, {}), QStringLiteral("nothing"));
     EXPECT_EQ(range(5, 5.05), QStringLiteral("nothing"));
-    EXPECT_EQ(screen.draftOut(), 5.05) << "the marks stay";
-    EXPECT_FALSE(screen.isInSubclipMode());
+    EXPECT_EQ(screen.marking().draftOut(), 5.05) << "the marks stay";
+    EXPECT_FALSE(screen.selection().isInSubclipMode());
     press(Qt::Key_Escape);
 
     player.seek(2);
     press(Qt::Key_I, Qt::ShiftModifier);
-    EXPECT_EQ(screen.draftIn(), 2.04);
+    EXPECT_EQ(screen.marking().draftIn(), 2.04);
     player.seek(12.5);
     press(Qt::Key_O, Qt::ShiftModifier);
-    EXPECT_EQ(screen.draftOut(), 12.5);
+    EXPECT_EQ(screen.marking().draftOut(), 12.5);
     press(Qt::Key_BracketLeft);
     EXPECT_EQ(player.current, 2.04);
     press(Qt::Key_Escape);
@@ -240,31 +241,32 @@ TEST_F(ReviewScreenTest, SavesTheMarkedRange) {
 
 TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {
     click("clip-0-sub-1"); // 2.5 to 3.5
-    EXPECT_FALSE(screen.isInSubclipMode()) << "the player isn't ready";
+    EXPECT_FALSE(screen.selection().isInSubclipMode()) << "the player isn't ready";
     player.becomeReady();
-    EXPECT_TRUE(screen.isInSubclipMode());
+    EXPECT_TRUE(screen.selection().isInSubclipMode());
     EXPECT_EQ(player.current, 2.5);
     player.seek(3);
-    EXPECT_EQ(screen.transportTime(), 0.5);
-    EXPECT_EQ(screen.transportText(), QStringLiteral("00:00:00  /  00:00:01"));
-    screen.scrub(1000, 100);
+    EXPECT_EQ(screen.transport().transportTime(), 0.5);
+    EXPECT_EQ(screen.transport().transportText(), QStringLiteral("00:00:00  /  00:00:01"));
+    screen.transport().scrub(1000, 100);
     EXPECT_EQ(player.current, 3.5);
     type("i");
-    EXPECT_EQ(screen.shownDraftIn(), 1);
+    EXPECT_EQ(screen.marking().shownDraftIn(), 1);
     click("clip-0-sub-0"); // 1.25 to 2.25
-    EXPECT_FALSE(screen.shownDraftIn()) << "it lies outside";
+    EXPECT_FALSE(screen.marking().shownDraftIn()) << "it lies outside";
     EXPECT_EQ(player.range->inSeconds, 1.25);
     EXPECT_EQ(player.current, 1.25) << "the earlier range doesn't hold it";
     click("clip-0");
-    EXPECT_FALSE(screen.isInSubclipMode() || player.range);
-    EXPECT_TRUE(screen.draftIn());
+    EXPECT_FALSE(screen.selection().isInSubclipMode() || player.range);
+    EXPECT_TRUE(screen.marking().draftIn());
     EXPECT_EQ(player.loaded.size(), 1) << "the clip isn't loaded again";
 
     click("clip-1-sub-0");
     clock.advance(std::chrono::seconds(1));
-    EXPECT_EQ(screen.activeSubclipId(), QStringLiteral("clip-1-sub-0")) << "ready or not";
+    EXPECT_EQ(screen.selection().activeSubclipId(), QStringLiteral("clip-1-sub-0"))
+        << "ready or not";
     store.deleteSubclip({QStringLiteral("clip-1"), QStringLiteral("clip-1-sub-0")});
-    EXPECT_FALSE(screen.activeSubclipId() || player.range);
+    EXPECT_FALSE(screen.selection().activeSubclipId() || player.range);
 }
 
 TEST_F(ReviewScreenTest, TellsNothingButTheTimeWhileAClipPlays) {
@@ -273,24 +275,27 @@ TEST_F(ReviewScreenTest, TellsNothingButTheTimeWhileAClipPlays) {
     type("i");
     int times = 0;
     int others = 0;
-    QObject::connect(&screen, &ReviewScreenState::transportChanged, &screen, [&] { ++times; });
-    for (const auto signal :
-         {&ReviewScreenState::durationsChanged, &ReviewScreenState::draftsChanged,
-          &ReviewScreenState::selectionChanged, &ReviewScreenState::rateChanged}) {
-        QObject::connect(&screen, signal, &screen, [&] { ++others; });
-    }
+    const auto countOthers = [&] { ++others; };
+    ReviewTransport *const transport = &screen.transport();
+    QObject::connect(transport, &ReviewTransport::transportChanged, [&] { ++times; });
+    QObject::connect(transport, &ReviewTransport::durationsChanged, countOthers);
+    QObject::connect(transport, &ReviewTransport::rateChanged, countOthers);
+    QObject::connect(&screen.marking(), &ReviewMarking::draftsChanged, countOthers);
+    QObject::connect(&screen.selection(), &ReviewSelection::selectionChanged, countOthers);
+    QObject::connect(&screen.panes(), &ReviewPaneState::panesChanged, countOthers);
     player.seek(3);
     player.seek(5);
     EXPECT_EQ(times, 2);
     EXPECT_EQ(others, 0);
     type("o");
     EXPECT_EQ(others, 1);
-    EXPECT_EQ(screen.draftInFraction(), 0);
-    EXPECT_EQ(screen.draftOutFraction(), 0.4);
-    EXPECT_EQ(screen.transportDurationText(), QStringLiteral("  /  00:00:12"));
+    EXPECT_EQ(screen.marking().draftInFraction(), 0);
+    EXPECT_EQ(screen.marking().draftOutFraction(), 0.4);
+    EXPECT_EQ(screen.transport().transportDurationText(), QStringLiteral("  /  00:00:12"));
     player.duration = 0;
     Q_EMIT player.durationSecondsChanged();
-    EXPECT_FALSE(screen.showsPlayhead() || screen.draftInFraction() || screen.draftOutFraction());
+    EXPECT_FALSE(screen.transport().showsPlayhead() || screen.marking().draftInFraction() ||
+                 screen.marking().draftOutFraction());
 }
 
 TEST_F(ReviewScreenTest, AddsAndRemovesVisibleRowsAndSaysHowMany) {
@@ -315,8 +320,6 @@ TEST_F(ReviewScreenTest, AddsAndRemovesVisibleRowsAndSaysHowMany) {
     EXPECT_TRUE(screen.showsNoMatches());
     EXPECT_FALSE(screen.filterBar().hasBulkActions());
     EXPECT_FALSE(screen.hasSelects());
-    screen.requestExport();
-    EXPECT_FALSE(screen.isExporting());
 }
 
 TEST_F(ReviewOfFifty, IsDrivenByKeysAloneAndUndoneTheSameWay) {

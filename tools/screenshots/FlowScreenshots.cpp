@@ -22,7 +22,7 @@ bool scanCard(ProjectWindow &projectWindow) {
         return false;
     }
     ImportSheet &import = *projectWindow.screen().importing();
-    projectWindow.review().requestImport();
+    projectWindow.screen().requestImport();
     import.addSources({SampleShoot::shared().cardWithNewClips()});
     import.scan();
     if (!waitUntil([&] { return import.stage() == ImportSheet::Stage::Results; })) {
@@ -70,7 +70,7 @@ bool exportConfigure(ProjectWindow &projectWindow) {
     if (!showReview(projectWindow)) {
         return false;
     }
-    projectWindow.review().requestExport();
+    projectWindow.screen().requestExport();
     chooseExport(*projectWindow.screen().exporting());
     return waitUntil([&] { return projectWindow.screen().exporting()->canStart(); });
 }
@@ -106,7 +106,7 @@ bool handoffConfigure(ProjectWindow &projectWindow) {
     const QString folder = SampleShoot::shared().path("deliveries");
     QDir().mkpath(folder);
     projectWindow.panels().answer = folder;
-    projectWindow.review().requestHandoff();
+    projectWindow.screen().requestHandoff();
     projectWindow.screen().handoff()->chooseFolder();
     projectWindow.screen().handoff()->chooseOutput(kWithHD);
     projectWindow.screen().handoff()->chooseHandle(1);

@@ -64,7 +64,7 @@ Screenshot ProjectWindow::screenshot(const char *name, Arrange arrange, QSize si
 }
 
 bool ProjectWindow::show(const char *fileName, double seconds) {
-    review().selectClip(SampleShoot::clip(app(), fileName));
+    review().selection().selectClip(SampleShoot::clip(app(), fileName));
     return waitUntil([this] { return screen().engine()->isReady(); }) && seek(seconds);
 }
 
@@ -103,7 +103,7 @@ bool ProjectWindow::waitUntilDrawn() {
                 isDrawn = isDrawn && item->property("isLoaded").toBool();
             }
         });
-        return isDrawn && (!review().hasSelectedVideo() || isFrameDrawn());
+        return isDrawn && (!review().selection().hasSelectedVideo() || isFrameDrawn());
     });
 }
 

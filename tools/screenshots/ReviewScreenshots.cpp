@@ -14,7 +14,7 @@ void markRow(ProjectWindow &projectWindow, const char *fileName) {
     const ReviewListModel &list = projectWindow.review().list();
     for (int row = 0; row < list.rowCount(); ++row) {
         if (list.index(row).data(ReviewListModel::RowIdRole) == id) {
-            projectWindow.review().clickRow(row, Qt::ControlModifier);
+            projectWindow.review().selection().clickRow(row, Qt::ControlModifier);
         }
     }
 }
@@ -29,8 +29,8 @@ bool inSubclipMode(ProjectWindow &projectWindow) {
     if (!projectWindow.show(SampleShoot::kMainClip, 0)) {
         return false;
     }
-    const Subclip second = projectWindow.review().selectedVideo()->subclips.at(1);
-    projectWindow.review().activateSubclip(second);
+    const Subclip second = projectWindow.review().selection().selectedVideo()->subclips.at(1);
+    projectWindow.review().selection().activateSubclip(second);
     if (!projectWindow.seek(second.inSeconds + 1.1)) {
         return false;
     }
@@ -41,7 +41,7 @@ bool inSubclipMode(ProjectWindow &projectWindow) {
     press(projectWindow, Qt::Key_O);
     markRow(projectWindow, "A003_C007_0612.MOV");
     markRow(projectWindow, "A003_C008_0612.MOV");
-    projectWindow.review().toggleSubclipDrawer();
+    projectWindow.review().panes().toggleSubclipDrawer();
     projectWindow.app().store().setStatus(QStringLiteral("Marked 2 subclips for export"));
     return projectWindow.seek(second.inSeconds + 2.8) && projectWindow.waitUntilDrawn();
 }
@@ -70,7 +70,7 @@ bool marking(ProjectWindow &projectWindow) {
     if (!projectWindow.seek(17.2) || !projectWindow.waitUntilDrawn()) {
         return false;
     }
-    projectWindow.review().togglePlayback();
+    projectWindow.review().transport().togglePlayback();
     return waitUntil([&projectWindow] { return projectWindow.screen().engine()->isPlaying(); });
 }
 
@@ -83,11 +83,11 @@ bool largeThumbnails(ProjectWindow &projectWindow) {
 
 bool inspector(ProjectWindow &projectWindow) {
     projectWindow.resizeSidePane(300);
-    projectWindow.review().toggleSubclipDrawer();
+    projectWindow.review().panes().toggleSubclipDrawer();
     if (!projectWindow.show(SampleShoot::kMainClip, 17.2)) {
         return false;
     }
-    projectWindow.review().toggleInspector();
+    projectWindow.review().panes().toggleInspector();
     const auto newTag = [&projectWindow] {
         return projectWindow.window().findChild<QQuickItem *>(QStringLiteral("inspector.newTag"));
     };

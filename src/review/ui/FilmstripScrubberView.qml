@@ -22,11 +22,11 @@ Item {
         anchors.fill: parent
         visible: strip.filmstrip.showsStrip
         name: qsTr("Filmstrip")
-        value: strip.review.clipTime
+        value: strip.review.transport.clipTime
         valueText: strip.filmstrip.placeholderText
-        maximumValue: strip.review.clipDuration
-        onScrubbed: x => strip.review.scrubFilmstrip(x, width)
-        onStepped: frames => strip.review.stepFrames(frames)
+        maximumValue: strip.review.transport.clipDuration
+        onScrubbed: x => strip.review.transport.scrubFilmstrip(x, width)
+        onStepped: frames => strip.review.transport.stepFrames(frames)
 
         Rectangle {
             anchors.fill: parent

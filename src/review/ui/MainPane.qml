@@ -28,18 +28,18 @@ Rectangle {
         PlayerView {
             anchors.fill: parent
             engine: pane.engine
-            showsPicture: pane.review.hasSelectedVideo
+            showsPicture: pane.review.selection.hasSelectedVideo
         }
 
         HoverHandler {
-            onHoveredChanged: pane.review.hoveringPlayer = hovered
+            onHoveredChanged: pane.review.transport.hoveringPlayer = hovered
         }
 
         PlayerOverlayButton {
             anchors.centerIn: parent
-            isPlaying: pane.review.isPlaying
-            isVisible: pane.review.hasSelectedVideo && pane.review.overlayButtonIsVisible
-            onToggle: pane.review.togglePlayback()
+            isPlaying: pane.review.transport.isPlaying
+            isVisible: pane.review.selection.hasSelectedVideo && pane.review.transport.overlayButtonIsVisible
+            onToggle: pane.review.transport.togglePlayback()
         }
 
         SubclipModeBanner {
@@ -52,7 +52,7 @@ Rectangle {
         Label {
             objectName: "player.none"
             anchors.centerIn: parent
-            visible: !pane.review.hasSelectedVideo
+            visible: !pane.review.selection.hasSelectedVideo
             text: qsTr("Select a video to play")
             textStyle: Theme.headingPlainStyle
             muted: true
@@ -65,7 +65,7 @@ Rectangle {
         anchors.bottom: parent.bottom
         width: parent.width
         height: visible ? implicitHeight : 0
-        visible: pane.review.hasSelectedVideo
+        visible: pane.review.selection.hasSelectedVideo
 
         Column {
             x: Theme.regionPadding
@@ -89,7 +89,7 @@ Rectangle {
 
                 SubclipBarsView {
                     anchors.fill: parent
-                    visible: pane.review.showsSubclipBars
+                    visible: pane.review.panes.showsSubclipBars
                     review: pane.review
                 }
             }
@@ -97,7 +97,7 @@ Rectangle {
 
         TransportControls {
             width: parent.width
-            review: pane.review
+            transport: pane.review.transport
         }
 
         SubclipDrawer {

@@ -84,7 +84,7 @@ ListView {
         case Qt.Key_Enter:
         case Qt.Key_Space:
             if (!event.isAutoRepeat) {
-                review.clickRow(currentIndex, event.modifiers);
+                review.selection.clickRow(currentIndex, event.modifiers);
             }
             return true;
         default:
@@ -105,7 +105,7 @@ ListView {
     }
 
     Connections {
-        target: list.review
+        target: list.review.selection
 
         function onRowChosen(row: int) {
             list.moveTo(row);
@@ -151,7 +151,7 @@ ListView {
         showsHover: list.hoveredRow === index
         focused: list.activeFocus && ListView.isCurrentItem
         form: isInline ? inlineSubclip : isSubclip ? flatSubclip : list.clipForm
-        onPressed: list.review.clickRow(index, Qt.NoModifier)
+        onPressed: list.review.selection.clickRow(index, Qt.NoModifier)
     }
 
     // One ring for the current row, whichever it is.
@@ -182,7 +182,7 @@ ListView {
             const row = list.indexAt(point.position.x, point.position.y);
             if (row >= 0) {
                 list.currentIndex = row;
-                list.review.clickRow(row, tap.point.modifiers);
+                list.review.selection.clickRow(row, tap.point.modifiers);
             }
         }
     }

@@ -5,14 +5,41 @@
 
 #include <QtQml/qqml.h>
 
-/// The names under which the screens know the types that they are bound to. None is made by a
-/// screen: they come with the review screen's state.
+/// Names the types of the review screen's state for QML.
 namespace corvane::reviewTypes {
 
 struct ReviewScreenStateType {
     Q_GADGET
     QML_FOREIGN(corvane::ReviewScreenState)
     QML_NAMED_ELEMENT(ReviewScreenState)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct ReviewSelectionType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ReviewSelection)
+    QML_NAMED_ELEMENT(ReviewSelection)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct ReviewTransportType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ReviewTransport)
+    QML_NAMED_ELEMENT(ReviewTransport)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct ReviewMarkingType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ReviewMarking)
+    QML_NAMED_ELEMENT(ReviewMarking)
+    QML_UNCREATABLE("Comes with the review screen")
+};
+
+struct ReviewPaneStateType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ReviewPaneState)
+    QML_NAMED_ELEMENT(ReviewPaneState)
     QML_UNCREATABLE("Comes with the review screen")
 };
 

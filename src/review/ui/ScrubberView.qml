@@ -13,17 +13,17 @@ ScrubTrack {
     objectName: "scrubber"
     implicitHeight: Theme.scrubberHeight
     name: qsTr("Scrubber")
-    value: review.transportTime
-    valueText: review.transportText
-    maximumValue: review.transportDuration
-    onScrubbed: x => review.scrub(x, width)
-    onStepped: frames => review.stepFrames(frames)
+    value: review.transport.transportTime
+    valueText: review.transport.transportText
+    maximumValue: review.transport.transportDuration
+    onScrubbed: x => review.transport.scrub(x, width)
+    onStepped: frames => review.transport.stepFrames(frames)
 
     Rectangle {
-        readonly property bool isWhole: scrubber.review.draftInFraction !== undefined
-                                        && scrubber.review.draftOutFraction !== undefined
-        readonly property real from: isWhole ? scrubber.review.draftInFraction : 0
-        readonly property real to: isWhole ? scrubber.review.draftOutFraction : 0
+        readonly property bool isWhole: scrubber.review.marking.draftInFraction !== undefined
+                                        && scrubber.review.marking.draftOutFraction !== undefined
+        readonly property real from: isWhole ? scrubber.review.marking.draftInFraction : 0
+        readonly property real to: isWhole ? scrubber.review.marking.draftOutFraction : 0
 
         objectName: "scrubber.range"
         x: Math.min(from, to) * parent.width
@@ -45,8 +45,8 @@ ScrubTrack {
     Rectangle {
         objectName: "scrubber.played"
         anchors.verticalCenter: parent.verticalCenter
-        visible: scrubber.review.showsPlayhead
-        width: scrubber.review.playedFraction * parent.width
+        visible: scrubber.review.transport.showsPlayhead
+        width: scrubber.review.transport.playedFraction * parent.width
         height: Theme.trackHeight
         radius: height / 2
         color: Theme.accent
@@ -55,20 +55,20 @@ ScrubTrack {
     ScrubberBracket {
         objectName: "scrubber.in"
         isIn: true
-        fraction: scrubber.review.draftInFraction
+        fraction: scrubber.review.marking.draftInFraction
     }
 
     ScrubberBracket {
         objectName: "scrubber.out"
         isIn: false
-        fraction: scrubber.review.draftOutFraction
+        fraction: scrubber.review.marking.draftOutFraction
     }
 
     Rectangle {
         objectName: "scrubber.knob"
-        x: scrubber.review.playedFraction * parent.width - width / 2
+        x: scrubber.review.transport.playedFraction * parent.width - width / 2
         anchors.verticalCenter: parent.verticalCenter
-        visible: scrubber.review.showsPlayhead
+        visible: scrubber.review.transport.showsPlayhead
         width: Theme.scrubberKnobSize
         height: Theme.scrubberKnobSize
         radius: height / 2

@@ -12,12 +12,12 @@ Rectangle {
     required property ReviewScreenState review
     property url inspectorSource: Qt.resolvedUrl("InspectorView.qml")
     // From the list, 0, to the inspector, 1.
-    property real swap: review.showsInspector ? 1 : 0
+    property real swap: review.panes.showsInspector ? 1 : 0
 
     implicitWidth: Theme.sidePaneWidth
     color: Theme.windowBackground
     Accessible.role: Accessible.Pane
-    Accessible.name: review.showsInspector ? review.inspector.title : list.Accessible.name
+    Accessible.name: review.panes.showsInspector ? review.inspector.title : list.Accessible.name
 
     Behavior on swap {
         NumberAnimation { duration: Theme.paneSwapDuration; easing.type: Easing.InOutQuad }
@@ -35,7 +35,7 @@ Rectangle {
             anchors.leftMargin: Theme.regionPadding
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, info.x - x - Theme.spacing8)
-            visible: !pane.review.showsInspector
+            visible: !pane.review.panes.showsInspector
             focusPolicy: Qt.TabFocus
             text: qsTr("Large thumbnails")
             helpText: qsTr("Switch to full-width thumbnail-on-top cards (default: compact rows).")
@@ -50,7 +50,7 @@ Rectangle {
             anchors.right: info.left
             anchors.rightMargin: Theme.spacing8
             anchors.verticalCenter: parent.verticalCenter
-            visible: pane.review.showsInspector
+            visible: pane.review.panes.showsInspector
             text: pane.review.inspector.title
             textStyle: Theme.listHeadingStyle
             HelpText.text: truncated ? text : ""
@@ -66,11 +66,11 @@ Rectangle {
             width: Theme.infoButtonSize
             height: Theme.infoButtonSize
             focusPolicy: Qt.TabFocus
-            enabled: pane.review.hasSelectedVideo
-            symbol: pane.review.inspectorGlyph
-            iconSize: pane.review.showsInspector ? Theme.iconSize : Theme.buttonIconSize
-            helpText: pane.review.inspectorHelp
-            onClicked: pane.review.toggleInspector()
+            enabled: pane.review.selection.hasSelectedVideo
+            symbol: pane.review.panes.inspectorGlyph
+            iconSize: pane.review.panes.showsInspector ? Theme.iconSize : Theme.buttonIconSize
+            helpText: pane.review.panes.inspectorHelp
+            onClicked: pane.review.panes.toggleInspector()
         }
 
         Divider {
@@ -90,7 +90,7 @@ Rectangle {
 
             anchors.fill: parent
             visible: pane.swap < 1
-            enabled: !pane.review.showsInspector
+            enabled: !pane.review.panes.showsInspector
             opacity: 1 - pane.swap
             review: pane.review
         }
@@ -100,7 +100,7 @@ Rectangle {
             x: Theme.spacing24
             width: parent.width - 2 * x
             spacing: Theme.spacing12
-            visible: pane.review.showsNoMatches && !pane.review.showsInspector
+            visible: pane.review.showsNoMatches && !pane.review.panes.showsInspector
 
             Label {
                 objectName: "sidePane.noMatches"
@@ -129,11 +129,11 @@ Rectangle {
         Loader {
             id: inspectorLoader
 
-            readonly property bool isWanted: pane.swap > 0 || pane.review.showsInspector
+            readonly property bool isWanted: pane.swap > 0 || pane.review.panes.showsInspector
 
             anchors.fill: parent
             opacity: pane.swap
-            enabled: pane.review.showsInspector
+            enabled: pane.review.panes.showsInspector
             onIsWantedChanged: isWanted ? setSource(pane.inspectorSource, { inspector: pane.review.inspector })
                                         : setSource("")
             Component.onCompleted: isWantedChanged()

@@ -32,7 +32,7 @@ Item {
             required property real outSeconds
             required property bool isActive
             readonly property rect place: bars.subclips.bar(inSeconds, outSeconds,
-                                                            bars.review.clipDuration, bars.width)
+                                                            bars.review.transport.clipDuration, bars.width)
 
             objectName: "bars." + index
             x: place.x
@@ -42,7 +42,7 @@ Item {
             focusPolicy: Qt.TabFocus
             onClicked: {
                 focus = false; // the bars go away
-                bars.review.selectSubclip(bars.review.selectedVideoId, subclipId);
+                bars.review.selection.selectSubclip(bars.review.selection.selectedVideoId, subclipId);
             }
             Keys.onReturnPressed: Buttons.click(bar)
             Keys.onEnterPressed: Buttons.click(bar)

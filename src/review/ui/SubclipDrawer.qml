@@ -11,7 +11,7 @@ Rectangle {
     required property ReviewScreenState review
     readonly property real listHeight: Math.round(Math.max(Theme.drawerListMinHeight,
         Math.min(Theme.drawerListMaxHeight, Theme.drawerListShare * (Window.height))))
-    property real openPart: review.subclipDrawerOpen ? 1 : 0
+    property real openPart: review.panes.subclipDrawerOpen ? 1 : 0
 
     Behavior on openPart {
         NumberAnimation {
@@ -39,14 +39,14 @@ Rectangle {
         width: parent.width
         height: Theme.drawerHeaderHeight
         focusPolicy: Qt.TabFocus
-        onClicked: drawer.review.toggleSubclipDrawer()
+        onClicked: drawer.review.panes.toggleSubclipDrawer()
         Keys.onReturnPressed: Buttons.click(head)
         Keys.onEnterPressed: Buttons.click(head)
 
         Accessible.role: Accessible.Button
-        Accessible.name: qsTr("Subclips") + " " + drawer.review.subclipCountText
+        Accessible.name: qsTr("Subclips") + " " + drawer.review.panes.subclipCountText
         Accessible.checkable: true
-        Accessible.checked: drawer.review.subclipDrawerOpen
+        Accessible.checked: drawer.review.panes.subclipDrawerOpen
         Accessible.onPressAction: Buttons.click(head)
 
         background: Item {
@@ -59,14 +59,14 @@ Rectangle {
             SubclipsHeading {
                 x: Theme.regionPadding
                 height: parent.height
-                count: drawer.review.subclipCountText
+                count: drawer.review.panes.subclipCountText
             }
 
             Icon {
                 anchors.right: parent.right
                 anchors.rightMargin: Theme.spacing12 - Theme.hairline
                 anchors.verticalCenter: parent.verticalCenter
-                symbol: drawer.review.subclipDrawerGlyph
+                symbol: drawer.review.panes.subclipDrawerGlyph
                 color: head.hovered ? Theme.primaryText : Theme.secondaryText
             }
         }

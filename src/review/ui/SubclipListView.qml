@@ -18,7 +18,7 @@ Column {
         x: Theme.regionPadding
         height: Theme.drawerHeaderHeight
         visible: view.showsHeader
-        count: view.review.subclipCountText
+        count: view.review.panes.subclipCountText
     }
 
     ListView {

@@ -13,7 +13,7 @@ Rectangle {
                                   + 5 * row.spacing + row.x + Theme.spacing2
 
     objectName: "subclipBanner"
-    visible: review.isInSubclipMode
+    visible: review.selection.isInSubclipMode
     width: aside + name.width
     height: Theme.bannerHeight
     radius: Theme.controlRadius
@@ -63,7 +63,7 @@ Rectangle {
             objectName: "subclipBanner.name"
             anchors.verticalCenter: parent.verticalCenter
             width: Math.max(0, Math.floor(Math.min(Math.ceil(implicitWidth), banner.maximumWidth - banner.aside)))
-            text: banner.review.activeSubclipName
+            text: banner.review.selection.activeSubclipName
             textStyle: Theme.listStyle
             HelpText.text: truncated ? text : ""
         }
@@ -89,7 +89,7 @@ Rectangle {
             focusPolicy: Qt.TabFocus
             onClicked: {
                 focus = false; // the banner goes away
-                banner.review.exitSubclipMode();
+                banner.review.selection.exitSubclipMode();
             }
         }
     }

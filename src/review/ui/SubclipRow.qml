@@ -27,7 +27,7 @@ FocusItem {
     signal editingEnded()
 
     function select() {
-        review.selectSubclip(review.selectedVideoId, subclipId);
+        review.selection.selectSubclip(review.selection.selectedVideoId, subclipId);
     }
 
     // Of what stands in the row, keys without a use there are the screen's.
@@ -155,7 +155,7 @@ FocusItem {
             name: qsTr("Name of the subclip")
             takesEscape: true
             onAccepted: {
-                row.review.renameSubclip(row.subclipId, text);
+                row.review.marking.renameSubclip(row.subclipId, text);
                 row.endEditing();
             }
             onEscapePressed: row.endEditing()
@@ -209,7 +209,7 @@ FocusItem {
         StarRating {
             objectName: row.objectName + ".rating"
             rating: row.rating
-            onRated: stars => row.review.rateSubclip(row.subclipId, stars)
+            onRated: stars => row.review.marking.rateSubclip(row.subclipId, stars)
         }
 
         Button {
@@ -219,7 +219,7 @@ FocusItem {
             glyphColor: row.favorite ? Theme.favorite : Theme.secondaryText
             helpText: qsTr("Favorite this subclip (independent of parent)")
             focusPolicy: Qt.TabFocus
-            onClicked: row.review.toggleSubclipFavorite(row.subclipId)
+            onClicked: row.review.marking.toggleSubclipFavorite(row.subclipId)
             Accessible.checkable: true
             Accessible.checked: row.favorite
         }
@@ -228,7 +228,7 @@ FocusItem {
             objectName: row.objectName + ".selected"
             isOn: row.selectedForExport
             helpText: qsTr("Mark for export")
-            onClicked: row.review.toggleSubclipSelected(row.subclipId)
+            onClicked: row.review.marking.toggleSubclipSelected(row.subclipId)
         }
 
         Button {
@@ -237,7 +237,7 @@ FocusItem {
             destructive: true
             helpText: qsTr("Delete subclip (Cmd-Z to undo)")
             focusPolicy: Qt.TabFocus
-            onClicked: row.review.deleteSubclip(row.subclipId)
+            onClicked: row.review.marking.deleteSubclip(row.subclipId)
         }
     }
 }

@@ -1,13 +1,12 @@
-// Steps, play and the time. The play button stands in the middle; the time is right of it.
-//   review: ReviewScreenState
+// Buttons to step and play, and the time.
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
 
 Item {
-    id: transport
+    id: controls
 
-    required property ReviewScreenState review
+    required property ReviewTransport transport
 
     implicitHeight: Theme.transportHeight
 
@@ -23,7 +22,7 @@ Item {
         glyphColor: Theme.primaryText
         helpText: qsTr("Step one frame back (,)")
         focusPolicy: Qt.TabFocus
-        onClicked: transport.review.stepFrames(-1)
+        onClicked: controls.transport.stepFrames(-1)
     }
 
     Button {
@@ -34,12 +33,12 @@ Item {
         width: Theme.playButtonWidth
         height: Theme.transportButtonSize
         kind: Button.Plain
-        symbol: transport.review.isPlaying ? "pause.fill" : "play.fill"
+        symbol: controls.transport.isPlaying ? "pause.fill" : "play.fill"
         iconSize: Theme.playIconSize
         glyphColor: Theme.primaryText
-        helpText: transport.review.playHelp
+        helpText: controls.transport.playHelp
         focusPolicy: Qt.TabFocus
-        onClicked: transport.review.togglePlayback()
+        onClicked: controls.transport.togglePlayback()
     }
 
     Button {
@@ -54,7 +53,7 @@ Item {
         glyphColor: Theme.primaryText
         helpText: qsTr("Step one frame forward (.)")
         focusPolicy: Qt.TabFocus
-        onClicked: transport.review.stepFrames(1)
+        onClicked: controls.transport.stepFrames(1)
     }
 
     Row {
@@ -62,17 +61,17 @@ Item {
         x: Math.round(parent.width / 2) + Theme.transportTimeOffset
         anchors.verticalCenter: parent.verticalCenter
         Accessible.role: Accessible.StaticText
-        Accessible.name: transport.review.transportText
+        Accessible.name: controls.transport.transportText
 
         TabularLabel {
             objectName: "transport.current"
-            text: transport.review.transportTimeText
+            text: controls.transport.transportTimeText
             textStyle: Theme.headingStyle
             Accessible.ignored: true
         }
 
         TabularLabel {
-            text: transport.review.transportDurationText
+            text: controls.transport.transportDurationText
             textStyle: Theme.headingPlainStyle
             muted: true
             Accessible.ignored: true

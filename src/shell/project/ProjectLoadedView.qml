@@ -34,16 +34,16 @@ FocusScope {
         focus: true
         onActiveFocusChanged: {
             if (root.screen) { // not yet, and not any more, at both ends of the screen's life
-                root.review.keyboardFocused = activeFocus;
+                root.review.panes.keyboardFocused = activeFocus;
             }
         }
     }
 
     Connections {
-        target: root.review
+        target: root.review.panes
 
         function onKeyboardFocusedChanged() {
-            if (root.review.keyboardFocused) {
+            if (root.review.panes.keyboardFocused) {
                 keys.forceActiveFocus(Qt.OtherFocusReason);
             }
         }

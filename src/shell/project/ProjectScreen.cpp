@@ -10,8 +10,8 @@ namespace corvane {
 
 namespace {
 
-/// How many rows the page keys go.
-constexpr int kPageOfRows = 10;
+/// Rows that the page keys move the selection by.
+constexpr int kRowsPerPage = 10;
 
 QStringList localPaths(const QList<QUrl> &urls) {
     QStringList paths;
@@ -36,58 +36,54 @@ ProjectScreen::ProjectScreen(CorvaneApp &app, media::MediaPlayer::Options player
       m_exporting(m_exportFlow, app.store(), app.panels(), app.clock()),
       m_handoffFlow(&app.store(), media::ffmpegExportSessions(), m_cacheMaker),
       m_handoff(m_handoffFlow, app.store(), app.panels(), app.clock()) {
-    followRequests(*app.requests());
-    followFlows();
+    connectRequests(*app.requests());
+    connectFlows();
 }
 
 ProjectScreen::~ProjectScreen() = default;
 
-void ProjectScreen::followRequests(AppRequests &requests) {
-    connect(&requests, &AppRequests::importRequested, &m_review, &ReviewScreenState::requestImport);
-    connect(&requests, &AppRequests::exportRequested, &m_review, &ReviewScreenState::requestExport);
-    connect(&requests, &AppRequests::selectsHandoffRequested, &m_review,
-            &ReviewScreenState::requestHandoff);
-    connect(&m_review, &ReviewScreenState::sheetsChanged, this, &ProjectScreen::showSheet);
+void ProjectScreen::connectRequests(AppRequests &requests) {
+    connect(&requests, &AppRequests::importRequested, this, &ProjectScreen::requestImport);
+    connect(&requests, &AppRequests::exportRequested, this, &ProjectScreen::requestExport);
+    connect(&requests, &AppRequests::selectsHandoffRequested, this, &ProjectScreen::requestHandoff);
+    connect(&m_review, &ReviewScreenState::importRequested, this, &ProjectScreen::requestImport);
+    connect(&m_review, &ReviewScreenState::projectReplaced, this, &ProjectScreen::leaveImport);
 }
 
-void ProjectScreen::followFlows() {
-    connect(&m_importing, &ImportSheet::isOpenChanged, this, &ProjectScreen::hideSheet);
+void ProjectScreen::connectFlows() {
     connect(&m_importing, &ImportSheet::stageChanged, this, &ProjectScreen::updateRunning);
     for (DeliverySheet *const flow :
          std::initializer_list<DeliverySheet *>{&m_exporting, &m_handoff}) {
-        connect(flow, &DeliverySheet::isOpenChanged, this, &ProjectScreen::hideSheet);
         connect(flow, &DeliverySheet::stageChanged, this, &ProjectScreen::updateRunning);
         connect(flow, &DeliverySheet::revealWanted, &m_reveal, &FileReveal::reveal);
     }
 }
 
-/// The review says which sheet is up; playing behind it would only be heard.
-void ProjectScreen::showSheet() {
-    if (m_review.isImporting() || m_review.isExporting() || m_review.isHandingOff()) {
+void ProjectScreen::requestImport() {
+    if (!isSheetOpen()) {
         m_engine.pause();
-    }
-    if (!m_review.isImporting()) {
-        leaveImport();
-    } else if (!m_importing.isOpen()) {
         m_importing.open();
     }
-    if (m_review.isExporting() && !m_exporting.isOpen()) {
+}
+
+void ProjectScreen::requestExport() {
+    if (!isSheetOpen() && m_review.hasSelects()) {
+        m_engine.pause();
         m_exporting.open();
-    } else if (m_review.isHandingOff() && !m_handoff.isOpen()) {
+    }
+}
+
+void ProjectScreen::requestHandoff() {
+    if (!isSheetOpen() && m_review.hasSelects()) {
+        m_engine.pause();
         m_handoff.open();
     }
 }
 
-/// Its project has gone, and what was chosen for it. A run, and what it came to, stay up.
+/// Discards the choices made for the former project. The results of a run stay open.
 void ProjectScreen::leaveImport() {
     if (m_importing.stage() != ImportSheet::Stage::Done) {
         m_importing.dismiss();
-    }
-}
-
-void ProjectScreen::hideSheet() {
-    if (!m_importing.isOpen() && !m_exporting.isOpen() && !m_handoff.isOpen()) {
-        m_review.dismissSheet();
     }
 }
 
@@ -99,23 +95,23 @@ void ProjectScreen::updateRunning() {
         return;
     }
     if (isRunning) {
-        m_awake.emplace(QStringLiteral("Footage is being copied."));
+        m_sleepInhibitor.emplace(QStringLiteral("Footage is being copied."));
     } else {
-        m_awake.reset();
+        m_sleepInhibitor.reset();
     }
     Q_EMIT isRunningChanged();
 }
 
 void ProjectScreen::cancelRuns() {
     m_importFlow.cancelImport();
-    for (int step = 0; step < 2; ++step) { // the second ends what is in hand
+    for (int step = 0; step < 2; ++step) { // the second request also stops the current file
         m_exportFlow.requestCancel();
     }
     m_handoffFlow.abort();
 }
 
-/// By the name of its type too: the toolkit has several, and none of them may lose a letter to the
-/// key map.
+/// Also checks the class name for text controls of other types, none of which may lose a letter to
+/// the key map.
 bool ProjectScreen::isTextInputFocused() {
     const QObject *const focused = QGuiApplication::focusObject();
     return focused &&
@@ -125,7 +121,7 @@ bool ProjectScreen::isTextInputFocused() {
 
 bool ProjectScreen::handleKey(int key, int modifiers, bool isRepeat) {
     const bool textHasFocus = isTextInputFocused();
-    // An arrow key of the main block counts as one of the number pad on some machines.
+    // On some machines the arrow keys of the main block have the keypad modifier.
     const auto held = Qt::KeyboardModifiers(modifiers) & ~Qt::KeypadModifier;
     return m_review.handleKeyDown(key, held, textHasFocus, isRepeat) ||
            (!textHasFocus && moveInList(key, held));
@@ -145,10 +141,10 @@ bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
         rows = 1;
         break;
     case Qt::Key_PageUp:
-        rows = -kPageOfRows;
+        rows = -kRowsPerPage;
         break;
     case Qt::Key_PageDown:
-        rows = kPageOfRows;
+        rows = kRowsPerPage;
         break;
     case Qt::Key_Home:
         rows = -all;
@@ -159,25 +155,24 @@ bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
     default:
         return false;
     }
-    m_review.moveSelection(rows, modifiers);
+    m_review.selection().moveSelection(rows, modifiers);
     return true;
 }
 
 bool ProjectScreen::canImportDropped(const QList<QUrl> &urls) const {
-    return !m_review.isImporting() && !m_review.isExporting() && !m_review.isHandingOff() &&
-           !m_review.hasConfirmation() && !localPaths(urls).isEmpty();
+    return !isSheetOpen() && !m_review.hasConfirmation() && !localPaths(urls).isEmpty();
 }
 
 void ProjectScreen::importDropped(const QList<QUrl> &urls) {
     if (canImportDropped(urls)) {
-        m_review.requestImport();
+        requestImport();
         m_importing.openWith(localPaths(urls));
     }
 }
 
 } // namespace corvane
 
-/// The module's entry.
+/// Entry point of the module.
 extern "C" Q_DECL_EXPORT corvane::OpenProjectScreen *
 corvaneMakeProjectScreen(corvane::CorvaneApp &app) {
     return new corvane::ProjectScreen(app);

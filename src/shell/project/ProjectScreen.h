@@ -15,9 +15,12 @@
 
 namespace corvane {
 
-/// All that the screen of an open project is bound to: the player, the decisions of the review, the
-/// banners, and the three flows with their sheets, of which one is up at a time. It serves one
-/// project after another. What is handed in must outlive it. Main thread.
+/// The state of the screen of an open project: the player, the review, the banners, and the flows
+/// for import, export and handoff.
+///
+/// Each flow has a sheet, and at most one sheet is open: while one is, requests for another are
+/// ignored. Opening a sheet pauses the player. One screen serves all projects in turn. Main thread
+/// only. The application must outlive it.
 class ProjectScreen : public OpenProjectScreen {
     Q_OBJECT
     QML_ELEMENT
@@ -30,7 +33,7 @@ class ProjectScreen : public OpenProjectScreen {
     Q_PROPERTY(corvane::HandoffSheet *handoff READ handoff CONSTANT)
 
   public:
-    /// `player` is what plays: without sound where there must be none.
+    /// `player` configures playback; tests play without audio.
     explicit ProjectScreen(CorvaneApp &app,
                            media::MediaPlayer::Options player = PlayerEngine::optionsWithAudio());
     ~ProjectScreen() override;
@@ -45,21 +48,28 @@ class ProjectScreen : public OpenProjectScreen {
     bool isRunning() const override { return m_isRunning; }
     void cancelRuns() override;
 
-    /// A key that nothing on the screen has taken. True if it meant something.
+    bool isImporting() const { return m_importing.isOpen(); }
+    bool isExporting() const { return m_exporting.isOpen(); }
+    bool isHandingOff() const { return m_handoff.isOpen(); }
+    // Open a sheet. Export and handoff need something that is selected for export.
+    void requestImport();
+    void requestExport();
+    void requestHandoff();
+
+    /// Handles a key that no control has accepted. Returns true if it has a meaning.
     Q_INVOKABLE bool handleKey(int key, int modifiers, bool isRepeat);
-    /// Whether what has the keyboard's focus takes text.
+    /// True if the focused control accepts text input.
     static bool isTextInputFocused();
 
-    /// Whether footage is what is held over the window, and an import of it could be opened.
+    /// True if local files or folders are dragged and the import can be opened.
     Q_INVOKABLE bool canImportDropped(const QList<QUrl> &urls) const;
     Q_INVOKABLE void importDropped(const QList<QUrl> &urls);
 
   private:
-    void followRequests(AppRequests &requests);
-    void followFlows();
-    void showSheet();
+    void connectRequests(AppRequests &requests);
+    void connectFlows();
+    bool isSheetOpen() const { return isImporting() || isExporting() || isHandingOff(); }
     void leaveImport();
-    void hideSheet();
     void updateRunning();
     bool moveInList(int key, Qt::KeyboardModifiers modifiers);
 
@@ -78,7 +88,7 @@ class ProjectScreen : public OpenProjectScreen {
 
     FileReveal m_reveal;
     bool m_isRunning = false;
-    std::optional<SleepInhibitor> m_awake; ///< while something runs
+    std::optional<SleepInhibitor> m_sleepInhibitor; ///< while a flow runs
 };
 
 } // namespace corvane

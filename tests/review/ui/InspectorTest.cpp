@@ -157,13 +157,13 @@ TEST_F(InspectorTest, NotesGoToTheirOwnClipAndTheCursorStays) {
     view.key(Qt::Key_PageDown);
 
     const QString before = *clip(0).notes;
-    screen.selectClip(name("clip-1"));
+    screen.selection().selectClip(name("clip-1"));
     EXPECT_EQ(notesIn(view), QString());
     view.key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(clip(1).notes, std::nullopt) << "nothing of the other clip to undo";
     view.type(name("x"));
     view.key(Qt::Key_Backspace);
-    screen.selectClip(name("clip-2"));
+    screen.selection().selectClip(name("clip-2"));
     view.key(Qt::Key_Z, Qt::ControlModifier);
     view.type(name("second"));
     EXPECT_EQ(clip(0).notes, before);

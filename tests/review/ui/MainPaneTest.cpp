@@ -71,11 +71,11 @@ TEST_F(MainPaneTest, AClickOnATrackSeeksOnceAndADragAtEveryChangeBeyondTheEndsTo
         {.filmstrip = [](QString, QString, QString, std::stop_token) -> QCoro::Task<QStringList> {
             co_return QStringList{text("0.jpg"), text("1.jpg")};
         }});
-    state.selectClip(text("clip-1"));
+    state.selection().selectClip(text("clip-1"));
     Screen view(kPane, kSize, {{text("review"), QVariant::fromValue(&state)}});
     EXPECT_FALSE(view.shows(text("filmstrip"))) << "a clip whose id is no UUID has none";
     state.filmstrip().start(newIdentifier(), {}, folder.path());
-    state.selectSubclip(text("clip-1"), subclip(1).id);
+    state.selection().selectSubclip(text("clip-1"), subclip(1).id);
     QList<double> seeks;
     QObject::connect(&player, &ReviewPlayer::currentSecondsChanged, &player,
                      [&] { seeks.append(player.current); });
@@ -143,7 +143,7 @@ TEST_F(MainPaneTest, PlaysASubclipFromItsBarUnderABannerAndThePictureKeepsItsSiz
     EXPECT_NEAR(placeOf(view, "bars.1").left(), track.left() + track.width() * 0.2, 1);
     EXPECT_EQ(Screen::accessibleName(view.item(text("bars.1"))), text("Subclip 2"));
     view.click(text("bars.1"));
-    EXPECT_EQ(screen.activeSubclipId(), subclip(1).id);
+    EXPECT_EQ(screen.selection().activeSubclipId(), subclip(1).id);
     EXPECT_FALSE(view.shows(text("bars.0")));
     EXPECT_EQ(placeOf(view, "playerView"), picture);
     EXPECT_EQ(Screen::accessibleName(view.item(text("subclipBanner.name"))), text("Subclip 2"));
@@ -172,7 +172,7 @@ TEST_F(MainPaneTest, TabGoesInReadingOrderAndWhatGoesAwayGivesTheKeysBack) {
     view.key(Qt::Key_Tab);
     EXPECT_EQ(view.focused()->objectName(), text("subclipBanner.close"));
     view.key(Qt::Key_Space);
-    EXPECT_FALSE(screen.isInSubclipMode());
+    EXPECT_FALSE(screen.selection().isInSubclipMode());
     EXPECT_EQ(view.focused()->objectName(), text("screen"));
 }
 
@@ -235,7 +235,8 @@ TEST_F(MainPaneTest, ARowsNameIsEditedAndItsKeysStayInTheField) {
     view.key(Qt::Key_Return);
     EXPECT_EQ(subclip(0).label, std::nullopt);
     EXPECT_EQ(keysOfScreen(view), 1);
-    EXPECT_FALSE(screen.isInSubclipMode()) << "a click on the name doesn't play the row";
+    EXPECT_FALSE(screen.selection().isInSubclipMode())
+        << "a click on the name doesn't play the row";
 }
 
 TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
@@ -250,27 +251,28 @@ TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
     view.click(text("subclip.0.favorite"));
     view.click(text("subclip.0.selected"));
     EXPECT_TRUE(subclip(0).favorite && subclip(0).selectedForExport != wasMarked);
-    EXPECT_FALSE(screen.isInSubclipMode()) << "its buttons don't play the row";
+    EXPECT_FALSE(screen.selection().isInSubclipMode()) << "its buttons don't play the row";
     EXPECT_EQ(view.focused()->objectName(), text("screen")) << "nor do they take the focus";
 
     view.click(text("subclip.1.delete"));
     ASSERT_EQ(clip(1).subclips.size(), 1);
     EXPECT_FALSE(view.shows(text("subclip.1")));
     view.click(text("subclip.0"));
-    EXPECT_EQ(screen.activeSubclipId(), subclip(0).id);
+    EXPECT_EQ(screen.selection().activeSubclipId(), subclip(0).id);
     EXPECT_TRUE(view.shows(text("subclipBanner")));
-    screen.exitSubclipMode();
+    screen.selection().exitSubclipMode();
 
     view.item(text("subclip.0"))->forceActiveFocus(Qt::TabFocusReason);
     view.key(Qt::Key_Return);
-    EXPECT_TRUE(screen.isInSubclipMode());
-    screen.exitSubclipMode();
+    EXPECT_TRUE(screen.selection().isInSubclipMode());
+    screen.selection().exitSubclipMode();
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_5);
     EXPECT_EQ(subclip(0).rating, 5);
     view.key(Qt::Key_Space);
-    EXPECT_FALSE(screen.isInSubclipMode()) << "stars have no use for it, so it is the screen's";
+    EXPECT_FALSE(screen.selection().isInSubclipMode())
+        << "stars have no use for it, so it is the screen's";
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Space);
     EXPECT_FALSE(subclip(0).favorite);
@@ -282,17 +284,17 @@ TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
 TEST_F(MainPaneTest, NothingIsSeenOrHeardOfAClipThatIsGoneUntilItIsBack) {
     const Screen view = open();
     EXPECT_TRUE(view.shows(text("picture")));
-    screen.togglePlayback();
+    screen.transport().togglePlayback();
     const Project whole = *store.project();
     Project without = whole;
     without.videos.removeAt(1);
     store.updateProject(without);
-    EXPECT_FALSE(screen.isPlaying());
+    EXPECT_FALSE(screen.transport().isPlaying());
     EXPECT_FALSE(view.shows(text("picture")));
     EXPECT_TRUE(view.shows(text("player.none")));
     store.updateProject(whole);
     EXPECT_TRUE(view.shows(text("picture")));
-    EXPECT_TRUE(screen.hasSelectedVideo());
+    EXPECT_TRUE(screen.selection().hasSelectedVideo());
 }
 
 } // namespace corvane::test

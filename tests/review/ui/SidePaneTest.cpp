@@ -90,14 +90,14 @@ class SidePaneTest : public ReviewScreenTest {
 
 TEST_F(SidePaneTest, ClicksSelectMarkAndMarkRangesAndLeaveTheFocusWhereItIs) {
     clickOn("clip-clip-0");
-    EXPECT_EQ(screen.selectedVideoId(), QStringLiteral("clip-0"));
+    EXPECT_EQ(screen.selection().selectedVideoId(), QStringLiteral("clip-0"));
     EXPECT_TRUE(row("clip-clip-0")->property("current").toBool());
     clickOn("clip-clip-1", Qt::ControlModifier);
     clickOn("clip-clip-2", Qt::ShiftModifier);
     EXPECT_EQ(marked(), (QStringList{QStringLiteral("clip-1"), QStringLiteral("clip-1-sub-0"),
                                      QStringLiteral("clip-1-sub-1"), QStringLiteral("clip-2")}));
     EXPECT_TRUE(row("sub-clip-1-sub-0")->property("selected").toBool());
-    EXPECT_EQ(screen.selectedVideoId(), QStringLiteral("clip-0"));
+    EXPECT_EQ(screen.selection().selectedVideoId(), QStringLiteral("clip-0"));
     clickOn("clip-clip-3");
     EXPECT_EQ(marked(), QStringList());
     EXPECT_TRUE(hasKeys());
@@ -114,7 +114,7 @@ TEST_F(SidePaneTest, TheKeyboardReachesEveryRowOnceTheListHasTheFocus) {
     key(Qt::Key_Down);
     key(Qt::Key_Return);
     player.becomeReady();
-    EXPECT_TRUE(window.waitFor([&] { return screen.activeSubclipId().has_value(); }));
+    EXPECT_TRUE(window.waitFor([&] { return screen.selection().activeSubclipId().has_value(); }));
     key(Qt::Key_Down, Qt::ShiftModifier);
     key(Qt::Key_Space, Qt::ShiftModifier);
     EXPECT_EQ(marked().size(), 2);

@@ -57,12 +57,28 @@ TEST_F(ShellTest, TheImportSheetClosesWithItsProject) {
     ProjectScreen screen(app, media::MediaPlayer::Options());
     open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
     screen.review()->appear();
-    screen.review()->requestImport();
+    screen.requestImport();
     screen.importing()->addSources({folder.path()});
     ASSERT_TRUE(screen.importing()->isOpen());
     open(make(QStringLiteral("Other.corvane"), sampleProject(2)));
     EXPECT_FALSE(screen.importing()->isOpen());
-    screen.review()->requestImport();
+    screen.requestImport();
     EXPECT_TRUE(screen.importing()->isOpen());
     EXPECT_FALSE(screen.importing()->canScan()) << "the sources were cleared";
+}
+
+TEST_F(ShellTest, OpensOneSheetAtATimeAndADeliveryOnlyWithSelects) {
+    ProjectScreen screen(app, media::MediaPlayer::Options());
+    open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
+    screen.requestExport();
+    screen.requestHandoff();
+    EXPECT_FALSE(screen.isExporting() || screen.isHandingOff());
+    app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+    screen.requestExport();
+    screen.requestImport();
+    screen.requestHandoff();
+    EXPECT_TRUE(screen.isExporting() && !screen.isImporting() && !screen.isHandingOff());
+    screen.exporting()->dismiss();
+    screen.requestImport();
+    EXPECT_TRUE(screen.isImporting() && !screen.isExporting());
 }

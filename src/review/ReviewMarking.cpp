@@ -1,0 +1,210 @@
+#include "review/ReviewMarking.h"
+
+#include "review/ScrubberGeometry.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr double kShortestSubclip = 0.1;
+constexpr double kDefaultFrameDuration = 1.0 / 30;
+
+/// The range between the drafts in either order. A missing draft is the start or the end of the
+/// clip. Returns nullopt without drafts or if the range is too short.
+std::optional<ClipRange> rangeOfDrafts(const std::optional<double> &in,
+                                       const std::optional<double> &out, double end) {
+    if (!in && !out) {
+        return std::nullopt;
+    }
+    const ClipRange range = in && out ? ClipRange{std::min(*in, *out), std::max(*in, *out)}
+                            : in      ? ClipRange{*in, end}
+                                      : ClipRange{0, *out};
+    if (!(range.durationSeconds() >= kShortestSubclip)) {
+        return std::nullopt;
+    }
+    return range;
+}
+
+QVariant toVariant(const std::optional<double> &value) {
+    return value ? QVariant(*value) : QVariant();
+}
+
+} // namespace
+
+ReviewMarking::ReviewMarking(const Screen &screen, SubclipThumbnails::Writer thumbnailWriter)
+    : m_screen(screen), m_thumbnailWriter(std::move(thumbnailWriter)) {
+    connect(&screen.selection, &ReviewSelection::clipSelected, this, &ReviewMarking::clearDrafts);
+    connect(&screen.transport, &ReviewTransport::durationsChanged, this, &ReviewMarking::publish);
+}
+
+void ReviewMarking::run(const KeyMap::Command &command) {
+    switch (command.action) {
+    case KeyMap::Action::markIn:
+        setDrafts(m_screen.player.currentSeconds(), m_draftOut);
+        break;
+    case KeyMap::Action::markOut:
+        setDrafts(m_draftIn, m_screen.player.currentSeconds());
+        break;
+    case KeyMap::Action::nudgeIn:
+        setDrafts(nudged(m_draftIn), m_draftOut);
+        break;
+    case KeyMap::Action::nudgeOut:
+        setDrafts(m_draftIn, nudged(m_draftOut));
+        break;
+    case KeyMap::Action::saveDraft:
+        saveDraftSubclip();
+        break;
+    case KeyMap::Action::leaveSubclipMode:
+        m_screen.selection.exitSubclipMode();
+        clearDrafts();
+        break;
+    case KeyMap::Action::jumpToIn:
+        jump(m_draftIn, &Subclip::inSeconds);
+        break;
+    case KeyMap::Action::jumpToOut:
+        jump(m_draftOut, &Subclip::outSeconds);
+        break;
+    default:
+        break;
+    }
+}
+
+void ReviewMarking::setDrafts(std::optional<double> in, std::optional<double> out) {
+    m_draftIn = in;
+    m_draftOut = out;
+    publish();
+}
+
+/// One frame later, clamped to the clip.
+double ReviewMarking::nudged(const std::optional<double> &draft) const {
+    const double fps = m_screen.player.framesPerSecond();
+    const double later = draft.value_or(m_screen.player.currentSeconds()) +
+                         (fps > 0 ? 1 / fps : kDefaultFrameDuration);
+    return std::max(std::min(later, m_screen.player.durationSeconds()), 0.0);
+}
+
+/// Seeks to the draft, or to the edge of the last subclip if there is no draft.
+void ReviewMarking::jump(const std::optional<double> &draft, double Subclip::*edge) {
+    const VideoRecord *video = m_screen.selection.selectedVideo();
+    if (draft) {
+        m_screen.player.seek(*draft);
+    } else if (video && !video->subclips.isEmpty()) {
+        const ReviewIndex &index = m_screen.list.reviewIndex();
+        const ReviewIndex::IndexedClip &clip = index.clip(index.indexOfClip(video->id));
+        m_screen.player.seek(video->subclips.at(clip.subclips.back().index).*edge);
+    }
+}
+
+void ReviewMarking::saveDraftSubclip() {
+    const VideoRecord *video = m_screen.selection.selectedVideo();
+    if (!video) {
+        return;
+    }
+    const double end =
+        video->durationSeconds > 0 ? video->durationSeconds : m_screen.player.durationSeconds();
+    const auto range = rangeOfDrafts(m_draftIn, m_draftOut, end);
+    if (!range) {
+        return;
+    }
+    const QString videoId = video->id;
+    const QString media =
+        resolvedAgainstProject(video->sourcePath, m_screen.store.fileURL().value_or(QString()));
+    const SubclipKey key{videoId,
+                         m_screen.store.addSubclip(videoId, range->inSeconds, range->outSeconds)};
+    if (const Subclip *saved = m_screen.list.subclip(key)) {
+        createThumbnail(key, *saved, media);
+        clearDrafts();
+    }
+}
+
+void ReviewMarking::createThumbnail(const SubclipKey &key, const Subclip &subclip,
+                                    const QString &media) {
+    setThumbnailPending(key, true);
+    const auto &projectFile = m_screen.store.fileURL();
+    SubclipThumbnails::generateDetached(subclip, media,
+                                        projectFile ? projectFolder(*projectFile) : QString(),
+                                        m_thumbnailWriter, [self = QPointer(this), key] {
+                                            if (self) {
+                                                self->setThumbnailPending(key, false);
+                                            }
+                                        });
+}
+
+void ReviewMarking::setThumbnailPending(const SubclipKey &key, bool isPending) {
+    m_screen.list.setThumbnailPending(key, isPending);
+    m_screen.subclips.setThumbnailPending(key.subclipId, isPending);
+}
+
+std::optional<double> ReviewMarking::shownDraftIn() const {
+    return ScrubberGeometry::shownDraft(m_draftIn, m_screen.transport.activeRange());
+}
+
+std::optional<double> ReviewMarking::shownDraftOut() const {
+    return ScrubberGeometry::shownDraft(m_draftOut, m_screen.transport.activeRange());
+}
+
+std::optional<double> ReviewMarking::scrubberFraction(std::optional<double> seconds) const {
+    const ReviewTransport &transport = m_screen.transport;
+    return seconds && transport.showsPlayhead()
+               ? std::optional(ScrubberGeometry::position(*seconds, transport.transportDuration()))
+               : std::nullopt;
+}
+
+QVariant ReviewMarking::draftInFractionValue() const {
+    return toVariant(draftInFraction());
+}
+
+QVariant ReviewMarking::draftOutFractionValue() const {
+    return toVariant(draftOutFraction());
+}
+
+void ReviewMarking::publish() {
+    const std::pair fractions(draftInFraction(), draftOutFraction());
+    if (std::exchange(m_published, fractions) != fractions) {
+        Q_EMIT draftsChanged();
+    }
+}
+
+std::optional<SubclipKey> ReviewMarking::subclipKey(const QString &subclipId) const {
+    const SubclipKey key{m_screen.selection.selectedVideoId().value_or(QString()), subclipId};
+    return m_screen.list.subclip(key) ? std::optional(key) : std::nullopt;
+}
+
+void ReviewMarking::renameSubclip(const QString &subclipId, const QString &text) {
+    if (const auto key = subclipKey(subclipId)) {
+        m_screen.store.renameSubclip(*key, text);
+    }
+}
+
+void ReviewMarking::rateSubclip(const QString &subclipId, int rating) {
+    if (const auto key = subclipKey(subclipId)) {
+        m_screen.store.setSubclipRating(*key, rating);
+    }
+}
+
+void ReviewMarking::toggleSubclipFavorite(const QString &subclipId) {
+    if (const auto key = subclipKey(subclipId)) {
+        m_screen.store.toggleSubclipFavorite(*key);
+    }
+}
+
+void ReviewMarking::toggleSubclipSelected(const QString &subclipId) {
+    if (const auto key = subclipKey(subclipId)) {
+        m_screen.store.toggleSubclipSelected(*key);
+    }
+}
+
+void ReviewMarking::deleteSubclip(const QString &subclipId) {
+    if (const auto key = subclipKey(subclipId)) {
+        if (m_screen.selection.activeSubclipId() == subclipId) {
+            m_screen.selection.exitSubclipMode();
+        }
+        m_screen.store.deleteSubclip(*key);
+    }
+}
+
+} // namespace corvane

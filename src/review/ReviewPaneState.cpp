@@ -1,0 +1,69 @@
+#include "review/ReviewPaneState.h"
+
+#include "review/list/ReviewFormats.h"
+
+namespace corvane {
+
+QString ReviewPaneState::inspectorGlyph() const {
+    return showsInspector() ? QStringLiteral("chevron.left") : QStringLiteral("info.circle");
+}
+
+QString ReviewPaneState::inspectorHelp() const {
+    if (!m_selection.hasSelectedVideo()) {
+        return QStringLiteral("Select a clip to view its info");
+    }
+    return m_inspectorPanelOpen ? QStringLiteral("Back to clip list")
+                                : QStringLiteral("Show clip info");
+}
+
+void ReviewPaneState::toggleInspector() {
+    if (m_selection.hasSelectedVideo()) {
+        m_inspectorPanelOpen = !m_inspectorPanelOpen;
+        publish();
+    }
+}
+
+QString ReviewPaneState::subclipDrawerGlyph() const {
+    return m_subclipDrawerOpen ? QStringLiteral("chevron.down") : QStringLiteral("chevron.up");
+}
+
+void ReviewPaneState::toggleSubclipDrawer() {
+    m_subclipDrawerOpen = !m_subclipDrawerOpen;
+    publish();
+}
+
+bool ReviewPaneState::showsSubclipBars() const {
+    const VideoRecord *video = m_selection.selectedVideo();
+    return video && !video->subclips.isEmpty() && !m_selection.isInSubclipMode();
+}
+
+QString ReviewPaneState::subclipCountText() const {
+    const VideoRecord *video = m_selection.selectedVideo();
+    return ReviewFormats::countInParentheses(video ? video->subclips.size() : 0);
+}
+
+void ReviewPaneState::setKeyboardFocused(bool focused) {
+    if (std::exchange(m_keyboardFocused, focused) != focused) {
+        Q_EMIT keyboardFocusedChanged();
+    }
+}
+
+void ReviewPaneState::close() {
+    m_inspectorPanelOpen = false;
+    m_subclipDrawerOpen = false;
+    publish();
+}
+
+void ReviewPaneState::publish() {
+    Published now{.hasSelectedVideo = m_selection.hasSelectedVideo(),
+                  .inspectorPanelOpen = m_inspectorPanelOpen,
+                  .subclipDrawerOpen = m_subclipDrawerOpen,
+                  .showsSubclipBars = showsSubclipBars(),
+                  .subclipCountText = subclipCountText()};
+    if (now != m_published) {
+        m_published = std::move(now);
+        Q_EMIT panesChanged();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "review/ReviewSelection.h"
+
+namespace corvane {
+
+/// The parts of the review screen that open and close, and where its keyboard focus is. Main thread
+/// only. The selection must outlive it.
+class ReviewPaneState : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool inspectorPanelOpen READ inspectorPanelOpen NOTIFY panesChanged)
+    Q_PROPERTY(bool showsInspector READ showsInspector NOTIFY panesChanged)
+    Q_PROPERTY(QString inspectorGlyph READ inspectorGlyph NOTIFY panesChanged)
+    Q_PROPERTY(QString inspectorHelp READ inspectorHelp NOTIFY panesChanged)
+    Q_PROPERTY(bool subclipDrawerOpen READ subclipDrawerOpen NOTIFY panesChanged)
+    Q_PROPERTY(QString subclipDrawerGlyph READ subclipDrawerGlyph NOTIFY panesChanged)
+    Q_PROPERTY(bool showsSubclipBars READ showsSubclipBars NOTIFY panesChanged)
+    Q_PROPERTY(QString subclipCountText READ subclipCountText NOTIFY panesChanged)
+    Q_PROPERTY(bool keyboardFocused READ keyboardFocused WRITE setKeyboardFocused NOTIFY
+                   keyboardFocusedChanged)
+
+  public:
+    explicit ReviewPaneState(const ReviewSelection &selection) : m_selection(selection) {}
+
+    bool inspectorPanelOpen() const { return m_inspectorPanelOpen; }
+    /// True if the inspector is open and a clip is selected. It takes the place of the list.
+    bool showsInspector() const { return m_inspectorPanelOpen && m_selection.hasSelectedVideo(); }
+    QString inspectorGlyph() const;
+    QString inspectorHelp() const;
+    /// A no-op without a selected clip.
+    Q_INVOKABLE void toggleInspector();
+
+    bool subclipDrawerOpen() const { return m_subclipDrawerOpen; }
+    QString subclipDrawerGlyph() const;
+    Q_INVOKABLE void toggleSubclipDrawer();
+
+    bool showsSubclipBars() const;
+    QString subclipCountText() const; ///< of the selected clip, in parentheses
+
+    /// True if keys go to the screen and to none of its controls.
+    bool keyboardFocused() const { return m_keyboardFocused; }
+    void setKeyboardFocused(bool focused);
+
+    void close(); ///< the inspector and the drawer
+    /// Emits `panesChanged` if a property differs from the last call.
+    void publish();
+
+  Q_SIGNALS:
+    void panesChanged();
+    void keyboardFocusedChanged();
+
+  private:
+    struct Published {
+        bool hasSelectedVideo = false;
+        bool inspectorPanelOpen = false;
+        bool subclipDrawerOpen = false;
+        bool showsSubclipBars = false;
+        QString subclipCountText;
+
+        bool operator==(const Published &) const = default;
+    };
+
+    const ReviewSelection &m_selection;
+    Published m_published;
+    bool m_inspectorPanelOpen = false;
+    bool m_subclipDrawerOpen = false;
+    bool m_keyboardFocused = false;
+};
+
+} // namespace corvane
