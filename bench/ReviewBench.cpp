@@ -1,5 +1,5 @@
-// The review's list in a large project: a keystroke in the search field, another order, one star.
-// The other side of a search is lower-casing every text and looking into it, with nothing kept.
+// The review's list in a large project: a keystroke in the search field, another sort, one edit. For
+// comparison, "theirs" converts every text to lower case and searches it.
 
 #include "BenchData.h"
 
@@ -30,26 +30,26 @@ const Project &reviewProject() {
     return project;
 }
 
-bool holds(const QString &text, const QString &query) {
+bool containsTerm(const QString &text, const QString &query) {
     return text.toLower().contains(query);
 }
 
-bool clipHolds(const VideoRecord &video, const QString &query) {
-    const auto holdsAny = [&](const Subclip &subclip) {
-        return holds(subclip.label.value_or(QString()), query) ||
-               holds(subclip.notes.value_or(QString()), query);
+bool clipContains(const VideoRecord &video, const QString &query) {
+    const auto containsAny = [&](const Subclip &subclip) {
+        return containsTerm(subclip.label.value_or(QString()), query) ||
+               containsTerm(subclip.notes.value_or(QString()), query);
     };
-    return holds(video.fileName, query) || holds(video.notes.value_or(QString()), query) ||
-           std::ranges::any_of(video.tags, [&](const QString &tag) { return holds(tag, query); }) ||
-           std::ranges::any_of(video.subclips, holdsAny);
+    return containsTerm(video.fileName, query) || containsTerm(video.notes.value_or(QString()), query) ||
+           std::ranges::any_of(video.tags, [&](const QString &tag) { return containsTerm(tag, query); }) ||
+           std::ranges::any_of(video.subclips, containsAny);
 }
 
-void searchTheirs(benchmark::State &state, const QString &query) {
+void searchNaively(benchmark::State &state, const QString &query) {
     const Project &project = reviewProject();
     for (auto _ : state) {
         QList<VideoItem> found;
         for (const VideoItem &video : project.videos) {
-            if (clipHolds(*video, query)) {
+            if (clipContains(*video, query)) {
                 found.append(video);
             }
         }
@@ -57,8 +57,8 @@ void searchTheirs(benchmark::State &state, const QString &query) {
     }
 }
 
-/// From the whole list to what is found, with the counts.
-void searchOurs(benchmark::State &state, const QString &query) {
+/// From the unfiltered list to the matches, including the counts.
+void searchList(benchmark::State &state, const QString &query) {
     ReviewListModel model;
     model.setProject(&reviewProject());
     for (auto _ : state) {
@@ -70,8 +70,8 @@ void searchOurs(benchmark::State &state, const QString &query) {
     }
 }
 
-/// The first time that this order is asked for.
-void sortOurs(benchmark::State &state, ReviewState::Sort sort) {
+/// The first use of a sort.
+void sortList(benchmark::State &state, ReviewState::Sort sort) {
     const auto other = sort == ReviewState::Sort::filename ? ReviewState::Sort::rating
                                                            : ReviewState::Sort::filename;
     for (auto _ : state) {
@@ -97,7 +97,7 @@ void openList(benchmark::State &state) {
     }
 }
 
-/// From the key to the row's notification.
+/// From the edit to the changed row's signal.
 void starOneRow(benchmark::State &state) {
     ProjectFileIO io;
     ProjectRegistry registry{dataPath(QStringLiteral("review"))};
@@ -114,48 +114,48 @@ void starOneRow(benchmark::State &state) {
     model.setProject(&*store.project());
     QObject::connect(&store, &ProjectStore::projectChanged, &model,
                      [&] { model.setProject(&*store.project()); });
-    int told = 0;
-    QObject::connect(&model, &QAbstractItemModel::dataChanged, [&told] { ++told; });
+    int reports = 0;
+    QObject::connect(&model, &QAbstractItemModel::dataChanged, [&reports] { ++reports; });
     const QString id = store.project()->videos.at(12'500)->id;
     int rating = 0;
     for (auto _ : state) {
         store.setRating(id, ++rating % 6);
     }
-    if (told != state.iterations()) {
-        state.SkipWithError("a star must tell of one row");
+    if (reports != state.iterations()) {
+        state.SkipWithError("an edit must report one row");
     }
 }
 
-const QString kNothing = QStringLiteral("zebra");
-const QString kEverything = QStringLiteral("pier");
-const QString kEveryPair = QStringLiteral("left gulls take");
+const QString kNoMatch = QStringLiteral("zebra");
+const QString kAllMatch = QStringLiteral("pier");
+const QString kPairsOnly = QStringLiteral("left gulls take");
 
-BENCHMARK_CAPTURE(searchOurs, nothing, kNothing)
+BENCHMARK_CAPTURE(searchList, nothing, kNoMatch)
     ->Name("search-nothing/ours")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(searchTheirs, nothing, kNothing)
+BENCHMARK_CAPTURE(searchNaively, nothing, kNoMatch)
     ->Name("search-nothing/theirs")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(searchOurs, everyPair, kEveryPair)
+BENCHMARK_CAPTURE(searchList, everyPair, kPairsOnly)
     ->Name("search-misleading/ours")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(searchTheirs, everyPair, kEveryPair)
+BENCHMARK_CAPTURE(searchNaively, everyPair, kPairsOnly)
     ->Name("search-misleading/theirs")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(searchOurs, everything, kEverything)
+BENCHMARK_CAPTURE(searchList, everything, kAllMatch)
     ->Name("search-everything/ours")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(searchTheirs, everything, kEverything)
+BENCHMARK_CAPTURE(searchNaively, everything, kAllMatch)
     ->Name("search-everything/theirs")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(searchOurs, some, QStringLiteral("möwe 7"))
+BENCHMARK_CAPTURE(searchList, some, QStringLiteral("möwe 7"))
     ->Name("search-some/ours")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(sortOurs, name, ReviewState::Sort::filename)
+BENCHMARK_CAPTURE(sortList, name, ReviewState::Sort::filename)
     ->Name("sort-by-name/ours")
     ->Unit(benchmark::kMillisecond)
     ->Iterations(5);
-BENCHMARK_CAPTURE(sortOurs, rating, ReviewState::Sort::rating)
+BENCHMARK_CAPTURE(sortList, rating, ReviewState::Sort::rating)
     ->Name("sort-by-rating/ours")
     ->Unit(benchmark::kMillisecond)
     ->Iterations(5);

@@ -1,7 +1,6 @@
-// The whole window of an open project, drawn by the processor: how long a change of selection takes
-// to its first picture beside a seek of the same player in the same file, how busy the main thread
-// is while 1080p film plays, and how long the window leaves its user without an answer while it
-// imports and exports.
+// The window of an open project, drawn in software: time from a change of selection to the first
+// frame, compared to a seek in the same file; main thread load during playback of 1080p video; and
+// the longest time without response during import and export.
 #include "BenchData.h"
 
 #include "document/ProjectFileIO.h"
@@ -34,8 +33,8 @@ constexpr int kSeconds = 24;
 constexpr int kTurns = 15;
 constexpr std::chrono::seconds kPlayed{8};
 
-/// Tells which of the player's items showed a picture last, and when in it.
-class LastPicture : public media::FrameSink {
+/// Records the media file and the time of the last displayed frame.
+class LastFrame : public media::FrameSink {
   public:
     QSize wantedSize() const override { return {1280, 720}; }
     void show(media::DisplayFrame frame) override {
@@ -56,7 +55,7 @@ class LastPicture : public media::FrameSink {
     double m_seconds = -1;
 };
 
-QString filmOf(const QString &encoder, int gop) {
+QString videoFile(const QString &encoder, int gop) {
     const QString path =
         bench::dataPath(QStringLiteral("%1-1920x1080-%2.mp4").arg(encoder).arg(gop));
     if (!QFileInfo::exists(path)) {
@@ -72,7 +71,7 @@ QString filmOf(const QString &encoder, int gop) {
     return path;
 }
 
-/// A project of each film twice, so that a selection always is another clip.
+/// A project with every video twice, so that every selection loads another clip.
 QString projectOf(const QString &folder, const QStringList &films) {
     Project project{.id = newIdentifier(),
                     .name = QStringLiteral("Bench"),
@@ -116,7 +115,7 @@ double mainThreadMilliseconds() {
 }
 
 void measureSelection(ProjectScreen &screen, const Project &project, int film, const char *name) {
-    const auto sink = std::make_shared<LastPicture>();
+    const auto sink = std::make_shared<LastFrame>();
     media::MediaPlayer &player = screen.engine()->player();
     player.setSink(sink);
     std::mt19937 random(5);
@@ -234,9 +233,9 @@ int main(int argc, char **argv) {
     std::setlocale(LC_NUMERIC, "C");
     setUpFonts(application);
     const QTemporaryDir folder;
-    const QStringList films{filmOf(QStringLiteral("libx264"), 12),
-                            filmOf(QStringLiteral("libx264"), 300),
-                            filmOf(QStringLiteral("libx265"), 12)};
+    const QStringList films{videoFile(QStringLiteral("libx264"), 12),
+                            videoFile(QStringLiteral("libx264"), 300),
+                            videoFile(QStringLiteral("libx265"), 12)};
     const QString file = projectOf(folder.path(), films);
     OneFolder panels(folder.path());
     CorvaneApp app({.dataFolder = folder.filePath(QStringLiteral("data")),

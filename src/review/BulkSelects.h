@@ -2,8 +2,8 @@
 
 #include "review/ReviewListModel.h"
 
-/// "Add to Selects" and "Remove from Selects": the visible rows as they are at the click, and the
-/// outcome in the status line. Inline subclips are no rows of their own here.
+/// Select and deselect all visible rows for export, and report the result in the status line.
+/// Inline subclips are not included.
 namespace corvane::BulkSelects {
 
 void addVisible(ProjectStore &store, const ReviewState &state, const ReviewListModel &list);

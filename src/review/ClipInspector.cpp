@@ -3,13 +3,11 @@
 #include "platform/TextFormat.h"
 #include "review/list/ReviewFormats.h"
 
-#include <algorithm>
-
 namespace corvane {
 
 namespace {
 
-constexpr int kLongestWord = 2000;
+constexpr int kMaxWordLength = 2000;
 
 struct Flag {
     const char *title;
@@ -40,7 +38,11 @@ void ClipInspector::setVideo(const std::optional<VideoItem> &video) {
     }
     const QString notesBefore = notes();
     m_video = video;
-    setTags(m_video ? (*m_video)->tags : QStringList());
+    QList<Tag> tagRows;
+    for (const QString &tag : tags()) {
+        tagRows.append({tag});
+    }
+    m_tags.setRows(std::move(tagRows));
     Q_EMIT changed();
     if (isAnother || notes() != notesBefore) {
         Q_EMIT notesChanged();
@@ -50,22 +52,8 @@ void ClipInspector::setVideo(const std::optional<VideoItem> &video) {
     }
 }
 
-/// Rows before and after what has changed stay as they are, with the focus that may be in them.
-void ClipInspector::setTags(const QStringList &tags) {
-    const QStringList shown = m_tags.stringList();
-    const auto [before, after] = std::ranges::mismatch(shown, tags);
-    const auto same = before - shown.begin();
-    const auto [shownEnd, tagsEnd] =
-        std::mismatch(shown.rbegin(), shown.rend() - same, tags.rbegin(), tags.rend() - same);
-    if (const auto gone = shown.rend() - same - shownEnd; gone > 0) {
-        m_tags.removeRows(int(same), int(gone));
-    }
-    if (const auto come = tags.rend() - same - tagsEnd; come > 0) {
-        m_tags.insertRows(int(same), int(come));
-        for (auto row = same; row < same + come; ++row) {
-            m_tags.setData(m_tags.index(int(row)), tags.at(row));
-        }
-    }
+QStringList ClipInspector::tags() const {
+    return m_video ? (*m_video)->tags : QStringList();
 }
 
 QString ClipInspector::title() const {
@@ -87,7 +75,7 @@ QStringList ClipInspector::facts() const {
     if (video.fps) {
         facts.append(QString::number(*video.fps, 'f', 2) + QStringLiteral("fps"));
     }
-    if (video.durationSeconds != 0) { // 0 stands for a length that nobody could read
+    if (video.durationSeconds != 0) { // 0 if unknown
         facts.append(formattedDuration(video.durationSeconds));
     }
     return facts;
@@ -120,7 +108,7 @@ bool ClipInspector::notesBreakInWords() const {
     qsizetype length = 0;
     for (const QChar letter : notes()) {
         length = letter.isSpace() ? 0 : length + 1;
-        if (length > kLongestWord) {
+        if (length > kMaxWordLength) {
             return true;
         }
     }

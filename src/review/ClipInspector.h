@@ -1,14 +1,14 @@
 #pragma once
 
+#include "lists/ListModel.h"
 #include "session/ProjectStore.h"
 
-#include <QStringListModel>
 #include <QVariant>
 
 namespace corvane {
 
-/// One clip's facts, and the edits that a review makes of them. It shows the clip as the store has
-/// it and keeps nothing of its own but the tag that is being typed. Main thread.
+/// The inspector of a clip: shows the record, passes edits to the store, and holds the tag that is
+/// being typed. Main thread only.
 class ClipInspector : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool hasClip READ hasClip NOTIFY changed)
@@ -26,22 +26,21 @@ class ClipInspector : public QObject {
     /// The store must outlive it.
     explicit ClipInspector(ProjectStore &store, QObject *parent = nullptr);
 
-    /// Another clip is shown, or none, or the same one was changed.
+    /// Shows the current record of a clip; nullopt for no clip.
     void setVideo(const std::optional<VideoItem> &video);
 
     bool hasClip() const { return m_video.has_value(); }
     QString title() const;
-    /// Codec, size, frame rate and duration, each only where it is known.
+    /// Codec, size, frame rate and duration, as far as known.
     QStringList facts() const;
     int rating() const;
     /// Maps with "title", "icon", "shortcut", "help" and "isOn".
     QVariantList flags() const;
     QString notes() const;
-    /// Whether a word of the notes is so long that it has to be broken wherever a line is full: the
-    /// search for its end in each of its lines would stop the screen.
+    /// True if a word of the notes is so long that it must be wrapped at any character: finding its
+    /// end for every line would block the screen.
     bool notesBreakInWords() const;
-    QStringList tags() const { return m_tags.stringList(); }
-    /// The tags as rows that stay while others come and go.
+    QStringList tags() const;
     QAbstractItemModel *tagModel() { return &m_tags; }
     /// "In place" or "Copied".
     QString source() const;
@@ -49,10 +48,10 @@ class ClipInspector : public QObject {
     void setNewTag(const QString &text);
 
     Q_INVOKABLE void setRating(int rating);
-    /// By the flag's place in the list.
+    /// `flag` is an index in `flags`.
     Q_INVOKABLE void toggleFlag(int flag);
     void setNotes(const QString &text);
-    /// Adds what was typed, trimmed, and empties the field; what is blank is left as it stands.
+    /// Adds the typed tag, trimmed, and clears it. A no-op if it is blank.
     Q_INVOKABLE void addTag();
     Q_INVOKABLE void removeTag(const QString &tag);
 
@@ -61,16 +60,19 @@ class ClipInspector : public QObject {
 
   Q_SIGNALS:
     void changed();
-    /// Other notes are shown, or the same ones of another clip.
-    void notesChanged();
+    void notesChanged(); ///< also if another clip has the same notes
     void newTagChanged();
 
   private:
-    void setTags(const QStringList &tags);
+    struct Tag {
+        QString id;
+
+        bool operator==(const Tag &) const = default;
+    };
 
     ProjectStore &m_store;
     std::optional<VideoItem> m_video;
-    QStringListModel m_tags;
+    ListModel<Tag> m_tags{{{Qt::DisplayRole, "display", &Tag::id}}};
     QString m_newTag;
 };
 

@@ -5,8 +5,8 @@
 
 namespace corvane {
 
-/// The screen's player as the screen state sees it. What was asked of it is what it tells at once,
-/// so that keys in quick succession build on each other. The engine must outlive it. Main thread.
+/// Adapts a `PlayerEngine` to `ReviewPlayer`. Position and rate change as soon as they are
+/// requested, so that quick key presses add up. Main thread only. The engine must outlive it.
 class EngineReviewPlayer : public ReviewPlayer {
     Q_OBJECT
 

@@ -35,7 +35,7 @@ void FilmstripLoader::start(const QString &videoId, const QString &media,
 QCoro::Task<> FilmstripLoader::run(QString videoId, QString media, QString cacheRoot,
                                    std::stop_token stop) {
     const QPointer self(this);
-    const Generator generator = m_generator; // it may outlive this object by its own run
+    const Generator generator = m_generator; // the run may outlive this object
     const QUuid id = QUuid::fromString(videoId);
     QStringList frames;
     try {
@@ -47,9 +47,8 @@ QCoro::Task<> FilmstripLoader::run(QString videoId, QString media, QString cache
         frames =
             co_await generator(id.toString(QUuid::WithoutBraces).toUpper(), media, cacheRoot, stop);
     } catch (const std::exception &) {
-        frames.clear(); // the plain scrubber stays
+        frames.clear(); // without frames the plain scrubber is shown
     }
-    // A run that was cancelled has a successor or nobody to show its frames to.
     if (self && !stop.stop_requested()) {
         set(frames, false);
     }

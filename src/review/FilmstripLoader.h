@@ -9,20 +9,20 @@
 
 namespace corvane {
 
-/// The filmstrip of the clip in the player. A new clip cancels the run of the one before, whose
-/// frames never show on it. What fails shows no filmstrip. Main thread.
+/// Creates and shows the filmstrip of the clip in the player. Starting another clip cancels the
+/// previous run and discards its frames. A failure leaves the filmstrip empty. Main thread only.
 class FilmstripLoader : public QObject {
     Q_OBJECT
     Q_PROPERTY(QStringList filmstripURLs READ filmstripURLs NOTIFY changed)
     Q_PROPERTY(bool filmstripGenerating READ filmstripGenerating NOTIFY changed)
-    /// Whether there is anything to show: frames, or what stands in place of them.
+    /// True if frames or the placeholder are shown.
     Q_PROPERTY(bool showsStrip READ showsStrip NOTIFY changed)
-    /// What stands in place of the frames while they are made.
+    /// Shown until the frames are created; otherwise empty.
     Q_PROPERTY(QString placeholderText READ placeholderText NOTIFY changed)
 
   public:
-    /// Gives the frames' paths in order: of a clip's id as a canonical UUID, its media file, and
-    /// the cache root. It may throw.
+    /// Returns the paths of the frames in order. Takes the clip's id as a canonical UUID, its media
+    /// file and the cache root. May throw.
     using Generator = std::function<QCoro::Task<QStringList>(QString videoId, QString media,
                                                              QString cacheRoot, std::stop_token)>;
 
@@ -34,8 +34,9 @@ class FilmstripLoader : public QObject {
     bool showsStrip() const { return m_isGenerating || !m_frames.isEmpty(); }
     QString placeholderText() const;
 
-    /// Drops what is shown, and cancels what is under way.
+    /// Removes the frames and cancels the run.
     void clear();
+    /// Without a generator, or for an id that is not a UUID, the filmstrip stays empty.
     void start(const QString &videoId, const QString &media, const QString &cacheRoot);
 
   Q_SIGNALS:

@@ -21,7 +21,7 @@ constexpr ChipText kChips[] = {
     {Chip::showRejects, "Show rejects"},
 };
 
-/// The flag that a chip toggles; null for "All", which has none of its own.
+/// The flag that a chip toggles; nullptr for "All".
 bool *flagOf(ReviewState &state, Chip chip) {
     switch (chip) {
     case Chip::all:
@@ -40,7 +40,7 @@ bool *flagOf(ReviewState &state, Chip chip) {
     return nullptr;
 }
 
-/// The items of the rating menu; the place without a filter is the divider.
+/// The items of the rating menu; nullopt is the divider.
 const QList<std::optional<RatingFilter>> &ratingFilters() {
     static const QList<std::optional<RatingFilter>> filters{RatingFilter(),
                                                             std::nullopt,

@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// The filter row above the list: it owns the review's filter and says what each of its controls
-/// shows. Every change of the filter takes effect at once. Main thread.
+/// The filter row above the list: owns the `ReviewState` and provides the texts and states of the
+/// controls. Changes take effect immediately. Main thread only.
 class FilterBar : public QObject {
     Q_OBJECT
     Q_PROPERTY(QVariantList chips READ chips NOTIFY stateChanged)
@@ -35,12 +35,12 @@ class FilterBar : public QObject {
 
     const ReviewState &state() const { return m_state; }
     void setState(const ReviewState &state);
-    /// What the list that the filter asks for holds, told by who made it.
+    /// Sets the counts to display. Called when the list changed.
     void setCounts(qsizetype visible, qsizetype total);
 
     /// Maps with "chip", "title" and "isActive".
     QVariantList chips() const;
-    /// "All" clears every filter; the others are independent of one another.
+    /// "All" clears every filter; each other chip toggles its own.
     Q_INVOKABLE void click(corvane::FilterBar::Chip chip);
     Q_INVOKABLE void clearFilters();
 
@@ -48,7 +48,7 @@ class FilterBar : public QObject {
     bool ratingIsActive() const;
     /// Maps with "title", "isCurrent" and "isDivider".
     QVariantList ratingItems() const;
-    /// By the item's place in the menu.
+    /// `item` is an index in `ratingItems`. Ignores the divider.
     Q_INVOKABLE void chooseRating(int item);
 
     const QString &searchQuery() const { return m_state.searchQuery; }
@@ -64,7 +64,7 @@ class FilterBar : public QObject {
     void setUseLargeThumbnails(bool use);
 
     QString countLabel() const;
-    /// "Add to Selects" and "Remove from Selects" are there only while something is listed.
+    /// True if "Add to Selects" and "Remove from Selects" are shown: the list isn't empty.
     bool hasBulkActions() const { return m_visible > 0; }
 
   Q_SIGNALS:
@@ -78,7 +78,7 @@ class FilterBar : public QObject {
     ReviewState m_state;
     qsizetype m_visible = 0;
     qsizetype m_total = 0;
-    /// What was told last: the label changes with the filter as well as with the counts.
+    /// As last published. The label depends on the filter, too.
     std::pair<QString, bool> m_publishedCounts{countLabel(), false};
 };
 

@@ -7,11 +7,11 @@ namespace corvane::KeyMap {
 
 namespace {
 
-/// Which modifiers a binding asks for. Shift is free unless it is named.
+/// The modifiers of a binding.
 enum class With { anyShift, shift, noShift, command, shiftCommand };
 
 struct Binding {
-    std::array<int, 6> keys; ///< any of them; unused places are 0
+    std::array<int, 6> keys; ///< alternatives; unused entries are 0
     With with;
     Action action;
     int argument;

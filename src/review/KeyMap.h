@@ -5,8 +5,8 @@
 
 #include <optional>
 
-/// The keys of the review screen and what they mean. Command is Ctrl, Control is Meta, Option is
-/// Alt. The map knows keys only; what an action does is the screen state's.
+/// The keys of the review screen and their commands. Command is Ctrl, Control is Meta, Option is
+/// Alt.
 namespace corvane::KeyMap {
 
 enum class Action {
@@ -33,22 +33,21 @@ enum class Action {
     toggleRejected,
 };
 
-/// What a key press asks for.
 struct Command {
     Action action;
     int argument = 0;
 
-    /// Undo and redo work without a selected clip; nothing else does.
+    /// True for all commands except undo and redo.
     bool needsClip() const { return action != Action::undo && action != Action::redo; }
 
     bool operator==(const Command &) const = default;
 };
 
-/// Nothing for a key that isn't in the map. `key` is a `Qt::Key`, which doesn't tell upper from
-/// lower case.
+/// Returns nullopt for a key without a command. `key` is a `Qt::Key`, the same for upper and lower
+/// case.
 std::optional<Command> command(int key, Qt::KeyboardModifiers modifiers);
 
-/// The map as a user reads it, in the order of the guide.
+/// The key map as the user guide shows it.
 struct GuideRow {
     QString keys;
     QString meaning;

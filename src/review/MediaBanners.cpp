@@ -19,7 +19,7 @@ QVariantMap mapOf(const MediaConfirmationBanner &banner) {
             {QStringLiteral("isClosable"), banner.isClosable}};
 }
 
-QVariantMap nothingShown() {
+QVariantMap hiddenBanner() {
     QVariantMap map = mapOf({});
     map.insert(QStringLiteral("isShown"), false);
     map.insert(QStringLiteral("isAnswering"), false);
@@ -29,34 +29,34 @@ QVariantMap nothingShown() {
 } // namespace
 
 MediaBanners::MediaBanners(ProjectStore &store, QObject *parent)
-    : QObject(parent), m_store(store), m_file(store.fileURL()) {
-    connect(&m_store, &ProjectStore::mediaConfirmationChanged, this, &MediaBanners::follow);
-    connect(&m_store, &ProjectStore::fileURLChanged, this, &MediaBanners::forgetProject);
-    follow();
+    : QObject(parent), m_store(store), m_projectFile(store.fileURL()) {
+    connect(&m_store, &ProjectStore::mediaConfirmationChanged, this, &MediaBanners::updateBanners);
+    connect(&m_store, &ProjectStore::fileURLChanged, this, &MediaBanners::updateProject);
+    updateBanners();
 }
 
-QVariantList MediaBanners::places() const {
-    QVariantList places(kBannerKinds, nothingShown());
+QVariantList MediaBanners::banners() const {
+    QVariantList banners(kBannerKinds, hiddenBanner());
     for (const MediaConfirmationBanner &banner : m_banners) {
-        const int place = int(banner.kind);
+        const int kind = int(banner.kind);
         QVariantMap map = mapOf(banner);
-        map.insert(QStringLiteral("isShown"), !m_closed.contains(place));
-        map.insert(QStringLiteral("isAnswering"), m_answering.contains(place));
-        places[place] = map;
+        map.insert(QStringLiteral("isShown"), !m_closed.contains(kind));
+        map.insert(QStringLiteral("isAnswering"), m_answering.contains(kind));
+        banners[kind] = map;
     }
-    return places;
+    return banners;
 }
 
-void MediaBanners::answer(int place) {
-    const auto isOfPlace = [place](const MediaConfirmationBanner &banner) {
-        return int(banner.kind) == place;
+void MediaBanners::answer(int kind) {
+    const auto isOfKind = [kind](const MediaConfirmationBanner &banner) {
+        return int(banner.kind) == kind;
     };
-    if (!m_answering.contains(place) && std::ranges::any_of(m_banners, isOfPlace)) {
-        detach(carryOut(Kind(place)));
+    if (!m_answering.contains(kind) && std::ranges::any_of(m_banners, isOfKind)) {
+        detach(runAnswer(Kind(kind)));
     }
 }
 
-QCoro::Task<> MediaBanners::carryOut(Kind kind) {
+QCoro::Task<> MediaBanners::runAnswer(Kind kind) {
     const QPointer self(this);
     m_answering.insert(int(kind));
     Q_EMIT changed();
@@ -67,21 +67,21 @@ QCoro::Task<> MediaBanners::carryOut(Kind kind) {
     }
 }
 
-void MediaBanners::close(int place) {
-    if (!m_closed.contains(place)) {
-        m_closed.insert(place);
+void MediaBanners::close(int kind) {
+    if (!m_closed.contains(kind)) {
+        m_closed.insert(kind);
         Q_EMIT changed();
     }
 }
 
-void MediaBanners::follow() {
+void MediaBanners::updateBanners() {
     m_banners = mediaConfirmationBanners(m_store.mediaConfirmation());
     Q_EMIT changed();
 }
 
-/// What was hidden of one project is not hidden of the next, nor of the same one opened again.
-void MediaBanners::forgetProject() {
-    if (std::exchange(m_file, m_store.fileURL()) != m_store.fileURL() && !m_closed.isEmpty()) {
+void MediaBanners::updateProject() {
+    if (std::exchange(m_projectFile, m_store.fileURL()) != m_store.fileURL() &&
+        !m_closed.isEmpty()) {
         m_closed.clear();
         Q_EMIT changed();
     }

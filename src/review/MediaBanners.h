@@ -7,11 +7,11 @@
 
 namespace corvane {
 
-/// The media confirmation banners of the open project as a screen shows them, one place for each
-/// kind, and their answers. The store must outlive it. Main thread.
+/// The media confirmation banners of the open project. A banner that was closed is shown again when
+/// the project is opened again. Main thread only. The store must outlive it.
 class MediaBanners : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QVariantList places READ places NOTIFY changed)
+    Q_PROPERTY(QVariantList banners READ banners NOTIFY changed)
 
   public:
     using Kind = MediaConfirmationBanner::Kind;
@@ -20,27 +20,27 @@ class MediaBanners : public QObject {
 
     /// A map for each kind, the most serious last: "isShown", "icon", "message", "button",
     /// "disclosure", "paths", "isClosable", "isAnswering".
-    QVariantList places() const;
+    QVariantList banners() const;
 
-    /// What the button of the banner at that place does. While it is at work the banner stays and
-    /// takes no other answer.
-    Q_INVOKABLE void answer(int place);
-    /// The cross: hides the banner until the project is opened again.
-    Q_INVOKABLE void close(int place);
+    // `kind` is an index in `banners`.
+    /// Runs the action of the banner's button. Until it finishes the banner stays and ignores
+    /// further answers.
+    Q_INVOKABLE void answer(int kind);
+    Q_INVOKABLE void close(int kind);
 
   Q_SIGNALS:
     void changed();
 
   private:
-    QCoro::Task<> carryOut(Kind kind);
-    void follow();
-    void forgetProject();
+    QCoro::Task<> runAnswer(Kind kind);
+    void updateBanners();
+    void updateProject();
 
     ProjectStore &m_store;
     QList<MediaConfirmationBanner> m_banners;
-    std::optional<QString> m_file; ///< whose banners these are
-    QSet<int> m_closed;
-    QSet<int> m_answering;
+    std::optional<QString> m_projectFile;
+    QSet<int> m_closed;    ///< kinds
+    QSet<int> m_answering; ///< kinds
 };
 
 } // namespace corvane

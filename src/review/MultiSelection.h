@@ -6,8 +6,7 @@
 
 namespace corvane {
 
-/// The rows that are marked beside the clip in the player, and where a range of them begins. A
-/// plain value.
+/// The marked rows, and the anchors from which a range is extended. A plain value.
 struct MultiSelection {
     QSet<QString> multiSelectedClipIds;
     QSet<QString> multiSelectedSubclipIds;
@@ -18,12 +17,12 @@ struct MultiSelection {
         return !multiSelectedClipIds.isEmpty() || !multiSelectedSubclipIds.isEmpty();
     }
     bool contains(const SidebarRowId &row) const;
-    /// Takes all marks back, with the anchors.
+    /// Removes all marks and anchors.
     void clear();
-    /// Marks the row, or takes its mark back. The next range begins there either way.
+    /// Marks or unmarks the row, which becomes the anchor.
     void toggle(const SidebarRowId &row);
-    /// Marks every row from `anchor` to `row` in the order given, and what was marked stays. Where
-    /// the anchor isn't listed, the row alone; where the row isn't, nothing.
+    /// Also marks the rows of `order` from `anchor` to `row`; only `row` if the anchor isn't
+    /// listed. A no-op if `row` isn't listed.
     void extend(const SidebarRowId &row, const std::optional<SidebarRowId> &anchor,
                 const QList<SidebarRowId> &order);
 

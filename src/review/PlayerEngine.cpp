@@ -70,7 +70,7 @@ QCoro::Task<> PlayerEngine::load(QString path) {
             return media::MediaAsset::read(path, stop);
         });
     } catch (const std::exception &) {
-        // No message: a file that can't be read just shows no picture.
+        // The player shows no frame, which is message enough.
     }
     if (!alive || number != m_loads || !asset) {
         co_return;
@@ -81,7 +81,7 @@ QCoro::Task<> PlayerEngine::load(QString path) {
     }
 }
 
-/// An asset without tracks gives the values that stand while nothing is known.
+/// An empty asset sets the initial values.
 void PlayerEngine::storeFacts(const media::MediaAsset &asset) {
     const auto track = asset.videoTracks.isEmpty() ? media::VideoTrack{.naturalSize = {0, 0}}
                                                    : asset.videoTracks.first();
@@ -91,7 +91,7 @@ void PlayerEngine::storeFacts(const media::MediaAsset &asset) {
     store(m_naturalSize, track.naturalSize, &PlayerEngine::naturalSizeChanged);
 }
 
-double PlayerEngine::kept(double seconds) const {
+double PlayerEngine::clamped(double seconds) const {
     const double inClip = std::max(std::min(seconds, durationSeconds()), 0.0);
     return m_playbackConstraint
                ? std::max(m_playbackConstraint->in, std::min(inClip, m_playbackConstraint->out))
@@ -99,7 +99,7 @@ double PlayerEngine::kept(double seconds) const {
 }
 
 void PlayerEngine::seek(double seconds) {
-    m_player.seek(MediaTime::fromSeconds(kept(std::isnan(seconds) ? 0 : seconds)));
+    m_player.seek(MediaTime::fromSeconds(clamped(std::isnan(seconds) ? 0 : seconds)));
 }
 
 void PlayerEngine::stepFrames(int frames) {
@@ -107,12 +107,13 @@ void PlayerEngine::stepFrames(int frames) {
         return;
     }
     if (m_isReady && m_naturalSize.isEmpty()) {
-        seek(currentSeconds() + frames / m_fps); // there are no frames to step through
+        seek(currentSeconds() + frames / m_fps); // audio only
         return;
     }
     std::optional<media::MediaTimeRange> range;
     if (m_duration > MediaTime()) {
-        range = {MediaTime::fromSeconds(kept(0)), MediaTime::fromSeconds(kept(durationSeconds()))};
+        range = {MediaTime::fromSeconds(clamped(0)),
+                 MediaTime::fromSeconds(clamped(durationSeconds()))};
     }
     m_player.stepFrames(frames, range);
 }

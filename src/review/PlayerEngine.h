@@ -12,11 +12,10 @@
 
 namespace corvane {
 
-/// Owns the one media player of the review screen: loads one clip at a time, tells what the screen
-/// shows, seeks exactly, steps by frames, and holds playback inside a range. It knows nothing of
-/// the project. Main thread.
+/// The media player of the review screen: loads one clip at a time, seeks exactly, steps by frames,
+/// and can hold playback inside a range. Independent of the project. Main thread only.
 ///
-/// A file that can't be read is no error: `isReady` stays false and there is no picture.
+/// For a file that can't be read `isReady` stays false and no frame is shown.
 class PlayerEngine : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString url READ url NOTIFY urlChanged)
@@ -29,7 +28,7 @@ class PlayerEngine : public QObject {
     Q_PROPERTY(bool isReady READ isReady NOTIFY isReadyChanged)
 
   public:
-    /// Seconds, `in` below `out`.
+    /// In seconds; `in` is less than `out`.
     struct PlaybackConstraint {
         double in = 0;
         double out = 0;
@@ -39,14 +38,14 @@ class PlayerEngine : public QObject {
 
     static constexpr double kDefaultFps = 30;
 
-    /// With the machine's sound.
+    /// Plays audio on the default device.
     static media::MediaPlayer::Options optionsWithAudio();
 
     explicit PlayerEngine(QObject *parent = nullptr);
     explicit PlayerEngine(media::MediaPlayer::Options options, QObject *parent = nullptr);
     ~PlayerEngine() override;
 
-    QString url() const { return m_url; }                          ///< a path; empty for none
+    QString url() const { return m_url; }                          ///< a path; empty if no clip
     media::MediaTime duration() const { return m_duration; }       ///< of the asset
     media::MediaTime currentTime() const { return m_currentTime; } ///< last reported playhead
     float rate() const { return m_rate; }                          ///< last observed
@@ -61,27 +60,28 @@ class PlayerEngine : public QObject {
     double currentSeconds() const { return m_currentTime.seconds(); }
     bool isPlaying() const { return m_rate != 0; }
 
-    /// Where the screen's picture comes from.
+    /// The source of the frames to display.
     media::MediaPlayer &player() { return m_player; }
 
-    /// Shows a clip's first frame; it doesn't start playing. Done when its facts are read, or when
-    /// a newer load has taken its place: that one's facts are never overwritten.
+    /// Loads a clip, paused at its first frame. Finishes when duration and tracks have been read,
+    /// or when a newer load has replaced this one, which then changes nothing.
     QCoro::Task<> load(QString path);
 
-    /// Goes exactly there, kept inside the clip and then inside an armed range.
+    /// Seeks to the exact frame. Clamps to the clip, then to the playback constraint.
     Q_INVOKABLE void seek(double seconds);
-    /// So many frames on, or back for less than 0; kept like a seek. Playback goes on from there.
+    /// Steps forward, or back if negative. Clamps like `seek`. Does not change the rate.
     Q_INVOKABLE void stepFrames(int frames);
 
-    /// 0 stands, 1 plays, below 0 plays backwards. Forward from the end of an armed range starts
-    /// again at its in.
+    /// Plays in reverse if negative, pauses if 0. Playing forward from the end of the playback
+    /// constraint starts at its beginning.
     Q_INVOKABLE void setRate(float rate);
     Q_INVOKABLE void pause() { setRate(0); }
-    /// Plays at 1 from a standstill, and pauses otherwise.
+    /// Plays at rate 1 if paused, pauses otherwise.
     Q_INVOKABLE void togglePlaying();
 
-    /// Arms a range in place of any other, or none unless `in` is below `out`: playback that comes
-    /// to `out` pauses there and the playhead goes back to `in`. It neither starts nor seeks.
+    /// Replaces the playback constraint: playback that reaches `out` pauses, and the playhead
+    /// returns to `in`. Removes it unless `in` is less than `out`. Does not start playback and does
+    /// not seek.
     void playConstrained(double in, double out);
     void clearPlaybackConstraint();
 
@@ -100,7 +100,7 @@ class PlayerEngine : public QObject {
     void store(Value &field, const Value &value, void (PlayerEngine::*changed)());
     void storeFacts(const media::MediaAsset &asset);
     void stopAtOut(double in);
-    double kept(double seconds) const;
+    double clamped(double seconds) const;
 
     QString m_url;
     media::MediaTime m_duration;
@@ -111,7 +111,7 @@ class PlayerEngine : public QObject {
     bool m_isReady = false;
     std::optional<PlaybackConstraint> m_playbackConstraint;
 
-    quint64 m_loads = 0; ///< counts the loads; only the latest one writes fields
+    quint64 m_loads = 0; ///< number of loads; only the latest may change fields
     std::stop_source m_stopReading;
     media::MediaPlayer m_player;
     media::MediaPlayer::Token m_timeObserverToken = 0;

@@ -17,7 +17,7 @@ void PlayerReadiness::whenReady(ReviewPlayer &player, Clock &clock, std::functio
             wait->finish();
         }
     });
-    wait->m_bound = clock.after(kLongestWait, [wait] { wait->finish(); });
+    wait->m_timer = clock.after(kTimeout, [wait] { wait->finish(); });
 }
 
 void PlayerReadiness::finish() {

@@ -5,15 +5,14 @@
 
 namespace corvane {
 
-/// Waits for a player to be ready, a second at most, then runs the action and ends itself. It ends
-/// without the action where its parent ends first.
+/// Runs an action when a player is ready or a timeout has passed, then deletes itself.
 class PlayerReadiness : public QObject {
     Q_OBJECT
 
   public:
-    static constexpr std::chrono::seconds kLongestWait{1};
+    static constexpr std::chrono::seconds kTimeout{1};
 
-    /// Runs the action at once where the player is ready.
+    /// Runs the action immediately if the player is ready. Deleting `parent` cancels the action.
     static void whenReady(ReviewPlayer &player, Clock &clock, std::function<void()> action,
                           QObject *parent);
 
@@ -22,7 +21,7 @@ class PlayerReadiness : public QObject {
     void finish();
 
     std::function<void()> m_action;
-    std::unique_ptr<Clock::Timer> m_bound;
+    std::unique_ptr<Clock::Timer> m_timer;
 };
 
 } // namespace corvane

@@ -4,8 +4,7 @@
 
 namespace corvane {
 
-/// A question of the delete key as an alert of the normal style: two buttons, the first of them the
-/// default. Nothing is done before it is answered with that one.
+/// The texts of an alert that asks before something is deleted or rejected.
 struct ReviewConfirmation {
     QString title;
     QString text;
@@ -14,8 +13,8 @@ struct ReviewConfirmation {
 
     static ReviewConfirmation deleteSubclip(const Subclip &subclip);
     static ReviewConfirmation rejectClip(const VideoRecord &video);
-    /// So many marked subclips, and so many marked clips that aren't rejected yet. Nothing where
-    /// there is neither.
+    /// For marked rows: `clips` counts those that aren't rejected yet. Returns nullopt if both are
+    /// 0.
     static std::optional<ReviewConfirmation> applyToMarked(qsizetype subclips, qsizetype clips);
 
     bool operator==(const ReviewConfirmation &) const = default;

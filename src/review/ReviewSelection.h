@@ -39,7 +39,7 @@ class ReviewSelection : public QObject {
     bool isInSubclipMode() const { return activeSubclip() != nullptr; }
     QString activeSubclipName() const;
     /// Selects the subclip's clip if necessary, then activates the subclip when the player is
-    /// ready, at the latest after `PlayerReadiness::kLongestWait`.
+    /// ready, at the latest after `PlayerReadiness::kTimeout`.
     Q_INVOKABLE void selectSubclip(const QString &videoId, const QString &subclipId);
     /// Seeks to the subclip's in point and holds playback in its range.
     void activateSubclip(const Subclip &subclip);

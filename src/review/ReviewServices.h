@@ -4,8 +4,8 @@
 
 namespace corvane {
 
-/// What makes the pictures of the review screen out of the media files. A subclip's thumbnail fits
-/// in 320 by 180, stands as a player shows it, and may be a tenth of a second off.
+/// The services that read media files. A subclip's thumbnail fits in 320 by 180 pixels and may be
+/// up to 0.1 s off.
 ReviewScreenState::Services reviewServices();
 
 } // namespace corvane

@@ -18,9 +18,9 @@ std::optional<QRectF> bar(double inSeconds, double outSeconds, double duration, 
     if (!(duration > 0)) {
         return std::nullopt;
     }
-    constexpr double kLeastWidth = 2;
+    constexpr double kMinWidth = 2;
     return QRectF(inSeconds / duration * width, (kBarRowHeight - kBarHeight) / 2,
-                  std::max((outSeconds - inSeconds) / duration * width, kLeastWidth), kBarHeight);
+                  std::max((outSeconds - inSeconds) / duration * width, kMinWidth), kBarHeight);
 }
 
 std::optional<double> shownDraft(std::optional<double> draft,

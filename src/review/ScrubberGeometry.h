@@ -6,18 +6,17 @@
 
 #include <optional>
 
-/// Where times lie on the tracks under the picture. Widths are in points, times in seconds.
+/// Positions of times on the scrubber and the subclip bars. Widths are in points, times in seconds.
 namespace corvane::ScrubberGeometry {
 
 constexpr double kBarHeight = 6;
 constexpr double kBarRowHeight = 12;
 
-/// Which part of the track a pointer at `x` means, from 0 to 1. A track of a point or less takes
-/// `x` itself.
+/// The fraction of the track, 0 to 1, at `x`. On a track of at most one point `x` is the fraction.
 double fraction(double x, double width);
-/// Which part of the track a time stands at, from 0 to 1; 0 where the duration isn't above 0.
+/// The fraction of the track, 0 to 1, at a time; 0 if the duration is not positive.
 double position(double seconds, double duration);
-/// The bar of a range in its row, at least 2 points wide; nothing where the duration isn't above 0.
+/// The bar of a range in its row, at least 2 points wide; nullopt if the duration is not positive.
 std::optional<QRectF> bar(double inSeconds, double outSeconds, double duration, double width);
 
 /// The draft mark that the scrubber shows, in seconds on its track. Returns `draft` if no subclip

@@ -13,7 +13,7 @@ namespace corvane::SubclipThumbnails {
 
 namespace {
 
-/// Its own: verifying files can keep the common one busy for minutes.
+/// Not a shared executor: those can be busy for minutes with verifying files.
 SerialExecutor &thumbnailExecutor() {
     static SerialExecutor executor(QStringLiteral("subclipThumbnails"),
                                    SerialExecutor::Priority::Utility);
@@ -24,7 +24,7 @@ SerialExecutor &thumbnailExecutor() {
 
 void generate(const Subclip &subclip, const QString &media, const QString &projectFolder,
               const Writer &writer) {
-    // First the path: no folder is made through a link.
+    // Rejects paths through links before any folder is created.
     const auto file = PathSafety::subclipThumbnailPath(subclip.id, projectFolder);
     if (!file || !writer || fileSystem().linkStatus(*file)) {
         return;
@@ -33,7 +33,7 @@ void generate(const Subclip &subclip, const QString &media, const QString &proje
         fileSystem().createFolders(paths::parentFolder(*file));
         writer(media, std::max(subclip.inSeconds, 0.0), *file);
     } catch (const std::exception &) {
-        return; // no picture, and no word of it
+        return;
     }
 }
 

@@ -4,20 +4,19 @@
 
 #include <functional>
 
-/// The pictures of subclips in a project's cache, each made once and never overwritten.
+/// Thumbnails of subclips in a project's cache. An existing thumbnail is never overwritten.
 namespace corvane::SubclipThumbnails {
 
-/// Writes the picture of a media file at a time as a JPEG file of that path, or throws. Called off
-/// the main thread.
+/// Writes the frame of a media file at a time to a JPEG file, or throws. Called off the main
+/// thread.
 using Writer = std::function<void(const QString &media, double seconds, const QString &file)>;
 
-/// Makes the subclip's thumbnail unless it is there. Every failure is silent: the row then keeps
-/// its clip's picture. Any thread; takes as long as the writer.
+/// Creates the thumbnail unless it exists. Ignores failures: the row then shows the thumbnail of
+/// the clip. Blocks for as long as the writer does. Any thread.
 void generate(const Subclip &subclip, const QString &media, const QString &projectFolder,
               const Writer &writer);
 
-/// The same on a thread of its own, with nobody waiting. `onDone` is called on the main thread
-/// afterwards, whatever came of it.
+/// The same on a background thread. Calls `onDone` on the main thread afterwards, also on failure.
 void generateDetached(const Subclip &subclip, const QString &media, const QString &projectFolder,
                       const Writer &writer, const std::function<void()> &onDone);
 

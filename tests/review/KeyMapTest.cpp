@@ -16,7 +16,7 @@ using KeyMap::Command;
 
 struct ExpectedKey {
     Command plain;
-    std::optional<Command> shifted; ///< where Shift makes a difference
+    std::optional<Command> shifted; ///< with Shift, if different
 };
 
 QHash<int, ExpectedKey> expectedKeys() {
@@ -66,7 +66,7 @@ std::optional<Command> expectedCommand(int key, Qt::KeyboardModifiers modifiers)
 
 } // namespace
 
-TEST(KeyMap, HoldsEachKeyWithEachModifierAsTheTableSays) {
+TEST(KeyMap, MapsEachKeyWithEachModifier) {
     QList<int> keys;
     for (int key = 0; key <= Qt::Key_ydiaeresis; ++key) {
         keys.append(key);
@@ -88,7 +88,7 @@ TEST(KeyMap, HoldsEachKeyWithEachModifierAsTheTableSays) {
     }
 }
 
-TEST(KeyMap, HoldsTheKeysThatTheGuideNames) {
+TEST(KeyMap, ListsTheSameKeysAsTheUserGuide) {
     QSet<QString> mapped{QStringLiteral("Delete"), QStringLiteral("Ctrl"), QStringLiteral("Shift")};
     for (const KeyMap::GuideRow &row : KeyMap::guideRows()) {
         EXPECT_FALSE(row.meaning.isEmpty());

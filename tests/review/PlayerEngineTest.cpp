@@ -41,7 +41,7 @@ class PlayerEngineTest : public testing::Test {
 
 } // namespace
 
-TEST_F(PlayerEngineTest, PublishesTheFactsOfWhatItLoadsAndStandsOnTheFirstFrame) {
+TEST_F(PlayerEngineTest, PublishesTheFactsOfALoadedFileAndPausesAtItsFirstFrame) {
     EXPECT_FALSE(engine->isReady());
     EXPECT_EQ(engine->fps(), 30);
     int notifications = 0;
@@ -89,11 +89,11 @@ TEST_F(PlayerEngineTest, KeepsTheFactsOfTheNewerOfTwoLoads) {
     EXPECT_TRUE(shows(9, 0.36));
 
     auto last = engine->load(first);
-    engine.reset(); // nobody is left to be written to
+    engine.reset(); // pending reads must not write to it
     test::await(std::move(last));
 }
 
-TEST_F(PlayerEngineTest, KeepsSeeksAndStepsInsideTheClipAndThenTheRange) {
+TEST_F(PlayerEngineTest, ClampsSeeksAndStepsToTheClipAndThenToTheRange) {
     load(clip({.frames = 150}));
     engine->seek(-3);
     EXPECT_TRUE(shows(0, 0));
@@ -120,7 +120,7 @@ TEST_F(PlayerEngineTest, KeepsSeeksAndStepsInsideTheClipAndThenTheRange) {
     EXPECT_FALSE(engine->playbackConstraint());
 }
 
-TEST_F(PlayerEngineTest, StopsAtTheOutOfARangeWithThePlayheadBackAtItsIn) {
+TEST_F(PlayerEngineTest, PausesAtTheOutPointOfARangeAndReturnsToItsInPoint) {
     load(clip({.frames = 50}));
     engine->seek(0.4);
     engine->playConstrained(0.4, 1.2);
@@ -129,7 +129,7 @@ TEST_F(PlayerEngineTest, StopsAtTheOutOfARangeWithThePlayheadBackAtItsIn) {
         engine->togglePlaying();
         EXPECT_EQ(engine->rate(), 1);
         EXPECT_TRUE(eventually([&] {
-            clock.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
+            clock.advance(std::chrono::milliseconds(50)); // every report wakes this loop
             return engine->rate() == 0;
         }));
         EXPECT_TRUE(shows(10, 0.4));
@@ -138,7 +138,7 @@ TEST_F(PlayerEngineTest, StopsAtTheOutOfARangeWithThePlayheadBackAtItsIn) {
         EXPECT_LE(number, 30);
     }
     engine->seek(1.2);
-    engine->togglePlaying(); // from its end it starts again
+    engine->togglePlaying(); // restarts from the end of the range
     EXPECT_TRUE(shows(10, 0.4));
 }
 

@@ -20,7 +20,7 @@ inline VideoRecord makeVideo(const QString &id, const QString &fileName) {
     return video;
 }
 
-/// A small project of everything that a filter looks at, the same for the same seed.
+/// Random small projects with all fields that a filter reads. Deterministic for a seed.
 class RandomProject {
   public:
     explicit RandomProject(quint32 seed) : m_random(seed) {}
@@ -48,20 +48,20 @@ class RandomProject {
         return state;
     }
 
-    /// One thing that may happen to a document while it is reviewed.
+    /// Makes one random change as a review could.
     void change(Project &project) {
         if (project.videos.isEmpty() || chance(6)) {
             const QString id = QStringLiteral("N%1").arg(++m_added);
             project.videos.insert(m_random.bounded(int(project.videos.size()) + 1), video(id));
             return;
         }
-        const int place = m_random.bounded(int(project.videos.size()));
+        const int index = m_random.bounded(int(project.videos.size()));
         if (chance(8)) {
-            project.videos.removeAt(place);
+            project.videos.removeAt(index);
         } else if (chance(8)) {
-            project.videos.swapItemsAt(place, 0);
+            project.videos.swapItemsAt(index, 0);
         } else {
-            changeClip(project.videos[place].edit());
+            changeClip(project.videos[index].edit());
         }
     }
 

@@ -12,7 +12,7 @@ QString textOf(const SidebarRowId &id) {
     return id.subclipId.value_or(id.videoId);
 }
 
-/// A view that knows of the model only what the model tells it.
+/// A view that knows only what the signals of the model report.
 class MirrorView {
   public:
     explicit MirrorView(ReviewListModel &model) : m_model(model) {
@@ -45,11 +45,11 @@ class MirrorView {
             QStringList now = rows;
             sorted.sort();
             now.sort();
-            EXPECT_EQ(sorted, now) << "another order has the same rows";
+            EXPECT_EQ(sorted, now) << "a layout change keeps the rows";
         });
         QObject::connect(&model, &Model::dataChanged, [this](const auto &first, const auto &last) {
             for (int row = first.row(); row <= last.row(); ++row) {
-                told.append(rows.at(row));
+                changedRows.append(rows.at(row));
             }
         });
     }
@@ -63,7 +63,7 @@ class MirrorView {
     }
 
     QStringList rows;
-    QStringList told;
+    QStringList changedRows;
     int resets = 0;
     int insertions = 0;
     int moves = 0;
@@ -76,7 +76,7 @@ class MirrorView {
 
 } // namespace
 
-TEST(ReviewListModel, ShowsTheSameRowsAfterAnyChangesAsAModelThatIsMadeNew) {
+TEST(ReviewListModel, ShowsTheSameRowsAfterAnyChangesAsANewModel) {
     for (quint32 seed = 1; seed <= 400; ++seed) {
         test::RandomProject random(seed);
         Project project = random.make();
@@ -111,7 +111,7 @@ TEST(ReviewListModel, ShowsTheSameRowsAfterAnyChangesAsAModelThatIsMadeNew) {
     }
 }
 
-TEST(ReviewListModel, OneEditTellsOfOneRow) {
+TEST(ReviewListModel, ReportsOnlyTheRowOfAnEditedClip) {
     Project project = test::sampleProject(20, 2);
     ReviewListModel model;
     model.setProject(&project);
@@ -119,31 +119,32 @@ TEST(ReviewListModel, OneEditTellsOfOneRow) {
     view.rows = view.shown();
     project.videos[7].edit().favorite = true;
     model.setProject(&project);
-    EXPECT_EQ(view.told, QStringList{QStringLiteral("clip-7")});
-    view.told.clear();
+    EXPECT_EQ(view.changedRows, QStringList{QStringLiteral("clip-7")});
+    view.changedRows.clear();
     project.videos[7].edit().subclips[1].label = QStringLiteral("Wide");
     model.setProject(&project);
-    EXPECT_EQ(view.told, QStringList{QStringLiteral("clip-7-sub-1")});
+    EXPECT_EQ(view.changedRows, QStringList{QStringLiteral("clip-7-sub-1")});
     EXPECT_EQ(model.data(model.index(model.rowCount() - 1), ReviewListModel::NameRole),
               QStringLiteral("Subclip 2"));
 
-    view.told.clear();
+    view.changedRows.clear();
     project.videos.removeLast();
     project.videos[3].edit().favorite = true;
     model.setProject(&project);
-    EXPECT_TRUE(view.told.contains(QStringLiteral("clip-3"))) << "also beside a clip that goes";
+    EXPECT_TRUE(view.changedRows.contains(QStringLiteral("clip-3")))
+        << "also if another clip is removed at the same time";
 
-    view.told.clear();
+    view.changedRows.clear();
     model.setState({.sort = ReviewState::Sort::rating});
     project.videos[7].edit().rating = 3;
     model.setProject(&project);
-    EXPECT_EQ(view.moves, 1) << "the clip and its subclips move to the front as one";
-    EXPECT_EQ(view.told, QStringList{QStringLiteral("clip-7")});
+    EXPECT_EQ(view.moves, 1) << "one move of the clip with its subclips";
+    EXPECT_EQ(view.changedRows, QStringList{QStringLiteral("clip-7")});
     EXPECT_EQ(view.rows.mid(0, 3).last(), QStringLiteral("clip-7-sub-1"));
     EXPECT_EQ(view.rows, view.shown());
 }
 
-TEST(ReviewListModel, TellsWhatRowsShowInWordsAndWhereASubclipLiesNow) {
+TEST(ReviewListModel, DescribesRowsInWordsAndReportsWhichSubclipsAreInline) {
     Project project = test::sampleProject(2, 1);
     VideoRecord &video = project.videos[0].edit();
     video.durationSeconds = 65;
@@ -153,27 +154,27 @@ TEST(ReviewListModel, TellsWhatRowsShowInWordsAndWhereASubclipLiesNow) {
     ReviewListModel model;
     model.setState({.includeRejects = true});
     model.setProject(&project);
-    const auto told = [&](int row, int role) {
+    const auto text = [&](int row, int role) {
         return model.data(model.index(row), role).toString();
     };
-    EXPECT_EQ(told(0, ReviewListModel::DetailsRole), QStringLiteral("1:05 · 1 subclip"));
-    EXPECT_EQ(told(0, ReviewListModel::DescriptionRole),
+    EXPECT_EQ(text(0, ReviewListModel::DetailsRole), QStringLiteral("1:05 · 1 subclip"));
+    EXPECT_EQ(text(0, ReviewListModel::DescriptionRole),
               QStringLiteral("1:05, 1 subclip, 1 star, favorite, selected for export, reviewed, "
                              "rejected, HD"));
-    EXPECT_EQ(told(1, ReviewListModel::DescriptionRole), told(1, ReviewListModel::TimeRole));
+    EXPECT_EQ(text(1, ReviewListModel::DescriptionRole), text(1, ReviewListModel::TimeRole));
     EXPECT_EQ(model.clipRowFrom(1), 2);
-    EXPECT_EQ(model.clipRowFrom(3), 3) << "only a subclip is left";
+    EXPECT_EQ(model.clipRowFrom(3), 3) << "only a subclip follows";
 
-    int toldInline = 0;
+    int inlineReports = 0;
     QObject::connect(&model, &QAbstractItemModel::dataChanged,
                      [&](const auto &, const auto &, const QList<int> &roles) {
-                         toldInline += roles.contains(ReviewListModel::IsInlineRole);
+                         inlineReports += roles.contains(ReviewListModel::IsInlineRole);
                      });
     model.setState({.subclipsView = true, .includeRejects = true});
-    EXPECT_EQ(toldInline, 1) << "its subclips stay in the list and stand alone now";
+    EXPECT_EQ(inlineReports, 1) << "for subclips in both lists";
 }
 
-TEST(ReviewListModel, KeepsTheIdentityOfRowsThroughFilterAndSort) {
+TEST(ReviewListModel, KeepsTheIdentityOfRowsWhenFilterOrSortChanges) {
     Project project = test::sampleProject(30);
     for (int index = 0; index < 30; ++index) {
         project.videos[index].edit().rating = index % 5;

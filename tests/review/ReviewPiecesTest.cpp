@@ -1,5 +1,6 @@
 #include "platform/SerialExecutor.h"
 #include "review/list/ReviewFormats.h"
+#include "review/ScrubberGeometry.h"
 #include "ReviewScreenFixture.h"
 
 #include <limits>
@@ -23,12 +24,12 @@ QStringList titles(const QVariantList &items, const char *wanted = nullptr) {
 
 } // namespace
 
-TEST(ScrubberGeometry, FindsTimesAndBars) {
+TEST(ScrubberGeometry, ConvertsBetweenTimesAndPositions) {
     using namespace ScrubberGeometry;
     EXPECT_EQ(fraction(50, 200), 0.25);
     EXPECT_EQ(fraction(-3, 200), 0);
     EXPECT_EQ(fraction(900, 200), 1);
-    EXPECT_EQ(fraction(0.5, 1), 0.5) << "no width to speak of";
+    EXPECT_EQ(fraction(0.5, 1), 0.5) << "a track of one point";
     EXPECT_EQ(bar(2, 4, 8, 100), QRectF(25, 3, 25, 6));
     EXPECT_EQ(bar(0, 0.1, 3600, 100)->width(), 2);
     EXPECT_FALSE(bar(0, 1, 0, 100));
@@ -43,7 +44,7 @@ TEST_F(ReviewScreenTest, ShowsTheFilterRow) {
     bar.chooseRating(6);
     EXPECT_EQ(bar.ratingLabel(), QStringLiteral("5★"));
     bar.chooseRating(1);
-    EXPECT_EQ(bar.ratingLabel(), QStringLiteral("5★")) << "the divider is no choice";
+    EXPECT_EQ(bar.ratingLabel(), QStringLiteral("5★")) << "the divider can't be chosen";
     bar.chooseRating(4);
     EXPECT_EQ(bar.ratingLabel(), QStringLiteral("3★+"));
     bar.click(FilterBar::Chip::favorites);
@@ -51,12 +52,12 @@ TEST_F(ReviewScreenTest, ShowsTheFilterRow) {
     EXPECT_EQ(bar.sortLabel(), QStringLiteral("Sort: Duration"));
     EXPECT_TRUE(screen.showsNoMatches());
     bar.click(FilterBar::Chip::all);
-    int told = 0;
-    QObject::connect(&bar, &FilterBar::countsChanged, [&told] { ++told; });
+    int countReports = 0;
+    QObject::connect(&bar, &FilterBar::countsChanged, [&countReports] { ++countReports; });
     bar.click(FilterBar::Chip::showRejects);
     EXPECT_EQ(bar.countLabel(), QStringLiteral("4 of 4 visible"));
     bar.click(FilterBar::Chip::showRejects);
-    EXPECT_EQ(told, 2) << "the same counts, in other words";
+    EXPECT_EQ(countReports, 2) << "other texts for the same counts";
     EXPECT_EQ(titles(bar.chips(), "isActive"), QStringList{QStringLiteral("All")});
     EXPECT_EQ(bar.sortLabel(), QStringLiteral("Sort: Duration"));
 }
@@ -98,7 +99,7 @@ TEST_F(ReviewScreenTest, InspectsTheClip) {
     EXPECT_EQ(ClipInspector::starHelp(2), QStringLiteral("Rate 2 stars (2 key)"));
 }
 
-TEST_F(ReviewScreenTest, ForgetsEverythingWithTheProject) {
+TEST_F(ReviewScreenTest, ResetsWhenAnotherProjectIsOpened) {
     click("clip-0-sub-0");
     player.becomeReady();
     type("io");
@@ -118,7 +119,7 @@ TEST_F(ReviewScreenTest, ForgetsEverythingWithTheProject) {
     EXPECT_EQ(requestedImports, 1);
 }
 
-TEST(FilmstripLoader, NeverShowsTheFramesOfAnEarlierClip) {
+TEST(FilmstripLoader, DiscardsTheFramesOfThePreviousClip) {
     const test::TestFolder folder;
     QList<std::stop_token> stops;
     FilmstripLoader loader(
@@ -147,7 +148,7 @@ TEST(FilmstripLoader, NeverShowsTheFramesOfAnEarlierClip) {
     EXPECT_TRUE(loader.filmstripURLs().isEmpty() && !loader.filmstripGenerating());
 }
 
-TEST(SubclipThumbnails, AreMadeOnceAndOnlyForAnIdentityThatNamesAFile) {
+TEST(SubclipThumbnails, AreCreatedOnceAndOnlyForAnIdThatIsAFileName) {
     const test::TestFolder folder;
     Subclip subclip = test::sampleSubclip(newIdentifier(), QStringLiteral("clip"));
     subclip.inSeconds = -1;

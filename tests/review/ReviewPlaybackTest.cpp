@@ -1,4 +1,4 @@
-// The review screen with the engine and the services that the program gives it.
+// The review screen with the real player engine and services.
 
 #include "review/EngineReviewPlayer.h"
 #include "review/ReviewServices.h"
@@ -16,7 +16,7 @@ namespace {
 
 using test::eventually;
 
-/// Two seconds of 25 frames each; the project names it relative to itself.
+/// Two seconds at 25 frames per second. The project refers to it by a relative path.
 class ReviewPlaybackTest : public test::ReviewScreenTest {
   protected:
     ReviewPlaybackTest() : ReviewScreenTest(test::sampleProject(1)) {
@@ -31,18 +31,18 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
         real.selection().selectClip(id.toLower());
     }
 
-    ~ReviewPlaybackTest() override { // nothing is written to a folder that is gone
+    ~ReviewPlaybackTest() override { // waits for writes to the test folder
         EXPECT_TRUE(eventually([&] { return !real.filmstrip().filmstripGenerating(); }));
     }
 
     void press(int key) { EXPECT_TRUE(real.handleKeyDown(key, {}, false)); }
-    bool standsAt(int number) {
+    bool isAtFrame(int number) {
         return eventually([&] { return engine.rate() == 0 && sink->number() == number; });
     }
     QString cached(const QString &path) const {
         return folder.at(QStringLiteral(".corvane-cache/") + path);
     }
-    /// The number of the frame in a picture, which must be as large as the box allows.
+    /// The frame number shown in an image, which must be as large as the bounding box allows.
     int numberOf(const QString &path) const {
         const auto image = test::decodedJPEG(folder.read(QStringLiteral(".corvane-cache/") + path));
         EXPECT_EQ(QSize(image.width, image.height), QSize(240, 180));
@@ -73,15 +73,15 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     EXPECT_DOUBLE_EQ(saved.outSeconds, 1.2);
 
     real.selection().selectSubclip(clip(0).id, saved.id);
-    EXPECT_TRUE(standsAt(10));
+    EXPECT_TRUE(isAtFrame(10));
     EXPECT_EQ(real.transport().transportTime(), 0);
     press(Qt::Key_Space);
     EXPECT_TRUE(real.transport().isPlaying());
     EXPECT_TRUE(eventually([&] {
-        clock.advance(std::chrono::milliseconds(50)); // each is reported, which wakes this loop
+        clock.advance(std::chrono::milliseconds(50)); // every report wakes this loop
         return !real.transport().isPlaying();
     }));
-    EXPECT_TRUE(standsAt(10)) << "it stops at the out and goes back to the in";
+    EXPECT_TRUE(isAtFrame(10)) << "it pauses at the out point and returns to the in point";
     EXPECT_LE(std::ranges::max(sink->numbers()), 30);
 
     const QString thumbnail = QStringLiteral("subclip-thumbs/%1.jpg").arg(saved.id);
@@ -89,7 +89,7 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     EXPECT_NEAR(numberOf(thumbnail), 10, 2);
 }
 
-TEST_F(ReviewPlaybackTest, ShowsTheClipsPictureForASubclipUntilItsOwnIsMade) {
+TEST_F(ReviewPlaybackTest, ShowsTheClipsThumbnailForASubclipUntilItHasItsOwn) {
     std::promise<void> mayWrite;
     ReviewScreenState slow(
         store, enginePlayer,
@@ -102,10 +102,10 @@ TEST_F(ReviewPlaybackTest, ShowsTheClipsPictureForASubclipUntilItsOwnIsMade) {
                   below.data(SubclipListModel::ThumbnailRole));
         return row.data(ReviewListModel::ThumbnailRole).toString();
     };
-    int told = 0;
+    int changes = 0;
     for (ListModelBase *const list :
          std::initializer_list<ListModelBase *>{&slow.list(), &slow.subclips()}) {
-        QObject::connect(list, &ListModelBase::dataChanged, &slow, [&] { ++told; });
+        QObject::connect(list, &ListModelBase::dataChanged, &slow, [&] { ++changes; });
     }
     slow.selection().selectClip(clip(0).id);
     ASSERT_TRUE(eventually([&] { return engine.isReady(); }));
@@ -114,22 +114,23 @@ TEST_F(ReviewPlaybackTest, ShowsTheClipsPictureForASubclipUntilItsOwnIsMade) {
     EXPECT_TRUE(slow.handleKeyDown(Qt::Key_Return, {}, false));
     ASSERT_EQ(clip(0).subclips.size(), 1);
     EXPECT_EQ(shown(), QString());
-    told = 0;
+    changes = 0;
 
     mayWrite.set_value();
-    EXPECT_TRUE(eventually([&] { return told == 2; })) << "the row in the pane and the drawer's";
+    EXPECT_TRUE(eventually([&] { return changes == 2; }))
+        << "the rows in the side pane and in the drawer";
     EXPECT_EQ(shown(),
               cached(QStringLiteral("subclip-thumbs/%1.jpg").arg(clip(0).subclips.first().id)));
 }
 
-TEST_F(ReviewPlaybackTest, ComesToTheInOfASubclipThatIsChosenWhileTheClipIsRead) {
+TEST_F(ReviewPlaybackTest, SeeksToTheInPointOfASubclipSelectedBeforeThePlayerIsReady) {
     const QString subclip = store.addSubclip(clip(0).id, 0.4, 1.2);
     ASSERT_FALSE(engine.isReady());
     real.selection().selectSubclip(clip(0).id, subclip);
-    EXPECT_TRUE(standsAt(10));
+    EXPECT_TRUE(isAtFrame(10));
 }
 
-TEST_F(ReviewPlaybackTest, ShuttlesFasterWithEachOfManyQuickKeys) {
+TEST_F(ReviewPlaybackTest, DoublesTheRateWithEachOfSeveralQuickKeyPresses) {
     ASSERT_TRUE(eventually([&] { return engine.isReady(); }));
     engine.seek(1);
     QList<double> rates;

@@ -12,7 +12,7 @@
 
 namespace corvane::test {
 
-/// A player without media: it is where it was told to be, kept in the clip and the armed range.
+/// A player without media that moves to every requested position within the clip and the range.
 class FakePlayer : public ReviewPlayer {
   public:
     double currentSeconds() const override { return current; }
@@ -73,7 +73,7 @@ class ReviewScreenTest : public testing::Test {
     bool press(int key, Qt::KeyboardModifiers modifiers = {}) {
         return screen.handleKeyDown(key, modifiers, false);
     }
-    /// Letters and digits, one key each.
+    /// Presses keys that are letters or digits.
     void type(const char *keys) {
         for (const QChar key : QString::fromLatin1(keys)) {
             EXPECT_TRUE(press(key.toUpper().unicode())) << keys;
@@ -92,7 +92,7 @@ class ReviewScreenTest : public testing::Test {
         return screen.confirmation() ? screen.confirmation()->title : QString();
     }
     const VideoRecord &clip(int index) const { return *store.project()->videos.at(index); }
-    QStringList marked() const {
+    QStringList marked() {
         QStringList ids = screen.selection().multiSelection().multiSelectedClipIds.values() +
                           screen.selection().multiSelection().multiSelectedSubclipIds.values();
         ids.sort();

@@ -10,7 +10,7 @@ QStringList idList(const char *ids) {
     return QString::fromLatin1(ids).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-/// Fifty clips, as a card gives them.
+/// Fifty clips without subclips.
 class ReviewOfFifty : public ReviewScreenTest {
   protected:
     ReviewOfFifty() : ReviewScreenTest(test::sampleProject(50)) {}
@@ -18,7 +18,7 @@ class ReviewOfFifty : public ReviewScreenTest {
 
 } // namespace
 
-TEST_F(ReviewScreenTest, LeavesKeysToTextAndIgnoresThemWithoutAClip) {
+TEST_F(ReviewScreenTest, LeavesKeysToTextInputAndIgnoresThemWithoutAClip) {
     EXPECT_FALSE(press(Qt::Key_Space));
     EXPECT_FALSE(press(Qt::Key_3));
     EXPECT_TRUE(press(Qt::Key_Z, Qt::ControlModifier)) << "undo needs no clip";
@@ -28,7 +28,7 @@ TEST_F(ReviewScreenTest, LeavesKeysToTextAndIgnoresThemWithoutAClip) {
         EXPECT_FALSE(screen.handleKeyPress(key, {}, true));
     }
     EXPECT_EQ(asked(), QString());
-    EXPECT_TRUE(screen.handleKeyDown(Qt::Key_F, {}, false, true)) << "held";
+    EXPECT_TRUE(screen.handleKeyDown(Qt::Key_F, {}, false, true)) << "held down";
     EXPECT_FALSE(clip(1).favorite);
     EXPECT_FALSE(press(Qt::Key_Space, Qt::AltModifier));
     EXPECT_FALSE(press(Qt::Key_K, Qt::MetaModifier));
@@ -36,7 +36,7 @@ TEST_F(ReviewScreenTest, LeavesKeysToTextAndIgnoresThemWithoutAClip) {
     EXPECT_EQ(player.shownRate, 1);
 }
 
-TEST_F(ReviewOfFifty, GoesOnFromWhereARejectedClipStood) {
+TEST_F(ReviewOfFifty, MovesTheSelectionFromTheIndexOfARejectedClip) {
     const QList<SidebarRowId> all = screen.list().orderedRowIds();
     screen.selection().clickRow(10, {});
     type("x");
@@ -50,7 +50,7 @@ TEST_F(ReviewOfFifty, GoesOnFromWhereARejectedClipStood) {
     type("x");
     screen.filterBar().setUseLargeThumbnails(true);
     screen.selection().moveSelection(1);
-    EXPECT_EQ(*screen.selection().selectedVideoId(), all[0].videoId) << "the list is another";
+    EXPECT_EQ(*screen.selection().selectedVideoId(), all[0].videoId) << "refiltered";
 }
 
 TEST_F(ReviewScreenTest, ShuttlesSkipsAndSteps) {
@@ -72,7 +72,7 @@ TEST_F(ReviewScreenTest, ShuttlesSkipsAndSteps) {
     EXPECT_DOUBLE_EQ(player.current, 5);
 }
 
-TEST_F(ReviewScreenTest, EditsTheClipTheActiveSubclipOrAllMarkedRowsInOneStep) {
+TEST_F(ReviewScreenTest, EditsTheClipOrTheActiveSubclipOrAllMarkedRowsInOneUndoStep) {
     click("clip-0");
     type("4fsrx");
     EXPECT_EQ(clip(0).rating, 4);
@@ -93,31 +93,31 @@ TEST_F(ReviewScreenTest, EditsTheClipTheActiveSubclipOrAllMarkedRowsInOneStep) {
     click("clip-1", Qt::ControlModifier);
     click("clip-2", Qt::ControlModifier);
     const Project before = *store.project();
-    const auto bringBack = [&] {
+    const auto restoreProject = [&] {
         press(Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(store.project()->videos, before.videos) << "one key, one step";
+        EXPECT_EQ(store.project()->videos, before.videos) << "one undo step per key";
     };
     type("5");
     EXPECT_EQ(clip(1).rating + clip(2).rating + clip(0).subclips.at(1).rating, 15);
-    bringBack();
+    restoreProject();
     type("f");
     EXPECT_TRUE(clip(1).favorite && clip(2).favorite && !clip(0).subclips.at(1).favorite);
-    bringBack();
+    restoreProject();
     type("s");
     EXPECT_TRUE(clip(1).selectedForExport && !clip(0).subclips.at(1).selectedForExport);
-    bringBack();
+    restoreProject();
     type("r");
-    EXPECT_FALSE(clip(1).reviewed || clip(2).reviewed) << "their subclips had reviewed them";
-    bringBack();
+    EXPECT_FALSE(clip(1).reviewed || clip(2).reviewed) << "clips with subclips start as reviewed";
+    restoreProject();
     type("x");
     EXPECT_TRUE(clip(1).rejected && clip(2).rejected && !clip(0).rejected);
-    bringBack();
+    restoreProject();
     EXPECT_EQ(marked(), idList("clip-0-sub-1 clip-1 clip-2"));
 }
 
 TEST_F(ReviewScreenTest, MarksRowsAndRanges) {
     click("clip-1", Qt::ShiftModifier);
-    EXPECT_EQ(marked(), idList("clip-1")) << "without an anchor, the row alone";
+    EXPECT_EQ(marked(), idList("clip-1")) << "only the row without an anchor";
     click("clip-2-sub-0", Qt::ShiftModifier);
     EXPECT_EQ(marked(), idList("clip-1 clip-1-sub-0 clip-1-sub-1 clip-2 clip-2-sub-0"));
     click("clip-2", Qt::ControlModifier);
@@ -127,7 +127,7 @@ TEST_F(ReviewScreenTest, MarksRowsAndRanges) {
     click("clip-3");
     EXPECT_EQ(marked(), QStringList());
     click("clip-2-sub-1", Qt::ShiftModifier);
-    EXPECT_EQ(marked(), idList("clip-2-sub-1 clip-3")) << "from the clip in the player";
+    EXPECT_EQ(marked(), idList("clip-2-sub-1 clip-3")) << "anchored at the clip in the player";
     type("i");
     press(Qt::Key_Escape);
     EXPECT_FALSE(screen.selection().multiSelection().exists());
@@ -136,20 +136,20 @@ TEST_F(ReviewScreenTest, MarksRowsAndRanges) {
     EXPECT_FALSE(screen.marking().draftIn());
 }
 
-TEST_F(ReviewScreenTest, AsksBeforeTheDeleteKeyDoesAnything) {
+TEST_F(ReviewScreenTest, AsksForConfirmationAfterTheDeleteKey) {
     press(Qt::Key_Delete);
     EXPECT_EQ(asked(), QString());
     click("clip-0");
     press(Qt::Key_Backspace);
     EXPECT_EQ(asked(), QStringLiteral("Reject \"clip-0\"?"));
-    EXPECT_FALSE(press(Qt::Key_X)) << "the question comes first";
+    EXPECT_FALSE(press(Qt::Key_X)) << "a question is pending";
     accept(false);
     EXPECT_FALSE(clip(0).rejected);
     press(Qt::Key_Delete);
     accept();
     EXPECT_TRUE(clip(0).rejected);
     press(Qt::Key_Delete);
-    EXPECT_EQ(asked(), QString()) << "it is rejected already";
+    EXPECT_EQ(asked(), QString()) << "already rejected";
 
     click("clip-1-sub-0");
     player.becomeReady();
@@ -169,7 +169,7 @@ TEST_F(ReviewScreenTest, AsksOnceAboutAllMarkedRows) {
     press(Qt::Key_Delete);
     EXPECT_EQ(asked(), QString());
     EXPECT_FALSE(screen.selection().multiSelection().exists())
-        << "nothing to do for a rejected clip";
+        << "the only marked clip is already rejected";
 
     click("clip-2", Qt::ControlModifier);
     click("clip-3", Qt::ControlModifier);
@@ -222,7 +222,7 @@ TEST_F(ReviewScreenTest, SavesTheMarkedRange) {
     EXPECT_EQ(range(3, {}), QStringLiteral("3-8"));
     EXPECT_EQ(range({}, {}), QStringLiteral("nothing"));
     EXPECT_EQ(range(5, 5.05), QStringLiteral("nothing"));
-    EXPECT_EQ(screen.marking().draftOut(), 5.05) << "the marks stay";
+    EXPECT_EQ(screen.marking().draftOut(), 5.05) << "the drafts are kept";
     EXPECT_FALSE(screen.selection().isInSubclipMode());
     press(Qt::Key_Escape);
 
@@ -236,7 +236,7 @@ TEST_F(ReviewScreenTest, SavesTheMarkedRange) {
     EXPECT_EQ(player.current, 2.04);
     press(Qt::Key_Escape);
     press(Qt::Key_BracketRight);
-    EXPECT_EQ(player.current, 8) << "the last subclip's out";
+    EXPECT_EQ(player.current, 8) << "the out point of the last subclip";
 }
 
 TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {
@@ -253,9 +253,9 @@ TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {
     type("i");
     EXPECT_EQ(screen.marking().shownDraftIn(), 1);
     click("clip-0-sub-0"); // 1.25 to 2.25
-    EXPECT_FALSE(screen.marking().shownDraftIn()) << "it lies outside";
+    EXPECT_FALSE(screen.marking().shownDraftIn()) << "outside the range";
     EXPECT_EQ(player.range->inSeconds, 1.25);
-    EXPECT_EQ(player.current, 1.25) << "the earlier range doesn't hold it";
+    EXPECT_EQ(player.current, 1.25) << "not clamped to the previous range";
     click("clip-0");
     EXPECT_FALSE(screen.selection().isInSubclipMode() || player.range);
     EXPECT_TRUE(screen.marking().draftIn());
@@ -264,12 +264,12 @@ TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {
     click("clip-1-sub-0");
     clock.advance(std::chrono::seconds(1));
     EXPECT_EQ(screen.selection().activeSubclipId(), QStringLiteral("clip-1-sub-0"))
-        << "ready or not";
+        << "after the timeout";
     store.deleteSubclip({QStringLiteral("clip-1"), QStringLiteral("clip-1-sub-0")});
     EXPECT_FALSE(screen.selection().activeSubclipId() || player.range);
 }
 
-TEST_F(ReviewScreenTest, TellsNothingButTheTimeWhileAClipPlays) {
+TEST_F(ReviewScreenTest, ReportsOnlyTimesDuringPlayback) {
     click("clip-0");
     player.becomeReady();
     type("i");
@@ -298,7 +298,7 @@ TEST_F(ReviewScreenTest, TellsNothingButTheTimeWhileAClipPlays) {
                  screen.marking().draftOutFraction());
 }
 
-TEST_F(ReviewScreenTest, AddsAndRemovesVisibleRowsAndSaysHowMany) {
+TEST_F(ReviewScreenTest, SelectsAndDeselectsVisibleRowsForExport) {
     const auto status = [this] { return store.statusMessage().value_or(QString()); };
     screen.filterBar().setSearchQuery(QStringLiteral("CLIP-1"));
     EXPECT_EQ(screen.filterBar().countLabel(), QStringLiteral("1 of 4 visible"));
@@ -322,11 +322,11 @@ TEST_F(ReviewScreenTest, AddsAndRemovesVisibleRowsAndSaysHowMany) {
     EXPECT_FALSE(screen.hasSelects());
 }
 
-TEST_F(ReviewOfFifty, IsDrivenByKeysAloneAndUndoneTheSameWay) {
+TEST_F(ReviewOfFifty, ReviewsAndUndoesWithKeysOnly) {
     int subclips = 0;
     const QList<SidebarRowId> order = screen.list().orderedRowIds();
     for (int index = 0; index < 50; ++index) {
-        click(order.at(index).videoId.toLatin1()); // as the list does for an arrow key
+        click(order.at(index).videoId.toLatin1()); // like an arrow key
         player.becomeReady();
         type("l");
         player.seek(1 + index * 0.1);
@@ -351,7 +351,7 @@ TEST_F(ReviewOfFifty, IsDrivenByKeysAloneAndUndoneTheSameWay) {
         EXPECT_EQ(video.rejected, index % 10 == 9);
     }
     EXPECT_EQ(saved.subclipCount(), subclips);
-    for (int step = 0; step < 5; ++step) { // two of the last clip's, three of the one before
+    for (int step = 0; step < 5; ++step) { // two edits of the last clip, three of the previous one
         press(Qt::Key_Z, Qt::ControlModifier);
     }
     EXPECT_EQ(screen.list().visibleCount(), 46);

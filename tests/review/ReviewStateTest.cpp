@@ -124,7 +124,7 @@ TEST(ReviewState, ListsTheRowsThatPassEveryCondition) {
         const Project project = random.make();
         ReviewState state = random.state();
         const QStringList expected = FilterOracle(state).shown(project);
-        state.sort = ReviewState::Sort::duration; // the same for all clips: they keep their order
+        state.sort = ReviewState::Sort::duration; // equal for all clips, which keeps their order
         const ShownRows shown(state, project);
         ASSERT_EQ(shown.identities, expected) << "seed " << seed;
         EXPECT_EQ(shown.visibleCount, expected.size());
@@ -157,7 +157,7 @@ TEST(ReviewState, SortsClipsByOneKeyAndKeepsProjectOrderOnTies) {
     EXPECT_EQ(order(Sort::duration), QStringLiteral("3 1 2"));
 }
 
-TEST(ReviewState, IsDefaultUntilSomethingIsFilteredAndAgainOnceCleared) {
+TEST(ReviewState, ReportsDefaultFiltersBeforeFilteringAndAfterClearing) {
     ReviewState state;
     state.searchQuery = QStringLiteral(" \n\t");
     state.sort = ReviewState::Sort::rating;

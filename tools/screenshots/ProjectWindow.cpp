@@ -98,7 +98,7 @@ bool ProjectWindow::waitUntilDrawn() {
     return waitUntil([this] {
         bool isDrawn = !review().filmstrip().filmstripGenerating();
         visitVisible(window().contentItem(), [&](QQuickItem *item) {
-            if (item->inherits("corvane::StillImage") &&
+            if (item->inherits("corvane::JpegImage") &&
                 !item->property("path").toString().isEmpty()) {
                 isDrawn = isDrawn && item->property("isLoaded").toBool();
             }

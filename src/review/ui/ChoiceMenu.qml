@@ -1,6 +1,6 @@
-// A menu of choices of which one holds.
-//   items: list of maps with "title", "isCurrent" and maybe "isDivider", of one length and kind while
-//   the menu lives; signal chosen(int item)
+// A menu for choosing one of several items.
+//   items: list of maps with "title", "isCurrent" and optionally "isDivider"; the number of items and
+//   the dividers must not change; signal chosen(int item)
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -39,7 +39,7 @@ PopUpMenu {
             Component.onCompleted: showCurrent()
             onTriggered: {
                 choices.chosen(index);
-                showCurrent(); // a checkable item has just toggled itself
+                showCurrent(); // restores the binding, which the click has removed
             }
         }
     }

@@ -1,5 +1,5 @@
-// The form of a clip with a large thumbnail: the picture as wide as the pane, name and time below it,
-// marks and the count of subclips below those.
+// The layout of a clip's row with a large thumbnail: name and time below the thumbnail, marks and the
+// number of subclips below those.
 import QtQuick
 import Corvane.Kit
 

@@ -1,3 +1,3 @@
-// The form of a clip's compact row: its picture at the left, three lines beside it.
+// The layout of a clip's compact row: the thumbnail on the left, three lines on the right.
 RowForm {
 }

@@ -1,4 +1,4 @@
-// The "S" of a row, filled when its item is marked for export.
+// The "S" button of a row, filled if the item is selected for export.
 //   isOn: bool; helpText: string; signal clicked()
 import QtQuick
 import QtQuick.Templates as T

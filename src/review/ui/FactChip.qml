@@ -1,4 +1,4 @@
-// A fact of a clip. A long one elides and is told in full under the pointer.
+// A fact about a clip. A long text is elided and shown in full as help text.
 //   text: string; maximumWidth: real
 import QtQuick
 import Corvane.Kit

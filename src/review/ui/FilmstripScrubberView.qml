@@ -1,5 +1,5 @@
-// The frames of the whole clip side by side, to go along. Without frames there is nothing to see or to
-// reach, and the place is kept.
+// A scrubber over the frames of the entire clip. Without frames it is an empty area that can't be
+// focused.
 //   review: ReviewScreenState
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
@@ -45,7 +45,7 @@ Item {
 
                 model: strip.filmstrip.filmstripURLs
 
-                StillImage {
+                JpegImage {
                     required property string modelData
 
                     objectName: "filmstrip.frame"

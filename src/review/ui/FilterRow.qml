@@ -1,6 +1,6 @@
-// The filter row above the list: chips on the first line; search, order, count and what is done to all
-// that is listed on the second.
-//   review: the screen's state; signal focusLeft(): Esc in the search field gives the focus back
+// The filter row above the list: chips on the first line; search, sort, count and bulk actions on the
+// second.
+//   review: ReviewScreenState; signal focusLeft(): Esc was pressed in the search field
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -44,7 +44,7 @@ Rectangle {
                 Component.onCompleted: showActive()
                 onClicked: {
                     root.bar.click(chip.chip);
-                    showActive(); // a chip has just toggled itself
+                    showActive(); // restores the binding, which the click has removed
                 }
             }
         }

@@ -1,4 +1,4 @@
-// A flag of a clip with the letter of its key, tinted while it is on.
+// A toggle for a flag of a clip, with its key; tinted if the flag is on.
 //   title, symbol, shortcut, helpText: string; isOn: bool; activeColor, activeBorder, activeInk: color;
 //   signal clicked()
 import QtQuick

@@ -1,4 +1,4 @@
-// The flags of the inspector's clip, in its order: favourite, selected, reviewed, rejected.
+// The flags of the inspector's clip, in the order of `ClipInspector::flags`.
 //   inspector: ClipInspector
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
@@ -17,7 +17,7 @@ FlowLayout {
     readonly property list<color> inks: [Theme.favorite, Theme.success, Theme.primaryText, Theme.danger]
 
     Repeater {
-        // A number, so that a flag keeps its button, and the focus in it, when it changes.
+        // A number as model: a changed flag keeps its button and the focus.
         model: flags.inspector.flags.length
 
         FlagButton {

@@ -1,4 +1,4 @@
-// A part of the inspector under its heading.
+// A section of the inspector with a heading.
 //   title: string; its content below
 import QtQuick
 import Corvane.Kit

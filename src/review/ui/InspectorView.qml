@@ -1,5 +1,5 @@
-// A clip's facts and all that a review changes of it, below the top row of the side pane, which has its
-// title. Esc in a field gives the keys back to the screen.
+// Facts, rating, flags, notes and tags of a clip. The title is in the top row of the side pane. Esc in
+// a field removes its focus.
 //   inspector: ClipInspector
 import QtQuick
 import Corvane.Kit

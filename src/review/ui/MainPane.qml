@@ -1,4 +1,4 @@
-// The clip in the player with all that plays and marks it. The picture takes what the rest leaves.
+// The player with its controls and the subclips. The video takes the remaining height.
 //   review: ReviewScreenState; engine: PlayerEngine
 import QtQuick
 import Corvane.Kit
@@ -83,7 +83,7 @@ Rectangle {
                 review: pane.review
             }
 
-            Item { // keeps its height while the bars are away, and the picture with it its size
+            Item { // keeps its height without bars, so that the video is not resized
                 width: parent.width
                 height: Theme.subclipBarsHeight
 

@@ -1,5 +1,5 @@
-// One banner: what the program can't vouch for, why that matters, and the answer that may be given.
-//   banner: a map of MediaBanners.places; name: string (objectName of the row)
+// A media confirmation banner.
+//   banner: a map of MediaBanners.banners; name: string (objectName of the row)
 //   signals answered(), closed()
 import QtQuick
 import QtQuick.Templates as T
@@ -95,7 +95,7 @@ Rectangle {
             enabled: !row.banner.isAnswering
             onClicked: row.answered()
         }
-        Button { // its place stays free where there is none, so that the answers stand in one column
+        Button { // reserves its space if hidden, so that the answer buttons are aligned
             objectName: row.objectName + ".close"
             focusPolicy: Qt.TabFocus
             opacity: row.banner.isClosable ? 1 : 0

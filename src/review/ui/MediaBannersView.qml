@@ -1,5 +1,5 @@
-// The media confirmation banners of the open project, one below the other; as high as they are.
-//   banners: what they say, and who takes the answers
+// The media confirmation banners of the open project, one below the other.
+//   banners: MediaBanners
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -13,14 +13,14 @@ Column {
     objectName: "banners"
 
     Repeater {
-        model: view.banners.places.length
+        model: view.banners.banners.length
 
         MediaBannerRow {
             required property int index
 
             objectName: "banner." + index
             width: view.width
-            banner: view.banners.places[index]
+            banner: view.banners.banners[index]
             onAnswered: view.banners.answer(index)
             onClosed: view.banners.close(index)
         }

@@ -1,6 +1,6 @@
-// The notes of the inspector's clip. It grows with them up to a height and then scrolls. What is typed
-// goes to the clip that is shown, at each keystroke, and its echo leaves the cursor alone; notes that
-// come from elsewhere, or of another clip, start afresh, with nothing of the old ones to undo.
+// The notes of the inspector's clip. Grows with the text up to a maximum height. Every keystroke is
+// saved; the resulting change notification is ignored, which keeps the cursor. Notes that change in
+// another way replace the text and clear its undo history.
 //   inspector: ClipInspector
 import QtQuick
 import Corvane.Kit
@@ -10,30 +10,30 @@ TextArea {
     id: notes
 
     required property ClipInspector inspector
-    property bool isTelling: false
-    property bool isTaking: false
+    property bool isSaving: false
+    property bool isLoading: false
 
-    function take() {
-        isTaking = true;
-        text = text === " " ? "" : " "; // setting what stands there already would keep its history
+    function load() {
+        isLoading = true;
+        text = text === " " ? "" : " "; // setting an equal text would keep the undo history
         text = inspector.notes;
-        isTaking = false;
+        isLoading = false;
     }
 
     implicitHeight: Math.max(Theme.notesMinHeight,
         Math.min(Theme.notesMaxHeight, Math.ceil(input.implicitHeight) + 2 * Theme.focusRingWidth))
     input.wrapMode: inspector.notesBreakInWords ? TextEdit.WrapAnywhere : TextEdit.Wrap
     name: qsTr("Notes")
-    Component.onCompleted: take()
+    Component.onCompleted: load()
     onTextEdited: {
-        if (!isTaking) {
-            isTelling = true;
+        if (!isLoading) {
+            isSaving = true;
             inspector.notes = text;
-            isTelling = false;
+            isSaving = false;
         }
     }
 
-    // What the field has no use for is no key of the screen either.
+    // Keys that the field ignores must not reach the screen.
     Keys.onEscapePressed: input.focus = false
     Keys.onPressed: event => {
         event.accepted = event.key !== Qt.Key_Tab && event.key !== Qt.Key_Backtab;
@@ -43,8 +43,8 @@ TextArea {
         target: notes.inspector
 
         function onNotesChanged() {
-            if (!notes.isTelling) {
-                notes.take();
+            if (!notes.isSaving) {
+                notes.load();
             }
         }
     }

@@ -1,4 +1,4 @@
-// The round button over the picture, to be laid in the middle of it.
+// The round play button in the center of the video.
 //   isPlaying, isVisible: bool; signal toggle()
 import QtQuick
 import QtQuick.Templates as T

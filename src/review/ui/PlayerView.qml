@@ -1,5 +1,5 @@
-// The picture of an engine on a black ground, whole and as large as fits.
-//   engine: PlayerEngine; showsPicture: bool, else only the ground
+// The video of an engine on a black background, as large as fits.
+//   engine: PlayerEngine; showsPicture: bool, false for the background only
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -15,7 +15,7 @@ Rectangle {
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("Player")
 
-    PictureItem {
+    FrameItem {
         id: picture
 
         objectName: "picture"

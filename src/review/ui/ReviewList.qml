@@ -1,7 +1,6 @@
-// The rows of the side pane. A click on a row is the review's to answer. With the keyboard's focus,
-// which it takes by Tab alone, Up, Down, Home, End, Page Up and Page Down move its current row, and
-// Return and Space are a click on that; every other key is passed on.
-//   review: the screen's state
+// The list in the side pane. It gets the focus by Tab only. With the focus, Up, Down, Home, End, Page
+// Up and Page Down move the current row, and Return and Space click it; other keys are not accepted.
+//   review: ReviewScreenState
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -48,7 +47,7 @@ ListView {
         }
     }
 
-    // To the edge of the view first, and from there by a view.
+    // Moves to the edge of the view, or by a view if the current row is there.
     function movePage(direction: int) {
         const edge = () => rowAt(direction > 0 ? contentY + height - 1 : contentY);
         if (isInView(currentItem) && currentIndex !== edge()) {
@@ -92,15 +91,15 @@ ListView {
         }
     }
 
-    // The first clip in view stays at the top when rows become cards or cards rows.
-    function takeForm() {
+    // Keeps the first visible clip at the top.
+    function updateForm() {
         if (showsCards !== wantsCards) {
             const top = rowAt(contentY + topMargin);
             const clip = review.list.clipRowFrom(top);
-            const stays = itemAtIndex(clip) ? clip : top;
+            const kept = itemAtIndex(clip) ? clip : top;
             showsCards = wantsCards;
             forceLayout();
-            positionViewAtIndex(stays, ListView.Beginning);
+            positionViewAtIndex(kept, ListView.Beginning);
         }
     }
 
@@ -112,8 +111,8 @@ ListView {
         }
     }
 
-    onWantsCardsChanged: takeForm()
-    Component.onCompleted: takeForm()
+    onWantsCardsChanged: updateForm()
+    Component.onCompleted: updateForm()
     Keys.onPressed: event => event.accepted = handleKey(event)
     onActiveFocusChanged: {
         if (activeFocus && !isInView(currentItem)) {
@@ -154,7 +153,7 @@ ListView {
         onPressed: list.review.selection.clickRow(index, Qt.NoModifier)
     }
 
-    // One ring for the current row, whichever it is.
+    // The focus ring of the current row.
     Item {
         readonly property int outset: Theme.focusRingGap + Theme.focusRingWidth
 

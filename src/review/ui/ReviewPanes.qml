@@ -1,7 +1,6 @@
-// The room of review below the header: the banners, the filter row, and the two panes with the handle
-// between them.
-//   review: what is shown and decided; engine: the player; banners: the media's
-//   signal focusLeft(): a field that is done with gives the focus back
+// The review screen below the header: banners, filter row, and two panes with a handle between them.
+//   review: ReviewScreenState; engine: PlayerEngine; banners: MediaBanners
+//   signal focusLeft(): a field no longer needs the focus
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -46,7 +45,7 @@ Item {
         handle: Rectangle {
             implicitWidth: Theme.hairline
             color: Theme.divider
-            containmentMask: Item { // the line is thinner than a hand can take
+            containmentMask: Item { // makes the thin line easier to grab
                 x: -Theme.spacing4
                 width: Theme.spacing8 + Theme.hairline
                 height: root.height
@@ -56,7 +55,7 @@ Item {
         SidePane {
             id: side
 
-            // The line counts as a part of this pane.
+            // Includes the line.
             T.SplitView.preferredWidth: Theme.sidePaneWidth - Theme.hairline
             T.SplitView.minimumWidth: Theme.sidePaneMinWidth - Theme.hairline
             T.SplitView.maximumWidth: Math.min(Theme.sidePaneMaxWidth,

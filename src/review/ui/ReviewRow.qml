@@ -1,6 +1,6 @@
-// One row of the list, a clip or a subclip, in the form that it is given. The list recycles rows, so a
-// row holds nothing of its own.
-//   form: RowForm; focused: bool (the list's focus is on it); signal pressed(): by a reader of the screen
+// A clip or subclip in the list, arranged by a form. The list reuses rows, so they have no state of
+// their own.
+//   form: RowForm; focused: bool (current row of the focused list); signal pressed(): by a screen reader
 import QtQuick
 import Corvane.Kit
 import Corvane.Review

@@ -1,6 +1,6 @@
-// Where the parts of a list's row stand, in pixels of the row: one for all rows of a kind, so that a
-// row computes nothing by itself and the list knows each height before it makes a row.
-//   paneWidth: int, without the line at its right
+// The layout of a row's parts, in pixels. Shared by all rows of a kind: rows have no layout of their
+// own, and the list knows their height in advance.
+//   paneWidth: int, without the line on the right
 import QtQuick
 import Corvane.Kit
 

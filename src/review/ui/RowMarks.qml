@@ -1,7 +1,7 @@
-// A row's marks in fixed places: rating, heart, S, R, X, HD. An absent one leaves its place empty.
-//   rating: string, empty for none; favorite, selectedForExport, reviewed, rejected, hasHd: bool;
+// The marks of a row in fixed columns: rating, heart, S, R, X, HD.
+//   rating: string, empty if unrated; favorite, selectedForExport, reviewed, rejected, hasHd: bool;
 //   tight: bool
-// The row that holds them says in words what they show.
+// Ignored by screen readers, which read the row's description.
 import QtQuick
 import Corvane.Kit
 

@@ -1,8 +1,7 @@
-// What is under the pointer for as long as it is pressed: a track to go along. Tells every place once,
-// the first at the press.
-//   value, maximumValue: real, in seconds; name: string; valueText: string; radius: the ring's;
-//   pressed, hovered: bool, read-only; signal scrubbed(real x), beyond the ends too; signal
-//   stepped(int frames)
+// A track for scrubbing with the pointer.
+//   value, maximumValue: real, in seconds; name: string; valueText: string; radius: of the focus ring;
+//   pressed, hovered: bool, read-only; signal scrubbed(real x): pressed or dragged to x, which may be
+//   outside; signal stepped(int frames)
 import QtQuick
 import Corvane.Kit
 
@@ -34,20 +33,20 @@ FocusItem {
     MouseArea {
         id: area
 
-        property real told: 0
+        property real lastX: 0
 
-        function tell(x: real) {
-            told = x;
+        function scrub(x: real) {
+            lastX = x;
             track.scrubbed(x);
         }
 
         anchors.fill: parent
         hoverEnabled: true
         preventStealing: true
-        onPressed: mouse => tell(mouse.x)
+        onPressed: mouse => scrub(mouse.x)
         onPositionChanged: mouse => {
-            if (pressed && mouse.x !== told) {
-                tell(mouse.x);
+            if (pressed && mouse.x !== lastX) {
+                scrub(mouse.x);
             }
         }
     }

@@ -1,5 +1,5 @@
-// The mark of an in or an out point: a bar with two feet that point into the range.
-//   isIn: bool; fraction: real or undefined (no mark), from 0 to 1 of the parent's width
+// The mark of an in or out point: a bracket that opens towards the range.
+//   isIn: bool; fraction: real, 0 to 1 of the parent's width, or undefined for no mark
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick

@@ -1,5 +1,5 @@
-// The time track of what plays, with the marks of the range that is being drawn up. It spans the clip,
-// or the active subclip. Only the played part and the knob move while it plays.
+// The scrubber with the draft marks. Covers the clip, or the active subclip in subclip mode. During
+// playback only the played part and the knob change.
 //   review: ReviewScreenState
 import QtQuick
 import Corvane.Kit
@@ -20,15 +20,15 @@ ScrubTrack {
     onStepped: frames => review.transport.stepFrames(frames)
 
     Rectangle {
-        readonly property bool isWhole: scrubber.review.marking.draftInFraction !== undefined
+        readonly property bool hasBothDrafts: scrubber.review.marking.draftInFraction !== undefined
                                         && scrubber.review.marking.draftOutFraction !== undefined
-        readonly property real from: isWhole ? scrubber.review.marking.draftInFraction : 0
-        readonly property real to: isWhole ? scrubber.review.marking.draftOutFraction : 0
+        readonly property real from: hasBothDrafts ? scrubber.review.marking.draftInFraction : 0
+        readonly property real to: hasBothDrafts ? scrubber.review.marking.draftOutFraction : 0
 
         objectName: "scrubber.range"
         x: Math.min(from, to) * parent.width
         anchors.verticalCenter: parent.verticalCenter
-        visible: isWhole
+        visible: hasBothDrafts
         width: Math.abs(to - from) * parent.width
         height: Theme.bracketHeight
         color: Theme.markedRange

@@ -1,7 +1,5 @@
-// The left half of the review screen: the list of clips, or what there is to know of the one that is
-// selected.
-//   review: the screen's state; inspectorSource: url of the view of one clip, with a property
-//   `inspector`
+// The left pane of the review screen: the list of clips, or the inspector of the selected clip.
+//   review: ReviewScreenState; inspectorSource: url of the inspector, which has a property `inspector`
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -11,7 +9,7 @@ Rectangle {
 
     required property ReviewScreenState review
     property url inspectorSource: Qt.resolvedUrl("InspectorView.qml")
-    // From the list, 0, to the inspector, 1.
+    // Transition from the list (0) to the inspector (1).
     property real swap: review.panes.showsInspector ? 1 : 0
 
     implicitWidth: Theme.sidePaneWidth
@@ -129,14 +127,14 @@ Rectangle {
         Loader {
             id: inspectorLoader
 
-            readonly property bool isWanted: pane.swap > 0 || pane.review.panes.showsInspector
+            readonly property bool isNeeded: pane.swap > 0 || pane.review.panes.showsInspector
 
             anchors.fill: parent
             opacity: pane.swap
             enabled: pane.review.panes.showsInspector
-            onIsWantedChanged: isWanted ? setSource(pane.inspectorSource, { inspector: pane.review.inspector })
+            onIsNeededChanged: isNeeded ? setSource(pane.inspectorSource, { inspector: pane.review.inspector })
                                         : setSource("")
-            Component.onCompleted: isWantedChanged()
+            Component.onCompleted: isNeededChanged()
         }
     }
 }

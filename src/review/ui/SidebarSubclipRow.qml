@@ -1,4 +1,4 @@
-// The form of a subclip's row: below its clip, or in a list of its own.
+// The layout of a subclip's row: below its clip, or in a list of subclips.
 //   style: SidebarSubclipRow.InlineUnderParent | SidebarSubclipRow.Flat
 import QtQuick
 import Corvane.Kit

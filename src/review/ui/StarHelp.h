@@ -6,12 +6,12 @@
 
 namespace corvane {
 
-/// What the stars of a rating say about themselves. Main thread.
+/// Help texts of the stars of a rating.
 class StarHelp : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    /// Of each star, the first first.
+    /// For one star to five.
     Q_PROPERTY(QStringList stars READ stars CONSTANT)
     Q_PROPERTY(QString clear READ clear CONSTANT)
 

@@ -1,5 +1,4 @@
-// A rating with what each star says about itself.
-//   everything of Stars
+// `Stars` with help texts.
 import QtQuick
 import Corvane.Kit
 import Corvane.Review

@@ -1,5 +1,5 @@
-// The ranges of the clip's subclips in one row; a later one lies over those before it.
-//   review: ReviewScreenState; subclips: its list
+// The ranges of the clip's subclips as bars in one row. Later bars are drawn over earlier ones.
+//   review: ReviewScreenState
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -31,17 +31,17 @@ Item {
             required property real inSeconds
             required property real outSeconds
             required property bool isActive
-            readonly property rect place: bars.subclips.bar(inSeconds, outSeconds,
+            readonly property rect barRect: bars.subclips.bar(inSeconds, outSeconds,
                                                             bars.review.transport.clipDuration, bars.width)
 
             objectName: "bars." + index
-            x: place.x
-            visible: place.width > 0
-            width: place.width
+            x: barRect.x
+            visible: barRect.width > 0
+            width: barRect.width
             height: bars.height
             focusPolicy: Qt.TabFocus
             onClicked: {
-                focus = false; // the bars go away
+                focus = false; // the bars are about to be hidden
                 bars.review.selection.selectSubclip(bars.review.selection.selectedVideoId, subclipId);
             }
             Keys.onReturnPressed: Buttons.click(bar)
@@ -56,9 +56,9 @@ Item {
             background: Item {
                 Rectangle {
                     objectName: bar.objectName + ".fill"
-                    y: bar.place.y
+                    y: bar.barRect.y
                     width: parent.width
-                    height: bar.place.height
+                    height: bar.barRect.height
                     radius: Theme.subclipBarRadius
                     color: bar.isActive || bar.hovered ? Theme.activeSubclipBar : Theme.subclipBar
 

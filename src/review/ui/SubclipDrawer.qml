@@ -1,4 +1,4 @@
-// The subclips under the player, behind a header that opens and closes them.
+// The list of subclips below the player, with a header that opens and closes it.
 //   review: ReviewScreenState
 import QtQuick
 import QtQuick.Templates as T

@@ -1,4 +1,4 @@
-// The subclips of the clip in the player, and the keys that make them.
+// The subclips of the clip in the player, or a hint about the keys for creating them.
 //   review: ReviewScreenState; showsHeader: bool; listHeight: real
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
@@ -24,7 +24,7 @@ Column {
     ListView {
         id: list
 
-        // What is reached by Tab is in view.
+        // Scrolls to the control that gets the focus.
         function follow(item: Item) {
             while (item && item.parent !== contentItem) {
                 item = item.parent;

@@ -1,5 +1,5 @@
-// Tells over the player that it keeps to a subclip, and which.
-//   review: ReviewScreenState; maximumWidth: real, where the name elides
+// Shows over the player that playback is limited to a subclip.
+//   review: ReviewScreenState; maximumWidth: real; the name is elided to fit
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -88,7 +88,7 @@ Rectangle {
             helpText: qsTr("Exit subclip mode")
             focusPolicy: Qt.TabFocus
             onClicked: {
-                focus = false; // the banner goes away
+                focus = false; // the banner is about to be hidden
                 banner.review.selection.exitSubclipMode();
             }
         }

@@ -1,6 +1,7 @@
-// A subclip of the clip in the player. A click on its name edits it, a click elsewhere plays it.
+// A subclip of the clip in the player. Clicking its name edits the name; clicking elsewhere plays the
+// subclip.
 //   review: ReviewScreenState; the roles of SubclipListModel; isEditing: bool, read-only; signal
-//   editingEnded(), by Return or Esc
+//   editingEnded(): Return or Esc was pressed
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -30,7 +31,7 @@ FocusItem {
         review.selection.selectSubclip(review.selection.selectedVideoId, subclipId);
     }
 
-    // Of what stands in the row, keys without a use there are the screen's.
+    // Keys of a control inside the row that the control ignores are left to the screen.
     function selectByKey(event: var) {
         event.accepted = activeFocus;
         if (activeFocus) {
@@ -165,7 +166,7 @@ FocusItem {
                 }
             }
 
-            // What the field has no use for is no key of the screen either.
+            // Keys that the field ignores must not reach the screen.
             Keys.priority: Keys.AfterItem
             Keys.onPressed: event => {
                 event.accepted = event.key !== Qt.Key_Tab && event.key !== Qt.Key_Backtab;

@@ -1,4 +1,4 @@
-// "Subclips" with their number.
+// The heading "Subclips" with a count.
 //   count: string
 import QtQuick
 import Corvane.Kit

@@ -1,5 +1,5 @@
-// A tag with a cross that takes it away. A long one elides and is told in full under the pointer.
-//   text: string; maximumWidth: real; crossName: string, the objectName of its cross; signal removed()
+// A tag with a button that removes it. A long tag is elided and shown in full as help text.
+//   text: string; maximumWidth: real; signal removed()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

@@ -1,5 +1,4 @@
-// The tags of a clip and the field for another one. Return and "Add" put it in and leave the field
-// ready for the next.
+// The tags of a clip and a field for adding tags with Return or the button.
 //   inspector: ClipInspector
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
@@ -67,7 +66,7 @@ Column {
             onAccepted: editor.add()
             onEscapePressed: focus = false
 
-            // What the field has no use for is no key of the screen either.
+            // Keys that the field ignores must not reach the screen.
             Keys.priority: Keys.AfterItem
             Keys.onPressed: event => {
                 event.accepted = event.key !== Qt.Key_Tab && event.key !== Qt.Key_Backtab;

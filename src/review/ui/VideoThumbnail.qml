@@ -1,7 +1,6 @@
-// A clip's or subclip's picture, or a panel with a glyph while there is none. The picture is read off
-// the main thread and dropped with the item.
-//   primaryURL: string (a path; empty for none), fallbackURL: string (shown where no file stands at the
-//   primary one), glyphSize: int; isLoaded: bool, read-only
+// The thumbnail of a clip or subclip, or a glyph if it can't be loaded.
+//   primaryURL, fallbackURL: string (paths, may be empty; the fallback is used if the first file
+//   doesn't exist); glyphSize: int; isLoaded: bool, read-only
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -12,7 +11,7 @@ Item {
     property string primaryURL
     property string fallbackURL
     property int glyphSize: Theme.iconSize
-    readonly property alias isLoaded: still.isLoaded
+    readonly property alias isLoaded: image.isLoaded
 
     implicitWidth: Theme.clipThumbnailWidth
     implicitHeight: Theme.clipThumbnailHeight
@@ -32,8 +31,8 @@ Item {
         }
     }
 
-    StillImage {
-        id: still
+    JpegImage {
+        id: image
 
         anchors.fill: parent
         path: control.primaryURL

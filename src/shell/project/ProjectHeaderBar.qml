@@ -1,5 +1,5 @@
 // The top row of an open project.
-//   header: what it tells; signals closed(), importWanted(), exportWanted(), handoffWanted(),
+//   header: ProjectHeader; signals closed(), importWanted(), exportWanted(), handoffWanted(),
 //   guideWanted()
 import QtQuick
 import Corvane.Kit

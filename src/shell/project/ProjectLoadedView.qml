@@ -1,5 +1,5 @@
-// The screen of an open project: its header over the review, the sheets and questions over both.
-//   app: the application; screen: what it is bound to
+// The screen of an open project: header and review, with sheets and alerts above them.
+//   app: CorvaneApp; screen: ProjectScreen
 import QtQuick
 import Corvane.Export
 import Corvane.Handoff
@@ -26,14 +26,14 @@ FocusScope {
         event.accepted = root.screen.handleKey(event.key, event.modifiers, event.isAutoRepeat);
     }
 
-    // Has the focus while none of the controls has it, and shows nothing of it.
+    // An invisible item that has the focus if no control has it.
     Item {
         id: keys
 
         objectName: "project.keys"
         focus: true
         onActiveFocusChanged: {
-            if (root.screen) { // not yet, and not any more, at both ends of the screen's life
+            if (root.screen) { // null during creation and destruction
                 root.review.panes.keyboardFocused = activeFocus;
             }
         }
@@ -71,7 +71,7 @@ FocusScope {
         onFocusLeft: keys.forceActiveFocus(Qt.OtherFocusReason)
     }
 
-    DropArea { // a project file is the window's own to take
+    DropArea { // the window accepts project files
         anchors.fill: parent
         keys: ["text/uri-list"]
         onEntered: drag => drag.accepted = root.screen.canImportDropped(drag.urls)

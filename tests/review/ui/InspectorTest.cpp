@@ -8,7 +8,7 @@
 namespace corvane::test {
 namespace {
 
-/// The inspector at the pane's width in a screen that counts the keys which come to it.
+/// The inspector at the pane's width in a screen that counts unhandled keys.
 constexpr auto kInspector = R"(
     import QtQuick
     import Corvane.Kit
@@ -24,7 +24,7 @@ constexpr auto kInspector = R"(
             anchors.fill: parent
             focus: true
             Keys.onPressed: event => keys += 1
-            Loader { // as the side pane has it
+            Loader { // as in the side pane
                 width: window.paneWidth
                 height: parent.height
                 sourceComponent: InspectorView {
@@ -81,12 +81,12 @@ TEST_F(InspectorTest, RatesAndFlagsTheClip) {
     QObject::connect(&store, &ProjectStore::projectChanged, &store, [&] { ++edits; });
     view.click(fifth);
     EXPECT_EQ(clip(0).rating, 5);
-    EXPECT_EQ(edits, 1) << "the filled star sets it again";
+    EXPECT_EQ(edits, 1) << "clicking the current rating sets it again";
     view.click(name("inspector.flag.0"));
     view.click(name("inspector.flag.1"));
     view.click(name("inspector.flag.2"));
     EXPECT_TRUE(clip(0).favorite && clip(0).selectedForExport && !clip(0).reviewed)
-        << "rating it had reviewed it";
+        << "rating has set reviewed";
     view.picture(name("inspector"));
     view.click(name("inspector.rating.clear"));
     EXPECT_EQ(clip(0).rating, 0);
@@ -96,17 +96,17 @@ TEST_F(InspectorTest, RatesAndFlagsTheClip) {
     view.key(Qt::Key_Space);
     view.key(Qt::Key_Return);
     view.key(Qt::Key_Space);
-    EXPECT_TRUE(clip(0).rejected) << "the flag keeps the focus while it changes";
+    EXPECT_TRUE(clip(0).rejected) << "the button keeps the focus";
     store.undo();
     EXPECT_FALSE(view.property(name("inspector.flag.3"), "isOn").toBool());
 }
 
-TEST_F(InspectorTest, HelpsWithEachStar) {
+TEST_F(InspectorTest, HasHelpTextForEachStar) {
     Screen view = open();
     const QQuickItem *stars = view.item(name("inspector.rating"));
     for (int star = 1; star <= 2; ++star) {
-        const QPointF place((star - 0.5) * stars->property("starWidth").toInt(), 12);
-        QTest::mouseMove(view.window(), stars->mapToScene(place).toPoint());
+        const QPointF point((star - 0.5) * stars->property("starWidth").toInt(), 12);
+        QTest::mouseMove(view.window(), stars->mapToScene(point).toPoint());
         EXPECT_TRUE(view.waitFor([&] {
             return view.shows(name("helpTip")) &&
                    Screen::accessibleName(view.item(name("helpTip"))) ==
@@ -115,7 +115,7 @@ TEST_F(InspectorTest, HelpsWithEachStar) {
     }
 }
 
-TEST_F(InspectorTest, TagsAreAddedInARowAndTakenAway) {
+TEST_F(InspectorTest, AddsSeveralTagsAndRemovesThem) {
     Screen view = open();
     const auto field = name("inspector.newTag");
     view.click(field);
@@ -138,15 +138,15 @@ TEST_F(InspectorTest, TagsAreAddedInARowAndTakenAway) {
     EXPECT_EQ(keysOfScreen(view), 0);
     view.key(Qt::Key_Escape);
     view.key(Qt::Key_F2);
-    EXPECT_EQ(keysOfScreen(view), 1) << "Esc gives the keys back";
+    EXPECT_EQ(keysOfScreen(view), 1) << "Esc returns the focus to the screen";
 }
 
-TEST_F(InspectorTest, NotesGoToTheirOwnClipAndTheCursorStays) {
+TEST_F(InspectorTest, SavesNotesToTheirClipAndKeepsTheCursor) {
     Screen view = open();
     const auto input = name("inspector.notes.input");
     view.click(input);
     store.setRating(name("clip-0"), 3);
-    EXPECT_TRUE(clip(0).notes->contains(name("\r\n"))) << "looking at notes doesn't change them";
+    EXPECT_TRUE(clip(0).notes->contains(name("\r\n"))) << "showing notes doesn't change them";
     view.item(input)->setProperty("cursorPosition", 3);
     view.type(name(" then"));
     store.setRating(name("clip-0"), 4);
@@ -160,7 +160,7 @@ TEST_F(InspectorTest, NotesGoToTheirOwnClipAndTheCursorStays) {
     screen.selection().selectClip(name("clip-1"));
     EXPECT_EQ(notesIn(view), QString());
     view.key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(clip(1).notes, std::nullopt) << "nothing of the other clip to undo";
+    EXPECT_EQ(clip(1).notes, std::nullopt) << "undo doesn't restore notes of another clip";
     view.type(name("x"));
     view.key(Qt::Key_Backspace);
     screen.selection().selectClip(name("clip-2"));
@@ -174,7 +174,7 @@ TEST_F(InspectorTest, NotesGoToTheirOwnClipAndTheCursorStays) {
     EXPECT_EQ(view.focused(), view.item(name("inspector.newTag")));
 }
 
-TEST_F(InspectorTest, HoldsHugeNotesAndManyTagsInANarrowPane) {
+TEST_F(InspectorTest, ShowsHugeNotesAndManyTagsInANarrowPane) {
     Project project = *store.project();
     VideoRecord &video = project.videos[0].edit();
     for (int tag = 0; tag < 400; ++tag) {
@@ -195,8 +195,7 @@ TEST_F(InspectorTest, HoldsHugeNotesAndManyTagsInANarrowPane) {
     view.picture(name("inspector-narrow-tag"));
     const QRect seen(0, 0, 160, 640);
     const QQuickItem *field = view.item(name("inspector.newTag"));
-    EXPECT_TRUE(seen.contains(field->mapToScene(QPointF(0, 0)).toPoint()))
-        << "Tab brings it to view";
+    EXPECT_TRUE(seen.contains(field->mapToScene(QPointF(0, 0)).toPoint())) << "Tab scrolls to it";
     view.type(name("new"));
     view.key(Qt::Key_Return);
     EXPECT_EQ(clip(0).tags.last(), name("new"));

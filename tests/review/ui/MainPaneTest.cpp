@@ -8,7 +8,7 @@
 namespace corvane::test {
 namespace {
 
-/// A pane in a screen that counts the keys which come to it.
+/// The pane in a screen that counts unhandled keys.
 constexpr auto kPane = R"(
     import QtQuick
     import Corvane.Kit
@@ -38,7 +38,7 @@ QString text(const char *latin) {
     return QString::fromUtf8(latin);
 }
 
-QRect placeOf(const Screen &view, const char *name) {
+QRect rectOf(const Screen &view, const char *name) {
     const QQuickItem *item = view.item(text(name));
     return item->mapRectToScene(QRectF(QPointF(0, 0), item->size())).toRect();
 }
@@ -57,7 +57,7 @@ class MainPaneTest : public ReviewScreenTest {
         view.click(text("drawer.head"));
         EXPECT_TRUE(view.waitFor([&] {
             return view.shows(text("drawer.keys")) &&
-                   placeOf(view, "drawer.keys").bottom() < kSize.height();
+                   rectOf(view, "drawer.keys").bottom() < kSize.height();
         }));
     }
     static int keysOfScreen(const Screen &view) { return view.root()->property("keys").toInt(); }
@@ -65,7 +65,7 @@ class MainPaneTest : public ReviewScreenTest {
 
 } // namespace
 
-TEST_F(MainPaneTest, AClickOnATrackSeeksOnceAndADragAtEveryChangeBeyondTheEndsToo) {
+TEST_F(MainPaneTest, SeeksOnceForAClickAndAtEveryChangeOfADragEvenOutside) {
     ReviewScreenState state(
         store, player,
         {.filmstrip = [](QString, QString, QString, std::stop_token) -> QCoro::Task<QStringList> {
@@ -73,24 +73,24 @@ TEST_F(MainPaneTest, AClickOnATrackSeeksOnceAndADragAtEveryChangeBeyondTheEndsTo
         }});
     state.selection().selectClip(text("clip-1"));
     Screen view(kPane, kSize, {{text("review"), QVariant::fromValue(&state)}});
-    EXPECT_FALSE(view.shows(text("filmstrip"))) << "a clip whose id is no UUID has none";
+    EXPECT_FALSE(view.shows(text("filmstrip"))) << "no filmstrip for an id that is not a UUID";
     state.filmstrip().start(newIdentifier(), {}, folder.path());
     state.selection().selectSubclip(text("clip-1"), subclip(1).id);
     QList<double> seeks;
     QObject::connect(&player, &ReviewPlayer::currentSecondsChanged, &player,
                      [&] { seeks.append(player.current); });
     const auto near = [](double seconds) { return testing::DoubleNear(seconds, 0.02); };
-    player.range.reset(); // what keeps a seek in the range is the player's
+    player.range.reset(); // the fake player would clamp seeks to it
     const struct {
         const char *track;
         double begin, end;
     } tracks[] = {{"scrubber", 2.5, 3.5}, {"filmstrip", 0, 12.5}};
     for (const auto &[track, begin, end] : tracks) {
-        const QRect place = placeOf(view, track);
+        const QRect rect = rectOf(view, track);
         seeks.clear();
         view.click(text(track));
-        view.drag(place.center(), {place.right() + 10, place.center().y() - 80});
-        view.drag(place.center(), {place.left() - 10, place.center().y()});
+        view.drag(rect.center(), {rect.right() + 10, rect.center().y() - 80});
+        view.drag(rect.center(), {rect.left() - 10, rect.center().y()});
         const double middle = (begin + end) / 2;
         EXPECT_THAT(seeks, testing::ElementsAre(near(middle), near(middle), testing::_, near(end),
                                                 near(middle), testing::_, near(begin)))
@@ -99,7 +99,7 @@ TEST_F(MainPaneTest, AClickOnATrackSeeksOnceAndADragAtEveryChangeBeyondTheEndsTo
     EXPECT_EQ(keysOfScreen(view) + player.shownRate, 0);
 }
 
-TEST_F(MainPaneTest, TheTracksTellAReaderOfTheScreenWhereTheyStandAndStepByFrames) {
+TEST_F(MainPaneTest, DescribesTheTracksToScreenReadersAndStepsByFrames) {
     Screen view = open();
     player.seek(3.2);
     QAccessibleInterface *face = QAccessible::queryAccessibleInterface(view.item(text("scrubber")));
@@ -117,17 +117,17 @@ TEST_F(MainPaneTest, TheTracksTellAReaderOfTheScreenWhereTheyStandAndStepByFrame
     EXPECT_DOUBLE_EQ(player.current, 3.2);
 }
 
-TEST_F(MainPaneTest, ShowsTheMarksOnTheTrackTheyBelongToAndNothingWithoutALength) {
+TEST_F(MainPaneTest, ShowsTheDraftMarksUnlessTheDurationIsUnknown) {
     Screen view = open();
     type("i");
     player.seek(10);
     EXPECT_TRUE(view.shows(text("scrubber.in")) && !view.shows(text("scrubber.out")));
     type("o");
     EXPECT_TRUE(view.shows(text("scrubber.out")) && view.shows(text("scrubber.range")));
-    const QRect track = placeOf(view, "scrubber");
-    EXPECT_NEAR(placeOf(view, "scrubber.range").width(), track.width() * 0.8, 1);
-    EXPECT_NEAR(placeOf(view, "scrubber.knob").center().x(),
-                placeOf(view, "scrubber.out").center().x(), 1);
+    const QRect track = rectOf(view, "scrubber");
+    EXPECT_NEAR(rectOf(view, "scrubber.range").width(), track.width() * 0.8, 1);
+    EXPECT_NEAR(rectOf(view, "scrubber.knob").center().x(),
+                rectOf(view, "scrubber.out").center().x(), 1);
     view.picture(text("mainpane-marks"));
     player.duration = 0;
     Q_EMIT player.durationSecondsChanged();
@@ -136,16 +136,16 @@ TEST_F(MainPaneTest, ShowsTheMarksOnTheTrackTheyBelongToAndNothingWithoutALength
     }
 }
 
-TEST_F(MainPaneTest, PlaysASubclipFromItsBarUnderABannerAndThePictureKeepsItsSize) {
+TEST_F(MainPaneTest, PlaysASubclipFromItsBarWithoutResizingTheVideo) {
     Screen view = open();
-    const QRect picture = placeOf(view, "playerView");
-    const QRect track = placeOf(view, "scrubber");
-    EXPECT_NEAR(placeOf(view, "bars.1").left(), track.left() + track.width() * 0.2, 1);
+    const QRect picture = rectOf(view, "playerView");
+    const QRect track = rectOf(view, "scrubber");
+    EXPECT_NEAR(rectOf(view, "bars.1").left(), track.left() + track.width() * 0.2, 1);
     EXPECT_EQ(Screen::accessibleName(view.item(text("bars.1"))), text("Subclip 2"));
     view.click(text("bars.1"));
     EXPECT_EQ(screen.selection().activeSubclipId(), subclip(1).id);
     EXPECT_FALSE(view.shows(text("bars.0")));
-    EXPECT_EQ(placeOf(view, "playerView"), picture);
+    EXPECT_EQ(rectOf(view, "playerView"), picture);
     EXPECT_EQ(Screen::accessibleName(view.item(text("subclipBanner.name"))), text("Subclip 2"));
     view.picture(text("mainpane-subclip"));
     view.click(text("subclipBanner.close"));
@@ -153,7 +153,7 @@ TEST_F(MainPaneTest, PlaysASubclipFromItsBarUnderABannerAndThePictureKeepsItsSiz
     EXPECT_TRUE(view.shows(text("bars.0")));
 }
 
-TEST_F(MainPaneTest, TabGoesInReadingOrderAndWhatGoesAwayGivesTheKeysBack) {
+TEST_F(MainPaneTest, TabFollowsReadingOrderAndHiddenControlsReturnTheFocus) {
     Screen view = open();
     QStringList reached;
     for (int press = 0; press < 7; ++press) {
@@ -176,10 +176,10 @@ TEST_F(MainPaneTest, TabGoesInReadingOrderAndWhatGoesAwayGivesTheKeysBack) {
     EXPECT_EQ(view.focused()->objectName(), text("screen"));
 }
 
-TEST_F(MainPaneTest, TheButtonOverThePicturePlaysAndHidesWhilePlayingUntilThePointerEnters) {
+TEST_F(MainPaneTest, HidesTheOverlayButtonDuringPlaybackUnlessThePointerIsOverIt) {
     Screen view = open();
     const auto button = text("playerOverlayButton");
-    const QRect play = placeOf(view, "transport.play");
+    const QRect play = rectOf(view, "transport.play");
     view.click(button);
     EXPECT_EQ(player.shownRate, 1);
     EXPECT_TRUE(view.shows(button)) << "the pointer is over the player";
@@ -187,12 +187,12 @@ TEST_F(MainPaneTest, TheButtonOverThePicturePlaysAndHidesWhilePlayingUntilThePoi
     EXPECT_FALSE(view.shows(button));
     EXPECT_EQ(Screen::accessibleName(view.item(text("transport.play"))), text("Pause (Space)"));
     player.seek(12);
-    EXPECT_EQ(placeOf(view, "transport.play"), play);
-    EXPECT_NEAR(play.center().x(), placeOf(view, "playerView").center().x(), 1);
+    EXPECT_EQ(rectOf(view, "transport.play"), play);
+    EXPECT_NEAR(play.center().x(), rectOf(view, "playerView").center().x(), 1);
     view.click(text("transport.play"));
     EXPECT_EQ(player.shownRate, 0);
     EXPECT_TRUE(view.shows(button));
-    EXPECT_EQ(view.focused()->objectName(), text("screen")) << "clicks leave the focus alone";
+    EXPECT_EQ(view.focused()->objectName(), text("screen")) << "clicks don't move the focus";
 
     store.updateProject(sampleProject(1));
     EXPECT_TRUE(view.shows(text("player.none")));
@@ -201,7 +201,7 @@ TEST_F(MainPaneTest, TheButtonOverThePicturePlaysAndHidesWhilePlayingUntilThePoi
     view.picture(text("mainpane-empty"));
 }
 
-TEST_F(MainPaneTest, ARowsNameIsEditedAndItsKeysStayInTheField) {
+TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
     Screen view = open();
     openDrawer(view);
     const auto field = text("subclip.0.field");
@@ -220,7 +220,7 @@ TEST_F(MainPaneTest, ARowsNameIsEditedAndItsKeysStayInTheField) {
     EXPECT_FALSE(view.shows(field));
     EXPECT_EQ(keysOfScreen(view), 0);
     view.key(Qt::Key_I);
-    EXPECT_EQ(keysOfScreen(view), 1) << "the screen has its keys back";
+    EXPECT_EQ(keysOfScreen(view), 1) << "the focus is back at the screen";
 
     edit("Lost");
     view.key(Qt::Key_Escape);
@@ -236,13 +236,13 @@ TEST_F(MainPaneTest, ARowsNameIsEditedAndItsKeysStayInTheField) {
     EXPECT_EQ(subclip(0).label, std::nullopt);
     EXPECT_EQ(keysOfScreen(view), 1);
     EXPECT_FALSE(screen.selection().isInSubclipMode())
-        << "a click on the name doesn't play the row";
+        << "clicking the name doesn't play the subclip";
 }
 
-TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
+TEST_F(MainPaneTest, RatesMarksPlaysAndDeletesASubclipByPointerAndByKeys) {
     Screen view = open();
     openDrawer(view);
-    const QRect stars = placeOf(view, "subclip.0.rating");
+    const QRect stars = rectOf(view, "subclip.0.rating");
     view.click(QPoint(stars.left() + 4 * 18 - 5, stars.center().y()));
     EXPECT_EQ(subclip(0).rating, 4);
     view.click(text("subclip.0.rating.clear"));
@@ -251,8 +251,8 @@ TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
     view.click(text("subclip.0.favorite"));
     view.click(text("subclip.0.selected"));
     EXPECT_TRUE(subclip(0).favorite && subclip(0).selectedForExport != wasMarked);
-    EXPECT_FALSE(screen.selection().isInSubclipMode()) << "its buttons don't play the row";
-    EXPECT_EQ(view.focused()->objectName(), text("screen")) << "nor do they take the focus";
+    EXPECT_FALSE(screen.selection().isInSubclipMode()) << "its buttons don't play the subclip";
+    EXPECT_EQ(view.focused()->objectName(), text("screen")) << "they don't take the focus";
 
     view.click(text("subclip.1.delete"));
     ASSERT_EQ(clip(1).subclips.size(), 1);
@@ -272,7 +272,7 @@ TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
     EXPECT_EQ(subclip(0).rating, 5);
     view.key(Qt::Key_Space);
     EXPECT_FALSE(screen.selection().isInSubclipMode())
-        << "stars have no use for it, so it is the screen's";
+        << "stars ignore the key, so the screen handles it";
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Space);
     EXPECT_FALSE(subclip(0).favorite);
@@ -281,7 +281,7 @@ TEST_F(MainPaneTest, ARowIsRatedMarkedPlayedAndDeletedByPointerAndByKeys) {
     EXPECT_EQ(player.range, std::nullopt);
 }
 
-TEST_F(MainPaneTest, NothingIsSeenOrHeardOfAClipThatIsGoneUntilItIsBack) {
+TEST_F(MainPaneTest, StopsARemovedClipUntilItIsRestored) {
     const Screen view = open();
     EXPECT_TRUE(view.shows(text("picture")));
     screen.transport().togglePlayback();

@@ -27,7 +27,7 @@ constexpr auto kView = R"(
         }
     })";
 
-/// The number in the part of the window where a picture of this shape lies.
+/// The frame number in the part of the window that shows a frame of this aspect ratio.
 std::optional<int> numberIn(const QImage &window, QSize shape, int quarterTurns) {
     const auto size = shape.scaled(window.size(), Qt::KeepAspectRatio);
     const QPoint from((window.width() - size.width()) / 2, (window.height() - size.height()) / 2);
@@ -38,7 +38,7 @@ std::optional<int> numberIn(const QImage &window, QSize shape, int quarterTurns)
 
 } // namespace
 
-TEST(PlayerViewTest, ShowsTheEnginesPictureWholeOnBlackAndNothingOfAFileThatIsGone) {
+TEST(PlayerViewTest, ShowsEntireFramesOnBlackAndNoFrameOfAMissingFile) {
     const TestFolder folder;
     TestMonotonicClock clock;
     PlayerEngine engine({.clock = &clock});
@@ -59,7 +59,7 @@ TEST(PlayerViewTest, ShowsTheEnginesPictureWholeOnBlackAndNothingOfAFileThatIsGo
         screen.waitFor([&] { return screen.picture().pixelColor(200, 200) == QColor(Qt::black); }));
 }
 
-TEST(PlayerViewTest, HasAButtonOverThePictureThatTellsWhatItDoes) {
+TEST(PlayerViewTest, HasAnOverlayButtonWithAnAccessibleName) {
     TestMonotonicClock clock;
     PlayerEngine engine({.clock = &clock});
     Screen screen(kView, {500, 400}, {{QStringLiteral("player"), QVariant::fromValue(&engine)}});

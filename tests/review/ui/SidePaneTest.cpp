@@ -7,8 +7,7 @@
 namespace corvane::test {
 namespace {
 
-/// The left half as the review screen holds it: the screen itself has the focus and keeps the keys
-/// that nothing in it takes.
+/// The side pane in a screen that has the focus and records unhandled keys.
 constexpr auto kScreen = R"(
     import QtQuick
     import Corvane.Kit
@@ -62,7 +61,7 @@ class SidePaneTest : public ReviewScreenTest {
     void clickOn(const char *id, Qt::KeyboardModifiers modifiers = {}) {
         window.click(QString::fromLatin1(id), modifiers);
     }
-    /// Whether the screen itself has the focus.
+    /// True if the screen itself has the focus.
     bool hasKeys() { return window.focused()->objectName() == QStringLiteral("keys"); }
     int current() { return list()->property("currentIndex").toInt(); }
     double top() { return list()->property("contentY").toDouble(); }
@@ -75,7 +74,7 @@ class SidePaneTest : public ReviewScreenTest {
         auto *item = this->row(row);
         return item ? item->findChild<QQuickItem *>(QString::fromLatin1(part)) : nullptr;
     }
-    /// A view of one clip that stands in for the screen's own.
+    /// A replacement for the inspector.
     void giveInspector() {
         const QString file = folder.write(QStringLiteral("Stub.qml"), R"(
             import QtQuick
@@ -88,7 +87,7 @@ class SidePaneTest : public ReviewScreenTest {
 
 } // namespace
 
-TEST_F(SidePaneTest, ClicksSelectMarkAndMarkRangesAndLeaveTheFocusWhereItIs) {
+TEST_F(SidePaneTest, ClicksSelectRowsAndMarkRangesWithoutMovingTheFocus) {
     clickOn("clip-clip-0");
     EXPECT_EQ(screen.selection().selectedVideoId(), QStringLiteral("clip-0"));
     EXPECT_TRUE(row("clip-clip-0")->property("current").toBool());
@@ -102,12 +101,12 @@ TEST_F(SidePaneTest, ClicksSelectMarkAndMarkRangesAndLeaveTheFocusWhereItIs) {
     EXPECT_EQ(marked(), QStringList());
     EXPECT_TRUE(hasKeys());
     key(Qt::Key_Space);
-    EXPECT_EQ(window.root()->property("keys").toList().size(), 1) << "the screen's own key";
+    EXPECT_EQ(window.root()->property("keys").toList().size(), 1) << "only the key for the screen";
 }
 
-TEST_F(SidePaneTest, TheKeyboardReachesEveryRowOnceTheListHasTheFocus) {
+TEST_F(SidePaneTest, MovesThroughAllRowsByKeysIfTheListHasTheFocus) {
     key(Qt::Key_Down);
-    EXPECT_EQ(current(), 0) << "without the focus it takes no key";
+    EXPECT_EQ(current(), 0) << "without the focus it ignores keys";
     focusList();
     EXPECT_TRUE(window.shows(QStringLiteral("review.list.ring")));
     key(Qt::Key_Down);
@@ -127,7 +126,7 @@ TEST_F(SidePaneTest, TheKeyboardReachesEveryRowOnceTheListHasTheFocus) {
     const int page = 301 - current();
     EXPECT_GE(page, 5);
     key(Qt::Key_PageUp);
-    EXPECT_GE(301 - current(), 2 * page - 2) << "a page on";
+    EXPECT_GE(301 - current(), 2 * page - 2) << "one page";
     key(Qt::Key_PageDown);
     key(Qt::Key_PageDown);
     key(Qt::Key_PageDown);
@@ -138,7 +137,7 @@ TEST_F(SidePaneTest, TheKeyboardReachesEveryRowOnceTheListHasTheFocus) {
     EXPECT_EQ(window.root()->property("keys").toList().last().toInt(), int(Qt::Key_5));
 }
 
-TEST_F(SidePaneTest, RowsSayWhatTheyShow) {
+TEST_F(SidePaneTest, DescribesRowsToScreenReaders) {
     clickOn("clip-clip-0");
     auto *item = row("clip-clip-0");
     EXPECT_EQ(Screen::accessibleRole(item), QAccessible::ListItem);
@@ -150,12 +149,12 @@ TEST_F(SidePaneTest, RowsSayWhatTheyShow) {
     EXPECT_TRUE(face->text(QAccessible::Description).contains(QStringLiteral("favorite")));
     EXPECT_FALSE(face->state().focused);
     focusList();
-    EXPECT_TRUE(face->state().focused) << "a reader follows the list's current row";
+    EXPECT_TRUE(face->state().focused) << "screen readers follow the current row";
     key(Qt::Key_Down);
     EXPECT_FALSE(face->state().focused);
 }
 
-TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesNamesAlone) {
+TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesOnlyNames) {
     store.setRating(QStringLiteral("clip-0"), 5);
     for (const bool large : {false, true}) {
         screen.filterBar().setUseLargeThumbnails(large);
@@ -178,7 +177,7 @@ TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesNamesAlone) {
         window.waitFor([&] { return tip->property("shownText") == inOneLine(clip(0).fileName); }));
 }
 
-TEST_F(SidePaneTest, TheFirstClipInViewStaysAtTheTopAndEditsScrollNothing) {
+TEST_F(SidePaneTest, KeepsTheFirstVisibleClipAtTheTopAndDoesNotScrollForEdits) {
     list()->setProperty("contentY", 2 * 53 + 30); // between the subclips of the second clip
     window.picture();
     clickOn("clip-clip-4");
@@ -215,16 +214,16 @@ TEST_F(SidePaneTest, SwapsTheListForTheInspectorAndBack) {
     EXPECT_TRUE(hasKeys());
 }
 
-TEST_F(SidePaneTest, TheFilterRowDrivesWhatIsListed) {
+TEST_F(SidePaneTest, FiltersTheListByTheControlsOfTheFilterRow) {
     const auto click = [&](const char *name) { window.click(QString::fromLatin1(name)); };
     const auto is = [&](const char *name, const char *property) {
         return window.property(QString::fromLatin1(name), property);
     };
     const auto choose = [&](const char *menu, const char *item) {
         click(menu);
-        window.picture(); // a menu finds its place with the next frame
+        window.picture(); // a menu is positioned in the next frame
         click(item);
-        EXPECT_TRUE(window.waitFor([&] { return hasKeys(); })) << "no click takes the focus";
+        EXPECT_TRUE(window.waitFor([&] { return hasKeys(); })) << "clicks don't take the focus";
     };
     click("filter.Favorites");
     choose("filter.rating", "filter.rating.menu.4");
@@ -235,7 +234,7 @@ TEST_F(SidePaneTest, TheFilterRowDrivesWhatIsListed) {
     click("sidePane.clearFilters");
     EXPECT_FALSE(is("filter.Favorites", "checked").toBool());
     click("filter.All");
-    EXPECT_TRUE(is("filter.All", "checked").toBool()) << "a click doesn't switch it off";
+    EXPECT_TRUE(is("filter.All", "checked").toBool()) << "clicking doesn't turn it off";
     choose("filter.sort", "filter.sort.menu.2");
     EXPECT_EQ(is("filter.sort", "text"), QStringLiteral("Sort: Rating"));
     EXPECT_TRUE(hasKeys());
@@ -255,7 +254,7 @@ TEST_F(SidePaneTest, TheFilterRowDrivesWhatIsListed) {
     EXPECT_TRUE(hasKeys());
 }
 
-TEST_F(SidePaneTest, TabGoesThroughAllOfItInReadingOrder) {
+TEST_F(SidePaneTest, TabFollowsReadingOrder) {
     clickOn("clip-clip-1");
     screen.filterBar().setSearchQuery(QStringLiteral("clip"));
     QStringList reached;

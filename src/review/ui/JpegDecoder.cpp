@@ -1,4 +1,4 @@
-#include "review/ui/StillDecoder.h"
+#include "review/ui/JpegDecoder.h"
 
 #include "platform/FileSystem.h"
 
@@ -8,11 +8,11 @@
 
 #include <memory>
 
-namespace corvane::stills {
+namespace corvane::jpeg {
 
 namespace {
 
-struct EndDecoder {
+struct DestroyDecoder {
     void operator()(void *decoder) const { tjDestroy(decoder); }
 };
 
@@ -21,34 +21,33 @@ bool isFile(const QString &path) {
     return status && status->type == FileType::Regular;
 }
 
-/// Empty for what can't be read as a picture's file.
+/// Empty if the file can't be read or is too large.
 QByteArray fileBytes(const QString &path) {
     if (!isFile(path)) {
         return {};
     }
     try {
-        // Another may have taken the file's place since; what is open is what counts.
+        // The path may refer to another file by now, so the open one is checked.
         const Descriptor file = fileSystem().openForReading(path, FileSystem::Links::Refuse);
         const FileStatus status = fileSystem().status(file);
-        if (status.type != FileType::Regular || status.size > kMostFileBytes) {
+        if (status.type != FileType::Regular || status.size > kMaxFileBytes) {
             return {};
         }
-        const QByteArray bytes = readAll(file, kMostFileBytes);
-        return bytes.size() > kMostFileBytes ? QByteArray() : bytes;
+        const QByteArray bytes = readAll(file, kMaxFileBytes);
+        return bytes.size() > kMaxFileBytes ? QByteArray() : bytes;
     } catch (const FileError &) {
         return {};
     }
 }
 
-/// The smallest size that the decoder gives which still covers `least`; the picture's own where
-/// none does.
-QSize decodedSize(QSize whole, QSize least) {
+/// The smallest size supported by the decoder that covers `least`, at most the image's own size.
+QSize decodedSize(QSize original, QSize least) {
     int count = 0;
     const tjscalingfactor *factors = tjGetScalingFactors(&count);
-    QSize best = whole;
+    QSize best = original;
     for (int which = 0; which < count; ++which) {
         const tjscalingfactor factor = factors[which];
-        const QSize size(TJSCALED(whole.width(), factor), TJSCALED(whole.height(), factor));
+        const QSize size(TJSCALED(original.width(), factor), TJSCALED(original.height(), factor));
         if (size.width() >= least.width() && size.height() >= least.height() &&
             size.width() < best.width()) {
             best = size;
@@ -58,7 +57,7 @@ QSize decodedSize(QSize whole, QSize least) {
 }
 
 QImage decoded(const QByteArray &bytes, QSize least) {
-    const std::unique_ptr<void, EndDecoder> decoder(tjInitDecompress());
+    const std::unique_ptr<void, DestroyDecoder> decoder(tjInitDecompress());
     const auto *from = reinterpret_cast<const unsigned char *>(bytes.constData());
     int width = 0;
     int height = 0;
@@ -68,7 +67,7 @@ QImage decoded(const QByteArray &bytes, QSize least) {
                                         &sampling, &colours) != 0) {
         return {};
     }
-    if (width <= 0 || height <= 0 || qint64(width) * height > kMostPixels) {
+    if (width <= 0 || height <= 0 || qint64(width) * height > kMaxPixels) {
         return {};
     }
     const QSize size = decodedSize({width, height}, least);
@@ -81,43 +80,43 @@ QImage decoded(const QByteArray &bytes, QSize least) {
     return image;
 }
 
-/// The middle of the picture in the shape of `pixels`.
-QImage cropped(const QImage &picture, QSize pixels) {
-    const QSize part = pixels.scaled(picture.size(), Qt::KeepAspectRatio).expandedTo({1, 1});
+/// The center of the image with the aspect ratio of `pixels`, scaled to that size.
+QImage cropped(const QImage &image, QSize pixels) {
+    const QSize part = pixels.scaled(image.size(), Qt::KeepAspectRatio).expandedTo({1, 1});
     const QRect rect(
-        QPoint((picture.width() - part.width()) / 2, (picture.height() - part.height()) / 2), part);
-    return picture.copy(rect).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        QPoint((image.width() - part.width()) / 2, (image.height() - part.height()) / 2), part);
+    return image.copy(rect).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-QImage rounded(const QImage &picture, double radius) {
+QImage rounded(const QImage &image, double radius) {
     if (radius <= 0) {
-        return picture;
+        return image;
     }
-    QImage image(picture.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
+    QImage result(image.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(picture);
-    painter.drawRoundedRect(QRectF(picture.rect()), radius, radius);
-    return image;
+    painter.setBrush(image);
+    painter.drawRoundedRect(QRectF(image.rect()), radius, radius);
+    return result;
 }
 
 } // namespace
 
-QImage picture(const Wanted &wanted, const std::stop_token &stop) {
-    if (stop.stop_requested() || wanted.pixels.isEmpty()) {
+QImage decode(const Request &request, const std::stop_token &stop) {
+    if (stop.stop_requested() || request.pixels.isEmpty()) {
         return {};
     }
-    const QByteArray bytes = fileBytes(isFile(wanted.path) ? wanted.path : wanted.fallbackPath);
+    const QByteArray bytes = fileBytes(isFile(request.path) ? request.path : request.fallbackPath);
     if (bytes.isEmpty() || stop.stop_requested()) {
         return {};
     }
-    const QImage whole = decoded(bytes, wanted.pixels);
-    if (whole.isNull() || stop.stop_requested()) {
+    const QImage image = decoded(bytes, request.pixels);
+    if (image.isNull() || stop.stop_requested()) {
         return {};
     }
-    return rounded(cropped(whole, wanted.pixels), wanted.radius);
+    return rounded(cropped(image, request.pixels), request.radius);
 }
 
-} // namespace corvane::stills
+} // namespace corvane::jpeg

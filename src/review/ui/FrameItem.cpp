@@ -1,6 +1,6 @@
-#include "review/ui/PictureItem.h"
+#include "review/ui/FrameItem.h"
 
-#include "review/ui/PictureMailbox.h"
+#include "review/ui/FrameMailbox.h"
 
 #include <QImage>
 #include <QQuickWindow>
@@ -12,17 +12,17 @@ namespace corvane {
 
 namespace {
 
-/// Shares the picture's memory for as long as the image lives.
-QImage imageOf(const media::DisplayFrame &picture) {
+/// The image shares the memory of the frame.
+QImage imageOf(const media::DisplayFrame &frame) {
     using Pixels = std::shared_ptr<const uchar>;
     const auto release = [](void *pixels) { delete static_cast<Pixels *>(pixels); };
-    return QImage(picture.pixels.get(), picture.width, picture.height, picture.bytesPerLine,
-                  QImage::Format_RGB32, release, new Pixels(picture.pixels));
+    return QImage(frame.pixels.get(), frame.width, frame.height, frame.bytesPerLine,
+                  QImage::Format_RGB32, release, new Pixels(frame.pixels));
 }
 
-/// The largest rectangle of the picture's shape in the middle, its edges on the screen's pixels.
-QRectF fitted(QSizeF picture, QSizeF bounds, double pixelRatio) {
-    const auto size = picture.scaled(bounds * pixelRatio, Qt::KeepAspectRatio);
+/// The largest centered rectangle with the aspect ratio of the frame, aligned to physical pixels.
+QRectF fitted(QSizeF frame, QSizeF bounds, double pixelRatio) {
+    const auto size = frame.scaled(bounds * pixelRatio, Qt::KeepAspectRatio);
     const double width = std::round(size.width());
     const double height = std::round(size.height());
     return {std::floor((bounds.width() * pixelRatio - width) / 2) / pixelRatio,
@@ -32,19 +32,19 @@ QRectF fitted(QSizeF picture, QSizeF bounds, double pixelRatio) {
 
 } // namespace
 
-PictureItem::PictureItem(QQuickItem *parent)
-    : QQuickItem(parent), m_mailbox(std::make_shared<PictureMailbox>(this)) {
+FrameItem::FrameItem(QQuickItem *parent)
+    : QQuickItem(parent), m_mailbox(std::make_shared<FrameMailbox>(this)) {
     setFlag(ItemHasContents);
 }
 
-PictureItem::~PictureItem() {
+FrameItem::~FrameItem() {
     m_mailbox->detach();
     if (m_engine) {
         m_engine->player().setSink(nullptr);
     }
 }
 
-void PictureItem::setEngine(PlayerEngine *engine) {
+void FrameItem::setEngine(PlayerEngine *engine) {
     if (m_engine == engine) {
         return;
     }
@@ -58,10 +58,10 @@ void PictureItem::setEngine(PlayerEngine *engine) {
     Q_EMIT engineChanged();
 }
 
-QSGNode *PictureItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData *) {
+QSGNode *FrameItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData *) {
     auto *imageNode = static_cast<QSGImageNode *>(node);
-    const auto picture = m_mailbox->picture();
-    if (picture.isNull() || width() <= 0 || height() <= 0) {
+    const auto frame = m_mailbox->frame();
+    if (frame.isNull() || width() <= 0 || height() <= 0) {
         delete imageNode;
         return nullptr;
     }
@@ -71,16 +71,16 @@ QSGNode *PictureItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData *) {
         imageNode->setFiltering(QSGTexture::Linear);
     }
     imageNode->setTexture(
-        window()->createTextureFromImage(imageOf(picture), QQuickWindow::TextureIsOpaque));
-    imageNode->setRect(fitted(QSizeF(picture.width, picture.height), size(), pixelRatio()));
+        window()->createTextureFromImage(imageOf(frame), QQuickWindow::TextureIsOpaque));
+    imageNode->setRect(fitted(QSizeF(frame.width, frame.height), size(), pixelRatio()));
     return imageNode;
 }
 
-double PictureItem::pixelRatio() const {
+double FrameItem::pixelRatio() const {
     return window() ? window()->effectiveDevicePixelRatio() : 1;
 }
 
-void PictureItem::updateWantedSize() {
+void FrameItem::updateWantedSize() {
     const auto wanted = size() * pixelRatio();
     const QSize pixels(int(std::ceil(wanted.width())), int(std::ceil(wanted.height())));
     if (m_mailbox->setWantedSize(pixels) && m_engine) {
@@ -89,12 +89,12 @@ void PictureItem::updateWantedSize() {
     update();
 }
 
-void PictureItem::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) {
+void FrameItem::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
     updateWantedSize();
 }
 
-void PictureItem::itemChange(ItemChange change, const ItemChangeData &data) {
+void FrameItem::itemChange(ItemChange change, const ItemChangeData &data) {
     QQuickItem::itemChange(change, data);
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) {
         updateWantedSize();

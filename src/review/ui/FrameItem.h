@@ -8,9 +8,9 @@
 
 namespace corvane {
 
-class PictureMailbox;
+class FrameMailbox;
 
-/// The name under which the screens know the engine. None makes one.
+/// Names the engine for QML.
 struct PlayerEngineType {
     Q_GADGET
     QML_FOREIGN(corvane::PlayerEngine)
@@ -18,18 +18,18 @@ struct PlayerEngineType {
     QML_UNCREATABLE("Comes with the review screen")
 };
 
-/// The picture of an engine's player, as large as fits, in the middle of the item; nothing around
-/// it. It asks the player for as many pixels as it covers. Main thread.
-class PictureItem : public QQuickItem {
+/// Shows the frames of an engine's player, centered and as large as fits. Requests frames at the
+/// resolution of the screen. Main thread only.
+class FrameItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(corvane::PlayerEngine *engine READ engine WRITE setEngine NOTIFY engineChanged)
 
   public:
-    explicit PictureItem(QQuickItem *parent = nullptr);
-    ~PictureItem() override;
+    explicit FrameItem(QQuickItem *parent = nullptr);
+    ~FrameItem() override;
 
-    /// It may end before the item does. An engine shows in one item at a time.
+    /// The engine may be deleted before the item. An engine can be shown by one item at a time.
     PlayerEngine *engine() const { return m_engine; }
     void setEngine(PlayerEngine *engine);
 
@@ -46,7 +46,7 @@ class PictureItem : public QQuickItem {
     void updateWantedSize();
 
     QPointer<PlayerEngine> m_engine;
-    std::shared_ptr<PictureMailbox> m_mailbox;
+    std::shared_ptr<FrameMailbox> m_mailbox;
 };
 
 } // namespace corvane

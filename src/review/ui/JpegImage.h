@@ -1,28 +1,27 @@
 #pragma once
 
-#include "review/ui/StillTask.h"
+#include "review/ui/JpegTask.h"
 
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
 namespace corvane {
 
-/// A JPEG file's picture, cropped to fill the item, its corners round. It is read and decoded off
-/// the main thread, anew with each new path, and no larger than the item is on the screen; nothing
-/// is kept of it once the path changes. Without a picture the item is empty: its owner draws what
-/// stands for one. Main thread.
-class StillImage : public QQuickItem {
+/// Shows a JPEG file, cropped to fill the item, with rounded corners. The file is read and decoded
+/// on a background thread at the resolution of the item on the screen. Changing the path frees the
+/// image. The item is transparent while nothing is loaded. Main thread only.
+class JpegImage : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
-    /// Taken where no file stands at `path` at the moment of reading.
+    /// Used if there is no file at `path` when it is read.
     Q_PROPERTY(QString fallbackPath READ fallbackPath WRITE setFallbackPath NOTIFY pathChanged)
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY isLoadedChanged)
 
   public:
-    explicit StillImage(QQuickItem *parent = nullptr);
-    ~StillImage() override;
+    explicit JpegImage(QQuickItem *parent = nullptr);
+    ~JpegImage() override;
 
     const QString &path() const { return m_path; }
     void setPath(const QString &path);
@@ -30,10 +29,10 @@ class StillImage : public QQuickItem {
     void setFallbackPath(const QString &path);
     double radius() const { return m_radius; }
     void setRadius(double radius);
-    bool isLoaded() const { return m_still != nullptr; }
+    bool isLoaded() const { return m_image != nullptr; }
 
-    /// What its task has read; null for nothing.
-    void take(std::shared_ptr<const HeldStill> still);
+    /// Shows the result of the task; nullptr on failure.
+    void finishTask(std::shared_ptr<const HeldImage> image);
 
   Q_SIGNALS:
     void pathChanged();
@@ -49,16 +48,16 @@ class StillImage : public QQuickItem {
   private:
     void changePath(QString &field, const QString &path);
     void cancel();
-    void setStill(std::shared_ptr<const HeldStill> still);
-    stills::Wanted wanted() const;
+    void setImage(std::shared_ptr<const HeldImage> image);
+    jpeg::Request request() const;
 
     QString m_path;
     QString m_fallbackPath;
     double m_radius = 0;
-    std::shared_ptr<StillTask> m_task;
-    stills::Wanted m_asked; ///< what was read last, or is being read
-    std::shared_ptr<const HeldStill> m_still;
-    bool m_textureIsStale = false;
+    std::shared_ptr<JpegTask> m_task;
+    jpeg::Request m_lastRequest;
+    std::shared_ptr<const HeldImage> m_image;
+    bool m_isTextureStale = false;
 };
 
 } // namespace corvane

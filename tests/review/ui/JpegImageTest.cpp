@@ -1,4 +1,4 @@
-#include "review/ui/StillImage.h"
+#include "review/ui/JpegImage.h"
 
 #include "media/RGBImage.h"
 #include "support/FaultyFileSystem.h"
@@ -35,7 +35,7 @@ constexpr auto kThumbnails = R"(
         VideoThumbnail { objectName: "second"; primaryURL: row.second }
     })";
 
-/// A picture of three upright stripes, the middle one of this colour, the others black.
+/// An image with three vertical stripes: black, the given colour, black.
 QByteArray stripes(QColor middle, int width = 640, int height = 180) {
     media::RGBImage image{.width = width, .height = height, .pixels = {}};
     for (int y = 0; y < height; ++y) {
@@ -50,17 +50,17 @@ QByteArray stripes(QColor middle, int width = 640, int height = 180) {
     return image.encodedJPEG(0.9);
 }
 
-/// The same file with other dimensions in its frame header.
+/// The file with other dimensions in its frame header.
 QByteArray claiming(QByteArray jpeg, quint16 side) {
     const qsizetype frame = jpeg.indexOf("\xff\xc0");
-    for (const qsizetype place : {frame + 5, frame + 7}) {
-        jpeg[place] = char(side >> 8);
-        jpeg[place + 1] = char(side & 0xff);
+    for (const qsizetype offset : {frame + 5, frame + 7}) {
+        jpeg[offset] = char(side >> 8);
+        jpeg[offset + 1] = char(side & 0xff);
     }
     return jpeg;
 }
 
-class StillImageTest : public testing::Test {
+class JpegImageTest : public testing::Test {
   protected:
     bool isLoaded(const char *name) {
         return screen.property(QString::fromLatin1(name), "isLoaded").toBool();
@@ -68,8 +68,8 @@ class StillImageTest : public testing::Test {
     void show(const char *property, const QString &path) {
         screen.root()->setProperty(property, path);
     }
-    /// Each is read after all that were asked for before it.
-    bool showsSecondAnew() {
+    /// Files are read in order, so this waits for all earlier requests.
+    bool reloadsSecond() {
         show("second", {});
         show("second", folder.at(QStringLiteral("good.jpg")));
         return screen.waitFor([this] { return isLoaded("second"); });
@@ -88,25 +88,25 @@ class StillImageTest : public testing::Test {
 
 } // namespace
 
-TEST_F(StillImageTest, CropsTheMiddleToItsSizeWithRoundCornersAndHoldsNoMoreThanThat) {
+TEST_F(JpegImageTest, CropsToItsSizeWithRoundCornersAndKeepsNoMorePixels) {
     show("first", good);
     ASSERT_TRUE(screen.waitFor([this] { return isLoaded("first"); }));
-    EXPECT_EQ(HeldStill::heldBytes(), 80 * 45 * 4);
+    EXPECT_EQ(HeldImage::totalBytes(), 80 * 45 * 4);
     const QImage picture = screen.picture();
-    EXPECT_TRUE(isLike(picture.pixelColor(3, 22), Qt::red)) << "what is wider is cut";
+    EXPECT_TRUE(isLike(picture.pixelColor(3, 22), Qt::red)) << "cropped on both sides";
     EXPECT_TRUE(isLike(picture.pixelColor(76, 22), Qt::red));
     EXPECT_FALSE(isLike(picture.pixelColor(0, 0), Qt::red)) << "a corner is round";
 
     screen.item(QStringLiteral("first"))->setSize({160, 45});
-    EXPECT_TRUE(screen.waitFor([] { return HeldStill::heldBytes() == 160 * 45 * 4; }));
-    EXPECT_TRUE(isLike(screen.picture().pixelColor(3, 22), Qt::black)) << "it is shown whole now";
+    EXPECT_TRUE(screen.waitFor([] { return HeldImage::totalBytes() == 160 * 45 * 4; }));
+    EXPECT_TRUE(isLike(screen.picture().pixelColor(3, 22), Qt::black)) << "not cropped any more";
 
     show("first", {});
     EXPECT_FALSE(isLoaded("first"));
-    EXPECT_EQ(HeldStill::heldBytes(), 0);
+    EXPECT_EQ(HeldImage::totalBytes(), 0);
 }
 
-TEST_F(StillImageTest, ShowsThePanelForWhatIsNoPictureAndIsNeverHeldUpByIt) {
+TEST_F(JpegImageTest, ShowsAGlyphForAnInvalidFileWithoutBlockingOnIt) {
     const QString fifo = folder.at(QStringLiteral("fifo.jpg"));
     ASSERT_EQ(::mkfifo(qPrintable(fifo), 0600), 0);
     const QByteArray whole = folder.read(QStringLiteral("good.jpg"));
@@ -119,18 +119,18 @@ TEST_F(StillImageTest, ShowsThePanelForWhatIsNoPictureAndIsNeverHeldUpByIt) {
         folder.write(QStringLiteral("text.jpg"), "no picture"),
         folder.write(QStringLiteral("half.jpg"), whole.first(whole.size() / 2)),
         folder.write(QStringLiteral("vast.jpg"), claiming(whole, 65000)),
-        folder.write(QStringLiteral("long.jpg"), whole + QByteArray(stills::kMostFileBytes, 'x')),
+        folder.write(QStringLiteral("long.jpg"), whole + QByteArray(jpeg::kMaxFileBytes, 'x')),
         QStringLiteral("/dev/zero"),
         QString::fromLatin1("/no\0path", 8),
     };
     for (const QString &path : bad) {
         show("first", path);
-        ASSERT_TRUE(showsSecondAnew());
+        ASSERT_TRUE(reloadsSecond());
         EXPECT_FALSE(isLoaded("first")) << path.toStdString();
     }
 }
 
-TEST_F(StillImageTest, TakesTheFallbackWhereNoFileStandsAndLooksAnewWhenItIsMadeAgain) {
+TEST_F(JpegImageTest, UsesTheFallbackWithoutAFileAndReadsAgainWhenRecreated) {
     const QString own = folder.at(QStringLiteral("own.jpg"));
     show("fallback", good);
     show("first", own);
@@ -142,11 +142,11 @@ TEST_F(StillImageTest, TakesTheFallbackWhereNoFileStandsAndLooksAnewWhenItIsMade
 
     folder.write(QStringLiteral("broken.jpg"), "no picture");
     show("first", folder.at(QStringLiteral("broken.jpg")));
-    ASSERT_TRUE(showsSecondAnew());
-    EXPECT_FALSE(isLoaded("first")) << "a file stands there";
+    ASSERT_TRUE(reloadsSecond());
+    EXPECT_FALSE(isLoaded("first")) << "the file exists";
 }
 
-TEST_F(StillImageTest, DropsWhatItNoLongerWants) {
+TEST_F(JpegImageTest, DiscardsImagesOfFormerPaths) {
     std::latch isReading(1);
     std::latch mayGoOn(1);
     const QString slow = folder.write(QStringLiteral("slow.jpg"), stripes(Qt::blue));
@@ -163,12 +163,12 @@ TEST_F(StillImageTest, DropsWhatItNoLongerWants) {
     show("first", good);
     mayGoOn.count_down();
     ASSERT_TRUE(screen.waitFor([this] { return isLoaded("first"); }));
-    EXPECT_TRUE(firstIs(Qt::red)) << "the first picture that comes is the one that is wanted";
+    EXPECT_TRUE(firstIs(Qt::red)) << "only the requested image is shown";
 
-    show("first", slow); // and gone before it is read
+    show("first", slow); // replaced before it is read
     screen.root()->setProperty("shown", false);
-    ASSERT_TRUE(showsSecondAnew());
-    EXPECT_EQ(HeldStill::heldBytes(), 80 * 45 * 4) << "of the second alone";
+    ASSERT_TRUE(reloadsSecond());
+    EXPECT_EQ(HeldImage::totalBytes(), 80 * 45 * 4) << "only the second image";
 }
 
 } // namespace corvane::test
