@@ -144,7 +144,7 @@ bool banners(ProjectWindow &projectWindow) {
     }
     waitUntilDone(store.authorization().markPending({}, changed, file));
     waitUntilDone(store.refreshMediaConfirmationState());
-    return projectWindow.screen().banners()->places().size() > 0 && showReview(projectWindow);
+    return projectWindow.screen().banners()->banners().size() > 0 && showReview(projectWindow);
 }
 
 } // namespace
