@@ -23,7 +23,7 @@ class ReviewPaneState : public QObject {
     explicit ReviewPaneState(const ReviewSelection &selection) : m_selection(selection) {}
 
     bool inspectorPanelOpen() const { return m_inspectorPanelOpen; }
-    /// True if the inspector is open and a clip is selected. It takes the place of the list.
+    /// True if the inspector is open and a clip is selected. It is shown instead of the list.
     bool showsInspector() const { return m_inspectorPanelOpen && m_selection.hasSelectedVideo(); }
     QString inspectorGlyph() const;
     QString inspectorHelp() const;

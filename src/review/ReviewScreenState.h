@@ -10,7 +10,7 @@ namespace corvane {
 /// The review screen without its QML: connects its parts to the project and to each other, and
 /// dispatches keys.
 ///
-/// Edits go to the store, playback to the player. Nothing of the state is saved; another project
+/// Edits go to the store, playback to the player. The state is not saved; another project
 /// starts from the defaults. Main thread only.
 class ReviewScreenState : public QObject {
     Q_OBJECT

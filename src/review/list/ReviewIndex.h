@@ -37,7 +37,7 @@ class ReviewIndex {
         std::optional<QCollatorSortKey> nameKey; ///< computed by `nameKey()`
     };
 
-    /// The clip or subclip that a key stands for.
+    /// The clip or subclip with a key.
     struct Entry {
         qint32 clip = -1;    ///< -1 if the clip or subclip was removed
         qint32 subclip = -1; ///< index in `IndexedClip::subclips`; -1 for the clip itself
