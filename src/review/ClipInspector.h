@@ -11,7 +11,6 @@ namespace corvane {
 /// being typed. Main thread only.
 class ClipInspector : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool hasClip READ hasClip NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QStringList facts READ facts NOTIFY changed)
     Q_PROPERTY(int rating READ rating NOTIFY changed)
@@ -29,7 +28,6 @@ class ClipInspector : public QObject {
     /// Shows the current record of a clip; nullopt for no clip.
     void setVideo(const std::optional<VideoItem> &video);
 
-    bool hasClip() const { return m_video.has_value(); }
     QString title() const;
     /// Codec, size, frame rate and duration, as far as known.
     QStringList facts() const;

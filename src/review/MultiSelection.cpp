@@ -18,10 +18,6 @@ void MultiSelection::setAnchor(const SidebarRowId &row) {
     (row.isSubclip() ? subclipMultiSelectAnchor : clipMultiSelectAnchor) = ownId(row);
 }
 
-bool MultiSelection::contains(const SidebarRowId &row) const {
-    return (row.isSubclip() ? multiSelectedSubclipIds : multiSelectedClipIds).contains(ownId(row));
-}
-
 void MultiSelection::clear() {
     *this = {};
 }

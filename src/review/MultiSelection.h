@@ -16,7 +16,6 @@ struct MultiSelection {
     bool exists() const {
         return !multiSelectedClipIds.isEmpty() || !multiSelectedSubclipIds.isEmpty();
     }
-    bool contains(const SidebarRowId &row) const;
     /// Removes all marks and anchors.
     void clear();
     /// Marks or unmarks the row, which becomes the anchor.
