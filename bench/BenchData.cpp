@@ -143,11 +143,11 @@ double peakMemory() {
     return memoryLine("VmHWM:");
 }
 
-double measureInNewProcess(const QString &what) {
+double measureInNewProcess(const QString &figure) {
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), what});
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), figure});
     if (!process.waitForFinished(120'000) || process.exitCode() != 0) {
-        std::cerr << "failed to measure " << what.toStdString() << '\n';
+        std::cerr << "failed to measure " << figure.toStdString() << '\n';
         std::exit(1);
     }
     return process.readAllStandardOutput().trimmed().toDouble();

@@ -24,7 +24,7 @@ double currentMemory();
 double peakMemory();
 
 /// Runs this program with "--measure" and returns the figure it prints.
-double measureInNewProcess(const QString &what);
+double measureInNewProcess(const QString &figure);
 /// Peak memory of loading a large document, in multiples of its file's size.
 double loadMemoryPerFileByte();
 double megabytesOfFiftyUndoSteps();

@@ -17,7 +17,7 @@ template <> struct RawValues<AnchorVerification> {
 namespace {
 
 void printResult(const CommandCall &call, std::string_view key, const QString &text) {
-    if (!call.wantsJSON()) {
+    if (!call.isJSON()) {
         call.printLine(text);
         return;
     }

@@ -2,22 +2,22 @@
 
 #include "cli/Command.h"
 
-/// Parses arguments and option values. Throws `UsageError` for invalid text; `what` names the
-/// argument in the message ("--rating", "IN").
+/// Parses arguments and option values. Throws `UsageError` for invalid text; `name` is how
+/// the message calls the argument ("--rating", "IN").
 namespace corvane::argumentValues {
 
 /// Non-negative decimal seconds.
-double seconds(const QString &text, const QString &what);
+double seconds(const QString &text, const QString &name);
 /// An integer from 0 to 5.
-int rating(const QString &text, const QString &what);
+int rating(const QString &text, const QString &name);
 /// "on" or "off".
-bool onOrOff(const QString &text, const QString &what);
+bool onOrOff(const QString &text, const QString &name);
 
-[[noreturn]] void failUnknown(const QString &text, const QString &what, const QStringList &known);
+[[noreturn]] void failUnknown(const QString &text, const QString &name, const QStringList &known);
 
 /// A raw value of an enumeration.
 template <RawRepresentable Enumeration>
-Enumeration choice(const QString &text, const QString &what) {
+Enumeration choice(const QString &text, const QString &name) {
     QStringList known;
     for (const auto &[value, raw] : RawValues<Enumeration>::table) {
         known.append(rawValue(value));
@@ -25,7 +25,7 @@ Enumeration choice(const QString &text, const QString &what) {
             return value;
         }
     }
-    failUnknown(text, what, known);
+    failUnknown(text, name, known);
 }
 
 /// Parses the value of an option with one of these functions; nullopt if the option is not set.

@@ -28,11 +28,11 @@ QString CommandCall::path(int index) const {
 }
 
 QStringList CommandCall::pathsFrom(int index) const {
-    QStringList found;
+    QStringList absolutePaths;
     for (const QString &text : arguments().mid(index)) {
-        found.append(absolutePath(text));
+        absolutePaths.append(absolutePath(text));
     }
-    return found;
+    return absolutePaths;
 }
 
 std::optional<QString> CommandCall::value(const char *option) const {

@@ -29,7 +29,7 @@ class CommandCall {
     CommandCall(const QCommandLineParser &parser, Console &console);
 
     Console &console() const { return m_console; }
-    bool wantsJSON() const { return isSet("json"); }
+    bool isJSON() const { return isSet("json"); }
 
     QStringList arguments() const { return m_parser.positionalArguments(); }
     QString argument(int index) const { return arguments().at(index); }

@@ -67,10 +67,10 @@ int exportPlanned(ExportViewModel &flow, CliSession &session, const CommandCall 
     }
     const ExportBatchResult result = flow.result().value_or(ExportBatchResult());
     printExportFailures(call, result);
-    if (!call.wantsJSON()) {
+    if (!call.isJSON()) {
         printExportResult(call, result);
     }
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON(
             [&](JSONWriter &writer) { writeExportResult(writer, flow.runInput(), result); });
     }
@@ -89,7 +89,7 @@ int runExport(const CommandCall &call) {
     if (!isPreview) {
         return exportPlanned(flow, session, call);
     }
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) { writeExportPreview(writer, rows); });
     } else {
         printExportPreview(call, rows);

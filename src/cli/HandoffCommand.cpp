@@ -80,7 +80,7 @@ int runHandoff(const CommandCall &call) {
         call.printNotice(*notice);
         isDone = false;
     }
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) { writeHandoffResult(writer, result); });
     } else {
         printHandoffResult(call, result);

@@ -49,7 +49,7 @@ void scanSources(ImportViewModel &flow, const QStringList &sources, const Comman
 /// Standard output is the JSON object's alone, so with one it goes to standard error.
 void printLeftOut(const CommandCall &call, const LeftOut &leftOut) {
     const QString text = leftOutText(leftOut);
-    if (!text.isEmpty() && call.wantsJSON()) {
+    if (!text.isEmpty() && call.isJSON()) {
         call.printNotice(text);
     } else if (!text.isEmpty()) {
         call.printLine(text);
@@ -90,7 +90,7 @@ int runScan(const CommandCall &call) {
     ImportViewModel flow(nullptr);
     const InterruptWatcher watcher([&flow] { flow.cancelScan(); });
     scanSources(flow, sources, call);
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) { writeScan(writer, flow.scannedVideos()); });
         printLeftOut(call, flow.leftOut());
     } else {
@@ -185,10 +185,10 @@ int runImport(const CommandCall &call) {
     for (const ImportFailure &failure : flow.failures()) {
         call.printNotice(failure.filename + QStringLiteral(": ") + failure.message);
     }
-    if (!call.wantsJSON()) {
+    if (!call.isJSON()) {
         answer.print(call);
     }
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) { answer.write(writer); });
         printLeftOut(call, flow.leftOut());
     }

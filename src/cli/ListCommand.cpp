@@ -9,11 +9,11 @@ namespace corvane {
 
 namespace {
 
-ReviewState::RatingFilter ratingFilter(const QString &text, const QString &what) {
+ReviewState::RatingFilter ratingFilter(const QString &text, const QString &name) {
     if (text == QStringLiteral("5only")) {
         return ReviewState::RatingFilter::fiveOnly();
     }
-    return ReviewState::RatingFilter::threshold(argumentValues::rating(text, what));
+    return ReviewState::RatingFilter::threshold(argumentValues::rating(text, name));
 }
 
 ReviewState reviewStateOf(const CommandCall &call) {
@@ -42,7 +42,7 @@ int runList(const CommandCall &call) {
     const QList<MixedSidebarRow> rows = listing.shownRows(clips);
     const qsizetype total = listing.totalCount();
     const QString label = state.countLabel(rows.size(), total);
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) {
             writer.beginObject();
             writeMember(writer, "visible", rows.size());

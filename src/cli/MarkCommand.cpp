@@ -85,7 +85,7 @@ int runMark(const CommandCall &call) {
             rows.append({video, {}});
         }
     }
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) {
             writer.beginObject();
             writeReviewRows(writer, rows);

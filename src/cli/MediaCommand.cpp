@@ -91,7 +91,7 @@ int runMedia(const CommandCall &call) {
     for (const Kind kind : kinds) {
         isDone = confirm(store, kind, call) && isDone;
     }
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) {
             JSONCodec<MediaConfirmation>::encode(writer, store.mediaConfirmation());
         });

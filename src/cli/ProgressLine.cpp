@@ -20,11 +20,11 @@ ProgressLine::~ProgressLine() {
 }
 
 void ProgressLine::show(double fraction, const QString &text) {
-    const double done = std::clamp(fraction, 0.0, 1.0);
-    const int cells = int(done * kBarCells);
+    const double clamped = std::clamp(fraction, 0.0, 1.0);
+    const int cells = int(clamped * kBarCells);
     draw(QStringLiteral("[%1%2] %3% %4")
              .arg(QString(cells, QLatin1Char('#')), QString(kBarCells - cells, QLatin1Char('.')))
-             .arg(int(done * 100), 3)
+             .arg(int(clamped * 100), 3)
              .arg(printable(text).left(kMostTextCharacters)));
 }
 

@@ -35,7 +35,7 @@ int runCreate(const CommandCall &call) {
         throw Failure(QStringLiteral("%1 already exists. Nothing was changed.").arg(file));
     }
     session.create(fields, file);
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) { writeProject(writer, session.project()); });
     } else {
         call.printLine(session.store().statusMessage().value_or(QString()));
@@ -47,7 +47,7 @@ int runCreate(const CommandCall &call) {
 int runInfo(const CommandCall &call) {
     CliSession session(call.console());
     session.open(call.path(0));
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) { writeProject(writer, session.project()); });
     } else {
         printProject(call, session.project());

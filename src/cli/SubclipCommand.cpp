@@ -53,7 +53,7 @@ int runSubclip(const CommandCall &call) {
     const QString videoId = session.resolveClips({call.argument(1)}).first();
     const MixedSidebarRow row = addSubclip(session.store(), videoId, marks);
     session.save();
-    if (call.wantsJSON()) {
+    if (call.isJSON()) {
         call.printJSON([&](JSONWriter &writer) { writeReviewRow(writer, row); });
     } else {
         printReviewRows(call, {row});

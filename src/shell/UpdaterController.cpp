@@ -12,15 +12,15 @@ namespace {
 
 Q_LOGGING_CATEGORY(updaterLog, "app.corvane.Corvane.Updater")
 
-QString describeResult(const AvailableVersion &found, const QString &ownVersion) {
-    if (found.version <= QVersionNumber::fromString(ownVersion)) {
+QString describeResult(const AvailableVersion &available, const QString &ownVersion) {
+    if (available.version <= QVersionNumber::fromString(ownVersion)) {
         return QStringLiteral("Corvane %1 is the newest version.").arg(ownVersion);
     }
-    const QString what = QStringLiteral("Corvane %1 is available. You have %2.")
-                             .arg(found.version.toString(), ownVersion);
-    return found.page.isEmpty()
-               ? what
-               : QStringLiteral("%1 Get it from %2").arg(what, found.page.toString());
+    const QString text = QStringLiteral("Corvane %1 is available. You have %2.")
+                             .arg(available.version.toString(), ownVersion);
+    return available.page.isEmpty()
+               ? text
+               : QStringLiteral("%1 Get it from %2").arg(text, available.page.toString());
 }
 
 } // namespace

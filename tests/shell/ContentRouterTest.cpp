@@ -164,11 +164,11 @@ TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithTheFields) {
             .proposedName = QStringLiteral("Tidewater")}));
     EXPECT_EQ(alert(), QString());
     EXPECT_TRUE(app.store().pendingImportOnLoad());
-    const Project made =
+    const Project created =
         ProjectFileIO::loadNow(folder.at(QStringLiteral("new/Folder/Tidewater.corvane")));
-    EXPECT_EQ(made.shootDate, QStringLiteral("2024-02-29"));
-    EXPECT_FALSE(made.clientOrSeries);
-    EXPECT_EQ(made.notes, QStringLiteral("Low water 14:20."));
+    EXPECT_EQ(created.shootDate, QStringLiteral("2024-02-29"));
+    EXPECT_FALSE(created.clientOrSeries);
+    EXPECT_EQ(created.notes, QStringLiteral("Low water 14:20."));
 
     await(app.store().closeProject());
     SetUp();
