@@ -41,7 +41,7 @@ class ProgramRun {
     ProgramRun(const QStringList &arguments, Console &console)
         : m_arguments(arguments.mid(1)),
           m_console(console),
-          m_wantsJSON(m_arguments.contains(QStringLiteral("--json"))) {}
+          m_isJSON(m_arguments.contains(QStringLiteral("--json"))) {}
 
     int run() {
         const QString first = m_arguments.value(0);
@@ -92,7 +92,7 @@ class ProgramRun {
     }
 
     int print(std::string_view key, const QString &text, const QString &prefix = {}) {
-        if (m_wantsJSON) {
+        if (m_isJSON) {
             printObject(key, text);
         } else {
             m_console.writeOutput((prefix + text.trimmed()).toUtf8() + '\n');
@@ -102,7 +102,7 @@ class ProgramRun {
 
     int refuse(const QString &message) {
         m_console.writeError(printable(message).toUtf8() + '\n');
-        if (m_wantsJSON) {
+        if (m_isJSON) {
             printObject("error", message);
         }
         return kRefused;
@@ -127,7 +127,7 @@ class ProgramRun {
 
     QStringList m_arguments; ///< without the program's name
     Console &m_console;
-    bool m_wantsJSON;
+    bool m_isJSON;
 };
 
 } // namespace
