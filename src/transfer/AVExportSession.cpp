@@ -24,7 +24,7 @@ using media::ExportSession;
 using media::ExportSessionFactory;
 using media::MediaTimeRange;
 
-/// Where the main thread finds the session that an executor's thread makes, runs and drops.
+/// Lets the main thread poll the progress of a session that an executor's thread owns. Thread-safe.
 class SessionBox {
   public:
     void put(const std::shared_ptr<ExportSession> &session) {
@@ -48,7 +48,7 @@ QString temporaryName(const QString &prefix, const QString &extension) {
         .arg(prefix, QString::number(::getpid()), newIdentifier(), extension);
 }
 
-/// The private copy that is encoded instead of the source. It is gone when this is.
+/// A private copy of the source in the temporary folder. The destructor removes it.
 class VettedCopy {
   public:
     explicit VettedCopy(const QString &source) {
@@ -62,14 +62,14 @@ class VettedCopy {
         try {
             fileSystem().remove(m_path);
         } catch (const FileError &) {
-            // It was never made, or lies in the system's own temporary folder.
+            // Ignored: there is no copy yet, or it stays in the system's temporary folder.
         }
     }
     Q_DISABLE_COPY_MOVE(VettedCopy)
 
     const QString &path() const { return m_path; }
 
-    /// Refuses a copy that can't fit, before hours may go into it.
+    /// Throws if the copy doesn't fit, before time is spent on it.
     void testSpace(const QString &source) const;
     void make(const QString &source, const RootIdentity &identity,
               const std::stop_token &stop) const;
@@ -97,7 +97,7 @@ void VettedCopy::make(const QString &source, const RootIdentity &identity,
     using Kind = ImportCopier::CopyError::Kind;
     const QString folder = paths::parentFolder(paths::standardized(source));
     try {
-        // Nobody else may read what somebody may have kept to themselves.
+        // Readable by the owner only, because the source may be.
         ImportCopier::copy(source, m_path, ImportCopier::SourceRoot{folder, identity}, {}, stop,
                            0600);
     } catch (const Cancelled &) {
@@ -166,7 +166,7 @@ void createFolder(const QString &folder) {
     }
 }
 
-/// Only a regular file at the destination may be replaced.
+/// Renames the output to its destination, where it may replace only a regular file.
 void place(TemporaryFile &output, const QString &destination) {
     const auto existing = PathSafety::fileType(destination);
     if (existing && *existing != FileType::Regular) {
@@ -179,7 +179,7 @@ void place(TemporaryFile &output, const QString &destination) {
     }
 }
 
-/// The whole work, on an executor's thread.
+/// Performs the transcode on an executor's thread.
 void transcodeNow(const Transcode &transcode, ExportSessionFactory &sessions, SessionBox &box,
                   const std::stop_token &stop) {
     std::optional<VettedCopy> copy;

@@ -9,9 +9,10 @@
 
 #include <functional>
 
-/// Produces one output file from one source through an export session. What is read was verified,
-/// and what is placed is complete: the output is made under a hidden name beside its destination,
-/// and whatever fails, nothing of it is left and the destination keeps what it held.
+/// Transcodes one source to one output file. The output is written to a hidden temporary file in
+/// the destination's folder and renamed when it is complete. On failure the temporary file is
+/// removed and the destination unchanged, unless the last step fails, which syncs the folder after
+/// the rename.
 namespace corvane::AVExportSession {
 
 class SessionError : public Failure {
@@ -44,23 +45,23 @@ class SessionError : public Failure {
     Kind m_kind;
 };
 
-/// One output to make. The source was vetted by the caller.
+/// An output to create. The caller has checked the paths.
 struct Transcode {
     QString source;
     QString destination;
     media::ExportPreset preset = media::ExportPreset::highestQuality;
     std::optional<ClipRange> range; ///< nullopt: the entire asset
-    /// The grant of the source. With it, what is encoded is a private copy that was verified
-    /// against it while it was made; the copy is gone when the task is done.
+    /// The grant of the source. If set, a private copy is encoded instead of the source. It is
+    /// verified against the grant while it is copied, and removed when the task ends.
     std::optional<RootIdentity> expectedIdentity;
 };
 
-/// How often the progress is told.
+/// Interval of the progress reports.
 constexpr std::chrono::milliseconds kProgressInterval{200};
 
-/// Called and awaited on the main thread, where `progress` is called too (0 to 1). Throws
-/// `SessionError`. Where the factory can make no session at all, that is told before anything is
-/// read. The factory must outlive the task.
+/// Runs the transcode on an executor. Called and awaited on the main thread, which also calls
+/// `progress` with values from 0 to 1. Throws `SessionError`; if the factory can't create sessions,
+/// before reading the source. The factory and the clock must outlive the task.
 QCoro::Task<> transcodeVetted(Transcode transcode, media::ExportSessionFactory &sessions,
                               std::function<void(double)> progress, std::stop_token stop,
                               Clock &clock = Clock::system());

@@ -8,7 +8,7 @@ namespace corvane {
 
 namespace {
 
-/// Above it a name is numbered by the time.
+/// Larger numbers are replaced by the time.
 constexpr qint64 kLargestNumber = 9999;
 
 QString numberSuffix(qint64 number) {
@@ -38,7 +38,7 @@ QString NameReserver::takeBesideStem(const QString &name) {
 
 QString NameReserver::take(const QString &name, const QSet<QString> &stems,
                            QHash<QString, qint64> &next) {
-    // Names and stems are only ever added, so a number that was taken once needn't be tried again.
+    // Names and stems are never released, so a number that was taken need not be tried again.
     const QString key = name.toLower();
     qint64 number = next.value(key, kUnnumbered);
     const QString free = firstFree(name, m_usedNames, stems, number, m_now);

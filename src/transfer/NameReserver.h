@@ -8,12 +8,12 @@
 
 namespace corvane {
 
-/// Hands out the names of one run, each once, as `uniqueExportName` would with the names handed out
-/// so far. It remembers for each name which number is to be tried next, so that a thousand files of
-/// one name cost a thousand steps and not a million. Case doesn't count.
+/// Assigns unique file names within one run, as `uniqueExportName` would with the names assigned so
+/// far. Remembers the next number to try for each name, so that a thousand files of one name take a
+/// thousand steps and not a million. Ignores case. Not thread-safe.
 class NameReserver {
   public:
-    /// Unix time in whole seconds; it numbers a name that has used up its other numbers.
+    /// Returns the Unix time in seconds, the number of a name whose smaller numbers are all taken.
     using Seconds = std::function<qint64()>;
 
     explicit NameReserver(Seconds now = systemSeconds);
@@ -21,15 +21,15 @@ class NameReserver {
     void reserveName(const QString &name);
     void reserveStem(const QString &stem);
 
-    /// A name that is free by name and by stem; it is reserved by this.
+    /// Reserves and returns a name that is free and whose stem is free.
     QString take(const QString &name);
-    /// A name that is free by name alone, for a file that shares its stem with another on purpose.
+    /// Reserves and returns a free name, for a file that shares its stem with another on purpose.
     QString takeBesideStem(const QString &name);
 
-    /// The number of a name without one.
+    /// The number of a name without a suffix.
     static constexpr qint64 kUnnumbered = 1;
-    /// The first free name from `number` on, which becomes the number of that name. Both sets hold
-    /// lower-case text.
+    /// Returns the first free name, starting with `number`, and sets `number` to that name's. The
+    /// sets contain lower-case text.
     static QString firstFree(const QString &name, const QSet<QString> &usedNames,
                              const QSet<QString> &usedStems, qint64 &number, const Seconds &now);
     static qint64 systemSeconds();

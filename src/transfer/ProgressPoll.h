@@ -4,9 +4,8 @@
 
 namespace corvane {
 
-/// Calls something again and again, at once and then after each interval, as long as it lives. It
-/// is how progress that another thread counts reaches the main thread at a bearable rate. Main
-/// thread.
+/// Calls a function at once and then at each interval until destroyed, to poll progress that
+/// another thread counts. Main thread.
 class ProgressPoll {
   public:
     ProgressPoll(Clock &clock, std::chrono::milliseconds interval, std::function<void()> look);

@@ -18,7 +18,8 @@ void assertNoLink(const QString &path, const QString &root, const QString &label
     }
 }
 
-/// The types as they are now: what was no link a moment ago may have become one.
+/// Checks the file types again, because a file may have been replaced by a link since the last
+/// check.
 void assertFileTypes(const QString &source, const QString &destination) {
     const auto sourceType = PathSafety::fileType(source);
     const auto destinationType = PathSafety::fileType(destination);

@@ -4,14 +4,16 @@
 
 #include <stop_token>
 
-/// Delivers the sidecar file that lies beside a clip.
+/// Copies a clip's sidecar file.
 namespace corvane::SidecarCopier {
 
-/// Copies the sidecar into the output folder, in one step over whatever regular file has the name.
-/// It must lie in the clip's own folder, and neither end may be a link or be reached through one.
-/// On the calling thread, which belongs to an executor. Throws `ExportEngineError`,
-/// `PathSafety::Violation`, `ImportCopier::CopyError` or `Cancelled`; the destination is then as it
-/// was.
+/// Copies a sidecar into the output folder and atomically replaces a regular file of that name.
+/// No-op if source and destination are the same path. The source must be inside the clip's folder.
+/// Neither that folder nor any component below it or below the output folder may be a symbolic
+/// link.
+///
+/// Blocks; any thread. Throws `ExportEngineError`, `PathSafety::Violation`, or what
+/// `ImportCopier::copy` throws, which also states when the destination is unchanged.
 void copySidecar(const QString &sidecarSource, const QString &sidecarDestination,
                  const QString &clipSource, const QString &outputFolder, std::stop_token stop);
 
