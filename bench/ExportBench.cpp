@@ -1,4 +1,4 @@
-// What export sessions cost, beside the command that does the same with the same libraries.
+// Export sessions, compared with the ffmpeg command, which uses the same libraries.
 
 #include "BenchData.h"
 
@@ -16,7 +16,7 @@ namespace {
 constexpr int kFirstSecond = 20;
 constexpr int kSeconds = 10;
 
-/// One minute of 1080p with sound, as a camera makes it.
+/// One minute of 1080p video with audio, as a camera records it.
 QString cameraClip() {
     const QString path = dataPath(QStringLiteral("camera.mp4"));
     if (!fileSystem().targetStatus(path)) {

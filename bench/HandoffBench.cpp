@@ -1,4 +1,4 @@
-// What a package costs beyond the verified copies of its media.
+// A handoff, compared with only the verified copies of its media.
 
 #include "BenchData.h"
 
@@ -19,14 +19,14 @@ namespace {
 
 constexpr int kClips = 200;
 
-/// Of all clips together: 4 GiB, or what $CORVANE_BENCH_HANDOFF_MIB says.
+/// The total size of all clips: $CORVANE_BENCH_HANDOFF_MIB MiB, by default 4 GiB.
 qint64 footageBytes() {
     bool isSet = false;
     const int wanted = qEnvironmentVariableIntValue("CORVANE_BENCH_HANDOFF_MIB", &isSet);
     return qint64(isSet ? wanted : 4096) << 20;
 }
 
-/// A project of granted clips whose pictures are all in its cache.
+/// A project of granted clips whose thumbnails and filmstrips are all cached.
 class Footage {
   public:
     Footage() : m_authorization(dataPath(QStringLiteral("handoff/data"))) {

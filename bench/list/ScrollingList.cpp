@@ -81,14 +81,14 @@ Project projectWithPictures(const QString &folder) {
     return project;
 }
 
-/// Of the processor, so that what else the machine does isn't counted.
+/// Processor time of the calling thread, which other load on the machine doesn't affect.
 double threadMilliseconds() {
     timespec time{};
     ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// The window with the pane, and the time that its thread works for a frame.
+/// A window with the side pane. Measures the main thread's time per frame.
 class Pane {
   public:
     explicit Pane(ReviewScreenState &review) {
@@ -116,7 +116,7 @@ class Pane {
         }
     }
 
-    /// In milliseconds.
+    /// Scrolls to `contentY`, draws a frame and returns the processor time in milliseconds.
     double frame(double contentY) {
         constexpr std::chrono::milliseconds kInterval(16);
         const auto begun = std::chrono::steady_clock::now();
@@ -152,7 +152,7 @@ class Pane {
     QQuickItem *m_list = nullptr;
 };
 
-/// The rows of which any property changes, and the lines of the window that look otherwise.
+/// Rates one clip and prints how many rows change a property and how many lines of pixels change.
 void starOneRow(Pane &pane, ProjectStore &store, const QString &id) {
     const QString row = QStringLiteral("clip-") + id;
     std::vector<std::pair<QQuickItem *, std::unique_ptr<QSignalSpy>>> spies;

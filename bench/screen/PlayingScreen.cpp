@@ -93,7 +93,8 @@ QString projectOf(const QString &folder, const QStringList &films) {
     return file;
 }
 
-/// How long it takes until it holds, in milliseconds, while the event loop runs.
+/// Runs the event loop until the condition holds, for a minute at most. Returns the time taken in
+/// milliseconds.
 double timeUntil(const std::function<bool()> &holds) {
     QElapsedTimer time;
     time.start();
@@ -149,7 +150,7 @@ void measurePlaying(ProjectScreen &screen, QQuickWindow &window, const Project &
     clock.start();
     frames = 0;
     const double before = mainThreadMilliseconds();
-    QEventLoop loop; // which sleeps while there is nothing to do
+    QEventLoop loop; // sleeps between events
     QTimer::singleShot(kPlayed, &loop, &QEventLoop::quit);
     loop.exec();
     const double busy = (mainThreadMilliseconds() - before) / double(clock.elapsed());
@@ -160,7 +161,7 @@ void measurePlaying(ProjectScreen &screen, QQuickWindow &window, const Project &
                 kRate);
 }
 
-/// Answers with one folder.
+/// Chooses the same folder each time.
 class OneFolder : public FilePanels {
   public:
     explicit OneFolder(QString folder) : m_folder(std::move(folder)) {}
@@ -174,7 +175,7 @@ class OneFolder : public FilePanels {
     QString m_folder;
 };
 
-/// The longest turn of the event loop until it holds, in milliseconds.
+/// Runs the event loop until the condition holds. Returns the longest iteration in milliseconds.
 double longestTurnUntil(const std::function<bool()> &holds) {
     double longest = 0;
     while (!holds()) {

@@ -52,7 +52,7 @@ QList<Screenshot> galleryScreenshots() {
             AppWindow {
                 DateField {
                     id: field
-                    x: 600; y: 200; name: "SampleShoot date"; date: "2025-06-13"
+                    x: 600; y: 200; name: "Shoot date"; date: "2025-06-13"
                     Component.onCompleted: openCalendar()
                 }
             })"),
