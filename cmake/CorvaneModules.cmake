@@ -5,16 +5,16 @@
 # exports their symbols; the module contains the layers with media and is loaded with the first project.
 # Each object exists once: a module links no layer that the executable contains.
 
-# corvane_hold_whole(<executable> <target>...): links every object of these layers, used or not, and
+# corvane_link_whole(<executable> <target>...): links every object of these layers, used or not, and
 # exports their symbols to modules.
-function(corvane_hold_whole target)
+function(corvane_link_whole target)
     set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
     set(archives)
     foreach(layer ${ARGN})
         list(APPEND archives $<TARGET_FILE:${layer}>)
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS $<TARGET_FILE:${layer}>)
     endforeach()
-    # Named again for their own link dependencies; their symbols are resolved by then.
+    # Linked again for their own link dependencies. Their symbols are resolved by then.
     target_link_libraries(${target} PRIVATE -Wl,--whole-archive ${archives} -Wl,--no-whole-archive
                                             ${ARGN})
 endfunction()

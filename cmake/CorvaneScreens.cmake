@@ -2,7 +2,7 @@
 #
 # A module is a static library with its QML files, compiled ahead of time in release builds. All files are
 # resources under the engine's built-in import path, and the linker keeps the registration of the types.
-# Whoever links the library can `import Corvane.Kit` without a plugin, a file on disk or an import path.
+# A target that links the library can `import Corvane.Kit` without a plugin, a file on disk or an import path.
 
 # corvane_screens(<target> URI <uri> FOLDER <folder> LINKS <target>... [PRIVATE_LINKS <target>...]
 #                 [DEPENDENCIES <uri>...])

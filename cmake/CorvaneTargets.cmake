@@ -31,14 +31,14 @@ if(CORVANE_PRECOMPILED_HEADERS)
     target_compile_options(corvane_flags INTERFACE "SHELL:-Xclang -fno-pch-timestamp")
 endif()
 
-# corvane_include_root(<target> <folder>): makes the headers of the current source folder available to
-# whoever links the target, as "<folder>/Name.h".
+# corvane_include_root(<target> <folder>): makes the headers of the current source folder available as
+# "<folder>/Name.h" to the targets that link this one.
 function(corvane_include_root target folder)
     string(REPLACE "/" "_" name "${folder}")
     set(root "${CMAKE_BINARY_DIR}/include/${name}")
     file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}"
          "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
-    # Made from scratch, so that a deleted header leaves no link behind.
+    # Recreated each time, so that no link to a deleted header remains.
     file(REMOVE_RECURSE "${root}")
     file(MAKE_DIRECTORY "${root}/${folder}")
     foreach(header ${headers})
