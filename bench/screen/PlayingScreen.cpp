@@ -193,11 +193,11 @@ void measureAnswers(ProjectScreen &screen, CorvaneApp &app, const QStringList &f
     importing.openWith(films);
     importing.scan();
     const double scanning =
-        longestTurnUntil([&] { return importing.stage() == ImportSheet::Stage::Results; });
+        longestTurnUntil([&] { return importing.stage() == ImportViewModel::Stage::results; });
     importing.setMode(1);
     importing.beginImport();
     const double copying =
-        longestTurnUntil([&] { return importing.stage() == ImportSheet::Stage::Done; });
+        longestTurnUntil([&] { return importing.stage() == ImportViewModel::Stage::done; });
     importing.dismiss();
     const QList<VideoItem> videos = app.store().project()->videos;
     for (const VideoItem &video : videos) {

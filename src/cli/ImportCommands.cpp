@@ -18,7 +18,7 @@ template <> struct JSONFields<ImportFailure> {
 
 namespace {
 
-/// A scan passes over a source that isn't there; somebody who typed it wants to know.
+/// Throws if a source cannot be read; a scan would only count it.
 QStringList sourcesFrom(const CommandCall &call, int index) {
     const QStringList sources = call.pathsFrom(index);
     for (const QString &source : sources) {
@@ -46,7 +46,7 @@ void scanSources(ImportViewModel &flow, const QStringList &sources, const Comman
     }
 }
 
-/// Standard output is the JSON object's alone, so with one it goes to standard error.
+/// Prints to standard error if standard output is reserved for JSON.
 void printLeftOut(const CommandCall &call, const LeftOut &leftOut) {
     const QString text = leftOutText(leftOut);
     if (!text.isEmpty() && call.isJSON()) {
@@ -81,7 +81,7 @@ void printScan(const CommandCall &call, const ImportViewModel &flow) {
         table.addRow({formattedByteCount(video.fileSizeBytes), sidecar, video.url});
     }
     table.print(call);
-    call.printLine(flow.foundText());
+    call.printLine(foundText(flow.previewRows()) + alreadyImportedText(flow.previewRows()));
     printLeftOut(call, flow.leftOut());
 }
 
@@ -100,13 +100,17 @@ int runScan(const CommandCall &call) {
 }
 
 void showImportProgress(ProgressLine &line, const ImportViewModel &flow) {
-    if (const auto &progress = flow.progress()) {
-        const double row = progress->bytesTotal > 0
-                               ? double(progress->bytesDone) / double(progress->bytesTotal)
-                               : 0.0;
-        line.show((progress->index - 1 + row) / std::max(progress->total, 1),
-                  progress->currentFilename);
+    const auto progress = flow.progress();
+    if (!progress) {
+        return;
     }
+    if (progress->phase == ImportProgress::Phase::recording) {
+        line.show(progress->currentFilename);
+        return;
+    }
+    const double row =
+        progress->bytesTotal > 0 ? double(progress->bytesDone) / double(progress->bytesTotal) : 0.0;
+    line.show((progress->index - 1 + row) / progress->total, progress->currentFilename);
 }
 
 void importRows(ImportViewModel &flow, const CommandCall &call) {
@@ -114,45 +118,35 @@ void importRows(ImportViewModel &flow, const CommandCall &call) {
     const QObject context;
     QObject::connect(&flow, &ImportViewModel::progressChanged, &context,
                      [&] { showImportProgress(line, flow); });
-    QObject::connect(&flow, &ImportViewModel::importedVideoIdsChanged, &context,
-                     [&] { line.show(QStringLiteral("Recording what was imported…")); });
     waitUntilDone(flow.beginImport());
 }
 
-/// What one import came to. Where nothing was to be imported there was no run, and the flow counts
-/// nothing.
-struct ImportAnswer {
-    const ImportViewModel &flow;
-    qsizetype skipped;
+void writeResult(JSONWriter &writer, const ImportResult &result) {
+    writer.beginObject();
+    writeMember(writer, "succeeded", result.succeededCount);
+    writeMember(writer, "skipped", result.skippedCount);
+    writeMember(writer, "failed", result.failedCount);
+    writeMember(writer, "sidecarsImported", result.sidecarsImportedCount);
+    writeMember(writer, "failures", result.failures);
+    writeMember(writer, "videos", result.importedVideoIds);
+    writer.endObject();
+}
 
-    void write(JSONWriter &writer) const {
-        writer.beginObject();
-        writeMember(writer, "succeeded", flow.succeededCount());
-        writeMember(writer, "skipped", skipped);
-        writeMember(writer, "failed", flow.failedCount());
-        writeMember(writer, "sidecarsImported", flow.sidecarsImportedCount());
-        writeMember(writer, "failures", flow.failures());
-        writeMember(writer, "videos", flow.importedVideoIds());
-        writer.endObject();
+void printResult(const CommandCall &call, const ImportResult &result) {
+    call.printLine(QStringLiteral("Imported %1, %2 with a sidecar file.")
+                       .arg(counted(result.succeededCount, QStringLiteral("clip")))
+                       .arg(result.sidecarsImportedCount));
+    if (result.skippedCount > 0) {
+        call.printLine(QStringLiteral("Skipped %1, imported already.")
+                           .arg(counted(result.skippedCount, QStringLiteral("file"))));
     }
-
-    void print(const CommandCall &call) const {
-        call.printLine(QStringLiteral("Imported %1, %2 with a sidecar file.")
-                           .arg(counted(flow.succeededCount(), QStringLiteral("clip")))
-                           .arg(flow.sidecarsImportedCount()));
-        if (skipped > 0) {
-            call.printLine(QStringLiteral("Skipped %1, imported already.")
-                               .arg(counted(skipped, QStringLiteral("file"))));
-        }
-        if (flow.failedCount() > 0) {
-            call.printLine(QStringLiteral("Failed: %1.")
-                               .arg(counted(flow.failedCount(), QStringLiteral("file"))));
-        }
-        printLeftOut(call, flow.leftOut());
+    if (result.failedCount > 0) {
+        call.printLine(
+            QStringLiteral("Failed: %1.").arg(counted(result.failedCount, QStringLiteral("file"))));
     }
-};
+}
 
-/// A file that is skipped gets no grant by this import. Where it needs one, the user is asked.
+/// An import grants no access to files that it skips; some need the user's confirmation.
 void printPending(const ImportViewModel &flow, const CommandCall &call) {
     if (flow.refusedCount() > 0) {
         call.printNotice(QStringLiteral("%1 of the skipped can't be read for this project until "
@@ -179,19 +173,20 @@ int runImport(const CommandCall &call) {
     if (destination) {
         flow.setDestinationFolder(*destination);
     }
-    const ImportAnswer answer{flow, flow.previewRows().size() - flow.includedCount()};
+    const qsizetype excludedCount = flow.previewRows().size() - flow.includedCount();
     importRows(flow, call);
-    session.save(); // what was imported is on record before anything is said of it
-    for (const ImportFailure &failure : flow.failures()) {
+    session.save(); // before the result is printed
+    ImportResult result = flow.result();
+    result.skippedCount = int(excludedCount); // also if there was no row to import and so no run
+    for (const ImportFailure &failure : std::as_const(result.failures)) {
         call.printNotice(failure.filename + QStringLiteral(": ") + failure.message);
     }
-    if (!call.isJSON()) {
-        answer.print(call);
-    }
     if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) { answer.write(writer); });
-        printLeftOut(call, flow.leftOut());
+        call.printJSON([&](JSONWriter &writer) { writeResult(writer, result); });
+    } else {
+        printResult(call, result);
     }
+    printLeftOut(call, flow.leftOut());
     if (watcher.wasInterrupted()) {
         call.printNotice(QStringLiteral("Cancelled"));
     }
@@ -200,7 +195,7 @@ int runImport(const CommandCall &call) {
         call.printNotice(*unsaved);
     }
     printPending(flow, call);
-    const bool isDone = flow.failures().isEmpty() && !unsaved && !watcher.wasInterrupted();
+    const bool isDone = result.failures.isEmpty() && !unsaved && !watcher.wasInterrupted();
     return isDone ? kAllDone : kRefused;
 }
 

@@ -6,8 +6,8 @@ namespace corvane {
 
 namespace {
 
-constexpr double kRecordingAByte = 0.25; ///< it was just read, and nothing is written
-constexpr double kMetadataOfAClip = 64e6;
+constexpr double kRecordingPerByte = 0.25; ///< read from the page cache, nothing is written
+constexpr double kMetadataPerClip = 64e6;
 
 } // namespace
 
@@ -20,27 +20,29 @@ ImportMeter::ImportMeter(const QList<ImportPreviewRow> &rows, SourceImportMode m
         }
     }
     m_copying = mode == SourceImportMode::copied ? bytes : 0;
-    m_recording = bytes * kRecordingAByte;
-    m_metadata = double(m_ends.size()) * kMetadataOfAClip;
+    m_recording = bytes * kRecordingPerByte;
+    m_metadata = double(m_ends.size()) * kMetadataPerClip;
 }
 
-void ImportMeter::copying(int row, quint64 bytesDone) {
-    if (m_copying > 0 && row >= 1 && size_t(row) <= m_ends.size()) {
-        const double begin = row == 1 ? 0 : m_ends[size_t(row) - 2];
-        reach(std::min(begin + double(bytesDone), m_ends[size_t(row) - 1]));
+void ImportMeter::update(const ImportProgress &progress) {
+    const auto row = size_t(std::max(progress.index, 1));
+    switch (progress.phase) {
+    case ImportProgress::Phase::files:
+        if (m_copying > 0 && row <= m_ends.size()) {
+            const double begin = row == 1 ? 0 : m_ends[row - 2];
+            advanceTo(std::min(begin + double(progress.bytesDone), m_ends[row - 1]));
+        }
+        break;
+    case ImportProgress::Phase::recording:
+        advanceTo(m_copying);
+        break;
+    case ImportProgress::Phase::metadata:
+        advanceTo(m_copying + m_recording + m_metadata * double(row - 1) / progress.total);
+        break;
     }
 }
 
-void ImportMeter::recording() {
-    reach(m_copying);
-}
-
-void ImportMeter::readingMetadata(int clip, int clips) {
-    const double done = clips > 0 ? double(clip - 1) / double(clips) : 1;
-    reach(m_copying + m_recording + m_metadata * done);
-}
-
-void ImportMeter::reach(double work) {
+void ImportMeter::advanceTo(double work) {
     const double total = m_copying + m_recording + m_metadata;
     if (total > 0) {
         m_fraction = std::clamp(work / total, m_fraction, 1.0);

@@ -1,34 +1,30 @@
 #pragma once
 
-#include "import/ImportPreview.h"
+#include "import/ImportRun.h"
 
 #include <vector>
 
 namespace corvane {
 
-/// How far an import is, as one number over the whole run that never goes back. Its parts are
-/// weighed in bytes: copying the rows one after another, recording what arrived, which reads it
-/// once more, and reading each clip's metadata. Plain value.
+/// Progress of an import run as one fraction that never decreases. Its phases are weighted in
+/// bytes: copying the rows, recording the clips, which reads them once more, and reading each
+/// clip's metadata.
 class ImportMeter {
   public:
     ImportMeter() = default;
-    /// For a run over the included ones of these rows.
+    /// For a run over the included rows.
     ImportMeter(const QList<ImportPreviewRow> &rows, SourceImportMode mode);
 
-    /// The row of that number, from 1, is at work, and so many of its bytes are copied.
-    void copying(int row, quint64 bytesDone);
-    void recording();
-    /// The metadata of that clip, from 1, out of so many are being read.
-    void readingMetadata(int clip, int clips);
+    void update(const ImportProgress &progress);
 
     /// From 0 to 1.
     double fraction() const { return m_fraction; }
 
   private:
-    void reach(double work);
+    void advanceTo(double work);
 
-    std::vector<double> m_ends; ///< of each row: the bytes up to and with it
-    double m_copying = 0;       ///< of all rows; 0 where nothing is copied
+    std::vector<double> m_ends; ///< for each row, bytes up to its end
+    double m_copying = 0;       ///< total of all rows; 0 in mode `inPlace`
     double m_recording = 0;
     double m_metadata = 0;
     double m_fraction = 0;

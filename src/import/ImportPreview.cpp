@@ -16,23 +16,23 @@ QString numbered(const QString &name, int number) {
     return QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), extension);
 }
 
-/// Gives out names, each once. What it tried for a name it doesn't try again, so that thousands of
-/// one name cost no more than thousands of different ones.
-class NameGiver {
+/// Reserves unique names. Remembers the last number of each name, so that reserving takes constant
+/// time even for thousands of equal names.
+class NameReserver {
   public:
-    explicit NameGiver(QSet<QString> taken) : m_taken(std::move(taken)) {}
+    explicit NameReserver(QSet<QString> taken) : m_taken(std::move(taken)) {}
 
-    /// The name itself where it is free, else the first free number of it.
-    QString give(const QString &name) {
-        QString given = name;
+    /// Returns the name if it is free, else the name with the first free number.
+    QString reserve(const QString &name) {
+        QString reserved = name;
         if (m_taken.contains(name)) {
             int &next = m_nextNumber.insert(name, m_nextNumber.value(name, kFirstNumber)).value();
             do {
-                given = numbered(name, next++);
-            } while (m_taken.contains(given));
+                reserved = numbered(name, next++);
+            } while (m_taken.contains(reserved));
         }
-        m_taken.insert(given);
-        return given;
+        m_taken.insert(reserved);
+        return reserved;
     }
 
   private:
@@ -48,7 +48,7 @@ QSet<QString> namesIn(const QString &folder) {
             names.insert(entry.name);
         }
     } catch (const FileError &) {
-        // Most often the folder doesn't exist yet. What can't be listed refuses the copies later.
+        // Usually it does not exist yet. Other failures recur when files are copied.
     }
     return names;
 }
@@ -63,7 +63,7 @@ QSet<QString> contentHashes(const Project &project) {
     return hashes;
 }
 
-ImportPreviewRow rowAsItStands(const ScannedVideo &video) {
+ImportPreviewRow makeRow(const ScannedVideo &video) {
     ImportPreviewRow row{.id = video.id,
                          .source = video,
                          .proposedName = paths::lastComponent(video.url),
@@ -74,19 +74,19 @@ ImportPreviewRow rowAsItStands(const ScannedVideo &video) {
     return row;
 }
 
-void giveNames(ImportPreviewRow &row, NameGiver &names) {
+void reserveNames(ImportPreviewRow &row, NameReserver &names) {
     const QString ownName = row.proposedName;
-    row.proposedName = names.give(ownName);
+    row.proposedName = names.reserve(ownName);
     const bool isRenamed = row.proposedName != ownName;
     row.status = isRenamed ? CollisionStatus::renamed : CollisionStatus::ok;
     if (!row.proposedSidecarName) {
         return;
     }
-    const QString following = isRenamed
-                                  ? sidecarName(*row.source.sidecarURL, paths::split(ownName).stem,
-                                                paths::split(row.proposedName).stem)
-                                  : *row.proposedSidecarName;
-    row.proposedSidecarName = names.give(following);
+    const QString sidecar = isRenamed
+                                ? sidecarName(*row.source.sidecarURL, paths::split(ownName).stem,
+                                              paths::split(row.proposedName).stem)
+                                : *row.proposedSidecarName;
+    row.proposedSidecarName = names.reserve(sidecar);
 }
 
 } // namespace
@@ -97,16 +97,17 @@ QList<ImportPreviewRow> buildPreviewRows(const QList<ScannedVideo> &scannedVideo
                                          const std::optional<QString> &destinationFolder) {
     const QSet<QString> known = project ? contentHashes(*project) : QSet<QString>();
     const bool isCopied = mode == SourceImportMode::copied;
-    NameGiver names(isCopied && destinationFolder ? namesIn(*destinationFolder) : QSet<QString>());
+    NameReserver names(isCopied && destinationFolder ? namesIn(*destinationFolder)
+                                                     : QSet<QString>());
     QList<ImportPreviewRow> rows;
     rows.reserve(scannedVideos.size());
     for (const ScannedVideo &video : scannedVideos) {
-        ImportPreviewRow row = rowAsItStands(video);
+        ImportPreviewRow row = makeRow(video);
         if (video.contentHash && known.contains(*video.contentHash)) {
             row.status = CollisionStatus::alreadyImported;
             row.included = false;
         } else if (isCopied) {
-            giveNames(row, names);
+            reserveNames(row, names);
         }
         rows.append(std::move(row));
     }

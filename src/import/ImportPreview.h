@@ -8,33 +8,32 @@ namespace corvane {
 
 enum class CollisionStatus { ok, renamed, alreadyImported };
 
-/// What an import will do with one scanned video.
+/// How an import would treat one scanned video.
 struct ImportPreviewRow {
-    QString id; ///< the scanned video's
+    QString id; ///< of the scanned video
     ScannedVideo source;
     QString proposedName;
     std::optional<QString> proposedSidecarName;
-    CollisionStatus status =
-        CollisionStatus::ok; ///< of the video's name; a sidecar follows quietly
+    CollisionStatus status = CollisionStatus::ok; ///< of the video; sidecars follow it
     bool included = false;
 
     bool operator==(const ImportPreviewRow &) const = default;
 };
 
-/// The rows of the preview, in the order of the videos. What the project holds already isn't
-/// included. In a copied import no proposed name, of a video or a sidecar, is another row's or that
-/// of something in the destination folder; names are compared exactly, case included. A destination
-/// that can't be listed counts as empty. Linear in the number of videos.
+/// Returns one row per video, in order. Videos that the project contains are not included. In mode
+/// `copied` all proposed names, including those of sidecars, are unique among the rows and the
+/// entries of the destination folder, compared case-sensitively. A destination that cannot be
+/// listed counts as empty. Linear in the number of videos.
 QList<ImportPreviewRow> buildPreviewRows(const QList<ScannedVideo> &scannedVideos,
                                          const std::optional<Project> &project,
                                          SourceImportMode mode,
                                          const std::optional<QString> &destinationFolder);
 
-/// "take (2).mov", "take (3).mov", ...: the first that isn't taken.
+/// Returns the first of "take (2).mov", "take (3).mov", ... that is not taken.
 QString uniqueName(const QString &name, const QSet<QString> &taken);
 
-/// The name of a sidecar whose video is renamed: what follows the old stem is kept, so that
-/// "C0001M01.XML" beside "C0001 (2).MP4" is "C0001 (2)M01.XML".
+/// Returns the name of a sidecar whose video is renamed. Keeps the text after the old stem:
+/// "C0001M01.XML" becomes "C0001 (2)M01.XML" for "C0001 (2).MP4".
 QString sidecarName(const QString &sidecarPath, const QString &videoStem,
                     const QString &newVideoStem);
 

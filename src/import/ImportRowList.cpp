@@ -1,6 +1,5 @@
 #include "import/ImportRowList.h"
 
-#include "import/ImportTexts.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
 
@@ -34,6 +33,14 @@ QString badgeOf(const ImportPreviewRow &row) {
     return {};
 }
 
+bool isRenamed(const ImportPreviewRow &row) {
+    return row.status == CollisionStatus::renamed;
+}
+
+QString sizeTextOf(const ImportPreviewRow &row) {
+    return formattedByteCount(row.source.fileSizeBytes);
+}
+
 bool canToggle(const ImportPreviewRow &row) {
     return row.status != CollisionStatus::alreadyImported;
 }
@@ -46,7 +53,7 @@ QString helpTextOf(const ImportPreviewRow &row) {
 
 QString summaryOf(const ImportPreviewRow &row) {
     QStringList parts;
-    if (row.status == CollisionStatus::renamed) {
+    if (isRenamed(row)) {
         parts.append(QStringLiteral("renamed to ") + row.proposedName);
     } else if (!badgeOf(row).isEmpty()) {
         parts.append(badgeOf(row));
@@ -54,102 +61,39 @@ QString summaryOf(const ImportPreviewRow &row) {
     if (row.source.sidecarURL) {
         parts.append(QStringLiteral("with sidecar"));
     }
-    parts.append(formattedByteCount(row.source.fileSizeBytes));
+    parts.append(sizeTextOf(row));
     return parts.join(QStringLiteral(", "));
 }
 
 } // namespace
 
-bool ImportRowList::hasSameFiles(const QList<ImportPreviewRow> &rows) const {
-    return std::ranges::equal(m_rows, rows, {}, &ImportPreviewRow::id, &ImportPreviewRow::id);
-}
+ImportRowList::ImportRowList(QObject *parent)
+    : ListModel({{IncludedRole, "included", &ImportPreviewRow::included},
+                 {CanToggleRole, "canToggle", canToggle},
+                 {NameRole, "name", [](const auto &row) { return inOneLine(nameOf(row)); }},
+                 {ProposedNameRole, "proposedName",
+                  [](const auto &row) { return inOneLine(proposedNameOf(row)); }},
+                 {SidecarTextRole, "sidecarText", sidecarTextOf},
+                 {BadgeRole, "badge", badgeOf},
+                 {IsRenamedRole, "isRenamed", isRenamed},
+                 {SizeTextRole, "sizeText", sizeTextOf},
+                 {HelpTextRole, "helpText", helpTextOf},
+                 {SummaryRole, "summary", summaryOf}},
+                parent) {}
 
-void ImportRowList::setRows(const QList<ImportPreviewRow> &rows) {
-    if (hasSameFiles(rows)) {
-        m_rows = rows;
-        if (!m_rows.isEmpty()) {
-            Q_EMIT dataChanged(index(0), index(count() - 1));
-        }
-        return;
-    }
-    beginResetModel();
-    m_rows = rows;
-    endResetModel();
-    Q_EMIT countChanged();
-}
-
-void ImportRowList::setRow(int row, const ImportPreviewRow &value) {
-    if (row >= 0 && row < count()) {
-        m_rows[row] = value;
-        Q_EMIT dataChanged(index(row), index(row));
-    }
-}
-
-QString ImportRowList::idOf(int row) const {
-    return row >= 0 && row < count() ? m_rows.at(row).id : QString();
-}
-
-int ImportRowList::nextToggleable(int row, int step) const {
-    for (int next = row + step; step != 0 && next >= 0 && next < count(); next += step) {
-        if (canToggle(m_rows.at(next))) {
+int ImportRowList::nextToggleable(int index, int step) const {
+    for (int next = index + step; step != 0 && next >= 0 && next < count(); next += step) {
+        if (canToggle(row(next))) {
             return next;
         }
     }
     return -1;
 }
 
-int ImportRowList::toggleableNear(int row) const {
-    const int from = std::clamp(row, 0, count());
+int ImportRowList::toggleableNear(int index) const {
+    const int from = std::clamp(index, 0, count());
     const int below = nextToggleable(from - 1, 1);
     return below >= 0 ? below : nextToggleable(from, -1);
-}
-
-int ImportRowList::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : count();
-}
-
-QVariant ImportRowList::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
-        return {};
-    }
-    const ImportPreviewRow &row = m_rows.at(index.row());
-    switch (role) {
-    case IncludedRole:
-        return row.included;
-    case CanToggleRole:
-        return canToggle(row);
-    case NameRole:
-        return inOneLine(nameOf(row));
-    case ProposedNameRole:
-        return inOneLine(proposedNameOf(row));
-    case SidecarTextRole:
-        return sidecarTextOf(row);
-    case BadgeRole:
-        return badgeOf(row);
-    case IsRenamedRole:
-        return row.status == CollisionStatus::renamed;
-    case SizeTextRole:
-        return formattedByteCount(row.source.fileSizeBytes);
-    case HelpTextRole:
-        return helpTextOf(row);
-    case SummaryRole:
-        return summaryOf(row);
-    default:
-        return {};
-    }
-}
-
-QHash<int, QByteArray> ImportRowList::roleNames() const {
-    return {{IncludedRole, "included"},
-            {CanToggleRole, "canToggle"},
-            {NameRole, "name"},
-            {ProposedNameRole, "proposedName"},
-            {SidecarTextRole, "sidecarText"},
-            {BadgeRole, "badge"},
-            {IsRenamedRole, "isRenamed"},
-            {SizeTextRole, "sizeText"},
-            {HelpTextRole, "helpText"},
-            {SummaryRole, "summary"}};
 }
 
 } // namespace corvane

@@ -1,102 +1,78 @@
 #include "import/ImportSheet.h"
 
 #include "import/ImportTexts.h"
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
 #include "platform/Tasks.h"
+#include "platform/TextFormat.h"
+
+#include <QMetaEnum>
 
 namespace corvane {
 
 namespace {
 
-const QString kFoundSeparator = QStringLiteral(" \u00b7 ");
-const QString kCreatedNote = QStringLiteral(" (created on import)");
+using Stage = ImportViewModel::Stage;
+
+QVariantList counterMaps(const ImportResult &result) {
+    QVariantList counters;
+    const auto add = [&counters](int count, const char *kind, const char *symbol,
+                                 const char *label) {
+        if (count > 0) {
+            counters.append(
+                QVariantMap{{QStringLiteral("kind"), QString::fromLatin1(kind)},
+                            {QStringLiteral("symbol"), QString::fromLatin1(symbol)},
+                            {QStringLiteral("text"),
+                             QStringLiteral("%1 %2").arg(count).arg(QLatin1String(label))}});
+        }
+    };
+    add(result.succeededCount, "succeeded", "checkmark", "imported");
+    add(result.sidecarsImportedCount, "sidecars", "plus", "with sidecar files");
+    add(result.skippedCount, "skipped", "minus", "skipped");
+    add(result.failedCount, "failed", "xmark", "failed");
+    return counters;
+}
 
 } // namespace
 
 ImportSheet::ImportSheet(ImportViewModel &import, FilePanels &panels, Clock &clock, QObject *parent)
     : QObject(parent),
       m_import(import),
-      m_panels(panels),
       m_clock(clock),
+      m_sources(import, panels),
       m_remaining(clock.monotonic()) {
-    followImport();
-    followResults();
-    m_sources.setPaths(m_import.sourceURLs());
-    showRows();
+    connect(&m_import, &ImportViewModel::stageChanged, this, &ImportSheet::updateStage);
+    connect(&m_import, &ImportViewModel::sourcesChanged, this, &ImportSheet::sourcesChanged);
+    connect(&m_import, &ImportViewModel::previewChanged, this, &ImportSheet::updatePreview);
+    connect(&m_import, &ImportViewModel::includedChanged, this, &ImportSheet::updateIncluded);
+    connect(&m_import, &ImportViewModel::progressChanged, this, &ImportSheet::updateRun);
+    updatePreview();
 }
 
-void ImportSheet::followImport() {
-    using Import = ImportViewModel;
-    connect(&m_import, &Import::sourceURLsChanged, this, [this] {
-        m_sources.setPaths(m_import.sourceURLs());
-        Q_EMIT sourcesChanged();
-    });
-    for (const auto changed : {&Import::recursiveChanged, &Import::scanErrorChanged}) {
-        connect(&m_import, changed, this, &ImportSheet::sourcesChanged);
+void ImportSheet::updateStage() {
+    if (stage() == Stage::importing) {
+        startRun();
     }
-    connect(&m_import, &Import::progressChanged, this, &ImportSheet::showProgress);
-    connect(&m_import, &Import::importedVideoIdsChanged, this, &ImportSheet::showRecording);
-    connect(&m_import, &Import::stageChanged, this, [this] {
-        if (stage() == Stage::Importing) {
-            startRun();
-        }
-        Q_EMIT stageChanged();
-        Q_EMIT sourcesChanged();
-        Q_EMIT includedChanged();
-    });
+    Q_EMIT stageChanged();
+    Q_EMIT sourcesChanged();
+    Q_EMIT previewChanged();
 }
 
-void ImportSheet::followResults() {
-    using Import = ImportViewModel;
-    connect(&m_import, &Import::previewRowsChanged, this, &ImportSheet::showRows);
-    connect(&m_import, &Import::previewRowChanged, this, [this](int row) {
-        m_rows.setRow(row, m_import.previewRows().at(row));
-        Q_EMIT includedChanged();
-    });
-    for (const auto changed : {&Import::modeChanged, &Import::destinationFolderChanged}) {
-        connect(&m_import, changed, this, &ImportSheet::showDestination);
-    }
-    for (const auto changed : {&Import::leftOutChanged, &Import::refusedCountChanged}) {
-        connect(&m_import, changed, this, &ImportSheet::resultsChanged);
-    }
-}
-
-// The sheet.
-
-ImportSheet::Stage ImportSheet::stage() const {
-    switch (m_import.stage()) {
-    case ImportViewModel::Stage::sources:
-        return Stage::Sources;
-    case ImportViewModel::Stage::scanning:
-        return Stage::Scanning;
-    case ImportViewModel::Stage::results:
-        return Stage::Results;
-    case ImportViewModel::Stage::importing:
-        return Stage::Importing;
-    case ImportViewModel::Stage::done:
-        return Stage::Done;
-    }
-    return Stage::Sources;
+QString ImportSheet::stageName() const {
+    return QString::fromLatin1(QMetaEnum::fromType<Stage>().valueToKey(int(stage())));
 }
 
 QString ImportSheet::title() const {
-    QString title = QStringLiteral("Import Footage");
-    switch (stage()) {
-    case Stage::Results:
-        return title + QStringLiteral(" \u2014 Results");
-    case Stage::Importing:
-        return title + QStringLiteral(" \u2014 Importing");
-    case Stage::Done:
-        return title + QStringLiteral(" \u2014 Done");
-    case Stage::Sources:
-    case Stage::Scanning:
-        break;
+    const QString title = QStringLiteral("Import Footage");
+    if (stage() == Stage::results) {
+        return title + QStringLiteral(" — Results");
     }
-    return title;
+    return stage() == Stage::done ? title + QStringLiteral(" — Done") : title;
 }
 
 QString ImportSheet::backText() const {
-    const bool hasBack = stage() == Stage::Sources || stage() == Stage::Results;
-    return hasBack ? QStringLiteral("Back") : QString();
+    const bool canGoBack = stage() == Stage::sources || stage() == Stage::results;
+    return canGoBack ? QStringLiteral("Back") : QString();
 }
 
 void ImportSheet::setOpen(bool isOpen) {
@@ -107,106 +83,92 @@ void ImportSheet::setOpen(bool isOpen) {
 }
 
 void ImportSheet::open() {
-    if (stage() != Stage::Importing) {
-        startAfresh();
+    if (stage() != Stage::importing) {
+        startAgain();
     }
     setOpen(true);
 }
 
-void ImportSheet::startAfresh() {
+void ImportSheet::startAgain() {
     m_import.reset();
-    addSources(std::exchange(m_waitingSources, {}));
+    m_sources.add(std::exchange(m_nextSources, {}));
 }
 
 void ImportSheet::openWith(const QStringList &paths) {
-    if (!m_isOpen || stage() == Stage::Done) {
+    if (!m_isOpen || stage() == Stage::done) {
         open();
     }
-    if (stage() == Stage::Importing) {
-        m_waitingSources.append(paths);
+    if (stage() == Stage::importing) {
+        m_nextSources.append(paths);
         return;
     }
     m_import.cancelScan();
     m_import.backToSources();
-    addSources(paths);
+    m_sources.add(paths);
 }
 
 void ImportSheet::dismiss() {
-    if (canDismiss() && m_isOpen) {
+    if (stage() != Stage::importing) {
         m_import.cancelScan();
         setOpen(false);
-        Q_EMIT dismissed();
     }
 }
 
 void ImportSheet::escape() {
     switch (stage()) {
-    case Stage::Scanning:
+    case Stage::scanning:
         m_import.cancelScan();
         break;
-    case Stage::Results:
+    case Stage::results:
         back();
         break;
-    case Stage::Importing:
+    case Stage::importing:
         cancelImport();
         break;
-    case Stage::Sources:
-    case Stage::Done:
+    case Stage::sources:
+    case Stage::done:
         dismiss();
         break;
     }
 }
 
 void ImportSheet::back() {
-    if (stage() == Stage::Sources) {
+    if (stage() == Stage::sources) {
         dismiss();
     } else {
         m_import.backToSources();
     }
 }
 
-// Results.
-
-void ImportSheet::showRows() {
-    m_rows.setRows(m_import.previewRows());
-    Q_EMIT includedChanged();
-    showDestination();
+void ImportSheet::scan() {
+    detach(m_import.startScan());
 }
 
-/// Looks whether the folder is there, so not at every question.
-void ImportSheet::showDestination() {
-    m_destinationName = m_import.destinationLabel();
-    m_destinationNote.clear();
-    if (m_destinationName.endsWith(kCreatedNote)) {
-        m_destinationName.chop(kCreatedNote.size());
-        m_destinationNote = kCreatedNote.trimmed();
+void ImportSheet::updatePreview() {
+    const QList<ImportPreviewRow> &rows = m_import.previewRows();
+    m_preview = {.found = foundText(rows),
+                 .alreadyImported = alreadyImportedText(rows),
+                 .leftOut = leftOutText(m_import.leftOut()),
+                 .refused = refusedText(m_import.refusedCount())};
+    const auto &folder = m_import.destinationFolder();
+    if (folder && m_import.mode() == SourceImportMode::copied) {
+        m_preview.destination = paths::lastComponent(*folder) + QStringLiteral(" folder");
+        m_preview.destinationPath = *folder;
+        if (!fileSystem().linkStatus(*folder)) {
+            m_preview.destinationNote = QStringLiteral("(created on import)");
+        }
     }
-    Q_EMIT resultsChanged();
+    updateIncluded();
 }
 
-QString ImportSheet::foundText() const {
-    return m_import.foundText().section(kFoundSeparator, 0, 0);
-}
-
-QString ImportSheet::foundNote() const {
-    return m_import.foundText().mid(foundText().size());
+void ImportSheet::updateIncluded() {
+    m_rows.setRows(m_import.previewRows());
+    m_preview.included = QStringLiteral("%1 included").arg(m_import.includedCount());
+    Q_EMIT previewChanged();
 }
 
 QStringList ImportSheet::modes() {
     return {QStringLiteral("Use files in place"), QStringLiteral("Copy to project folder")};
-}
-
-QString ImportSheet::destinationPath() const {
-    return m_destinationName.isEmpty() ? QString()
-                                       : m_import.destinationFolder().value_or(QString());
-}
-
-QString ImportSheet::leftOutNote() const {
-    return leftOutText(m_import.leftOut());
-}
-
-QString ImportSheet::refusedNote() const {
-    return refusedText(m_import.refusedCount());
 }
 
 void ImportSheet::setMode(int mode) {
@@ -216,11 +178,72 @@ void ImportSheet::setMode(int mode) {
 }
 
 void ImportSheet::toggleRow(int row) {
-    m_import.togglePreviewRow(m_rows.idOf(row));
+    if (row >= 0 && row < m_rows.count()) {
+        m_import.togglePreviewRow(m_rows.row(row).id);
+    }
 }
 
 void ImportSheet::beginImport() {
     detach(m_import.beginImport());
+}
+
+void ImportSheet::startRun() {
+    m_meter = ImportMeter(m_import.previewRows(), m_import.mode());
+    m_remaining = RemainingTime(m_clock.monotonic());
+    m_includedAtStart = m_import.includedCount();
+    m_isCancelling = false;
+    m_run = {.figure = QStringLiteral("0 / %1").arg(m_includedAtStart)};
+    Q_EMIT runChanged();
+}
+
+void ImportSheet::updateRun() {
+    const auto progress = m_import.progress();
+    if (!progress) {
+        return;
+    }
+    m_meter.update(*progress);
+    ImportRunTexts run{.fileName = inOneLine(progress->currentFilename),
+                       .figure =
+                           QStringLiteral("%1 / %2").arg(progress->index).arg(progress->total),
+                       .fraction = m_meter.fraction()};
+    if (m_import.mode() == SourceImportMode::copied && progress->bytesTotal > 0) {
+        run.details = formattedByteCount(progress->bytesDone) + QStringLiteral(" / ") +
+                      formattedByteCount(progress->bytesTotal);
+    }
+    // Recording reports no progress of its own.
+    if (progress->phase != ImportProgress::Phase::recording) {
+        run.timeLeft = m_remaining.text(run.fraction, m_clock.monotonic());
+    }
+    if (run != m_run) {
+        m_run = std::move(run);
+        Q_EMIT runChanged();
+    }
+}
+
+QString ImportSheet::cancelText() const {
+    return m_isCancelling ? QStringLiteral("Cancelling…") : QStringLiteral("Cancel");
+}
+
+void ImportSheet::cancelImport() {
+    if (stage() == Stage::importing && !m_isCancelling) {
+        m_isCancelling = true;
+        m_import.cancelImport();
+        Q_EMIT runChanged();
+    }
+}
+
+ImportResultTexts ImportSheet::result() const {
+    const ImportResult &result = m_import.result();
+    ImportResultTexts texts{.counters = counterMaps(result)};
+    if (m_isCancelling) {
+        texts.notice =
+            cancelledText(m_includedAtStart - result.succeededCount - result.failedCount);
+    }
+    for (const ImportFailure &failure : result.failures) {
+        texts.failures.append(QVariantMap{{QStringLiteral("fileName"), failure.filename},
+                                          {QStringLiteral("message"), failure.message}});
+    }
+    return texts;
 }
 
 } // namespace corvane

@@ -1,11 +1,11 @@
 #include "import/ImportSourceList.h"
 
-#include "import/ImportTexts.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
 
-#include <algorithm>
+#include <QPointer>
+#include <QSet>
 
 namespace corvane {
 
@@ -16,58 +16,100 @@ bool isFolderPath(const QString &path) {
     return status && status->type == FileType::Directory;
 }
 
+QString symbolOf(const ImportSource &source) {
+    return source.isFolder ? QStringLiteral("folder") : QStringLiteral("file");
+}
+
+QString removeHelpOf(const ImportSource &source) {
+    return inOneLine(QStringLiteral("Remove ") + paths::lastComponent(source.path));
+}
+
 } // namespace
 
-void ImportSourceList::setPaths(const QStringList &paths) {
-    const auto sameBegin = std::ranges::mismatch(m_rows, paths, {}, &Row::path);
-    const auto first = int(sameBegin.in1 - m_rows.begin());
-    qsizetype oldEnd = m_rows.size();
-    qsizetype newEnd = paths.size();
-    while (oldEnd > first && newEnd > first && m_rows.at(oldEnd - 1).path == paths.at(newEnd - 1)) {
-        --oldEnd;
-        --newEnd;
+ImportSourceList::ImportSourceList(ImportViewModel &import, FilePanels &panels, QObject *parent)
+    : ListModel({{PathRole, "path", [](const auto &source) { return inOneLine(source.path); }},
+                 {SymbolRole, "symbol", symbolOf},
+                 {RemoveHelpRole, "removeHelp", removeHelpOf}},
+                parent),
+      m_import(import),
+      m_panels(panels) {
+    connect(&m_import, &ImportViewModel::sourcesChanged, this, &ImportSourceList::update);
+    connect(&m_import, &ImportViewModel::stageChanged, this, [this] { setNotice({}); });
+    update();
+}
+
+/// Checks only new paths for being a folder.
+void ImportSourceList::update() {
+    QHash<QString, ImportSource> known;
+    for (const ImportSource &source : rows()) {
+        known.insert(source.path, source);
     }
-    const qsizetype before = m_rows.size();
-    if (oldEnd > first) {
-        beginRemoveRows({}, first, int(oldEnd) - 1);
-        m_rows.remove(first, oldEnd - first);
-        endRemoveRows();
+    QList<ImportSource> sources;
+    for (const QString &path : m_import.sourceURLs()) {
+        const auto source = known.constFind(path);
+        sources.append(source != known.cend() ? *source : ImportSource{path, isFolderPath(path)});
     }
-    if (newEnd > first) {
-        beginInsertRows({}, first, int(newEnd) - 1);
-        for (qsizetype row = first; row < newEnd; ++row) {
-            m_rows.insert(row, {paths.at(row), isFolderPath(paths.at(row))});
+    setRows(sources);
+}
+
+void ImportSourceList::setNotice(const QString &notice) {
+    if (m_notice != notice) {
+        m_notice = notice;
+        Q_EMIT noticeChanged();
+    }
+}
+
+void ImportSourceList::chooseFolder() {
+    m_panels.chooseFolder({.message = QStringLiteral("Choose a folder of footage to import.")},
+                          [self = QPointer(this)](const QString &path) {
+                              if (self) {
+                                  self->add({path});
+                              }
+                          });
+}
+
+void ImportSourceList::chooseFiles() {
+    m_panels.chooseFiles({.message = QStringLiteral("Choose video or audio files to import.")},
+                         [self = QPointer(this)](const QStringList &paths) {
+                             if (self) {
+                                 self->add(paths);
+                             }
+                         });
+}
+
+void ImportSourceList::add(const QStringList &paths) {
+    setNotice({});
+    QStringList sources = m_import.sourceURLs();
+    QSet<QString> known(sources.cbegin(), sources.cend());
+    for (const QString &given : paths) {
+        const QString path = paths::standardized(given);
+        if (!given.isEmpty() && !known.contains(path)) {
+            known.insert(path);
+            sources.append(path);
         }
-        endInsertRows();
     }
-    if (m_rows.size() != before) {
-        Q_EMIT countChanged();
+    m_import.setSources(sources);
+}
+
+void ImportSourceList::addDropped(const QList<QUrl> &urls) {
+    QStringList local;
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile()) {
+            local.append(url.toLocalFile());
+        }
+    }
+    add(local);
+    if (local.size() < urls.size()) {
+        setNotice(QStringLiteral("Only files and folders of this computer can be imported."));
     }
 }
 
-int ImportSourceList::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : count();
-}
-
-QVariant ImportSourceList::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
-        return {};
+void ImportSourceList::remove(int row) {
+    QStringList sources = m_import.sourceURLs();
+    if (row >= 0 && row < sources.size()) {
+        sources.removeAt(row);
+        m_import.setSources(sources);
     }
-    const Row &row = m_rows.at(index.row());
-    switch (role) {
-    case PathRole:
-        return inOneLine(row.path);
-    case SymbolRole:
-        return row.isFolder ? QStringLiteral("folder") : QStringLiteral("file");
-    case RemoveHelpRole:
-        return inOneLine(QStringLiteral("Remove ") + paths::lastComponent(row.path));
-    default:
-        return {};
-    }
-}
-
-QHash<int, QByteArray> ImportSourceList::roleNames() const {
-    return {{PathRole, "path"}, {SymbolRole, "symbol"}, {RemoveHelpRole, "removeHelp"}};
 }
 
 } // namespace corvane

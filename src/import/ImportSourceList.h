@@ -1,42 +1,57 @@
 #pragma once
 
-#include <QAbstractListModel>
+#include "import/ImportViewModel.h"
+#include "lists/ListModel.h"
+#include "platform/FilePanels.h"
+
+#include <QUrl>
 
 namespace corvane {
 
-/// The chosen sources as a screen lists them, folders and files. Only rows that come or go are told
-/// to the screen. Main thread.
-class ImportSourceList : public QAbstractListModel {
+struct ImportSource {
+    QString path;
+    bool isFolder = false;
+
+    bool operator==(const ImportSource &) const = default;
+};
+
+/// The chosen sources of an import as a list model, and the actions that change them. Paths are
+/// standardized; a path that is already in the list is not added again. Actions are no-ops unless
+/// the import is at stage `sources`.
+class ImportSourceList : public ListModel<ImportSource, &ImportSource::path> {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
   public:
     enum Role {
-        PathRole = Qt::UserRole, ///< "path"
-        SymbolRole,              ///< "symbol": "folder" or "file"
-        RemoveHelpRole,          ///< "removeHelp": what the row's remove button is called
+        PathRole = Qt::UserRole,
+        SymbolRole,     ///< "folder" or "file"
+        RemoveHelpRole, ///< help text of the row's remove button
     };
 
-    using QAbstractListModel::QAbstractListModel;
+    /// Both arguments must outlive the list.
+    ImportSourceList(ImportViewModel &import, FilePanels &panels, QObject *parent = nullptr);
 
-    int count() const { return int(m_rows.size()); }
-    /// Looks at each path that is new, once.
-    void setPaths(const QStringList &paths);
-
-    int rowCount(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
+    /// Why a dropped item was not added; empty otherwise.
+    const QString &notice() const { return m_notice; }
+    Q_INVOKABLE void chooseFolder();
+    Q_INVOKABLE void chooseFiles();
+    void add(const QStringList &paths);
+    /// Adds dropped files and folders; only local ones can be added.
+    Q_INVOKABLE void addDropped(const QList<QUrl> &urls);
+    Q_INVOKABLE void remove(int row);
 
   Q_SIGNALS:
-    void countChanged();
+    void noticeChanged();
 
   private:
-    struct Row {
-        QString path;
-        bool isFolder = false;
-    };
+    void update();
+    void setNotice(const QString &notice);
 
-    QList<Row> m_rows;
+    ImportViewModel &m_import;
+    FilePanels &m_panels;
+    QString m_notice;
 };
 
 } // namespace corvane

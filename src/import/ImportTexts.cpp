@@ -2,7 +2,19 @@
 
 #include "platform/TextFormat.h"
 
+#include <algorithm>
+
 namespace corvane {
+
+QString foundText(const QList<ImportPreviewRow> &rows) {
+    return QStringLiteral("Found ") + counted(rows.size(), QStringLiteral("video"));
+}
+
+QString alreadyImportedText(const QList<ImportPreviewRow> &rows) {
+    const auto count =
+        std::ranges::count(rows, CollisionStatus::alreadyImported, &ImportPreviewRow::status);
+    return count == 0 ? QString() : QStringLiteral(" · %1 already imported.").arg(count);
+}
 
 QString leftOutText(const LeftOut &leftOut) {
     QStringList parts;

@@ -1,19 +1,26 @@
 #pragma once
 
-#include "import/RowImport.h"
+#include "import/ImportPreview.h"
 #include "import/SourceScan.h"
 
-/// What an import tells its user, in sentences.
+/// Sentences about an import, for the sheet and the command line.
 namespace corvane {
 
-/// What a scan saw and left out, "Left out: 2 symbolic links"; empty where it left out nothing.
+/// "Found 3 videos".
+QString foundText(const QList<ImportPreviewRow> &rows);
+
+/// " · 1 already imported.", which follows `foundText`. Empty if no row is.
+QString alreadyImportedText(const QList<ImportPreviewRow> &rows);
+
+/// "Left out: 2 symbolic links". Empty if the scan left out no entry.
 QString leftOutText(const LeftOut &leftOut);
 
-/// That so many of the files found can't be read before the user says so; empty for none.
+/// Explains that `count` of the scanned files cannot be read until the user confirms. Empty for
+/// zero.
 QString refusedText(int count);
 
-/// What a cancelled run didn't come to: so many of the included files, or only the reading of what
-/// their containers say.
+/// Describes a cancelled run by the number of included files that were not imported. Zero means
+/// that only reading metadata was cancelled.
 QString cancelledText(int notImported);
 
 } // namespace corvane

@@ -1,9 +1,7 @@
 #include "import/ImportViewModel.h"
 
 #include "import/RefusedRows.h"
-#include "platform/FileSystem.h"
 #include "platform/Paths.h"
-#include "platform/TextFormat.h"
 #include "trust/ContentHasher.h"
 
 #include <algorithm>
@@ -12,8 +10,8 @@ namespace corvane {
 
 namespace {
 
-/// A scan with the duplicate key of each video. A file that can't be hashed has none.
-ScanResult scanWithKeys(const QStringList &sources, bool recursive, const std::stop_token &stop) {
+/// Scans and sets the duplicate key of each video; nullopt if the file cannot be hashed.
+ScanResult scanAndHash(const QStringList &sources, bool recursive, const std::stop_token &stop) {
     ScanResult result = scan(sources, recursive, stop);
     for (ScannedVideo &video : result.videos) {
         if (stop.stop_requested()) {
@@ -28,7 +26,7 @@ ScanResult scanWithKeys(const QStringList &sources, bool recursive, const std::s
     return result;
 }
 
-bool isImportedAlready(const ImportPreviewRow &row) {
+bool isAlreadyImported(const ImportPreviewRow &row) {
     return row.status == CollisionStatus::alreadyImported;
 }
 
@@ -38,16 +36,18 @@ ImportViewModel::ImportViewModel(ProjectStore *store, QObject *parent)
     : QObject(parent), m_store(store) {}
 
 ImportViewModel::~ImportViewModel() {
-    m_scanTask.request_stop();
-    m_importTask.request_stop();
+    m_scanStop.request_stop();
+    if (m_run) {
+        m_run->abandon();
+    }
 }
 
-bool ImportViewModel::canScan() const {
-    return m_stage == Stage::sources && !m_sourceURLs.isEmpty();
+std::optional<ImportProgress> ImportViewModel::progress() const {
+    return m_run ? m_run->progress() : std::nullopt;
 }
 
 bool ImportViewModel::canBeginImport() const {
-    // The rows say what is new to the project that was open when they were made.
+    // The rows depend on the project that was open at the scan.
     return m_stage == Stage::results && m_store && m_store->project() &&
            m_store->fileURL() == m_scannedFor && includedCount() > 0;
 }
@@ -56,62 +56,51 @@ int ImportViewModel::includedCount() const {
     return int(std::ranges::count_if(m_previewRows, &ImportPreviewRow::included));
 }
 
-QString ImportViewModel::foundText() const {
-    const QString found =
-        QStringLiteral("Found ") + counted(m_previewRows.size(), QStringLiteral("video"));
-    const auto imported = std::ranges::count_if(m_previewRows, isImportedAlready);
-    return imported == 0 ? found : found + QStringLiteral(" · %1 already imported.").arg(imported);
-}
-
-QString ImportViewModel::includedText() const {
-    return QStringLiteral("%1 included").arg(includedCount());
-}
-
-QString ImportViewModel::destinationLabel() const {
-    if (m_mode != SourceImportMode::copied || !m_destinationFolder) {
-        return {};
+void ImportViewModel::setStage(Stage stage) {
+    if (m_stage != stage) {
+        m_stage = stage;
+        Q_EMIT stageChanged();
     }
-    const QString label = paths::lastComponent(*m_destinationFolder) + QStringLiteral(" folder");
-    const bool exists = fileSystem().linkStatus(*m_destinationFolder).has_value();
-    return exists ? label : label + QStringLiteral(" (created on import)");
 }
 
 void ImportViewModel::setSources(const QStringList &sources) {
-    if (m_stage == Stage::sources) {
-        assign(m_sourceURLs, sources, &ImportViewModel::sourceURLsChanged);
+    if (m_stage == Stage::sources && sources != m_sourceURLs) {
+        m_sourceURLs = sources;
+        Q_EMIT sourcesChanged();
     }
 }
 
 void ImportViewModel::setRecursive(bool recursive) {
-    if (m_stage == Stage::sources) {
-        assign(m_recursive, recursive, &ImportViewModel::recursiveChanged);
+    if (m_stage == Stage::sources && recursive != m_recursive) {
+        m_recursive = recursive;
+        Q_EMIT sourcesChanged();
     }
 }
 
 void ImportViewModel::setMode(SourceImportMode mode) {
-    if (mayChoose() && mode != m_mode) {
-        assign(m_mode, mode, &ImportViewModel::modeChanged);
+    if (canChoose() && mode != m_mode) {
+        m_mode = mode;
         rebuildRows();
     }
 }
 
 void ImportViewModel::setDestinationFolder(const QString &folder) {
-    const std::optional<QString> chosen = paths::standardized(folder);
-    if (!mayChoose()) {
+    if (!canChoose()) {
         return;
     }
-    m_destinationIsChosen = true;
-    if (chosen != m_destinationFolder) {
-        assign(m_destinationFolder, chosen, &ImportViewModel::destinationFolderChanged);
+    m_isDestinationChosen = true;
+    const std::optional<QString> path = paths::standardized(folder);
+    if (path != m_destinationFolder) {
+        m_destinationFolder = path;
         rebuildRows();
     }
 }
 
 void ImportViewModel::togglePreviewRow(const QString &id) {
     const auto row = std::ranges::find(m_previewRows, id, &ImportPreviewRow::id);
-    if (m_stage == Stage::results && row != m_previewRows.end() && !isImportedAlready(*row)) {
+    if (m_stage == Stage::results && row != m_previewRows.end() && !isAlreadyImported(*row)) {
         row->included = !row->included;
-        Q_EMIT previewRowChanged(int(row - m_previewRows.begin()));
+        Q_EMIT includedChanged();
     }
 }
 
@@ -120,16 +109,17 @@ QCoro::Task<> ImportViewModel::startScan() {
         co_return;
     }
     const QPointer self(this);
-    m_scanTask = std::stop_source();
-    const std::stop_token stop = m_scanTask.get_token();
-    assign(m_stage, Stage::scanning, &ImportViewModel::stageChanged);
-    assign(m_scanError, {}, &ImportViewModel::scanErrorChanged);
-    ScanResult result;
+    m_scanStop = std::stop_source();
+    const std::stop_token stop = m_scanStop.get_token();
+    m_scanError.reset();
+    Q_EMIT sourcesChanged();
+    setStage(Stage::scanning);
+    ScanResult scan;
     std::optional<QString> error;
     try {
-        result = co_await userInitiatedExecutor().run(
+        scan = co_await userInitiatedExecutor().run(
             [sources = m_sourceURLs, recursive = m_recursive, stop] {
-                return scanWithKeys(sources, recursive, stop);
+                return scanAndHash(sources, recursive, stop);
             });
     } catch (const std::exception &failure) {
         error = describe(failure);
@@ -138,17 +128,18 @@ QCoro::Task<> ImportViewModel::startScan() {
         co_return;
     }
     if (error) {
-        assign(m_scanError, error, &ImportViewModel::scanErrorChanged);
-        assign(m_stage, Stage::sources, &ImportViewModel::stageChanged);
+        m_scanError = error;
+        Q_EMIT sourcesChanged();
+        setStage(Stage::sources);
     } else {
-        showScan(std::move(result));
-        co_await askAboutRefused(stop);
+        setScan(std::move(scan));
+        co_await requestConfirmations(stop);
     }
 }
 
-/// A project that was moved, or a lost registry, leaves clips without a grant, and as they are in
-/// the project no import includes them. Nothing is granted for a scan; the user is asked.
-QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
+/// Asks the user about clips without a grant, which a moved project or a lost registry leaves
+/// behind. As they are in the project, no import includes them; a scan alone grants nothing.
+QCoro::Task<> ImportViewModel::requestConfirmations(std::stop_token stop) {
     if (!m_store || !m_store->project() || !m_store->fileURL()) {
         co_return;
     }
@@ -161,12 +152,12 @@ QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
     const PathSafety::SourceGrants grants = co_await authorization.sourceGrants(file);
     RefusedRows refused = co_await userInitiatedExecutor().run(
         [rows, project, grants] { return refusedRows(rows, project, grants); });
-    // One file at a time, and never in the way of what the user waits for.
-    for (const QString &path : std::as_const(refused.written)) {
+    // One file at a time at low priority: each is read completely.
+    for (const QString &path : std::as_const(refused.modified)) {
         if (!self || stop.stop_requested()) {
             break;
         }
-        if (co_await utilityExecutor().run([=] { return hasOtherContents(path, grants); })) {
+        if (co_await utilityExecutor().run([=] { return isContentChanged(path, grants); })) {
             refused.changed.append(path);
         }
     }
@@ -175,8 +166,8 @@ QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
     }
     co_await authorization.markPending(refused.neverGranted, refused.changed, file);
     if (self) {
-        assign(m_refusedCount, int(refused.neverGranted.size() + refused.changed.size()),
-               &ImportViewModel::refusedCountChanged);
+        m_refusedCount = int(refused.neverGranted.size() + refused.changed.size());
+        Q_EMIT previewChanged();
     }
     if (store) {
         co_await store->refreshMediaConfirmationState();
@@ -185,14 +176,39 @@ QCoro::Task<> ImportViewModel::askAboutRefused(std::stop_token stop) {
 
 void ImportViewModel::cancelScan() {
     if (m_stage == Stage::scanning) {
-        m_scanTask.request_stop();
-        assign(m_stage, Stage::sources, &ImportViewModel::stageChanged);
+        m_scanStop.request_stop();
+        setStage(Stage::sources);
     }
 }
 
 void ImportViewModel::backToSources() {
     if (m_stage == Stage::results) {
-        assign(m_stage, Stage::sources, &ImportViewModel::stageChanged);
+        setStage(Stage::sources);
+    }
+}
+
+QCoro::Task<> ImportViewModel::beginImport() {
+    if (!canBeginImport()) {
+        co_return;
+    }
+    const QPointer self(this);
+    // Shared, so that the run outlives its coroutine even if this object is destroyed meanwhile.
+    const auto run =
+        std::make_shared<ImportRun>(*m_store, m_previewRows, m_mode, *m_destinationFolder);
+    m_run = run;
+    connect(run.get(), &ImportRun::progressChanged, this, &ImportViewModel::progressChanged);
+    setStage(Stage::importing);
+    ImportResult result = co_await run->run();
+    if (self) {
+        m_result = std::move(result);
+        m_run.reset();
+        setStage(Stage::done);
+    }
+}
+
+void ImportViewModel::cancelImport() {
+    if (m_run) {
+        m_run->cancel();
     }
 }
 
@@ -200,37 +216,36 @@ void ImportViewModel::reset() {
     if (m_stage == Stage::importing) {
         return;
     }
-    m_scanTask.request_stop();
-    assign(m_sourceURLs, {}, &ImportViewModel::sourceURLsChanged);
-    assign(m_recursive, false, &ImportViewModel::recursiveChanged);
-    assign(m_scanError, {}, &ImportViewModel::scanErrorChanged);
-    assign(m_mode, SourceImportMode::inPlace, &ImportViewModel::modeChanged);
-    assign(m_scannedVideos, {}, &ImportViewModel::scannedVideosChanged);
-    assign(m_leftOut, {}, &ImportViewModel::leftOutChanged);
-    assign(m_previewRows, {}, &ImportViewModel::previewRowsChanged);
-    assign(m_refusedCount, 0, &ImportViewModel::refusedCountChanged);
-    assign(m_destinationFolder, {}, &ImportViewModel::destinationFolderChanged);
-    m_destinationIsChosen = false;
-    clearRun();
-    assign(m_stage, Stage::sources, &ImportViewModel::stageChanged);
+    m_scanStop.request_stop();
+    m_sourceURLs.clear();
+    m_recursive = false;
+    m_scanError.reset();
+    Q_EMIT sourcesChanged();
+    m_mode = SourceImportMode::inPlace;
+    m_scan = {};
+    m_previewRows.clear();
+    m_destinationFolder.reset();
+    m_isDestinationChosen = false;
+    m_refusedCount = 0;
+    m_result = {};
+    Q_EMIT previewChanged();
+    setStage(Stage::sources);
 }
 
-void ImportViewModel::showScan(ScanResult result) {
+void ImportViewModel::setScan(ScanResult scan) {
+    m_scan = std::move(scan);
     m_scannedFor = m_store ? m_store->fileURL() : std::nullopt;
-    assign(m_scannedVideos, result.videos, &ImportViewModel::scannedVideosChanged);
-    assign(m_leftOut, result.leftOut, &ImportViewModel::leftOutChanged);
-    if (m_store && m_store->fileURL() && !m_destinationIsChosen) {
-        assign(m_destinationFolder, std::optional(mediaFolder(*m_store->fileURL())),
-               &ImportViewModel::destinationFolderChanged);
+    if (m_scannedFor && !m_isDestinationChosen) {
+        m_destinationFolder = mediaFolder(*m_scannedFor);
     }
     rebuildRows();
-    assign(m_stage, Stage::results, &ImportViewModel::stageChanged);
+    setStage(Stage::results);
 }
 
 void ImportViewModel::rebuildRows() {
     const auto project = m_store ? m_store->project() : std::nullopt;
-    assign(m_previewRows, buildPreviewRows(m_scannedVideos, project, m_mode, m_destinationFolder),
-           &ImportViewModel::previewRowsChanged);
+    m_previewRows = buildPreviewRows(m_scan.videos, project, m_mode, m_destinationFolder);
+    Q_EMIT previewChanged();
 }
 
 } // namespace corvane

@@ -12,8 +12,8 @@ namespace corvane {
 
 namespace {
 
-/// When the clip of each path was made.
-QHash<QString, QDateTime> clipDates(const Project &project) {
+/// Creation dates of the clips by path.
+QHash<QString, QDateTime> creationDates(const Project &project) {
     QHash<QString, QDateTime> dates;
     for (const VideoItem &video : project.videos) {
         dates.insert(paths::standardized(video->sourcePath), video->createdAt);
@@ -21,20 +21,20 @@ QHash<QString, QDateTime> clipDates(const Project &project) {
     return dates;
 }
 
-bool isWrittenSince(const QString &path, const QDateTime &date) {
+bool isModifiedSince(const QString &path, const QDateTime &date) {
     using std::chrono::milliseconds;
     const auto status = fileSystem().linkStatus(path);
     return status && std::chrono::floor<milliseconds>(status->modified).time_since_epoch() >
                          milliseconds(date.toMSecsSinceEpoch());
 }
 
-/// What nearly all are, told without looking at each file anew.
-bool isGrantedThere(const std::optional<RootIdentity> &granted,
-                    const std::optional<RootIdentity> &folder) {
+/// The common case, decided without accessing the file.
+bool isGrantedFolder(const std::optional<RootIdentity> &granted,
+                     const std::optional<RootIdentity> &folder) {
     return granted && folder && granted->isSameFolder(*folder);
 }
 
-/// Why the file would be refused; nothing where it wouldn't.
+/// The reason to refuse the file, or nullopt if it may be read.
 std::optional<PathSafety::Violation::Kind> refusal(const QString &path,
                                                    const PathSafety::SourceGrants &grants) {
     try {
@@ -51,7 +51,7 @@ RefusedRows refusedRows(const QList<ImportPreviewRow> &rows, const Project &proj
                         PathSafety::SourceGrants grants) {
     using Kind = PathSafety::Violation::Kind;
     using Verdict = ContentHasher::AnchorVerification;
-    const QHash<QString, QDateTime> clips = clipDates(project);
+    const QHash<QString, QDateTime> clips = creationDates(project);
     FolderIdentities folders;
     RefusedRows refused;
     for (const ImportPreviewRow &row : rows) {
@@ -60,13 +60,13 @@ RefusedRows refusedRows(const QList<ImportPreviewRow> &rows, const Project &proj
         if (row.status != CollisionStatus::alreadyImported || clip == clips.cend()) {
             continue;
         }
-        if (isGrantedThere(grants.authorizedSourcePaths.value(path), folders.ofParent(path))) {
-            if (isWrittenSince(path, *clip)) {
-                refused.written.append(path);
+        if (isGrantedFolder(grants.authorizedSourcePaths.value(path), folders.ofParent(path))) {
+            if (isModifiedSince(path, *clip)) {
+                refused.modified.append(path);
             }
             continue;
         }
-        grants.preverifiedAnchors.insert(path, Verdict::matches); // its key is the clip's
+        grants.preverifiedAnchors.insert(path, Verdict::matches); // by its duplicate key
         const auto kind = refusal(path, grants);
         if (kind == Kind::notAuthorizedForProject || kind == Kind::sourcePendingRelink) {
             refused.neverGranted.append(path);
@@ -77,7 +77,7 @@ RefusedRows refusedRows(const QList<ImportPreviewRow> &rows, const Project &proj
     return refused;
 }
 
-bool hasOtherContents(const QString &path, const PathSafety::SourceGrants &grants) {
+bool isContentChanged(const QString &path, const PathSafety::SourceGrants &grants) {
     return refusal(path, grants) == PathSafety::Violation::Kind::sourceIdentityChanged;
 }
 

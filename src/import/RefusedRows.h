@@ -7,21 +7,22 @@
 
 namespace corvane {
 
-/// The files of rows that the project holds already, under their very paths, and may not read.
+/// Files of preview rows that are clips of the project at their recorded paths but may not be read
+/// for it.
 struct RefusedRows {
-    QStringList neverGranted; ///< without a grant, or with one whose identity was never established
-    QStringList changed;      ///< in another folder than the granted one
-    /// In their granted folder, but written to since they were imported. Only a reading of the
-    /// whole file tells whether it still is the granted one; see `hasOtherContents`.
-    QStringList written;
+    QStringList neverGranted; ///< without a grant, or with one whose identity is not established
+    QStringList changed;      ///< in a folder that is not the granted one
+    /// In the granted folder but modified after the import. `isContentChanged` decides whether they
+    /// are still the granted files.
+    QStringList modified;
 };
 
-/// What such a row holds has the clip's duplicate key, and that is taken for proof enough here:
-/// files aren't read whole for a preview. Looks at the disk, on an executor's thread.
+/// Trusts the duplicate key, which the rows share with their clips, instead of reading entire
+/// files. Accesses the disk; blocks, any thread.
 RefusedRows refusedRows(const QList<ImportPreviewRow> &rows, const Project &project,
                         PathSafety::SourceGrants grants);
 
-/// True if the file isn't the granted one any more. Reads it whole, on an executor's thread.
-bool hasOtherContents(const QString &path, const PathSafety::SourceGrants &grants);
+/// True if the file is no longer the granted one. Reads the entire file; blocks, any thread.
+bool isContentChanged(const QString &path, const PathSafety::SourceGrants &grants);
 
 } // namespace corvane

@@ -6,8 +6,8 @@ namespace corvane::RowImport {
 
 namespace {
 
-/// The name, or the next one that nothing in the folder has where a file took it. Something that is
-/// no file keeps the name, and the copier refuses it.
+/// Returns the name, or the next free one if a regular file has it. Any other kind of entry keeps
+/// its name: the copier refuses to replace it.
 QString freeName(const QString &folder, const QString &name) {
     const auto existing = fileSystem().linkStatus(paths::joined(folder, name));
     if (!existing || existing->type != FileType::Regular) {
@@ -23,7 +23,7 @@ QString freeName(const QString &folder, const QString &name) {
     }
 }
 
-/// Where the sidecar goes: its proposed name, or what follows the video's other name.
+/// The sidecar follows its video if that could not get its proposed name.
 QString sidecarDestination(const ImportPreviewRow &row, const QString &folder,
                            const QString &videoName) {
     const QString following =
@@ -34,10 +34,15 @@ QString sidecarDestination(const ImportPreviewRow &row, const QString &folder,
     return paths::joined(folder, freeName(folder, following));
 }
 
-void removeCopy(const QString &path);
+void removeCopy(const QString &path) {
+    try {
+        fileSystem().remove(path);
+    } catch (const FileError &) {
+        // The copy is complete and under a name of its own, so the user can remove it.
+    }
+}
 
-/// A file that grew or shrank since it was scanned was changed while it was read, perhaps in the
-/// middle: its copy is nothing that ever existed.
+/// A file whose size differs from the scan was being written, so its copy may be inconsistent.
 void refuseIfChanged(const ImportPreviewRow &row, const QString &copy) {
     const auto status = fileSystem().linkStatus(copy);
     if (status && quint64(status->size) != row.source.fileSizeBytes) {
@@ -46,22 +51,14 @@ void refuseIfChanged(const ImportPreviewRow &row, const QString &copy) {
     }
 }
 
-void removeCopy(const QString &path) {
-    try {
-        fileSystem().remove(path);
-    } catch (const FileError &) {
-        // The copy is whole and under a name of its own; a user can remove it.
-    }
-}
-
 } // namespace
 
-Outcome inPlace(const ImportPreviewRow &row) {
+Outcome useInPlace(const ImportPreviewRow &row) {
     return {.sourcePath = row.source.url, .sidecarPath = row.source.sidecarURL};
 }
 
-Outcome copied(const ImportPreviewRow &row, const QString &destinationFolder,
-               const ImportCopier::Progress &progress, std::stop_token stop) {
+Outcome copyFiles(const ImportPreviewRow &row, const QString &destinationFolder,
+                  const ImportCopier::Progress &progress, std::stop_token stop) {
     const ImportCopier::SourceRoot root{row.source.scanRoot.url, row.source.scanRoot.identity};
     const QString videoName = freeName(destinationFolder, row.proposedName);
     const QString video = paths::joined(destinationFolder, videoName);

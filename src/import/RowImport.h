@@ -7,9 +7,9 @@
 
 namespace corvane {
 
-/// A file that could not be imported, as the user reads it.
+/// A file that could not be imported, in the words shown to the user.
 struct ImportFailure {
-    QString filename; ///< "sidecar: " in front of a sidecar's
+    QString filename; ///< a sidecar's is prefixed with "sidecar: "
     QString message;
 
     bool operator==(const ImportFailure &) const = default;
@@ -17,31 +17,29 @@ struct ImportFailure {
 
 } // namespace corvane
 
-/// One row of an import: its files, and the clip made of it.
+/// Imports the files of one preview row.
 namespace corvane::RowImport {
 
-/// Where a row's files stand after it.
 struct Outcome {
-    std::optional<QString> sourcePath; ///< absent where the video could not be copied
-    std::optional<QString> sidecarPath;
+    std::optional<QString> sourcePath;  ///< of the imported video; nullopt if the copy failed
+    std::optional<QString> sidecarPath; ///< of the imported sidecar
     QList<ImportFailure> failures;
 };
 
-/// The files left where they are.
-Outcome inPlace(const ImportPreviewRow &row);
+/// Refers to the row's files at their current paths.
+Outcome useInPlace(const ImportPreviewRow &row);
 
-/// Copies the video and its sidecar into the folder under their proposed names. Where a file has
-/// taken such a name since the preview, the copy gets the next free one and the file stays. A
-/// sidecar that fails leaves the video imported. Blocks, on an executor's thread. Throws
-/// `Cancelled` only; nothing of the row is left then.
-Outcome copied(const ImportPreviewRow &row, const QString &destinationFolder,
-               const ImportCopier::Progress &progress, std::stop_token stop);
+/// Copies the video and its sidecar to the folder under their proposed names, or under the next
+/// free names if files with these names appeared since the preview. The video is kept if its
+/// sidecar fails. Blocks; any thread. Throws only `Cancelled`, after removing copies of this row.
+Outcome copyFiles(const ImportPreviewRow &row, const QString &destinationFolder,
+                  const ImportCopier::Progress &progress, std::stop_token stop);
 
-/// Creates the folder that copies go to. An existing folder is fine; throws `CopyError` where it
-/// can't be created or something else, a link included, has its place.
+/// Creates the folder for copies unless it exists. Throws `CopyError` on failure or if the path is
+/// anything but a folder; a link to a folder is refused too. Any thread.
 void ensureDestination(const QString &folder);
 
-/// The clip of a row whose video arrived.
+/// The clip of a row whose video was imported.
 VideoItem makeVideoItem(const ImportPreviewRow &row, SourceImportMode mode, const Outcome &outcome,
                         const QDateTime &now);
 

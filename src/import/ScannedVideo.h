@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-/// A folder that was scanned, and what it was at that moment. The copier refuses to read a file
-/// unless the same folder is still there.
+/// A scanned folder and its identity at that time. The copier refuses to read files from any other
+/// folder at that path.
 struct ScanRoot {
     QString url;
     RootIdentity identity; ///< of the folder; its `contentHash` is empty
@@ -18,7 +18,7 @@ struct ScanRoot {
     bool operator==(const ScanRoot &) const = default;
 };
 
-/// A media file that a scan found, with the sidecar that it came with.
+/// A media file found by a scan, paired with its sidecar.
 struct ScannedVideo {
     QString id; ///< a new UUID
     QString url;
@@ -26,7 +26,7 @@ struct ScannedVideo {
     std::optional<QString> sidecarURL;
     std::optional<SidecarType> sidecarType;
     ScanRoot scanRoot;
-    /// The duplicate key, filled in after the scan; empty where the file can't be hashed.
+    /// The duplicate key, set after the scan; nullopt if the file cannot be hashed.
     std::optional<QString> contentHash;
 
     bool operator==(const ScannedVideo &) const = default;

@@ -20,10 +20,10 @@ constexpr std::array<SidecarKind, 3> kSidecarKinds{{
     {QLatin1String("json"), SidecarType::json},
 }};
 
-/// The length of "M01" and its like behind a video's stem.
+/// Length of a suffix such as "M01".
 constexpr qsizetype kClipNumberSize = 3;
 
-/// The place of the name's kind in the table, or the table's size.
+/// Index of the name's kind in `kSidecarKinds`, or the size of the table.
 size_t kindOf(const QString &name) {
     const QString extension = paths::lowerCaseExtension(name);
     const auto found = std::ranges::find(kSidecarKinds, extension, &SidecarKind::extension);

@@ -8,9 +8,9 @@
 
 namespace corvane {
 
-/// The sidecars of one folder by the videos that they can belong to.
+/// Finds the sidecars of videos among the files of one folder.
 ///
-/// A sidecar belongs to a video of its own stem, or of its stem less "M" and two digits: both
+/// A sidecar has the stem of its video, optionally followed by "M" and two digits: both
 /// "C0001.XML" and "C0001M01.XML" are sidecars of "C0001.MP4".
 class SidecarIndex {
   public:
@@ -19,16 +19,16 @@ class SidecarIndex {
         SidecarType type = SidecarType::other;
     };
 
-    /// True for a name that can be a sidecar's at all.
+    /// True if the extension is that of a sidecar.
     static bool isSidecarName(const QString &name);
 
-    /// Adds a regular file of the folder. Of several that fit one video the first one added stays.
+    /// Adds a regular file of the folder. The first one added takes precedence within its type.
     void add(const QString &name);
-    /// The sidecar of a video: an XML file before an XMP file before a JSON file.
+    /// Returns the sidecar of a video, preferring XML to XMP to JSON.
     std::optional<Sidecar> find(const QString &videoStem) const;
 
   private:
-    /// The kinds in order of priority, each with its sidecars by the stem of the video.
+    /// For each type in order of preference, the sidecars by the stem of their video.
     std::array<QHash<QString, QString>, 3> m_byStem;
 };
 

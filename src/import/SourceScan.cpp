@@ -16,16 +16,14 @@ bool isSkippedFolder(const QString &name) {
     return name == QLatin1String(".git") || name == QLatin1String("node_modules");
 }
 
-/// One look at a folder: what a walk visits, and what the videos in it are paired with.
+/// The listing of a folder, read once for the walk and for pairing videos with sidecars.
 struct FolderListing {
     QList<DirectoryEntry> entries; ///< without hidden names, sorted by name
     SidecarIndex sidecars;
 };
 
-/// Collects the videos of one scan.
-///
-/// A walk steps down only into what a listing calls a folder, which a link to a folder isn't, so
-/// that nothing it finds lies outside its root or behind a link.
+/// Collects the videos of one scan. Descends only into entries that are folders themselves, not
+/// links to folders, so that every file found is inside its root.
 class SourceScanner {
   public:
     SourceScanner(bool recursive, std::stop_token stop)
@@ -36,24 +34,22 @@ class SourceScanner {
 
   private:
     const std::optional<ScanRoot> &rootAt(const QString &folder);
-    static std::optional<FolderListing> listed(const QString &folder);
+    static std::optional<FolderListing> listFolder(const QString &folder);
     void walk(const QString &folder);
     void visit(const QString &folder, const DirectoryEntry &entry, const SidecarIndex &sidecars);
     void scanSingleFile(const QString &folder, const QString &name);
     void scanFile(const QString &folder, const QString &name, const SidecarIndex &sidecars);
-    void append(const QString &path, quint64 size, const QString &folder,
-                const std::optional<SidecarIndex::Sidecar> &sidecar);
     void leaveOutNonMedia(const QString &folder, const QString &name);
     void checkCancelled() const;
 
     bool m_recursive;
     std::stop_token m_stop;
-    ScanRoot m_root; ///< of the source at work
+    ScanRoot m_root; ///< of the current source
     ScanResult m_result;
     QHash<QString, std::optional<ScanRoot>> m_roots;
-    /// Of the folders of sources that are single files, which are often many of one folder.
+    /// By folder, for sources that are single files; often many of them share a folder.
     QHash<QString, SidecarIndex> m_sidecarsBesideFiles;
-    /// Names that look like sidecars are counted once it is known which found a video.
+    /// Counted as left out at the end unless they were paired.
     QStringList m_possibleSidecars;
     QSet<QString> m_pairedSidecars;
 };
@@ -94,7 +90,7 @@ const std::optional<ScanRoot> &SourceScanner::rootAt(const QString &folder) {
     return *known;
 }
 
-std::optional<FolderListing> SourceScanner::listed(const QString &folder) {
+std::optional<FolderListing> SourceScanner::listFolder(const QString &folder) {
     FolderListing listing;
     try {
         listing.entries = fileSystem().list(folder);
@@ -118,8 +114,8 @@ std::optional<FolderListing> SourceScanner::listed(const QString &folder) {
 }
 
 void SourceScanner::walk(const QString &folder) {
-    const auto listing = listed(folder);
-    // The listing follows a link that took the folder's place meanwhile.
+    const auto listing = listFolder(folder);
+    // Listing follows a link that replaced the folder after it was visited.
     const bool isLinked =
         folder != m_root.url && PathSafety::fileType(folder) != FileType::Directory;
     if (!listing || isLinked) {
@@ -153,7 +149,7 @@ void SourceScanner::visit(const QString &folder, const DirectoryEntry &entry,
     }
 }
 
-/// A video whose folder can't be listed has no sidecar.
+/// A video has no sidecar if its folder cannot be listed.
 void SourceScanner::scanSingleFile(const QString &folder, const QString &name) {
     const auto status = fileSystem().linkStatus(paths::joined(folder, name));
     if (status && status->type == FileType::Regular && !PathSafety::isMediaFile(name)) {
@@ -162,13 +158,13 @@ void SourceScanner::scanSingleFile(const QString &folder, const QString &name) {
     }
     auto known = m_sidecarsBesideFiles.constFind(folder);
     if (known == m_sidecarsBesideFiles.cend()) {
-        known =
-            m_sidecarsBesideFiles.insert(folder, listed(folder).value_or(FolderListing()).sidecars);
+        known = m_sidecarsBesideFiles.insert(folder,
+                                             listFolder(folder).value_or(FolderListing()).sidecars);
     }
     scanFile(folder, name, *known);
 }
 
-/// Of a name that is a media file's, unless it is no regular file after all.
+/// Adds a file with the name of a media file, unless it is not a regular file.
 void SourceScanner::scanFile(const QString &folder, const QString &name,
                              const SidecarIndex &sidecars) {
     const QString path = paths::joined(folder, name);
@@ -180,20 +176,17 @@ void SourceScanner::scanFile(const QString &folder, const QString &name,
     } else if (status->type != FileType::Regular) {
         leaveOutNonMedia(folder, name);
     } else {
-        append(path, quint64(status->size), folder, sidecars.find(paths::split(name).stem));
+        ScannedVideo video{.id = newIdentifier(),
+                           .url = path,
+                           .fileSizeBytes = quint64(status->size),
+                           .scanRoot = m_root};
+        if (const auto sidecar = sidecars.find(paths::split(name).stem)) {
+            video.sidecarURL = paths::joined(folder, sidecar->name);
+            video.sidecarType = sidecar->type;
+            m_pairedSidecars.insert(*video.sidecarURL);
+        }
+        m_result.videos.append(std::move(video));
     }
-}
-
-void SourceScanner::append(const QString &path, quint64 size, const QString &folder,
-                           const std::optional<SidecarIndex::Sidecar> &sidecar) {
-    ScannedVideo video{
-        .id = newIdentifier(), .url = path, .fileSizeBytes = size, .scanRoot = m_root};
-    if (sidecar) {
-        video.sidecarURL = paths::joined(folder, sidecar->name);
-        video.sidecarType = sidecar->type;
-        m_pairedSidecars.insert(*video.sidecarURL);
-    }
-    m_result.videos.append(std::move(video));
 }
 
 void SourceScanner::leaveOutNonMedia(const QString &folder, const QString &name) {

@@ -12,7 +12,7 @@
 
 namespace corvane::test {
 
-/// Answers each panel with the paths that were set before; none is a panel that was cancelled.
+/// Answers every panel with `paths`; cancels it if they are empty.
 class PathPanels : public FilePanels {
   public:
     void openProjectFile(Chosen) override {}
@@ -31,25 +31,25 @@ class PathPanels : public FilePanels {
     QStringList paths;
 };
 
-/// Holds the copy of one file up until it is let go on.
-class HeldCopy {
+/// Blocks the copy of one file until `resume`.
+class BlockedCopy {
   public:
-    explicit HeldCopy(const QString &fileName) {
+    explicit BlockedCopy(const QString &fileName) {
         m_files.setObserver([this, fileName](const QString &operation, const QString &path) {
             if (operation == QLatin1String("openFileAt") && path == fileName) {
-                EXPECT_TRUE(m_mayGoOn.try_acquire_for(std::chrono::minutes(1)));
+                EXPECT_TRUE(m_canResume.try_acquire_for(std::chrono::minutes(1)));
             }
         });
     }
-    void letGo() { m_mayGoOn.release(); }
+    void resume() { m_canResume.release(); }
 
   private:
-    std::counting_semaphore<> m_mayGoOn{0};
+    std::counting_semaphore<> m_canResume{0};
     FaultyFileSystem m_files;
     FileSystemScope m_scope{m_files};
 };
 
-/// The state of the import's sheet for a new project, with a folder "cards" beside it.
+/// The import sheet of a new project, with a folder "cards" beside it.
 class ImportSheetFixture : public testing::Test {
   protected:
     ImportSheetFixture() {
@@ -69,7 +69,7 @@ class ImportSheetFixture : public testing::Test {
     ProjectStore store{io, registry, backups, authorization, clock};
     ImportViewModel import{&store};
     PathPanels panels;
-    ImportSheet flow{import, panels, clock};
+    ImportSheet sheet{import, panels, clock};
 };
 
 } // namespace corvane::test

@@ -11,32 +11,32 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using SheetStage = ImportSheet::Stage;
+using Stage = ImportViewModel::Stage;
 
 class ImportSheetTest : public ImportSheetFixture {
   protected:
     void write(const char *path, qsizetype bytes = 100) const {
         folder.write(QString::fromLatin1(path), noise(bytes, quint32(qHash(QByteArray(path)))));
     }
-    void waitFor(SheetStage stage) {
+    void waitFor(Stage stage) {
         const QDeadlineTimer deadline(20'000);
-        while (flow.stage() != stage && !deadline.hasExpired()) {
+        while (sheet.stage() != stage && !deadline.hasExpired()) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
-        EXPECT_EQ(flow.stage(), stage);
+        EXPECT_EQ(sheet.stage(), stage);
     }
     void scanCards(SourceImportMode mode) {
-        flow.openWith({cards});
-        flow.scan();
-        waitFor(SheetStage::Results);
-        flow.setMode(int(mode));
+        sheet.openWith({cards});
+        sheet.scan();
+        waitFor(Stage::results);
+        sheet.setMode(int(mode));
     }
     QVariant row(int row, ImportRowList::Role role) {
-        return flow.rowsObject()->data(flow.rowsObject()->index(row), role);
+        return sheet.rows()->data(sheet.rows()->index(row), role);
     }
     QStringList counterTexts() const {
         QStringList texts;
-        const QVariantList counters = flow.counters();
+        const QVariantList counters = sheet.result().counters;
         for (const QVariant &counter : counters) {
             texts.append(counter.toMap().value(QStringLiteral("text")).toString());
         }
@@ -50,85 +50,84 @@ QString utf8(const char *text) {
 
 } // namespace
 
-TEST_F(ImportSheetTest, AddsEachSourceOnceAndTellsWhatCanNotBeAdded) {
-    const QAbstractItemModelTester tester(flow.sourcesObject());
-    flow.open();
+TEST_F(ImportSheetTest, AddsEachSourceOnceAndExplainsWhatCannotBeAdded) {
+    const QAbstractItemModelTester tester(sheet.sources());
+    sheet.open();
     write("a.mov");
     panels.paths = {cards, at(utf8("a.mov")), cards + utf8("/../cards/")};
-    flow.chooseFiles();
-    flow.chooseFolder();
+    sheet.sources()->chooseFiles();
+    sheet.sources()->chooseFolder();
     EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(utf8("a.mov"))}));
-    EXPECT_EQ(flow.sourcesObject()->index(0).data(ImportSourceList::SymbolRole), utf8("folder"));
-    EXPECT_EQ(flow.sourcesObject()->index(1).data(ImportSourceList::SymbolRole), utf8("file"));
-    flow.addDropped({QUrl(utf8("https://a.example/b.mov")), QUrl::fromLocalFile(at(utf8("p")))});
-    EXPECT_EQ(flow.sourcesNotice(),
+    EXPECT_EQ(sheet.sources()->index(0).data(ImportSourceList::SymbolRole), utf8("folder"));
+    EXPECT_EQ(sheet.sources()->index(1).data(ImportSourceList::SymbolRole), utf8("file"));
+    sheet.sources()->addDropped(
+        {QUrl(utf8("https://a.example/b.mov")), QUrl::fromLocalFile(at(utf8("p")))});
+    EXPECT_EQ(sheet.sources()->notice(),
               utf8("Only files and folders of this computer can be imported."));
-    EXPECT_EQ(flow.sourcesObject()->count(), 3);
-    flow.removeSource(1);
+    EXPECT_EQ(sheet.sources()->count(), 3);
+    sheet.sources()->remove(1);
     EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(utf8("p"))}));
-    flow.removeSource(7);
-    flow.removeSource(1);
-    flow.removeSource(0);
-    EXPECT_FALSE(flow.canScan());
-    flow.open();
-    EXPECT_EQ(flow.sourcesNotice(), QString());
+    sheet.sources()->remove(7);
+    sheet.sources()->remove(1);
+    sheet.sources()->remove(0);
+    EXPECT_FALSE(sheet.canScan());
+    sheet.open();
+    EXPECT_EQ(sheet.sources()->notice(), QString());
 }
 
-TEST_F(ImportSheetTest, GoesBackAndAwayByEsc) {
+TEST_F(ImportSheetTest, EscGoesBackOneStageOrCloses) {
     write("cards/a.mov");
-    QSignalSpy dismissed(&flow, &ImportSheet::dismissed);
-    flow.openWith({cards});
-    EXPECT_EQ(flow.backText(), utf8("Back"));
-    flow.scan();
-    EXPECT_EQ(flow.stage(), SheetStage::Scanning);
-    flow.escape();
-    EXPECT_EQ(flow.stage(), SheetStage::Sources);
-    flow.scan();
-    waitFor(SheetStage::Results);
-    EXPECT_EQ(flow.title(), utf8("Import Footage — Results"));
-    flow.escape();
-    EXPECT_EQ(flow.stage(), SheetStage::Sources);
+    sheet.openWith({cards});
+    EXPECT_EQ(sheet.backText(), utf8("Back"));
+    sheet.scan();
+    EXPECT_EQ(sheet.stage(), Stage::scanning);
+    sheet.escape();
+    EXPECT_EQ(sheet.stage(), Stage::sources);
+    sheet.scan();
+    waitFor(Stage::results);
+    EXPECT_EQ(sheet.title(), utf8("Import Footage — Results"));
+    sheet.escape();
+    EXPECT_EQ(sheet.stage(), Stage::sources);
     EXPECT_EQ(import.sourceURLs(), QStringList(cards));
-    flow.scan();
-    waitFor(SheetStage::Results);
-    flow.openWith({at(utf8("p"))});
+    sheet.scan();
+    waitFor(Stage::results);
+    sheet.openWith({at(utf8("p"))});
     EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(utf8("p"))}));
-    flow.escape();
-    EXPECT_EQ(dismissed.count(), 1);
-    EXPECT_FALSE(flow.isOpen());
-    flow.open();
+    sheet.escape();
+    EXPECT_FALSE(sheet.isOpen());
+    sheet.open();
     EXPECT_TRUE(import.sourceURLs().isEmpty());
 }
 
-TEST_F(ImportSheetTest, ShowsEachRowAndKeepsTheListWhenOneChanges) {
+TEST_F(ImportSheetTest, ShowsEachRowAndReportsOnlyChangedRows) {
     write("cards/a.mov");
     write("cards/a.xml");
     write("cards/b.mov", 2'500'000);
     write("cards/c.mov");
     write("p/media/a.mov");
     scanCards(SourceImportMode::inPlace);
-    flow.toggleRow(0);
-    flow.toggleRow(1);
-    flow.beginImport();
-    waitFor(SheetStage::Done);
-    flow.importMore();
+    sheet.toggleRow(0);
+    sheet.toggleRow(1);
+    sheet.beginImport();
+    waitFor(Stage::done);
+    sheet.startAgain();
 
-    const QAbstractItemModelTester tester(flow.rowsObject());
+    const QAbstractItemModelTester tester(sheet.rows());
     scanCards(SourceImportMode::inPlace);
-    EXPECT_EQ(flow.foundText(), utf8("Found 3 videos"));
-    EXPECT_EQ(flow.foundNote(), utf8(" · 1 already imported."));
-    EXPECT_EQ(flow.destinationName(), QString());
-    QSignalSpy reset(flow.rowsObject(), &QAbstractItemModel::modelReset);
-    flow.toggleRow(1);
-    flow.toggleRow(2); // imported already
-    EXPECT_EQ(flow.includedText(), utf8("1 included"));
+    EXPECT_EQ(sheet.preview().found, utf8("Found 3 videos"));
+    EXPECT_EQ(sheet.preview().alreadyImported, utf8(" · 1 already imported."));
+    EXPECT_EQ(sheet.preview().destination, QString());
+    QSignalSpy reset(sheet.rows(), &QAbstractItemModel::modelReset);
+    sheet.toggleRow(1);
+    sheet.toggleRow(2); // imported already
+    EXPECT_EQ(sheet.preview().included, utf8("1 included"));
     EXPECT_FALSE(row(1, ImportRowList::IncludedRole).toBool());
-    flow.setMode(int(SourceImportMode::copied));
-    EXPECT_EQ(flow.includedText(), utf8("2 included"));
+    sheet.setMode(int(SourceImportMode::copied));
+    EXPECT_EQ(sheet.preview().included, utf8("2 included"));
     EXPECT_TRUE(row(1, ImportRowList::IncludedRole).toBool());
     EXPECT_EQ(reset.count(), 0);
-    EXPECT_EQ(flow.destinationName(), utf8("media folder"));
-    EXPECT_EQ(flow.destinationNote(), QString()) << "it is there";
+    EXPECT_EQ(sheet.preview().destination, utf8("media folder"));
+    EXPECT_EQ(sheet.preview().destinationNote, QString()) << "the folder exists";
 
     EXPECT_EQ(row(0, ImportRowList::NameRole), utf8("a.mov"));
     EXPECT_EQ(row(0, ImportRowList::ProposedNameRole), utf8("a (2).mov"));
@@ -140,72 +139,71 @@ TEST_F(ImportSheetTest, ShowsEachRowAndKeepsTheListWhenOneChanges) {
     EXPECT_EQ(row(1, ImportRowList::SizeTextRole), utf8("2.5 MB"));
     EXPECT_EQ(row(2, ImportRowList::BadgeRole), utf8("already imported"));
     EXPECT_FALSE(row(2, ImportRowList::CanToggleRole).toBool());
-    EXPECT_EQ(flow.rowsObject()->nextToggleable(1, 1), -1);
-    EXPECT_EQ(flow.rowsObject()->toggleableNear(2), 1);
-    EXPECT_EQ(flow.rowsObject()->toggleableNear(-5), 0);
+    EXPECT_EQ(sheet.rows()->nextToggleable(1, 1), -1);
+    EXPECT_EQ(sheet.rows()->toggleableNear(2), 1);
+    EXPECT_EQ(sheet.rows()->toggleableNear(-5), 0);
 }
 
-TEST_F(ImportSheetTest, TellsWhereARunStandsAndNeverGoesBack) {
+TEST_F(ImportSheetTest, ReportsProgressThatNeverDecreases) {
     write("cards/a.mov", 6'000'000);
     write("cards/b.mov", 2'000'000);
     write("cards/c.mov", 4'000'000);
     scanCards(SourceImportMode::copied);
-    flow.toggleRow(1);
+    sheet.toggleRow(1);
     EXPECT_TRUE(folder.names(utf8("p/media")).isEmpty());
-    EXPECT_EQ(flow.destinationNote(), utf8("(created on import)"));
+    EXPECT_EQ(sheet.preview().destinationNote, utf8("(created on import)"));
     QStringList seen;
     double reached = 0;
-    QObject::connect(&flow, &ImportSheet::runningChanged, &flow, [&] {
+    QObject::connect(&sheet, &ImportSheet::runChanged, &sheet, [&] {
         clock.advance(4s);
-        EXPECT_GE(flow.fraction(), reached);
-        reached = flow.fraction();
-        const QString line = flow.figure() + utf8(" ") + flow.fileName();
+        EXPECT_GE(sheet.run().fraction, reached);
+        reached = sheet.run().fraction;
+        const QString line = sheet.run().figure + utf8(" ") + sheet.run().fileName;
         if (!seen.contains(line)) {
             seen.append(line);
         }
-        if (flow.fileName() == utf8("c.mov")) {
-            EXPECT_TRUE(flow.details().endsWith(utf8(" / 4.0 MB")));
-            EXPECT_TRUE(flow.timeLeft().startsWith(utf8("About")));
+        if (sheet.run().fileName == utf8("c.mov")) {
+            EXPECT_TRUE(sheet.run().details.endsWith(utf8(" / 4.0 MB")));
+            EXPECT_TRUE(sheet.run().timeLeft.startsWith(utf8("About")));
         }
-        flow.dismiss();
+        sheet.dismiss();
     });
-    flow.beginImport();
-    waitFor(SheetStage::Done);
+    sheet.beginImport();
+    waitFor(Stage::done);
     EXPECT_THAT(seen, testing::ElementsAre(utf8("0 / 2 "), utf8("1 / 2 a.mov"), utf8("2 / 2 c.mov"),
                                            utf8("2 / 2 Recording what was imported…"),
                                            utf8("1 / 2 Reading metadata: a.mov"),
                                            utf8("2 / 2 Reading metadata: c.mov")));
     EXPECT_GT(reached, 0.5);
-    EXPECT_TRUE(flow.isOpen());
+    EXPECT_TRUE(sheet.isOpen());
     EXPECT_EQ(counterTexts(), (QStringList{utf8("2 imported"), utf8("1 skipped")}));
-    EXPECT_EQ(flow.doneNotice(), QString());
+    EXPECT_EQ(sheet.result().notice, QString());
 }
 
-TEST_F(ImportSheetTest, CancelsOnceAndTellsWhatWasLeft) {
+TEST_F(ImportSheetTest, CancelsOnceAndReportsHowManyVideosAreMissing) {
     for (const char *path : {"cards/a.mov", "cards/b.mov", "cards/c.mov"}) {
         write(path);
     }
     scanCards(SourceImportMode::copied);
-    HeldCopy held(utf8("b.mov"));
-    QObject::connect(&flow, &ImportSheet::runningChanged, &flow, [&] {
-        if (flow.fileName() == utf8("b.mov") && flow.canCancel()) {
-            flow.escape();
-            EXPECT_EQ(flow.cancelText(), utf8("Cancelling…"));
-            EXPECT_FALSE(flow.canDismiss());
-            flow.openWith({at(utf8("p"))});
-            held.letGo();
+    BlockedCopy blocked(utf8("b.mov"));
+    QObject::connect(&sheet, &ImportSheet::runChanged, &sheet, [&] {
+        if (sheet.run().fileName == utf8("b.mov") && sheet.canCancel()) {
+            sheet.escape();
+            EXPECT_EQ(sheet.cancelText(), utf8("Cancelling…"));
+            sheet.openWith({at(utf8("p"))});
+            blocked.resume();
         }
     });
-    flow.beginImport();
-    waitFor(SheetStage::Done);
-    EXPECT_EQ(flow.doneNotice(), utf8("Cancelled. 2 videos were not imported."));
+    sheet.beginImport();
+    waitFor(Stage::done);
+    EXPECT_EQ(sheet.result().notice, utf8("Cancelled. 2 videos were not imported."));
     EXPECT_EQ(counterTexts(), QStringList(utf8("1 imported")));
     EXPECT_EQ(folder.names(utf8("p/media")), QStringList(utf8("a.mov")));
-    flow.importMore();
+    sheet.startAgain();
     EXPECT_EQ(import.sourceURLs(), QStringList(at(utf8("p"))));
 }
 
-TEST(ImportTexts, TellInPlainWordsWhatIsLeftOutAndWhatMustBeConfirmed) {
+TEST(ImportTexts, CountWhatWasLeftOutAndWhatNeedsConfirmation) {
     EXPECT_EQ(leftOutText({}), QString());
     EXPECT_EQ(leftOutText({.notMedia = 1, .unreadable = 2}),
               utf8("Left out: 1 file that isn't a video or audio file, 2 files or folders that "

@@ -30,8 +30,7 @@ class ImportViewModelTest : public testing::Test {
         await(store.createProject({.name = QStringLiteral("Shoot")}, projectFile));
     }
 
-    /// Writes files that each hold their own path; the paths stand in one text, with blanks
-    /// between.
+    /// Writes files that contain their own paths. `paths` is separated by spaces.
     void fill(const char *paths) const {
         for (const QString &path : QString::fromLatin1(paths).split(QLatin1Char(' '))) {
             folder.write(path, path.toUtf8());
@@ -58,13 +57,14 @@ class ImportViewModelTest : public testing::Test {
     }
     /// Succeeded, failed, skipped, sidecars.
     QList<int> counters() const {
-        return {import.succeededCount(), import.failedCount(), import.skippedCount(),
-                import.sidecarsImportedCount()};
+        const ImportResult &result = import.result();
+        return {result.succeededCount, result.failedCount, result.skippedCount,
+                result.sidecarsImportedCount};
     }
     QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
     QByteArray read(const char *name) const { return folder.read(QString::fromLatin1(name)); }
     AuthorizedPaths grants() { return await(authorization.authorizedPaths(projectFile)); }
-    /// Calls `action` when the row of that number is at work.
+    /// Calls `action` at every progress of that row; the first row is 1.
     void atRow(int index, const std::function<void()> &action) {
         QObject::connect(&import, &ImportViewModel::progressChanged, &import, [=, this] {
             if (import.progress() && import.progress()->index == index) {
@@ -88,7 +88,7 @@ class ImportViewModelTest : public testing::Test {
 
 } // namespace
 
-TEST_F(ImportViewModelTest, ImportsInPlaceAsOneStepThatIsGrantedAndSaved) {
+TEST_F(ImportViewModelTest, ImportsInPlaceAsOneUndoStepThatIsGrantedAndSaved) {
     fill("cards/a/C1.MP4 cards/a/C1M01.XML cards/b/C2.MP4");
     const QString first = at("cards/a/C1.MP4");
     scanCards();
@@ -98,7 +98,7 @@ TEST_F(ImportViewModelTest, ImportsInPlaceAsOneStepThatIsGrantedAndSaved) {
     EXPECT_EQ(clip->sourcePath, first);
     EXPECT_EQ(clip->sidecarPath, at("cards/a/C1M01.XML"));
     EXPECT_FALSE(clip->originalSourcePath);
-    EXPECT_EQ(import.importedVideoIds(), (QStringList{clip->id, videos().last()->id}));
+    EXPECT_EQ(import.result().importedVideoIds, (QStringList{clip->id, videos().last()->id}));
     EXPECT_EQ(counters(), (QList{2, 0, 0, 1}));
     EXPECT_EQ(store.project()->rootFolders, QStringList{at("cards")});
     EXPECT_TRUE(grants().value(first) && grants().value(first)->contentHash);
@@ -108,7 +108,7 @@ TEST_F(ImportViewModelTest, ImportsInPlaceAsOneStepThatIsGrantedAndSaved) {
     EXPECT_TRUE(videos().isEmpty());
 }
 
-TEST_F(ImportViewModelTest, AsksAboutClipsThatItLeavesOutAndThatMayNotBeRead) {
+TEST_F(ImportViewModelTest, AsksForConfirmationOfSkippedClipsThatMayNotBeRead) {
     fill("cards/a/C1.MP4 cards/a/C2.MP4 cards/b/C3.MP4");
     scanCards();
     run();
@@ -137,7 +137,7 @@ TEST_F(ImportViewModelTest, AsksAboutClipsThatItLeavesOutAndThatMayNotBeRead) {
     EXPECT_EQ(again(), 0);
 }
 
-TEST_F(ImportViewModelTest, AsksAboutAClipThatChangedWhereItsDuplicateKeyDoesNotLook) {
+TEST_F(ImportViewModelTest, AsksAboutAChangeThatTheDuplicateKeyDoesNotCover) {
     QByteArray bytes(3 << 20, 'a');
     const QString clip = folder.write(QStringLiteral("cards/C1.MP4"), bytes);
     scanCards();
@@ -153,11 +153,10 @@ TEST_F(ImportViewModelTest, AsksAboutAClipThatChangedWhereItsDuplicateKeyDoesNot
     EXPECT_EQ(store.mediaConfirmation().contentMismatchPendingPaths, QStringList{clip});
 }
 
-TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
+TEST_F(ImportViewModelTest, CopiesEquallyNamedClipsOfTwoCardsWithTheirSidecars) {
     fill("cards/a/C1.MP4 cards/a/C1M01.XML cards/b/C1.MP4 cards/b/C1M01.XML");
     scanCards(SourceImportMode::copied);
     clock.advance(std::chrono::hours(1));
-    EXPECT_EQ(import.destinationLabel(), QStringLiteral("media folder (created on import)"));
     quint64 bytesOfSecond = 0;
     atRow(2, [&] { bytesOfSecond = std::max(bytesOfSecond, import.progress()->bytesDone); });
     run();
@@ -186,7 +185,7 @@ TEST_F(ImportViewModelTest, CopiesClipsOfOneNameFromTwoCardsWithTheirSidecars) {
     EXPECT_TRUE(await(authorization.isMediaRootAuthorized(media, projectFile)));
 }
 
-TEST_F(ImportViewModelTest, GoesOnAfterAFailedRowAndKeepsAVideoWithoutItsSidecar) {
+TEST_F(ImportViewModelTest, ContinuesAfterAFailedRowAndKeepsAVideoWithoutItsSidecar) {
     fill("cards/a.mov cards/a.xml cards/b.mov cards/c.mov cards/d.mov");
     scanCards(SourceImportMode::copied);
     ASSERT_TRUE(QFile::remove(at("cards/a.xml")));
@@ -197,20 +196,20 @@ TEST_F(ImportViewModelTest, GoesOnAfterAFailedRowAndKeepsAVideoWithoutItsSidecar
     EXPECT_EQ(imported(), "a.mov, c (2).mov");
     EXPECT_EQ(read("p/media/c.mov"), "p/media/c.mov");
     EXPECT_FALSE(videos().first()->sidecarPath);
-    ASSERT_EQ(import.failures().size(), 2);
-    EXPECT_EQ(import.failures().first(),
+    ASSERT_EQ(import.result().failures.size(), 2);
+    EXPECT_EQ(import.result().failures.first(),
               (ImportFailure{QStringLiteral("sidecar: a.xml"),
                              QStringLiteral("Cannot read a.xml: No such file or directory")}));
     EXPECT_EQ(counters(), (QList{2, 1, 1, 0}));
 }
 
-TEST_F(ImportViewModelTest, EndsTheRunWhereTheDestinationIsNoFolder) {
+TEST_F(ImportViewModelTest, FailsIfTheDestinationIsALinkToAFolder) {
     fill("cards/a.mov");
     folder.link(QStringLiteral("p/media"), folder.folder(QStringLiteral("elsewhere")));
     scanCards(SourceImportMode::copied);
     run();
-    ASSERT_EQ(import.failures().size(), 1);
-    EXPECT_THAT(import.failures().first().message.toStdString(),
+    ASSERT_EQ(import.result().failures.size(), 1);
+    EXPECT_THAT(import.result().failures.first().message.toStdString(),
                 testing::StartsWith("Cannot write to media: "));
     EXPECT_TRUE(videos().isEmpty());
     EXPECT_FALSE(store.canUndo());
@@ -232,7 +231,7 @@ TEST_F(ImportViewModelTest, KeepsTheRowsBeforeTheCancelledOne) {
     EXPECT_EQ(counters(), (QList{2, 0, 0, 0}));
 }
 
-TEST_F(ImportViewModelTest, TakesTheVideoBackWhenItsSidecarIsCancelled) {
+TEST_F(ImportViewModelTest, RemovesTheVideoIfItsSidecarIsCancelled) {
     fill("cards/a.mov cards/a.xml");
     scanCards(SourceImportMode::copied);
     FaultyFileSystem faulty;
@@ -243,12 +242,12 @@ TEST_F(ImportViewModelTest, TakesTheVideoBackWhenItsSidecarIsCancelled) {
             task.request_stop();
         }
     });
-    EXPECT_THROW(RowImport::copied(import.previewRows().first(), media, {}, task.get_token()),
+    EXPECT_THROW(RowImport::copyFiles(import.previewRows().first(), media, {}, task.get_token()),
                  Cancelled);
     EXPECT_THAT(folder.names(QStringLiteral("p/media")), testing::IsEmpty());
 }
 
-TEST_F(ImportViewModelTest, AddsNothingToAnotherProject) {
+TEST_F(ImportViewModelTest, AddsNoClipsToAnotherProject) {
     fill("cards/a.mov cards/b.mov");
     scanCards(SourceImportMode::copied);
     std::optional<QCoro::Task<>> creating;
@@ -274,18 +273,17 @@ TEST_F(ImportViewModelTest, AddsNothingToAnotherProject) {
     EXPECT_EQ(counters(), (QList{0, 2, 0, 0}));
 }
 
-TEST_F(ImportViewModelTest, ShowsWhatItFoundAndWhatIsIncluded) {
+TEST_F(ImportViewModelTest, BuildsThePreviewForTheOpenProjectAndTheChoices) {
     fill("cards/a.mov");
     scanCards();
-    EXPECT_EQ(import.foundText(), QStringLiteral("Found 1 video"));
     run();
     import.reset();
     EXPECT_EQ(counters(), (QList{0, 0, 0, 0}));
     EXPECT_FALSE(import.canScan());
     fill("cards/b.mov");
     scanCards();
-    EXPECT_EQ(import.foundText(), QStringLiteral("Found 2 videos · 1 already imported."));
-    EXPECT_EQ(import.includedText(), QStringLiteral("1 included"));
+    EXPECT_EQ(import.previewRows().first().status, CollisionStatus::alreadyImported);
+    EXPECT_EQ(import.includedCount(), 1);
     import.togglePreviewRow(import.previewRows().first().id);
     import.togglePreviewRow(import.previewRows().last().id);
     EXPECT_EQ(import.includedCount(), 0);
@@ -307,13 +305,13 @@ TEST_F(ImportViewModelTest, ShowsWhatItFoundAndWhatIsIncluded) {
     });
     await(import.startScan());
     EXPECT_EQ(import.destinationFolder(), at("cards")) << "chosen before";
-    EXPECT_EQ(import.includedCount(), 2) << "what can't be hashed is taken for new";
+    EXPECT_EQ(import.includedCount(), 2) << "a file that cannot be hashed counts as new";
     EXPECT_TRUE(import.canBeginImport());
     await(store.createProject({.name = QStringLiteral("Other")}, at("p/other.corvane")));
     EXPECT_FALSE(import.canBeginImport()) << "scanned for another project";
 }
 
-TEST_F(ImportViewModelTest, DropsACancelledScanAndOutlivesNothing) {
+TEST_F(ImportViewModelTest, DiscardsACancelledScanAndStopsWhenDestroyed) {
     fill("cards/a.mov");
     import.setSources({at("cards")});
     auto cancelled = import.startScan();
@@ -330,7 +328,7 @@ TEST_F(ImportViewModelTest, DropsACancelledScanAndOutlivesNothing) {
     await(std::move(scanning));
 }
 
-TEST_F(ImportViewModelTest, ReadsMetadataIntoTheClipsAsTheyAreThen) {
+TEST_F(ImportViewModelTest, AddsMetadataToClipsWithoutLosingLaterEdits) {
     const QString first = folder.folder(QStringLiteral("cards")) + QStringLiteral("/a.mp4");
     test::makeClip(first);
     test::makeClip(at("cards/b.mp4"));
@@ -357,7 +355,7 @@ TEST_F(ImportViewModelTest, ReadsMetadataIntoTheClipsAsTheyAreThen) {
     EXPECT_EQ(clip->durationSeconds, 2);
     EXPECT_EQ(clip->thumbnailPath, QStringLiteral("thumbnails/%1.jpg").arg(clip->id));
     EXPECT_TRUE(folder.has(QStringLiteral("p/.corvane-cache/") + *clip->thumbnailPath));
-    EXPECT_EQ(videos().at(1)->durationSeconds, 2); // under way when it was cancelled
+    EXPECT_EQ(videos().at(1)->durationSeconds, 2); // already being read when the run was cancelled
     EXPECT_EQ(videos().at(2)->durationSeconds, 0);
     await(store.flushPendingSave());
     EXPECT_EQ(ProjectFileIO::loadNow(projectFile).videos, videos());

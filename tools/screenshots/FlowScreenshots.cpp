@@ -23,9 +23,9 @@ bool scanCard(ProjectWindow &projectWindow) {
     }
     ImportSheet &import = *projectWindow.screen().importing();
     projectWindow.screen().requestImport();
-    import.addSources({SampleShoot::shared().cardWithNewClips()});
+    import.sources()->add({SampleShoot::shared().cardWithNewClips()});
     import.scan();
-    if (!waitUntil([&] { return import.stage() == ImportSheet::Stage::Results; })) {
+    if (!waitUntil([&] { return import.stage() == ImportViewModel::Stage::results; })) {
         return false;
     }
     import.setMode(1);
@@ -37,7 +37,7 @@ bool importResults(ProjectWindow &projectWindow) {
         return false;
     }
     projectWindow.screen().importing()->toggleRow(
-        projectWindow.screen().importing()->rowsObject()->count() - 1);
+        projectWindow.screen().importing()->rows()->count() - 1);
     return true;
 }
 

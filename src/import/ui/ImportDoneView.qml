@@ -1,4 +1,4 @@
-// What an import came to.
+// Stage `done`: the counts of the run and its failures.
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -19,7 +19,7 @@ ImportStage {
             objectName: "import.finish"
             large: true
             text: qsTr("Done — Review")
-            onClicked: stage.screen.dismiss()
+            onClicked: stage.sheet.dismiss()
         }
         Button {
             id: more
@@ -28,7 +28,7 @@ ImportStage {
             large: true
             kind: Button.Primary
             text: qsTr("Import more footage")
-            onClicked: stage.screen.importMore()
+            onClicked: stage.sheet.startAgain()
         }
     }
 
@@ -41,7 +41,7 @@ ImportStage {
         spacing: Theme.spacing6
 
         Repeater {
-            model: stage.screen.counters
+            model: stage.sheet.result.counters
 
             Item {
                 id: counter
@@ -76,7 +76,7 @@ ImportStage {
             objectName: "import.doneNotice"
             width: parent.width
             visible: text !== ""
-            text: stage.screen.doneNotice
+            text: stage.sheet.result.notice
             muted: true
             wrapMode: Text.Wrap
         }
@@ -105,7 +105,7 @@ ImportStage {
                     y: Theme.spacing8
                     width: parent.width
                     height: Math.min(contentHeight, Theme.importFailuresHeight)
-                    model: stage.screen.failures
+                    model: stage.sheet.result.failures
                 }
             }
         }

@@ -1,4 +1,4 @@
-// What could not be imported, and why. Up and Down scroll.
+// The files that could not be imported, with the reasons. Up and Down scroll.
 //   model: maps with "fileName" and "message"
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified

@@ -1,4 +1,4 @@
-// What a scan found, and what an import will do with it. Only the rows scroll.
+// Stage `results`: the preview and the choices of the import. Only the rows scroll.
 import QtQuick
 import Corvane.Import
 import Corvane.Kit
@@ -19,7 +19,7 @@ ImportStage {
             objectName: "import.backToSources"
             large: true
             text: qsTr("Back")
-            onClicked: stage.screen.back()
+            onClicked: stage.sheet.back()
         }
         Button {
             id: begin
@@ -27,9 +27,9 @@ ImportStage {
             objectName: "import.begin"
             large: true
             kind: Button.Primary
-            enabled: stage.screen.canBeginImport
+            enabled: stage.sheet.canBeginImport
             text: qsTr("Begin Import")
-            onClicked: stage.screen.beginImport()
+            onClicked: stage.sheet.beginImport()
         }
     }
 
@@ -51,7 +51,7 @@ ImportStage {
             Label {
                 id: found
 
-                text: stage.screen.foundText
+                text: stage.sheet.preview.found
                 textStyle: Theme.bodyLabelStyle
                 Accessible.ignored: true
             }
@@ -59,7 +59,7 @@ ImportStage {
                 id: note
 
                 anchors.left: found.right
-                text: stage.screen.foundNote
+                text: stage.sheet.preview.alreadyImported
                 muted: true
                 Accessible.ignored: true
             }
@@ -80,9 +80,9 @@ ImportStage {
                 objectName: "import.mode"
                 x: Theme.importModeLabelWidth + Theme.spacing16
                 name: qsTr("Mode")
-                model: stage.screen.modes
-                currentIndex: stage.screen.mode
-                onActivated: index => stage.screen.setMode(index)
+                model: stage.sheet.modes
+                currentIndex: stage.sheet.mode
+                onActivated: index => stage.sheet.setMode(index)
             }
             Item {
                 objectName: "import.destination"
@@ -90,8 +90,8 @@ ImportStage {
                 anchors.leftMargin: Theme.spacing16
                 anchors.right: parent.right
                 height: parent.height
-                visible: stage.screen.destinationName !== ""
-                HelpText.text: stage.screen.destinationPath
+                visible: stage.sheet.preview.destination !== ""
+                HelpText.text: stage.sheet.preview.destinationPath
                 Accessible.role: Accessible.StaticText
                 Accessible.name: destination.text + " " + destinationNote.text
 
@@ -110,7 +110,7 @@ ImportStage {
                     anchors.verticalCenter: parent.verticalCenter
                     width: Math.min(implicitWidth, parent.width - folder.width - 2 * Theme.spacing6
                                                    - destinationNote.implicitWidth)
-                    text: stage.screen.destinationName
+                    text: stage.sheet.preview.destination
                     Accessible.ignored: true
                 }
                 Label {
@@ -119,7 +119,7 @@ ImportStage {
                     anchors.left: destination.right
                     anchors.leftMargin: Theme.spacing6
                     anchors.verticalCenter: parent.verticalCenter
-                    text: stage.screen.destinationNote
+                    text: stage.sheet.preview.destinationNote
                     muted: true
                     Accessible.ignored: true
                 }
@@ -130,7 +130,7 @@ ImportStage {
             objectName: "import.leftOut"
             width: parent.width
             visible: text !== ""
-            text: stage.screen.leftOutText
+            text: stage.sheet.preview.leftOut
             textStyle: Theme.listStyle
             muted: true
             wrapMode: Text.Wrap
@@ -139,7 +139,7 @@ ImportStage {
             objectName: "import.refused"
             width: parent.width
             visible: text !== ""
-            text: stage.screen.refusedText
+            text: stage.sheet.preview.refused
             textStyle: Theme.listStyle
             color: Theme.warning
             wrapMode: Text.Wrap
@@ -176,7 +176,7 @@ ImportStage {
                 objectName: "import.included"
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
-                text: stage.screen.includedText
+                text: stage.sheet.preview.included
                 textStyle: Theme.listStyle
                 muted: true
             }
@@ -185,7 +185,7 @@ ImportStage {
             anchors.top: header.bottom
             anchors.bottom: parent.bottom
             width: parent.width
-            screen: stage.screen
+            sheet: stage.sheet
         }
     }
 }

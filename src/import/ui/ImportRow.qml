@@ -1,5 +1,5 @@
-// One file of the preview: a click anywhere on it includes it or leaves it out.
-//   what the list of rows tells; focused, showsFocusRing: bool; signal toggled()
+// A row of the preview. A click anywhere includes or excludes its file.
+//   the roles of ImportRowList; focused, showsFocusRing: bool; signal toggled()
 import QtQuick
 import Corvane.Kit
 
@@ -58,7 +58,7 @@ Item {
         anchors.rightMargin: Theme.sheetPadding
         spacing: Theme.importColumnGap
 
-        CheckBox { // shows only; the row is what is pressed
+        CheckBox { // display only; the row handles presses
             anchors.verticalCenter: parent.verticalCenter
             width: Theme.checkBoxSize
             enabled: row.canToggle

@@ -1,6 +1,6 @@
-// The files of the preview. Up, Down, Page Up, Page Down, Home and End go from one that can be included
-// to the next, Space includes it or leaves it out.
-//   screen: the sheet's state
+// The rows of the preview. Up, Down, Page Up, Page Down, Home and End move between rows that can be
+// included; Space includes or excludes the current one.
+//   sheet: ImportSheet
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -11,8 +11,8 @@ import Corvane.Kit
 ListView {
     id: list
 
-    required property ImportSheet screen
-    readonly property ImportRowList rows: screen.rows
+    required property ImportSheet sheet
+    readonly property ImportRowList rows: sheet.rows
     readonly property int page: Math.max(1, Math.floor(height / Theme.importRowHeight) - 1)
     property bool byPointer: false
 
@@ -23,7 +23,7 @@ ListView {
         }
     }
 
-    // Past the last of them the list still scrolls.
+    // Scrolls if there is no further row.
     function step(direction: int) {
         const next = rows.nextToggleable(currentIndex, direction);
         go(next);
@@ -39,7 +39,7 @@ ListView {
         if (rows.toggleableNear(row) === row) {
             currentIndex = row;
         }
-        screen.toggleRow(row);
+        sheet.toggleRow(row);
     }
 
     function pressKey(event: var) {
@@ -61,7 +61,7 @@ ListView {
             return go(rows.toggleableNear(count));
         case Qt.Key_Space:
             if (!event.isAutoRepeat) {
-                screen.toggleRow(currentIndex);
+                sheet.toggleRow(currentIndex);
             }
             return;
         }

@@ -1,22 +1,20 @@
-// The run of an import.
-//   screen: the sheet's state
+// Stage `importing`: the progress of the run.
+//   sheet: ImportSheet
 import QtQuick
 import Corvane.Import
 import Corvane.Kit
 
 RunningSheet {
-    id: sheet
-
-    required property ImportSheet screen
+    required property ImportSheet sheet
 
     objectName: "import.running"
     title: qsTr("Import Footage — Importing")
-    fileName: screen.fileName
-    figure: screen.figure
-    fraction: screen.fraction
-    details: screen.details
-    timeLeft: screen.timeLeft
-    buttonText: screen.cancelText
-    buttonEnabled: screen.canCancel
-    onCancelled: screen.cancelImport()
+    fileName: sheet.run.fileName
+    figure: sheet.run.figure
+    fraction: sheet.run.fraction
+    details: sheet.run.details
+    timeLeft: sheet.run.timeLeft
+    buttonText: sheet.cancelText
+    buttonEnabled: sheet.canCancel
+    onCancelled: sheet.cancelImport()
 }

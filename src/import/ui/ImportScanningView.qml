@@ -1,4 +1,4 @@
-// The sources are being looked through.
+// Stage `scanning`.
 import QtQuick
 import Corvane.Import
 import Corvane.Kit
@@ -14,7 +14,7 @@ ImportStage {
             objectName: "import.cancelScan"
             large: true
             text: qsTr("Cancel")
-            onClicked: stage.screen.escape()
+            onClicked: stage.sheet.escape()
         }
     }
 

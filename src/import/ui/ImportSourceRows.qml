@@ -1,5 +1,5 @@
-// The chosen sources. Up and Down walk them, Delete removes one.
-//   screen: the sheet's state; signal emptied(): the last one was removed from here
+// The chosen sources. Up and Down select a row, Delete removes it.
+//   sources: ImportSourceList; signal emptied(): the last row was removed by an action of this list
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -10,21 +10,21 @@ import Corvane.Kit
 ListView {
     id: list
 
-    required property ImportSheet screen
+    required property ImportSourceList sources
     property bool byPointer: false
 
     signal emptied()
 
     function remove(row: int) {
         const hadFocus = activeFocus;
-        screen.removeSource(row);
+        sources.remove(row);
         if (hadFocus && count === 0) {
             emptied();
         }
     }
 
     objectName: "import.sources"
-    model: screen.sources
+    model: sources
     clip: true
     activeFocusOnTab: count > 0
     boundsBehavior: Flickable.StopAtBounds

@@ -1,4 +1,4 @@
-// Where the footage is. Folders and files dropped here are added too.
+// Stage `sources`: the folders and files to scan. Dropped ones are added.
 import QtQuick
 import Corvane.Import
 import Corvane.Kit
@@ -15,7 +15,7 @@ ImportStage {
             objectName: "import.cancel"
             large: true
             text: qsTr("Cancel")
-            onClicked: stage.screen.dismiss()
+            onClicked: stage.sheet.dismiss()
         }
         Button {
             id: scan
@@ -23,9 +23,9 @@ ImportStage {
             objectName: "import.scan"
             large: true
             kind: Button.Primary
-            enabled: stage.screen.canScan
+            enabled: stage.sheet.canScan
             text: qsTr("Scan")
-            onClicked: stage.screen.scan()
+            onClicked: stage.sheet.scan()
         }
     }
 
@@ -46,7 +46,7 @@ ImportStage {
         anchors.rightMargin: Theme.buttonGap
         y: Theme.spacing16
         text: qsTr("Choose Folder…")
-        onClicked: stage.screen.chooseFolder()
+        onClicked: stage.sheet.sources.chooseFolder()
     }
     Button {
         id: chooseFiles
@@ -56,7 +56,7 @@ ImportStage {
         anchors.rightMargin: Theme.sheetPadding
         y: Theme.spacing16
         text: qsTr("Choose Files…")
-        onClicked: stage.screen.chooseFiles()
+        onClicked: stage.sheet.sources.chooseFiles()
     }
 
     Rectangle {
@@ -76,8 +76,8 @@ ImportStage {
             objectName: "import.noSources"
             anchors.centerIn: parent
             width: parent.width - 2 * Theme.spacing16
-            visible: stage.screen.sources.count === 0
-            text: stage.screen.emptyText
+            visible: stage.sheet.sources.count === 0
+            text: qsTr("No sources yet. Use Choose Folder or Choose Files to add some.")
             muted: true
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
@@ -87,7 +87,7 @@ ImportStage {
 
             anchors.fill: parent
             anchors.margins: Theme.spacing4
-            screen: stage.screen
+            sources: stage.sheet.sources
             onEmptied: chooseFolder.forceActiveFocus(Qt.OtherFocusReason)
         }
     }
@@ -104,14 +104,14 @@ ImportStage {
         CheckBox {
             objectName: "import.recursive"
             text: qsTr("Scan subfolders recursively")
-            checked: stage.screen.recursive
-            onToggled: stage.screen.recursive = checked
+            checked: stage.sheet.recursive
+            onToggled: stage.sheet.recursive = checked
         }
         Label {
             objectName: "import.sourcesNotice"
             width: parent.width
             visible: text !== ""
-            text: stage.screen.sourcesNotice
+            text: stage.sheet.sources.notice
             textStyle: Theme.listStyle
             muted: true
             wrapMode: Text.Wrap
@@ -120,7 +120,7 @@ ImportStage {
             objectName: "import.scanError"
             width: parent.width
             visible: text !== ""
-            text: stage.screen.scanError
+            text: stage.sheet.scanError
             color: Theme.danger
             wrapMode: Text.Wrap
             Accessible.role: Accessible.AlertMessage
@@ -134,7 +134,7 @@ ImportStage {
         anchors.fill: parent
         keys: ["text/uri-list"]
         onDropped: event => {
-            stage.screen.addDropped(event.urls);
+            stage.sheet.sources.addDropped(event.urls);
             event.accept(Qt.CopyAction);
         }
     }

@@ -1,13 +1,13 @@
-// What one stage of an import puts into the sheet.
-//   screen: the sheet's state; footer: the items at the right of the sheet's footer; defaultButton: what
-//   Return presses; initialFocus: what has the focus when the stage comes; sheetWidth, sheetHeight: real
+// The content of the sheet at one stage.
+//   sheet: ImportSheet; footer: the items at the right of the footer; defaultButton: pressed by Return;
+//   initialFocus: focused when the stage appears; sheetWidth, sheetHeight: real
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Import
 import Corvane.Kit
 
 Item {
-    required property ImportSheet screen
+    required property ImportSheet sheet
     property Item footer
     property T.AbstractButton defaultButton
     property Item initialFocus: defaultButton

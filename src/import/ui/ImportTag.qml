@@ -1,4 +1,4 @@
-// A word about a row of the preview.
+// A badge of a preview row.
 //   text: string; outlined: bool
 import QtQuick
 import Corvane.Kit

@@ -4,29 +4,46 @@
 
 #include <QtQml/qqml.h>
 
-/// The names under which the sheet knows the types that it is bound to. None is made by a screen:
-/// they come with the sheet's state.
+/// Registers the types of `ImportSheet` for QML. The objects are created in C++.
 namespace corvane::importTypes {
 
 struct ImportSheetType {
     Q_GADGET
     QML_FOREIGN(corvane::ImportSheet)
     QML_NAMED_ELEMENT(ImportSheet)
-    QML_UNCREATABLE("Comes with the import's sheet")
+    QML_UNCREATABLE("Created by the project screen")
 };
 
 struct ImportSourceListType {
     Q_GADGET
     QML_FOREIGN(corvane::ImportSourceList)
     QML_NAMED_ELEMENT(ImportSourceList)
-    QML_UNCREATABLE("Comes with the import's sheet")
+    QML_UNCREATABLE("Property of ImportSheet")
 };
 
 struct ImportRowListType {
     Q_GADGET
     QML_FOREIGN(corvane::ImportRowList)
     QML_NAMED_ELEMENT(ImportRowList)
-    QML_UNCREATABLE("Comes with the import's sheet")
+    QML_UNCREATABLE("Property of ImportSheet")
+};
+
+struct ImportPreviewTextsType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ImportPreviewTexts)
+    QML_VALUE_TYPE(importPreviewTexts)
+};
+
+struct ImportRunTextsType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ImportRunTexts)
+    QML_VALUE_TYPE(importRunTexts)
+};
+
+struct ImportResultTextsType {
+    Q_GADGET
+    QML_FOREIGN(corvane::ImportResultTexts)
+    QML_VALUE_TYPE(importResultTexts)
 };
 
 } // namespace corvane::importTypes

@@ -1,6 +1,5 @@
-// The import: one sheet whose content follows the stage. It comes and goes as its state says, and
-// nothing else takes it away.
-//   screen: the sheet's state
+// The import sheet. Its content follows the stage; only ImportSheet opens and closes it.
+//   sheet: ImportSheet
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
@@ -11,60 +10,60 @@ import Corvane.Kit
 Item {
     id: root
 
-    required property ImportSheet screen
-    readonly property bool runs: screen.stage === ImportSheet.Importing
+    required property ImportSheet sheet
+    readonly property bool isRunning: sheet.stage === "importing"
     readonly property ImportStage current: loader.item as ImportStage
 
     objectName: "import"
-    Component.onCompleted: sheet.follow()
+    Component.onCompleted: panel.follow()
 
     Connections {
-        target: root.screen
+        target: root.sheet
 
         function onStageChanged() {
-            sheet.follow();
+            panel.follow();
         }
     }
 
-    // One scrim under all stages: were it each sheet's own, it would flicker between them.
+    // One scrim for all stages: separate ones would flicker when the stage changes.
     T.Popup {
         parent: T.Overlay.overlay
-        visible: root.screen.isOpen
+        visible: root.sheet.isOpen
         z: -1
         modal: true
         closePolicy: T.Popup.NoAutoClose
 
         T.Overlay.modal: Scrim {}
 
-        exit: Transition { // as long as the sheets take to go
+        exit: Transition { // as long as that of the sheets
             NumberAnimation { duration: Theme.sheetDuration }
         }
     }
 
     Sheet {
-        id: sheet
+        id: panel
 
-        // A run has a sheet of its own; this one goes as it was.
-        property int shownStage: ImportSheet.Sources
+        // Stays at the previous stage during a run, which has a sheet of its own.
+        property string shownStage: "sources"
 
         function follow() {
-            if (!root.runs) {
-                title = root.screen.title;
-                backText = root.screen.backText;
-                shownStage = root.screen.stage;
+            if (!root.isRunning) {
+                title = root.sheet.title;
+                backText = root.sheet.backText;
+                shownStage = root.sheet.stage;
             }
         }
 
         objectName: "import.sheet"
         dim: false
-        visible: root.screen.isOpen && !root.runs
+        visible: root.sheet.isOpen && !root.isRunning
         maximumMargin: 2 * Theme.spacing32
         sheetWidth: root.current ? root.current.sheetWidth : Theme.importSmallSheetWidth
         sheetHeight: root.current ? root.current.sheetHeight : Theme.importSourcesHeight
         defaultButton: root.current ? root.current.defaultButton : null
         initialFocus: root.current ? root.current.initialFocus : null
-        onEscapePressed: root.screen.escape()
-        onBackClicked: root.screen.back()
+        onEscapePressed: root.sheet.escape()
+        onBackClicked: root.sheet.back()
 
         footer: Item {
             id: slot
@@ -76,16 +75,16 @@ Item {
         Loader {
             id: loader
 
-            width: sheet.availableWidth
-            height: sheet.height - Theme.sheetHeaderHeight - Theme.sheetFooterHeight
+            width: panel.availableWidth
+            height: panel.height - Theme.sheetHeaderHeight - Theme.sheetFooterHeight
                     - 2 * Theme.hairline
             sourceComponent: {
-                switch (sheet.shownStage) {
-                case ImportSheet.Scanning:
+                switch (panel.shownStage) {
+                case "scanning":
                     return scanning;
-                case ImportSheet.Results:
+                case "results":
                     return results;
-                case ImportSheet.Done:
+                case "done":
                     return done;
                 default:
                     return sources;
@@ -93,7 +92,7 @@ Item {
             }
             onLoaded: {
                 root.current.footer.parent = slot;
-                if (sheet.visible && root.current.initialFocus) {
+                if (panel.visible && root.current.initialFocus) {
                     root.current.initialFocus.forceActiveFocus(Qt.OtherFocusReason);
                 }
             }
@@ -101,29 +100,29 @@ Item {
     }
 
     ImportRunningView {
-        screen: root.screen
+        sheet: root.sheet
         dim: false
-        visible: root.screen.isOpen && root.runs
+        visible: root.sheet.isOpen && root.isRunning
     }
 
     Component {
         id: sources
 
-        ImportSourcesView { screen: root.screen }
+        ImportSourcesView { sheet: root.sheet }
     }
     Component {
         id: scanning
 
-        ImportScanningView { screen: root.screen }
+        ImportScanningView { sheet: root.sheet }
     }
     Component {
         id: results
 
-        ImportResultsView { screen: root.screen }
+        ImportResultsView { sheet: root.sheet }
     }
     Component {
         id: done
 
-        ImportDoneView { screen: root.screen }
+        ImportDoneView { sheet: root.sheet }
     }
 }

@@ -79,7 +79,7 @@ FocusScope {
     }
 
     ImportView {
-        screen: root.screen.importing
+        sheet: root.screen.importing
     }
 
     ExportView {

@@ -82,13 +82,13 @@ void ProjectScreen::requestHandoff() {
 
 /// Discards the choices made for the former project. The results of a run stay open.
 void ProjectScreen::leaveImport() {
-    if (m_importing.stage() != ImportSheet::Stage::Done) {
+    if (m_importing.stage() != ImportViewModel::Stage::done) {
         m_importing.dismiss();
     }
 }
 
 void ProjectScreen::updateRunning() {
-    const bool isRunning = m_importing.stage() == ImportSheet::Stage::Importing ||
+    const bool isRunning = m_importing.stage() == ImportViewModel::Stage::importing ||
                            m_exporting.stage() == DeliverySheet::Stage::Running ||
                            m_handoff.stage() == DeliverySheet::Stage::Running;
     if (std::exchange(m_isRunning, isRunning) == isRunning) {

@@ -9,7 +9,7 @@
 namespace corvane::test {
 namespace {
 
-using Stage = ImportSheet::Stage;
+using Stage = ImportViewModel::Stage;
 
 constexpr auto kWindow = R"(
     import QtQuick
@@ -17,15 +17,15 @@ constexpr auto kWindow = R"(
     import Corvane.Kit
     AppWindow {
         id: window
-        required property ImportSheet flow
-        ImportView { screen: window.flow }
+        required property ImportSheet sheet
+        ImportView { sheet: window.sheet }
     })";
 
-/// The import's sheet over an empty window.
+/// The import sheet over an empty window.
 class ImportViewTest : public ImportSheetFixture {
   protected:
     void SetUp() override {
-        flow.open();
+        sheet.open();
         settle();
         EXPECT_TRUE(hasFocus("import.chooseFolder"));
     }
@@ -35,7 +35,7 @@ class ImportViewTest : public ImportSheetFixture {
     void click(const char *name) { screen.click(named(name)); }
     QString text(const char *name) const { return screen.property(named(name), "text").toString(); }
     bool hasFocus(const char *name) const {
-        // A list hands the focus on to its current row.
+        // A list passes the focus to its current row.
         return screen.waitFor([&] {
             for (const QQuickItem *item = screen.focused(); item; item = item->parentItem()) {
                 if (!item->objectName().isEmpty()) {
@@ -47,17 +47,17 @@ class ImportViewTest : public ImportSheetFixture {
         });
     }
     bool reaches(Stage stage, const char *shown) const {
-        return screen.waitFor([&] { return flow.stage() == stage && screen.shows(named(shown)); });
+        return screen.waitFor([&] { return sheet.stage() == stage && screen.shows(named(shown)); });
     }
-    /// From the sources to the results by the buttons.
+    /// Uses the buttons to get from the sources to the results.
     void scanCards(const QStringList &sources) {
         panels.paths = sources;
         click("import.chooseFiles");
         click("import.scan");
-        EXPECT_TRUE(reaches(Stage::Results, "import.begin"));
+        EXPECT_TRUE(reaches(Stage::results, "import.begin"));
         settle();
     }
-    /// Until the sheet before has faded away.
+    /// Waits until the previous sheet has faded out.
     void settle() {
         EXPECT_TRUE(screen.waitFor([&] {
             const auto sheets = screen.root()->findChildren<QObject *>(named("import.sheet"));
@@ -76,12 +76,12 @@ class ImportViewTest : public ImportSheetFixture {
         QCoreApplication::sendEvent(screen.window(), &event);
     }
 
-    Screen screen{kWindow, {1440, 900}, {{named("flow"), QVariant::fromValue(&flow)}}};
+    Screen screen{kWindow, {1440, 900}, {{named("sheet"), QVariant::fromValue(&sheet)}}};
 };
 
 } // namespace
 
-TEST_F(ImportViewTest, ImportsInPlaceByKeysAlone) {
+TEST_F(ImportViewTest, ImportsInPlaceByKeyboard) {
     clip("cards/a.mov");
     clip("cards/b.mov");
     folder.write(QStringLiteral("cards/b.xml"), "<a/>");
@@ -97,7 +97,7 @@ TEST_F(ImportViewTest, ImportsInPlaceByKeysAlone) {
     }
     screen.picture(named("import-sources"));
     screen.key(Qt::Key_Return);
-    ASSERT_TRUE(reaches(Stage::Results, "import.begin"));
+    ASSERT_TRUE(reaches(Stage::results, "import.begin"));
     EXPECT_TRUE(hasFocus("import.begin"));
     EXPECT_EQ(text("import.leftOut"), named("Left out: 1 file that isn't a video or audio file"));
     screen.key(Qt::Key_Tab, Qt::ShiftModifier);
@@ -110,7 +110,7 @@ TEST_F(ImportViewTest, ImportsInPlaceByKeysAlone) {
     EXPECT_FALSE(screen.property(named("import.begin"), "enabled").toBool());
     screen.key(Qt::Key_Space);
     screen.key(Qt::Key_Return);
-    ASSERT_TRUE(reaches(Stage::Done, "import.more"));
+    ASSERT_TRUE(reaches(Stage::done, "import.more"));
     EXPECT_TRUE(hasFocus("import.more"));
     settle();
     screen.picture(named("import-done"));
@@ -121,10 +121,10 @@ TEST_F(ImportViewTest, ImportsInPlaceByKeysAlone) {
     screen.key(Qt::Key_Return);
     EXPECT_TRUE(hasFocus("import.chooseFolder"));
     screen.key(Qt::Key_Escape);
-    EXPECT_FALSE(flow.isOpen());
+    EXPECT_FALSE(sheet.isOpen());
 }
 
-TEST_F(ImportViewTest, CopiesByClicksAndShowsWhatFailedAndWhy) {
+TEST_F(ImportViewTest, CopiesByMouseAndShowsFailures) {
     clip("cards/a.mov");
     folder.folder(named("other"));
     clip("other/b.mov");
@@ -134,7 +134,7 @@ TEST_F(ImportViewTest, CopiesByClicksAndShowsWhatFailedAndWhy) {
               named("media folder (created on import)"));
     ASSERT_TRUE(QFile::rename(at(named("other")), at(named("gone"))));
     click("import.begin");
-    ASSERT_TRUE(reaches(Stage::Done, "import.more"));
+    ASSERT_TRUE(reaches(Stage::done, "import.more"));
     settle();
     EXPECT_TRUE(screen.shows(named("import.counter.failed")));
     EXPECT_FALSE(screen.shows(named("import.failure.0")));
@@ -146,42 +146,42 @@ TEST_F(ImportViewTest, CopiesByClicksAndShowsWhatFailedAndWhy) {
     EXPECT_EQ(store.project()->videos.first()->sourcePath, at(named("p/media/a.mov")));
     EXPECT_GT(store.project()->videos.first()->durationSeconds, 0);
     click("import.finish");
-    EXPECT_FALSE(flow.isOpen());
+    EXPECT_FALSE(sheet.isOpen());
 }
 
-TEST_F(ImportViewTest, CanNotBeLostWhileItRunsAndEscCancels) {
+TEST_F(ImportViewTest, CannotBeClosedDuringARunAndEscCancels) {
     clip("cards/a.mov");
     clip("cards/b.mov");
     scanCards({cards});
     screen.click(named("import.mode.1"));
-    HeldCopy held(named("b.mov"));
+    BlockedCopy blocked(named("b.mov"));
     click("import.begin");
-    ASSERT_TRUE(reaches(Stage::Importing, "import.running.cancel"));
+    ASSERT_TRUE(reaches(Stage::importing, "import.running.cancel"));
     ASSERT_TRUE(screen.waitFor([&] { return text("import.running.figure") == named("2 / 2"); }));
     EXPECT_TRUE(hasFocus("import.running.cancel"));
     settle();
     screen.picture(named("import-running"));
     screen.click(QPoint(5, 5));
-    EXPECT_TRUE(flow.isOpen());
+    EXPECT_TRUE(sheet.isOpen());
     screen.key(Qt::Key_Escape);
     EXPECT_EQ(text("import.running.cancel"), named("Cancelling…"));
     screen.key(Qt::Key_Escape);
-    EXPECT_TRUE(flow.isOpen());
-    held.letGo();
-    ASSERT_TRUE(reaches(Stage::Done, "import.more"));
+    EXPECT_TRUE(sheet.isOpen());
+    blocked.resume();
+    ASSERT_TRUE(reaches(Stage::done, "import.more"));
     EXPECT_EQ(text("import.doneNotice"), named("Cancelled. 1 video was not imported."));
     settle();
     screen.picture(named("import-cancelled"));
     EXPECT_EQ(store.project()->videos.size(), 1);
 }
 
-TEST_F(ImportViewTest, WalksOnlyTheRowsThatCanBeIncludedAndHoldsLongNames) {
+TEST_F(ImportViewTest, ArrowKeysSkipImportedRowsAndLongNamesFit) {
     for (const char *name : {"b.mov", "d.mov"}) {
         folder.write(named("cards/") + named(name), noise(9000, quint32(name[0])));
     }
     scanCards({cards});
     click("import.begin");
-    ASSERT_TRUE(reaches(Stage::Done, "import.more"));
+    ASSERT_TRUE(reaches(Stage::done, "import.more"));
     settle();
     click("import.more");
     folder.write(named("cards/a\nline.mov"), noise(70'000, 1));
@@ -217,7 +217,7 @@ TEST_F(ImportViewTest, WalksOnlyTheRowsThatCanBeIncludedAndHoldsLongNames) {
     EXPECT_TRUE(hasFocus("import.scan"));
 }
 
-TEST_F(ImportViewTest, ScrollsThousandsOfRowsWithoutMakingThemAll) {
+TEST_F(ImportViewTest, CreatesDelegatesOnlyForVisibleRows) {
     for (int number = 0; number < 3000; ++number) {
         folder.write(QStringLiteral("cards/C%1.mov").arg(number, 4, 10, QLatin1Char('0')), "x");
     }
@@ -231,13 +231,13 @@ TEST_F(ImportViewTest, ScrollsThousandsOfRowsWithoutMakingThemAll) {
     EXPECT_LT(screen.visibleItems().size(), 3000);
 }
 
-TEST_F(ImportViewTest, TakesWhatIsDroppedOnIt) {
+TEST_F(ImportViewTest, AddsDroppedSources) {
     clip("cards/a.mov");
     drop({QUrl::fromLocalFile(cards), QUrl::fromLocalFile(at(named("cards/a.mov")))});
     EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(named("cards/a.mov"))}));
     drop({QUrl(named("https://a.example/b.mov"))});
     EXPECT_TRUE(screen.shows(named("import.sourcesNotice")));
-    EXPECT_EQ(flow.sourcesObject()->count(), 2);
+    EXPECT_EQ(sheet.sources()->count(), 2);
     screen.picture(named("import-dropped"));
     click("import.source.0.remove");
     screen.click(named("import.source.0"));

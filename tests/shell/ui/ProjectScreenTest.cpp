@@ -58,7 +58,7 @@ TEST_F(ShellTest, TheImportSheetClosesWithItsProject) {
     open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
     screen.review()->appear();
     screen.requestImport();
-    screen.importing()->addSources({folder.path()});
+    screen.importing()->sources()->add({folder.path()});
     ASSERT_TRUE(screen.importing()->isOpen());
     open(make(QStringLiteral("Other.corvane"), sampleProject(2)));
     EXPECT_FALSE(screen.importing()->isOpen());

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "import/RowImport.h"
+#include "session/ProjectStore.h"
+
+#include <QObject>
+#include <QPointer>
+
+namespace corvane {
+
+/// Progress of an import run.
+struct ImportProgress {
+    enum class Phase { files, recording, metadata };
+
+    Phase phase = Phase::files;
+    int index = 0;           ///< of the current row, or clip in phase `metadata`; starts at 1
+    int total = 0;           ///< number of included rows or of clips
+    QString currentFilename; ///< the file name; in later phases a sentence
+    quint64 bytesDone = 0;   ///< of the current row's video; 0 unless it is copied
+    quint64 bytesTotal = 0;  ///< size of the current row's video; 0 after the first phase
+
+    bool operator==(const ImportProgress &) const = default;
+};
+
+/// Result of an import run.
+struct ImportResult {
+    int succeededCount = 0;
+    int skippedCount = 0; ///< rows that were not included
+    int failedCount = 0;
+    int sidecarsImportedCount = 0;
+    QList<ImportFailure> failures;
+    QStringList importedVideoIds; ///< of the clips added to the project, in row order
+};
+
+/// One run of an import: copies the files of the included rows unless they are used in place, adds
+/// the clips to the project as one undo step, grants access to them and reads their metadata.
+///
+/// Adds nothing if the project that was open at the start no longer is; every row then counts as
+/// failed. Main thread; files are copied on the user-initiated executor. The store may be destroyed
+/// during the run.
+class ImportRun : public QObject {
+    Q_OBJECT
+
+  public:
+    /// A project must be open. Ignores `destinationFolder` in mode `inPlace`.
+    ImportRun(ProjectStore &store, const QList<ImportPreviewRow> &rows, SourceImportMode mode,
+              QString destinationFolder);
+
+    /// Performs the run. Must be called once; the object must outlive the task. Never throws.
+    QCoro::Task<ImportResult> run();
+    /// Stops at the current row. Completed rows are kept and added to the project; clips whose
+    /// metadata was not read yet stay without it.
+    void cancel() { m_stop.request_stop(); }
+    /// Cancels and leaves the project unchanged from now on.
+    void abandon();
+
+    /// Nullopt before the first row.
+    const std::optional<ImportProgress> &progress() const { return m_progress; }
+
+  Q_SIGNALS:
+    void progressChanged();
+
+  private:
+    bool isProjectOpen() const;
+    bool shouldContinue() const { return !m_stop.stop_requested() && isProjectOpen(); }
+    QCoro::Task<bool> prepareDestination();
+    QCoro::Task<> importRows();
+    QCoro::Task<std::optional<RowImport::Outcome>> copyRow(ImportPreviewRow row);
+    void finishRow(const ImportPreviewRow &row, const RowImport::Outcome &outcome);
+    void failAllRows();
+    void addToProject();
+    QCoro::Task<> readMetadata();
+    ImportCopier::Progress byteProgress();
+    void setProgress(const ImportProgress &progress);
+
+    QPointer<ProjectStore> m_store;
+    QString m_projectFile;
+    QString m_projectId;
+    SourceImportMode m_mode;
+    QString m_destinationFolder;
+    QList<ImportPreviewRow> m_rows; ///< the included rows
+    std::stop_source m_stop;
+    std::optional<ImportProgress> m_progress;
+    ImportResult m_result;
+    QList<VideoItem> m_videos; ///< clips of the completed rows
+    QStringList m_rootFolders; ///< scanned folders of the completed rows
+};
+
+} // namespace corvane
