@@ -9,16 +9,16 @@ namespace corvane::cacheFolder {
 
 namespace {
 
-/// Clips' ids are names here, and a document can say anything.
-void testName(const QString &name) {
-    const bool leadsElsewhere = name.isEmpty() || name == QStringLiteral(".") ||
-                                name == QStringLiteral("..") || name.contains(QLatin1Char('/'));
-    if (leadsElsewhere) {
+/// The ids of clips are used as names, and a document can contain any id.
+void checkName(const QString &name) {
+    const bool isInvalid = name.isEmpty() || name == QStringLiteral(".") ||
+                           name == QStringLiteral("..") || name.contains(QLatin1Char('/'));
+    if (isInvalid) {
         throw FileError(name, EINVAL);
     }
 }
 
-void testFolder(const QString &path) {
+void checkFolder(const QString &path) {
     const auto existing = fileSystem().linkStatus(path);
     if (existing && existing->type != FileType::Directory) {
         throw FileError(path, existing->type == FileType::SymbolicLink ? ELOOP : ENOTDIR);
@@ -29,11 +29,11 @@ void testFolder(const QString &path) {
 
 QString ensure(const QString &cacheRoot, const QStringList &names) {
     QString folder = cacheRoot;
-    testFolder(folder);
+    checkFolder(folder);
     for (const QString &name : names) {
-        testName(name);
+        checkName(name);
         folder = paths::joined(folder, name);
-        testFolder(folder);
+        checkFolder(folder);
     }
     fileSystem().createFolders(folder);
     return folder;

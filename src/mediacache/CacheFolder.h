@@ -3,12 +3,12 @@
 #include <QString>
 #include <QStringList>
 
-/// The folders of a project's cache, which holds what can be made again.
+/// Folders inside a project's cache, which contains only files that can be recreated.
 namespace corvane::cacheFolder {
 
-/// The folder below `cacheRoot` that the names lead to, created with what is missing on the way.
-/// What is a link or a file, the cache root included, is neither followed nor replaced, and a name
-/// that would lead elsewhere is refused: throws `FileError`. Any thread.
+/// Creates the folder at `cacheRoot`/`names` with its parents and returns its path. Throws
+/// `FileError` if a component, the cache root included, is a link or a file, or if a name is not a
+/// single path component. Any thread.
 QString ensure(const QString &cacheRoot, const QStringList &names);
 
 } // namespace corvane::cacheFolder

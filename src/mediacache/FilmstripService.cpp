@@ -57,7 +57,7 @@ double durationOf(const QString &path, const std::stop_token &stop) {
     return asset.duration->seconds();
 }
 
-void makeFrames(const QString &path, const QStringList &files, const std::stop_token &stop) {
+void createFrames(const QString &path, const QStringList &files, const std::stop_token &stop) {
     QList<media::MediaTime> times;
     for (const double seconds : frameSeconds(durationOf(path, stop))) {
         times.append(media::MediaTime::fromSeconds(seconds));
@@ -77,7 +77,7 @@ void makeFrames(const QString &path, const QStringList &files, const std::stop_t
         try {
             ImageIOHelper::writeJPEG(*image, files.at(index), kFrameQuality);
         } catch (const Failure &) {
-            // The strip is shown without it, and the next request tries again.
+            // Left out of the filmstrip; the next request tries again.
         }
     });
 }
@@ -87,7 +87,7 @@ QStringList generateNow(const QString &videoId, const QString &path, const QStri
     (void)cacheFolder::ensure(cacheRoot, folderNames(videoId));
     const QStringList files = framePaths(videoId, cacheRoot);
     if (existing(files).size() < files.size()) {
-        makeFrames(path, files, stop);
+        createFrames(path, files, stop);
     }
     return existing(files);
 }

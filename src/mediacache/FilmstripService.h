@@ -7,11 +7,10 @@
 
 #include <stop_token>
 
-/// Makes the row of small frames that a clip's scrubber shows. They are files in the project's
-/// cache, and a second request is only a look at them.
+/// Creates filmstrips: rows of small frames of a clip, cached as files in the project's cache.
 namespace corvane::FilmstripService {
 
-/// A clip of which no filmstrip can be made.
+/// The clip cannot have a filmstrip.
 class Error : public Failure {
   public:
     enum class Case { assetHasNoDuration, noVideoTrack };
@@ -25,20 +24,18 @@ class Error : public Failure {
 
 constexpr int kFrameCount = 15;
 
-/// "<cache root>/<video id>/filmstrip/frame-00.jpg" and the following, in order.
+/// The paths of all frames: "<cache root>/<video id>/filmstrip/frame-00.jpg" and so on.
 QStringList framePaths(const QString &videoId, const QString &cacheRoot);
 
-/// When each frame of a clip of so many seconds is taken: in the middles of equal parts of it, its
-/// first and last hundredth left out.
+/// The times of the frames in seconds: the middles of equal parts of the clip without its first and
+/// last hundredth.
 QList<double> frameSeconds(double durationSeconds);
 
-/// Gives the frames' paths, once all are there that can be made. Frames are only made where one is
-/// missing; one that fails is passed over, and its path left out. The work is done on an executor
-/// of its own.
+/// Returns the paths of the frames. Creates all frames if any is missing; a frame that cannot be
+/// created is left out. Works on an executor of its own.
 ///
-/// Throws `Error`, `media::MediaError` where the clip can't be opened, `FileError` where the folder
-/// can't be had, and `Cancelled` before the next frame once `stop` asks for it; frames made so far
-/// stay. Main thread.
+/// Throws `Error`, `media::MediaError` if the clip cannot be opened, `FileError` if the folder
+/// cannot be created, and `Cancelled`, which keeps the frames created so far. Main thread.
 QCoro::Task<QStringList> generate(QString videoId, QString path, QString cacheRoot,
                                   std::stop_token stop = {});
 

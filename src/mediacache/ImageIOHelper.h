@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// Writes pictures as files.
+/// Writes images to files.
 namespace corvane::ImageIOHelper {
 
 class WriteError : public Failure {
@@ -22,10 +22,9 @@ class WriteError : public Failure {
     QString m_path;
 };
 
-/// Writes a JPEG file in one step, in the place of a file that has the name already; missing
-/// folders are created. `quality` from 0 to 1. Throws `WriteError`, or `FileError` where a folder
-/// can't be created or the finished file not be moved into place. No part of a file stays behind.
-/// Any thread.
+/// Writes a JPEG file atomically, replacing an existing file, and creates missing folders.
+/// `quality` is 0 to 1. Throws `WriteError`, or `FileError` if creating the folders or renaming the
+/// file fails. Leaves no temporary file. Any thread.
 void writeJPEG(const media::RGBImage &image, const QString &path, double quality);
 
 } // namespace corvane::ImageIOHelper

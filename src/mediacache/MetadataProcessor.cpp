@@ -25,9 +25,9 @@ SerialExecutor &metadataExecutor() {
     return executor;
 }
 
-/// Nothing for what isn't finite or doesn't fit.
+/// Returns nullopt if the value is not finite or out of range.
 template <typename Integer> std::optional<Integer> integerOf(double value) {
-    // The highest integer rounds up to a double that doesn't fit any more.
+    // As a double, the largest integer rounds up to a value that is out of range.
     const auto bound = double(std::numeric_limits<Integer>::max());
     const bool fits = std::isfinite(value) && value < bound && value > -bound;
     return fits ? std::optional(Integer(value)) : std::nullopt;
@@ -37,7 +37,7 @@ std::optional<QString> codecOf(quint32 code) {
     return code == 0 ? std::nullopt : std::optional(codecText(code));
 }
 
-void readFacts(const media::MediaAsset &asset, Outcome &outcome) {
+void setFacts(const media::MediaAsset &asset, Outcome &outcome) {
     const double duration = asset.duration ? asset.duration->seconds() : 0;
     outcome.durationSeconds = std::isfinite(duration) ? duration : 0;
     if (!asset.audioTracks.isEmpty()) {
@@ -75,13 +75,13 @@ Outcome processNow(const QString &videoId, const QString &path, const QString &c
     Outcome outcome{.videoId = videoId};
     try {
         const media::MediaAsset asset = media::MediaAsset::read(path);
-        readFacts(asset, outcome);
+        setFacts(asset, outcome);
         if (!asset.videoTracks.isEmpty()) {
             outcome.thumbnailRelativePath =
                 writeThumbnail(videoId, path, cacheRoot, outcome.durationSeconds);
         }
     } catch (const std::exception &) {
-        // A clip is imported whether or not anything is known of it.
+        // A clip is imported even if it cannot be read.
     }
     return outcome;
 }

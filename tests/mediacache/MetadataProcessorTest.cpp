@@ -34,7 +34,7 @@ class ClipCacheTest : public testing::Test {
     QStringList filmstrip(const QString &clip, std::stop_token stop = {}) {
         return await(FilmstripService::generate(text("V"), clip, cache, std::move(stop)));
     }
-    QString made(const char *name, const test::ClipOptions &options = {}) {
+    QString createClip(const char *name, const test::ClipOptions &options = {}) {
         return makeClip(folder.at(text(name)), options);
     }
 
@@ -45,8 +45,8 @@ class ClipCacheTest : public testing::Test {
 } // namespace
 
 TEST_F(ClipCacheTest, ReadsFactsAndWritesAnUprightThumbnail) {
-    const auto outcome = process(
-        made("a.mov", {.size = {640, 360}, .rate = text("50"), .rotation = 90, .audioTracks = 1}));
+    const auto outcome = process(createClip(
+        "a.mov", {.size = {640, 360}, .rate = text("50"), .rotation = 90, .audioTracks = 1}));
     EXPECT_EQ(outcome.durationSeconds, 1);
     EXPECT_EQ(outcome.width, 640);
     EXPECT_EQ(outcome.height, 360);
@@ -61,23 +61,23 @@ TEST_F(ClipCacheTest, ReadsFactsAndWritesAnUprightThumbnail) {
     EXPECT_TRUE(folder.temporaries().isEmpty());
 }
 
-TEST_F(ClipCacheTest, LeavesEmptyWhatCannotBeRead) {
-    auto sound = process(made("a.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 2}));
+TEST_F(ClipCacheTest, LeavesUnreadableFieldsEmpty) {
+    auto sound = process(createClip("a.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 2}));
     EXPECT_EQ(sound.durationSeconds, 2);
     EXPECT_EQ(std::exchange(sound.audioCodec, {}), text("mp4a"));
     EXPECT_EQ(sound, (MetadataProcessor::Outcome{.videoId = text("V"), .durationSeconds = 2}));
     const QString noise = folder.write(text("noise.mp4"), test::noise(5000));
     EXPECT_EQ(process(noise), MetadataProcessor::Outcome{.videoId = text("V")});
-    // The cache is no place of ours where it is a link.
+    // A cache that is a link is not followed.
     folder.folder(text("elsewhere"));
     folder.link(text("p/.corvane-cache"), folder.at(text("elsewhere")));
-    const auto outcome = process(made("b.mp4"));
+    const auto outcome = process(createClip("b.mp4"));
     EXPECT_EQ(outcome.durationSeconds, 2);
     EXPECT_FALSE(outcome.thumbnailRelativePath);
     EXPECT_TRUE(folder.names(text("elsewhere")).isEmpty());
 }
 
-TEST(MetadataProcessorTest, TakesThumbnailsATenthInAndNamesCodecs) {
+TEST(MetadataProcessorTest, ThumbnailsAreATenthIntoTheClipAndCodecsAreNamed) {
     EXPECT_EQ(MetadataProcessor::thumbnailSeconds(0.05), 0);
     EXPECT_DOUBLE_EQ(MetadataProcessor::thumbnailSeconds(0.5), 0.05);
     EXPECT_DOUBLE_EQ(MetadataProcessor::thumbnailSeconds(60), 6);
@@ -85,10 +85,10 @@ TEST(MetadataProcessorTest, TakesThumbnailsATenthInAndNamesCodecs) {
     EXPECT_EQ(MetadataProcessor::codecText(0x617663b1), text("????"));
 }
 
-TEST_F(ClipCacheTest, MakesAFilmstripOnceAndAgainWhereAFrameIsMissing) {
+TEST_F(ClipCacheTest, CreatesAFilmstripOnceAndAgainIfAFrameIsMissing) {
     for (const int gop : {12, 300}) {
         SCOPED_TRACE(gop);
-        const QString clip = made("a.mp4", {.frames = 375, .gop = gop, .bFrames = 2});
+        const QString clip = createClip("a.mp4", {.frames = 375, .gop = gop, .bFrames = 2});
         const QStringList files = filmstrip(clip);
         ASSERT_EQ(files, FilmstripService::framePaths(text("V"), cache));
         const QList<double> times = FilmstripService::frameSeconds(15);
@@ -108,7 +108,7 @@ TEST_F(ClipCacheTest, MakesAFilmstripOnceAndAgainWhereAFrameIsMissing) {
     }
 }
 
-TEST_F(ClipCacheTest, MakesNoFilmstripOfWhatHasNoneAndStopsWhenAsked) {
+TEST_F(ClipCacheTest, ThrowsForClipsWithoutVideoOrDurationAndWhenCancelled) {
     const auto reasonFor = [&](const QString &clip) {
         try {
             filmstrip(clip);
@@ -117,11 +117,11 @@ TEST_F(ClipCacheTest, MakesNoFilmstripOfWhatHasNoneAndStopsWhenAsked) {
         }
         return -1;
     };
-    EXPECT_EQ(reasonFor(made("a.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 1})),
+    EXPECT_EQ(reasonFor(createClip("a.m4a", {.frames = 0, .audioTracks = 1, .audioSeconds = 1})),
               int(FilmstripService::Error::Case::noVideoTrack));
-    EXPECT_EQ(reasonFor(made("a.h264", {})),
+    EXPECT_EQ(reasonFor(createClip("a.h264", {})),
               int(FilmstripService::Error::Case::assetHasNoDuration));
-    const QString clip = made("a.mp4", {.gop = 1});
+    const QString clip = createClip("a.mp4", {.gop = 1});
     std::stop_source stop;
     stop.request_stop();
     EXPECT_THROW(filmstrip(clip, stop.get_token()), Cancelled);
@@ -129,13 +129,13 @@ TEST_F(ClipCacheTest, MakesNoFilmstripOfWhatHasNoneAndStopsWhenAsked) {
     for (const QString &id : {text(".."), text("a/b"), QString()}) {
         EXPECT_THROW(await(FilmstripService::generate(id, clip, cache)), FileError);
     }
-    // What fails for one frame costs that frame.
+    // A frame that cannot be written is left out.
     const QString blocked = folder.folder(text("p/.corvane-cache/V/filmstrip/frame-03.jpg"));
     EXPECT_EQ(filmstrip(clip).size(), 14);
     EXPECT_TRUE(folder.temporaries().isEmpty());
 }
 
-TEST(ImageIOHelperTest, ReplacesWholeOrLeavesWhatWasWhicheverCallFails) {
+TEST(ImageIOHelperTest, ReplacesTheFileAtomicallyWhicheverCallFails) {
     const media::RGBImage image{2, 2, QByteArray(12, char(200))};
     for (int call = 0, calls = 1; call <= calls; ++call) {
         const TestFolder folder;
