@@ -14,27 +14,27 @@ namespace corvane::ImportCopier {
 
 namespace {
 
-/// Makes a call about files and gives its failure the meaning that it has at this step.
-template <typename Call, typename Word> auto worded(Call call, Word word) {
+/// Performs a file operation and converts its failure to the `CopyError` of this step.
+template <typename Call, typename Convert> auto converting(Call call, Convert convert) {
     try {
         return call();
     } catch (const FileError &error) {
-        throw word(error.description());
+        throw convert(error.description());
     }
 }
 
 template <typename Call> auto reading(const QString &source, Call call) {
-    return worded(call,
-                  [&](const QString &error) { return CopyError::sourceUnreadable(source, error); });
+    return converting(
+        call, [&](const QString &error) { return CopyError::sourceUnreadable(source, error); });
 }
 
 template <typename Call> auto writing(const QString &destination, Call call) {
-    return worded(call,
-                  [&](const QString &error) { return CopyError::writeFailed(destination, error); });
+    return converting(
+        call, [&](const QString &error) { return CopyError::writeFailed(destination, error); });
 }
 
-/// The UUID of the volume that a descriptor is really on. It can only be asked for by path, so the
-/// mount is read again behind the question: then the answer was about this mount.
+/// The UUID of the volume that contains the folder. It can only be queried by path, so the mount is
+/// read again afterwards to verify that the UUID belongs to this mount.
 std::optional<QString> volumeOf(const Descriptor &folder) {
     const Mount before = fileSystem().mount(folder);
     const auto uuid =
@@ -45,7 +45,7 @@ std::optional<QString> volumeOf(const Descriptor &folder) {
     return uuid;
 }
 
-/// The root's descriptor, once it is proved to be the folder that was scanned.
+/// Opens the root and verifies that it is the expected folder.
 Descriptor openRoot(const QString &root, const std::optional<RootIdentity> &expected) {
     Descriptor folder = fileSystem().openFolder(root);
     const FileStatus status = fileSystem().status(folder);
@@ -59,9 +59,9 @@ Descriptor openRoot(const QString &root, const std::optional<RootIdentity> &expe
     return folder;
 }
 
-/// Walks down from the root on descriptors; no link is followed on the way.
-Descriptor openThroughRoot(const QString &givenSource, const SourceRoot &root) {
-    const QString source = paths::standardized(givenSource);
+/// Opens each component relative to its parent's descriptor without following links.
+Descriptor openThroughRoot(const QString &path, const SourceRoot &root) {
+    const QString source = paths::standardized(path);
     const QString rootPath = paths::standardized(root.path);
     if (!paths::isBelow(source, rootPath)) {
         throw CopyError::sourceOutsideScanRoot(source, rootPath);
@@ -86,7 +86,7 @@ Descriptor openSource(const QString &source, const std::optional<SourceRoot> &ro
     });
 }
 
-/// Hidden, so that no scan finds it, and of the destination's extension.
+/// A hidden name, which scans skip, with the extension of the destination.
 QString temporaryPath(const QString &destination) {
     const QString name =
         QStringLiteral(".tmp.%1.%2.%3")
@@ -96,7 +96,7 @@ QString temporaryPath(const QString &destination) {
 
 TemporaryFile createTemporary(const QString &destination, quint32 permissions,
                               Durability durability) {
-    return worded(
+    return converting(
         [&] { return TemporaryFile(temporaryPath(destination), permissions, durability); },
         [&](const QString &) {
             return CopyError::destinationUnwritable(destination,
@@ -110,7 +110,7 @@ void checkCancelled(const std::stop_token &stop) {
     }
 }
 
-/// One copy's ends, and who is told of it.
+/// Parameters of a copy that its steps share.
 struct Transfer {
     const QString &source;
     const QString &destination;
@@ -118,7 +118,7 @@ struct Transfer {
     const std::stop_token &stop;
 };
 
-/// Moves the bytes, each read once: what is written is what is hashed.
+/// Copies all bytes. Each is read once, so the bytes written are the bytes hashed.
 void transferBytes(const Transfer &transfer, const Descriptor &from, TemporaryFile &into,
                    PipelinedHasher *hasher) {
     std::optional<BlockBuffer> ownBlock;
@@ -150,14 +150,14 @@ std::optional<ContentHasher::FullAnchor> anchorToReproduce(const std::optional<S
     return hasAnchor ? ContentHasher::parseFullAnchor(*root->identity->contentHash) : std::nullopt;
 }
 
-/// Moves the finished file to its name. Only a regular file there may be replaced.
-void place(TemporaryFile &temporary, const QString &destination) {
+/// Renames the complete file to the destination, where it may replace only a regular file.
+void commit(TemporaryFile &temporary, const QString &destination) {
     const auto existing = PathSafety::fileType(destination);
     if (existing && *existing != FileType::Regular) {
         throw CopyError::destinationIsNotAFile(destination);
     }
-    worded([&] { temporary.commit(destination); },
-           [&](const QString &error) { return CopyError::renameFailed(destination, error); });
+    converting([&] { temporary.commit(destination); },
+               [&](const QString &error) { return CopyError::renameFailed(destination, error); });
 }
 
 } // namespace
@@ -221,7 +221,7 @@ CopyError CopyError::sourceContentChanged(const QString &path) {
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
           const Progress &progress, std::stop_token stop, quint32 permissions,
           Durability durability) {
-    worded(
+    converting(
         [&] { fileSystem().createFolders(paths::parentFolder(destination)); },
         [&](const QString &error) { return CopyError::destinationUnwritable(destination, error); });
     Descriptor from = openSource(source, root);
@@ -237,7 +237,7 @@ void copy(const QString &source, const QString &destination, const std::optional
     if (hasher && hasher->finalizeDigest() != anchor->expectedDigest) {
         throw CopyError::sourceContentChanged(source);
     }
-    place(temporary, destination);
+    commit(temporary, destination);
 }
 
 } // namespace corvane::ImportCopier

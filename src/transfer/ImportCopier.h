@@ -7,9 +7,9 @@
 #include <optional>
 #include <stop_token>
 
-/// Copies one file, trusting nothing that was seen of it before: the root is proved again by its
-/// identity, the way down goes on descriptors without following links, what is read is hashed on
-/// its way, and only a complete, synced file is moved to the destination's name.
+/// Copies one file without relying on earlier checks: verifies the identity of the root folder,
+/// opens each component below it relative to a descriptor without following links, hashes the bytes
+/// while they are copied, and renames only a complete, synced file to the destination.
 namespace corvane::ImportCopier {
 
 class CopyError : public Failure {
@@ -44,24 +44,22 @@ class CopyError : public Failure {
     Kind m_kind;
 };
 
-/// The folder that the source must be reached through, and what it was. A `contentHash` in the
-/// identity that is a full anchor must be reproduced by the bytes that are read. Without an
-/// identity the folder is only walked from.
+/// The folder through which the source is opened. If the identity is set, the folder must match it;
+/// if its `contentHash` is a full anchor, the copied bytes must match that too.
 struct SourceRoot {
     QString path;
     std::optional<RootIdentity> identity;
 };
 
-/// Receives the bytes copied so far, on the copying thread.
+/// Called with the bytes copied so far, on the copying thread.
 using Progress = std::function<void(quint64 bytesDone)>;
 
-/// Copies on the calling thread, which belongs to an executor. Without a root the source is opened
-/// by its plain path. The copy gets `permissions`, less the user's mask. With `Durability::Later`
-/// it is the caller who syncs the volume.
+/// Copies a file and creates missing folders of the destination. Blocks; any thread. Without a root
+/// the source is opened by its path. The copy gets `permissions` less the umask. With
+/// `Durability::Later` the caller syncs the volume.
 ///
-/// Throws `CopyError`, or `Cancelled` once `stop` asks for it; then the destination is as it was
-/// and no temporary file is left. Only where the very last step fails, the sync of the folder, the
-/// whole new file stands there already.
+/// Throws `CopyError` or `Cancelled`. The destination is then unchanged and no temporary file is
+/// left, unless the last step fails, which syncs the folder after the file was renamed.
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,
           const Progress &progress, std::stop_token stop, quint32 permissions = 0666,
           Durability durability = Durability::Synced);

@@ -10,22 +10,21 @@
 
 namespace corvane {
 
-/// Hashes the blocks of a copy on a thread of its own while the copy goes on, so that verifying
-/// costs no time of its own. A few blocks go round: who fills them waits when the hashing falls
-/// behind.
+/// Hashes the blocks of a copy on a thread of its own, concurrently with the copy. Uses a ring of
+/// blocks; `nextBlock` waits if hashing falls behind.
 ///
-/// Used by one thread. Destroying it before the end is fine at any moment.
+/// Must be used by one thread. May be destroyed at any time.
 class PipelinedHasher {
   public:
     explicit PipelinedHasher(const QByteArray &salt);
     ~PipelinedHasher();
     Q_DISABLE_COPY_MOVE(PipelinedHasher)
 
-    /// A block to fill, of `BlockBuffer::kSize` bytes. The one before is given up by asking.
+    /// Returns a block of `BlockBuffer::kSize` bytes to fill. Invalidates the previous block.
     char *nextBlock();
-    /// Hands on the first bytes of the block. They may still be read, but no longer be changed.
+    /// Queues the first `count` bytes of the block for hashing. They must not be modified any more.
     void hashBlock(qint64 count);
-    /// Waits for all blocks and gives the digest. The hasher is used up.
+    /// Waits for all blocks and returns the digest. Must be the last call.
     QString finalizeDigest();
 
   private:
@@ -36,15 +35,16 @@ class PipelinedHasher {
         qint64 count = 0;
     };
 
-    void work(const std::stop_token &stop);
+    void hashBlocks(const std::stop_token &stop);
 
     std::array<Block, kBlocks> m_blocks;
-    ContentHasher::StreamingAnchorHasher m_hasher; ///< the thread's until all is hashed
+    ContentHasher::StreamingAnchorHasher
+        m_hasher; ///< used by `m_thread` until all blocks are hashed
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
-    quint64 m_handedOn = 0; ///< blocks since the start
-    quint64 m_hashed = 0;   ///< blocks since the start
-    std::jthread m_thread;  ///< last, so that it ends before what it uses
+    quint64 m_queued = 0;  ///< number of blocks so far
+    quint64 m_hashed = 0;  ///< number of blocks so far
+    std::jthread m_thread; ///< declared last, so that it is joined before the others go
 };
 
 } // namespace corvane

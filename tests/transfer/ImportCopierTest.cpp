@@ -25,7 +25,7 @@ namespace {
 
 using CopyKind = CopyError::Kind;
 
-/// A card with one clip of a few blocks, and a folder that holds an older file of its name.
+/// A card with one clip of several blocks, and a destination that contains an older file.
 class ImportCopierTest : public testing::Test {
   protected:
     SourceRoot root() const {
@@ -40,7 +40,7 @@ class ImportCopierTest : public testing::Test {
     void copy(const std::optional<SourceRoot> &through) const {
         ImportCopier::copy(source, destination, through, {}, {});
     }
-    /// How the copy fails, or nothing where it doesn't.
+    /// The kind of failure, or nullopt if the copy succeeds.
     std::optional<CopyKind> failure(const std::optional<SourceRoot> &through) const {
         try {
             copy(through);
@@ -66,8 +66,8 @@ qsizetype openDescriptors() {
     return QDir(QStringLiteral("/proc/self/fd")).count();
 }
 
-/// What a failure of an operation means, except for those that sync the destination's folder.
-const QHash<QString, CopyKind> kMeanings{
+/// The error kind for each failing operation, except for syncing the destination's folder.
+const QHash<QString, CopyKind> kErrorKinds{
     {QStringLiteral("createFolders"), CopyKind::destinationUnwritable},
     {QStringLiteral("openFolder"), CopyKind::sourceUnreadable},
     {QStringLiteral("openFolderAt"), CopyKind::sourceUnreadable},
@@ -81,7 +81,7 @@ const QHash<QString, CopyKind> kMeanings{
 
 } // namespace
 
-TEST_F(ImportCopierTest, PlacesExactlyTheSourcesBytesAndReportsThemAsTheyCome) {
+TEST_F(ImportCopierTest, CopiesExactlyTheBytesOfTheSourceAndReportsProgress) {
     SourceRoot remounted = root();
     remounted.identity->device += 1;
     const QString fresh = at("new/folder/clip.mov");
@@ -96,7 +96,7 @@ TEST_F(ImportCopierTest, PlacesExactlyTheSourcesBytesAndReportsThemAsTheyCome) {
     EXPECT_THAT(folder.temporaries(), testing::IsEmpty());
 }
 
-TEST_F(ImportCopierTest, LeavesEverythingAsItWasWhicheverOperationFails) {
+TEST_F(ImportCopierTest, LeavesTheDestinationUnchangedWhicheverOperationFails) {
     const SourceRoot anchored = rootWithAnchor(ContentHasher::makeAnchor(source));
     const QString out = at("out");
     FaultyFileSystem faulty;
@@ -113,17 +113,17 @@ TEST_F(ImportCopierTest, LeavesEverythingAsItWasWhicheverOperationFails) {
         faulty.failAt(call, EIO);
         const auto failed = failure(anchored);
         SCOPED_TRACE(last.first.toStdString());
-        // Once the name is moved the new file stands there, whole; only its folder isn't synced.
-        const bool isMoved = last.second == out && last.first != QLatin1String("createFolders");
-        EXPECT_EQ(failed, isMoved ? CopyKind::renameFailed : kMeanings.value(last.first));
-        EXPECT_EQ(copied(), isMoved ? bytes : QByteArray("older"));
+        // After the rename only the folder's sync can fail, and the destination is complete.
+        const bool isRenamed = last.second == out && last.first != QLatin1String("createFolders");
+        EXPECT_EQ(failed, isRenamed ? CopyKind::renameFailed : kErrorKinds.value(last.first));
+        EXPECT_EQ(copied(), isRenamed ? bytes : QByteArray("older"));
         EXPECT_EQ(openDescriptors(), descriptors);
     }
     EXPECT_EQ(folder.read(QStringLiteral("card/DCIM/clip.mov")), bytes);
     EXPECT_THAT(folder.temporaries(), testing::IsEmpty());
 }
 
-TEST_F(ImportCopierTest, RefusesARootThatIsNoLongerTheScannedOne) {
+TEST_F(ImportCopierTest, RefusesARootThatIsNotTheScannedFolder) {
     FaultyFileSystem faulty;
     const FileSystemScope scope(faulty);
     faulty.setVolumeUUID(QStringLiteral("volume-1"));
@@ -145,7 +145,7 @@ TEST_F(ImportCopierTest, RefusesARootThatIsNoLongerTheScannedOne) {
     EXPECT_EQ(failure(SourceRoot{scanned.path, {}}), std::nullopt);
 }
 
-TEST_F(ImportCopierTest, ReadsOnlyRegularFilesAndFollowsNoLinkToThem) {
+TEST_F(ImportCopierTest, CopiesOnlyRegularFilesAndFollowsNoLinks) {
     const SourceRoot scanned = root();
     const QString kept = at("card/kept.mov");
     ASSERT_TRUE(QFile::rename(source, kept));
@@ -167,7 +167,7 @@ TEST_F(ImportCopierTest, ReadsOnlyRegularFilesAndFollowsNoLinkToThem) {
     expectOldDestination();
 }
 
-TEST_F(ImportCopierTest, ReplacesNothingButARegularFile) {
+TEST_F(ImportCopierTest, ReplacesOnlyARegularFile) {
     ASSERT_TRUE(QFile::remove(destination));
     folder.write(QStringLiteral("out/clip.mov/kept.txt"), "kept");
     EXPECT_EQ(failure(root()), CopyKind::destinationIsNotAFile);
@@ -177,7 +177,7 @@ TEST_F(ImportCopierTest, ReplacesNothingButARegularFile) {
     EXPECT_EQ(folder.names(QStringLiteral("out")), QStringList{QStringLiteral("clip.mov")});
 }
 
-TEST_F(ImportCopierTest, LeavesNothingWhenItIsCancelledMidway) {
+TEST_F(ImportCopierTest, LeavesNoTemporaryFileWhenCancelled) {
     const SourceRoot anchored = rootWithAnchor(ContentHasher::makeAnchor(source));
     for (const auto &through : {root(), anchored}) {
         std::stop_source task;
@@ -188,7 +188,7 @@ TEST_F(ImportCopierTest, LeavesNothingWhenItIsCancelledMidway) {
     }
 }
 
-TEST_F(ImportCopierTest, PlacesOnlyTheBytesThatTheAnchorWasTakenFrom) {
+TEST_F(ImportCopierTest, CopiesOnlyTheBytesThatMatchTheAnchor) {
     const SourceRoot anchored = rootWithAnchor(ContentHasher::makeAnchor(source));
     EXPECT_EQ(failure(rootWithAnchor(QStringLiteral("no anchor"))), std::nullopt);
     EXPECT_EQ(failure(anchored), std::nullopt);
