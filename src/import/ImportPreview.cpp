@@ -79,14 +79,11 @@ void reserveNames(ImportPreviewRow &row, NameReserver &names) {
     row.proposedName = names.reserve(ownName);
     const bool isRenamed = row.proposedName != ownName;
     row.status = isRenamed ? CollisionStatus::renamed : CollisionStatus::ok;
-    if (!row.proposedSidecarName) {
-        return;
+    if (row.proposedSidecarName) {
+        row.proposedSidecarName =
+            names.reserve(sidecarName(*row.proposedSidecarName, paths::split(ownName).stem,
+                                      paths::split(row.proposedName).stem));
     }
-    const QString sidecar = isRenamed
-                                ? sidecarName(*row.source.sidecarURL, paths::split(ownName).stem,
-                                              paths::split(row.proposedName).stem)
-                                : *row.proposedSidecarName;
-    row.proposedSidecarName = names.reserve(sidecar);
 }
 
 } // namespace

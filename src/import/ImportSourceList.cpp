@@ -91,15 +91,20 @@ void ImportSourceList::add(const QStringList &paths) {
     m_import.setSources(sources);
 }
 
-void ImportSourceList::addDropped(const QList<QUrl> &urls) {
-    QStringList local;
+QStringList ImportSourceList::localPaths(const QList<QUrl> &urls) {
+    QStringList paths;
     for (const QUrl &url : urls) {
         if (url.isLocalFile()) {
-            local.append(url.toLocalFile());
+            paths.append(url.toLocalFile());
         }
     }
-    add(local);
-    if (local.size() < urls.size()) {
+    return paths;
+}
+
+void ImportSourceList::addDropped(const QList<QUrl> &urls) {
+    const QStringList paths = localPaths(urls);
+    add(paths);
+    if (paths.size() < urls.size()) {
         setNotice(QStringLiteral("Only files and folders of this computer can be imported."));
     }
 }

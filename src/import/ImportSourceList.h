@@ -38,9 +38,12 @@ class ImportSourceList : public ListModel<ImportSource, &ImportSource::path> {
     Q_INVOKABLE void chooseFolder();
     Q_INVOKABLE void chooseFiles();
     void add(const QStringList &paths);
-    /// Adds dropped files and folders; only local ones can be added.
+    /// Adds the local files and folders; others only cause a notice.
     Q_INVOKABLE void addDropped(const QList<QUrl> &urls);
     Q_INVOKABLE void remove(int row);
+
+    /// The paths of the URLs that are local.
+    static QStringList localPaths(const QList<QUrl> &urls);
 
   Q_SIGNALS:
     void noticeChanged();

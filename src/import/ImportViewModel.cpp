@@ -152,7 +152,7 @@ QCoro::Task<> ImportViewModel::requestConfirmations(std::stop_token stop) {
     const PathSafety::SourceGrants grants = co_await authorization.sourceGrants(file);
     RefusedRows refused = co_await userInitiatedExecutor().run(
         [rows, project, grants] { return refusedRows(rows, project, grants); });
-    // One file at a time at low priority: each is read completely.
+    // At low priority and file by file because each is read completely.
     for (const QString &path : std::as_const(refused.modified)) {
         if (!self || stop.stop_requested()) {
             break;

@@ -23,17 +23,6 @@ QString freeName(const QString &folder, const QString &name) {
     }
 }
 
-/// The sidecar follows its video if that could not get its proposed name.
-QString sidecarDestination(const ImportPreviewRow &row, const QString &folder,
-                           const QString &videoName) {
-    const QString following =
-        videoName == row.proposedName
-            ? *row.proposedSidecarName
-            : sidecarName(*row.proposedSidecarName, paths::split(row.proposedName).stem,
-                          paths::split(videoName).stem);
-    return paths::joined(folder, freeName(folder, following));
-}
-
 void removeCopy(const QString &path) {
     try {
         fileSystem().remove(path);
@@ -75,7 +64,10 @@ Outcome copyFiles(const ImportPreviewRow &row, const QString &destinationFolder,
         return outcome;
     }
     try {
-        const QString sidecar = sidecarDestination(row, destinationFolder, videoName);
+        const QString name =
+            sidecarName(*row.proposedSidecarName, paths::split(row.proposedName).stem,
+                        paths::split(videoName).stem);
+        const QString sidecar = paths::joined(destinationFolder, freeName(destinationFolder, name));
         ImportCopier::copy(*row.source.sidecarURL, sidecar, root, {}, stop);
         outcome.sidecarPath = sidecar;
     } catch (const Cancelled &) {

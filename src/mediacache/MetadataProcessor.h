@@ -5,7 +5,9 @@
 
 #include <optional>
 
-/// Reads the metadata of a clip's container and creates its thumbnail.
+/// Reads the metadata of a clip's container and creates its thumbnail. The metadata is not derived
+/// data, but belongs to this layer because every caller needs it together with the thumbnail, and
+/// the thumbnail's time depends on it.
 namespace corvane::MetadataProcessor {
 
 struct Outcome {

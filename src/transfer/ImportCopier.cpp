@@ -150,7 +150,7 @@ std::optional<ContentHasher::FullAnchor> anchorToReproduce(const std::optional<S
     return hasAnchor ? ContentHasher::parseFullAnchor(*root->identity->contentHash) : std::nullopt;
 }
 
-/// Renames the complete file to the destination, where it may replace only a regular file.
+/// Renames the complete file to the destination. Replaces only a regular file.
 void commit(TemporaryFile &temporary, const QString &destination) {
     const auto existing = PathSafety::fileType(destination);
     if (existing && *existing != FileType::Regular) {

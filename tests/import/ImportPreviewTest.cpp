@@ -34,7 +34,7 @@ std::string namesOf(const QList<ImportPreviewRow> &rows) {
 
 } // namespace
 
-TEST(ImportPreview, GivesClipsOfOneNameNamesOfTheirOwnWithTheirSidecars) {
+TEST(ImportPreview, RenamesEquallyNamedVideosTogetherWithTheirSidecars) {
     const TestFolder destination;
     destination.write(QStringLiteral("C1 (3).MP4"), "there");
     destination.write(QStringLiteral("A2.XML"), "there");
@@ -52,7 +52,7 @@ TEST(ImportPreview, GivesClipsOfOneNameNamesOfTheirOwnWithTheirSidecars) {
     EXPECT_TRUE(rows.at(1).included);
 }
 
-TEST(ImportPreview, LeavesOutWhatTheProjectHoldsAndReservesNothingForIt) {
+TEST(ImportPreview, ExcludesImportedVideosAndReservesNoNamesForThem) {
     Project project;
     project.videos = {VideoRecord{.contentHash = QStringLiteral("k1")}, VideoRecord{}};
     const QList<ScannedVideo> videos{

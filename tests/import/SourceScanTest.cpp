@@ -16,12 +16,12 @@ using corvane::test::TestFolder;
 
 namespace {
 
-/// The real files, but a folder that can't be listed, one that a link replaces at that moment, and
-/// a count of what is looked at.
-class WatchedFileSystem : public SystemFileSystem {
+/// The system's files with counts of calls. The folder "locked" cannot be listed, and "replaced" is
+/// replaced by a link when it is listed.
+class CountingFileSystem : public SystemFileSystem {
   public:
     QList<DirectoryEntry> list(const QString &folder) const override {
-        ++lists[folder];
+        ++listCalls[folder];
         if (folder.endsWith(QStringLiteral("/replaced"))) {
             EXPECT_TRUE(QFile::rename(folder, folder + QStringLiteral("-before")));
             EXPECT_TRUE(QFile::link(folder + QStringLiteral("-before"), folder));
@@ -36,16 +36,16 @@ class WatchedFileSystem : public SystemFileSystem {
         return entries;
     }
     std::optional<FileStatus> linkStatus(const QString &path) const override {
-        ++looks[path];
+        ++statusCalls[path];
         return SystemFileSystem::linkStatus(path);
     }
 
-    mutable QHash<QString, int> lists;
-    mutable QHash<QString, int> looks;
+    mutable QHash<QString, int> listCalls;
+    mutable QHash<QString, int> statusCalls;
     bool hidesTypes = false;
 };
 
-/// Names stand in one text, with a blank between them.
+/// Lists of names are texts separated by spaces.
 class SourceScanTest : public testing::Test {
   protected:
     QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
@@ -63,11 +63,11 @@ class SourceScanTest : public testing::Test {
     }
 
     TestFolder folder;
-    WatchedFileSystem watched;
-    FileSystemScope scope{watched};
+    CountingFileSystem countingFiles;
+    FileSystemScope scope{countingFiles};
 };
 
-/// The sidecar of a clip A001.mov among the files of its folder.
+/// The sidecar found for A001.mov in a folder with these files.
 std::string sidecarAmong(const char *names) {
     const TestFolder card;
     for (const QString &name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
@@ -82,7 +82,7 @@ std::string sidecarAmong(const char *names) {
 
 } // namespace
 
-TEST_F(SourceScanTest, WalksSortedAndPassesOverHiddenAndKnownFolders) {
+TEST_F(SourceScanTest, SortsEntriesAndSkipsHiddenEntriesAndToolFolders) {
     fill("b/2.MOV a.mp4 c.mxf b/1.mov b/clip.mov/in.mov "
          "b/node_modules/x.mov .hidden/x.mov .git/x.mov .x.mov");
     const std::string all = "a.mp4 b/1.mov b/2.MOV b/clip.mov/in.mov c.mxf";
@@ -92,9 +92,10 @@ TEST_F(SourceScanTest, WalksSortedAndPassesOverHiddenAndKnownFolders) {
     EXPECT_EQ(result.videos.first().fileSizeBytes, 5U);
     EXPECT_EQ(result.videos.at(1).scanRoot.url, folder.path());
     EXPECT_FALSE(result.videos.first().contentHash);
-    EXPECT_THAT(watched.lists.values() + watched.looks.values(), testing::Each(1));
+    EXPECT_THAT(countingFiles.listCalls.values() + countingFiles.statusCalls.values(),
+                testing::Each(1));
     EXPECT_EQ(found(scan({folder.path()}, false, {})), "a.mp4 c.mxf");
-    watched.hidesTypes = true;
+    countingFiles.hidesTypes = true;
     EXPECT_EQ(found(scan({folder.path()}, true, {})), all);
 }
 
@@ -106,20 +107,20 @@ TEST_F(SourceScanTest, PairsAVideoWithTheSidecarOfItsStem) {
     EXPECT_EQ(sidecarAmong("A001M1.xml A001MAB.xml A001M001.xml A001.mov.xml a001.xml"), "");
 }
 
-TEST_F(SourceScanTest, CountsWhatItLeavesOut) {
+TEST_F(SourceScanTest, CountsEntriesLeftOutByReason) {
     fill("a.mov a.xml b.xml notes.txt locked/x.mov replaced/x.mov elsewhere/notes.txt");
     folder.link(QStringLiteral("link.mov"), at("a.mov"));
     folder.link(QStringLiteral("linked"), at("elsewhere"));
     const QByteArray invalid = folder.path().toUtf8() + "/bad\xff.mov";
     ::close(::open(invalid.constData(), O_CREAT | O_WRONLY, 0600));
     const ScanResult result = scan({folder.path()}, true, {});
-    ::unlink(invalid.constData()); // Qt can't remove what it can't name
+    ::unlink(invalid.constData()); // Qt cannot remove a file with an invalid name
     EXPECT_EQ(found(result), "a.mov");
     EXPECT_EQ(result.leftOut,
               (LeftOut{.notMedia = 3, .symbolicLinks = 2, .unreadable = 2, .invalidNames = 1}));
 }
 
-TEST_F(SourceScanTest, TakesSingleFilesThroughTheirFolderAndALinkedFolderAsARoot) {
+TEST_F(SourceScanTest, ScansSingleFilesThroughTheirFolderAndFollowsALinkedRoot) {
     fill("card/a.mov card/a.xml card/b.mov card/notes.txt");
     const QString link = folder.link(QStringLiteral("link.mov"), at("card/a.mov"));
     const ScanResult files = scan({at("card/b.mov"), at("card/./a.mov"), link, at("card/notes.txt"),
@@ -130,13 +131,13 @@ TEST_F(SourceScanTest, TakesSingleFilesThroughTheirFolderAndALinkedFolderAsARoot
     EXPECT_EQ(files.videos.last().sidecarURL, at("card/a.xml"));
     EXPECT_EQ(files.videos.last().sidecarType, SidecarType::xml);
     EXPECT_EQ(files.leftOut, (LeftOut{.notMedia = 1, .symbolicLinks = 1, .unreadable = 2}));
-    EXPECT_EQ(watched.lists.value(at("card")), 1);
+    EXPECT_EQ(countingFiles.listCalls.value(at("card")), 1);
 
     const QString linked = folder.link(QStringLiteral("linked"), at("card"));
     EXPECT_EQ(found(scan({linked}, true, {})), "linked/a.mov linked/b.mov");
 }
 
-TEST_F(SourceScanTest, EndsWhenItIsCancelled) {
+TEST_F(SourceScanTest, ThrowsWhenCancelled) {
     fill("a.mov");
     std::stop_source task;
     task.request_stop();

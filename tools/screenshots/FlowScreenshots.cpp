@@ -47,8 +47,9 @@ bool importRunning(ProjectWindow &projectWindow) {
     }
     ImportSheet &import = *projectWindow.screen().importing();
     import.beginImport();
-    return waitUntil(
-        [&] { return import.figure().startsWith(QLatin1Char('4')) && import.fraction() > 0.05; });
+    return waitUntil([&] {
+        return import.run().figure.startsWith(QLatin1Char('4')) && import.run().fraction > 0.05;
+    });
 }
 
 void chooseExport(ExportSheet &exporting) {

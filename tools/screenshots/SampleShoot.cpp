@@ -148,8 +148,8 @@ void SampleShoot::importAll(CorvaneApp &app, SourceImportMode mode) const {
     waitUntilDone(import.startScan());
     import.setMode(mode);
     waitUntilDone(import.beginImport());
-    if (import.failedCount() > 0) {
-        throw SampleShootError(import.failures().first().message);
+    if (import.result().failedCount > 0) {
+        throw SampleShootError(import.result().failures.first().message);
     }
 }
 

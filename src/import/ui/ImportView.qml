@@ -25,7 +25,7 @@ Item {
         }
     }
 
-    // One scrim for all stages: separate ones would flicker when the stage changes.
+    // All stages share a scrim: separate scrims would flicker when the stage changes.
     T.Popup {
         parent: T.Overlay.overlay
         visible: root.sheet.isOpen

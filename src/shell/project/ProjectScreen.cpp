@@ -13,16 +13,6 @@ namespace {
 /// Rows that the page keys move the selection by.
 constexpr int kRowsPerPage = 10;
 
-QStringList localPaths(const QList<QUrl> &urls) {
-    QStringList paths;
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile()) {
-            paths.append(url.toLocalFile());
-        }
-    }
-    return paths;
-}
-
 } // namespace
 
 ProjectScreen::ProjectScreen(CorvaneApp &app, media::MediaPlayer::Options player)
@@ -160,13 +150,13 @@ bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 bool ProjectScreen::canImportDropped(const QList<QUrl> &urls) const {
-    return !isSheetOpen() && !m_review.hasConfirmation() && !localPaths(urls).isEmpty();
+    return !isSheetOpen() && !m_review.hasConfirmation() && !ImportSourceList::localPaths(urls).isEmpty();
 }
 
 void ProjectScreen::importDropped(const QList<QUrl> &urls) {
     if (canImportDropped(urls)) {
         requestImport();
-        m_importing.openWith(localPaths(urls));
+        m_importing.openWith(ImportSourceList::localPaths(urls));
     }
 }
 
