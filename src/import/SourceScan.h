@@ -16,7 +16,6 @@ struct LeftOut {
     int unreadable = 0;    ///< files, folders and sources
     int invalidNames = 0;  ///< not valid UTF-8, so a document cannot contain them
 
-    int total() const { return notMedia + symbolicLinks + unreadable + invalidNames; }
     bool operator==(const LeftOut &) const = default;
 };
 

@@ -150,7 +150,8 @@ bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 bool ProjectScreen::canImportDropped(const QList<QUrl> &urls) const {
-    return !isSheetOpen() && !m_review.hasConfirmation() && !ImportSourceList::localPaths(urls).isEmpty();
+    return !isSheetOpen() && !m_review.hasConfirmation() &&
+           !ImportSourceList::localPaths(urls).isEmpty();
 }
 
 void ProjectScreen::importDropped(const QList<QUrl> &urls) {
