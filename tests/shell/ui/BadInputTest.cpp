@@ -35,11 +35,11 @@ class BadInputTest : public WindowTest {
         app.store().selectClips(ids);
     }
     /// Closes the window and runs the event loop until the application quits.
-    void closeAndQuit(HeldCopy &held) {
+    void closeAndQuit(BlockedCopy &blocked) {
         QGuiApplication::setQuitOnLastWindowClosed(false); // as the application does
         QTimer::singleShot(0, qApp, [&] {
             screen->window()->close();
-            held.letGo();
+            blocked.resume();
         });
         QTimer timeout;
         timeout.callOnTimeout([] { QCoreApplication::exit(1); });
@@ -150,7 +150,7 @@ TEST_F(BadInputTest, ImportsDroppedFootageAndOpensADroppedProjectAfterTheRun) {
     click("import.scan");
     ASSERT_TRUE(appears("import.begin", kMediaTimeout));
     click("import.mode.1");
-    HeldCopy held(utf8("b.mov"));
+    BlockedCopy blocked(utf8("b.mov"));
     click("import.begin");
     ASSERT_TRUE(appears("import.running.cancel"));
     ASSERT_TRUE(screen->waitFor([&] { return text("import.running.figure") == utf8("2 / 2"); }));
@@ -159,7 +159,7 @@ TEST_F(BadInputTest, ImportsDroppedFootageAndOpensADroppedProjectAfterTheRun) {
     QCoreApplication::processEvents();
     EXPECT_EQ(app.store().project()->name, utf8("Tide"));
     const QString file = *app.store().fileURL();
-    held.letGo();
+    blocked.resume();
     ASSERT_TRUE(screen->waitFor([&] { return app.store().fileURL() == third; }, kMediaTimeout));
     EXPECT_EQ(ProjectFileIO::loadNow(file).videos.size(), 2);
     EXPECT_TRUE(appears("clip-clip-0"));
@@ -171,12 +171,12 @@ TEST_F(BadInputTest, ClosingTheWindowDuringAnImportLeavesCompleteFilesAndASavedP
     createProject();
     scan();
     {
-        HeldCopy held(utf8("b.mov"));
+        BlockedCopy blocked(utf8("b.mov"));
         click("import.begin");
         ASSERT_TRUE(screen->waitFor([&] {
             return shows("import.running.figure") && text("import.running.figure") == utf8("2 / 3");
         }));
-        closeAndQuit(held);
+        closeAndQuit(blocked);
     }
     const Project saved = ProjectFileIO::loadNow(*app.store().fileURL());
     EXPECT_EQ(saved.videos.size(), folder.names(utf8("shoot/media")).size());
@@ -194,12 +194,12 @@ TEST_F(BadInputTest, ClosingTheWindowDuringAnExportLeavesCompleteFilesAndAManife
     ASSERT_TRUE(screen->waitFor([&] { return projectScreen().exporting()->canStart(); }));
     const QString second = projectScreen().exporting()->rows()->rows().at(1).name;
     {
-        HeldCopy held(second);
+        BlockedCopy blocked(second);
         click("export.configure.start");
         ASSERT_TRUE(screen->waitFor(
             [&] { return projectScreen().exporting()->progressLine().startsWith(utf8("2 of 3")); },
             kMediaTimeout));
-        closeAndQuit(held);
+        closeAndQuit(blocked);
     }
     expectCompleteFiles("out");
     const QStringList names = folder.names(utf8("out"));
