@@ -14,30 +14,34 @@ using namespace corvane;
 using namespace corvane::test;
 using namespace std::chrono_literals;
 
-TEST(BackupService, KeepsTheNewestThreeOfThisProject) {
-    const TestFolder folder;
+namespace {
+
+class BackupServiceTest : public testing::Test {
+  protected:
+    TestFolder folder;
     TestClock clock;
-    BackupService backups(clock);
+    BackupService backups{clock};
     Project project = sampleProject(1);
-    project.filePath = folder.at(QStringLiteral("a.b.corvane"));
-    folder.write(QStringLiteral("a.c.2020-01-01T00-00-00.000Z.corvane.bak"), "another project's");
+};
+
+} // namespace
+
+TEST_F(BackupServiceTest, KeepsTheNewestThreeOfThisProject) {
+    project.filePath = folder.at("a.b.corvane");
+    folder.write("a.c.2020-01-01T00-00-00.000Z.corvane.bak", "another project's");
     QStringList written;
     for (int i = 0; i < 4; ++i) {
         written.append(await(backups.write(project)));
         clock.advance(1s);
     }
-    EXPECT_EQ(written.at(0), folder.at(QStringLiteral("a.b.2026-03-01T09-30-12.345Z.corvane.bak")));
-    EXPECT_FALSE(folder.has(QStringLiteral("a.b.2026-03-01T09-30-12.345Z.corvane.bak")));
+    EXPECT_EQ(written.at(0), folder.at("a.b.2026-03-01T09-30-12.345Z.corvane.bak"));
+    EXPECT_FALSE(folder.has("a.b.2026-03-01T09-30-12.345Z.corvane.bak"));
     EXPECT_EQ(folder.names().size(), 4);
     EXPECT_EQ(ProjectFileIO::loadNow(written.at(3)).videos, project.videos);
 }
 
-TEST(BackupService, KeepsTheNewBackupEvenIfOthersHaveLaterDates) {
-    const TestFolder folder;
-    TestClock clock;
-    BackupService backups(clock);
-    Project project = sampleProject(1);
-    project.filePath = folder.at(QStringLiteral("a.corvane"));
+TEST_F(BackupServiceTest, KeepsTheNewBackupEvenIfOthersHaveLaterDates) {
+    project.filePath = folder.at("a.corvane");
     const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(48);
     for (int i = 0; i < 3; ++i) {
         const QString old = folder.write(QStringLiteral("a.%1.corvane.bak").arg(i), "old");
@@ -48,27 +52,19 @@ TEST(BackupService, KeepsTheNewBackupEvenIfOthersHaveLaterDates) {
     EXPECT_EQ(folder.names().size(), 3);
 }
 
-TEST(BackupService, ReportsThePathOfAFailedWrite) {
-    const TestFolder folder;
-    TestClock clock;
-    BackupService backups(clock);
-    Project project = sampleProject(1);
-    project.filePath = folder.at(QStringLiteral("gone/a.corvane"));
-    try {
-        await(backups.write(project));
-        FAIL();
-    } catch (const BackupService::BackupError &error) {
-        EXPECT_EQ(
-            error.description(),
-            QStringLiteral("Backup write failed at %1: No such file or directory")
-                .arg(folder.at(QStringLiteral("gone/a.2026-03-01T09-30-12.345Z.corvane.bak"))));
-    }
+TEST_F(BackupServiceTest, ReportsThePathOfAFailedWrite) {
+    project.filePath = folder.at("gone/a.corvane");
+    const QString path = folder.at("gone/a.2026-03-01T09-30-12.345Z.corvane.bak");
+    EXPECT_THAT([&] { await(backups.write(project)); },
+                testing::ThrowsMessage<BackupService::BackupError>("Backup write failed at " +
+                                                                   path.toStdString() +
+                                                                   ": No such file or directory"));
 }
 
 TEST(ProjectRegistry, ListsEachFileOnceAndSurvivesADamagedFile) {
     const TestFolder folder;
     TestClock clock;
-    folder.write(QStringLiteral("registry.json"), "[{]");
+    folder.write("registry.json", "[{]");
     const Project project = sampleProject(2);
     {
         ProjectRegistry registry(folder.path(), clock);

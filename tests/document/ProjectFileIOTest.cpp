@@ -36,7 +36,7 @@ class ProjectFileIOTest : public testing::Test {
     }
 
     TestFolder folder;
-    QString file = folder.at(QStringLiteral("Harbor.corvane"));
+    QString file = folder.at("Harbor.corvane");
     ProjectFileIO io;
 };
 
@@ -44,7 +44,7 @@ class ProjectFileIOTest : public testing::Test {
 
 TEST_F(ProjectFileIOTest, DescribesEachKindOfUnreadableFile) {
     const auto expect = [this](const QByteArray &bytes, const QString &text) {
-        folder.write(QStringLiteral("Harbor.corvane"), bytes);
+        folder.write("Harbor.corvane", bytes);
         EXPECT_EQ(loadFailure(file), text.arg(file));
     };
     const QByteArray good = encodeDocument(sampleProject(2, 1));
@@ -58,8 +58,8 @@ TEST_F(ProjectFileIOTest, DescribesEachKindOfUnreadableFile) {
            QStringLiteral("%1 uses schema version 8, which is newer than this build supports (7). "
                           "Update Corvane to open this file."));
     expect("{\"schemaVersion\": 7}", QStringLiteral("Failed to decode %1: id: is missing"));
-    folder.folder(QStringLiteral("Folder.corvane"));
-    const QString asFolder = folder.at(QStringLiteral("Folder.corvane"));
+    folder.folder("Folder.corvane");
+    const QString asFolder = folder.at("Folder.corvane");
     EXPECT_EQ(loadFailure(asFolder),
               QStringLiteral("%1 is not a file. Pick the `.corvane` file itself.").arg(asFolder));
 }
@@ -67,9 +67,9 @@ TEST_F(ProjectFileIOTest, DescribesEachKindOfUnreadableFile) {
 TEST_F(ProjectFileIOTest, ReadsFilesUpToTheSizeLimit) {
     QByteArray bytes = encodeDocument(sampleProject(2, 1));
     bytes.append(ProjectFileIO::kFileLimit - bytes.size(), ' ');
-    folder.write(QStringLiteral("Harbor.corvane"), bytes);
+    folder.write("Harbor.corvane", bytes);
     EXPECT_EQ(await(io.load(file)).videos.size(), 2);
-    folder.write(QStringLiteral("Harbor.corvane"), bytes + ' ');
+    folder.write("Harbor.corvane", bytes + ' ');
     EXPECT_EQ(
         loadFailure(file),
         QStringLiteral("%1 is 32 MB, past the 32 MB limit for a `.corvane` file. Opening it would "
@@ -80,10 +80,9 @@ TEST_F(ProjectFileIOTest, ReadsFilesUpToTheSizeLimit) {
 
 TEST_F(ProjectFileIOTest, SetsFilePathToTheOpenedPath) {
     await(io.save(sampleProject(1), file, false));
-    const QString moved = folder.write(QStringLiteral("moved/Other.corvane"),
-                                       folder.read(QStringLiteral("Harbor.corvane")));
+    const QString moved = folder.write("moved/Other.corvane", folder.read("Harbor.corvane"));
     EXPECT_EQ(await(io.load(moved)).filePath, moved);
-    const QString link = folder.link(QStringLiteral("link.corvane"), moved);
+    const QString link = folder.link("link.corvane", moved);
     EXPECT_EQ(await(io.load(link)).filePath, link);
 }
 
@@ -106,26 +105,26 @@ TEST_F(ProjectFileIOTest, TheGuardReadsTheFileOnlyAfterAnotherWriter) {
 
 TEST_F(ProjectFileIOTest, DoesNotOverwriteADamagedFile) {
     const QByteArray half = encodeDocument(sampleProject(2)).left(200);
-    folder.write(QStringLiteral("Harbor.corvane"), half);
+    folder.write("Harbor.corvane", half);
     EXPECT_EQ(
         saveFailure(sampleProject(3)),
         QStringLiteral("Save aborted: existing %1 is corrupt or unreadable (%1 is not a valid "
                        "`.corvane` JSON document.). Inspect the file and recover from a "
                        "`.corvane.bak` if needed.")
             .arg(file));
-    EXPECT_EQ(folder.read(QStringLiteral("Harbor.corvane")), half);
+    EXPECT_EQ(folder.read("Harbor.corvane"), half);
 }
 
 TEST_F(ProjectFileIOTest, AFailureOfAnyCallOfASaveLeavesAReadableFile) {
     FaultyFileSystem faulty;
     const FileSystemScope scope(faulty);
     await(io.save(sampleProject(2), file, false));
-    const QByteArray before = folder.read(QStringLiteral("Harbor.corvane"));
+    const QByteArray before = folder.read("Harbor.corvane");
     faulty.failAt(0, 0);
     await(io.save(sampleProject(3), file, false));
     const int calls = faulty.calls();
     for (int call = 1; call <= calls; ++call) {
-        folder.write(QStringLiteral("Harbor.corvane"), before);
+        folder.write("Harbor.corvane", before);
         faulty.failAt(call, ENOSPC);
         EXPECT_THROW(await(ProjectFileIO().save(sampleProject(3), file, true)), SaveError);
         const qsizetype videos = await(io.load(file)).videos.size();

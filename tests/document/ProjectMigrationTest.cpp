@@ -48,7 +48,7 @@ TEST(ProjectMigration, EveryOlderVersionOpens) {
     const TestFolder folder;
     for (int version = 1; version <= 6; ++version) {
         const QByteArray bytes = olderDocument(version);
-        const QString path = folder.write(QStringLiteral("old.corvane"), bytes);
+        const QString path = folder.write("old.corvane", bytes);
         const Project project = ProjectFileIO::loadNow(path);
         EXPECT_EQ(project.schemaVersion, 7);
         Project expected = fullProject();
@@ -58,7 +58,7 @@ TEST(ProjectMigration, EveryOlderVersionOpens) {
             expected.exportBatches[0].cancelled = false;
         }
         EXPECT_EQ(project, expected) << "version " << version;
-        EXPECT_EQ(folder.read(QStringLiteral("old.corvane")), bytes) << "the file is unchanged";
+        EXPECT_EQ(folder.read("old.corvane"), bytes) << "the file is unchanged";
     }
 }
 

@@ -8,9 +8,7 @@
 
 using namespace corvane;
 using namespace corvane::media;
-using corvane::test::frameNumber;
-using corvane::test::makeClip;
-using corvane::test::TestFolder;
+using namespace corvane::test;
 
 namespace {
 
@@ -37,16 +35,13 @@ TEST(FrameGeneratorTest, TurnsScalesAndFitsWithoutEnlarging) {
         EXPECT_EQ(frameNumber(stored), 1);
     }
     const QString odd =
-        makeClip(folder.at(QStringLiteral("odd.avi")), {.codec = QStringLiteral("ffv1"),
-                                                        .size = {37, 21},
-                                                        .frames = 1,
-                                                        .pixelFormat = QStringLiteral("yuv444p")});
+        makeClip(folder.at("odd.avi"),
+                 {.codec = "ffv1", .size = {37, 21}, .frames = 1, .pixelFormat = "yuv444p"});
     const RGBImage only = FrameGenerator(odd, kThumbnail).imageAt({5, 1});
     EXPECT_EQ(sizeOf(only), (QList{37, 21}));
     EXPECT_EQ(frameNumber(only), 0);
     const QString oblong =
-        makeClip(folder.at(QStringLiteral("oblong.mkv")),
-                 {.frames = 1, .arguments = {QStringLiteral("-aspect"), QStringLiteral("64:18")}});
+        makeClip(folder.at("oblong.mkv"), {.frames = 1, .arguments = "-aspect 64:18"});
     EXPECT_EQ(sizeOf(FrameGenerator(oblong, {}).imageAt({})), (QList{640, 180}));
 }
 
@@ -78,11 +73,11 @@ TEST(FrameGeneratorTest, MakesABatchOfStillsWithinTheTolerance) {
 
 TEST(FrameGeneratorTest, FailsWithoutAVideoTrack) {
     const TestFolder folder;
-    const QString sound = makeClip(folder.at(QStringLiteral("a.m4a")),
-                                   {.frames = 0, .audioTracks = 1, .audioSeconds = 1});
+    const QString sound =
+        makeClip(folder.at("a.m4a"), {.frames = 0, .audioTracks = 1, .audioSeconds = 1});
     EXPECT_THROW(FrameGenerator(sound, {}), MediaError);
     std::stop_source stop;
-    FrameGenerator stopped(makeClip(folder.at(QStringLiteral("a.mp4"))), {}, stop.get_token());
+    FrameGenerator stopped(makeClip(folder.at("a.mp4")), {}, stop.get_token());
     stop.request_stop();
     EXPECT_THROW(stopped.images({{1, 1}}, [](qsizetype, std::optional<RGBImage>) {}), Cancelled);
     EXPECT_THROW(RGBImage().encodedJPEG(0.8), MediaError);

@@ -17,8 +17,7 @@ constexpr double kFrameSeconds = 0.04; ///< of the clips
 
 TEST(FrameSourceTest, KeepsTheFramesAroundThePlayheadWithinTheByteLimit) {
     const test::TestFolder folder;
-    const auto path =
-        test::makeClip(folder.at(QStringLiteral("clip.mp4")), {.frames = 100, .gop = 100});
+    const auto path = test::makeClip(folder.at("clip.mp4"), {.frames = 100, .gop = 100});
     constexpr qsizetype kLimit = 2'000'000; // about twenty frames
     FrameSource source(path, kLimit, {});
     auto frame = source.at(MediaTime::fromSeconds(3));
@@ -36,8 +35,8 @@ TEST(FrameSourceTest, KeepsTheFramesAroundThePlayheadWithinTheByteLimit) {
 
 TEST(FrameSourceTest, PlaysEvenlySpacedFramesBackwardIfNotAllFit) {
     const test::TestFolder folder;
-    const auto path = test::makeClip(folder.at(QStringLiteral("clip.mp4")),
-                                     {.frames = 300, .gop = 100, .bFrames = 2});
+    const auto path =
+        test::makeClip(folder.at("clip.mp4"), {.frames = 300, .gop = 100, .bFrames = 2});
     constexpr qsizetype kLimit = 3'000'000; // about thirty frames
     FrameSource source(path, kLimit, {});
     auto frame = source.at(MediaTime::fromSeconds(20));

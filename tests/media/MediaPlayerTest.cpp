@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QCoreApplication>
 #include <QRandomGenerator>
 
 #include <algorithm>
@@ -20,43 +19,9 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::eventually;
+using test::TestAudioOutput;
 
 constexpr double kFrame = 0.04;
-
-/// An audio output whose state and position the test sets.
-class TestAudioOutput : public AudioOutput {
-  public:
-    struct Device {
-        std::atomic<State> state{State::silent};
-        std::atomic<double> position{0};
-        std::atomic<bool> isPlayed{false};
-    };
-
-    explicit TestAudioOutput(Device &device) : m_device(device) {}
-    void setWake(std::function<void()>) override {}
-    void setFile(const QString &) override {}
-    void play(double seconds, double) override {
-        m_device.position = seconds;
-        m_device.state = State::starting;
-        m_device.isPlayed = true;
-        wakeTest();
-    }
-    void pause() override {
-        m_device.state = State::silent;
-        wakeTest();
-    }
-    State state() override { return m_device.state; }
-    std::optional<double> position() override {
-        return state() == State::running ? std::optional(m_device.position.load()) : std::nullopt;
-    }
-
-  private:
-    static void wakeTest() {
-        QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection);
-    }
-
-    Device &m_device;
-};
 
 class MediaPlayerTest : public testing::Test {
   protected:
@@ -120,38 +85,32 @@ class MediaPlayerTest : public testing::Test {
 
 } // namespace
 
-TEST_F(MediaPlayerTest, ShowsTheFrameThatASeekNames) {
-    start();
-    load(clip());
-    EXPECT_EQ(player->rate(), 0);
+TEST_F(MediaPlayerTest, ShowsTheFrameOfEverySeekAndStepWithAndWithoutACache) {
+    const std::pair<qsizetype, test::ClipOptions> table[] = {
+        {qsizetype(256) << 20, {.frames = 60, .bFrames = 2}},
+        {1, {.frames = 200, .gop = 150, .bFrames = 2}}, // distant keyframes
+    };
     QRandomGenerator random(7);
-    for (int seek = 0; seek < 40; ++seek) {
-        const int frame = random.bounded(60);
-        player->seek(MediaTime::fromSeconds(frame * kFrame + random.bounded(0.03)));
-        ASSERT_TRUE(shows(frame));
-    }
-    player->seek(MediaTime::fromSeconds(9));
-    EXPECT_TRUE(shows(59));
-
-    for (int frame = 0; frame < 60; ++frame) {
-        player->seek(MediaTime::fromSeconds(frame * kFrame));
-    }
-    player->seek(MediaTime::fromSeconds(0.5));
-    EXPECT_TRUE(shows(12));
-    EXPECT_EQ(player->currentTime(), MediaTime::fromSeconds(0.5));
-}
-
-TEST_F(MediaPlayerTest, SeeksAndStepsBetweenDistantKeyframesWithoutACache) {
-    start({.frameBytes = 1});
-    load(clip({.frames = 200, .gop = 150, .bFrames = 2}));
-    QRandomGenerator random(11);
-    for (int seek = 0; seek < 30; ++seek) {
-        const int frame = random.bounded(1, 199);
-        player->seek(MediaTime::fromSeconds(frame * kFrame));
-        ASSERT_TRUE(shows(frame));
-        const int step = random.bounded(2) == 0 ? 1 : -1;
-        player->stepFrames(step);
-        ASSERT_TRUE(shows(frame + step));
+    for (const auto &[bytes, options] : table) {
+        start({.frameBytes = bytes});
+        load(clip(options));
+        EXPECT_EQ(player->rate(), 0);
+        for (int seek = 0; seek < 35; ++seek) {
+            const int frame = random.bounded(1, options.frames - 1);
+            player->seek(MediaTime::fromSeconds(frame * kFrame + random.bounded(0.03)));
+            ASSERT_TRUE(shows(frame));
+            const int step = random.bounded(2) == 0 ? 1 : -1;
+            player->stepFrames(step);
+            ASSERT_TRUE(shows(frame + step));
+        }
+        player->seek(MediaTime::fromSeconds(9));
+        EXPECT_TRUE(shows(options.frames - 1));
+        for (int frame = 0; frame < 60; ++frame) {
+            player->seek(MediaTime::fromSeconds(frame * kFrame));
+        }
+        player->seek(MediaTime::fromSeconds(0.5));
+        EXPECT_TRUE(shows(12));
+        EXPECT_EQ(player->currentTime(), MediaTime::fromSeconds(0.5));
     }
 }
 
@@ -187,10 +146,10 @@ TEST_F(MediaPlayerTest, AddsUpPendingStepsAndStopsAtTheEnds) {
 
 TEST_F(MediaPlayerTest, StepsByFramesOfVariableDuration) {
     start();
-    const auto varying = QStringLiteral("N*20+if(gt(N\\,7)\\,500\\,0)+mod(N\\,3)*5");
+    const char *varying = "N*20+if(gt(N\\,7)\\,500\\,0)+mod(N\\,3)*5";
     for (const auto &options :
          {test::ClipOptions{.frames = 20, .milliseconds = varying},
-          test::ClipOptions{.frames = 20, .rate = QStringLiteral("24000/1001")},
+          test::ClipOptions{.frames = 20, .rate = "24000/1001"},
           test::ClipOptions{.frames = 20, .videoDelay = 0.3, .audioTracks = 1}}) {
         load(clip(options));
         for (int frame = 1; frame < 20; ++frame) {
@@ -221,7 +180,7 @@ TEST_F(MediaPlayerTest, KeepsStepsInsideARange) {
     EXPECT_TRUE(shows(10));
 }
 
-TEST_F(MediaPlayerTest, PlaysEveryFrameInOrderAndStopsOnTheLastOne) {
+TEST_F(MediaPlayerTest, PlaysEveryFrameInOrderButSkipsFramesAtFastRates) {
     start();
     load(clip());
     playToTheEnd(1, 0, 2.4);
@@ -235,11 +194,8 @@ TEST_F(MediaPlayerTest, PlaysEveryFrameInOrderAndStopsOnTheLastOne) {
     expected.removeFirst(); // already shown
     EXPECT_EQ(sink->numbers(), expected);
     EXPECT_EQ(player->currentTime(), MediaTime());
-}
 
-TEST_F(MediaPlayerTest, SkipsFramesAtFastRates) {
-    start();
-    load(clip());
+    sink->clear();
     playToTheEnd(2, 0, 2.4);
     EXPECT_TRUE(std::ranges::is_sorted(sink->numbers()));
     EXPECT_EQ(sink->numbers().last(), 59);
@@ -255,7 +211,7 @@ TEST_F(MediaPlayerTest, SkipsFramesAtFastRates) {
 
 TEST_F(MediaPlayerTest, PausesOnTheFrameThatTheCurrentTimeNames) {
     start();
-    load(clip({.frames = 60, .rate = QStringLiteral("24000/1001")}));
+    load(clip({.frames = 60, .rate = "24000/1001"}));
     play(1);
     for (int step = 1; step < 40; ++step) {
         clock.advance(0.0397s);
@@ -323,8 +279,7 @@ TEST_F(MediaPlayerTest, NeverShowsAFrameOfThePreviousFile) {
 
 TEST_F(MediaPlayerTest, ShowsNoFrameOfAnUnreadableFileAndPlaysFilesWithoutVideo) {
     start();
-    for (const auto &path :
-         {folder.write(QStringLiteral("a.mov"), "no film"), folder.at(QStringLiteral("b"))}) {
+    for (const auto &path : {folder.write("a.mov", "no film"), folder.at("b")}) {
         player->replaceCurrentItem(path);
         player->stepFrames(1);
         player->setRate(1);
@@ -380,14 +335,7 @@ TEST_F(MediaPlayerTest, ShowsUprightFramesInTheWantedSize) {
 
 TEST_F(MediaPlayerTest, MapsHighDynamicRangeLikeStills) {
     start();
-    const QString path = folder.at(QStringLiteral("pq.mp4"));
-    test::runFFmpeg(
-        QStringLiteral(
-            "-f lavfi -i testsrc2=size=320x180:rate=25 -frames:v 2 -pix_fmt yuv420p10le "
-            "-c:v libx265 -preset ultrafast -x265-params log-level=none:colorprim=bt2020:"
-            "transfer=smpte2084:colormatrix=bt2020nc %1")
-            .arg(path)
-            .split(QLatin1Char(' ')));
+    const QString path = test::makeHDRClip(folder.at("pq.mp4"), "smpte2084");
     settle([&] { player->replaceCurrentItem(path); });
     ASSERT_TRUE(eventually([&] { return !sink->shown().isEmpty(); }));
     const DisplayFrame shown = sink->shown().last().frame;
@@ -410,7 +358,7 @@ TEST_F(MediaPlayerTest, SynchronizesFramesToTheAudio) {
     start({.audioOutput = std::make_unique<TestAudioOutput>(device)});
     load(clip());
     player->setRate(1);
-    ASSERT_TRUE(eventually([&] { return device.isPlayed.load(); }));
+    ASSERT_TRUE(eventually([&] { return device.state == AudioOutput::State::starting; }));
     clock.advance(100ms); // still starting
     device.state = AudioOutput::State::running;
     clock.advance(500ms);
@@ -425,7 +373,7 @@ TEST_F(MediaPlayerTest, SynchronizesFramesToTheAudio) {
 
 TEST_F(MediaPlayerTest, PlaysAudioWithOrWithoutADevice) {
     const auto output = makeAudioOutput();
-    output->setWake([] { QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); });
+    output->setWake(test::wakeEventually);
     output->setFile(clip({.frames = 50, .audioTracks = 1}));
     output->play(0.5, 1);
     EXPECT_TRUE(eventually([&] { return output->state() == AudioOutput::State::running; }));

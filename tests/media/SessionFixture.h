@@ -35,7 +35,7 @@ class SessionTest : public testing::Test {
             if (!session) {
                 return "none";
             }
-            folder.write(QStringLiteral("out.mp4"), {});
+            folder.write("out.mp4", {});
             session->run(output, range, stop.get_token());
             EXPECT_EQ(session->progress(), 1);
         } catch (const Failure &failure) {
@@ -80,7 +80,7 @@ class SessionTest : public testing::Test {
     }
 
     TestFolder folder;
-    const QString output = folder.at(QStringLiteral("out.mp4"));
+    const QString output = folder.at("out.mp4");
     std::stop_source stop;
 };
 

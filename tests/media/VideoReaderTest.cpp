@@ -12,17 +12,9 @@
 
 using namespace corvane;
 using namespace corvane::media;
-using corvane::test::ClipOptions;
-using corvane::test::frameNumber;
-using corvane::test::makeClip;
-using corvane::test::runFFmpeg;
-using corvane::test::TestFolder;
+using namespace corvane::test;
 
 namespace {
-
-QString text(const char *ascii) {
-    return QString::fromLatin1(ascii);
-}
 
 /// The number drawn into a frame; -1 for nullopt, -2 if it is illegible.
 int numberOf(const std::optional<VideoFrame> &frame) {
@@ -89,57 +81,48 @@ struct Kind {
 } // namespace
 
 TEST(VideoReaderTest, FindsTheFrameAtATimeInEveryKindOfFile) {
-    const auto list = [](const char *words) { return text(words).split(QLatin1Char(' ')); };
     const Kind kinds[] = {
         {"h264.mp4", {.bFrames = 2, .audioTracks = 1}},
         {"open.mp4", {.bFrames = 3, .openGop = true}},
-        {"h264.m4v", {.rate = text("30000/1001"), .gop = 300}},
+        {"h264.m4v", {.rate = "30000/1001", .gop = 300}},
         {"h264.mkv", {.bFrames = 2, .audioTracks = 1}},
         {"h264.avi", {.bFrames = 2}},
         {"h264.ts", {.bFrames = 2, .audioTracks = 1}},
         {"open.ts", {.bFrames = 3, .openGop = true}},
         {"h264.mts", {.interlaced = true}},
-        {"hevc.mp4", {.codec = text("libx265"), .bFrames = 3}},
+        {"hevc.mp4", {.codec = "libx265", .bFrames = 3}},
         {"open.mov",
-         {.codec = text("libx265"),
-          .bFrames = 3,
-          .openGop = true,
-          .pixelFormat = text("yuv420p10le")}},
-        {"hevc.m2ts", {.codec = text("libx265"), .bFrames = 2}},
+         {.codec = "libx265", .bFrames = 3, .openGop = true, .pixelFormat = "yuv420p10le"}},
+        {"hevc.m2ts", {.codec = "libx265", .bFrames = 2}},
         {"prores.mov",
-         {.codec = text("prores_ks"),
-          .pixelFormat = text("yuv422p10le"),
+         {.codec = "prores_ks",
+          .pixelFormat = "yuv422p10le",
           .audioTracks = 2,
-          .audioCodec = text("pcm_s16le"),
-          .arguments = list("-timecode 10:00:00:00")}},
+          .audioCodec = "pcm_s16le",
+          .arguments = "-timecode 10:00:00:00"}},
         {"dnxhr.mov",
-         {.codec = text("dnxhd"),
-          .pixelFormat = text("yuv422p"),
-          .arguments = list("-profile:v dnxhr_sq")}},
+         {.codec = "dnxhd", .pixelFormat = "yuv422p", .arguments = "-profile:v dnxhr_sq"}},
         {"dnxhd.mxf",
-         {.codec = text("dnxhd"),
+         {.codec = "dnxhd",
           .size = {1280, 720},
           .frames = 12,
-          .pixelFormat = text("yuv422p"),
-          .arguments = list("-b:v 90M")}},
-        {"mpeg2.mxf", {.codec = text("mpeg2video"), .bFrames = 2}},
-        {"mpeg2.mpg", {.codec = text("mpeg2video"), .bFrames = 2}},
+          .pixelFormat = "yuv422p",
+          .arguments = "-b:v 90M"}},
+        {"mpeg2.mxf", {.codec = "mpeg2video", .bFrames = 2}},
+        {"mpeg2.mpg", {.codec = "mpeg2video", .bFrames = 2}},
         {"mpeg2.ts",
-         {.codec = text("mpeg2video"),
-          .bFrames = 2,
-          .interlaced = true,
-          .pixelFormat = text("yuv422p")}},
-        {"mjpeg.avi", {.codec = text("mjpeg"), .pixelFormat = text("yuvj422p")}},
-        {"mpeg4.avi", {.codec = text("mpeg4")}},
-        {"vp9.mkv", {.codec = text("libvpx-vp9")}},
-        {"av1.mp4", {.codec = text("libsvtav1")}},
+         {.codec = "mpeg2video", .bFrames = 2, .interlaced = true, .pixelFormat = "yuv422p"}},
+        {"mjpeg.avi", {.codec = "mjpeg", .pixelFormat = "yuvj422p"}},
+        {"mpeg4.avi", {.codec = "mpeg4"}},
+        {"vp9.mkv", {.codec = "libvpx-vp9"}},
+        {"av1.mp4", {.codec = "libsvtav1"}},
     };
     const TestFolder folder;
     for (const Kind &kind : kinds) {
         SCOPED_TRACE(kind.name);
-        const QString path = makeClip(folder.at(text(kind.name)), kind.options);
+        const QString path = makeClip(folder.at(kind.name), kind.options);
         VideoReader reader(path, {.isSingleFrameRead = kind.options.bFrames > 0});
-        const double rate = kind.options.rate == text("25") ? 25 : 30000 / 1001.0;
+        const double rate = kind.options.rate == "25" ? 25 : 30000 / 1001.0;
         EXPECT_NEAR(reader.nominalFrameRate(), rate, 1e-6);
         // Audio can start slightly before the video.
         const double delay = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
@@ -154,13 +137,13 @@ TEST(VideoReaderTest, DetectsNonReferenceFrames) {
     const Kind kinds[] = {
         {"plain.mp4", {.bFrames = 2}},
         {"plain.ts", {.bFrames = 2, .audioTracks = 1}},
-        {"hevc.mkv", {.codec = text("libx265"), .bFrames = 3}},
-        {"hevc.m2ts", {.codec = text("libx265"), .bFrames = 2}},
+        {"hevc.mkv", {.codec = "libx265", .bFrames = 3}},
+        {"hevc.m2ts", {.codec = "libx265", .bFrames = 2}},
         {"none.mp4", {}},
     };
     for (const Kind &kind : kinds) {
         const auto [detected, skipped] =
-            nonReferenceFrames(makeClip(folder.at(text(kind.name)), kind.options));
+            nonReferenceFrames(makeClip(folder.at(kind.name), kind.options));
         EXPECT_EQ(detected, skipped) << kind.name;
         EXPECT_EQ(detected > 10, kind.options.bFrames > 0) << kind.name;
     }
@@ -172,24 +155,23 @@ TEST(VideoReaderTest, KeepsTheTimestampsOfUnevenDelayedAndEditedClips) {
     for (const char *name : {"uneven.mp4", "uneven.mkv"}) {
         SCOPED_TRACE(name);
         VideoReader reader(
-            makeClip(folder.at(text(name)),
-                     {.bFrames = 2, .milliseconds = text("N*40+mod(N,3)*10"), .audioTracks = 1}),
+            makeClip(folder.at(name),
+                     {.bFrames = 2, .milliseconds = "N*40+mod(N,3)*10", .audioTracks = 1}),
             {});
         const double begin = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
         expectExact(reader, 0, 49, [&](int number) { return begin + uneven(number); });
     }
     for (const char *name : {"late.mov", "late.mkv", "late.ts"}) {
         SCOPED_TRACE(name);
-        VideoReader reader(makeClip(folder.at(text(name)), {.videoDelay = 0.5, .audioTracks = 1}),
-                           {});
+        VideoReader reader(makeClip(folder.at(name), {.videoDelay = 0.5, .audioTracks = 1}), {});
         const double begin = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
         EXPECT_NEAR(begin, 0.5, 0.03);
         expectExact(reader, 0, 49, [&](int number) { return begin + number / 25.0; });
     }
     // The frames before the in point are hidden by an edit list.
-    const QString whole = makeClip(folder.at(text("whole.mp4")), {.gop = 50, .bFrames = 2});
-    const QString cut = folder.at(text("cut.mp4"));
-    runFFmpeg({text("-ss"), text("0.48"), text("-i"), whole, text("-c"), text("copy"), cut});
+    const QString whole = makeClip(folder.at("whole.mp4"), {.gop = 50, .bFrames = 2});
+    const QString cut = folder.at("cut.mp4");
+    runFFmpeg(QStringLiteral("-ss 0.48 -i %1 -c copy %2").arg(whole, cut));
     VideoReader reader(cut, {});
     expectExact(reader, 12, 49, [](int number) { return (number - 12) / 25.0; });
 }
@@ -199,8 +181,7 @@ TEST(VideoReaderTest, ReturnsTheFirstOrLastFrameForTimesOutOfRange) {
     for (const int frames : {1, 30}) {
         for (const char *name : {"a.mp4", "a.ts", "a.mkv"}) {
             SCOPED_TRACE(testing::Message() << name << " " << frames);
-            VideoReader reader(makeClip(folder.at(text(name)), {.frames = frames, .bFrames = 2}),
-                               {});
+            VideoReader reader(makeClip(folder.at(name), {.frames = frames, .bFrames = 2}), {});
             EXPECT_EQ(numberOf(reader.frameAt({1000, 1})), frames - 1);
             EXPECT_EQ(numberOf(reader.next()), -1);
             EXPECT_EQ(numberOf(reader.next()), -1);
@@ -213,11 +194,11 @@ TEST(VideoReaderTest, ReturnsTheFirstOrLastFrameForTimesOutOfRange) {
 TEST(VideoReaderTest, ReturnsNoIncompleteFrameOfAStreamThatBeginsInTheMiddleOfAGop) {
     const TestFolder folder;
     const QString whole =
-        makeClip(folder.at(text("whole.ts")), {.frames = 100, .bFrames = 3, .openGop = true});
-    const QByteArray bytes = folder.read(text("whole.ts"));
+        makeClip(folder.at("whole.ts"), {.frames = 100, .bFrames = 3, .openGop = true});
+    const QByteArray bytes = folder.read("whole.ts");
     constexpr qsizetype kPacket = 188;
     const qsizetype from = bytes.size() * 2 / 5 / kPacket * kPacket;
-    VideoReader reader(folder.write(text("part.ts"), bytes.mid(from)), {});
+    VideoReader reader(folder.write("part.ts", bytes.mid(from)), {});
     QList<VideoFrame> frames;
     while (const auto frame = reader.next()) {
         frames.append(*frame);
@@ -234,9 +215,9 @@ TEST(VideoReaderTest, ReturnsNoIncompleteFrameOfAStreamThatBeginsInTheMiddleOfAG
 
 TEST(VideoReaderTest, ReturnsAnAdjacentFrameInsteadOfADamagedOne) {
     const TestFolder folder;
-    makeClip(folder.at(text("whole.mp4")), {.gop = 5});
+    makeClip(folder.at("whole.mp4"), {.gop = 5});
     // The media data begins with the packet of the first frame.
-    QByteArray bytes = folder.read(text("whole.mp4"));
+    QByteArray bytes = folder.read("whole.mp4");
     const qsizetype data = bytes.indexOf("mdat");
     ASSERT_GT(data, 0);
     const qsizetype slice = bytes.indexOf(QByteArray::fromHex("6588"), data);
@@ -244,7 +225,7 @@ TEST(VideoReaderTest, ReturnsAnAdjacentFrameInsteadOfADamagedOne) {
     for (qsizetype index = 8; index < 40; ++index) {
         bytes[slice + index] = char(0xff);
     }
-    const QString path = folder.write(text("damaged.mp4"), bytes);
+    const QString path = folder.write("damaged.mp4", bytes);
     for (const bool single : {false, true}) {
         SCOPED_TRACE(single);
         VideoReader reader(path, {.isSingleFrameRead = single});
@@ -256,8 +237,8 @@ TEST(VideoReaderTest, ReturnsAnAdjacentFrameInsteadOfADamagedOne) {
 
 TEST(VideoReaderTest, ReturnsTheLastUndamagedFrameBeforeADamagedEnd) {
     const TestFolder folder;
-    makeClip(folder.at(text("whole.mp4")), {.frames = 30, .gop = 10});
-    QByteArray bytes = folder.read(text("whole.mp4"));
+    makeClip(folder.at("whole.mp4"), {.frames = 30, .gop = 10});
+    QByteArray bytes = folder.read("whole.mp4");
     const qsizetype end = bytes.lastIndexOf("moov") - 4;
     // Overwrites the last keyframe's slice, found by its length, after the slice header, so that it
     // still counts as a keyframe.
@@ -268,7 +249,7 @@ TEST(VideoReaderTest, ReturnsTheLastUndamagedFrameBeforeADamagedEnd) {
     } while (bytes.at(slice - 4) != 0 || bytes.at(slice - 3) != 0);
     const qsizetype from = slice + 12;
     bytes.replace(from, end - from, QByteArray(end - from, char(0xff)));
-    VideoReader reader(folder.write(text("damaged.mp4"), bytes), {});
+    VideoReader reader(folder.write("damaged.mp4", bytes), {});
     const int last = numberOf(reader.frameAt({1000, 1}));
     EXPECT_EQ(last, 19);
     EXPECT_EQ(numberOf(reader.frameAt({28, 25})), last);
@@ -277,7 +258,7 @@ TEST(VideoReaderTest, ReturnsTheLastUndamagedFrameBeforeADamagedEnd) {
 
 TEST(VideoReaderTest, StopsWhenTheStopTokenIsTriggered) {
     const TestFolder folder;
-    const QString path = makeClip(folder.at(text("a.mp4")));
+    const QString path = makeClip(folder.at("a.mp4"));
     std::stop_source stop;
     VideoReader reader(path, {}, stop.get_token());
     EXPECT_EQ(numberOf(reader.next()), 0);

@@ -80,14 +80,6 @@ TEST(JSONValue, CopiesAreIndependent) {
     EXPECT_NE(original, copy);
 }
 
-TEST(JSONWriter, RefusesInfinityAndNaN) {
-    for (const double value :
-         {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
-        JSONWriter writer(JSONWriter::Style::Pretty);
-        EXPECT_THROW(writer.real(value), JSONEncodeError);
-    }
-}
-
 TEST(ISODate, ReadsBothFormsAndWritesMilliseconds) {
     const auto rewritten = [](const char *text) {
         const auto date = isoDate::fromText(text);

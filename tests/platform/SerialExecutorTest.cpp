@@ -31,22 +31,13 @@ TEST(SerialExecutor, RunsFunctionsInOrderAndResumesOnTheCallersThread) {
 TEST(SerialExecutor, PassesExceptionsToTheCaller) {
     SerialExecutor executor(QStringLiteral("test"));
     const auto fail = []() -> int { throw Failure(QStringLiteral("as it was")); };
-    try {
-        await(executor.run(fail));
-        FAIL();
-    } catch (const Failure &failure) {
-        EXPECT_EQ(failure.description(), QStringLiteral("as it was"));
-    }
+    EXPECT_THAT([&] { await(executor.run(fail)); }, testing::ThrowsMessage<Failure>("as it was"));
 }
 
 TEST(InstanceLock, NamesTheProcessThatHoldsTheLock) {
     const test::TestFolder folder;
-    const InstanceLock first(folder.at(QStringLiteral("data")));
-    try {
-        const InstanceLock second(folder.at(QStringLiteral("data")));
-        FAIL() << "two owners";
-    } catch (const AlreadyRunning &refusal) {
-        EXPECT_THAT(refusal.description().toStdString(),
-                    testing::HasSubstr(std::to_string(QCoreApplication::applicationPid())));
-    }
+    const InstanceLock first(folder.at("data"));
+    const auto pid = std::to_string(QCoreApplication::applicationPid());
+    EXPECT_THAT([&] { const InstanceLock second(folder.at("data")); },
+                testing::ThrowsMessage<AlreadyRunning>(testing::HasSubstr(pid)));
 }

@@ -49,7 +49,7 @@ TEST_F(PlayerEngineTest, PublishesTheFactsOfALoadedFileAndPausesAtItsFirstFrame)
     QObject::connect(engine.get(), &PlayerEngine::durationChanged, count);
     QObject::connect(engine.get(), &PlayerEngine::fpsChanged, count);
     QObject::connect(engine.get(), &PlayerEngine::rateChanged, count);
-    const auto path = clip({.frames = 50, .rate = QStringLiteral("24000/1001")});
+    const auto path = clip({.frames = 50, .rate = "24000/1001"});
     load(path);
     EXPECT_TRUE(engine->isReady());
     EXPECT_EQ(engine->url(), path);

@@ -31,13 +31,12 @@ QStringList clips(int count) {
 class MediaConfirmationTest : public testing::Test {
   protected:
     void open(const AuthorizationTables &tables = {}) {
-        folder.folder(QStringLiteral("data"));
-        AuthorizationFile::write(tables,
-                                 folder.at(QStringLiteral("data/media-authorizations.json")));
+        folder.folder("data");
+        AuthorizationFile::write(tables, folder.at("data/media-authorizations.json"));
         store.reset();
         authorization = std::make_unique<MediaSourceAuthorization>(
-            folder.at(QStringLiteral("data")),
-            std::make_unique<QSettings>(folder.at(QStringLiteral("conf")), QSettings::IniFormat));
+            folder.at("data"),
+            std::make_unique<QSettings>(folder.at("conf"), QSettings::IniFormat));
         store = std::make_unique<ProjectStore>(io, registry, backups, *authorization, clock);
         await(store->openProject(file));
     }
@@ -54,11 +53,11 @@ class MediaConfirmationTest : public testing::Test {
     test::FaultyFileSystem files;
     FileSystemScope scope{files};
     test::TestClock clock;
-    QString file = folder.at(QStringLiteral("p/Harbor.corvane"));
-    QString made = folder.folder(QStringLiteral("p"));
-    QString clip = folder.write(QStringLiteral("card/a.mov"), "take one");
+    QString file = folder.at("p/Harbor.corvane");
+    QString made = folder.folder("p");
+    QString clip = folder.write("card/a.mov", "take one");
     ProjectFileIO io;
-    ProjectRegistry registry{folder.at(QStringLiteral("data")), clock};
+    ProjectRegistry registry{folder.at("data"), clock};
     BackupService backups{clock};
     std::unique_ptr<MediaSourceAuthorization> authorization;
     std::unique_ptr<ProjectStore> store;
@@ -158,8 +157,7 @@ TEST_F(MediaConfirmationTest, ListsEachPathOnceAndAppliesAnswers) {
     EXPECT_EQ(status(), QString());
     EXPECT_EQ(state(), State());
     await(store->refreshMediaConfirmationState());
-    EXPECT_EQ(state().contentMismatchPendingPaths,
-              QStringList{folder.at(QStringLiteral("card/both.mov"))});
+    EXPECT_EQ(state().contentMismatchPendingPaths, QStringList{folder.at("card/both.mov")});
     PathSafety::validateSource(path("changed.mov"), await(authorization->sourceGrants(file)),
                                QStringLiteral("export source"));
     EXPECT_FALSE(store->isDirty());
@@ -168,10 +166,10 @@ TEST_F(MediaConfirmationTest, ListsEachPathOnceAndAppliesAnswers) {
 }
 
 TEST_F(MediaConfirmationTest, AsksToAuthorizeAMediaFolderThatWasNeverGranted) {
-    const QString inside = saveWithClip(folder.at(QStringLiteral("p/media/a.mov")));
+    const QString inside = saveWithClip(folder.at("p/media/a.mov"));
     open();
     EXPECT_EQ(state(), State()) << "there is no media folder";
-    folder.write(QStringLiteral("p/media/a.mov"), "own");
+    folder.write("p/media/a.mov", "own");
     await(store->refreshMediaConfirmationState());
     EXPECT_TRUE(state().legacyPackageMediaNeedsAuthorization);
     files.setFreeSpace(0);
@@ -192,9 +190,9 @@ TEST_F(MediaConfirmationTest, AsksToAuthorizeAMediaFolderThatWasNeverGranted) {
 }
 
 TEST_F(MediaConfirmationTest, KeepsAMismatchFoundWhileTheProjectOpens) {
-    auto identity = PathSafety::folderIdentity(folder.at(QStringLiteral("card")));
+    auto identity = PathSafety::folderIdentity(folder.at("card"));
     identity->contentHash = QString(64, QLatin1Char('a'));
-    const QString foreign = folder.write(QStringLiteral("card/b.mov"), "of another project");
+    const QString foreign = folder.write("card/b.mov", "of another project");
     for (const auto &moment :
          {&ProjectStore::isDirtyChanged, &ProjectStore::fileURLChanged,
           &ProjectStore::recentProjectsChanged, &ProjectStore::mediaConfirmationChanged}) {
@@ -219,6 +217,6 @@ TEST_F(MediaConfirmationTest, KeepsAMismatchFoundWhileTheProjectOpens) {
         await(std::move(*migration));
         EXPECT_EQ(state().contentMismatchPendingPaths, QStringList{clip});
         EXPECT_EQ(state().legacyProjectIdMediaPendingPaths, QStringList{foreign});
-        ASSERT_TRUE(QFile::remove(folder.at(QStringLiteral("conf"))));
+        ASSERT_TRUE(QFile::remove(folder.at("conf")));
     }
 }

@@ -12,11 +12,11 @@ namespace corvane::test {
 
 TestFolder::TestFolder() : m_path(QFileInfo(m_folder.path()).canonicalFilePath()) {}
 
-QString TestFolder::at(const QString &relative) const {
-    return relative.isEmpty() ? m_path : m_path + QLatin1Char('/') + relative;
+QString TestFolder::at(QAnyStringView relative) const {
+    return relative.isEmpty() ? m_path : m_path + QLatin1Char('/') + relative.toString();
 }
 
-QString TestFolder::write(const QString &relative, const QByteArray &bytes) const {
+QString TestFolder::write(QAnyStringView relative, const QByteArray &bytes) const {
     const QString path = at(relative);
     EXPECT_TRUE(QDir().mkpath(QFileInfo(path).path()));
     QFile file(path);
@@ -25,28 +25,28 @@ QString TestFolder::write(const QString &relative, const QByteArray &bytes) cons
     return path;
 }
 
-QString TestFolder::folder(const QString &relative) const {
+QString TestFolder::folder(QAnyStringView relative) const {
     EXPECT_TRUE(QDir().mkpath(at(relative)));
     return at(relative);
 }
 
-QString TestFolder::link(const QString &relative, const QString &target) const {
+QString TestFolder::link(QAnyStringView relative, QAnyStringView target) const {
     EXPECT_TRUE(QDir().mkpath(QFileInfo(at(relative)).path()));
-    EXPECT_TRUE(QFile::link(target, at(relative)));
+    EXPECT_TRUE(QFile::link(target.toString(), at(relative)));
     return at(relative);
 }
 
-QByteArray TestFolder::read(const QString &relative) const {
+QByteArray TestFolder::read(QAnyStringView relative) const {
     QFile file(at(relative));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool TestFolder::has(const QString &relative) const {
+bool TestFolder::has(QAnyStringView relative) const {
     const QFileInfo info(at(relative));
     return info.exists() || info.isSymLink();
 }
 
-QStringList TestFolder::names(const QString &relative) const {
+QStringList TestFolder::names(QAnyStringView relative) const {
     QStringList names;
     const QString root = at(relative);
     QDirIterator entries(root,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAnyStringView>
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -14,17 +15,17 @@ class TestFolder {
     TestFolder();
 
     const QString &path() const { return m_path; }
-    QString at(const QString &relative) const;
+    QString at(QAnyStringView relative) const;
 
     // Each creates missing parent folders and returns the absolute path.
-    QString write(const QString &relative, const QByteArray &bytes) const;
-    QString folder(const QString &relative) const;
-    QString link(const QString &relative, const QString &target) const;
+    QString write(QAnyStringView relative, const QByteArray &bytes) const;
+    QString folder(QAnyStringView relative) const;
+    QString link(QAnyStringView relative, QAnyStringView target) const;
 
-    QByteArray read(const QString &relative) const;
-    bool has(const QString &relative) const;
+    QByteArray read(QAnyStringView relative) const;
+    bool has(QAnyStringView relative) const;
     /// The relative paths of everything below a folder, sorted; folders have a trailing slash.
-    QStringList names(const QString &relative = {}) const;
+    QStringList names(QAnyStringView relative = {}) const;
     /// The temporary files among `names()`.
     QStringList temporaries() const;
 

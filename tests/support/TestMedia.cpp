@@ -39,93 +39,88 @@ QByteArray drawnFrame(QSize size, int number) {
 }
 
 double seconds(const ClipOptions &options) {
-    const QStringList rate = options.rate.split(QLatin1Char('/'));
-    return options.frames * rate.value(1, QStringLiteral("1")).toDouble() / rate.first().toDouble();
+    const QByteArrayList rate = options.rate.split('/');
+    return options.frames * rate.value(1, "1").toDouble() / rate.first().toDouble();
 }
 
-QStringList words(const char *text) {
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-QStringList inputs(const ClipOptions &options) {
-    QStringList arguments;
+QString inputs(const ClipOptions &options) {
+    QString arguments;
     if (options.frames > 0) {
-        arguments << words("-f rawvideo -pix_fmt gray -s")
-                  << QStringLiteral("%1x%2").arg(options.size.width()).arg(options.size.height())
-                  << words("-r") << options.rate << words("-i pipe:0");
+        arguments += QStringLiteral("-f rawvideo -pix_fmt gray -s %1x%2 -r %3 -i pipe:0 ")
+                         .arg(options.size.width())
+                         .arg(options.size.height())
+                         .arg(QLatin1String(options.rate));
     }
     const double length = options.audioSeconds > 0 ? options.audioSeconds : seconds(options);
     for (int track = 0; track < options.audioTracks; ++track) {
-        arguments << words("-f lavfi -t") << QString::number(length) << words("-i")
-                  << QStringLiteral("sine=frequency=%1:sample_rate=48000").arg(440 * (track + 1));
+        arguments += QStringLiteral("-f lavfi -t %1 -i sine=frequency=%2:sample_rate=48000 ")
+                         .arg(length)
+                         .arg(440 * (track + 1));
     }
     const int streams = options.audioTracks + (options.frames > 0 ? 1 : 0);
     for (int stream = 0; stream < streams; ++stream) {
-        arguments << words("-map") << QString::number(stream);
+        arguments += QStringLiteral("-map %1 ").arg(stream);
     }
     return arguments;
 }
 
-QStringList presetOf(const ClipOptions &options) {
-    const QString closed = QString::number(options.openGop ? 1 : 0);
-    if (options.codec == QStringLiteral("libx264")) {
-        return words("-preset ultrafast -crf 12 -sc_threshold 0 -x264-params")
-               << QStringLiteral("open-gop=%1:b-adapt=0").arg(closed);
+QString presetOf(const ClipOptions &options) {
+    if (options.codec == "libx264") {
+        return QStringLiteral("-preset ultrafast -crf 12 -sc_threshold 0 "
+                              "-x264-params open-gop=%1:b-adapt=0")
+            .arg(int(options.openGop));
     }
-    if (options.codec == QStringLiteral("libx265")) {
-        return words("-preset ultrafast -crf 12 -x265-params")
-               << QStringLiteral("log-level=none:scenecut=0:b-adapt=0:open-gop=%1:keyint=%2:"
-                                 "min-keyint=%2:bframes=%3")
-                      .arg(closed)
-                      .arg(options.gop)
-                      .arg(options.bFrames);
+    if (options.codec == "libx265") {
+        return QStringLiteral("-preset ultrafast -crf 12 -x265-params log-level=none:scenecut=0:"
+                              "b-adapt=0:open-gop=%1:keyint=%2:min-keyint=%2:bframes=%3")
+            .arg(int(options.openGop))
+            .arg(options.gop)
+            .arg(options.bFrames);
     }
-    if (options.codec == QStringLiteral("libsvtav1")) {
-        return words("-preset 12 -crf 20");
+    if (options.codec == "libsvtav1") {
+        return QStringLiteral("-preset 12 -crf 20");
     }
-    if (options.codec == QStringLiteral("libvpx-vp9")) {
-        return words("-deadline realtime -cpu-used 8 -b:v 2M");
+    if (options.codec == "libvpx-vp9") {
+        return QStringLiteral("-deadline realtime -cpu-used 8 -b:v 2M");
     }
-    return options.codec == QStringLiteral("dnxhd") ? QStringList() : words("-q:v 2");
+    return options.codec == "dnxhd" ? QString() : QStringLiteral("-q:v 2");
 }
 
-QStringList videoEncoding(const ClipOptions &options) {
+QString videoEncoding(const ClipOptions &options) {
     if (options.frames == 0) {
-        return words("-vn");
+        return QStringLiteral("-vn");
     }
-    QStringList arguments = words("-c:v")
-                            << options.codec << presetOf(options) << words("-pix_fmt")
-                            << options.pixelFormat << words("-g") << QString::number(options.gop);
-    if (options.bFrames > 0 && options.codec != QStringLiteral("libx265")) {
-        arguments << words("-bf") << QString::number(options.bFrames);
+    QString arguments = QStringLiteral("-c:v %1 %2 -pix_fmt %3 -g %4")
+                            .arg(QLatin1String(options.codec), presetOf(options),
+                                 QLatin1String(options.pixelFormat))
+                            .arg(options.gop);
+    if (options.bFrames > 0 && options.codec != "libx265") {
+        arguments += QStringLiteral(" -bf %1").arg(options.bFrames);
     }
+    QStringList filters;
     if (options.interlaced) {
-        arguments << words("-flags +ilme+ildct -top 1");
+        arguments += QStringLiteral(" -flags +ilme+ildct -top 1");
+        filters.append(QStringLiteral("setfield=tff"));
     }
-    const bool isTimed = options.videoDelay > 0 || !options.milliseconds.isEmpty();
-    if (!isTimed) {
-        return options.interlaced ? arguments << words("-vf setfield=tff") : arguments;
+    if (options.videoDelay > 0 || !options.milliseconds.isEmpty()) {
+        // The default mode would repeat frames to fill gaps.
+        arguments += QStringLiteral(" -fps_mode passthrough -enc_time_base 1/90000");
+        const QByteArray times =
+            options.milliseconds.isEmpty() ? "PTS" : '(' + options.milliseconds + ")/1000/TB";
+        filters.prepend(QStringLiteral("settb=1/90000,setpts='%1+%2/TB'")
+                            .arg(QLatin1String(times))
+                            .arg(options.videoDelay));
     }
-    const QString times = options.milliseconds.isEmpty()
-                              ? QStringLiteral("PTS")
-                              : QStringLiteral("(%1)/1000/TB").arg(options.milliseconds);
-    // The default mode would repeat frames to fill gaps.
-    arguments << words("-fps_mode passthrough -enc_time_base 1/90000 -vf")
-              << QStringLiteral("settb=1/90000,setpts='%1+%2/TB'%3")
-                     .arg(times)
-                     .arg(options.videoDelay)
-                     .arg(options.interlaced ? QStringLiteral(",setfield=tff") : QString());
-    return arguments;
+    return filters.isEmpty() ? arguments
+                             : arguments + QStringLiteral(" -vf ") + filters.join(QLatin1Char(','));
 }
 
 } // namespace
 
-void runFFmpeg(const QStringList &arguments, const QByteArray &input) {
-    const QStringList command = QStringList{QStringLiteral("ffmpeg"), QStringLiteral("-v"),
-                                            QStringLiteral("error"), QStringLiteral("-y")} +
-                                arguments;
-    EXPECT_EQ(runCommand(command, input).exitCode, 0)
-        << command.join(QLatin1Char(' ')).toStdString();
+void runFFmpeg(const QString &arguments, const QByteArray &input) {
+    const QString line = QStringLiteral("ffmpeg -v error -y ") + arguments;
+    const QStringList command = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    EXPECT_EQ(runCommand(command, input).exitCode, 0) << line.toStdString();
 }
 
 QString makeClip(const QString &path, const ClipOptions &options) {
@@ -136,15 +131,27 @@ QString makeClip(const QString &path, const ClipOptions &options) {
     const QString extension = path.mid(path.lastIndexOf(QLatin1Char('.')));
     const QString upright =
         options.rotation == 0 ? path : path + QStringLiteral(".upright") + extension;
-    runFFmpeg(inputs(options) << videoEncoding(options) << words("-c:a") << options.audioCodec
-                              << options.arguments << upright,
+    runFFmpeg(QStringList{inputs(options), videoEncoding(options), QStringLiteral("-c:a"),
+                          QString::fromLatin1(options.audioCodec),
+                          QString::fromLatin1(options.arguments), upright}
+                  .join(QLatin1Char(' ')),
               frames);
     if (upright != path) {
         // ffmpeg only sets a rotation when it copies the stream, and counts counter-clockwise.
-        runFFmpeg(words("-i") << upright << words("-map 0 -c copy -metadata:s:v:0")
-                              << QStringLiteral("rotate=%1").arg(360 - options.rotation) << path);
+        runFFmpeg(QStringLiteral("-i %1 -map 0 -c copy -metadata:s:v:0 rotate=%2 %3")
+                      .arg(upright)
+                      .arg(360 - options.rotation)
+                      .arg(path));
         QFile::remove(upright);
     }
+    return path;
+}
+
+QString makeHDRClip(const QString &path, const char *transfer) {
+    runFFmpeg(QStringLiteral("-f lavfi -i testsrc2=size=320x180:rate=25 -frames:v 2 -pix_fmt "
+                             "yuv420p10le -c:v libx265 -preset ultrafast -x265-params "
+                             "log-level=none:colorprim=bt2020:transfer=%1:colormatrix=bt2020nc %2")
+                  .arg(QLatin1String(transfer), path));
     return path;
 }
 

@@ -28,6 +28,10 @@ bool eventually(const std::function<bool()> &holds) {
     return true;
 }
 
+void wakeEventually() {
+    QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection);
+}
+
 void TestMonotonicClock::wait(std::unique_lock<std::mutex> &lock, std::condition_variable &wake,
                               std::optional<Duration> due) {
     {
@@ -68,7 +72,7 @@ void TestSink::show(media::DisplayFrame frame) {
         const std::scoped_lock lock(m_mutex);
         m_shown.push_back({number, std::move(frame)});
     }
-    QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); // wakes `eventually`
+    wakeEventually();
 }
 
 void TestSink::clear() {
@@ -92,6 +96,21 @@ QList<int> TestSink::numbers() const {
 int TestSink::number() const {
     const std::scoped_lock lock(m_mutex);
     return m_shown.empty() ? -1 : m_shown.back().number.value_or(-1);
+}
+
+void TestAudioOutput::play(double seconds, double) {
+    m_device.position = seconds;
+    m_device.state = State::starting;
+    wakeEventually();
+}
+
+void TestAudioOutput::pause() {
+    m_device.state = State::silent;
+    wakeEventually();
+}
+
+std::optional<double> TestAudioOutput::position() {
+    return state() == State::running ? std::optional(m_device.position.load()) : std::nullopt;
 }
 
 } // namespace corvane::test

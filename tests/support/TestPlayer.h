@@ -11,6 +11,8 @@ namespace corvane::test {
 
 /// Runs the event loop until the condition holds. Returns false after 30 seconds.
 bool eventually(const std::function<bool()> &holds);
+/// Makes `eventually` check its condition again. Any thread.
+void wakeEventually();
 
 /// A clock that only advances on request.
 class TestMonotonicClock : public media::MonotonicClock {
@@ -52,6 +54,26 @@ class TestSink : public media::FrameSink {
   private:
     mutable std::mutex m_mutex;
     std::vector<Shown> m_shown;
+};
+
+/// An audio output whose state and position the test sets.
+class TestAudioOutput : public media::AudioOutput {
+  public:
+    struct Device {
+        std::atomic<State> state{State::silent};
+        std::atomic<double> position{0};
+    };
+
+    explicit TestAudioOutput(Device &device) : m_device(device) {}
+    void setWake(std::function<void()>) override {}
+    void setFile(const QString &) override {}
+    void play(double seconds, double rate) override;
+    void pause() override;
+    State state() override { return m_device.state; }
+    std::optional<double> position() override;
+
+  private:
+    Device &m_device;
 };
 
 } // namespace corvane::test

@@ -39,13 +39,12 @@ TEST(AuthorizationFile, ReadsBackWhatItWrote) {
 
 TEST(AuthorizationFile, AddsCurrentIdentitiesToOlderFormats) {
     const TestFolder folder;
-    folder.folder(QStringLiteral("card"));
+    folder.folder("card");
     const QByteArray lists = QByteArray(R"({"/p/a.corvane":["%/x/../card/a.mov","%/gone/b.mov"]})")
                                  .replace("%", folder.path().toUtf8());
     AuthorizationTables tables =
-        withPaths({{folder.at(QStringLiteral("card/a.mov")),
-                    PathSafety::folderIdentity(folder.at(QStringLiteral("card")))},
-                   {folder.at(QStringLiteral("gone/b.mov")), std::nullopt}});
+        withPaths({{folder.at("card/a.mov"), PathSafety::folderIdentity(folder.at("card"))},
+                   {folder.at("gone/b.mov"), std::nullopt}});
     EXPECT_EQ(readText(folder, lists), tables);
     tables.authorizedMediaRoots.insert(kKey, {QStringLiteral("/p/media"), 1, 2, {}});
     tables.pendingLegacyPaths.insert(kKey, {QStringLiteral("/c.mov")});

@@ -22,8 +22,7 @@ class AuthorizationMigrationsTest : public testing::Test {
     using Paths = QSet<QString>;
 
     std::unique_ptr<QSettings> defaults() const {
-        return std::make_unique<QSettings>(folder.at(QStringLiteral("defaults.conf")),
-                                           QSettings::IniFormat);
+        return std::make_unique<QSettings>(folder.at("defaults.conf"), QSettings::IniFormat);
     }
     bool isMigrated(const char *guard) const {
         return defaults()
@@ -32,14 +31,13 @@ class AuthorizationMigrationsTest : public testing::Test {
     }
     void start(const AuthorizationTables &tables) {
         registry.reset();
-        folder.folder(QStringLiteral("data"));
+        folder.folder("data");
         AuthorizationFile::write(tables, folder.at(kFile));
         start();
     }
     void start() {
         registry.reset();
-        registry = std::make_unique<MediaSourceAuthorization>(folder.at(QStringLiteral("data")),
-                                                              defaults());
+        registry = std::make_unique<MediaSourceAuthorization>(folder.at("data"), defaults());
         registry->setContentMismatchContinuation([this](const ContentMismatchEvent &event) {
             EXPECT_EQ(event.projectKey, project);
             reported.unite(event.paths);
@@ -63,7 +61,7 @@ class AuthorizationMigrationsTest : public testing::Test {
 
     const QString kFile = QStringLiteral("data/media-authorizations.json");
     test::TestFolder folder;
-    QString project = folder.write(QStringLiteral("p/shoot.corvane"), "{}");
+    QString project = folder.write("p/shoot.corvane", "{}");
     ProjectFileIO io;
     std::unique_ptr<MediaSourceAuthorization> registry;
     Paths reported;
@@ -81,7 +79,7 @@ TEST_F(AuthorizationMigrationsTest, MakesPathsKeyedByAnIdPendingInTheOnlyProject
                                {QString::fromLatin1(shared), one("/b.mov")},
                                {QStringLiteral("nonsense"), one("/c.mov")},
                                {project, one("/d.mov")}}});
-    const QString link = folder.link(QStringLiteral("desk/link.corvane"), project);
+    const QString link = folder.link("desk/link.corvane", project);
     await(registry->rekeyLegacyProjectIdEntries({summary(own, link), summary(shared, project),
                                                  summary(shared, folder.at(kFile)),
                                                  summary("nonsense", project)}));
@@ -93,12 +91,11 @@ TEST_F(AuthorizationMigrationsTest, MakesPathsKeyedByAnIdPendingInTheOnlyProject
 }
 
 TEST_F(AuthorizationMigrationsTest, GrantsTheClipsOfRecentProjectsOnce) {
-    folder.write(QStringLiteral("card/a.mov"), "a");
+    folder.write("card/a.mov", "a");
     Project document = test::sampleProject(1);
-    document.videos[0].edit().sourcePath = folder.at(QStringLiteral("card/a.mov"));
+    document.videos[0].edit().sourcePath = folder.at("card/a.mov");
     await(io.save(document, project, true));
-    const auto recent = {summary("", folder.at(QStringLiteral("gone.corvane"))),
-                         summary("", project)};
+    const auto recent = {summary("", folder.at("gone.corvane")), summary("", project)};
     start({});
     await(migrateAuthorizations(*registry, io, recent, ContentHashMigration::Skipped));
     EXPECT_TRUE(anchor(QStringLiteral("card/a.mov")).startsWith(QStringLiteral("3:")));
@@ -117,24 +114,24 @@ TEST_F(AuthorizationMigrationsTest, ReplacesOlderAnchorsIfTheyMatch) {
         const auto [path, identity] = legacyGrant(QString::fromLatin1(name));
         grants.insert(path, identity);
     }
-    grants[folder.at(QStringLiteral("card/odd.mov"))]->contentHash = QStringLiteral("0123456789");
-    grants[folder.at(QStringLiteral("card/full.mov"))]->contentHash = QStringLiteral("3:full");
-    grants[folder.at(QStringLiteral("moved/other.mov"))]->inode += 1;
+    grants[folder.at("card/odd.mov")]->contentHash = QStringLiteral("0123456789");
+    grants[folder.at("card/full.mov")]->contentHash = QStringLiteral("3:full");
+    grants[folder.at("moved/other.mov")]->inode += 1;
     grants.insert(QStringLiteral("/empty.mov"), std::nullopt);
-    folder.write(QStringLiteral("card/other.mov"), "other");
-    folder.write(QStringLiteral("moved/other.mov"), "other");
-    const QString gone = folder.at(QStringLiteral("card/gone.mov"));
+    folder.write("card/other.mov", "other");
+    folder.write("moved/other.mov", "other");
+    const QString gone = folder.at("card/gone.mov");
     ASSERT_TRUE(QFile::rename(gone, gone + QStringLiteral(".away")));
     start(tables);
     await(registry->grandfatherContentHashes());
 
-    const QString other = folder.at(QStringLiteral("card/other.mov"));
+    const QString other = folder.at("card/other.mov");
     const QString upgraded = anchor(QStringLiteral("card/same.mov"));
-    EXPECT_EQ(ContentHasher::verifyAnchor(upgraded, folder.at(QStringLiteral("card/same.mov"))),
+    EXPECT_EQ(ContentHasher::verifyAnchor(upgraded, folder.at("card/same.mov")),
               ContentHasher::AnchorVerification::matches);
     EXPECT_TRUE(ContentHasher::parseFullAnchor(upgraded));
     AuthorizedPaths expected = grants;
-    expected[folder.at(QStringLiteral("card/same.mov"))]->contentHash = upgraded;
+    expected[folder.at("card/same.mov")]->contentHash = upgraded;
     expected.remove(other);
     EXPECT_EQ(table(), expected);
     EXPECT_EQ(reported, Paths{other});
@@ -143,7 +140,7 @@ TEST_F(AuthorizationMigrationsTest, ReplacesOlderAnchorsIfTheyMatch) {
     EXPECT_FALSE(isMigrated("didGrandfatherContentHashV3"));
 
     ASSERT_TRUE(QFile::rename(gone + QStringLiteral(".away"), gone)); // the drive is mounted again
-    folder.write(QStringLiteral("moved/other.mov"), "moved/other.mov");
+    folder.write("moved/other.mov", "moved/other.mov");
     start();
     await(registry->grandfatherContentHashes());
     EXPECT_EQ(anchor(QStringLiteral("card/same.mov")), upgraded);
@@ -154,7 +151,7 @@ TEST_F(AuthorizationMigrationsTest, ReplacesOlderAnchorsIfTheyMatch) {
 TEST_F(AuthorizationMigrationsTest, DoesNotOverwriteALaterGrant) {
     const auto [path, identity] = legacyGrant(QStringLiteral("card/a.mov"));
     start({.authorizedPaths = {{project, {{path, identity}}}}});
-    folder.write(QStringLiteral("card/a.mov"), "other contents");
+    folder.write("card/a.mov", "other contents");
     auto grant = registry->authorize({path}, project); // completes before the migration
     auto migration = registry->grandfatherContentHashes();
     await(std::move(grant));

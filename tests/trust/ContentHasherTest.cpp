@@ -67,7 +67,7 @@ TEST(ContentHasher, CoversSaltContentsAndLengthInAFullAnchor) {
     const test::TestFolder folder;
     for (const qsizetype size : {qsizetype(0), kMiB, kMiB + 1, 3 * kMiB + 5}) {
         const QByteArray bytes = noise(size);
-        const QString path = folder.write(QStringLiteral("a.mov"), bytes);
+        const QString path = folder.write("a.mov", bytes);
         const QString anchor = makeAnchor(path);
         const auto parsed = parseFullAnchor(anchor);
         ASSERT_TRUE(parsed && anchor.size() == 98);
@@ -88,7 +88,7 @@ TEST(ContentHasher, VerifiesAndUpgradesSampledAnchorsOfAnySize) {
     const test::TestFolder folder;
     for (const qsizetype size : {qsizetype(0), 2 * kMiB, 2 * kMiB + 1, 5 * kMiB + 3}) {
         const QByteArray bytes = noise(size);
-        const QString path = folder.write(QStringLiteral("a.mov"), bytes);
+        const QString path = folder.write("a.mov", bytes);
         EXPECT_EQ(duplicateKey(path), expectedSampledDigest(bytes, {})) << size;
         const QByteArray salt = QByteArray::fromHex(kSaltText.toLatin1());
         const QString salted =
@@ -107,14 +107,14 @@ TEST(ContentHasher, VerifiesAndUpgradesSampledAnchorsOfAnySize) {
 
 TEST(ContentHasher, ReportsTextThatIsNotAnAnchorAsUnverifiable) {
     const test::TestFolder folder;
-    const QString path = folder.write(QStringLiteral("a.mov"), "bytes");
+    const QString path = folder.write("a.mov", "bytes");
     const QString digest = duplicateKey(path);
     for (const QString &text :
          {QString(), QStringLiteral("3:") + kSaltText, QStringLiteral("2:") + kSaltText,
           QStringLiteral("3:zz") + kSaltText.mid(2) + digest, digest.toUpper(), digest.mid(1)}) {
         EXPECT_EQ(verifyAnchor(text, path), AnchorVerification::unverifiable) << qPrintable(text);
         EXPECT_FALSE(parseFullAnchor(text));
-        EXPECT_EQ(upgradeLegacyAnchor(text, folder.at(QStringLiteral("missing"))).result,
+        EXPECT_EQ(upgradeLegacyAnchor(text, folder.at("missing")).result,
                   AnchorUpgrade::Result::notVerifiable);
     }
 }
@@ -122,16 +122,16 @@ TEST(ContentHasher, ReportsTextThatIsNotAnAnchorAsUnverifiable) {
 TEST(ContentHasher, RefusesToHashUnreadableFilesAndVerifiesThemAsChanged) {
     using Kind = HashError::Kind;
     const test::TestFolder folder;
-    const QString path = folder.write(QStringLiteral("a.mov"), "bytes");
+    const QString path = folder.write("a.mov", "bytes");
     const QString full = makeAnchor(path);
     const QString bare = duplicateKey(path);
-    const QString fifo = folder.at(QStringLiteral("fifo.mov"));
+    const QString fifo = folder.at("fifo.mov");
     ASSERT_EQ(::mkfifo(fifo.toUtf8().constData(), 0600), 0);
     const QList<std::pair<QString, Kind>> faults{
-        {folder.link(QStringLiteral("link.mov"), path), Kind::readFailed},
-        {folder.at(QStringLiteral("missing.mov")), Kind::readFailed},
+        {folder.link("link.mov", path), Kind::readFailed},
+        {folder.at("missing.mov"), Kind::readFailed},
         {path + QChar(u'\0'), Kind::readFailed},
-        {folder.folder(QStringLiteral("folder.mov")), Kind::notARegularFile},
+        {folder.folder("folder.mov"), Kind::notARegularFile},
         {fifo, Kind::notARegularFile}};
     for (const auto &[faulty, kind] : faults) {
         EXPECT_EQ(hashFailure(faulty), kind) << qPrintable(faulty);
@@ -145,7 +145,7 @@ TEST(ContentHasher, RefusesToHashUnreadableFilesAndVerifiesThemAsChanged) {
 
 TEST(ContentHasher, ReportsWhichCallFailed) {
     const test::TestFolder folder;
-    const QString path = folder.write(QStringLiteral("a.mov"), noise(3 * kMiB));
+    const QString path = folder.write("a.mov", noise(3 * kMiB));
     test::FaultyFileSystem faulty;
     const FileSystemScope scope(faulty);
     for (int call = 1; call <= 5; ++call) { // open, three blocks, end of file
@@ -159,8 +159,8 @@ TEST(ContentHasher, ReportsWhichCallFailed) {
 
 TEST(ContentHasher, OmitsTheRemainingFilesOnceCancelled) {
     const test::TestFolder folder;
-    const QString path = folder.write(QStringLiteral("a.mov"), "bytes");
-    const QString missing = folder.at(QStringLiteral("missing.mov"));
+    const QString path = folder.write("a.mov", "bytes");
+    const QString missing = folder.at("missing.mov");
     const FullAnchor anchor = *parseFullAnchor(makeAnchor(path));
     const QHash<QString, AnchorVerification> all{{path, AnchorVerification::matches},
                                                  {missing, AnchorVerification::mismatches}};

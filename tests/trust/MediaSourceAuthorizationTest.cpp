@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <map>
+
 using namespace corvane;
 using corvane::test::await;
 using corvane::test::FaultyFileSystem;
@@ -37,22 +39,22 @@ class MediaSourceAuthorizationTest : public testing::Test {
     void confirm(const QStringList &paths) { await(registry->confirmPendingPaths(paths, project)); }
     void reopen() {
         registry.reset();
-        registry = std::make_unique<MediaSourceAuthorization>(folder.at(QStringLiteral("data")));
+        registry = std::make_unique<MediaSourceAuthorization>(folder.at("data"));
     }
 
     test::TestFolder folder;
-    QString project = folder.write(QStringLiteral("p/shoot.corvane"), "{}");
-    QString clip = folder.write(QStringLiteral("card/clip.mov"), "take one");
-    QString offline = folder.at(QStringLiteral("offline/clip.mov"));
-    QString unhashable = folder.folder(QStringLiteral("card/folder.mov"));
+    QString project = folder.write("p/shoot.corvane", "{}");
+    QString clip = folder.write("card/clip.mov", "take one");
+    QString offline = folder.at("offline/clip.mov");
+    QString unhashable = folder.folder("card/folder.mov");
     std::unique_ptr<MediaSourceAuthorization> registry =
-        std::make_unique<MediaSourceAuthorization>(folder.at(QStringLiteral("data")));
+        std::make_unique<MediaSourceAuthorization>(folder.at("data"));
 };
 
 } // namespace
 
 TEST_F(MediaSourceAuthorizationTest, GrantsFilesItCanHashAndListsTheOthers) {
-    authorize({clip, folder.at(QStringLiteral("card/./clip.mov")), offline, unhashable});
+    authorize({clip, folder.at("card/./clip.mov"), offline, unhashable});
     EXPECT_TRUE(isGrantedUnchanged(clip));
     EXPECT_TRUE(isEmptyEntry(offline) && isEmptyEntry(unhashable));
     EXPECT_EQ(pending(), Paths{unhashable});
@@ -61,21 +63,9 @@ TEST_F(MediaSourceAuthorizationTest, GrantsFilesItCanHashAndListsTheOthers) {
     const auto before = table();
     reopen();
     EXPECT_EQ(table(), before);
-    folder.write(QStringLiteral("card/clip.mov"), "take two");
+    folder.write("card/clip.mov", "take two");
     authorize({clip});
     EXPECT_TRUE(isGrantedUnchanged(clip));
-}
-
-TEST_F(MediaSourceAuthorizationTest, ConfirmsAPendingPathOnlyOnceItsFileCanBeHashed) {
-    authorize({offline, unhashable});
-    await(registry->unresolvedPaths(project));
-    confirm({clip, offline, unhashable});
-    EXPECT_EQ(pending(), (Paths{offline, unhashable}));
-    EXPECT_FALSE(table().contains(clip));
-    folder.write(QStringLiteral("offline/clip.mov"), "back again");
-    confirm({offline});
-    EXPECT_TRUE(isGrantedUnchanged(offline));
-    EXPECT_EQ(pending(), Paths{unhashable});
 }
 
 TEST_F(MediaSourceAuthorizationTest, GrantsAChangedFileOnlyWithAnAnchorOfItsNewContents) {
@@ -96,10 +86,10 @@ TEST_F(MediaSourceAuthorizationTest, GrantsAChangedFileOnlyWithAnAnchorOfItsNewC
 TEST_F(MediaSourceAuthorizationTest, KeepsTheAnchorOfAFileThatCannotBeHashed) {
     authorize({clip});
     const auto before = entry(clip);
-    ASSERT_TRUE(QDir().rename(folder.at(QStringLiteral("card")), folder.at(QStringLiteral("old"))));
+    ASSERT_TRUE(QDir().rename(folder.at("card"), folder.at("old")));
     authorize({clip}); // the folder is missing, so the earlier grant stays
     EXPECT_EQ(entry(clip), before);
-    folder.folder(QStringLiteral("card"));
+    folder.folder("card");
     authorize({clip});
     const auto after = entry(clip);
     ASSERT_TRUE(before && after);
@@ -108,96 +98,85 @@ TEST_F(MediaSourceAuthorizationTest, KeepsTheAnchorOfAFileThatCannotBeHashed) {
     EXPECT_TRUE(pending().isEmpty());
 }
 
-TEST_F(MediaSourceAuthorizationTest, WritesTheFileOnlyIfSomethingChanges) {
-    authorize({});
-    confirm({clip});
-    await(registry->authorizeMediaRoot(folder.at(QStringLiteral("missing")), project));
-    EXPECT_FALSE(folder.has(kRegistry));
-    authorize({clip, offline});
-    await(registry->unresolvedPaths(project));
-    ASSERT_TRUE(QFile::remove(folder.at(kRegistry)));
-    confirm({clip});
-    await(registry->unresolvedPaths(project));
-    EXPECT_FALSE(folder.has(kRegistry));
-}
-
-TEST_F(MediaSourceAuthorizationTest, WritesTwiceOnlyIfHashingIsSlow) {
+TEST_F(MediaSourceAuthorizationTest, WritesTheFileOnlyForChangesAndTwiceOnlyIfHashingIsSlow) {
     std::atomic<int> writes = 0; // written on the registry's executor
     FaultyFileSystem files;
     const FileSystemScope scope(files);
     files.setObserver([&](const QString &operation, const QString &) {
         writes += operation == QStringLiteral("createForWriting") ? 1 : 0;
     });
-    const auto writesFor = [&](const QString &path, const QHash<QString, QString> &known = {}) {
-        writes = 0;
-        await(registry->authorize({path}, project, known));
-        return writes.load();
-    };
-    const QString large = folder.write(QStringLiteral("card/large.mov"), "");
-    const QString copied = folder.write(QStringLiteral("card/copied.mov"), "");
+    authorize({});
+    confirm({clip});
+    await(registry->authorizeMediaRoot(folder.at("missing"), project));
+    EXPECT_EQ(writes, 0);
+    authorize({clip});
+    EXPECT_EQ(writes.exchange(0), 1);
+    authorize({offline});
+    await(registry->unresolvedPaths(project));
+    writes = 0;
+    confirm({clip});
+    await(registry->unresolvedPaths(project));
+    EXPECT_EQ(writes, 0);
+    const QString large = folder.write("card/large.mov", "");
+    const QString copied = folder.write("card/copied.mov", "");
     ASSERT_TRUE(QFile::resize(large, 65 << 20) && QFile::resize(copied, 65 << 20));
-    EXPECT_EQ(writesFor(clip), 1);
-    EXPECT_EQ(writesFor(large), 2);
-    EXPECT_EQ(writesFor(copied, {{copied, QStringLiteral("3:known")}}), 1);
+    authorize({large});
+    EXPECT_EQ(writes.exchange(0), 2);
+    await(registry->authorize({copied}, project, {{copied, QStringLiteral("3:known")}}));
+    EXPECT_EQ(writes, 1);
     files.setObserver({});
 }
 
 TEST_F(MediaSourceAuthorizationTest, MovesAPathThroughItsStates) {
     enum { None, Empty, Granted };
-    struct State {
+    struct Step {
+        const char *event;
         int entry;
         bool isPending;
     };
-    struct Step {
-        const char *event;
-        State state;
+    const QString path = folder.at("drive/clip.mov");
+    const std::map<std::string, std::function<void()>> actions{
+        {"authorize", [&] { authorize({path}); }},
+        {"load", [&] { await(registry->pendingMedia(project)); }},
+        {"confirm", [&] { confirm({path}); }},
+        {"mount", [&] { folder.write("drive/clip.mov", "take one"); }},
+        {"change", [&] { folder.write("drive/clip.mov", "take two"); }},
+        {"mark as changed", [&] { await(registry->markPending({}, {path}, project)); }},
+        {"mark as never granted", [&] { await(registry->markPending({path}, {}, project)); }},
+        {"forget",
+         [&] {
+             registry.reset();
+             EXPECT_TRUE(QFile::remove(folder.at(kRegistry)));
+         }},
+        {"unmount", [&] { EXPECT_TRUE(QDir(folder.at("drive")).removeRecursively()); }},
+        {"mount a folder in its place", [&] { folder.folder("drive/clip.mov"); }},
     };
-    const QString card = folder.at(QStringLiteral("drive"));
-    const QString path = folder.at(QStringLiteral("drive/clip.mov"));
     const std::vector<Step> steps{
-        {"nothing yet", {None, false}},
-        {"authorize", {Empty, false}}, // the folder can't be read
-        {"load", {Empty, true}},
-        {"confirm", {Empty, true}},
-        {"mount", {Empty, true}},
-        {"confirm", {Granted, false}},
-        {"change", {Granted, false}},
-        {"authorize", {Granted, false}},
-        {"mark as changed", {Granted, true}},
-        {"confirm", {Granted, false}},
-        {"forget", {None, false}},
-        {"unmount", {None, false}},
-        {"mount a folder in its place", {None, false}},
-        {"authorize", {Empty, true}}, // the file can't be hashed
-        {"forget", {None, false}},
-        {"mark as never granted", {Empty, true}},
+        {"confirm", None, false},
+        {"authorize", Empty, false}, // the folder can't be read
+        {"load", Empty, true},
+        {"confirm", Empty, true},
+        {"mount", Empty, true},
+        {"confirm", Granted, false},
+        {"change", Granted, false},
+        {"authorize", Granted, false},
+        {"mark as changed", Granted, true},
+        {"confirm", Granted, false},
+        {"forget", None, false},
+        {"unmount", None, false},
+        {"mount a folder in its place", None, false},
+        {"authorize", Empty, true}, // the file can't be hashed
+        {"confirm", Empty, true},
+        {"forget", None, false},
+        {"mark as never granted", Empty, true},
     };
-    for (const auto &[event, expected] : steps) {
-        const QByteArray what = event;
-        if (what == "authorize") {
-            authorize({path});
-        } else if (what == "load") {
-            await(registry->pendingMedia(project));
-        } else if (what == "confirm") {
-            confirm({path});
-        } else if (what == "mount" || what == "change") {
-            folder.write(QStringLiteral("drive/clip.mov"), what);
-        } else if (what == "mark as changed") {
-            await(registry->markPending({}, {path}, project));
-        } else if (what == "mark as never granted") {
-            await(registry->markPending({path}, {}, project));
-        } else if (what == "forget") {
-            registry.reset();
-            ASSERT_TRUE(QFile::remove(folder.at(kRegistry)));
-        } else if (what == "unmount") {
-            ASSERT_TRUE(QDir(card).removeRecursively());
-        } else if (what == "mount a folder in its place") {
-            folder.folder(QStringLiteral("drive/clip.mov"));
-        }
+    for (const auto &[event, expectedEntry, isPending] : steps) {
+        const std::string_view what = event;
+        actions.at(event)();
         reopen(); // every state is stored
         const int found = !table().contains(path) ? None : entry(path) ? Granted : Empty;
-        EXPECT_EQ(found, expected.entry) << event;
-        EXPECT_EQ(pending().contains(path), expected.isPending) << event;
+        EXPECT_EQ(found, expectedEntry) << event;
+        EXPECT_EQ(pending().contains(path), isPending) << event;
         EXPECT_TRUE(found != Granted || what == "change" || what == "mark as changed" ||
                     isGrantedUnchanged(path))
             << event;
@@ -207,7 +186,7 @@ TEST_F(MediaSourceAuthorizationTest, MovesAPathThroughItsStates) {
 TEST_F(MediaSourceAuthorizationTest, KeepsAGrantThatIsQueriedWhileItIsConfirmed) {
     authorize({offline});
     await(registry->unresolvedPaths(project));
-    folder.write(QStringLiteral("offline/clip.mov"), "back again");
+    folder.write("offline/clip.mov", "back again");
     auto confirming = registry->confirmPendingPaths({offline}, project);
     auto query = registry->pendingMedia(project);
     const PendingMedia media = await(std::move(query));
@@ -238,10 +217,10 @@ TEST_F(MediaSourceAuthorizationTest, ReportsAGrantThatWouldExceedTheFileLimitAnd
 }
 
 TEST_F(MediaSourceAuthorizationTest, IdentifiesAProjectThroughALinkButNotUnderANewName) {
-    const QString link = folder.link(QStringLiteral("desk/link.corvane"), project);
+    const QString link = folder.link("desk/link.corvane", project);
     await(registry->authorize({clip}, link));
     EXPECT_TRUE(isGrantedUnchanged(clip));
-    project = folder.at(QStringLiteral("p/new.corvane"));
+    project = folder.at("p/new.corvane");
     EXPECT_TRUE(table().isEmpty());
 }
 
@@ -249,8 +228,8 @@ TEST_F(MediaSourceAuthorizationTest, RecognizesAMediaFolderByItsIdentity) {
     FaultyFileSystem volumes;
     const FileSystemScope scope(volumes);
     volumes.setVolumeUUID(QStringLiteral("1111-AAAA"));
-    const QString media = folder.folder(QStringLiteral("p/media"));
-    const QString link = folder.link(QStringLiteral("p/link"), media);
+    const QString media = folder.folder("p/media");
+    const QString link = folder.link("p/link", media);
     const auto isAuthorized = [&](const QString &root) {
         return await(registry->isMediaRootAuthorized(root, project));
     };
@@ -259,31 +238,31 @@ TEST_F(MediaSourceAuthorizationTest, RecognizesAMediaFolderByItsIdentity) {
     await(registry->authorizeMediaRoot(media + QLatin1Char('/'), project));
     EXPECT_TRUE(isAuthorized(media));
     EXPECT_TRUE(await(registry->sourceGrants(project)).mediaRootAuthorized);
-    EXPECT_FALSE(isAuthorized(folder.at(QStringLiteral("card"))));
+    EXPECT_FALSE(isAuthorized(folder.at("card")));
     volumes.setVolumeUUID(QStringLiteral("2222-BBBB"));
     EXPECT_FALSE(isAuthorized(media));
     EXPECT_FALSE(await(registry->sourceGrants(project)).mediaRootAuthorized);
     volumes.setVolumeUUID(std::nullopt);
     EXPECT_TRUE(isAuthorized(media));
-    ASSERT_TRUE(QDir().rename(media, folder.at(QStringLiteral("p/kept"))));
-    EXPECT_FALSE(isAuthorized(media) || isAuthorized(folder.at(QStringLiteral("p/kept"))));
-    folder.folder(QStringLiteral("p/media"));
+    ASSERT_TRUE(QDir().rename(media, folder.at("p/kept")));
+    EXPECT_FALSE(isAuthorized(media) || isAuthorized(folder.at("p/kept")));
+    folder.folder("p/media");
     EXPECT_FALSE(isAuthorized(media));
 }
 
 TEST_F(MediaSourceAuthorizationTest, GrantsOnlyClipsLocatedInTheMediaFolder) {
-    const QString own = folder.at(QStringLiteral("p/media/own.mov"));
-    const QString missing = folder.at(QStringLiteral("p/media/missing.mov"));
+    const QString own = folder.at("p/media/own.mov");
+    const QString missing = folder.at("p/media/missing.mov");
     Project document;
-    for (const QString &path : {own, missing, clip, folder.at(QStringLiteral("p/media/link.mov")),
-                                folder.at(QStringLiteral("p/media/dir.mov"))}) {
+    for (const QString &path :
+         {own, missing, clip, folder.at("p/media/link.mov"), folder.at("p/media/dir.mov")}) {
         document.videos.append(VideoItem(VideoRecord{.sourcePath = path}));
     }
     await(registry->authorizeMediaFolderClips(document, project));
     EXPECT_TRUE(table().isEmpty()); // there is no such folder yet
-    folder.write(QStringLiteral("p/media/own.mov"), "own");
-    folder.folder(QStringLiteral("p/media/dir.mov"));
-    folder.link(QStringLiteral("p/media/link.mov"), clip);
+    folder.write("p/media/own.mov", "own");
+    folder.folder("p/media/dir.mov");
+    folder.link("p/media/link.mov", clip);
     await(registry->authorizeMediaFolderClips(document, project));
     EXPECT_EQ(table().size(), 2);
     EXPECT_TRUE(isGrantedUnchanged(own) && isEmptyEntry(missing));
@@ -293,7 +272,7 @@ TEST_F(MediaSourceAuthorizationTest, KeepsOverlappingGrantsOnAFullDisk) {
     FaultyFileSystem full;
     const FileSystemScope scope(full);
     full.setFreeSpace(0);
-    const QString second = folder.write(QStringLiteral("card/second.mov"), "take two");
+    const QString second = folder.write("card/second.mov", "take two");
     auto first = registry->authorize({clip}, project);
     auto other = registry->authorize({second}, project);
     auto early = registry->authorizedPaths(project); // both queued before hashing starts

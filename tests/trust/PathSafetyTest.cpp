@@ -34,8 +34,8 @@ class PathSafetyTest : public testing::Test {
     }
 
     test::TestFolder folder;
-    QString clip = folder.write(QStringLiteral("card/clip.mov"), "take one");
-    RootIdentity here = folderIdentity(folder.at(QStringLiteral("card"))).value_or(RootIdentity{});
+    QString clip = folder.write("card/clip.mov", "take one");
+    RootIdentity here = folderIdentity(folder.at("card")).value_or(RootIdentity{});
     RootIdentity elsewhere{.device = here.device, .inode = here.inode + 1};
     SourceGrants grants{.projectFolder = folder.path()};
 };
@@ -43,11 +43,11 @@ class PathSafetyTest : public testing::Test {
 } // namespace
 
 TEST_F(PathSafetyTest, DetectsPathsThatLeaveAFolderOrReachThroughALink) {
-    const QString root = folder.folder(QStringLiteral("a/b"));
-    folder.write(QStringLiteral("a/b/c/x.mov"), "x");
-    folder.link(QStringLiteral("a/b/out"), folder.folder(QStringLiteral("a/bc")));
-    folder.link(QStringLiteral("a/b/c/dangling"), QStringLiteral("nowhere"));
-    const QString linked = folder.link(QStringLiteral("linked"), root);
+    const QString root = folder.folder("a/b");
+    folder.write("a/b/c/x.mov", "x");
+    folder.link("a/b/out", folder.folder("a/bc"));
+    folder.link("a/b/c/dangling", QStringLiteral("nowhere"));
+    const QString linked = folder.link("linked", root);
     for (const char *relative : {"/c/x.mov", "/c/missing/deep.mov", "/./out/../c/x.mov"}) {
         EXPECT_FALSE(reachesOutsideOrThroughSymlink(root + QLatin1String(relative), root));
     }
@@ -74,24 +74,22 @@ TEST_F(PathSafetyTest, RecognizesMediaFilesByNameOnly) {
 }
 
 TEST_F(PathSafetyTest, ChecksASourceInOrder) {
-    const QString missing = folder.at(QStringLiteral("card/missing.mov"));
+    const QString missing = folder.at("card/missing.mov");
     RootIdentity remounted = withHash(ContentHasher::makeAnchor(clip));
     ++remounted.device;
     EXPECT_EQ(refusal(clip), Kind::notAuthorizedForProject);
-    EXPECT_EQ(refusal(folder.folder(QStringLiteral("dir.txt")), here), Kind::notARegularFile);
-    EXPECT_EQ(refusal(folder.link(QStringLiteral("card/link.mov"), clip), here),
-              Kind::notARegularFile);
-    EXPECT_EQ(refusal(folder.write(QStringLiteral("card/notes.txt"), "x"), std::nullopt),
-              Kind::notMediaFile);
+    EXPECT_EQ(refusal(folder.folder("dir.txt"), here), Kind::notARegularFile);
+    EXPECT_EQ(refusal(folder.link("card/link.mov", clip), here), Kind::notARegularFile);
+    EXPECT_EQ(refusal(folder.write("card/notes.txt", "x"), std::nullopt), Kind::notMediaFile);
     EXPECT_EQ(refusal(clip, std::nullopt), Kind::sourcePendingRelink);
     EXPECT_EQ(refusal(clip, elsewhere), Kind::sourceIdentityChanged);
     EXPECT_EQ(refusal(clip, withHash(QString(64, QLatin1Char('0')))), Kind::sourceIdentityChanged);
     EXPECT_EQ(refusal(missing, remounted), Kind::sourceIdentityChanged);
     EXPECT_EQ(refusal(missing, here), std::nullopt);
-    EXPECT_EQ(refusal(folder.at(QStringLiteral("gone/clip.mov")), here), std::nullopt);
+    EXPECT_EQ(refusal(folder.at("gone/clip.mov"), here), std::nullopt);
     EXPECT_EQ(refusal(clip, withHash(QStringLiteral("no anchor"))), std::nullopt);
     EXPECT_EQ(refusal(clip, remounted), std::nullopt);
-    EXPECT_EQ(refusal(folder.at(QStringLiteral("card/../card/clip.mov"))), std::nullopt);
+    EXPECT_EQ(refusal(folder.at("card/../card/clip.mov")), std::nullopt);
     EXPECT_EQ(Violation(Kind::sourceIdentityChanged, clip, QStringLiteral("source")).description(),
               QStringLiteral("source's folder changed since it was authorized, refusing to use it: "
                              "%1. Re-import or relink it, then try again.")
@@ -105,16 +103,16 @@ TEST_F(PathSafetyTest, UsesPreverifiedResultsOnlyForFullAnchors) {
     grants.preverifiedAnchors = {{clip, AnchorVerification::mismatches}};
     EXPECT_EQ(refusal(clip, full), Kind::sourceIdentityChanged);
     EXPECT_EQ(refusal(clip, bare), std::nullopt);
-    folder.write(QStringLiteral("card/clip.mov"), "take two");
+    folder.write("card/clip.mov", "take two");
     grants.preverifiedAnchors = {{clip, AnchorVerification::matches}};
     EXPECT_EQ(refusal(clip, full), std::nullopt);
     EXPECT_EQ(refusal(clip, bare), Kind::sourceIdentityChanged);
 }
 
 TEST_F(PathSafetyTest, IgnoresFolderChangesInAnAuthorizedMediaFolder) {
-    const QString own = folder.write(QStringLiteral("media/clip.mov"), "take one");
-    const QString linked = folder.at(QStringLiteral("media/card/clip.mov"));
-    folder.link(QStringLiteral("media/card"), folder.at(QStringLiteral("card")));
+    const QString own = folder.write("media/clip.mov", "take one");
+    const QString linked = folder.at("media/card/clip.mov");
+    folder.link("media/card", folder.at("card"));
     EXPECT_EQ(refusal(own, elsewhere), Kind::sourceIdentityChanged);
     grants.mediaRootAuthorized = true;
     EXPECT_EQ(refusal(own, elsewhere), std::nullopt);
@@ -139,9 +137,9 @@ TEST_F(PathSafetyTest, ComparesVolumesOnlyIfBothAreKnown) {
 }
 
 TEST_F(PathSafetyTest, ResolvesCachePathsInsideTheProjectFolderOnly) {
-    const QString project = folder.folder(QStringLiteral("p"));
-    const QString thumbs = folder.folder(QStringLiteral("p/.corvane-cache/subclip-thumbs"));
-    folder.link(QStringLiteral("p/.corvane-cache/linked"), folder.folder(QStringLiteral("other")));
+    const QString project = folder.folder("p");
+    const QString thumbs = folder.folder("p/.corvane-cache/subclip-thumbs");
+    folder.link("p/.corvane-cache/linked", folder.folder("other"));
     const auto resolved = [&](const QString &stored) { return resolveCachePath(stored, project); };
     EXPECT_EQ(resolved(QStringLiteral("subclip-thumbs/a.jpg")), thumbs + QStringLiteral("/a.jpg"));
     EXPECT_EQ(resolved(thumbs + QStringLiteral("/a.jpg")), thumbs + QStringLiteral("/a.jpg"));
@@ -161,15 +159,14 @@ TEST_F(PathSafetyTest, ResolvesCachePathsInsideTheProjectFolderOnly) {
 TEST(ProxyInvariant, RefusesProxiesEvenThroughLinks) {
     using ProxyInvariant::assertNoProxySources;
     const test::TestFolder folder;
-    const QString proxy = folder.write(QStringLiteral("x/.corvane-cache/proxies/d/a.mov"), "x");
-    const QString plain = folder.write(QStringLiteral("x/proxies/a.mov"), "x");
-    EXPECT_NO_THROW(assertNoProxySources(
-        {plain, folder.at(QStringLiteral("x/.corvane-cache/thumbs/proxies/missing.mov"))}));
-    for (const QString &path :
-         {proxy, folder.link(QStringLiteral("file.mov"), proxy),
-          folder.link(QStringLiteral("cache"), folder.at(QStringLiteral("x/.corvane-cache"))) +
-              QStringLiteral("/proxies/missing.mov"),
-          folder.at(QStringLiteral("x/.corvane-cache/thumbs/../proxies/missing.mov"))}) {
+    const QString proxy = folder.write("x/.corvane-cache/proxies/d/a.mov", "x");
+    const QString plain = folder.write("x/proxies/a.mov", "x");
+    EXPECT_NO_THROW(
+        assertNoProxySources({plain, folder.at("x/.corvane-cache/thumbs/proxies/missing.mov")}));
+    for (const QString &path : {proxy, folder.link("file.mov", proxy),
+                                folder.link("cache", folder.at("x/.corvane-cache")) +
+                                    QStringLiteral("/proxies/missing.mov"),
+                                folder.at("x/.corvane-cache/thumbs/../proxies/missing.mov")}) {
         EXPECT_THROW(assertNoProxySources({plain, path}), ProxyInvariant::Violation)
             << qPrintable(path);
     }

@@ -16,20 +16,20 @@ struct Clip {
 
 /// Clips with the containers and codecs that cameras record, each a few frames long.
 QList<Clip> clipsOfManyKinds() {
-    const auto prores = utf8("prores_ks");
-    const auto tenBits = utf8("yuv422p10le");
-    const auto mpeg2 = utf8("mpeg2video");
-    const auto pcm = utf8("pcm_s16le");
-    const auto mjpeg = utf8("mjpeg");
-    const auto fullRange = utf8("yuvj420p");
-    const auto hevc = utf8("libx265");
+    const char *const prores = "prores_ks";
+    const char *const tenBits = "yuv422p10le";
+    const char *const mpeg2 = "mpeg2video";
+    const char *const pcm = "pcm_s16le";
+    const char *const mjpeg = "mjpeg";
+    const char *const fullRange = "yuvj420p";
+    const char *const hevc = "libx265";
     return {
         {"C01.mp4", {.frames = 75, .bFrames = 2, .audioTracks = 1}},
         {"C02.mov", {.frames = 10}},
         {"C03.mkv", {.frames = 10, .audioTracks = 2}},
         {"C04.avi", {.frames = 10, .audioTracks = 1, .audioCodec = pcm}},
         {"C05.mp4", {.codec = hevc, .frames = 10, .bFrames = 2}},
-        {"C06.mov", {.codec = hevc, .frames = 10, .arguments = {utf8("-tag:v"), utf8("hvc1")}}},
+        {"C06.mov", {.codec = hevc, .frames = 10, .arguments = "-tag:v hvc1"}},
         {"C07.mov", {.codec = prores, .frames = 10, .pixelFormat = tenBits}},
         {"C08.mkv", {.codec = prores, .frames = 10, .pixelFormat = tenBits}},
         {"C09.mxf", {.codec = mpeg2, .frames = 10, .audioTracks = 1, .audioCodec = pcm}},
@@ -43,7 +43,7 @@ QList<Clip> clipsOfManyKinds() {
         {"C17.mp4", {.frames = 10, .rotation = 180, .audioTracks = 1}},
         {"C18.mp4", {.frames = 1}},
         {"C19.mov", {.frames = 1, .gop = 1, .audioTracks = 1, .audioSeconds = 0.5}},
-        {"C20.mp4", {.frames = 10, .milliseconds = utf8("N*40+N*N")}},
+        {"C20.mp4", {.frames = 10, .milliseconds = "N*40+N*N"}},
     };
 }
 

@@ -108,13 +108,6 @@ void Screen::click(QPoint point, Qt::KeyboardModifiers modifiers, Qt::MouseButto
     QCoreApplication::processEvents();
 }
 
-void Screen::doubleClick(const QString &name) {
-    if (const QQuickItem *target = item(name)) {
-        QTest::mouseDClick(m_window, Qt::LeftButton, Qt::NoModifier, center(target));
-        QCoreApplication::processEvents();
-    }
-}
-
 void Screen::hover(const QString &name) {
     if (const QQuickItem *target = item(name)) {
         QTest::mouseMove(m_window, center(target));

@@ -45,7 +45,6 @@ class Screen {
                Qt::MouseButton button = Qt::LeftButton);
     void click(QPoint point, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
                Qt::MouseButton button = Qt::LeftButton);
-    void doubleClick(const QString &name);
 
     /// Moves the pointer to the center of an item.
     void hover(const QString &name);
