@@ -32,6 +32,12 @@ bool hasFocusRing(const Screen &screen, const QString &name) {
     return ring && ring->isVisible();
 }
 
+bool hasFocus(const Screen &screen, const char *name) {
+    return screen.waitFor([&] {
+        return screen.shows(text(name)) && screen.property(text(name), "activeFocus").toBool();
+    });
+}
+
 TEST(ControlsTest, AButtonTakesClickReturnAndSpaceAndShowsItsHelpTextWhileDisabled) {
     Screen screen(windowWith(R"(
         Button { objectName: "on"; x: 40; y: 40; text: "On"; onClicked: window.note("on") }
@@ -115,10 +121,7 @@ TEST(ControlsTest, AnAlertTakesReturnAndEscButNoClickOutside) {
     )"));
     const auto openAlert = [&] {
         screen.click(text("ask"));
-        EXPECT_TRUE(screen.waitFor([&] {
-            return screen.shows(text("alert.accept")) &&
-                   screen.property(text("alert.accept"), "activeFocus").toBool();
-        }));
+        EXPECT_TRUE(hasFocus(screen, "alert.accept"));
     };
     const auto isClosed = [&] { return !screen.shows(text("alert.accept")); };
     openAlert();
@@ -144,9 +147,7 @@ TEST(ControlsTest, ASheetStaysOpenOnEscAndClicksOutsideAndReturnPressesItsDefaul
             Component.onCompleted: open()
         }
     )"));
-    EXPECT_TRUE(screen.waitFor([&] {
-        return screen.shows(text("base")) && screen.property(text("base"), "activeFocus").toBool();
-    }));
+    EXPECT_TRUE(hasFocus(screen, "base"));
     screen.key(Qt::Key_Return);
     screen.key(Qt::Key_Escape);
     screen.click(QPoint(20, 700));
@@ -197,10 +198,7 @@ TEST(ControlsTest, ADateFieldTakesTypedAndChosenDatesAndRevertsInvalidOnes) {
         }
     )"));
     screen.click(text("day.calendar"));
-    EXPECT_TRUE(screen.waitFor([&] {
-        return screen.shows(text("calendarDays")) &&
-               screen.property(text("calendarDays"), "activeFocus").toBool();
-    }));
+    EXPECT_TRUE(hasFocus(screen, "calendarDays"));
     screen.key(Qt::Key_PageDown); // 30 June
     screen.key(Qt::Key_Right);
     EXPECT_EQ(Screen::accessibleName(screen.item(text("day.2025-07-01"))), text("1 July 2025"));

@@ -193,13 +193,4 @@ TEST(ListModel, LimitsTheNumberOfReportedChanges) {
     EXPECT_EQ(model.rows(), all);
 }
 
-TEST(ListModel, ShowsOnlyTheRolesOfItsTable) {
-    FruitList model;
-    model.setRows(fruits("a"));
-    EXPECT_EQ(model.roleNames(),
-              (QHash<int, QByteArray>{{FruitList::IdRole, "id"}, {FruitList::PriceRole, "price"}}));
-    EXPECT_FALSE(model.index(0).data(Qt::DisplayRole).isValid());
-    EXPECT_FALSE(model.data(model.index(1), FruitList::IdRole).isValid());
-}
-
 } // namespace corvane
