@@ -98,19 +98,4 @@ int TestSink::number() const {
     return m_shown.empty() ? -1 : m_shown.back().number.value_or(-1);
 }
 
-void TestAudioOutput::play(double seconds, double) {
-    m_device.position = seconds;
-    m_device.state = State::starting;
-    wakeEventually();
-}
-
-void TestAudioOutput::pause() {
-    m_device.state = State::silent;
-    wakeEventually();
-}
-
-std::optional<double> TestAudioOutput::position() {
-    return state() == State::running ? std::optional(m_device.position.load()) : std::nullopt;
-}
-
 } // namespace corvane::test

@@ -67,10 +67,19 @@ class TestAudioOutput : public media::AudioOutput {
     explicit TestAudioOutput(Device &device) : m_device(device) {}
     void setWake(std::function<void()>) override {}
     void setFile(const QString &) override {}
-    void play(double seconds, double rate) override;
-    void pause() override;
+    void play(double seconds, double) override {
+        m_device.position = seconds;
+        m_device.state = State::starting;
+        wakeEventually();
+    }
+    void pause() override {
+        m_device.state = State::silent;
+        wakeEventually();
+    }
     State state() override { return m_device.state; }
-    std::optional<double> position() override;
+    std::optional<double> position() override {
+        return state() == State::running ? std::optional(m_device.position.load()) : std::nullopt;
+    }
 
   private:
     Device &m_device;
