@@ -16,30 +16,23 @@ JSONValue::Object object(const QByteArray &text) {
 
 /// A document of an older version: a current one without the keys that were added later.
 QByteArray olderDocument(int version) {
-    QByteArray text = encodeDocument(fullProject());
-    const auto drop = [&text](const QByteArray &key) {
-        JSONValue value = JSONDocument::parse(text).root().toValue();
-        const QString name = QString::fromLatin1(key);
-        for (JSONValue &video : *(*value.object())[QStringLiteral("videos")].array()) {
-            for (JSONValue &subclip : *(*video.object())[QStringLiteral("subclips")].array()) {
-                subclip.object()->remove(name);
-            }
-        }
-        for (JSONValue &batch : *(*value.object())[QStringLiteral("exportBatches")].array()) {
-            batch.object()->remove(name);
-        }
-        text = encodeJSON(value);
-    };
-    const QList<std::pair<int, QByteArray>> introduced = {
+    const std::pair<int, const char *> introduced[] = {
         {2, "creationIndex"}, {3, "succeededCount"}, {3, "failedCount"}, {3, "cancelledCount"},
         {3, "cancelled"},     {4, "rating"},         {5, "favorite"}};
-    for (const auto &[since, key] : introduced) {
-        if (version < since) {
-            drop(key);
+    const auto makeOlder = [&](JSONValue &record) {
+        for (const auto &[since, key] : introduced) {
+            if (version < since) {
+                record.object()->remove(QString::fromLatin1(key));
+            }
         }
+    };
+    JSONValue::Object document = object(fullProjectText());
+    document[QStringLiteral("schemaVersion")] = version;
+    std::ranges::for_each(*document[QStringLiteral("exportBatches")].array(), makeOlder);
+    for (JSONValue &video : *document[QStringLiteral("videos")].array()) {
+        std::ranges::for_each(*(*video.object())[QStringLiteral("subclips")].array(), makeOlder);
     }
-    return text.replace("\"schemaVersion\": 7",
-                        "\"schemaVersion\": " + QByteArray::number(version));
+    return encodeJSON(JSONValue(document));
 }
 
 } // namespace

@@ -1,5 +1,9 @@
 #include "support/SampleProject.h"
 
+#include <gtest/gtest.h>
+
+#include <QFile>
+
 namespace corvane::test {
 
 namespace {
@@ -45,64 +49,14 @@ Project sampleProject(int videos, int subclipsPerVideo) {
     return project;
 }
 
+QByteArray fullProjectText() {
+    QFile file(QStringLiteral(CORVANE_FULL_PROJECT));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
 Project fullProject() {
-    const auto text = [](const char *value) { return QString::fromUtf8(value); };
-    Project project = sampleProject(2, 2);
-    project.rootFolders = {text("/footage")};
-    project.projectName = text("Hafen \"Süd\"\n\\ 🎬 a/b");
-    project.shootDate = text("2026-03-01");
-    project.clientOrSeries = text("Client");
-    project.location = text("Location");
-    project.notes = text("Notes");
-    VideoRecord &video = project.videos[0].edit();
-    video.sourceImportMode = SourceImportMode::copied;
-    video.originalSourcePath = text("/card/A.mov");
-    video.width = 3840;
-    video.height = 2160;
-    video.fps = 23.976023976023978;
-    video.codec = text("avc1");
-    video.audioCodec = text("mp4a");
-    video.fileSizeBytes = qint64(5) << 32;
-    video.thumbnailPath = text("thumbnails/x.jpg");
-    video.filmstripPath = text("x/filmstrip");
-    video.hdPath = text("/hd");
-    video.proxyPath = text("/proxy");
-    video.needsProxy = false;
-    video.bitRateBps = 50'000'000;
-    video.pixelFormat = text("420v");
-    video.rating = 5;
-    video.reviewed = true;
-    video.reviewedAt = sampleDate();
-    video.missing = true;
-    video.tags = {text("a"), text("A")};
-    video.notes = text("note");
-    video.subclips[0].label = text("Wide");
-    video.subclips[0].notes = text("n");
-    video.subclips[0].exportedAt = sampleDate();
-    video.exportedAt = sampleDate();
-    video.sidecarPath = text("/footage/x.xml");
-    video.sidecarType = SidecarType::xml;
-    video.cameraMetadata = {
-        {text("iso"), 800},
-        {text("gain"), 0.1},
-        {text("big"), std::numeric_limits<qint64>::max()},
-        {text("none"), nullptr},
-        {text("on"), true},
-        {text("list"), JSONValue::Array{1, JSONValue::Array{}, text("x"), JSONValue::Object{}}},
-        {text("nested"), JSONValue::Object{{text("deep"), JSONValue::Array{nullptr, false}}}}};
-    video.contentHash = QString(64, QLatin1Char('a'));
-    project.exportBatches.append({.id = text("batch"),
-                                  .outputFolder = text("/out"),
-                                  .mode = ExportBatch::Mode::accurateTranscode,
-                                  .includeWholeVideoSelects = true,
-                                  .subclipHandleSeconds = 0.5,
-                                  .namingOptions = {.baseName = text("Base")},
-                                  .createdAt = sampleDate(),
-                                  .completedAt = sampleDate(),
-                                  .succeededCount = 3,
-                                  .cancelled = true,
-                                  .outputMode = OutputMode::primaryAndHd});
-    return project;
+    return decodeJSON<Project>(JSONDocument::parse(fullProjectText()).root());
 }
 
 } // namespace corvane::test
