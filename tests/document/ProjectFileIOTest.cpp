@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <cmath>
 
 using namespace corvane;
 using namespace corvane::test;
@@ -140,8 +141,10 @@ TEST_F(ProjectFileIOTest, RefusesToWriteADocumentItCouldNotRead) {
     EXPECT_THAT(saveFailure(project).toStdString(), testing::HasSubstr("past the 32 MB limit"));
     EXPECT_FALSE(await(io.load(file)).notes);
     project.notes.reset();
-    project.videos[0].edit().durationSeconds = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(
-        saveFailure(project),
-        QStringLiteral("Failed to write %1: A number is infinite or not a number.").arg(file));
+    for (const double number : {HUGE_VAL, std::nan("")}) {
+        project.videos[0].edit().durationSeconds = number;
+        EXPECT_EQ(
+            saveFailure(project),
+            QStringLiteral("Failed to write %1: A number is infinite or not a number.").arg(file));
+    }
 }
