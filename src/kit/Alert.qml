@@ -4,12 +4,12 @@
 //   button; subject: var, null or an object with title, text and, if needed, acceptText and
 //   cancelText: the alert is open while it has a subject, and keeps the texts while it fades out;
 //   prominent: bool (the default button in accent); destructive: bool; signals accepted(),
-//   rejected() (Esc on a message accepts it), after the alert has closed
+//   rejected() (Esc on a message accepts it), when the alert starts to close
 // Buttons are "<objectName>.accept" and "<objectName>.cancel".
 import QtQuick
 import QtQuick.Templates as T
 
-T.Popup {
+ModalPopup {
     id: control
 
     property string title
@@ -44,33 +44,13 @@ T.Popup {
         }
     }
 
-    parent: T.Overlay.overlay
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? Math.round(parent.height * 0.5 - height * 0.56) : 0
     width: Math.min(Theme.alertWidth, parent ? parent.width - Theme.spacing32 : Theme.alertWidth)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: Theme.spacing24 - Theme.spacing4 + Theme.hairline
     bottomPadding: Theme.spacing16 + Theme.hairline
-    modal: true
-    focus: true
-    closePolicy: T.Popup.NoAutoClose
     onOpened: accept.forceActiveFocus(Qt.TabFocusReason)
-
-    T.Overlay.modal: Scrim {}
-
-    enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration }
-    }
-    exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.sheetDuration }
-    }
-
-    background: Rectangle {
-        color: Theme.popupBackground
-        radius: Theme.sheetRadius
-        border.width: Theme.hairline
-        border.color: Theme.panelBorder
-    }
 
     contentItem: FocusScope {
         focus: true
@@ -88,16 +68,13 @@ T.Popup {
             id: column
 
             width: parent.width
+            spacing: Theme.spacing6
 
             Label {
                 width: parent.width
                 text: control.title
                 textStyle: Theme.headingStyle
                 wrapMode: Text.Wrap
-            }
-            Item {
-                width: Theme.spacing6
-                height: Theme.spacing6
             }
             Flickable { // a path in it can be thousands of characters long
                 width: parent.width
@@ -118,12 +95,9 @@ T.Popup {
                     wrapMode: Text.Wrap
                 }
             }
-            Item {
-                width: Theme.spacing16
-                height: Theme.spacing16 + Theme.spacing2
-            }
             Row {
                 anchors.right: parent.right
+                topPadding: Theme.spacing12
                 spacing: Theme.buttonGap
 
                 Button {

@@ -11,7 +11,7 @@ Rectangle {
 
     implicitHeight: Theme.badgeHeight
     implicitWidth: Math.max(Theme.badgeHeight,
-        outlined ? Math.ceil(label.implicitWidth) + 2 * (Theme.spacing4) : 0)
+        outlined ? Math.ceil(label.implicitWidth) + 2 * Theme.spacing4 : 0)
     radius: Theme.badgeRadius
     color: text === "S" ? Theme.success : text === "X" ? Theme.danger
          : outlined ? Theme.transparent : Theme.neutralBadge

@@ -6,10 +6,8 @@
 //   menu's chevron); showsHover, showsFocusRing: bool; glyphColor: color; signal clicked(), by the
 //   pointer, Return, Enter or Space
 import QtQuick
-import QtQuick.Templates as T
-import Corvane.Kit
 
-T.Button {
+ButtonBase {
     id: control
 
     enum Kind { Plain, Primary, Bare }
@@ -17,17 +15,14 @@ T.Button {
     property int kind: iconOnly ? Button.Bare : Button.Plain
     property string symbol
     property string trailingSymbol
-    property string helpText
     property bool destructive: false
     property bool large: false
     property bool small: false
     property bool muted: false
-    property bool showsFocusRing: visualFocus
     property int iconSize: iconOnly && !destructive ? Theme.iconSize : Theme.buttonIconSize
     property var textStyle: small ? Theme.listNameStyle
                              : kind === Button.Primary ? Theme.bodyStrongStyle : Theme.bodyLabelStyle
     readonly property bool iconOnly: text === ""
-    property bool showsHover: hovered && enabled
     readonly property color backgroundColor:
         !enabled ? (kind === Button.Bare ? Theme.transparent : Theme.controlDisabled)
         : kind === Button.Primary
@@ -52,23 +47,9 @@ T.Button {
     leftPadding: horizontalPadding - (!iconOnly && symbol !== "" ? Theme.spacing4 : 0)
     rightPadding: horizontalPadding - (!iconOnly && trailingSymbol !== "" ? Theme.spacing4 : 0)
     spacing: Theme.spacing6
-    focusPolicy: Qt.StrongFocus
     font: textStyle.font
 
-    Keys.onReturnPressed: event => control.pressByKey(event)
-    Keys.onEnterPressed: event => control.pressByKey(event)
-
-    function pressByKey(event: var) {
-        if (!event.isAutoRepeat) {
-            Buttons.click(control);
-        }
-        event.accepted = true; // the click's own keys went through the same event
-    }
-
-    HelpText.text: helpText
-    Accessible.role: Accessible.Button
     Accessible.name: iconOnly ? helpText : text
-    Accessible.onPressAction: Buttons.click(control)
     Accessible.description: iconOnly ? "" : helpText
 
     contentItem: Item {
@@ -94,7 +75,7 @@ T.Button {
                 color: control.glyphColor
             }
 
-            Text {
+            ControlText {
                 id: label
 
                 visible: !control.iconOnly
@@ -104,8 +85,6 @@ T.Button {
                 font: control.font
                 color: control.labelColor
                 elide: Text.ElideRight
-                textFormat: Text.PlainText
-                Accessible.ignored: true
             }
 
             Icon {

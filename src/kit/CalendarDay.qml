@@ -23,15 +23,12 @@ T.AbstractButton {
     Accessible.onPressAction: Buttons.click(control)
     Accessible.selected: selected
 
-    contentItem: Text {
+    contentItem: ControlText {
         text: control.day
         font: Theme.listStyle.font
         color: control.selected ? Theme.accentText
              : control.inMonth ? Theme.primaryText : Theme.placeholderText
         horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        textFormat: Text.PlainText
-        Accessible.ignored: true
     }
     background: Item {
         Rectangle {

@@ -78,12 +78,7 @@ T.Popup {
         }
     }
 
-    background: Rectangle {
-        color: Theme.popupBackground
-        radius: Theme.panelRadius
-        border.width: Theme.hairline
-        border.color: Theme.panelBorder
-    }
+    background: BorderedPanel {}
 
     contentItem: Column {
         spacing: Theme.spacing4

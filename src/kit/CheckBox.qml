@@ -9,6 +9,7 @@ T.CheckBox {
 
     property string helpText
     property bool showsFocusRing: visualFocus
+    property color labelColor: enabled ? Theme.primaryText : Theme.placeholderText
 
     implicitHeight: Theme.checkBoxRowHeight
     implicitWidth: leftPadding + implicitContentWidth
@@ -50,13 +51,10 @@ T.CheckBox {
         }
     }
 
-    contentItem: Text {
+    contentItem: ControlText {
         text: control.text
         font: control.font
-        color: control.enabled ? Theme.primaryText : Theme.placeholderText
-        verticalAlignment: Text.AlignVCenter
+        color: control.labelColor
         elide: Text.ElideRight
-        textFormat: Text.PlainText
-        Accessible.ignored: true
     }
 }

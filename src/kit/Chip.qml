@@ -3,16 +3,12 @@
 //   (without a menu), clicked()
 // The owner of a chip with a menu sets `checked`.
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
-T.Button {
+ButtonBase {
     id: control
 
-    property string helpText
-    property bool showsFocusRing: visualFocus
     property PopUpMenu menu: null
-    property bool showsHover: hovered && enabled
     readonly property color labelColor: !enabled ? Theme.disabledText
                                       : checked ? Theme.activeChipText : Theme.primaryText
 
@@ -22,21 +18,12 @@ T.Button {
     leftPadding: Theme.spacing12 - Theme.spacing2
     rightPadding: leftPadding - (menu ? Theme.spacing4 + Theme.hairline : 0)
     spacing: Theme.spacing2
-    focusPolicy: Qt.StrongFocus
     font: Theme.listNameStyle.font
 
     onClicked: {
         if (menu) {
             menu.openBelow(control);
         }
-    }
-    Keys.onReturnPressed: event => {
-        Buttons.click(control);
-        event.accepted = true; // see Button
-    }
-    Keys.onEnterPressed: event => {
-        Buttons.click(control);
-        event.accepted = true; // see Button
     }
     Keys.onDownPressed: event => {
         if (menu) {
@@ -45,25 +32,18 @@ T.Button {
         event.accepted = menu !== null;
     }
 
-    HelpText.text: helpText
     Accessible.role: menu ? Accessible.ButtonMenu : Accessible.CheckBox
-    Accessible.name: text
-    Accessible.onPressAction: Buttons.click(control)
-    Accessible.onToggleAction: Buttons.click(control)
-    Accessible.description: helpText
     Accessible.checkable: menu === null
     Accessible.checked: checked
 
     contentItem: Row {
         spacing: control.spacing
 
-        Text {
+        ControlText {
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
             font: control.font
             color: control.labelColor
-            textFormat: Text.PlainText
-            Accessible.ignored: true
         }
 
         Icon {

@@ -1,7 +1,7 @@
 // A field for a date, typed as "2025-06-13" or chosen in a calendar. The button or Down opens the
-// calendar. When the field loses focus, text that is no date reverts to the last valid date.
-//   date: string, ISO; name: string; helpText: string; openCalendar(); signal edited(string date),
-//   by the user only; the owner sets `date`
+// calendar. On Return or when the field loses focus, invalid text reverts to `date`.
+//   date: string, ISO; name: string; openCalendar(); signal edited(string date),
+//   for each valid date that the user types or chooses; the owner sets `date`
 import QtQuick
 import Corvane.Kit
 

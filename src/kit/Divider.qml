@@ -1,10 +1,7 @@
-// A line between regions, horizontal by default.
-//   vertical: bool
+// A line between regions. The owner sets its width or its height.
 import QtQuick
 
 Rectangle {
-    property bool vertical: false
-
     implicitWidth: Theme.hairline
     implicitHeight: Theme.hairline
     color: Theme.divider

@@ -5,9 +5,9 @@
 
 namespace corvane {
 
-/// An item that Tab reaches. `visualFocus` is true while it has the focus because of the keyboard.
-/// For controls with an accessible role that no template has: templates overwrite the role that QML
-/// sets. Main thread.
+/// An item in the Tab order. `visualFocus` is true while it has the focus because of the keyboard.
+/// For controls with an accessible role that no Qt Quick template has: templates overwrite the role
+/// that QML sets. Main thread.
 class FocusItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

@@ -3,6 +3,7 @@
 #include "platform/TextFormat.h"
 
 #include <QDate>
+#include <QKeySequence>
 
 #include <algorithm>
 #include <cmath>
@@ -22,11 +23,8 @@ bool Format::isDay(const QString &date) {
     return date.size() == 10 && QDate::fromString(date, Qt::ISODate).isValid();
 }
 
-QString Format::keys(const QVariant &shortcut) {
-    const QKeySequence sequence = shortcut.userType() == QMetaType::Int
-                                      ? QKeySequence(QKeySequence::StandardKey(shortcut.toInt()))
-                                      : QKeySequence::fromString(shortcut.toString());
-    return sequence.toString(QKeySequence::NativeText);
+QString Format::keys(const QString &shortcut) {
+    return QKeySequence::fromString(shortcut).toString(QKeySequence::NativeText);
 }
 
 } // namespace corvane

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QKeySequence>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
-#include <QVariant>
 
 namespace corvane {
 
@@ -26,8 +24,8 @@ class Format : public QObject {
     /// True for an ISO date such as "2025-06-13".
     Q_INVOKABLE static bool isDay(const QString &date);
 
-    /// A shortcut as the desktop writes it: "Ctrl+Shift+E". Takes a string or a standard key.
-    Q_INVOKABLE static QString keys(const QVariant &shortcut);
+    /// A portable shortcut such as "Ctrl+Shift+E" as the desktop writes it.
+    Q_INVOKABLE static QString keys(const QString &shortcut);
 };
 
 } // namespace corvane

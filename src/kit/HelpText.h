@@ -28,8 +28,8 @@ class HelpTextAttached : public QObject {
 
 /// Tracks the pointer over its window and selects the help text to show: that of the innermost
 /// visible item under the pointer that has one, enabled or not, once the pointer has rested on it
-/// for `delay` milliseconds. A press, a key or the wheel hides the text until the pointer enters
-/// another item. One per window; HelpTip.qml displays it. Main thread.
+/// for `delay` milliseconds. A press, a key or the wheel hides the text until the pointer leaves
+/// the item. One per window; HelpTip.qml displays it. Main thread.
 class HelpText : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

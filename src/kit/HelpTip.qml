@@ -31,7 +31,7 @@ Item {
         panel.y = below.y + panel.height <= tip.height ? below.y : above.y - panel.height;
     }
 
-    Rectangle {
+    BorderedPanel {
         id: panel
 
         objectName: "helpTip"
@@ -39,8 +39,6 @@ Item {
         height: label.height + Theme.spacing8
         color: Theme.controlHovered
         radius: Theme.menuRowRadius
-        border.width: Theme.hairline
-        border.color: Theme.panelBorder
         visible: opacity > 0
         opacity: help.text !== "" ? 1 : 0
         Accessible.role: Accessible.ToolTip

@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QQmlEngine>
 
+#include <algorithm>
 #include <iterator>
 
 namespace corvane {
@@ -11,7 +12,7 @@ namespace {
 
 struct IconRow {
     QLatin1String symbol;
-    char32_t codePoint;
+    ushort codePoint;
 };
 
 /// Code points of the family "Material Icons".
@@ -56,21 +57,13 @@ constexpr IconRow iconRows[] = {
     {QLatin1String("calendar"), 0xE935},
 };
 
-/// Loads the icon font from the resources: the system's font lookup may pick a compressed variant,
-/// and the first frame would wait for its decompression.
-void loadFont() {
-    [[maybe_unused]] static const int id = QFontDatabase::addApplicationFont(
-        QStringLiteral(":/corvane/kit/MaterialIcons-Regular.ttf"));
-}
-
 } // namespace
 
 IconTable::IconTable(QObject *parent) : QObject(parent) {
-    loadFont();
-    m_codePoints.reserve(std::ssize(iconRows));
-    for (const IconRow &row : iconRows) {
-        m_codePoints.insert(row.symbol, row.codePoint);
-    }
+    // From the resources, because the system's font lookup may pick a compressed variant and the
+    // first frame would wait for its decompression.
+    [[maybe_unused]] static const int id = QFontDatabase::addApplicationFont(
+        QStringLiteral(":/corvane/kit/MaterialIcons-Regular.ttf"));
 }
 
 QString IconTable::family() const {
@@ -89,8 +82,9 @@ QString IconTable::glyph(const QString &symbol) const {
     if (symbol.isEmpty()) {
         return {};
     }
-    const auto found = m_codePoints.constFind(symbol);
-    if (found == m_codePoints.constEnd()) {
+    const auto *const row = std::ranges::find_if(
+        iconRows, [&](const IconRow &candidate) { return candidate.symbol == symbol; });
+    if (row == std::end(iconRows)) {
         const QString message = QStringLiteral("No icon for the symbol \"%1\"").arg(symbol);
         if (QJSEngine *engine = qjsEngine(this)) {
             engine->throwError(message);
@@ -99,7 +93,7 @@ QString IconTable::glyph(const QString &symbol) const {
         }
         return {};
     }
-    return QString(QChar(ushort(*found)));
+    return QString(QChar(row->codePoint));
 }
 
 } // namespace corvane

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
@@ -27,9 +26,6 @@ class IconTable : public QObject {
     /// The string that draws `symbol` in the icon font; empty for an empty name. Throws a
     /// JavaScript error for an unknown name, or logs it if no QML engine called.
     Q_INVOKABLE QString glyph(const QString &symbol) const;
-
-  private:
-    QHash<QString, char32_t> m_codePoints;
 };
 
 } // namespace corvane

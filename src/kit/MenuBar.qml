@@ -24,28 +24,16 @@ T.MenuBar {
         rightPadding: Theme.spacing8
         focusPolicy: Qt.TabFocus
         font: Theme.listStyle.font
-        Keys.onDownPressed: event => {
-            Buttons.click(item);
-            event.accepted = true; // see Button
-        }
-        Keys.onReturnPressed: event => {
-            Buttons.click(item);
-            event.accepted = true; // see Button
-        }
-        Keys.onEnterPressed: event => {
-            Buttons.click(item);
-            event.accepted = true; // see Button
-        }
+        Keys.onDownPressed: event => Buttons.press(item, event)
+        Keys.onReturnPressed: event => Buttons.press(item, event)
+        Keys.onEnterPressed: event => Buttons.press(item, event)
         Accessible.role: Accessible.MenuItem
         Accessible.name: text
 
-        contentItem: Text {
+        contentItem: ControlText {
             text: item.text
             font: item.font
             color: item.highlighted ? Theme.primaryText : Theme.secondaryText
-            verticalAlignment: Text.AlignVCenter
-            textFormat: Text.PlainText
-            Accessible.ignored: true
         }
         background: Item {
             Rectangle {

@@ -1,7 +1,6 @@
 // A row of a menu.
 //   text: string; elide: as for Text; checkable, checked: bool (the check mark); shortcutText:
-//   string, right-aligned, by default the shortcut of the action; helpText: string, shown while
-//   disabled too; action; signal triggered()
+//   string, right-aligned; helpText: string, shown while disabled too; signal triggered()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -11,7 +10,7 @@ T.MenuItem {
 
     property string helpText
     property int elide: Text.ElideRight
-    property string shortcutText: action ? Format.keys(action.shortcut) : ""
+    property string shortcutText
 
     implicitHeight: Theme.menuItemHeight
     implicitWidth: leftPadding + implicitContentWidth + rightPadding
@@ -51,7 +50,7 @@ T.MenuItem {
                      + (control.subMenu ? Theme.spacing24 : 0)
         implicitHeight: label.implicitHeight
 
-        Text {
+        ControlText {
             id: label
 
             anchors.left: parent.left
@@ -62,11 +61,9 @@ T.MenuItem {
             color: control.enabled ? Theme.primaryText : Theme.disabledText
             elide: control.elide
             maximumLineCount: 1
-            textFormat: Text.PlainText
-            Accessible.ignored: true
         }
 
-        Text {
+        ControlText {
             id: shortcut
 
             anchors.right: parent.right
@@ -74,8 +71,6 @@ T.MenuItem {
             text: control.shortcutText
             font: control.font
             color: control.enabled ? Theme.secondaryText : Theme.disabledText
-            textFormat: Text.PlainText
-            Accessible.ignored: true
         }
     }
 

@@ -53,12 +53,7 @@ T.Menu {
         T.ScrollBar.vertical: ScrollBar {}
     }
 
-    background: Rectangle {
-        color: Theme.popupBackground
-        radius: Theme.panelRadius
-        border.width: Theme.hairline
-        border.color: Theme.panelBorder
-    }
+    background: BorderedPanel {}
 
     enter: Transition {
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.popupDuration }

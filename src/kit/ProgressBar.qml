@@ -8,15 +8,19 @@ Item {
 
     property real value: 0
     property string name
-    readonly property alias shownValue: state.highest
+    property real shownValue: 0
 
     function restart() {
-        state.highest = 0;
-        state.raise();
+        shownValue = 0;
+        raise();
     }
 
-    onValueChanged: state.raise()
-    Component.onCompleted: state.raise()
+    function raise() {
+        shownValue = Math.max(shownValue, Math.min(1, value));
+    }
+
+    onValueChanged: raise()
+    Component.onCompleted: raise()
 
     implicitHeight: Theme.progressHeight
     implicitWidth: Theme.fieldWidth
@@ -24,31 +28,16 @@ Item {
     Accessible.name: name
     Accessible.description: Format.percent(shownValue)
 
-    QtObject {
-        id: state
-
-        property real highest: 0
-
-        function raise() {
-            highest = Math.max(highest, Math.min(1, control.value));
-        }
-    }
-
     Rectangle {
         anchors.fill: parent
         radius: height / 2
         color: Theme.controlBackground
     }
-    Item {
-        anchors.fill: parent
-
-        Rectangle {
-            visible: width > 0
-            width: control.shownValue > 0
-                   ? Math.max(parent.height, parent.width * control.shownValue) : 0
-            height: parent.height
-            radius: height / 2
-            color: Theme.accent
-        }
+    Rectangle {
+        width: control.shownValue > 0
+               ? Math.max(parent.height, parent.width * control.shownValue) : 0
+        height: parent.height
+        radius: height / 2
+        color: Theme.accent
     }
 }

@@ -1,7 +1,7 @@
 // A choice of one from a few options side by side. Left and Right change it, Home and End select
 // the first and the last option.
-//   model: list of strings; currentIndex: int; name: string (its accessible name); helpText:
-//   string; signal activated(int index), by the user only
+//   model: list of strings; currentIndex: int; name: string (its accessible name); signal
+//   activated(int index), by the user only
 // Segments have the objectName "<objectName>.<index>". The owner binds `currentIndex` and changes
 // the value behind it in `activated`.
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
@@ -16,7 +16,6 @@ FocusItem {
     property var model: []
     property int currentIndex: 0
     property string name
-    property string helpText
     property bool showsFocusRing: visualFocus
 
     signal activated(int index)
@@ -39,76 +38,65 @@ FocusItem {
         }
     }
 
-    HelpText.text: helpText
     Accessible.role: Accessible.PageTabList
     Accessible.name: name
-    Accessible.description: helpText
     Accessible.focusable: true
 
-    Rectangle {
+    BorderedPanel {
         anchors.fill: parent
         radius: Theme.controlRadius
         color: Theme.fieldBackground
-        border.width: Theme.hairline
-        border.color: Theme.panelBorder
 
         FocusRing {
             visible: control.showsFocusRing
         }
     }
 
-    Item {
-        anchors.fill: parent
+    Row {
+        id: row
 
-        Row {
-            id: row
+        anchors.centerIn: parent
+        spacing: Theme.spacing2
 
-            anchors.centerIn: parent
-            spacing: Theme.spacing2
+        Repeater {
+            model: control.model
 
-            Repeater {
-                model: control.model
+            T.AbstractButton {
+                id: segment
 
-                T.AbstractButton {
-                    id: segment
+                required property int index
+                required property string modelData
+                readonly property bool chosen: index === control.currentIndex
 
-                    required property int index
-                    required property string modelData
-                    readonly property bool chosen: index === control.currentIndex
+                objectName: control.objectName + "." + index
+                text: modelData
+                focusPolicy: Qt.NoFocus
+                implicitHeight: Theme.controlHeight - 2 * (Theme.spacing2 + Theme.hairline)
+                implicitWidth: label.implicitWidth + 2 * Theme.spacing12
 
-                    objectName: control.objectName + "." + index
-                    text: modelData
-                    focusPolicy: Qt.NoFocus
-                    implicitHeight: Theme.controlHeight - 2 * (Theme.spacing2 + Theme.hairline)
-                    implicitWidth: label.implicitWidth + 2 * Theme.spacing12
+                onPressed: control.forceActiveFocus(Qt.MouseFocusReason)
+                onClicked: control.choose(index)
 
-                    onPressed: control.forceActiveFocus(Qt.MouseFocusReason)
-                    onClicked: control.choose(index)
+                Accessible.role: Accessible.RadioButton
+                Accessible.name: text
+                Accessible.onPressAction: Buttons.click(segment)
+                Accessible.checkable: true
+                Accessible.checked: chosen
 
-                    Accessible.role: Accessible.RadioButton
-                    Accessible.name: text
-                    Accessible.onPressAction: Buttons.click(segment)
-                    Accessible.checkable: true
-                    Accessible.checked: chosen
+                background: Rectangle {
+                    radius: Theme.menuRowRadius
+                    color: segment.chosen
+                           ? (control.enabled ? Theme.controlPressed : Theme.controlDisabled)
+                         : segment.hovered && control.enabled ? Theme.hoveredRow : Theme.transparent
+                }
+                contentItem: ControlText {
+                    id: label
 
-                    background: Rectangle {
-                        radius: Theme.menuRowRadius
-                        color: segment.chosen
-                               ? (control.enabled ? Theme.controlPressed : Theme.controlDisabled)
-                             : segment.hovered && control.enabled ? Theme.hoveredRow : Theme.transparent
-                    }
-                    contentItem: Text {
-                        id: label
-
-                        text: segment.text
-                        font: Theme.listNameStyle.font
-                        color: !control.enabled ? Theme.disabledText
-                             : segment.chosen ? Theme.primaryText : Theme.secondaryText
-                        horizontalAlignment: Text.AlignHCenter
-                        verticalAlignment: Text.AlignVCenter
-                        textFormat: Text.PlainText
-                        Accessible.ignored: true
-                    }
+                    text: segment.text
+                    font: Theme.listNameStyle.font
+                    color: !control.enabled ? Theme.disabledText
+                         : segment.chosen ? Theme.primaryText : Theme.secondaryText
+                    horizontalAlignment: Text.AlignHCenter
                 }
             }
         }

@@ -10,7 +10,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
 
-T.Popup {
+ModalPopup {
     id: control
 
     property string title
@@ -27,42 +27,26 @@ T.Popup {
     property alias footer: footerRow.data
     readonly property alias body: body
     readonly property bool hasHeader: title !== "" || backText !== ""
-    readonly property bool hasFooter: footerRow.children.length > 0
 
     signal escapePressed()
     signal backClicked()
 
-    parent: T.Overlay.overlay
     anchors.centerIn: parent
-    modal: true
-    focus: true
-    closePolicy: T.Popup.NoAutoClose
     padding: Theme.hairline
     width: Math.min(sheetWidth, parent ? parent.width - maximumMargin : sheetWidth)
     height: Math.min(sheetHeight > 0 ? sheetHeight : implicitHeight,
                      parent ? parent.height - maximumMargin : implicitHeight)
     implicitHeight: (hasHeader ? headerHeight : 0) + body.implicitHeight
-                    + (hasFooter ? Theme.sheetFooterHeight : 0) + topPadding + bottomPadding
+                    + Theme.sheetFooterHeight + topPadding + bottomPadding
     onOpened: {
         if (initialFocus) {
             initialFocus.forceActiveFocus(Qt.OtherFocusReason);
         }
     }
 
-    T.Overlay.modal: Scrim {}
-
-    enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration }
-    }
-    exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.sheetDuration }
-    }
-
-    background: Rectangle {
+    background: BorderedPanel {
         color: Theme.panelBackground
         radius: Theme.sheetRadius
-        border.width: Theme.hairline
-        border.color: Theme.panelBorder
     }
 
     contentItem: FocusScope {
@@ -142,9 +126,8 @@ T.Popup {
             id: footerArea
 
             anchors.bottom: parent.bottom
-            visible: control.hasFooter
             width: parent.width
-            height: visible ? Theme.sheetFooterHeight : 0
+            height: Theme.sheetFooterHeight
 
             Divider {
                 width: parent.width

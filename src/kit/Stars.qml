@@ -1,8 +1,8 @@
 // A rating from 0 to 5 stars. A click on a star rates, the cross clears the rating; Left and Right
 // change it by one star, a digit sets it.
 //   rating: int, 0 to 5; name: string; helpText: string; starTexts: list of string (each star's
-//   help text); clearText: string (the cross's help text); large: bool; hoveredStar: int, 0 if none
-//   is; signal rated(int stars), by the user only, even if the rating is the same; the owner sets
+//   help text); clearText: string (the cross's help text); large: bool; hoveredStar: int, 0 if none;
+//   signal rated(int stars), by the user only, even if the rating is the same; the owner sets
 //   `rating`
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
@@ -61,65 +61,61 @@ FocusItem {
         visible: control.showsFocusRing
     }
 
-    Item {
-        anchors.fill: parent
+    Row {
+        id: stars
 
-        Row {
-            id: stars
+        height: parent.height
 
-            height: parent.height
+        HoverHandler {
+            id: hover
 
-            HoverHandler {
-                id: hover
-
-                enabled: control.enabled
-            }
-            TapHandler {
-                gesturePolicy: TapHandler.ReleaseWithinBounds // grabs the click from items below
-                onTapped: point =>
-                    control.rate(Math.ceil(Math.max(1, point.position.x) / control.starWidth))
-            }
-
-            Repeater {
-                model: control.maximumValue
-
-                Icon {
-                    required property int index
-                    readonly property bool filled: index < control.rating
-                    readonly property bool isPreviewed: index < control.hoveredStar && !filled
-
-                    anchors.verticalCenter: parent.verticalCenter
-                    width: control.starWidth
-                    size: control.large ? Theme.brandIconSize : Theme.iconSize
-                    HelpText.text: control.starTexts[index] ?? ""
-                    symbol: filled || isPreviewed ? "star.fill" : "star"
-                    color: !control.enabled ? Theme.disabledText
-                         : filled || isPreviewed ? Theme.rating : Theme.fieldBorder
-                    opacity: isPreviewed ? Theme.halfStarOpacity : 1
-                }
-            }
+            enabled: control.enabled
+        }
+        TapHandler {
+            gesturePolicy: TapHandler.ReleaseWithinBounds // grabs the click from items below
+            onTapped: point =>
+                control.rate(Math.ceil(Math.max(1, point.position.x) / control.starWidth))
         }
 
-        T.AbstractButton {
-            id: cross
+        Repeater {
+            model: control.maximumValue
 
-            objectName: control.objectName + ".clear"
-            anchors.left: stars.right
-            width: control.clearWidth
-            height: parent.height
-            visible: control.rating > 0
-            focusPolicy: Qt.NoFocus
-            onClicked: control.rate(0)
-            HelpText.text: control.clearText
-            Accessible.role: Accessible.Button
-            Accessible.name: control.clearText
-            Accessible.onPressAction: Buttons.click(cross)
+            Icon {
+                required property int index
+                readonly property bool filled: index < control.rating
+                readonly property bool isPreviewed: index < control.hoveredStar && !filled
 
-            contentItem: Icon {
-                symbol: "xmark.circle"
-                size: Theme.checkIconSize
-                color: cross.hovered ? Theme.primaryText : Theme.secondaryText
+                anchors.verticalCenter: parent.verticalCenter
+                width: control.starWidth
+                size: control.large ? Theme.brandIconSize : Theme.iconSize
+                HelpText.text: control.starTexts[index] ?? ""
+                symbol: filled || isPreviewed ? "star.fill" : "star"
+                color: !control.enabled ? Theme.disabledText
+                     : filled || isPreviewed ? Theme.rating : Theme.fieldBorder
+                opacity: isPreviewed ? Theme.halfStarOpacity : 1
             }
+        }
+    }
+
+    T.AbstractButton {
+        id: cross
+
+        objectName: control.objectName + ".clear"
+        anchors.left: stars.right
+        width: control.clearWidth
+        height: parent.height
+        visible: control.rating > 0
+        focusPolicy: Qt.NoFocus
+        onClicked: control.rate(0)
+        HelpText.text: control.clearText
+        Accessible.role: Accessible.Button
+        Accessible.name: control.clearText
+        Accessible.onPressAction: Buttons.click(cross)
+
+        contentItem: Icon {
+            symbol: "xmark.circle"
+            size: Theme.checkIconSize
+            color: cross.hovered ? Theme.primaryText : Theme.secondaryText
         }
     }
 }

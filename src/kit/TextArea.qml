@@ -1,6 +1,7 @@
 // A text field with several lines that scrolls. Tab leaves it.
-//   text, placeholderText: string; name: string (its accessible name); helpText: string; input: the
-//   TextArea inside, named "<objectName>.input"; signal textEdited(), by the user only
+//   text, placeholderText: string; name: string (its accessible name); input: the TextArea inside,
+//   named "<objectName>.input"; signal textEdited(), if the text changes while the field has the
+//   focus
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -12,7 +13,6 @@ Item {
     property alias placeholderText: area.placeholderText
     property alias input: area
     property string name: placeholderText
-    property string helpText
 
     signal textEdited()
 
@@ -23,7 +23,6 @@ Item {
 
     implicitWidth: Theme.formWidth
     implicitHeight: Theme.textAreaHeight
-    HelpText.text: helpText
 
     FieldBackground {
         anchors.fill: parent
@@ -66,20 +65,8 @@ Item {
             Accessible.role: Accessible.EditableText
             Accessible.multiLine: true
             Accessible.name: control.name
-            Accessible.description: control.helpText
 
-            Text {
-                x: area.leftPadding
-                y: area.topPadding
-                width: area.width - area.leftPadding - area.rightPadding
-                visible: area.length === 0 && area.preeditText === ""
-                text: area.placeholderText
-                font: area.font
-                color: area.placeholderTextColor
-                elide: Text.ElideRight
-                textFormat: Text.PlainText
-                Accessible.ignored: true
-            }
+            Placeholder { field: area }
         }
     }
 }

@@ -1,7 +1,6 @@
 // A single-line text field.
 //   text, placeholderText: string; name: string (its accessible name, by default the placeholder);
-//   symbol: string (an icon at the left); helpText: string; takesEscape: bool; signals
-//   textEdited(), accepted(), escapePressed() (only with `takesEscape`; otherwise Esc propagates)
+//   symbol: string (an icon at the left); signals textEdited(), accepted()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -11,12 +10,8 @@ T.TextField {
 
     property string name: placeholderText
     property string symbol
-    property string helpText
-    property bool takesEscape: false
     property bool showsHover: hovered
     property bool showsFocusRing: activeFocus
-
-    signal escapePressed()
 
     implicitHeight: Theme.controlHeight
     implicitWidth: Theme.fieldWidth
@@ -32,18 +27,8 @@ T.TextField {
     selectByMouse: true
     hoverEnabled: true
 
-    Keys.onEscapePressed: event => {
-        if (takesEscape) {
-            control.escapePressed();
-        } else {
-            event.accepted = false;
-        }
-    }
-
-    HelpText.text: helpText
     Accessible.role: Accessible.EditableText
     Accessible.name: name
-    Accessible.description: helpText
 
     Icon {
         x: Theme.spacing8 + Theme.hairline
@@ -53,18 +38,9 @@ T.TextField {
         size: Theme.buttonIconSize
     }
 
-    Text {
-        x: control.leftPadding
-        width: control.width - control.leftPadding - control.rightPadding
+    Placeholder {
+        field: control
         height: control.height
-        visible: control.length === 0 && control.preeditText === ""
-        text: control.placeholderText
-        font: control.font
-        color: control.placeholderTextColor
-        verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
-        textFormat: Text.PlainText
-        Accessible.ignored: true
     }
 
     background: FieldBackground {

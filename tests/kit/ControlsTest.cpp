@@ -110,6 +110,18 @@ TEST(ControlsTest, KeysChangeAChoiceAndARatingWithinTheirLimits) {
     EXPECT_EQ(screen.property(text("stars"), "rating").toInt(), 0);
 }
 
+TEST(ControlsTest, AHeldReturnPressesAControlOnce) {
+    Screen screen(windowWith(R"(
+        Chip { text: "Favorites"; onToggled: window.note("chip") }
+        Disclosure { objectName: "files"; y: 40; text: "Files"; onOpenChanged: window.note("files") }
+    )"));
+    screen.key(Qt::Key_Tab);
+    screen.hold(Qt::Key_Return);
+    screen.key(Qt::Key_Tab);
+    screen.hold(Qt::Key_Return);
+    EXPECT_EQ(eventsOf(screen), QStringList({text("chip"), text("files")}));
+}
+
 TEST(ControlsTest, AnAlertTakesReturnAndEscButNoClickOutside) {
     Screen screen(windowWith(R"(
         Alert {

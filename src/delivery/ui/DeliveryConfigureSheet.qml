@@ -77,7 +77,6 @@ Sheet {
             Divider {
                 id: divider
 
-                vertical: true
                 height: parent.height
             }
             Item {

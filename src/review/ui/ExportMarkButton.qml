@@ -1,28 +1,22 @@
 // The "S" button of a row, filled if the item is selected for export.
 //   isOn: bool; helpText: string; signal clicked()
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
-T.Button {
+ButtonBase {
     id: control
 
     property bool isOn: false
-    property string helpText
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
     focusPolicy: Qt.TabFocus
-    Keys.onReturnPressed: Buttons.click(control)
-    Keys.onEnterPressed: Buttons.click(control)
 
-    HelpText.text: helpText
     Accessible.role: Accessible.CheckBox
     Accessible.name: helpText
+    Accessible.description: ""
     Accessible.checkable: true
     Accessible.checked: isOn
-    Accessible.onPressAction: Buttons.click(control)
-    Accessible.onToggleAction: Buttons.click(control)
 
     background: Item {
         Rectangle {
@@ -40,13 +34,10 @@ T.Button {
             }
         }
     }
-    contentItem: Text {
+    contentItem: ControlText {
         text: "S"
         font: Theme.smallBoldStyle.font
         color: control.isOn ? Theme.successText : Theme.secondaryText
         horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        textFormat: Text.PlainText
-        Accessible.ignored: true
     }
 }

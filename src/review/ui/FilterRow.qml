@@ -80,10 +80,9 @@ Rectangle {
             rightPadding: root.bar.canClearSearch ? clear.width + 2 * Theme.spacing2 : Theme.spacing8
             symbol: "search"
             placeholderText: qsTr("Search filenames, notes, labels, tags")
-            takesEscape: true
             text: root.bar.searchQuery
             onTextEdited: root.bar.searchQuery = text
-            onEscapePressed: root.focusLeft()
+            Keys.onEscapePressed: root.focusLeft()
         }
 
         Button {
@@ -119,7 +118,7 @@ Rectangle {
             trailingSymbol: "chevron.down"
             Accessible.role: Accessible.ButtonMenu
             onClicked: sortMenu.openBelow(sort)
-            Keys.onDownPressed: Buttons.click(sort)
+            Keys.onDownPressed: event => Buttons.press(sort, event)
 
             ChoiceMenu {
                 id: sortMenu

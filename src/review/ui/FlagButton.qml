@@ -2,16 +2,14 @@
 //   title, symbol, shortcut, helpText: string; isOn: bool; activeColor, activeBorder, activeInk: color;
 //   signal clicked()
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
-T.Button {
+ButtonBase {
     id: control
 
     property string title
     property string symbol
     property string shortcut
-    property string helpText
     property bool isOn: false
     property color activeColor: Theme.controlBackground
     property color activeBorder: Theme.panelBorder
@@ -22,17 +20,11 @@ T.Button {
     leftPadding: Theme.spacing8
     rightPadding: Theme.spacing8 + Theme.spacing2
     focusPolicy: Qt.TabFocus
-    Keys.onReturnPressed: Buttons.click(control)
-    Keys.onEnterPressed: Buttons.click(control)
 
-    HelpText.text: helpText
     Accessible.role: Accessible.CheckBox
     Accessible.name: title
-    Accessible.description: helpText
     Accessible.checkable: true
     Accessible.checked: isOn
-    Accessible.onPressAction: Buttons.click(control)
-    Accessible.onToggleAction: Buttons.click(control)
 
     background: Rectangle {
         radius: height / 2

@@ -32,14 +32,13 @@ Item {
         color: Theme.rating
     }
 
-    Text {
+    ControlText {
         x: star.width + Theme.hairline
         y: (marks.height - height) / 2 + Theme.hairline
         visible: marks.rating !== ""
         text: marks.rating
         font: Theme.smallStrongStyle.font
         color: Theme.rating
-        textFormat: Text.PlainText
     }
 
     Icon {

@@ -44,8 +44,8 @@ Item {
                 focus = false; // the bars are about to be hidden
                 bars.review.selection.selectSubclip(bars.review.selection.selectedVideoId, subclipId);
             }
-            Keys.onReturnPressed: Buttons.click(bar)
-            Keys.onEnterPressed: Buttons.click(bar)
+            Keys.onReturnPressed: event => Buttons.press(bar, event)
+            Keys.onEnterPressed: event => Buttons.press(bar, event)
 
             HelpText.text: name
             Accessible.role: Accessible.Button

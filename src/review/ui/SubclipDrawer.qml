@@ -40,8 +40,8 @@ Rectangle {
         height: Theme.drawerHeaderHeight
         focusPolicy: Qt.TabFocus
         onClicked: drawer.review.panes.toggleSubclipDrawer()
-        Keys.onReturnPressed: Buttons.click(head)
-        Keys.onEnterPressed: Buttons.click(head)
+        Keys.onReturnPressed: event => Buttons.press(head, event)
+        Keys.onEnterPressed: event => Buttons.press(head, event)
 
         Accessible.role: Accessible.Button
         Accessible.name: qsTr("Subclips") + " " + drawer.review.panes.subclipCountText

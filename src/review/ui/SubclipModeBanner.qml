@@ -4,7 +4,7 @@ import QtQuick
 import Corvane.Kit
 import Corvane.Review
 
-Rectangle {
+BorderedPanel {
     id: banner
 
     required property ReviewScreenState review
@@ -17,9 +17,6 @@ Rectangle {
     width: aside + name.width
     height: Theme.bannerHeight
     radius: Theme.controlRadius
-    color: Theme.popupBackground
-    border.width: Theme.hairline
-    border.color: Theme.panelBorder
     Accessible.role: Accessible.Grouping
     Accessible.name: mode.text
 

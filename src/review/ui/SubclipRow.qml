@@ -118,8 +118,8 @@ FocusItem {
             height: Theme.smallButtonHeight
             focusPolicy: Qt.TabFocus
             onClicked: row.edit()
-            Keys.onReturnPressed: Buttons.click(nameButton)
-            Keys.onEnterPressed: Buttons.click(nameButton)
+            Keys.onReturnPressed: event => Buttons.press(nameButton, event)
+            Keys.onEnterPressed: event => Buttons.press(nameButton, event)
 
             HelpText.text: nameLabel.truncated ? row.name : ""
             Accessible.role: Accessible.Button
@@ -154,12 +154,11 @@ FocusItem {
             implicitHeight: Theme.smallButtonHeight
             leftPadding: Theme.spacing6 + Theme.hairline
             name: qsTr("Name of the subclip")
-            takesEscape: true
             onAccepted: {
                 row.review.marking.renameSubclip(row.subclipId, text);
                 row.endEditing();
             }
-            onEscapePressed: row.endEditing()
+            Keys.onEscapePressed: row.endEditing()
             onActiveFocusChanged: {
                 if (!activeFocus) {
                     visible = false;

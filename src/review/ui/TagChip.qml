@@ -39,8 +39,8 @@ Rectangle {
         height: parent.height
         focusPolicy: Qt.TabFocus
         onClicked: chip.removed()
-        Keys.onReturnPressed: Buttons.click(cross)
-        Keys.onEnterPressed: Buttons.click(cross)
+        Keys.onReturnPressed: event => Buttons.press(cross, event)
+        Keys.onEnterPressed: event => Buttons.press(cross, event)
 
         HelpText.text: Accessible.name
         Accessible.role: Accessible.Button

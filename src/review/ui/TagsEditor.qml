@@ -60,11 +60,10 @@ Column {
             objectName: "inspector.newTag"
             width: parent.width - add.width - parent.spacing
             name: qsTr("New tag")
-            takesEscape: true
             text: editor.inspector.newTag
             onTextEdited: editor.inspector.newTag = text
             onAccepted: editor.add()
-            onEscapePressed: focus = false
+            Keys.onEscapePressed: focus = false
 
             // Keys that the field ignores must not reach the screen.
             Keys.priority: Keys.AfterItem

@@ -97,6 +97,7 @@ TEST_F(InspectorTest, RatesAndFlagsTheClip) {
     view.key(Qt::Key_Return);
     view.key(Qt::Key_Space);
     EXPECT_TRUE(clip(0).rejected) << "the button keeps the focus";
+    EXPECT_EQ(keysOfScreen(view), 0);
     store.undo();
     EXPECT_FALSE(view.property(name("inspector.flag.3"), "isOn").toBool());
 }

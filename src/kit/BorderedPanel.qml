@@ -1,0 +1,9 @@
+// A panel with a border, such as the background of a menu.
+import QtQuick
+
+Rectangle {
+    color: Theme.popupBackground
+    radius: Theme.panelRadius
+    border.width: Theme.hairline
+    border.color: Theme.panelBorder
+}
