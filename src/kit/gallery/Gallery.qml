@@ -1,4 +1,4 @@
-// Every control of the kit in each of its states, to look at and to test.
+// The kit's controls in their states, for screenshots and tests.
 //   openMenu(): opens the menu below its chip
 import QtQuick
 import Corvane.Kit

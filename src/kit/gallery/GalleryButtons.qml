@@ -9,57 +9,24 @@ GallerySection {
         x: 102
         spacing: 10
 
-        Label { width: 66; text: "rest"; textStyle: Theme.smallStyle; muted: true }
-        Label { width: 66; text: "hover"; textStyle: Theme.smallStyle; muted: true }
-        Label { width: 66; text: "pressed"; textStyle: Theme.smallStyle; muted: true }
-        Label { width: 66; text: "focus"; textStyle: Theme.smallStyle; muted: true }
-        Label { width: 66; text: "off"; textStyle: Theme.smallStyle; muted: true }
-    }
-    GalleryRow {
-        title: "plain"
+        Repeater {
+            model: ["rest", "hover", "pressed", "focus", "off"]
 
-        GalleryState { Button { objectName: "plain"; width: parent.width; text: "Label" } }
-        GalleryState { Button { width: parent.width; text: "Label"; showsHover: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; down: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; showsFocusRing: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; enabled: false } }
-    }
-    GalleryRow {
-        title: "primary"
+            Label {
+                required property string modelData
 
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; showsHover: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; down: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; showsFocusRing: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Primary; enabled: false } }
+                width: 66
+                text: modelData
+                textStyle: Theme.smallStyle
+                muted: true
+            }
+        }
     }
-    GalleryRow {
-        title: "bare"
-
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; showsHover: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; down: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; showsFocusRing: true } }
-        GalleryState { Button { width: parent.width; text: "Label"; kind: Button.Bare; enabled: false } }
-    }
-    GalleryRow {
-        title: "icon"
-
-        GalleryState { Button { symbol: "book.fill"; helpText: "Guide" } }
-        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; showsHover: true } }
-        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; down: true } }
-        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; showsFocusRing: true } }
-        GalleryState { Button { symbol: "book.fill"; helpText: "Guide"; enabled: false } }
-    }
-    GalleryRow {
-        title: "delete"
-
-        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete" } }
-        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; showsHover: true } }
-        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; down: true } }
-        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; showsFocusRing: true } }
-        GalleryState { Button { symbol: "trash"; destructive: true; helpText: "Delete"; enabled: false } }
-    }
+    GalleryButtonStates { title: "plain"; text: "Label" }
+    GalleryButtonStates { title: "primary"; text: "Label"; kind: Button.Primary }
+    GalleryButtonStates { title: "bare"; text: "Label"; kind: Button.Bare }
+    GalleryButtonStates { title: "icon"; symbol: "book.fill"; helpText: "Guide" }
+    GalleryButtonStates { title: "delete"; symbol: "trash"; helpText: "Delete"; destructive: true }
     GalleryRow {
         title: "with icon"
 

@@ -6,7 +6,6 @@ Column {
     id: choices
 
     property int handles: 2
-    property string day: "2025-06-13"
     readonly property alias menu: ratingMenu
 
     GallerySection {

@@ -1,4 +1,4 @@
-// Stars, badges, rows, and controls that wait or unfold.
+// Stars, badges, rows, the spinner, fields and a disclosure.
 import QtQuick
 import Corvane.Kit
 
