@@ -46,9 +46,9 @@ class Footage {
     HandoffPlan plan() const {
         HandoffChoices choices = defaultHandoffChoices(m_project);
         choices.destinationFolder = dataPath(QStringLiteral("handoff/out"));
-        HandoffPlan made = makePlan(m_project, choices);
-        made.authorizedSourcePaths = m_grants;
-        return made;
+        HandoffPlan result = makePlan(m_project, choices);
+        result.authorizedSourcePaths = m_grants;
+        return result;
     }
     const AuthorizedPaths &grants() const { return m_grants; }
     MediaSourceAuthorization &authorization() { return m_authorization; }

@@ -1,5 +1,5 @@
-// The review's list in a large project: a keystroke in the search field, another sort, one edit. For
-// comparison, "theirs" converts every text to lower case and searches it.
+// The review's list in a large project: a keystroke in the search field, another sort, one edit.
+// For comparison, "theirs" converts every text to lower case and searches it.
 
 #include "BenchData.h"
 
@@ -16,8 +16,8 @@ namespace {
 /// 25,000 clips and 100,000 subclips, each with a note.
 const Project &reviewProject() {
     static const Project project = [] {
-        Project made = largeProject(25'000);
-        for (VideoItem &video : made.videos) {
+        Project result = largeProject(25'000);
+        for (VideoItem &video : result.videos) {
             VideoRecord &record = video.edit();
             record.subclips.removeLast();
             for (Subclip &subclip : record.subclips) {
@@ -25,7 +25,7 @@ const Project &reviewProject() {
                                     .arg(subclip.inSeconds);
             }
         }
-        return made;
+        return result;
     }();
     return project;
 }
@@ -39,8 +39,10 @@ bool clipContains(const VideoRecord &video, const QString &query) {
         return containsTerm(subclip.label.value_or(QString()), query) ||
                containsTerm(subclip.notes.value_or(QString()), query);
     };
-    return containsTerm(video.fileName, query) || containsTerm(video.notes.value_or(QString()), query) ||
-           std::ranges::any_of(video.tags, [&](const QString &tag) { return containsTerm(tag, query); }) ||
+    return containsTerm(video.fileName, query) ||
+           containsTerm(video.notes.value_or(QString()), query) ||
+           std::ranges::any_of(video.tags,
+                               [&](const QString &tag) { return containsTerm(tag, query); }) ||
            std::ranges::any_of(video.subclips, containsAny);
 }
 

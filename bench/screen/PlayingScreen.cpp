@@ -72,25 +72,25 @@ QString videoFile(const QString &encoder, int gop) {
 }
 
 /// A project with every video twice, so that every selection loads another clip.
-QString projectOf(const QString &folder, const QStringList &films) {
+QString projectOf(const QString &folder, const QStringList &videoFiles) {
     Project project{.id = newIdentifier(),
                     .name = QStringLiteral("Bench"),
                     .createdAt = QDateTime::currentDateTimeUtc(),
                     .updatedAt = QDateTime::currentDateTimeUtc()};
-    for (const QString &film : films) {
+    for (const QString &file : videoFiles) {
         for (int copy = 0; copy < 2; ++copy) {
             VideoRecord clip;
             clip.id = newIdentifier();
-            clip.fileName = film;
-            clip.sourcePath = film;
+            clip.fileName = file;
+            clip.sourcePath = file;
             clip.durationSeconds = kSeconds;
             clip.createdAt = clip.updatedAt = project.createdAt;
             project.videos.append(VideoItem(clip));
         }
     }
-    const QString file = folder + QStringLiteral("/Bench.corvane");
-    waitUntilDone(ProjectFileIO().save(project, file, false));
-    return file;
+    const QString projectFile = folder + QStringLiteral("/Bench.corvane");
+    waitUntilDone(ProjectFileIO().save(project, projectFile, false));
+    return projectFile;
 }
 
 /// Runs the event loop until the condition holds, for a minute at most. Returns the time taken in
@@ -115,7 +115,7 @@ double mainThreadMilliseconds() {
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-void measureSelection(ProjectScreen &screen, const Project &project, int film, const char *name) {
+void measureSelection(ProjectScreen &screen, const Project &project, int video, const char *name) {
     const auto sink = std::make_shared<LastFrame>();
     media::MediaPlayer &player = screen.engine()->player();
     player.setSink(sink);
@@ -123,20 +123,20 @@ void measureSelection(ProjectScreen &screen, const Project &project, int film, c
     std::vector<double> selections;
     std::vector<double> seeks;
     for (int turn = 0; turn < kTurns; ++turn) {
-        screen.review()->selection().selectClip(project.videos[film * 2 + turn % 2]->id);
+        screen.review()->selection().selectClip(project.videos[video * 2 + turn % 2]->id);
         selections.push_back(timeUntil([&] { return sink->shows(player.currentItem(), 0); }));
         timeUntil([&] { return screen.engine()->isReady(); });
         const double to = std::uniform_real_distribution<>(1, kSeconds - 1)(random);
         screen.engine()->seek(to);
         seeks.push_back(timeUntil([&] { return sink->shows(player.currentItem(), to); }));
     }
-    const double mine = medianOf(selections);
-    const double other = medianOf(seeks);
+    const double selection = medianOf(selections);
+    const double seek = medianOf(seeks);
     std::printf(
         "%-52s %11.1f ms %11.1f ms %7.2f  <= 1.3\n",
         qPrintable(
             QStringLiteral("selection to its picture, %1 / a seek in it").arg(QLatin1String(name))),
-        mine, other, mine / other);
+        selection, seek, selection / seek);
 }
 
 void measurePlaying(ProjectScreen &screen, QQuickWindow &window, const Project &project) {
@@ -188,9 +188,9 @@ double longestTurnUntil(const std::function<bool()> &holds) {
     return longest;
 }
 
-void measureAnswers(ProjectScreen &screen, CorvaneApp &app, const QStringList &films) {
+void measureResponsiveness(ProjectScreen &screen, CorvaneApp &app, const QStringList &videoFiles) {
     ImportSheet &importing = *screen.importing();
-    importing.openWith(films);
+    importing.openWith(videoFiles);
     importing.scan();
     const double scanning =
         longestTurnUntil([&] { return importing.stage() == ImportViewModel::Stage::results; });
@@ -216,12 +216,12 @@ void measureAnswers(ProjectScreen &screen, CorvaneApp &app, const QStringList &f
         qFatal("the export failed");
     }
     exporting.dismiss();
-    const auto tell = [](const char *what, double longest) {
+    const auto print = [](const char *what, double longest) {
         std::printf("%-52s %11.1f ms %31s < 100 ms\n", what, longest, "");
     };
-    tell("longest turn of the window while it scans", scanning);
-    tell("longest turn while it imports copies", copying);
-    tell("longest turn while it exports", delivering);
+    print("longest turn of the window while it scans", scanning);
+    print("longest turn while it imports copies", copying);
+    print("longest turn while it exports", delivering);
 }
 
 } // namespace
@@ -234,17 +234,17 @@ int main(int argc, char **argv) {
     std::setlocale(LC_NUMERIC, "C");
     setUpFonts(application);
     const QTemporaryDir folder;
-    const QStringList films{videoFile(QStringLiteral("libx264"), 12),
-                            videoFile(QStringLiteral("libx264"), 300),
-                            videoFile(QStringLiteral("libx265"), 12)};
-    const QString file = projectOf(folder.path(), films);
+    const QStringList videoFiles{videoFile(QStringLiteral("libx264"), 12),
+                                 videoFile(QStringLiteral("libx264"), 300),
+                                 videoFile(QStringLiteral("libx265"), 12)};
+    const QString file = projectOf(folder.path(), videoFiles);
     OneFolder panels(folder.path());
     CorvaneApp app({.dataFolder = folder.filePath(QStringLiteral("data")),
                     .panels = &panels,
                     .userDefaults = std::make_unique<QSettings>(
                         folder.filePath(QStringLiteral("defaults.ini")), QSettings::IniFormat),
-                    .makeProjectScreen = [](CorvaneApp &made) {
-                        return std::make_unique<ProjectScreen>(made, media::MediaPlayer::Options());
+                    .makeProjectScreen = [](CorvaneApp &app) {
+                        return std::make_unique<ProjectScreen>(app, media::MediaPlayer::Options());
                     }});
     waitUntilDone(app.store().openProject(file));
     QQmlApplicationEngine engine;
@@ -263,6 +263,6 @@ int main(int argc, char **argv) {
     measureSelection(*screen, project, 2, "HEVC, 12");
     const QString other = folder.filePath(QStringLiteral("Other.corvane"));
     waitUntilDone(app.store().createProject({.name = QStringLiteral("Other")}, other));
-    measureAnswers(*screen, app, films);
+    measureResponsiveness(*screen, app, videoFiles);
     return 0;
 }
