@@ -1,4 +1,4 @@
-// What push buttons and chips share: the keys, the help text and accessibility.
+// The keys, help text and accessibility of a button. The derived control draws it.
 //   text: string; helpText: string, shown while disabled too; showsHover, showsFocusRing: bool; signal
 //   clicked(), by the pointer, Return, Enter or Space
 import QtQuick

@@ -1,4 +1,4 @@
-// One day of a calendar.
+// A day in a calendar.
 //   date: string, ISO; day: int; name: string; inMonth, selected, focused: bool; signal clicked()
 import QtQuick
 import QtQuick.Templates as T

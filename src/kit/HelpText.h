@@ -41,7 +41,7 @@ class HelpText : public QQuickItem {
   public:
     explicit HelpText(QQuickItem *parent = nullptr);
 
-    /// The help text to show; empty if there is none at the moment.
+    /// The help text to display, or an empty string.
     [[nodiscard]] QString text() const;
 
     /// The item that `text` belongs to; null if `text` is empty.

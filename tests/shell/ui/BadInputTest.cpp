@@ -132,10 +132,10 @@ TEST_F(BadInputTest, DeliveryReportsEachRefusedClipAndDeliversTheRest) {
     configure("handoff", out());
     EXPECT_EQ(deliver("handoff"),
               "Handoff finished with 2 issues\ngranted.mov" + refusals("handoff"));
-    const Project made =
+    const Project package =
         ProjectFileIO::loadNow(folder.at(utf8("out/Harbor - Selects/Harbor - Selects.corvane")));
-    ASSERT_EQ(made.videos.size(), 1);
-    EXPECT_EQ(made.videos[0]->fileName, utf8("granted.mov"));
+    ASSERT_EQ(package.videos.size(), 1);
+    EXPECT_EQ(package.videos[0]->fileName, utf8("granted.mov"));
 }
 
 TEST_F(BadInputTest, ImportsDroppedFootageAndOpensADroppedProjectAfterTheRun) {
