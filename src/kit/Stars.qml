@@ -92,7 +92,7 @@ FocusItem {
                 symbol: filled || isPreviewed ? "star.fill" : "star"
                 color: !control.enabled ? Theme.disabledText
                      : filled || isPreviewed ? Theme.rating : Theme.fieldBorder
-                opacity: isPreviewed ? Theme.halfStarOpacity : 1
+                opacity: isPreviewed ? Theme.previewedStarOpacity : 1
             }
         }
     }

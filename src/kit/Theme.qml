@@ -1,6 +1,6 @@
 pragma Singleton
 
-// Every color, size, text style and duration of the screens. No other file contains such a literal.
+// The colors, sizes, text styles and durations of the screens. No other file contains a color.
 // Lengths are in device-independent pixels, durations in milliseconds.
 import QtQuick
 
@@ -89,7 +89,7 @@ QtObject {
 
     readonly property real rejectedOpacity: 0.4
     readonly property real generatingOpacity: 0.6
-    readonly property real halfStarOpacity: 0.5
+    readonly property real previewedStarOpacity: 0.5
 
     // Spacing.
     readonly property int spacing2: 2

@@ -13,8 +13,8 @@
 
 namespace corvane::test {
 
-/// A window with QML under test, without a display. Simulates user input and inspects items. A call
-/// that fails adds a GoogleTest failure; so do warnings of the QML engine. Main thread.
+/// A window with QML under test, without a display. Simulates user input and inspects items. A
+/// missing item adds a GoogleTest failure, and so does a warning of the QML engine. Main thread.
 class Screen {
   public:
     static constexpr std::chrono::milliseconds kTimeout{5000};
