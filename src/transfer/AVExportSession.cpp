@@ -25,9 +25,9 @@ using media::ExportSessionFactory;
 using media::MediaTimeRange;
 
 /// Lets the main thread poll the progress of a session that an executor's thread owns. Thread-safe.
-class SessionBox {
+class SharedSession {
   public:
-    void put(const std::shared_ptr<ExportSession> &session) {
+    void set(const std::shared_ptr<ExportSession> &session) {
         const std::scoped_lock lock(m_mutex);
         m_session = session;
     }
@@ -70,15 +70,15 @@ class VettedCopy {
     const QString &path() const { return m_path; }
 
     /// Throws if the copy doesn't fit, before time is spent on it.
-    void testSpace(const QString &source) const;
-    void make(const QString &source, const RootIdentity &identity,
-              const std::stop_token &stop) const;
+    void checkSpace(const QString &source) const;
+    void create(const QString &source, const RootIdentity &identity,
+                const std::stop_token &stop) const;
 
   private:
     QString m_path;
 };
 
-void VettedCopy::testSpace(const QString &source) const {
+void VettedCopy::checkSpace(const QString &source) const {
     const QString folder = paths::parentFolder(m_path);
     const auto status = fileSystem().targetStatus(source);
     const qint64 needed = status ? status->size : 0;
@@ -92,8 +92,8 @@ void VettedCopy::testSpace(const QString &source) const {
     }
 }
 
-void VettedCopy::make(const QString &source, const RootIdentity &identity,
-                      const std::stop_token &stop) const {
+void VettedCopy::create(const QString &source, const RootIdentity &identity,
+                        const std::stop_token &stop) const {
     using Kind = ImportCopier::CopyError::Kind;
     const QString folder = paths::parentFolder(paths::standardized(source));
     try {
@@ -116,8 +116,8 @@ void VettedCopy::make(const QString &source, const RootIdentity &identity,
     }
 }
 
-std::shared_ptr<ExportSession> makeSession(const Transcode &transcode, const QString &asset,
-                                           ExportSessionFactory &sessions) {
+std::shared_ptr<ExportSession> createSession(const Transcode &transcode, const QString &asset,
+                                             ExportSessionFactory &sessions) {
     try {
         if (std::shared_ptr<ExportSession> session = sessions.create(asset, transcode.preset)) {
             return session;
@@ -180,7 +180,7 @@ void place(TemporaryFile &output, const QString &destination) {
 }
 
 /// Performs the transcode on an executor's thread.
-void transcodeNow(const Transcode &transcode, ExportSessionFactory &sessions, SessionBox &box,
+void transcodeNow(const Transcode &transcode, ExportSessionFactory &sessions, SharedSession &shared,
                   const std::stop_token &stop) {
     std::optional<VettedCopy> copy;
     const QString folder = paths::parentFolder(transcode.destination);
@@ -188,15 +188,15 @@ void transcodeNow(const Transcode &transcode, ExportSessionFactory &sessions, Se
     try {
         if (transcode.expectedIdentity) {
             copy.emplace(transcode.source);
-            copy->testSpace(transcode.source);
-            copy->make(transcode.source, *transcode.expectedIdentity, stop);
+            copy->checkSpace(transcode.source);
+            copy->create(transcode.source, *transcode.expectedIdentity, stop);
         }
         createFolder(folder);
         const auto session =
-            makeSession(transcode, copy ? copy->path() : transcode.source, sessions);
+            createSession(transcode, copy ? copy->path() : transcode.source, sessions);
         const auto range = timeRange(transcode);
         TemporaryFile output(paths::joined(folder, name));
-        box.put(session);
+        shared.set(session);
         runSession(*session, transcode.preset, output.path(), range, stop);
         output.finish();
         place(output, transcode.destination);
@@ -262,13 +262,13 @@ QCoro::Task<> transcodeVetted(Transcode transcode, media::ExportSessionFactory &
     if (!sessions.canCreateSessions()) {
         throw SessionError::cannotCreateSession(transcode.source);
     }
-    SessionBox box;
+    SharedSession shared;
     const ProgressPoll poll(clock, kProgressInterval, [&] {
-        if (const auto value = box.progress()) {
+        if (const auto value = shared.progress()) {
             progress(*value);
         }
     });
-    co_await userInitiatedExecutor().run([&] { transcodeNow(transcode, sessions, box, stop); });
+    co_await userInitiatedExecutor().run([&] { transcodeNow(transcode, sessions, shared, stop); });
 }
 
 } // namespace corvane::AVExportSession
