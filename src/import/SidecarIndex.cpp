@@ -25,7 +25,7 @@ constexpr qsizetype kClipNumberSize = 3;
 
 /// Index of the name's kind in `kSidecarKinds`, or the size of the table.
 size_t kindOf(const QString &name) {
-    const QString extension = paths::lowerCaseExtension(name);
+    const QString extension = paths::extension(name).toLower();
     const auto found = std::ranges::find(kSidecarKinds, extension, &SidecarKind::extension);
     return size_t(found - kSidecarKinds.begin());
 }

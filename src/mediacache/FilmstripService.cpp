@@ -19,8 +19,7 @@ constexpr double kFrameTolerance = 0.1;
 constexpr double kFrameQuality = 0.7;
 
 SerialExecutor &filmstripExecutor() {
-    static SerialExecutor executor(QStringLiteral("filmstrip"),
-                                   SerialExecutor::Priority::UserInitiated);
+    static SerialExecutor executor(QStringLiteral("filmstrip"));
     return executor;
 }
 

@@ -20,8 +20,7 @@ constexpr double kThumbnailTolerance = 0.5;
 constexpr double kThumbnailQuality = 0.8;
 
 SerialExecutor &metadataExecutor() {
-    static SerialExecutor executor(QStringLiteral("metadata"),
-                                   SerialExecutor::Priority::UserInitiated);
+    static SerialExecutor executor(QStringLiteral("metadata"));
     return executor;
 }
 

@@ -9,8 +9,8 @@
 namespace corvane::applicationFolders {
 
 /// The folder of the recent list and the registry of grants: "Corvane" in the user's data folder
-/// ($XDG_DATA_HOME or ~/.local/share), or in the temporary folder if the user has none. It may not
-/// exist.
+/// ($XDG_DATA_HOME or ~/.local/share), or in the temporary folder if the user has none. It may be
+/// missing.
 QString applicationSupport();
 
 /// The user's settings, an INI file in the user's configuration folder.

@@ -11,7 +11,7 @@ enum class Durability {
 };
 
 /// Writes a file under a temporary name in the folder of its target. The destructor removes it
-/// unless `commit` succeeded. Not thread-safe.
+/// unless `commit` renamed it. Not thread-safe.
 ///
 /// The steps are separate functions that throw `FileError`, so that a caller can report the failure
 /// of each step in its own words.

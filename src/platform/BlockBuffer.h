@@ -12,14 +12,14 @@ class BlockBuffer {
   public:
     static constexpr qint64 kSize = qint64(1) << 20; ///< bytes
 
-    BlockBuffer();
-    char *data() const { return m_bytes.get(); }
+    char *data() const { return reinterpret_cast<char *>(m_pages.get()); }
 
   private:
-    struct Free {
-        void operator()(char *bytes) const noexcept;
+    struct alignas(4096) Page {
+        char bytes[4096];
     };
-    std::unique_ptr<char[], Free> m_bytes;
+    std::unique_ptr<Page[]> m_pages =
+        std::make_unique_for_overwrite<Page[]>(size_t(kSize) / sizeof(Page));
 };
 
 } // namespace corvane

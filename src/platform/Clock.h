@@ -9,7 +9,7 @@
 namespace corvane {
 
 /// The date, a monotonic time and timers. An interface, so that a test can set the time. Main
-/// thread.
+/// thread only.
 class Clock {
   public:
     /// A pending call. Destroying it cancels the call.
@@ -20,7 +20,7 @@ class Clock {
 
     virtual ~Clock();
 
-    /// The current date in UTC, in milliseconds.
+    /// The current date in UTC, with milliseconds.
     virtual QDateTime now() const = 0;
     /// A time that never goes back. Its origin is unspecified.
     virtual std::chrono::milliseconds monotonic() const = 0;

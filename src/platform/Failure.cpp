@@ -9,14 +9,4 @@ QString describe(const std::exception &error) {
     return QString::fromUtf8(error.what());
 }
 
-QString describe(const std::exception_ptr &error) {
-    try {
-        std::rethrow_exception(error);
-    } catch (const std::exception &known) {
-        return describe(known);
-    } catch (...) {
-        return QStringLiteral("Unknown error");
-    }
-}
-
 } // namespace corvane

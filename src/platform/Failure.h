@@ -27,8 +27,8 @@ class Failure : public std::exception {
     QByteArray m_utf8;
 };
 
-/// Thrown by an operation when a stop is requested through its `std::stop_token`. Not a `Failure`,
-/// so that a handler of failures doesn't report a cancellation as one.
+/// Thrown by an operation that is stopped through its `std::stop_token`. Not a `Failure`, so that
+/// handlers of failures don't report it.
 class Cancelled : public std::exception {
   public:
     const char *what() const noexcept override { return "Cancelled"; }
@@ -36,8 +36,5 @@ class Cancelled : public std::exception {
 
 /// The message for the user: the description of a `Failure`, otherwise `what()`.
 QString describe(const std::exception &error);
-
-/// Likewise; "Unknown error" for an exception that isn't a `std::exception`.
-QString describe(const std::exception_ptr &error);
 
 } // namespace corvane

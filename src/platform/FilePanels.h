@@ -34,7 +34,7 @@ class FilePanels {
     using Chosen = std::function<void(const QString &path)>;
     using ChosenFiles = std::function<void(const QStringList &paths)>; ///< at least one
 
-    virtual ~FilePanels();
+    virtual ~FilePanels() = default;
 
     /// Asks for an existing file with the extension "corvane".
     virtual void openProjectFile(Chosen chosen) = 0;

@@ -32,13 +32,9 @@ Descriptor::Descriptor(Descriptor &&other) noexcept
     : m_number(std::exchange(other.m_number, -1)), m_path(std::move(other.m_path)) {}
 
 Descriptor &Descriptor::operator=(Descriptor &&other) noexcept {
-    if (this != &other) {
-        if (m_number >= 0) {
-            ::close(m_number);
-        }
-        m_number = std::exchange(other.m_number, -1);
-        m_path = std::move(other.m_path);
-    }
+    Descriptor moved(std::move(other));
+    std::swap(m_number, moved.m_number);
+    std::swap(m_path, moved.m_path);
     return *this;
 }
 

@@ -11,9 +11,9 @@
 
 namespace corvane {
 
-/// A file system call failed. `code()` is its `errno`. The description is the system's text for it
-/// ("No space left on device"), without the path: the message that the user sees is composed by the
-/// code that catches the error.
+/// Thrown if a file system call fails. `code()` is its `errno`. The description is the system's
+/// text for it ("No space left on device"), without the path: the code that catches the error
+/// composes the message for the user.
 class FileError : public Failure {
   public:
     FileError(QString path, int code);
@@ -83,7 +83,8 @@ struct Mount {
 };
 
 /// The file system calls of the program. An interface, so that a test can make any call fail and
-/// can discard unsynced data. No other code opens a file for writing.
+/// can discard unsynced data. All files are written through it, except by libraries (media output,
+/// settings) and `InstanceLock`.
 ///
 /// Paths are absolute. A path that contains a NUL character fails with `EINVAL`. Every function
 /// throws `FileError` on failure unless it is documented otherwise. Thread-safe, but a descriptor
@@ -127,7 +128,7 @@ class FileSystem {
     /// Hints that the system may start to write a part of the file to the disk. Never fails.
     virtual void startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept = 0;
     virtual void setPermissions(const Descriptor &file, quint32 permissions) = 0;
-    /// Blocks until the file's data are on the disk.
+    /// Blocks until the file's data is on the disk.
     virtual void sync(const Descriptor &file) = 0;
     /// Closes the descriptor and reports a delayed write error, unlike its destructor.
     virtual void close(Descriptor &file) = 0;
@@ -153,7 +154,7 @@ class FileSystem {
     virtual void syncVolume(const QString &path) = 0;
     virtual Mount mount(const Descriptor &file) const = 0;
     /// The UUID of the file system that contains the path, from /dev/disk/by-uuid. It is the same
-    /// after a remount. nullopt if the file system has none.
+    /// after a remount. nullopt if the file system has none, or if the path doesn't exist.
     virtual std::optional<QString> volumeUUID(const QString &path) const = 0;
     /// Free space for unprivileged users on the file system that contains the path.
     virtual qint64 availableBytes(const QString &path) const = 0;

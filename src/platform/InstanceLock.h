@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-/// Another process holds the lock. The description names it.
+/// Thrown if another process holds the lock. The description names the process.
 class AlreadyRunning : public Failure {
   public:
     using Failure::Failure;
@@ -16,7 +16,7 @@ class AlreadyRunning : public Failure {
 class InstanceLock {
   public:
     /// Creates the folder if it is missing. Doesn't wait: throws `AlreadyRunning` if another
-    /// process holds the lock, and `Failure` if the lock file can't be created.
+    /// process holds the lock, and `Failure` if the file can't be created or locked.
     explicit InstanceLock(const QString &dataFolder);
 
   private:

@@ -11,15 +11,14 @@
 
 namespace corvane {
 
-/// A text isn't JSON: it is malformed, not UTF-8, or nested deeper than 512 levels.
+/// Thrown for a text that isn't JSON: malformed, not UTF-8, or nested deeper than 512 levels.
 class JSONSyntaxError : public Failure {
   public:
     using Failure::Failure;
 };
 
-/// A parsed JSON text, stored as a flat list of tokens: parsing appends one token per value and
-/// per key. Decoders read it through `JSONView`s; `View::toValue` builds a tree that can outlive
-/// the document.
+/// A parsed JSON text, stored as a flat list with one token per value and per key. Decoders read it
+/// through `JSONView`s; `View::toValue` builds a tree that can outlive the document.
 class JSONDocument {
   public:
     static constexpr int kMaxNesting = 512; ///< of arrays and objects
@@ -35,7 +34,7 @@ class JSONDocument {
     friend class JSONTokenCollector;
     friend class View;
 
-    enum class Kind : quint8 { Null, Bool, Int, Double, String, Array, Object };
+    using Kind = JSONValue::Kind;
     /// In an object, each key is a string token before the tokens of its value.
     struct Token {
         union {
@@ -60,7 +59,7 @@ class JSONDocument::View {
   public:
     using Kind = JSONValue::Kind;
 
-    Kind kind() const { return Kind(m_token->kind); }
+    Kind kind() const { return m_token->kind; }
     bool isNull() const { return kind() == Kind::Null; }
     std::optional<bool> boolean() const;
     /// A number without a fractional part that fits in 64 bits, however it is written ("3.0").

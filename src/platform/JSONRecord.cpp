@@ -27,14 +27,6 @@ void throwMissing(std::string_view name) {
     throw JSONDecodeError(QStringLiteral("is missing"), QString::fromLatin1(name));
 }
 
-void JSONCodec<bool>::decode(JSONView view, bool &value) {
-    const auto read = view.boolean();
-    if (!read) {
-        throwExpected("true or false");
-    }
-    value = *read;
-}
-
 void JSONCodec<int>::decode(JSONView view, int &value) {
     const auto read = view.integer();
     if (!read || *read < std::numeric_limits<int>::min() ||
@@ -44,47 +36,12 @@ void JSONCodec<int>::decode(JSONView view, int &value) {
     value = int(*read);
 }
 
-void JSONCodec<qint64>::decode(JSONView view, qint64 &value) {
-    const auto read = view.integer();
-    if (!read) {
-        throwExpected("a whole number");
-    }
-    value = *read;
-}
-
-void JSONCodec<quint64>::decode(JSONView view, quint64 &value) {
-    const auto read = view.unsignedInteger();
-    if (!read) {
-        throwExpected("a whole number that isn't negative");
-    }
-    value = *read;
-}
-
-void JSONCodec<double>::decode(JSONView view, double &value) {
-    const auto read = view.real();
-    if (!read) {
-        throwExpected("a number");
-    }
-    value = *read;
-}
-
-void JSONCodec<QString>::decode(JSONView view, QString &value) {
-    const auto read = view.string();
-    if (!read) {
-        throwExpected("a text");
-    }
-    value = QString::fromUtf8(*read);
-}
-
 void JSONCodec<QDateTime>::decode(JSONView view, QDateTime &value) {
-    const auto text = view.string();
-    if (!text) {
-        throwExpected("a text");
-    }
-    const auto date = isoDate::fromText(*text);
+    const std::string_view text = expect(view.string(), "a text");
+    const auto date = isoDate::fromText(text);
     if (!date) {
         throw JSONDecodeError(
-            QStringLiteral("Invalid ISO-8601 date: %1").arg(QString::fromUtf8(*text)));
+            QStringLiteral("Invalid ISO-8601 date: %1").arg(QString::fromUtf8(text)));
     }
     value = *date;
 }

@@ -42,8 +42,8 @@
 ///     };
 namespace corvane {
 
-/// A JSON value doesn't have the form that the C++ type requires. The description is the path of
-/// the field and the problem: "videos[3].rating: expected a whole number".
+/// Thrown if a JSON value doesn't have the form that the C++ type requires. The description is the
+/// path of the field and the problem: "videos[3].fps: expected a number".
 class JSONDecodeError : public Failure {
   public:
     explicit JSONDecodeError(const QString &problem, const QString &fieldPath = {});
@@ -107,8 +107,21 @@ template <typename Value> struct IsOptional<std::optional<Value>> : std::true_ty
 /// `JSONEncodeError`.
 template <typename Value> struct JSONCodec;
 
+/// Throws `JSONDecodeError` "expected <what>".
+[[noreturn]] void throwExpected(const char *what);
+
+/// Returns the value; throws `JSONDecodeError` "expected <what>" for nullopt.
+template <typename Value> Value expect(std::optional<Value> value, const char *what) {
+    if (!value) {
+        throwExpected(what);
+    }
+    return *value;
+}
+
 template <> struct JSONCodec<bool> {
-    static void decode(JSONView view, bool &value);
+    static void decode(JSONView view, bool &value) {
+        value = expect(view.boolean(), "true or false");
+    }
     static void encode(JSONWriter &writer, bool value) { writer.boolean(value); }
 };
 template <> struct JSONCodec<int> {
@@ -116,19 +129,25 @@ template <> struct JSONCodec<int> {
     static void encode(JSONWriter &writer, int value) { writer.integer(value); }
 };
 template <> struct JSONCodec<qint64> {
-    static void decode(JSONView view, qint64 &value);
+    static void decode(JSONView view, qint64 &value) {
+        value = expect(view.integer(), "a whole number");
+    }
     static void encode(JSONWriter &writer, qint64 value) { writer.integer(value); }
 };
 template <> struct JSONCodec<quint64> {
-    static void decode(JSONView view, quint64 &value);
+    static void decode(JSONView view, quint64 &value) {
+        value = expect(view.unsignedInteger(), "a whole number that isn't negative");
+    }
     static void encode(JSONWriter &writer, quint64 value) { writer.unsignedInteger(value); }
 };
 template <> struct JSONCodec<double> {
-    static void decode(JSONView view, double &value);
+    static void decode(JSONView view, double &value) { value = expect(view.real(), "a number"); }
     static void encode(JSONWriter &writer, double value) { writer.real(value); }
 };
 template <> struct JSONCodec<QString> {
-    static void decode(JSONView view, QString &value);
+    static void decode(JSONView view, QString &value) {
+        value = QString::fromUtf8(expect(view.string(), "a text"));
+    }
     static void encode(JSONWriter &writer, const QString &value) { writer.string(value); }
 };
 template <> struct JSONCodec<QDateTime> {
@@ -140,21 +159,17 @@ template <> struct JSONCodec<JSONValue> {
     static void encode(JSONWriter &writer, const JSONValue &value) { writer.value(value); }
 };
 
-// Throw `JSONDecodeError` for a value of another kind ("expected " + `what`), for a text that isn't
-// in a `RawValues` table, and for a required member that is missing or null.
-[[noreturn]] void throwExpected(const char *what);
+// Throw `JSONDecodeError` for a text that isn't in a `RawValues` table, and for a required member
+// that is missing or null.
 [[noreturn]] void throwUnknownRawValue(std::string_view text);
 [[noreturn]] void throwMissing(std::string_view name);
 
 template <RawRepresentable Enumeration> struct JSONCodec<Enumeration> {
     static void decode(JSONView view, Enumeration &value) {
-        const auto text = view.string();
-        if (!text) {
-            throwExpected("a text");
-        }
-        const auto known = fromRawValue<Enumeration>(*text);
+        const std::string_view text = expect(view.string(), "a text");
+        const auto known = fromRawValue<Enumeration>(text);
         if (!known) {
-            throwUnknownRawValue(*text);
+            throwUnknownRawValue(text);
         }
         value = *known;
     }

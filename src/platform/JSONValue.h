@@ -16,7 +16,7 @@ class JSONValue {
   public:
     using Array = QList<JSONValue>;
     using Object = QMap<QString, JSONValue>;
-    enum class Kind { Null, Bool, Int, Double, String, Array, Object };
+    enum class Kind : quint8 { Null, Bool, Int, Double, String, Array, Object };
 
     JSONValue() = default; ///< null
     JSONValue(std::nullptr_t) {}
@@ -28,7 +28,7 @@ class JSONValue {
     JSONValue(Array value);
     JSONValue(Object value);
 
-    /// The text, or null for nullopt.
+    /// Null for nullopt.
     static JSONValue orNull(const std::optional<QString> &text) {
         return text ? JSONValue(*text) : JSONValue();
     }

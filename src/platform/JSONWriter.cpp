@@ -57,13 +57,6 @@ void JSONWriter::endArray() {
     m_state->write([](auto &writer) { return writer.EndArray(); });
 }
 
-void JSONWriter::key(std::string_view utf8) {
-    string(utf8);
-}
-void JSONWriter::key(QStringView name) {
-    string(name);
-}
-
 void JSONWriter::null() {
     m_state->write([](auto &writer) { return writer.Null(); });
 }

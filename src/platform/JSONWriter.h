@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-/// A value has no JSON form: a number is infinite or NaN.
+/// Thrown for a value without a JSON form: an infinite number or NaN.
 class JSONEncodeError : public Failure {
   public:
     using Failure::Failure;
@@ -33,8 +33,8 @@ class JSONWriter {
     void endObject();
     void beginArray();
     void endArray();
-    void key(std::string_view utf8);
-    void key(QStringView name);
+    void key(std::string_view utf8) { string(utf8); }
+    void key(QStringView name) { string(name); }
     void null();
     void boolean(bool value);
     void integer(qint64 value);

@@ -65,8 +65,4 @@ QString extension(const QString &path) {
     return point <= 0 ? QString() : last.mid(point + 1);
 }
 
-QString lowerCaseExtension(const QString &name) {
-    return extension(name).toLower();
-}
-
 } // namespace corvane::paths

@@ -14,7 +14,7 @@ QString resolvingLinks(const QString &path);
 
 /// The last component, without trailing slashes; "/" for the root.
 QString lastComponent(const QString &path);
-/// The path up to its last slash; "/" if there is no other slash.
+/// The path up to its last slash; "/" if that slash is the first character or missing.
 QString parentFolder(const QString &path);
 QString joined(const QString &folder, const QString &name);
 
@@ -32,6 +32,5 @@ StemAndExtension split(const QString &name);
 
 /// The extension without its dot; empty for a name without a dot and for ".hidden".
 QString extension(const QString &path);
-QString lowerCaseExtension(const QString &name);
 
 } // namespace corvane::paths

@@ -2,8 +2,9 @@
 
 namespace corvane {
 
-/// Switches to a UTF-8 locale if the user's isn't one, so that Qt and the C library convert paths
-/// alike. Must be called before the application object is constructed.
+/// Sets $LC_ALL to a UTF-8 locale if the user's locale isn't one, so that Qt and the C library
+/// convert paths alike. Must be called before the application object, which reads it, is
+/// constructed.
 void useUtf8Locale();
 
 /// The index of the first argument that isn't valid UTF-8; 0 if all are.

@@ -17,22 +17,13 @@ qint64 roundedUp(qint64 value, qint64 step) {
 
 } // namespace
 
-std::optional<std::chrono::seconds> RemainingTime::estimate(double fraction,
-                                                            std::chrono::milliseconds now) const {
+QString RemainingTime::text(double fraction, std::chrono::milliseconds now) const {
     const std::chrono::milliseconds elapsed = now - m_start;
     if (elapsed < kEarliestEstimate || !(fraction >= kMinFraction) || fraction >= 1) {
         return {};
     }
     const double left = static_cast<double>(elapsed.count()) / 1000 * (1 - fraction) / fraction;
-    return std::chrono::seconds(std::llround(std::ceil(left)));
-}
-
-QString RemainingTime::text(double fraction, std::chrono::milliseconds now) const {
-    const std::optional<std::chrono::seconds> left = estimate(fraction, now);
-    if (!left) {
-        return {};
-    }
-    const qint64 seconds = left->count();
+    const qint64 seconds = std::llround(std::ceil(left));
     if (seconds < kMinute) { // in steps of 5 s, so that the text doesn't change every second
         return QStringLiteral("About %1 s left").arg(roundedUp(seconds, 5));
     }

@@ -3,12 +3,11 @@
 #include <QString>
 
 #include <chrono>
-#include <optional>
 
 namespace corvane {
 
 /// Estimates the remaining time of a run from its average speed. There is no estimate in the first
-/// 3 seconds and below 1 %. Times are those of `Clock::monotonic()`.
+/// 3 seconds, below 1 % and at 100 %. Times are those of `Clock::monotonic()`.
 class RemainingTime {
   public:
     explicit RemainingTime(std::chrono::milliseconds start) : m_start(start) {}
@@ -17,9 +16,6 @@ class RemainingTime {
     QString text(double fraction, std::chrono::milliseconds now) const;
 
   private:
-    std::optional<std::chrono::seconds> estimate(double fraction,
-                                                 std::chrono::milliseconds now) const;
-
     std::chrono::milliseconds m_start;
 };
 

@@ -60,8 +60,7 @@ SerialExecutor &utilityExecutor() {
 }
 
 SerialExecutor &userInitiatedExecutor() {
-    static SerialExecutor executor(QStringLiteral("userInitiated"),
-                                   SerialExecutor::Priority::UserInitiated);
+    static SerialExecutor executor(QStringLiteral("userInitiated"));
     return executor;
 }
 

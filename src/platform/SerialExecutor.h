@@ -14,17 +14,16 @@
 
 namespace corvane {
 
-/// A thread with a queue of functions, which it runs one after the other.
-///
-/// An object that serializes its operations owns one. `run` is called and awaited on the main
+/// A thread with a queue of functions, which it runs one after the other. An object that serializes
+/// its operations owns one.
+/// `run` is called and awaited on the main
 /// thread; the coroutine resumes on the main thread with the function's result or exception. The
 /// application object must outlive all awaited calls.
 class SerialExecutor {
   public:
     enum class Priority {
         Normal,
-        UserInitiated, ///< the user is waiting for the result
-        Utility,       ///< a background thread with a lower priority
+        Utility, ///< lower, for background work
     };
 
     explicit SerialExecutor(QString name, Priority priority = Priority::Normal);

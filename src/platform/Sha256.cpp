@@ -8,15 +8,10 @@ namespace corvane {
 
 namespace {
 
-/// Disables OpenSSL's cleanup at exit. Executors that are still stopping then would use per-thread
-/// state that is already freed.
-void disableCleanupAtExit() {
-    static const int done = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
-    Q_UNUSED(done)
-}
-
+/// Disables OpenSSL's cleanup at exit first: it would free per-thread state that executors still
+/// use while they stop.
 EVP_MD_CTX *newContext() {
-    disableCleanupAtExit();
+    [[maybe_unused]] static const int done = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
     return EVP_MD_CTX_new();
 }
 
@@ -31,21 +26,6 @@ Sha256::Sha256() : m_context(newContext()) {
         throw std::bad_alloc();
     }
 }
-
-Sha256::Sha256(const Sha256 &other) : m_context(newContext()) {
-    if (!m_context || EVP_MD_CTX_copy_ex(m_context.get(), other.m_context.get()) != 1) {
-        throw std::bad_alloc();
-    }
-}
-
-Sha256 &Sha256::operator=(const Sha256 &other) {
-    *this = Sha256(other);
-    return *this;
-}
-
-Sha256::Sha256(Sha256 &&) noexcept = default;
-Sha256 &Sha256::operator=(Sha256 &&) noexcept = default;
-Sha256::~Sha256() = default;
 
 void Sha256::update(const char *bytes, qint64 count) {
     EVP_DigestUpdate(m_context.get(), bytes, size_t(count));

@@ -8,15 +8,10 @@ struct evp_md_ctx_st;
 
 namespace corvane {
 
-/// An incremental SHA-256 computation. A copy continues from the same state independently.
+/// An incremental SHA-256 computation.
 class Sha256 {
   public:
     Sha256();
-    Sha256(const Sha256 &other);
-    Sha256 &operator=(const Sha256 &other);
-    Sha256(Sha256 &&) noexcept;
-    Sha256 &operator=(Sha256 &&) noexcept;
-    ~Sha256();
 
     void update(const char *bytes, qint64 count);
     void update(const QByteArray &bytes) { update(bytes.constData(), bytes.size()); }

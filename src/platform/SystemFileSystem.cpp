@@ -17,7 +17,7 @@ namespace corvane {
 
 namespace {
 
-/// The path as the system takes it.
+/// The path in UTF-8. Throws `EINVAL` for a NUL character, at which the system would end the path.
 QByteArray encoded(const QString &path) {
     if (path.contains(QChar(u'\0'))) {
         throw FileError(path, EINVAL);
@@ -61,6 +61,14 @@ FileStatus fromStat(const struct stat &raw) {
             .permissions = raw.st_mode & 07777U};
 }
 
+std::optional<FileStatus> statusIfReadable(const QString &path,
+                                           int (*call)(const char *, struct stat *)) {
+    struct stat raw{};
+    const bool isReadable =
+        !path.contains(QChar(u'\0')) && call(path.toUtf8().constData(), &raw) == 0;
+    return isReadable ? std::optional(fromStat(raw)) : std::nullopt;
+}
+
 /// Bytes per write call. For larger writes the kernel allocates larger page cache folios, which
 /// take up to twice as long to fill if their memory wasn't in use before.
 constexpr qint64 kWriteStep = qint64(16) << 10;
@@ -97,19 +105,11 @@ DirectoryEntry fromDirent(const dirent &raw) {
 } // namespace
 
 std::optional<FileStatus> SystemFileSystem::linkStatus(const QString &path) const {
-    struct stat raw{};
-    if (path.contains(QChar(u'\0')) || ::lstat(path.toUtf8().constData(), &raw) != 0) {
-        return std::nullopt;
-    }
-    return fromStat(raw);
+    return statusIfReadable(path, &::lstat);
 }
 
 std::optional<FileStatus> SystemFileSystem::targetStatus(const QString &path) const {
-    struct stat raw{};
-    if (path.contains(QChar(u'\0')) || ::stat(path.toUtf8().constData(), &raw) != 0) {
-        return std::nullopt;
-    }
-    return fromStat(raw);
+    return statusIfReadable(path, &::stat);
 }
 
 FileStatus SystemFileSystem::status(const QString &path) const {

@@ -117,8 +117,7 @@ class PlayerEngine : public QObject {
     media::MediaPlayer::Token m_timeObserverToken = 0;
     QMetaObject::Connection m_rateObservation;
     std::optional<media::MediaPlayer::Token> m_boundaryObserverToken;
-    SerialExecutor m_reading{QStringLiteral("playerFacts"),
-                             SerialExecutor::Priority::UserInitiated};
+    SerialExecutor m_reading{QStringLiteral("playerFacts")};
 };
 
 } // namespace corvane

@@ -150,8 +150,7 @@ class ProjectStore : public ProjectEditor {
     MediaConfirmation m_mediaConfirmation;
     std::set<std::pair<Answer, QString>> m_runningAnswers; ///< with the path of the project file
     /// For the file checks of the media confirmation, which must not wait for a copy.
-    SerialExecutor m_mediaChecks{QStringLiteral("MediaChecks"),
-                                 SerialExecutor::Priority::UserInitiated};
+    SerialExecutor m_mediaChecks{QStringLiteral("MediaChecks")};
 
     std::shared_ptr<QCoro::Task<>> m_startUp;
     std::shared_ptr<DebounceSaver> m_saver; ///< null if no project is open

@@ -46,8 +46,7 @@ void ContentRouter::runOpenPanel() {
 
 bool ContentRouter::canOpenDropped(const QList<QUrl> &urls) {
     return urls.size() == 1 && urls.first().isLocalFile() &&
-           paths::lowerCaseExtension(paths::lastComponent(urls.first().toLocalFile())) ==
-               QStringLiteral("corvane");
+           paths::extension(urls.first().toLocalFile()).toLower() == QStringLiteral("corvane");
 }
 
 void ContentRouter::openDropped(const QList<QUrl> &urls) {

@@ -56,7 +56,7 @@ bool isMediaFile(const QString &path) {
         QStringLiteral("mxf"),  QStringLiteral("avi"), QStringLiteral("mkv"), QStringLiteral("mts"),
         QStringLiteral("m2ts"), QStringLiteral("ts")};
     static MediaExtensionCache cache;
-    const QString extension = paths::lowerCaseExtension(path);
+    const QString extension = paths::extension(path).toLower();
     return kExtensions.contains(extension) || (!extension.isEmpty() && cache.isMedia(extension));
 }
 

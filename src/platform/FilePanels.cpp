@@ -1,7 +1,0 @@
-#include "platform/FilePanels.h"
-
-namespace corvane {
-
-FilePanels::~FilePanels() = default;
-
-} // namespace corvane
