@@ -26,12 +26,12 @@ const QString &largeDocument() {
         if (fileSystem().linkStatus(file)) {
             return file;
         }
-        const qsizetype sample = encodeDocument(largeProject(100)).size();
+        const qsizetype sample = encodeJSON(largeProject(100)).size();
         int videos = int(ProjectFileIO::kFileLimit * 100 / sample);
-        QByteArray bytes = encodeDocument(largeProject(videos));
+        QByteArray bytes = encodeJSON(largeProject(videos));
         while (bytes.size() > ProjectFileIO::kFileLimit) {
             videos -= int((bytes.size() - ProjectFileIO::kFileLimit) * 100 / sample) + 1;
-            bytes = encodeDocument(largeProject(videos));
+            bytes = encodeJSON(largeProject(videos));
         }
         writeAtomically(file, bytes);
         return file;
@@ -101,7 +101,7 @@ void loadTheirs(benchmark::State &state) {
 void encodeOurs(benchmark::State &state) {
     const Project project = ProjectFileIO::loadNow(largeDocument());
     for (auto _ : state) {
-        benchmark::DoNotOptimize(encodeDocument(project));
+        benchmark::DoNotOptimize(encodeJSON(project));
     }
 }
 

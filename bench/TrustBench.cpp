@@ -55,7 +55,7 @@ struct GrantedProject {
             video.edit().subclips.clear();
             grants.insert(video->sourcePath, identity);
         }
-        writeAtomically(file, encodeDocument(project));
+        writeAtomically(file, encodeJSON(project));
         return !AuthorizationFile::write({.authorizedPaths = {{file, grants}}},
                                          registryFile(folder));
     }

@@ -70,7 +70,7 @@ QString BackupService::writeNow(const Project &project, const QDateTime &now) {
     const QString stamp = isoDate::toText(now).replace(QLatin1Char(':'), QLatin1Char('-'));
     const QString path = paths::joined(folder, stem + QLatin1Char('.') + stamp + kSuffix);
     try {
-        writeAtomically(path, encodeDocument(project));
+        writeAtomically(path, encodeJSON(project));
     } catch (const Failure &error) {
         throw BackupError::writeFailed(path, error.description());
     }

@@ -8,44 +8,10 @@
 
 namespace corvane {
 
-namespace {
-
-template <typename Value> size_t hashOf(const Value &value, size_t seed) {
-    if constexpr (std::is_enum_v<Value>) {
-        return ::qHash(int(value), seed);
-    } else {
-        using ::qHash; // hidden by this namespace's overloads
-        return qHash(value, seed);
-    }
-}
-
-template <typename Value> size_t hashOf(const QList<Value> &list, size_t seed) {
-    for (const Value &element : list) {
-        seed = hashOf(element, seed);
-    }
-    return ::qHash(list.size(), seed);
-}
-
-template <typename Value> size_t hashOf(const std::optional<Value> &value, size_t seed) {
-    return value ? hashOf(*value, seed) : ::qHash(0, seed);
-}
-
-/// Hashes all fields of a record, each with the previous hash as its seed.
-template <JSONRecord Record> size_t hashFields(const Record &record, size_t seed) {
-    std::apply([&](const auto &...field) { ((seed = hashOf(record.*field.member, seed)), ...); },
-               JSONFields<Record>::table);
-    return seed;
-}
-
-} // namespace
-
 qsizetype Project::indexOfVideo(const QString &videoId) const {
-    for (qsizetype index = 0; index < videos.size(); ++index) {
-        if (videos.at(index)->id == videoId) {
-            return index;
-        }
-    }
-    return -1;
+    const auto found =
+        std::ranges::find_if(videos, [&](const VideoItem &video) { return video->id == videoId; });
+    return found == videos.end() ? -1 : found - videos.begin();
 }
 
 qsizetype Project::subclipCount() const {
@@ -82,22 +48,6 @@ QString mediaFolder(const QString &projectFile) {
 
 QString cacheRoot(const QString &projectFile) {
     return paths::joined(projectFolder(projectFile), QStringLiteral(".corvane-cache"));
-}
-
-size_t qHash(const Subclip &record, size_t seed) {
-    return hashFields(record, seed);
-}
-size_t qHash(const VideoRecord &record, size_t seed) {
-    return hashFields(record, seed);
-}
-size_t qHash(const ExportNamingOptions &record, size_t seed) {
-    return hashFields(record, seed);
-}
-size_t qHash(const ExportBatch &record, size_t seed) {
-    return hashFields(record, seed);
-}
-size_t qHash(const Project &record, size_t seed) {
-    return hashFields(record, seed);
 }
 
 } // namespace corvane

@@ -171,12 +171,6 @@ QString mediaFolder(const QString &projectFile);
 /// project folder.
 QString cacheRoot(const QString &projectFile);
 
-size_t qHash(const Subclip &record, size_t seed = 0);
-size_t qHash(const VideoRecord &record, size_t seed = 0);
-size_t qHash(const ExportNamingOptions &record, size_t seed = 0);
-size_t qHash(const ExportBatch &record, size_t seed = 0);
-size_t qHash(const Project &record, size_t seed = 0);
-
 template <> struct RawValues<SourceImportMode> {
     static constexpr std::array<std::pair<SourceImportMode, std::string_view>, 2> table{{
         {SourceImportMode::inPlace, "in-place"},
@@ -305,5 +299,32 @@ template <> struct JSONFields<Project> {
         jsonField("createdAt", &Project::createdAt), jsonField("updatedAt", &Project::updatedAt),
         jsonField("schemaVersion", &Project::schemaVersion));
 };
+
+template <typename Value> size_t hashOf(const Value &value, size_t seed) {
+    if constexpr (std::is_enum_v<Value>) {
+        return ::qHash(int(value), seed);
+    } else {
+        using ::qHash; // hidden by this namespace's overloads
+        return qHash(value, seed);
+    }
+}
+
+template <typename Value> size_t hashOf(const QList<Value> &list, size_t seed) {
+    for (const Value &element : list) {
+        seed = hashOf(element, seed);
+    }
+    return ::qHash(list.size(), seed);
+}
+
+template <typename Value> size_t hashOf(const std::optional<Value> &value, size_t seed) {
+    return value ? hashOf(*value, seed) : ::qHash(0, seed);
+}
+
+/// Hashes all fields of a record, each with the previous hash as its seed.
+template <JSONRecord Record> size_t qHash(const Record &record, size_t seed) {
+    std::apply([&](const auto &...field) { ((seed = hashOf(record.*field.member, seed)), ...); },
+               JSONFields<Record>::table);
+    return seed;
+}
 
 } // namespace corvane

@@ -18,20 +18,18 @@ QString megabytes(qint64 bytes) {
 /// encoded again for the decoder.
 Project decodeDocument(const QString &file, const JSONDocument &document) {
     using LoadError = ProjectFileIO::LoadError;
+    const qint64 version = ProjectMigration::schemaVersion(document.root());
+    if (version > kCurrentSchemaVersion) {
+        throw LoadError::unknownFutureSchema(file, version);
+    }
     try {
-        const qint64 version = ProjectMigration::schemaVersion(document.root());
         if (version == kCurrentSchemaVersion) {
             return decodeJSON<Project>(document.root());
-        }
-        if (version > kCurrentSchemaVersion) {
-            throw ProjectMigration::MigrationError::unknownFutureSchema(version);
         }
         JSONValue value = document.root().toValue();
         ProjectMigration::migrate(*value.object());
         return decodeJSON<Project>(
             JSONDocument::parse(encodeJSON(value, JSONWriter::Style::Compact)).root());
-    } catch (const ProjectMigration::MigrationError &error) {
-        throw LoadError::unknownFutureSchema(file, error.version());
     } catch (const Failure &error) {
         throw LoadError::decodeFailed(file, error.description());
     }
@@ -186,7 +184,7 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
         guardDisk(project, file);
     }
     try {
-        const QByteArray bytes = encodeDocument(project);
+        const QByteArray bytes = encodeJSON(project);
         if (bytes.size() > kFileLimit) {
             throw SaveError::writeFailed(
                 file,
@@ -199,7 +197,8 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
         // the file since.
         const FileStatus written = writeAtomically(file, bytes);
         m_diskGuardCache.insert(
-            file, {written.inode, written.modified, project.videos.size(), project.subclipCount()});
+            file,
+            {{written.inode, written.modified}, project.videos.size(), project.subclipCount()});
     } catch (const SaveError &) {
         throw;
     } catch (const Failure &error) {
@@ -208,14 +207,7 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
 }
 
 void ProjectFileIO::guardDisk(const Project &project, const QString &file) {
-    if (!existsOnDisk(file)) {
-        return;
-    }
-    const auto stamp = readStamp(file);
-    auto onDisk = knownStamp(file, stamp);
-    if (!onDisk) {
-        onDisk = reload(file, stamp);
-    }
+    const auto onDisk = existsOnDisk(file) ? contentsOnDisk(file) : std::nullopt;
     if (!onDisk) {
         return;
     }
@@ -227,39 +219,28 @@ void ProjectFileIO::guardDisk(const Project &project, const QString &file) {
     }
 }
 
-std::optional<ProjectFileIO::DiskGuardStamp>
-ProjectFileIO::knownStamp(const QString &file, const std::optional<Stamp> &stamp) const {
+/// Reads the file unless its current version is cached. Returns nullopt if it no longer exists.
+std::optional<ProjectFileIO::DiskGuardStamp> ProjectFileIO::contentsOnDisk(const QString &file) {
+    const auto stamp = readStamp(file);
     const auto known = m_diskGuardCache.constFind(file);
-    if (!stamp || known == m_diskGuardCache.cend() || known->inode != stamp->inode ||
-        known->modified != stamp->modified) {
-        return std::nullopt;
+    if (stamp && known != m_diskGuardCache.cend() && known->isSameVersion(*stamp)) {
+        return *known;
     }
-    return *known;
-}
-
-/// Reads the file on disk; nullopt if it no longer exists.
-std::optional<ProjectFileIO::DiskGuardStamp>
-ProjectFileIO::reload(const QString &file, const std::optional<Stamp> &stamp) {
     ++m_fullReloads;
     try {
         const Project project = loadNow(file);
-        DiskGuardStamp found{.videos = project.videos.size(), .subclips = project.subclipCount()};
+        const DiskGuardStamp found{stamp.value_or(Stamp()), project.videos.size(),
+                                   project.subclipCount()};
         if (stamp) {
-            found.inode = stamp->inode;
-            found.modified = stamp->modified;
             m_diskGuardCache.insert(file, found);
         }
         return found;
     } catch (const LoadError &error) {
-        if (error.kind() == LoadError::Kind::readFailed && error.isMissingFile()) {
+        if (error.isMissingFile()) {
             return std::nullopt;
         }
         throw SaveError::diskCorruptAbort(file, error);
     }
-}
-
-QByteArray encodeDocument(const Project &project) {
-    return encodeJSON(project);
 }
 
 } // namespace corvane

@@ -10,30 +10,33 @@
 
 namespace corvane {
 
-/// Reads and writes the session's project file. No other code does.
+/// Reads and writes project files.
 ///
 /// Reading is defensive: the file must be a regular file of at most 32 MiB that contains a JSON
 /// object of a known schema version.
 ///
 /// Writing is guarded: a save doesn't replace a file that has more clips or more subclips than the
-/// document, unless the caller allows it. To know what is on disk, the guard remembers each file it
-/// read or wrote and reads it again only if another program has changed it.
+/// document, unless the caller allows it. The guard reads the file at the first save; later it
+/// remembers what it has read or saved, and reads the file again only if another program has
+/// changed it.
 ///
 /// Operations are serialized on the object's own executor. `load` and `save` are called and awaited
 /// on the main thread.
 class ProjectFileIO {
   public:
-    /// A version of a file on disk and what it contains.
-    struct DiskGuardStamp {
-        quint64 inode = 0;
-        FileTime modified;
-        qsizetype videos = 0;
-        qsizetype subclips = 0;
-    };
     /// A version of a file on disk.
     struct Stamp {
         quint64 inode = 0;
         FileTime modified;
+
+        bool isSameVersion(const Stamp &other) const {
+            return inode == other.inode && modified == other.modified;
+        }
+    };
+    /// A version of a file on disk and what it contains.
+    struct DiskGuardStamp : Stamp {
+        qsizetype videos = 0;
+        qsizetype subclips = 0;
     };
 
     class LoadError : public Failure {
@@ -95,7 +98,7 @@ class ProjectFileIO {
     /// Throws `LoadError`.
     QCoro::Task<Project> load(QString file);
     /// Writes the document with its `filePath` set to `file`. Throws `SaveError` and leaves the
-    /// file on disk unchanged.
+    /// file on disk unchanged, except as `writeAtomically` describes.
     QCoro::Task<void> save(Project project, QString file, bool allowDecrease);
 
     /// Reads a project file on the calling thread. Thread-safe. Throws `LoadError`.
@@ -109,16 +112,11 @@ class ProjectFileIO {
   private:
     void saveNow(Project project, const QString &file, bool allowDecrease);
     void guardDisk(const Project &project, const QString &file);
-    std::optional<DiskGuardStamp> knownStamp(const QString &file,
-                                             const std::optional<Stamp> &stamp) const;
-    std::optional<DiskGuardStamp> reload(const QString &file, const std::optional<Stamp> &stamp);
+    std::optional<DiskGuardStamp> contentsOnDisk(const QString &file);
 
     QHash<QString, DiskGuardStamp> m_diskGuardCache; ///< by path; used on the executor only
     std::atomic<int> m_fullReloads = 0;
     SerialExecutor m_executor; ///< last member, so that its thread stops first
 };
-
-/// The content of a project file. Throws `JSONEncodeError`.
-QByteArray encodeDocument(const Project &project);
 
 } // namespace corvane

@@ -10,17 +10,19 @@ namespace {
 
 using Object = JSONValue::Object;
 
-/// Calls `change(object)` for each object in the array `owner[key]`. Skips other elements; a no-op
-/// if the member is missing or not an array.
-template <typename Change> void changeEach(Object &owner, const QString &key, Change change) {
+/// Returns the array `owner[key]`; nullptr if the member is missing or not an array.
+JSONValue::Array *findArray(Object &owner, const QString &key) {
     const auto found = owner.find(key);
-    JSONValue::Array *const array = found == owner.end() ? nullptr : found->array();
-    if (!array) {
-        return;
-    }
-    for (JSONValue &element : *array) {
-        if (Object *const object = element.object()) {
-            change(*object);
+    return found == owner.end() ? nullptr : found->array();
+}
+
+/// Calls `change(object)` for each object in the array `owner[key]`. Skips other elements.
+template <typename Change> void changeEach(Object &owner, const QString &key, Change change) {
+    if (JSONValue::Array *const array = findArray(owner, key)) {
+        for (JSONValue &element : *array) {
+            if (Object *const object = element.object()) {
+                change(*object);
+            }
         }
     }
 }
@@ -59,8 +61,7 @@ void rankSubclips(JSONValue::Array &subclips) {
 
 void addCreationIndexes(Object &document) {
     changeEach(document, QStringLiteral("videos"), [](Object &video) {
-        const auto found = video.find(QStringLiteral("subclips"));
-        if (JSONValue::Array *const subclips = found == video.end() ? nullptr : found->array()) {
+        if (JSONValue::Array *const subclips = findArray(video, QStringLiteral("subclips"))) {
             rankSubclips(*subclips);
         }
     });
@@ -93,10 +94,10 @@ static_assert(kSteps.size() == kCurrentSchemaVersion - 1);
 } // namespace
 
 MigrationError MigrationError::unknownFutureSchema(qint64 version) {
-    return {QStringLiteral("Project file uses schema version %1, which is newer than this build of "
-                           "Corvane (7) supports. Update Corvane to open this file.")
-                .arg(version),
-            version};
+    return MigrationError(
+        QStringLiteral("Project file uses schema version %1, which is newer than this build of "
+                       "Corvane (7) supports. Update Corvane to open this file.")
+            .arg(version));
 }
 
 qint64 schemaVersion(JSONView document) {

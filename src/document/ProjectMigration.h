@@ -7,18 +7,13 @@
 /// next save.
 namespace corvane::ProjectMigration {
 
-/// The document has a newer version than this build supports.
+/// Thrown for a document with a newer version than this build supports.
 class MigrationError : public Failure {
   public:
     static MigrationError unknownFutureSchema(qint64 version);
 
-    qint64 version() const { return m_version; }
-
   private:
-    MigrationError(QString description, qint64 version)
-        : Failure(std::move(description)), m_version(version) {}
-
-    qint64 m_version;
+    using Failure::Failure;
 };
 
 /// The schema version of a document; 1 if the key is missing or not an integer.

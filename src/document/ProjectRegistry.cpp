@@ -23,7 +23,12 @@ ProjectRegistry::ProjectRegistry(const QString &dataFolder, Clock &clock)
     } catch (const FileError &) {
         // Writing will fail too; the list then lasts until the process ends.
     }
-    load();
+    try {
+        const QByteArray bytes = readAll(m_filePath, kFileLimit);
+        m_summaries = decodeJSON<QList<ProjectSummary>>(JSONDocument::parse(bytes).root());
+    } catch (const Failure &) {
+        // The list stays empty.
+    }
 }
 
 QCoro::Task<QList<ProjectSummary>> ProjectRegistry::touch(Project project, QString file) {
@@ -50,15 +55,6 @@ QCoro::Task<QList<ProjectSummary>> ProjectRegistry::remove(QString path) {
 
 QCoro::Task<QList<ProjectSummary>> ProjectRegistry::summaries() {
     co_return co_await m_executor.run([this] { return m_summaries; });
-}
-
-void ProjectRegistry::load() {
-    try {
-        const QByteArray bytes = readAll(m_filePath, kFileLimit);
-        m_summaries = decodeJSON<QList<ProjectSummary>>(JSONDocument::parse(bytes).root());
-    } catch (const Failure &) {
-        m_summaries.clear();
-    }
 }
 
 void ProjectRegistry::persist() const {

@@ -30,7 +30,8 @@ template <> struct JSONFields<ProjectSummary> {
 /// awaited on the main thread.
 class ProjectRegistry {
   public:
-    /// Creates the folder and reads the list, which is empty if it can't be read.
+    /// Creates the folder and reads the list, which is empty if it can't be read. Blocks on file
+    /// access.
     explicit ProjectRegistry(const QString &dataFolder, Clock &clock = Clock::system());
 
     /// Adds or updates the entry of a project that was opened. Returns the new list.
@@ -41,7 +42,6 @@ class ProjectRegistry {
     QCoro::Task<QList<ProjectSummary>> summaries();
 
   private:
-    void load();
     void persist() const;
 
     QString m_filePath;

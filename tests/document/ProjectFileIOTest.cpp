@@ -48,7 +48,7 @@ TEST_F(ProjectFileIOTest, DescribesEachKindOfUnreadableFile) {
         folder.write("Harbor.corvane", bytes);
         EXPECT_EQ(loadFailure(file), text.arg(file));
     };
-    const QByteArray good = encodeDocument(sampleProject(2, 1));
+    const QByteArray good = encodeJSON(sampleProject(2, 1));
     const QString notJSON = QStringLiteral("%1 is not a valid `.corvane` JSON document.");
     EXPECT_EQ(loadFailure(file),
               QStringLiteral("Failed to read %1: No such file or directory").arg(file));
@@ -66,7 +66,7 @@ TEST_F(ProjectFileIOTest, DescribesEachKindOfUnreadableFile) {
 }
 
 TEST_F(ProjectFileIOTest, ReadsFilesUpToTheSizeLimit) {
-    QByteArray bytes = encodeDocument(sampleProject(2, 1));
+    QByteArray bytes = encodeJSON(sampleProject(2, 1));
     bytes.append(ProjectFileIO::kFileLimit - bytes.size(), ' ');
     folder.write("Harbor.corvane", bytes);
     EXPECT_EQ(await(io.load(file)).videos.size(), 2);
@@ -105,7 +105,7 @@ TEST_F(ProjectFileIOTest, TheGuardReadsTheFileOnlyAfterAnotherWriter) {
 }
 
 TEST_F(ProjectFileIOTest, DoesNotOverwriteADamagedFile) {
-    const QByteArray half = encodeDocument(sampleProject(2)).left(200);
+    const QByteArray half = encodeJSON(sampleProject(2)).left(200);
     folder.write("Harbor.corvane", half);
     EXPECT_EQ(
         saveFailure(sampleProject(3)),
