@@ -10,7 +10,7 @@ namespace {
 
 /// Validates a project name by the rules of the setup screen.
 QString projectNameOf(const CommandCall &call) {
-    const QString name = projectName::trimmed(call.value("name").value_or(QString()));
+    const QString name = call.value("name").value_or(QString()).trimmed();
     if (name.isEmpty()) {
         throw UsageError(QStringLiteral("--name is missing."));
     }

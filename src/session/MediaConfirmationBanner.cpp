@@ -29,10 +29,17 @@ QString oneOrMany(const QStringList &files) {
                                    .arg(QString::number(files.size()), nameList(files));
 }
 
-QString disclosure(const QStringList &files, const QString &noun) {
-    return files.isEmpty()
-               ? QString()
-               : QStringLiteral("Show all %1 %2").arg(QString::number(files.size()), noun);
+/// A banner that lists files.
+Banner fileBanner(Banner::Kind kind, const QString &message, const QString &button,
+                  const QStringList &files, const QString &noun = QStringLiteral("paths")) {
+    const QString disclosure = QStringLiteral("Show all %1 %2");
+    return {.kind = kind,
+            .icon = QStringLiteral("exclamationmark.triangle"),
+            .message = message,
+            .button = button,
+            .disclosure =
+                files.isEmpty() ? QString() : disclosure.arg(QString::number(files.size()), noun),
+            .paths = files};
 }
 
 Banner legacyPackageBanner() {
@@ -53,12 +60,8 @@ Banner legacyProjectIdBanner(const QStringList &files) {
                              "Corvane for a project with this project's identifier. Confirm only "
                              "if you recognize this project.")
                   .arg(oneOrMany(files));
-    return {.kind = Banner::Kind::legacyProjectId,
-            .icon = QStringLiteral("exclamationmark.triangle"),
-            .message = message,
-            .button = QStringLiteral("Confirm This Project's Media"),
-            .disclosure = disclosure(files, QStringLiteral("paths")),
-            .paths = files};
+    return fileBanner(Banner::Kind::legacyProjectId, message,
+                      QStringLiteral("Confirm This Project's Media"), files);
 }
 
 Banner unresolvedBanner(const QStringList &files) {
@@ -69,12 +72,8 @@ Banner unresolvedBanner(const QStringList &files) {
                              "never confirmed. Confirming trusts whatever is currently at that "
                              "location -- only confirm if you know what's mounted there right now.")
                   .arg(oneOrMany(files));
-    return {.kind = Banner::Kind::unresolved,
-            .icon = QStringLiteral("exclamationmark.triangle"),
-            .message = message,
-            .button = QStringLiteral("Confirm This Media's Location"),
-            .disclosure = disclosure(files, QStringLiteral("paths")),
-            .paths = files};
+    return fileBanner(Banner::Kind::unresolved, message,
+                      QStringLiteral("Confirm This Media's Location"), files);
 }
 
 Banner contentMismatchBanner(const QStringList &files) {
@@ -83,14 +82,14 @@ Banner contentMismatchBanner(const QStringList &files) {
             ? QStringLiteral("%1 is not the file this project authorized").arg(nameList(files))
             : QStringLiteral("%1 files are not the ones this project authorized, including %2")
                   .arg(QString::number(files.size()), nameList(files));
-    return {.kind = Banner::Kind::contentMismatch,
-            .icon = QStringLiteral("exclamationmark.triangle.fill"),
-            .message = what + QStringLiteral(" — their contents changed since you approved them. "
-                                             "Confirming trusts the new contents. Only confirm if "
-                                             "you changed these files yourself."),
-            .button = QStringLiteral("Trust the New Contents"),
-            .disclosure = disclosure(files, QStringLiteral("files")),
-            .paths = files};
+    Banner banner = fileBanner(
+        Banner::Kind::contentMismatch,
+        what + QStringLiteral(" — their contents changed since you approved them. Confirming "
+                              "trusts the new contents. Only confirm if you changed these files "
+                              "yourself."),
+        QStringLiteral("Trust the New Contents"), files, QStringLiteral("files"));
+    banner.icon = QStringLiteral("exclamationmark.triangle.fill");
+    return banner;
 }
 
 } // namespace

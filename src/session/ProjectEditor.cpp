@@ -148,10 +148,6 @@ void ProjectEditor::updateProject(Project project) {
     publishEdit();
 }
 
-void ProjectEditor::updateVideo(const QString &videoId, const VideoChange &change) {
-    editVideo(Undoable::No, videoId, change);
-}
-
 void ProjectEditor::autoReview(VideoRecord &video) const {
     if (!video.reviewed && ProjectMigration::hasReviewMarks(video)) {
         video.reviewed = true;
@@ -220,14 +216,6 @@ void ProjectEditor::addTag(const QString &videoId, const QString &text) {
 
 void ProjectEditor::removeTag(const QString &videoId, const QString &text) {
     editVideo(Undoable::No, videoId, [&](VideoRecord &video) { video.tags.removeAll(text); });
-}
-
-int ProjectEditor::selectClips(const QStringList &videoIds) {
-    return setClipsSelected(videoIds, true);
-}
-
-int ProjectEditor::deselectClips(const QStringList &videoIds) {
-    return setClipsSelected(videoIds, false);
 }
 
 int ProjectEditor::setClipsSelected(const QStringList &videoIds, bool isSelected) {
@@ -299,14 +287,6 @@ void ProjectEditor::toggleSubclipSelected(const SubclipKey &key) {
     });
 }
 
-int ProjectEditor::selectSubclips(const QList<SubclipKey> &keys) {
-    return setSubclipsSelected(keys, true);
-}
-
-int ProjectEditor::deselectSubclips(const QList<SubclipKey> &keys) {
-    return setSubclipsSelected(keys, false);
-}
-
 int ProjectEditor::setSubclipsSelected(const QList<SubclipKey> &keys, bool isSelected) {
     int changed = 0;
     const auto changeClip = [&](VideoRecord &video, const QSet<QString> &subclipIds) {
@@ -325,10 +305,6 @@ int ProjectEditor::setSubclipsSelected(const QList<SubclipKey> &keys, bool isSel
     };
     edit(Undoable::No, [&](Project &project) { changeClipsOf(project, keys, changeClip); });
     return changed;
-}
-
-void ProjectEditor::deleteSubclip(const SubclipKey &key) {
-    deleteSubclips({key});
 }
 
 void ProjectEditor::deleteSubclips(const QList<SubclipKey> &keys) {
@@ -354,14 +330,6 @@ void ProjectEditor::pushUndoState() {
         m_undoStack.removeFirst();
     }
     m_redoStack.clear();
-}
-
-void ProjectEditor::undo() {
-    replay(m_undoStack, m_redoStack);
-}
-
-void ProjectEditor::redo() {
-    replay(m_redoStack, m_undoStack);
 }
 
 void ProjectEditor::replay(QList<Project> &from, QList<Project> &to) {

@@ -43,7 +43,9 @@ class ProjectEditor : public QObject {
 
     // Edits of a clip.
     /// Applies `change` without an undo step.
-    void updateVideo(const QString &videoId, const std::function<void(VideoRecord &)> &change);
+    void updateVideo(const QString &videoId, const std::function<void(VideoRecord &)> &change) {
+        editVideo(Undoable::No, videoId, change);
+    }
     void setRating(const QString &videoId, int rating); ///< clamped to 0...5
     void toggleFavorite(const QString &videoId);
     void toggleSelectedForExport(const QString &videoId);
@@ -53,8 +55,9 @@ class ProjectEditor : public QObject {
     void addTag(const QString &videoId, const QString &text);
     void removeTag(const QString &videoId, const QString &text);
 
-    int selectClips(const QStringList &videoIds);   ///< returns the number changed
-    int deselectClips(const QStringList &videoIds); ///< returns the number changed
+    // Both return the number of clips changed.
+    int selectClips(const QStringList &videoIds) { return setClipsSelected(videoIds, true); }
+    int deselectClips(const QStringList &videoIds) { return setClipsSelected(videoIds, false); }
 
     // Edits of subclips.
     /// Returns the new subclip's id, or an empty string if the clip is unknown.
@@ -63,17 +66,18 @@ class ProjectEditor : public QObject {
     void setSubclipRating(const SubclipKey &key, int rating); ///< clamped to 0...5
     void toggleSubclipFavorite(const SubclipKey &key);
     void toggleSubclipSelected(const SubclipKey &key);
-    int selectSubclips(const QList<SubclipKey> &keys);   ///< returns the number changed
-    int deselectSubclips(const QList<SubclipKey> &keys); ///< returns the number changed
-    void deleteSubclip(const SubclipKey &key);
+    // Both return the number of subclips changed.
+    int selectSubclips(const QList<SubclipKey> &keys) { return setSubclipsSelected(keys, true); }
+    int deselectSubclips(const QList<SubclipKey> &keys) { return setSubclipsSelected(keys, false); }
+    void deleteSubclip(const SubclipKey &key) { deleteSubclips({key}); }
     void deleteSubclips(const QList<SubclipKey> &keys);
 
     // History.
     /// Adds a snapshot of the project to the undo history and clears the redo history. No-op within
     /// a batch and during `undo` and `redo`.
     void pushUndoState();
-    void undo();
-    void redo();
+    void undo() { replay(m_undoStack, m_redoStack); }
+    void redo() { replay(m_redoStack, m_undoStack); }
     bool canUndo() const { return !m_undoStack.isEmpty(); }
     bool canRedo() const { return !m_redoStack.isEmpty(); }
 

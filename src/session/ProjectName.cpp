@@ -2,12 +2,8 @@
 
 namespace corvane::projectName {
 
-QString trimmed(const QString &text) {
-    return text.trimmed();
-}
-
 bool isValid(const QString &text) {
-    const QString name = trimmed(text);
+    const QString name = text.trimmed();
     return !name.isEmpty() && !name.contains(QLatin1Char('/')) &&
            !name.startsWith(QLatin1Char('.'));
 }

@@ -279,7 +279,7 @@ QCoro::Task<> ProjectStore::writeBackup() {
 
 QCoro::Task<> ProjectStore::refreshRecents() {
     const QPointer self(this);
-    QList<ProjectSummary> summaries = newestFirst(co_await m_registry.summaries());
+    QList<ProjectSummary> summaries = co_await m_registry.summaries();
     if (self) {
         setRecents(std::move(summaries));
     }
@@ -288,16 +288,9 @@ QCoro::Task<> ProjectStore::refreshRecents() {
 /// Requires an open project.
 QCoro::Task<> ProjectStore::touchRecents() {
     const QPointer self(this);
-    QList<ProjectSummary> summaries =
-        newestFirst(co_await m_registry.touch(*project(), *m_fileURL));
+    QList<ProjectSummary> summaries = co_await m_registry.touch(*project(), *m_fileURL);
     if (self) {
         setRecents(std::move(summaries));
-    }
-}
-
-void ProjectStore::setRecents(QList<ProjectSummary> summaries) {
-    if (std::exchange(m_recentProjects, std::move(summaries)) != m_recentProjects) {
-        Q_EMIT recentProjectsChanged();
     }
 }
 
@@ -338,48 +331,6 @@ void ProjectStore::scheduleSave() {
     setDirty(true);
     if (m_saver) {
         m_saver->schedule();
-    }
-}
-
-void ProjectStore::setStatus(const QString &text) {
-    setStatusMessage(text);
-}
-
-void ProjectStore::clearLastError() {
-    setLastError({});
-}
-
-void ProjectStore::consumePendingImport() {
-    setPendingImportOnLoad(false);
-}
-
-void ProjectStore::setPendingImportOnLoad(bool isPending) {
-    if (std::exchange(m_pendingImportOnLoad, isPending) != isPending) {
-        Q_EMIT pendingImportOnLoadChanged();
-    }
-}
-
-void ProjectStore::setDirty(bool isDirty) {
-    if (std::exchange(m_isDirty, isDirty) != isDirty) {
-        Q_EMIT isDirtyChanged();
-    }
-}
-
-void ProjectStore::setLastError(std::optional<ProjectStoreError> error) {
-    if (std::exchange(m_lastError, std::move(error)) != m_lastError) {
-        Q_EMIT lastErrorChanged();
-    }
-}
-
-void ProjectStore::setStatusMessage(std::optional<QString> text) {
-    if (std::exchange(m_statusMessage, std::move(text)) != m_statusMessage) {
-        Q_EMIT statusMessageChanged();
-    }
-}
-
-void ProjectStore::setMediaConfirmation(MediaConfirmation state) {
-    if (std::exchange(m_mediaConfirmation, std::move(state)) != m_mediaConfirmation) {
-        Q_EMIT mediaConfirmationChanged();
     }
 }
 

@@ -29,13 +29,13 @@ class ProjectStore : public ProjectEditor {
     using StartUpMigrations = std::function<QCoro::Task<>(QList<ProjectSummary>)>;
 
     /// Starts the start-up task: connects to `authorization`, loads the recent projects and runs
-    /// `migrations` if it is not empty. The services must outlive the store.
+    /// `migrations` if it is not empty. The services must outlive the store and its tasks.
     ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupService &backups,
                  MediaSourceAuthorization &authorization, Clock &clock = Clock::system(),
                  StartUpMigrations migrations = {}, QObject *parent = nullptr);
     ~ProjectStore() override;
 
-    // Published state. Each field has a signal, which is emitted only if the value differs.
+    // Published state. Each field has a signal, which is emitted after every change.
     /// Path of the project file; nullopt if no project is open.
     const std::optional<QString> &fileURL() const { return m_fileURL; }
     bool isDirty() const { return m_isDirty; } ///< memory differs from the file
@@ -77,9 +77,9 @@ class ProjectStore : public ProjectEditor {
     /// Writes a backup and publishes a failure as `lastError`.
     QCoro::Task<> writeBackup();
 
-    void setStatus(const QString &text);
-    void clearLastError();
-    void consumePendingImport();
+    void setStatus(const QString &text) { setStatusMessage(text); }
+    void clearLastError() { setLastError({}); }
+    void consumePendingImport() { setPendingImportOnLoad(false); }
 
     // Media confirmation.
     /// Reads `mediaConfirmation` from the registry again. Done whenever a project is opened.
@@ -118,13 +118,31 @@ class ProjectStore : public ProjectEditor {
     /// Saves until no edit is unsaved. Returns false if a save failed.
     QCoro::Task<bool> saveEverything();
     QCoro::Task<> touchRecents();
-    void setRecents(QList<ProjectSummary> summaries);
+    void setRecents(QList<ProjectSummary> summaries) {
+        publish(m_recentProjects, newestFirst(std::move(summaries)),
+                &ProjectStore::recentProjectsChanged);
+    }
 
-    void setPendingImportOnLoad(bool isPending);
-    void setDirty(bool isDirty);
-    void setLastError(std::optional<ProjectStoreError> error);
-    void setStatusMessage(std::optional<QString> text);
-    void setMediaConfirmation(MediaConfirmation state);
+    /// Sets a field and emits its signal if the value differs.
+    template <typename Value>
+    void publish(Value &field, Value value, void (ProjectStore::*changed)()) {
+        if (std::exchange(field, std::move(value)) != field) {
+            Q_EMIT(this->*changed)();
+        }
+    }
+    void setPendingImportOnLoad(bool isPending) {
+        publish(m_pendingImportOnLoad, isPending, &ProjectStore::pendingImportOnLoadChanged);
+    }
+    void setDirty(bool isDirty) { publish(m_isDirty, isDirty, &ProjectStore::isDirtyChanged); }
+    void setLastError(std::optional<ProjectStoreError> error) {
+        publish(m_lastError, std::move(error), &ProjectStore::lastErrorChanged);
+    }
+    void setStatusMessage(std::optional<QString> text) {
+        publish(m_statusMessage, std::move(text), &ProjectStore::statusMessageChanged);
+    }
+    void setMediaConfirmation(MediaConfirmation state) {
+        publish(m_mediaConfirmation, std::move(state), &ProjectStore::mediaConfirmationChanged);
+    }
 
     enum class Answer { legacyPackage, legacyProjectId, unresolved, contentMismatch };
     using Grant = std::function<QCoro::Task<>(QString projectFile)>;

@@ -27,7 +27,7 @@ bool ProjectSetup::canCreate() const {
 }
 
 QString ProjectSetup::layoutPreview() const {
-    const QString trimmed = projectName::trimmed(m_fields.projectName);
+    const QString trimmed = m_fields.projectName.trimmed();
     const QString name = trimmed.isEmpty() ? QStringLiteral("MyProject") : trimmed;
     const QString file = projectName::fileName(name);
     if (!m_fields.createProjectFolder) {
@@ -80,7 +80,7 @@ void ProjectSetup::setCreateProjectFolder(bool create) {
 }
 
 FilePanels::SavePanel ProjectSetup::savePanel() const {
-    const QString name = projectName::trimmed(m_fields.projectName);
+    const QString name = m_fields.projectName.trimmed();
     if (m_fields.createProjectFolder) {
         return {.message =
                     QStringLiteral("Choose where to create the \"%1\" project folder.").arg(name),
@@ -93,7 +93,7 @@ FilePanels::SavePanel ProjectSetup::savePanel() const {
 }
 
 NewProject ProjectSetup::newProject() const {
-    return {.name = projectName::trimmed(m_fields.projectName),
+    return {.name = m_fields.projectName.trimmed(),
             .shootDate = m_fields.includeShootDate ? shootDateText() : QString(),
             .clientOrSeries = m_fields.clientOrSeries,
             .location = m_fields.location,

@@ -11,11 +11,7 @@ template <> struct JSONCodec<QSet<QString>> {
         set = QSet<QString>(list.cbegin(), list.cend());
     }
     static void encode(JSONWriter &writer, const QSet<QString> &set) {
-        writer.beginArray();
-        for (const QString &path : set) {
-            writer.string(path);
-        }
-        writer.endArray();
+        JSONCodec<QStringList>::encode(writer, set.values());
     }
 };
 

@@ -2,8 +2,8 @@
 
 #include "trust/MediaSourceAuthorization.h"
 
-/// Three one-time migrations of the registry of grants. They avoid asking the user about every clip
-/// of earlier versions, and trust no file that can't be verified. They run at start-up, in order:
+/// Three one-time migrations of the registry of grants, which avoid asking the user about every
+/// clip of earlier versions. They run at start-up, in order:
 ///
 /// 1. Rekey. Older versions keyed grants by the project's id, which a copy of the project file has
 ///    too. These paths become pending, not granted.

@@ -18,9 +18,9 @@
 /// without salt. Only full anchors are created. The bare digest is also the key by which a scan
 /// detects duplicates.
 ///
-/// Every function opens the file itself, refuses a symbolic link in the last component, and reads
-/// through that one descriptor. Thread-safe. The functions block for up to the time it takes to
-/// read the file, so call them on a background executor.
+/// Every function that takes a path opens the file itself, refuses a symbolic link in the last
+/// component, and reads through that one descriptor. Thread-safe. The functions block for up to the
+/// time it takes to read the file, so call them on a background executor.
 namespace corvane::ContentHasher {
 
 class HashError : public Failure {

@@ -8,9 +8,10 @@ using ContentHasher::HashError;
 
 namespace {
 
-Descriptor openForHashing(const QString &path) {
+/// Calls a function that reads from a file. Converts its `FileError` to `HashError::readFailed`.
+template <typename Call> auto reading(const QString &path, Call call) {
     try {
-        return fileSystem().openForReading(path, FileSystem::Links::Refuse);
+        return call();
     } catch (const FileError &error) {
         throw HashError::readFailed(path, error.description());
     }
@@ -26,7 +27,9 @@ FileStatus statusForHashing(const Descriptor &file) {
 
 } // namespace
 
-HashedFile::HashedFile(const QString &path) : m_file(openForHashing(path)) {
+HashedFile::HashedFile(const QString &path)
+    : m_file(reading(
+          path, [&path] { return fileSystem().openForReading(path, FileSystem::Links::Refuse); })) {
     const FileStatus status = statusForHashing(m_file);
     if (status.type != FileType::Regular) {
         throw HashError::notARegularFile(path);
@@ -37,28 +40,22 @@ HashedFile::HashedFile(const QString &path) : m_file(openForHashing(path)) {
 QByteArray HashedFile::readAt(qint64 offset, qint64 length) const {
     QByteArray bytes(length, Qt::Uninitialized);
     qint64 bytesRead = 0;
-    try {
-        while (bytesRead < length) {
-            const qint64 count = fileSystem().readAt(m_file, offset + bytesRead,
-                                                     bytes.data() + bytesRead, length - bytesRead);
-            if (count == 0) {
-                break;
-            }
-            bytesRead += count;
+    while (bytesRead < length) {
+        const qint64 count = reading(m_file.path(), [&] {
+            return fileSystem().readAt(m_file, offset + bytesRead, bytes.data() + bytesRead,
+                                       length - bytesRead);
+        });
+        if (count == 0) {
+            break;
         }
-    } catch (const FileError &error) {
-        throw HashError::readFailed(m_file.path(), error.description());
+        bytesRead += count;
     }
     bytes.truncate(bytesRead);
     return bytes;
 }
 
 qint64 HashedFile::read(char *buffer, qint64 capacity) const {
-    try {
-        return fileSystem().read(m_file, buffer, capacity);
-    } catch (const FileError &error) {
-        throw HashError::readFailed(m_file.path(), error.description());
-    }
+    return reading(m_file.path(), [&] { return fileSystem().read(m_file, buffer, capacity); });
 }
 
 } // namespace corvane

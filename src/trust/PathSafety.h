@@ -60,8 +60,8 @@ struct SourceGrants {
     QHash<QString, ContentHasher::AnchorVerification> preverifiedAnchors;
 };
 
-/// Throws `Violation` if the project may not read the file. Hashes the file unless its anchor is
-/// preverified.
+/// Throws `Violation` if the project may not read the file. Hashes the file unless it has a full
+/// anchor that is preverified.
 void validateSource(const QString &path, const SourceGrants &grants, const QString &label);
 
 /// Returns the absolute path of a stored cache path, which is absolute or relative to the cache

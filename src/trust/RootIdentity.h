@@ -22,7 +22,10 @@ struct RootIdentity {
     bool operator==(const RootIdentity &) const = default;
 
     /// True if the inodes are equal, and the volume UUIDs too if both are known.
-    bool isSameFolder(const RootIdentity &other) const;
+    bool isSameFolder(const RootIdentity &other) const {
+        const bool bothKnowVolume = volumeUUID && other.volumeUUID;
+        return inode == other.inode && (!bothKnowVolume || *volumeUUID == *other.volumeUUID);
+    }
 };
 
 /// The grants of a project: standardized path to identity. A path that maps to nullopt was listed,
