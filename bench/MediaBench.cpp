@@ -75,8 +75,7 @@ void factsTheirs(benchmark::State &state, const Footage &footage) {
 void thumbnailOurs(benchmark::State &state, const Footage &footage) {
     const QString path = clip(footage);
     for (auto _ : state) {
-        media::FrameGenerator generator(
-            path, {.maximumSize = {480, 270}, .toleranceBefore = 0.5, .toleranceAfter = 0.5});
+        media::FrameGenerator generator(path, {.maximumSize = {480, 270}, .tolerance = 0.5});
         ImageIOHelper::writeJPEG(generator.imageAt(media::MediaTime::fromSeconds(kSeconds / 10)),
                                  dataPath(QStringLiteral("thumbnail.jpg")), 0.8);
     }
@@ -98,8 +97,7 @@ void filmstripOurs(benchmark::State &state, const Footage &footage) {
         times.append(media::MediaTime::fromSeconds(seconds));
     }
     for (auto _ : state) {
-        media::FrameGenerator generator(
-            path, {.maximumSize = {320, 180}, .toleranceBefore = 0.1, .toleranceAfter = 0.1});
+        media::FrameGenerator generator(path, {.maximumSize = {320, 180}, .tolerance = 0.1});
         generator.images(times, [](qsizetype index, std::optional<media::RGBImage> image) {
             ImageIOHelper::writeJPEG(*image, dataPath(QStringLiteral("strip/%1.jpg").arg(index)),
                                      0.7);

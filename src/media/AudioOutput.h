@@ -8,10 +8,12 @@
 
 namespace corvane::media {
 
-/// Plays the audio of one file at a time. Failures are silent: without an audio track, a device or
-/// a usable mpv, `state` stays `silent`.
+/// Plays the audio of one file at a time. Failures aren't reported: `state` is `silent` if mpv
+/// can't be created, and becomes `silent` again if the file has no playable audio. Without a device
+/// the audio plays unheard.
 ///
-/// Created on any thread; all other calls come from the player's thread.
+/// The constructor and `setWake` are called on any thread, before the player's thread starts; all
+/// other functions and the destructor on the player's thread.
 class AudioOutput {
   public:
     enum class State {

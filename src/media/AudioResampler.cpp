@@ -17,10 +17,8 @@ AudioResampler::~AudioResampler() = default;
 
 void AudioResampler::setTarget(const AVCodecContext &encoder) {
     m_target = &encoder;
-    m_queue.reset(av_audio_fifo_alloc(encoder.sample_fmt, encoder.ch_layout.nb_channels, 4096));
-    if (!m_queue) {
-        throw std::bad_alloc();
-    }
+    m_queue.reset(
+        allocated(av_audio_fifo_alloc(encoder.sample_fmt, encoder.ch_layout.nb_channels, 4096)));
 }
 
 bool AudioResampler::isSameFormat(const AVFrame &frame) const {

@@ -22,7 +22,6 @@ class AudioTranscoder : public StreamExport {
 
     void take(AVPacket &packet) override;
     void finish() override;
-    bool isDone() const override { return m_isDone; }
     bool hasWritten() const override { return m_position > 0; }
 
   private:
@@ -49,7 +48,6 @@ class AudioTranscoder : public StreamExport {
     int m_rate = 0;         ///< sample rate of the source
     int64_t m_position = 0; ///< samples at `m_rate` since the cut's origin
     int64_t m_encoded = 0;  ///< samples at the encoder's rate
-    bool m_isDone = false;
 };
 
 } // namespace corvane::media

@@ -8,7 +8,7 @@
 
 namespace corvane::media {
 
-/// Converts decoded frames for display: scaled, in RGB and upright. One thread.
+/// Converts decoded frames for display: scaled, in RGB and upright. Not thread-safe.
 class DisplayFrameConverter {
   public:
     DisplayFrameConverter();

@@ -30,7 +30,7 @@ struct ExportCut {
 };
 
 /// Finds the cut of a range, or of the entire file without one, by reading the packets around the
-/// in point; decodes nothing. Leaves the read position unspecified.
+/// in point. Doesn't decode. Leaves the read position unspecified.
 ExportCut findCut(ExportSource &source, std::optional<MediaTimeRange> range);
 
 /// Seeks to the first packet that the cut needs.

@@ -8,8 +8,8 @@
 #include <optional>
 #include <stop_token>
 
-/// Interface to the media framework that makes one output file from one source file. The logic
-/// above it can be built and tested without a framework.
+/// Exports one source file to one output file. An interface, so that the layers above can be tested
+/// without FFmpeg.
 namespace corvane::media {
 
 /// Every output is an MPEG-4 file.
@@ -28,7 +28,7 @@ class UnsupportedSource : public Failure {
 /// One export of one asset. Runs once.
 class ExportSession {
   public:
-    virtual ~ExportSession();
+    virtual ~ExportSession() = default;
 
     /// Exports the range, or the entire asset without one. Blocks the calling executor thread until
     /// the output is complete. `output` is an existing empty file, which is opened by its path and
@@ -46,7 +46,7 @@ class ExportSession {
 /// Creates sessions. One object for the lifetime of the process. Thread-safe.
 class ExportSessionFactory {
   public:
-    virtual ~ExportSessionFactory();
+    virtual ~ExportSessionFactory() = default;
 
     /// False if this build can't create any session.
     virtual bool canCreateSessions() const = 0;

@@ -45,7 +45,7 @@ std::vector<int> ExportSource::streamsOf(AVMediaType type) const {
 }
 
 std::optional<int> ExportSource::video() const {
-    const AVStream *stream = m_input->firstVideoStream();
+    const AVStream *stream = firstVideoStream(context());
     return stream ? std::optional(stream->index) : std::nullopt;
 }
 

@@ -5,11 +5,7 @@
 namespace corvane::media {
 
 CodecHandle makeCodecContext(const AVCodec &codec) {
-    CodecHandle context(avcodec_alloc_context3(&codec));
-    if (!context) {
-        throw std::bad_alloc();
-    }
-    return context;
+    return CodecHandle(allocated(avcodec_alloc_context3(&codec)));
 }
 
 CodecHandle makeDecoder(const AVStream &stream, const char *what) {

@@ -51,10 +51,8 @@ void FFmpegExportSession::addCopies(AVMediaType type, const ExportCut &cut, Outp
 void FFmpegExportSession::copyMetadata(const ExportCut &cut, OutputFile &output) const {
     sourceMetadata::copyFile(m_source->context(), output.context());
     const auto timecode = sourceMetadata::timecodeAt(*m_source, cut.origin);
-    const auto streams = allStreams(output.context());
-    const auto video = std::ranges::find_if(streams, [](auto *stream) { return isVideo(*stream); });
-    if (timecode && video != streams.end()) {
-        setEntry((*video)->metadata, "timecode", timecode->constData());
+    if (AVStream *video = firstVideoStream(output.context()); video && timecode) {
+        setEntry(video->metadata, "timecode", timecode->constData());
     }
 }
 

@@ -30,7 +30,8 @@ class FFmpegExportSession : public ExportSession {
     /// Several routes can share a source stream.
     virtual std::vector<Route> makeRoutes(const ExportCut &cut, OutputFile &output) const = 0;
 
-    /// Adds routes that copy the streams of a type which MPEG-4 files support.
+    /// Adds routes that copy the streams of this type, except those that MPEG-4 files don't
+    /// support.
     void addCopies(AVMediaType type, const ExportCut &cut, OutputFile &output,
                    std::vector<Route> &routes) const;
 

@@ -102,22 +102,26 @@ std::unique_ptr<ExportSource> openSource(const QString &asset) {
     }
 }
 
-std::unique_ptr<ExportSession> FFmpegExportSessions::create(const QString &asset,
-                                                            ExportPreset preset) {
-    std::unique_ptr<ExportSource> source = openSource(asset);
-    if (!source) {
+class FFmpegExportSessions : public ExportSessionFactory {
+  public:
+    bool canCreateSessions() const override { return true; }
+
+    std::unique_ptr<ExportSession> create(const QString &asset, ExportPreset preset) override {
+        std::unique_ptr<ExportSource> source = openSource(asset);
+        if (!source) {
+            return nullptr;
+        }
+        switch (preset) {
+        case ExportPreset::highestQuality:
+            return std::make_unique<TranscodeSession>(std::move(source), std::nullopt);
+        case ExportPreset::hd1920x1080:
+            return std::make_unique<TranscodeSession>(std::move(source), QSize(1920, 1080));
+        case ExportPreset::passthrough:
+            return std::make_unique<PassthroughSession>(std::move(source));
+        }
         return nullptr;
     }
-    switch (preset) {
-    case ExportPreset::highestQuality:
-        return std::make_unique<TranscodeSession>(std::move(source), std::nullopt);
-    case ExportPreset::hd1920x1080:
-        return std::make_unique<TranscodeSession>(std::move(source), QSize(1920, 1080));
-    case ExportPreset::passthrough:
-        return std::make_unique<PassthroughSession>(std::move(source));
-    }
-    return nullptr;
-}
+};
 
 } // namespace
 

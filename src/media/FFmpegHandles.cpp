@@ -1,25 +1,8 @@
 #include "media/FFmpegHandles.h"
 
 #include <mutex>
-#include <new>
 
 namespace corvane::media {
-
-FrameHandle makeFrame() {
-    FrameHandle frame(av_frame_alloc());
-    if (!frame) {
-        throw std::bad_alloc();
-    }
-    return frame;
-}
-
-PacketHandle makePacket() {
-    PacketHandle packet(av_packet_alloc());
-    if (!packet) {
-        throw std::bad_alloc();
-    }
-    return packet;
-}
 
 int check(int result, const char *what) {
     if (result < 0) {

@@ -13,11 +13,12 @@ extern "C" {
 }
 
 #include <memory>
+#include <new>
 #include <span>
 
 namespace corvane::media {
 
-/// Calls a function of FFmpeg that frees an object and takes a pointer to the pointer.
+// Deleters that call a function of FFmpeg, which takes the object or a pointer to the pointer.
 template <auto free> struct FreeByAddress {
     template <typename Object> void operator()(Object *object) const { free(&object); }
 };
@@ -33,8 +34,20 @@ using ScalerHandle = std::unique_ptr<SwsContext, FreeByValue<sws_freeContext>>;
 using ResamplerHandle = std::unique_ptr<SwrContext, FreeByAddress<swr_free>>;
 using FilterGraphHandle = std::unique_ptr<AVFilterGraph, FreeByAddress<avfilter_graph_free>>;
 
-FrameHandle makeFrame();   ///< throws std::bad_alloc
-PacketHandle makePacket(); ///< throws std::bad_alloc
+/// Returns what an allocation returned; throws `std::bad_alloc` for a null pointer.
+template <typename Pointer> Pointer allocated(Pointer pointer) {
+    if (!pointer) {
+        throw std::bad_alloc();
+    }
+    return pointer;
+}
+
+inline FrameHandle makeFrame() {
+    return FrameHandle(allocated(av_frame_alloc()));
+}
+inline PacketHandle makePacket() {
+    return PacketHandle(allocated(av_packet_alloc()));
+}
 
 /// Returns `result` if it is at least 0. Throws `MediaError` "<what>: <FFmpeg's description>" if it
 /// is an error code.

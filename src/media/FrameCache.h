@@ -9,7 +9,8 @@
 namespace corvane::media {
 
 /// Decoded frames around the playhead, ordered by time and limited in bytes. Each entry records
-/// whether the frame before it in the cache is also the previous frame of the file. One thread.
+/// whether the frame before it in the cache is also the previous frame of the file. Not
+/// thread-safe.
 class FrameCache {
   public:
     enum class Direction { forward, backward };

@@ -20,7 +20,7 @@ struct DecodedFrame {
 class FrameDecoder {
   public:
     struct Options {
-        int threads = 0; ///< number of decoder threads; 0 uses all cores
+        int threads = 0; ///< number of decoder threads; 0 chooses by the cores
         /// Set for single-frame reads: disables frame threading and decoding past the wanted frame,
         /// which would only add latency.
         bool isSingleFrameRead = false;

@@ -119,10 +119,7 @@ QByteArray FrameFilterGraph::filtersFor(const AVFrame &frame) const {
 }
 
 void FrameFilterGraph::build(const AVFrame &frame) {
-    m_graph.reset(avfilter_graph_alloc());
-    if (!m_graph) {
-        throw std::bad_alloc();
-    }
+    m_graph.reset(allocated(avfilter_graph_alloc()));
     const QByteArray aspect = QByteArray::number(frame.sample_aspect_ratio.num) + '/' +
                               QByteArray::number(std::max(1, frame.sample_aspect_ratio.den));
     const QByteArray source = "video_size=" + QByteArray::number(frame.width) + 'x' +

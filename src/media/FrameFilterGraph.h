@@ -10,7 +10,7 @@ namespace corvane::media {
 
 /// Converts decoded frames to an encoder's format by an FFmpeg filter graph: crops, scales, reduces
 /// the bit depth and maps high dynamic range to BT.709 or to RGB. The graph is rebuilt when the
-/// frames' format changes within a stream. One thread at a time; errors throw `MediaError`.
+/// frames' format changes within a stream. Not thread-safe. Throws `MediaError`.
 class FrameFilterGraph {
   public:
     FrameFilterGraph(const VideoFormat &target, AVRational timeBase);
@@ -34,8 +34,8 @@ class FrameFilterGraph {
     FrameHandle m_sourceFormat;          ///< properties of the frames that the graph was built for
 };
 
-/// Maps frames of high dynamic range to RGB for a screen, with the same curve as an export. One
-/// thread at a time.
+/// Maps frames of high dynamic range to RGB for a screen, with the same curve as an export. Not
+/// thread-safe.
 class ToneMapper {
   public:
     /// `pixels`: AV_PIX_FMT_RGB24 or AV_PIX_FMT_RGB32.

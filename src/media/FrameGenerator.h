@@ -20,9 +20,8 @@ class FrameGenerator {
   public:
     struct Options {
         bool appliesPreferredTrackTransform = true; ///< rotates for display
-        QSize maximumSize;          ///< stills are scaled down to fit; empty for the full size
-        double toleranceBefore = 0; ///< seconds
-        double toleranceAfter = 0;
+        QSize maximumSize;    ///< stills are scaled down to fit; empty for the full size
+        double tolerance = 0; ///< seconds that a still may be off, if that is faster
     };
 
     FrameGenerator(const QString &path, Options options, std::stop_token stop = {});
@@ -31,7 +30,7 @@ class FrameGenerator {
 
     RGBImage imageAt(MediaTime time);
 
-    /// Makes the stills of all `times` in the order that is fastest. Calls `take` with the index of
+    /// Makes the stills of all `times` in the fastest order. Calls `take` with the index of
     /// each and its still, or with nullopt if it failed. Exceptions from `take` end the batch.
     void images(const QList<MediaTime> &times,
                 const std::function<void(qsizetype index, std::optional<RGBImage>)> &take);

@@ -35,14 +35,11 @@ FrameHandle FramePool::frame(QSize size) {
         m_size = size;
         m_bytesPerLine = av_image_get_linesize(m_pixels, size.width(), 0);
         m_bytesPerLine = FFALIGN(m_bytesPerLine, kBufferAlignment);
-        m_buffers.reset(av_buffer_pool_init(
-            size_t(m_bytesPerLine) * size_t(size.height()) + kBufferAlignment, nullptr));
+        m_buffers.reset(allocated(av_buffer_pool_init(
+            size_t(m_bytesPerLine) * size_t(size.height()) + kBufferAlignment, nullptr)));
     }
     FrameHandle frame = makeFrame();
-    frame->buf[0] = m_buffers ? av_buffer_pool_get(m_buffers.get()) : nullptr;
-    if (!frame->buf[0]) {
-        throw std::bad_alloc();
-    }
+    frame->buf[0] = allocated(av_buffer_pool_get(m_buffers.get()));
     frame->format = m_pixels;
     frame->width = size.width();
     frame->height = size.height();
@@ -59,10 +56,7 @@ void FrameScaler::prepare(const Conversion &conversion) {
         return;
     }
     m_conversion.reset();
-    m_scaler.reset(sws_alloc_context());
-    if (!m_scaler) {
-        throw std::bad_alloc();
-    }
+    m_scaler.reset(allocated(sws_alloc_context()));
     auto *scaler = m_scaler.get();
     const auto set = [scaler](const char *option, int64_t value) {
         check(av_opt_set_int(scaler, option, value, 0), kScaling);

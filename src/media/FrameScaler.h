@@ -12,7 +12,8 @@
 namespace corvane::media {
 
 /// Allocates frames of one pixel format and reuses the buffers of released ones while the size
-/// stays the same. One thread; the frames may be released on any thread and outlive the pool.
+/// stays the same. Not thread-safe, but the frames may be released on any thread and outlive the
+/// pool.
 class FramePool {
   public:
     explicit FramePool(AVPixelFormat pixels) : m_pixels(pixels) {}
@@ -28,7 +29,7 @@ class FramePool {
 };
 
 /// Scales decoded frames and converts them to RGB by their own colour matrix and range. High
-/// dynamic range is tone-mapped, which takes several times as long. One thread at a time.
+/// dynamic range is tone-mapped, which takes several times as long. Not thread-safe.
 class FrameScaler {
   public:
     /// `pixels`: AV_PIX_FMT_RGB24 or AV_PIX_FMT_RGB32; `flags` and `threads` are libswscale's.

@@ -63,13 +63,13 @@ bool FrameSearch::isCurrent(const Goal &goal) const {
 }
 
 std::optional<double> FrameSearch::secondsToDecode(const Goal &goal) const {
-    return canDecodeOn(goal)
+    return canDecodeForward(goal)
                ? std::optional(m_timeline.secondsFromTicks(goal.target - m_current->time))
                : std::nullopt;
 }
 
 /// Whether decoding from the current position reaches the goal sooner than a seek would.
-bool FrameSearch::canDecodeOn(const Goal &goal) const {
+bool FrameSearch::canDecodeForward(const Goal &goal) const {
     if (!m_current || m_current->time > goal.target || m_decoder.isDrained() || m_isInterrupted) {
         return false;
     }
@@ -79,7 +79,7 @@ bool FrameSearch::canDecodeOn(const Goal &goal) const {
 }
 
 std::optional<DecodedFrame> FrameSearch::search(const Goal &goal) {
-    if (canDecodeOn(goal)) {
+    if (canDecodeForward(goal)) {
         Frame frame = decodeTo(goal, m_current);
         if (frame && !isSeekNeeded(frame, goal)) {
             return frame;

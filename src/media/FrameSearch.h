@@ -11,7 +11,7 @@
 
 namespace corvane::media {
 
-/// Finds frames of a video stream by time: chooses between decoding on and seeking, picks the
+/// Finds frames of a video stream by time: chooses between decoding forward and seeking, picks the
 /// keyframe to start from, and skips packets that the wanted frame doesn't depend on. Times are
 /// ticks of the stream's time base, on the container's timeline.
 ///
@@ -42,7 +42,8 @@ class FrameSearch {
 
     /// End of the current frame, which is the last one returned.
     qint64 currentEnd() const { return m_currentEnd; }
-    /// Seconds from the current frame to the goal, or nullopt if a seek is faster than decoding on.
+    /// Seconds from the current frame to the goal, or nullopt if a seek is faster than decoding
+    /// forward.
     std::optional<double> secondsToDecode(const Goal &goal) const;
     void setSingleFrameRead(bool isSingle) { m_isSingleFrameRead = isSingle; }
 
@@ -51,7 +52,7 @@ class FrameSearch {
 
     Frame read(const std::function<Frame()> &source);
     bool isCurrent(const Goal &goal) const;
-    bool canDecodeOn(const Goal &goal) const;
+    bool canDecodeForward(const Goal &goal) const;
     Frame search(const Goal &goal);
     Frame findAfterCurrent();
     void seekBefore(const Goal &goal, qint64 stepBack, qint64 latestKeyframe);

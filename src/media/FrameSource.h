@@ -9,8 +9,8 @@ namespace corvane::media {
 /// Reads the frames of one file through a cache around the playhead. The same frame has the same
 /// pixels no matter how it was reached.
 ///
-/// One thread. Functions that decode throw `MediaError`, and `Cancelled` soon after the token of
-/// `setStop` requests it; both leave the source usable.
+/// Not thread-safe. Functions that decode throw `MediaError`, and `Cancelled` soon after the token
+/// of `setStop` requests it; both leave the source usable.
 class FrameSource {
   public:
     using Direction = FrameCache::Direction;
@@ -37,9 +37,8 @@ class FrameSource {
 
     /// Sets the frame shown and the direction in which the playhead leaves it.
     void setFocus(const VideoFrame &frame, Direction direction);
-    /// Decodes about one frame ahead of the focus in its direction, for playback; with
-    /// `inBothDirections` every frame around the focus, for a paused player. Returns false if there
-    /// is nothing more to read ahead.
+    /// Decodes about one frame that may be needed next: for playback in the direction of the focus
+    /// only, for a paused player in both. Returns false if there is nothing more to read ahead.
     bool readAhead(bool inBothDirections);
 
     qsizetype cachedBytes() const { return m_cache.byteCount(); }

@@ -55,7 +55,7 @@ constexpr int kMaxDepth = 12; ///< of nested boxes; no less than FFmpeg's own li
 constexpr qint64 kMaxDescription = qint64(1) << 20;
 constexpr qint64 kMaxInflated = qint64(16) << 20;
 
-/// Bytes of memory for one of each while FFmpeg opens a file.
+/// Bytes of memory that FFmpeg takes for each of these while it opens a file.
 constexpr qint64 kSampleBytes = 40;
 constexpr qint64 kEditedSampleBytes = 32;
 constexpr qint64 kEncryptedSampleBytes = 256;

@@ -9,8 +9,9 @@
 namespace corvane::media {
 
 /// Estimates the bytes of memory that FFmpeg would allocate for the header tables of a QuickTime or
-/// MPEG-4 file, from the counts in the tables and without allocating them. Close to 0 for other
-/// files; beyond every limit for counts that no file can have. Throws `FileError` and `Cancelled`.
+/// MPEG-4 file, from the counts in the tables and without allocating them. Returns about 0 for
+/// other files, and more than any limit for counts that no file can have. Throws `FileError` and
+/// `Cancelled`.
 qint64 estimatedHeaderMemory(const QString &path, const std::stop_token &stop);
 
 /// The memory in bytes that the header of a file of this size may take.

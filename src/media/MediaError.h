@@ -4,8 +4,8 @@
 
 namespace corvane::media {
 
-/// A media file can't be opened, decoded or written. The description names the failed operation and
-/// FFmpeg's error text, or a fault that this program detected itself.
+/// Thrown if a media file can't be opened, decoded or written. The description names the failed
+/// operation and FFmpeg's error text, or a fault that this program detected itself.
 class MediaError : public Failure {
   public:
     using Failure::Failure;

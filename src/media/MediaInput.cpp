@@ -52,6 +52,12 @@ bool isVideo(const AVStream &stream) {
            (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0;
 }
 
+AVStream *firstVideoStream(const AVFormatContext &container) {
+    const auto streams = allStreams(container);
+    const auto video = std::ranges::find_if(streams, [](auto *stream) { return isVideo(*stream); });
+    return video == streams.end() ? nullptr : *video;
+}
+
 AVRational nominalRate(const AVStream &stream) {
     for (const AVRational rate : {stream.avg_frame_rate, stream.r_frame_rate}) {
         if (rate.num > 0 && rate.den > 0 && av_q2d(rate) <= kMaxFrameRate) {
@@ -86,16 +92,11 @@ MediaInput::~MediaInput() = default;
 void MediaInput::open(const QString &path) {
     initializeFFmpeg();
     checkFile(path, m_stop);
-    InputHandle opening(avformat_alloc_context());
-    if (!opening) {
-        throw std::bad_alloc();
-    }
+    InputHandle opening(allocated(avformat_alloc_context()));
     opening->interrupt_callback = {.callback = &MediaInput::shouldInterrupt, .opaque = this};
-    opening->protocol_whitelist = av_strdup("file");
-    opening->format_whitelist = av_strdup(kContainers);
-    if (!opening->protocol_whitelist || !opening->format_whitelist) {
-        throw std::bad_alloc(); // without a list, everything would be allowed
-    }
+    // Without a list, everything would be allowed.
+    opening->protocol_whitelist = allocated(av_strdup("file"));
+    opening->format_whitelist = allocated(av_strdup(kContainers));
     opening->max_streams = kMaxStreams;
     opening->probesize = kProbedBytes;
     opening->max_analyze_duration = kProbedTime;
@@ -135,12 +136,6 @@ bool MediaInput::isHeaderSufficient(Depth depth) const {
     return true;
 }
 
-AVStream *MediaInput::firstVideoStream() const {
-    const auto streams = allStreams(*m_context);
-    const auto video = std::ranges::find_if(streams, [](auto *stream) { return isVideo(*stream); });
-    return video == streams.end() ? nullptr : *video;
-}
-
 /// The earliest start of a video or audio stream.
 void MediaInput::findStartTime() {
     if (m_context->start_time != AV_NOPTS_VALUE) {
@@ -163,7 +158,7 @@ void MediaInput::findStartTime() {
 /// MPEG program streams leave out PTS that follow from the DTS of the next frames. FFmpeg completes
 /// them correctly for codecs that reorder a frame by at most one other.
 void MediaInput::completeTimestamps() {
-    const AVStream *video = firstVideoStream();
+    const AVStream *video = firstVideoStream(*m_context);
     const AVCodecID codec = video ? video->codecpar->codec_id : AV_CODEC_ID_NONE;
     if (codec == AV_CODEC_ID_MPEG1VIDEO || codec == AV_CODEC_ID_MPEG2VIDEO ||
         codec == AV_CODEC_ID_MPEG4) {

@@ -35,8 +35,6 @@ class MediaInput {
     Q_DISABLE_COPY_MOVE(MediaInput)
 
     AVFormatContext *context() const { return m_context.get(); }
-    /// The first video stream, not counting attached pictures; nullptr if there is none.
-    AVStream *firstVideoStream() const;
 
     /// Start of the asset in the container's time base.
     qint64 startTime() const { return m_startTime; }
@@ -72,6 +70,8 @@ class MediaInput {
 
 /// Whether it is a video stream and not an attached picture.
 bool isVideo(const AVStream &stream);
+/// The first stream for which `isVideo` is true; nullptr if there is none.
+AVStream *firstVideoStream(const AVFormatContext &container);
 /// Frames per second; 0/1 if unknown or implausibly high.
 AVRational nominalRate(const AVStream &stream);
 /// Whether it is a QuickTime or MPEG-4 file.

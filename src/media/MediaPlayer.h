@@ -19,8 +19,9 @@ class PlayerThread;
 /// Plays one file at a time: frames go to a sink, audio to the system's output.
 ///
 /// Main thread. No function blocks: files are opened and decoded on the player's own thread. A
-/// request changes `rate` and `currentTime` at once and the shown frame soon after. Errors aren't
-/// reported: an unreadable file shows no frame, and playing it ends at once.
+/// request changes `rate` and `currentTime` at once and the shown frame soon after; a step changes
+/// both the time and the frame soon after. Errors aren't reported: an unreadable file shows no
+/// frame, and playing it ends at once.
 ///
 /// The shown frame is always the one that the current time names (see `kHalfTick`). At rates above
 /// 0 and up to 2 audio plays at its own pitch and the frames follow it; other rates are silent. If

@@ -36,10 +36,7 @@ OutputFile::~OutputFile() {
 }
 
 AVStream &OutputFile::addStream(AVRational timeBase) {
-    AVStream *stream = avformat_new_stream(m_context, nullptr);
-    if (!stream) {
-        throw std::bad_alloc();
-    }
+    AVStream *stream = allocated(avformat_new_stream(m_context, nullptr));
     stream->time_base = timeBase;
     m_tracks.push_back({timeBase});
     return *stream;

@@ -63,7 +63,7 @@ class PlayerRequests {
 
     /// Calls `change` on the pending request, under the lock.
     void add(const std::function<void(PlayerRequest &)> &change);
-    /// Makes `take` return an empty request.
+    /// Makes `take` return even if no request is pending.
     void wake();
 
     /// Blocks until a request is pending, `wake` is called or the clock reaches `due`. Returns the

@@ -79,12 +79,6 @@ void PlayerThread::run() {
 }
 
 PlayerThread::Due PlayerThread::carryOut(const PlayerRequest &request) {
-    const auto fail = [this] { // the shown frame stays
-        if (m_rate.value != 0) {
-            endPlayback();
-        }
-        return std::nullopt;
-    };
     try {
         handle(request);
         if (!request.isEmpty()) {
@@ -95,8 +89,11 @@ PlayerThread::Due PlayerThread::carryOut(const PlayerRequest &request) {
         return m_clock.now();
     } catch (const std::exception &) {
         // A `Failure` if the file became unreadable or a frame cannot be decoded, else a fault such
-        // as exhausted memory. It ends playback, never the program.
-        return fail();
+        // as exhausted memory. It ends playback, never the program. The shown frame stays.
+        if (m_rate.value != 0) {
+            endPlayback();
+        }
+        return std::nullopt;
     }
 }
 

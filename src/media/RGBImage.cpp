@@ -10,22 +10,11 @@
 
 namespace corvane::media {
 
-namespace {
-
-struct DestroyCompressor {
-    void operator()(void *compressor) const { tjDestroy(compressor); }
-};
-struct FreeJPEG {
-    void operator()(unsigned char *bytes) const { tjFree(bytes); }
-};
-
-} // namespace
-
 QByteArray RGBImage::encodedJPEG(double quality) const {
     if (isNull() || pixels.size() != qsizetype(width) * height * 3) {
         throw MediaError(QStringLiteral("There is no picture to encode."));
     }
-    const std::unique_ptr<void, DestroyCompressor> compressor(tjInitCompress());
+    const std::unique_ptr<void, decltype(&tjDestroy)> compressor(tjInitCompress(), &tjDestroy);
     if (!compressor) {
         throw std::bad_alloc();
     }
@@ -35,7 +24,7 @@ QByteArray RGBImage::encodedJPEG(double quality) const {
     const int result =
         tjCompress2(compressor.get(), reinterpret_cast<const unsigned char *>(pixels.constData()),
                     width, 0, height, TJPF_RGB, &bytes, &size, TJSAMP_420, percent, 0);
-    const std::unique_ptr<unsigned char, FreeJPEG> owner(bytes);
+    const std::unique_ptr<unsigned char, decltype(&tjFree)> owner(bytes, &tjFree);
     if (result != 0) {
         throw MediaError(QString::fromUtf8(tjGetErrorStr2(compressor.get())));
     }

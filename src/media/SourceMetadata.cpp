@@ -107,14 +107,9 @@ void copyStream(const AVStream &source, AVStream &output) {
 void copySideData(const AVStream &source, AVStream &output, AVPacketSideDataType type) {
     size_t size = 0;
     const uint8_t *data = av_stream_get_side_data(&source, type, &size);
-    if (!data) {
-        return;
+    if (data) {
+        std::copy_n(data, size, allocated(av_stream_new_side_data(&output, type, size)));
     }
-    uint8_t *copy = av_stream_new_side_data(&output, type, size);
-    if (!copy) {
-        throw std::bad_alloc();
-    }
-    std::copy_n(data, size, copy);
 }
 
 std::optional<QByteArray> timecodeAt(const ExportSource &source, MediaTime time) {

@@ -19,7 +19,6 @@ class StreamCopier : public StreamExport {
     /// Throws `UnsupportedSource` if frames are reordered but have no PTS.
     void take(AVPacket &packet) override;
     void finish() override;
-    bool isDone() const override { return m_isDone; }
     bool hasWritten() const override { return m_hasWritten; }
 
     /// Whether MPEG-4 files support the stream.
@@ -40,9 +39,8 @@ class StreamCopier : public StreamExport {
     AVRational m_timeBase;
     int64_t m_origin;                    ///< of the output, in the source stream's ticks
     std::optional<int64_t> m_keyframe;   ///< from which the cut can be decoded; nullopt if unknown
-    std::deque<PacketHandle> m_buffered; ///< what the cut may turn out to need
+    std::deque<PacketHandle> m_buffered; ///< packets that the cut may need
     bool m_hasBegun;
-    bool m_isDone = false;
     bool m_hasWritten = false;
 };
 

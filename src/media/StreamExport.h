@@ -18,9 +18,12 @@ class StreamExport {
     /// Writes what is still buffered. Call after the last packet.
     virtual void finish() = 0;
     /// Whether no further packet is needed.
-    virtual bool isDone() const = 0;
-    /// Whether the output contains anything of the stream.
+    bool isDone() const { return m_isDone; }
+    /// Whether the output contains a packet of the stream.
     virtual bool hasWritten() const = 0;
+
+  protected:
+    bool m_isDone = false;
 };
 
 } // namespace corvane::media

@@ -13,10 +13,7 @@ namespace corvane::media {
 namespace {
 
 bool isRotatedSideways(const AVStream &stream) {
-    const auto *matrix = reinterpret_cast<const int32_t *>(
-        av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr));
-    const double degrees = matrix ? av_display_rotation_get(matrix) : 0;
-    return std::isfinite(degrees) && std::lround(degrees / 90) % 2 != 0;
+    return clockwiseQuarterTurns(stream) % 2 != 0;
 }
 
 AVRational sampleAspectRatioOf(const AVStream &stream) {
@@ -77,6 +74,13 @@ void setColors(VideoFormat &format, const AVCodecParameters &codec) {
 }
 
 } // namespace
+
+int clockwiseQuarterTurns(const AVStream &stream) {
+    const uint8_t *matrix = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
+    const double degrees =
+        matrix ? -av_display_rotation_get(reinterpret_cast<const int32_t *>(matrix)) : 0;
+    return std::isfinite(degrees) ? (int(std::lround(degrees / 90)) % 4 + 4) % 4 : 0;
+}
 
 bool isHighDynamicRange(int transfer) {
     return transfer == AVCOL_TRC_SMPTE2084 || transfer == AVCOL_TRC_ARIB_STD_B67;

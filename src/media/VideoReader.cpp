@@ -1,18 +1,13 @@
 #include "media/VideoReader.h"
 
-extern "C" {
-#include <libavutil/display.h>
-}
-
 #include <algorithm>
-#include <cmath>
 
 namespace corvane::media {
 
 namespace {
 
 AVStream &requireVideoStream(const MediaInput &input) {
-    AVStream *stream = input.firstVideoStream();
+    AVStream *stream = firstVideoStream(*input.context());
     if (!stream) {
         throw MediaError(QStringLiteral("It has no video track."));
     }
@@ -34,13 +29,6 @@ VideoReader::VideoReader(const QString &path, Options options, std::stop_token s
       m_stream(requireVideoStream(m_input)),
       m_timeline(m_input, m_stream),
       m_search(m_input, m_stream, m_timeline, options) {}
-
-int VideoReader::quarterTurns() const {
-    const uint8_t *matrix = av_stream_get_side_data(&m_stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
-    const double degrees =
-        matrix ? -av_display_rotation_get(reinterpret_cast<const int32_t *>(matrix)) : 0;
-    return std::isfinite(degrees) ? (int(std::lround(degrees / 90)) % 4 + 4) % 4 : 0;
-}
 
 std::optional<VideoFrame> VideoReader::frameAt(MediaTime time, double tolerance) {
     return toVideoFrame(m_search.find(goalFor(time, tolerance)));

@@ -3,6 +3,7 @@
 // Internal to src/media.
 
 #include "media/FrameSearch.h"
+#include "media/VideoFormat.h"
 
 #include <QString>
 
@@ -33,7 +34,7 @@ class VideoReader {
     std::optional<MediaTime> duration() const { return m_input.duration(); }
     /// Frames per second; 0 if unknown.
     double nominalFrameRate() const { return av_q2d(nominalRate(m_stream)); }
-    int quarterTurns() const; ///< clockwise rotation for display, 0 to 3
+    int quarterTurns() const { return clockwiseQuarterTurns(m_stream); }
 
     /// Returns the last frame that starts at or before `time` (see `kHalfTick`), or the first or
     /// last frame if `time` is out of range. With a tolerance in seconds, returns the frame within

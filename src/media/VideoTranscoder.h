@@ -22,7 +22,6 @@ class VideoTranscoder : public StreamExport {
 
     void take(AVPacket &packet) override;
     void finish() override;
-    bool isDone() const override { return m_isDone; }
     bool hasWritten() const override { return m_lastPts.has_value(); }
 
   private:
@@ -48,7 +47,6 @@ class VideoTranscoder : public StreamExport {
     std::optional<int64_t> m_lastPts; ///< of the last encoded frame
     int64_t m_nextTime = 0;           ///< for frames without a timestamp
     bool m_hasReachedKeyframe = false;
-    bool m_isDone = false;
 };
 
 } // namespace corvane::media

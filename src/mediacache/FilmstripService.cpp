@@ -61,10 +61,7 @@ void createFrames(const QString &path, const QStringList &files, const std::stop
     for (const double seconds : frameSeconds(durationOf(path, stop))) {
         times.append(media::MediaTime::fromSeconds(seconds));
     }
-    media::FrameGenerator generator(path,
-                                    {.maximumSize = kFrameSize,
-                                     .toleranceBefore = kFrameTolerance,
-                                     .toleranceAfter = kFrameTolerance},
+    media::FrameGenerator generator(path, {.maximumSize = kFrameSize, .tolerance = kFrameTolerance},
                                     stop);
     generator.images(times, [&](qsizetype index, std::optional<media::RGBImage> image) {
         if (stop.stop_requested()) {

@@ -62,9 +62,8 @@ QString writeThumbnail(const QString &videoId, const QString &path, const QStrin
     const QString folder = QStringLiteral("thumbnails");
     const QString name = videoId + QStringLiteral(".jpg");
     const QString target = paths::joined(cacheFolder::ensure(cacheRoot, {folder}), name);
-    media::FrameGenerator generator(path, {.maximumSize = kThumbnailSize,
-                                           .toleranceBefore = kThumbnailTolerance,
-                                           .toleranceAfter = kThumbnailTolerance});
+    media::FrameGenerator generator(
+        path, {.maximumSize = kThumbnailSize, .tolerance = kThumbnailTolerance});
     const auto time = media::MediaTime::fromSeconds(thumbnailSeconds(duration));
     ImageIOHelper::writeJPEG(generator.imageAt(time), target, kThumbnailQuality);
     return paths::joined(folder, name);

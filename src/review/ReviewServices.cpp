@@ -13,9 +13,8 @@ constexpr double kSubclipThumbnailTolerance = 0.1;
 constexpr double kSubclipThumbnailQuality = 0.7;
 
 void writeSubclipThumbnail(const QString &mediaFile, double seconds, const QString &file) {
-    media::FrameGenerator generator(mediaFile, {.maximumSize = kSubclipThumbnailSize,
-                                                .toleranceBefore = kSubclipThumbnailTolerance,
-                                                .toleranceAfter = kSubclipThumbnailTolerance});
+    media::FrameGenerator generator(
+        mediaFile, {.maximumSize = kSubclipThumbnailSize, .tolerance = kSubclipThumbnailTolerance});
     ImageIOHelper::writeJPEG(generator.imageAt(media::MediaTime::fromSeconds(seconds)), file,
                              kSubclipThumbnailQuality);
 }

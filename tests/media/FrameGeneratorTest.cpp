@@ -53,7 +53,7 @@ TEST(FrameGeneratorTest, MakesABatchOfStillsWithinTheTolerance) {
         for (const double tolerance : {0.0, 0.1}) {
             SCOPED_TRACE(testing::Message() << gop << " " << tolerance);
             FrameGenerator::Options options = kThumbnail;
-            options.toleranceBefore = options.toleranceAfter = tolerance;
+            options.tolerance = tolerance;
             FrameGenerator generator(path, options);
             QList<MediaTime> times;
             for (const int frame : {390, 3, 120, 4, 250, 311, 0, 399}) {

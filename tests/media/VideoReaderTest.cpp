@@ -49,7 +49,7 @@ void expectExact(VideoReader &reader, int first, int last,
 /// out when it skips non-reference frames.
 std::pair<int, int> nonReferenceFrames(const QString &path) {
     MediaInput input(path, MediaInput::Depth::Timestamps);
-    const AVStream &stream = *input.firstVideoStream();
+    const AVStream &stream = *firstVideoStream(*input.context());
     const NonReferenceDetector detector(*stream.codecpar);
     FrameDecoder decoder(stream, {.threads = 1});
     int detected = 0;
