@@ -85,12 +85,6 @@ class TranscodeSession : public FFmpegExportSession {
     std::optional<QSize> m_bound;
 };
 
-class FFmpegExportSessions : public ExportSessionFactory {
-  public:
-    bool canCreateSessions() const override { return true; }
-    std::unique_ptr<ExportSession> create(const QString &asset, ExportPreset preset) override;
-};
-
 std::unique_ptr<ExportSource> openSource(const QString &asset) {
     try {
         auto source = std::make_unique<ExportSource>(asset);
