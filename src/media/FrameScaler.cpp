@@ -9,7 +9,6 @@ extern "C" {
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 
 namespace corvane::media {
 
@@ -32,6 +31,7 @@ int colorMatrix(const AVFrame &frame) {
 
 FrameHandle FramePool::frame(QSize size) {
     if (!m_buffers || m_size != size) {
+        m_buffers.reset(); // so that a failure leaves no buffers of another size
         m_size = size;
         m_bytesPerLine = av_image_get_linesize(m_pixels, size.width(), 0);
         m_bytesPerLine = FFALIGN(m_bytesPerLine, kBufferAlignment);

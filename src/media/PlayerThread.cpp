@@ -5,7 +5,6 @@
 #include <pthread.h>
 
 #include <algorithm>
-#include <new>
 
 namespace corvane::media {
 

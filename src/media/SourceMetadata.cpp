@@ -7,7 +7,6 @@ extern "C" {
 
 #include <algorithm>
 #include <array>
-#include <new>
 #include <utility>
 
 namespace corvane::media::sourceMetadata {

@@ -31,7 +31,7 @@ struct VideoFormat {
     static VideoFormat of(const AVStream &stream, std::optional<QSize> bound);
 };
 
-/// The stream's rotation for display, 0 to 3.
+/// The stream's clockwise rotation for display in quarter turns, 0 to 3.
 int clockwiseQuarterTurns(const AVStream &stream);
 
 /// True for the transfer functions of high dynamic range, PQ and HLG.
