@@ -16,9 +16,9 @@ namespace corvane {
 
 /// A thread with a queue of functions, which it runs one after the other. An object that serializes
 /// its operations owns one.
-/// `run` is called and awaited on the main
-/// thread; the coroutine resumes on the main thread with the function's result or exception. The
-/// application object must outlive all awaited calls.
+///
+/// `run` is called and awaited on the main thread; the coroutine resumes on the main thread with
+/// the function's result or exception. The application object must outlive all awaited calls.
 class SerialExecutor {
   public:
     enum class Priority {
