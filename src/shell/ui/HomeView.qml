@@ -104,7 +104,7 @@ FocusScope {
             onLeftUpwards: buttons.children[0].forceActiveFocus(Qt.BacktabFocusReason)
         }
 
-        Rectangle {
+        BorderedPanel {
             objectName: "home.empty"
             anchors.top: heading.bottom
             anchors.topMargin: Theme.spacing12
@@ -113,9 +113,6 @@ FocusScope {
             height: texts.height + 2 * Theme.spacing32
             visible: root.app.recents.count === 0
             color: Theme.transparent
-            radius: Theme.panelRadius
-            border.width: Theme.hairline
-            border.color: Theme.panelBorder
 
             Column {
                 id: texts

@@ -17,29 +17,47 @@ AppWindow {
     minimumHeight: Theme.windowMinHeight
     onClosing: app.quit()
 
-    function showHelp() {
-        if (!helpLoader.item) {
-            helpLoader.setSource("HelpWindow.qml", { help: app.help });
+    menuBar: MenuBar {
+        id: menus
+
+        objectName: "menus"
+        Component.onCompleted: {
+            for (const menu of window.app.commands.menus) {
+                addMenu(commandMenu.createObject(menus, { app: window.app, menu: menu }));
+            }
         }
-        const help = helpLoader.item as AppWindow;
-        help.show();
-        help.raise();
-        help.requestActivate();
     }
 
-    menuBar: MainMenu {
-        app: window.app
+    Component {
+        id: commandMenu
+
+        CommandMenu {}
     }
 
-    CommandShortcuts {
-        commands: window.app.commands
+    Instantiator {
+        model: window.app.commands.all
+
+        delegate: Shortcut {
+            required property AppCommand modelData
+
+            sequence: modelData.shortcut
+            autoRepeat: false
+            enabled: modelData.enabled && modelData.shortcut !== ""
+            onActivated: modelData.trigger()
+        }
     }
 
     Connections {
         target: window.app.commands
 
         function onHelpRequested() {
-            window.showHelp();
+            if (!helpLoader.item) {
+                helpLoader.setSource("HelpWindow.qml", { help: window.app.help });
+            }
+            const help = helpLoader.item as AppWindow;
+            help.show();
+            help.raise();
+            help.requestActivate();
         }
     }
 
@@ -48,8 +66,20 @@ AppWindow {
         app: window.app
     }
 
-    FileDialogs {
-        panels: window.app.dialogs
+    Connections {
+        target: window.app.dialogs
+
+        function onDialogRequested() {
+            const panels = window.app.dialogs;
+            dialogLoader.source = ""; // discards the previous dialog
+            dialogLoader.setSource(panels.kind === DialogFilePanels.OpenFolder
+                                   ? "FolderPanelDialog.qml" : "PanelDialog.qml",
+                                   { panels: panels });
+        }
+    }
+
+    Loader {
+        id: dialogLoader
     }
 
     Loader {

@@ -172,11 +172,40 @@ FocusScope {
                 }
             }
 
-            SetupFooter {
+            Item {
+                id: footer
+
                 width: parent.width
-                canCreate: root.setup.canCreate
-                onCancelled: root.app.router.leaveSetup()
-                onAccepted: root.setup.create()
+                height: buttons.y + buttons.height
+
+                Divider { // aligned to device pixels
+                    y: Math.ceil(footer.y + Theme.spacing12) - footer.y
+                    width: parent.width
+                }
+
+                Row {
+                    id: buttons
+
+                    anchors.right: parent.right
+                    y: Theme.spacing12 + Theme.spacing16
+                    spacing: Theme.buttonGap
+
+                    Button {
+                        objectName: "setup.cancel"
+                        large: true
+                        text: qsTr("Cancel")
+                        onClicked: root.app.router.leaveSetup()
+                    }
+
+                    Button {
+                        objectName: "setup.create"
+                        kind: Button.Primary
+                        large: true
+                        text: qsTr("Create project")
+                        enabled: root.setup.canCreate
+                        onClicked: root.setup.create()
+                    }
+                }
             }
         }
     }
