@@ -3,7 +3,7 @@
 
 #include "BenchData.h"
 
-#include "delivery/ExportPlanning.h"
+#include "delivery/export/ExportPlanning.h"
 #include "import/SourceScan.h"
 #include "platform/AtomicWrite.h"
 #include "transfer/ImportCopier.h"

@@ -3,7 +3,6 @@
 #include "BenchData.h"
 
 #include "delivery/handoff/HandoffPlanning.h"
-#include "delivery/handoff/MediaCacheMaker.h"
 #include "delivery/handoff/SelectsHandoffEngine.h"
 #include "mediacache/FilmstripService.h"
 #include "platform/AtomicWrite.h"
@@ -93,12 +92,11 @@ void clearOutputs() {
 void handoffOurs(benchmark::State &state) {
     Footage &footage = footageToHandOver();
     media::NoExportSessions sessions;
-    MediaCacheMaker cacheMaker;
     for (auto _ : state) {
         state.PauseTiming();
         clearOutputs();
         state.ResumeTiming();
-        SelectsHandoffEngine engine(footage.authorization(), sessions, cacheMaker);
+        SelectsHandoffEngine engine(footage.authorization(), sessions);
         const HandoffResult result =
             waitUntilDone(engine.run(footage.plan(), [](const HandoffProgress &) {}));
         if (result.succeeded.size() != kClips || result.generalError) {

@@ -2,8 +2,8 @@
 
 #include "cli/JSONMembers.h"
 #include "cli/TextTable.h"
+#include "delivery/export/ExportTexts.h"
 #include "delivery/export/ManifestWriter.h"
-#include "delivery/ExportTexts.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
 
@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace {
 
-/// What a manifest says of a run without rows.
+/// The fields of a manifest for a run without rows.
 JSONValue::Object emptyManifest() {
     return {{QStringLiteral("succeededCount"), 0},
             {QStringLiteral("failedCount"), 0},

@@ -1,23 +1,23 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "delivery/ExportRow.h"
+#include "delivery/export/ExportRow.h"
 
-/// How the export command tells what it plans and what it did.
+/// Prints the plan and the result of the export command.
 namespace corvane {
 
 void writeExportPreview(JSONWriter &writer, const QList<ExportRowJob> &rows);
 void printExportPreview(const CommandCall &call, const QList<ExportRowJob> &rows);
 
-/// The manifest's object, and where the manifest is. `input` is absent where nothing was to be run;
+/// Writes the manifest's fields and its path. `input` is nullopt if there was nothing to export;
 /// there is no manifest then.
 void writeExportResult(JSONWriter &writer, const std::optional<ExportBatchInput> &input,
                        const ExportBatchResult &result);
 void printExportResult(const CommandCall &call, const ExportBatchResult &result);
-/// The failed rows, on the error stream.
+/// Prints the failed rows on standard error.
 void printExportFailures(const CommandCall &call, const ExportBatchResult &result);
 
-/// True if every output that was asked for is there, and the manifest too.
+/// True if every requested output and the manifest were written.
 bool isCompletelyDone(const ExportBatchResult &result);
 
 } // namespace corvane

@@ -32,9 +32,9 @@ void writeHandoffResult(JSONWriter &writer, const HandoffResult &result) {
 }
 
 void printHandoffResult(const CommandCall &call, const HandoffResult &result) {
-    const bool didNothing =
+    const bool isEmpty =
         result.succeeded.isEmpty() && result.failed.isEmpty() && !result.generalError;
-    if (didNothing) {
+    if (isEmpty) {
         call.printLine(QStringLiteral("Nothing to hand off."));
         return;
     }

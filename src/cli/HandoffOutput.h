@@ -3,12 +3,13 @@
 #include "cli/Command.h"
 #include "delivery/handoff/HandoffPlan.h"
 
-/// How the handoff command tells what it did.
+/// Prints the result of the handoff command.
 namespace corvane {
 
 void writeHandoffResult(JSONWriter &writer, const HandoffResult &result);
 void printHandoffResult(const CommandCall &call, const HandoffResult &result);
-/// On the error stream. True if there is nothing to tell: everything that was asked for is there.
+/// Prints failures on standard error. Returns true if there are none: every requested output was
+/// written.
 bool printHandoffFailures(const CommandCall &call, const HandoffResult &result,
                           HandoffOutputMode outputMode);
 

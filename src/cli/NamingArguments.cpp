@@ -28,22 +28,22 @@ NamingPreset namingPresetOf(const QString &text) {
 NamingArguments::NamingArguments(const CommandCall &call) {
     const QStringList texts = call.values("custom");
     for (const QString &text : texts) {
-        const qsizetype sign = text.indexOf(QLatin1Char('='));
-        if (sign < 0) {
+        const qsizetype separator = text.indexOf(QLatin1Char('='));
+        if (separator < 0) {
             throw UsageError(QStringLiteral("--custom takes KEY=VALUE, not \"%1\".").arg(text));
         }
-        m_choices.append({text.left(sign), text.mid(sign + 1)});
+        m_fields.append({text.left(separator), text.mid(separator + 1)});
     }
     try {
         ExportNamingOptions unused;
-        choose(unused);
+        setFields(unused);
     } catch (const NamingOptionError &error) {
         throw UsageError(QStringLiteral("--custom: ") + error.description());
     }
     if (const auto naming = call.value("naming")) {
         m_preset = namingPresetOf(*naming);
     }
-    if (!m_choices.isEmpty() && m_preset != NamingPreset::custom) {
+    if (!m_fields.isEmpty() && m_preset != NamingPreset::custom) {
         throw UsageError(QStringLiteral("--custom needs --naming custom."));
     }
 }
@@ -54,9 +54,16 @@ QList<QCommandLineOption> NamingArguments::options() {
                         "One choice of the naming \"custom\". May be given more than once.")};
 }
 
-void NamingArguments::choose(ExportNamingOptions &options) const {
-    for (const Choice &choice : m_choices) {
-        setNamingOption(options, choice.key, choice.value);
+void NamingArguments::apply(DeliveryFlow &flow) const {
+    flow.setNamingPreset(m_preset);
+    ExportNamingOptions naming = flow.choices().naming;
+    setFields(naming);
+    flow.setNaming(naming);
+}
+
+void NamingArguments::setFields(ExportNamingOptions &options) const {
+    for (const Field &field : m_fields) {
+        setNamingOption(options, field.key, field.value);
     }
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "delivery/ExportNaming.h"
+#include "delivery/DeliveryFlow.h"
 
 namespace corvane {
 
-/// What the command line says of output names: "--naming", and "--custom" for its own choices.
+/// The options for output names: "--naming" and "--custom".
 class NamingArguments {
   public:
     /// Throws `UsageError`.
@@ -13,24 +13,19 @@ class NamingArguments {
 
     static QList<QCommandLineOption> options();
 
-    /// Sets the preset and then the choices, in a flow that has both.
-    template <typename Flow> void apply(Flow &flow) const {
-        flow.setNamingPreset(m_preset);
-        ExportNamingOptions naming = flow.choices().naming;
-        choose(naming);
-        flow.setNaming(naming);
-    }
+    /// Sets the preset, then the fields.
+    void apply(DeliveryFlow &flow) const;
 
   private:
-    struct Choice {
+    struct Field {
         QString key;
         QString value;
     };
 
-    void choose(ExportNamingOptions &options) const;
+    void setFields(ExportNamingOptions &options) const;
 
     NamingPreset m_preset = NamingPreset::keepOriginal;
-    QList<Choice> m_choices;
+    QList<Field> m_fields;
 };
 
 } // namespace corvane

@@ -1,28 +1,29 @@
 #pragma once
 
-#include <QAbstractListModel>
+#include "lists/ListModel.h"
 
 namespace corvane {
 
-/// What a run did with one of its rows, as its screens tell it.
+/// One row of a finished run, as the sheet shows it.
 struct DeliveryResult {
     enum class Outcome { succeeded, failed, cancelled };
 
     Outcome outcome = Outcome::succeeded;
-    QString symbol;
     QString name;
-    QString note;    ///< what became of the HD copy; may be empty
+    QString note;    ///< about the HD copy; may be empty
     QString reason;  ///< why there is no HD copy; may be empty
-    QString error;   ///< why it wasn't delivered
-    QString path;    ///< what "Reveal" shows; empty for what wasn't delivered
-    QString heading; ///< of the rows from here on; empty but for the first of a kind
+    QString error;   ///< why the row was not delivered
+    QString path;    ///< for "Reveal"; empty if not delivered
+    QString heading; ///< of the rows from here on; empty except for the first of each kind
 
+    QString symbol() const;
+    /// The name and the error as one paragraph of rich text.
+    QString richError() const;
     bool operator==(const DeliveryResult &) const = default;
 };
 
-/// The rows of a finished run: what was delivered, then what wasn't, both under their headings.
-/// Main thread.
-class DeliveryResults : public QAbstractListModel {
+/// The rows of a finished run: first those that were delivered, then the others.
+class DeliveryResults : public ListModel<DeliveryResult, &DeliveryResult::name> {
     Q_OBJECT
 
   public:
@@ -39,17 +40,7 @@ class DeliveryResults : public QAbstractListModel {
         Path
     };
 
-    using QAbstractListModel::QAbstractListModel;
-
-    const QList<DeliveryResult> &rows() const { return m_rows; }
-    void setRows(QList<DeliveryResult> rows);
-
-    int rowCount(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
-  private:
-    QList<DeliveryResult> m_rows;
+    explicit DeliveryResults(QObject *parent = nullptr);
 };
 
 } // namespace corvane

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QAbstractListModel>
+#include "lists/ListModel.h"
 
 namespace corvane {
 
-/// What the screens of a delivery show of one thing that will be delivered.
+/// One item to deliver, as the preview shows it.
 struct DeliveryRow {
-    QString id; ///< of one row only
+    QString id; ///< unique in the list
     QString symbol;
     QString name;
     QString note; ///< beside the name; may be empty
@@ -14,28 +14,18 @@ struct DeliveryRow {
     bool operator==(const DeliveryRow &) const = default;
 };
 
-/// The list of what will be delivered. New rows are told to views as what they change of the old
-/// ones, never as a reset, so that a list that is planned anew while somebody types stays where it
-/// is. Main thread.
-class DeliveryRows : public QAbstractListModel {
+/// The items to deliver.
+class DeliveryRows : public ListModel<DeliveryRow> {
     Q_OBJECT
 
   public:
     enum Role { Symbol = Qt::UserRole + 1, Name, Note };
 
-    using QAbstractListModel::QAbstractListModel;
-
-    const QList<DeliveryRow> &rows() const { return m_rows; }
-    void setRows(QList<DeliveryRow> rows);
-
-    int rowCount(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
-  private:
-    void replaceMiddle(const QList<DeliveryRow> &rows);
-
-    QList<DeliveryRow> m_rows;
+    explicit DeliveryRows(QObject *parent = nullptr)
+        : ListModel({{Symbol, "symbol", &DeliveryRow::symbol},
+                     {Name, "name", &DeliveryRow::name},
+                     {Note, "note", &DeliveryRow::note}},
+                    parent) {}
 };
 
 } // namespace corvane

@@ -1,22 +1,28 @@
 #include "delivery/DeliverySheet.h"
 
-#include "delivery/ChoicePlaces.h"
-#include "delivery/ExportTexts.h"
+#include "delivery/DeliveryTexts.h"
+#include "delivery/Segments.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 
 namespace corvane {
 
 namespace {
 
-/// A plan that takes longer isn't made at each key but when the keys rest.
+/// If planning takes longer, it waits for a pause in typing.
 constexpr std::chrono::milliseconds kQuickPlan{8};
-constexpr std::chrono::milliseconds kKeysRest{120};
+constexpr std::chrono::milliseconds kTypingPause{120};
 
 constexpr std::array kModes{ExportBatch::Mode::fastCopy, ExportBatch::Mode::accurateTranscode};
+constexpr std::array kHandleSeconds{0.0, 0.5, 1.0, 2.0, 4.0};
 
-/// The folder, or the first above it that exists: a folder that a run will make can't be shown.
+QString handleLabel(double seconds) {
+    return seconds == 0 ? QStringLiteral("None") : QString::number(seconds) + QLatin1Char('s');
+}
+
+/// Returns the folder or its nearest existing ancestor, because a panel cannot start elsewhere.
 QString existingFolder(QString folder) {
     const auto exists = [](const QString &path) {
         try {
@@ -33,44 +39,77 @@ QString existingFolder(QString folder) {
 
 } // namespace
 
-DeliverySheet::DeliverySheet(ProjectStore &store, FilePanels &panels, Clock &clock,
-                             NamingFields::Choices naming, QObject *parent)
+DeliverySheet::DeliverySheet(DeliveryFlow &flow, ProjectStore &store, FilePanels &panels,
+                             Clock &clock, QObject *parent)
     : QObject(parent),
+      m_flow(flow),
       m_store(store),
       m_panels(panels),
       m_clock(clock),
-      m_naming(std::move(naming)) {
+      m_naming(flow) {
     connect(&store, &ProjectStore::projectChanged, this, &DeliverySheet::followProject);
+    connect(&flow, &DeliveryFlow::choicesChanged, this, &DeliverySheet::handleChoices);
+    connect(&flow, &DeliveryFlow::progressChanged, this, &DeliverySheet::updateRun);
+    connect(&flow, &DeliveryFlow::cancelStageChanged, this, &DeliverySheet::updateRun);
+    connect(&flow, &DeliveryFlow::stageChanged, this, &DeliverySheet::handleStage);
 }
 
 DeliverySheet::~DeliverySheet() = default;
+
+DeliverySheet::Stage DeliverySheet::stage() const {
+    switch (m_flow.stage()) {
+    case DeliveryFlow::Stage::configure:
+        return Stage::Configure;
+    case DeliveryFlow::Stage::running:
+        return Stage::Running;
+    case DeliveryFlow::Stage::done:
+        break;
+    }
+    return Stage::Done;
+}
+
+QString DeliverySheet::folder() const {
+    return DeliveryTexts::folder(m_flow.folder());
+}
 
 QString DeliverySheet::folderLine() const {
     return inOneLine(folder());
 }
 
 QStringList DeliverySheet::modes() {
-    return choicePlaces::labels(kModes, [](auto mode) { return ExportTexts::label(mode); });
+    return segments::labels(kModes, DeliveryTexts::label);
+}
+
+int DeliverySheet::mode() const {
+    return segments::indexOf(kModes, m_flow.choices().mode);
 }
 
 QStringList DeliverySheet::handles() {
-    return choicePlaces::labels(ExportTexts::handleChoices(), ExportTexts::handleLabel);
+    return segments::labels(kHandleSeconds, handleLabel);
 }
 
-std::optional<ExportBatch::Mode> DeliverySheet::modeAt(int place) {
-    return choicePlaces::at(kModes, place);
+int DeliverySheet::handle() const {
+    return segments::indexOf(kHandleSeconds, m_flow.choices().subclipHandleSeconds);
 }
 
-int DeliverySheet::placeOf(ExportBatch::Mode mode) {
-    return choicePlaces::placeOf(kModes, mode);
+void DeliverySheet::chooseMode(int index) {
+    if (const auto mode = segments::valueAt(kModes, index)) {
+        m_flow.setMode(*mode);
+    }
 }
 
-std::optional<double> DeliverySheet::handleAt(int place) {
-    return choicePlaces::at(ExportTexts::handleChoices(), place);
+void DeliverySheet::chooseHandle(int index) {
+    if (const auto seconds = segments::valueAt(kHandleSeconds, index)) {
+        m_flow.setSubclipHandleSeconds(*seconds);
+    }
 }
 
-int DeliverySheet::placeOfHandle(double seconds) {
-    return choicePlaces::placeOf(ExportTexts::handleChoices(), seconds);
+QString DeliverySheet::cancelText() const {
+    return DeliveryTexts::cancelButton(m_flow.cancelStage());
+}
+
+QString DeliverySheet::backupLine() const {
+    return DeliveryTexts::backupLine(m_flow.backupError());
 }
 
 void DeliverySheet::open() {
@@ -78,15 +117,14 @@ void DeliverySheet::open() {
         return;
     }
     if (stage() != Stage::Running) {
-        beginAnew(*m_store.project());
+        resetFlow(*m_store.project());
     }
     setOpen(true);
 }
 
-void DeliverySheet::beginAnew(const Project &project) {
+void DeliverySheet::resetFlow(const Project &project) {
     m_projectFile = m_store.fileURL();
-    resetFlow(project);
-    noteChoices();
+    m_flow.reset(project);
     planNow();
 }
 
@@ -103,14 +141,14 @@ void DeliverySheet::again() {
         return;
     }
     if (m_store.project()) {
-        beginAnew(*m_store.project());
+        resetFlow(*m_store.project());
     } else {
         dismiss();
     }
 }
 
-void DeliverySheet::setOpen(bool open) {
-    if (std::exchange(m_isOpen, open) != open) {
+void DeliverySheet::setOpen(bool isOpen) {
+    if (std::exchange(m_isOpen, isOpen) != isOpen) {
         Q_EMIT isOpenChanged();
         Q_EMIT canStartChanged();
     }
@@ -120,40 +158,36 @@ void DeliverySheet::chooseFolder() {
     if (stage() != Stage::Configure) {
         return;
     }
-    const auto folder = chosenFolder();
+    const auto chosen = m_flow.folder();
     const FilePanels::ChoosePanel panel{.message = folderPanelMessage(),
                                         .startFolder =
-                                            folder ? existingFolder(*folder) : QString()};
-    m_panels.chooseFolder(panel, [self = QPointer(this)](const QString &chosen) {
+                                            chosen ? existingFolder(*chosen) : QString()};
+    m_panels.chooseFolder(panel, [self = QPointer(this)](const QString &folder) {
         if (self && self->m_isOpen && self->stage() == Stage::Configure) {
-            self->setChosenFolder(chosen);
+            self->m_flow.setFolder(folder);
         }
     });
 }
 
 void DeliverySheet::start() {
     if (canStart() && stage() == Stage::Configure && m_store.project()) {
-        startFlow(*m_store.project());
+        detach(m_flow.start(*m_store.project()));
     }
 }
 
 void DeliverySheet::requestCancel() {
-    cancelFlow();
+    m_flow.requestCancel();
 }
 
 void DeliverySheet::reveal(const QString &path) {
     Q_EMIT revealWanted(path);
 }
 
-bool DeliverySheet::showsOpenProject() const {
-    return m_store.project() && m_store.fileURL() == m_projectFile;
-}
-
 void DeliverySheet::followProject() {
     if (!m_isOpen || stage() != Stage::Configure) {
         return;
     }
-    if (showsOpenProject()) {
+    if (m_store.project() && m_store.fileURL() == m_projectFile) {
         planSoon();
     } else {
         dismiss();
@@ -161,10 +195,10 @@ void DeliverySheet::followProject() {
 }
 
 void DeliverySheet::planSoon() {
-    if (m_planCost <= kQuickPlan) {
+    if (m_planDuration <= kQuickPlan) {
         planNow();
     } else {
-        m_planTimer = m_clock.after(kKeysRest, [this] { planNow(); });
+        m_planTimer = m_clock.after(kTypingPause, [this] { planNow(); });
     }
 }
 
@@ -173,61 +207,67 @@ void DeliverySheet::planNow() {
     if (!m_store.project() || stage() != Stage::Configure) {
         return;
     }
-    const auto began = m_clock.monotonic();
+    const auto startTime = m_clock.monotonic();
     m_rows.setRows(plan(*m_store.project()));
-    m_planCost = m_clock.monotonic() - began;
+    m_planDuration = m_clock.monotonic() - startTime;
     Q_EMIT planChanged();
-    weighStart();
+    updateCanStart();
 }
 
-void DeliverySheet::weighStart() {
-    QString why = obstacle();
-    if (std::exchange(m_startHelp, std::move(why)) != m_startHelp) {
+void DeliverySheet::updateCanStart() {
+    QString help = obstacle();
+    if (std::exchange(m_startHelp, std::move(help)) != m_startHelp) {
         Q_EMIT canStartChanged();
     }
 }
 
-void DeliverySheet::noteChoices() {
-    m_choices = choiceTexts();
+void DeliverySheet::handleChoices() {
     Q_EMIT choicesChanged();
-    Q_EMIT m_naming.changed();
     if (m_isOpen && stage() == Stage::Configure) {
-        if (planFollowsChoices()) {
+        if (planDependsOnChoices()) {
             planSoon();
         }
-        weighStart();
+        updateCanStart();
     }
 }
 
-void DeliverySheet::noteRun() {
-    m_run = runTexts();
-    Q_EMIT runChanged();
-}
-
-void DeliverySheet::noteStage() {
+void DeliverySheet::handleStage() {
     if (stage() == Stage::Running) {
         m_planTimer.reset();
         m_remaining.emplace(m_clock.monotonic());
-        noteRun();
+        updateRun();
     }
     if (stage() == Stage::Done) {
-        m_result = resultTexts();
-        m_results.setRows(std::exchange(m_result.rows, {}));
-        Q_EMIT resultChanged();
+        updateResult();
     }
     Q_EMIT stageChanged();
 }
 
-void DeliverySheet::appendUnder(const QString &heading, QList<DeliveryResult> rows,
-                                QList<DeliveryResult> &all) {
-    if (!rows.isEmpty()) {
-        rows.first().heading = heading;
-        all.append(std::move(rows));
+void DeliverySheet::updateRun() {
+    m_run = {.line = DeliveryTexts::checkingLine()};
+    if (const auto texts = progressTexts()) {
+        m_run = {.line = texts->line,
+                 .percent = DeliveryTexts::percent(fraction()),
+                 .details = texts->details};
+        if (m_remaining) {
+            m_run.timeLeft = m_remaining->text(fraction(), m_clock.monotonic());
+        }
     }
+    Q_EMIT runChanged();
 }
 
-QString DeliverySheet::remainingTime(double fraction) const {
-    return m_remaining ? m_remaining->text(fraction, m_clock.monotonic()) : QString();
+void DeliverySheet::updateResult() {
+    m_result = resultTexts();
+    QList<DeliveryResult> rows = std::exchange(m_result.rows, {});
+    const qsizetype failedCount = rows.size() - m_result.succeeded;
+    if (m_result.succeeded > 0) {
+        rows.first().heading = DeliveryTexts::succeededTitle(m_result.succeeded);
+    }
+    if (failedCount > 0) {
+        rows[m_result.succeeded].heading = DeliveryTexts::failedTitle(failedCount);
+    }
+    m_results.setRows(std::move(rows));
+    Q_EMIT resultChanged();
 }
 
 } // namespace corvane

@@ -1,7 +1,6 @@
 #include "delivery/NamingFields.h"
 
-#include "delivery/ChoicePlaces.h"
-#include "delivery/ExportTexts.h"
+#include "delivery/Segments.h"
 
 namespace corvane {
 
@@ -14,30 +13,55 @@ constexpr std::array kPresets{NamingPreset::keepOriginal, NamingPreset::projectN
 constexpr std::array kNumberings{NumberingMode::off, NumberingMode::originalFileNumber,
                                  NumberingMode::sequential};
 
+QString presetLabel(NamingPreset preset) {
+    switch (preset) {
+    case NamingPreset::keepOriginal:
+        return QStringLiteral("Keep original");
+    case NamingPreset::projectNameNumber:
+        return QStringLiteral("Project name and number");
+    case NamingPreset::custom:
+        break;
+    }
+    return QStringLiteral("Custom");
+}
+
+QString numberingLabel(NumberingMode mode) {
+    switch (mode) {
+    case NumberingMode::off:
+        return QStringLiteral("Off");
+    case NumberingMode::originalFileNumber:
+        return QStringLiteral("Original file number");
+    case NumberingMode::sequential:
+        break;
+    }
+    return QStringLiteral("Sequential (001…)");
+}
+
 } // namespace
 
-NamingFields::NamingFields(Choices choices, QObject *parent)
-    : QObject(parent), m_choices(std::move(choices)) {}
+NamingFields::NamingFields(DeliveryFlow &flow, QObject *parent) : QObject(parent), m_flow(flow) {
+    connect(&flow, &DeliveryFlow::choicesChanged, this, &NamingFields::changed);
+}
 
 QStringList NamingFields::presets() {
-    return choicePlaces::labels(kPresets, [](auto preset) { return ExportTexts::label(preset); });
+    return segments::labels(kPresets, presetLabel);
 }
 
 QStringList NamingFields::numberings() {
-    return choicePlaces::labels(kNumberings, [](auto mode) { return ExportTexts::label(mode); });
+    return segments::labels(kNumberings, numberingLabel);
 }
 
 int NamingFields::preset() const {
-    return choicePlaces::placeOf(kPresets, m_choices.preset());
+    return segments::indexOf(kPresets, m_flow.choices().namingPreset);
 }
 
 int NamingFields::numbering() const {
-    return choicePlaces::placeOf(kNumberings, naming().numberingMode);
+    return segments::indexOf(kNumberings, naming().numberingMode);
 }
 
-void NamingFields::setPreset(int place) {
-    if (const auto preset = choicePlaces::at(kPresets, place)) {
-        m_choices.setPreset(*preset);
+void NamingFields::setPreset(int index) {
+    if (const auto preset = segments::valueAt(kPresets, index)) {
+        m_flow.setNamingPreset(*preset);
     }
 }
 
@@ -45,7 +69,7 @@ template <typename Value>
 void NamingFields::set(Value ExportNamingOptions::*field, const Value &value) {
     ExportNamingOptions options = naming();
     options.*field = value;
-    m_choices.setNaming(options);
+    m_flow.setNaming(options);
 }
 
 void NamingFields::setKeepOriginalForWholeVideos(bool keep) {
@@ -68,8 +92,8 @@ void NamingFields::setIncludeOriginalFileNumber(bool include) {
     set(&ExportNamingOptions::includeOriginalFileNumber, include);
 }
 
-void NamingFields::setNumbering(int place) {
-    if (const auto mode = choicePlaces::at(kNumberings, place)) {
+void NamingFields::setNumbering(int index) {
+    if (const auto mode = segments::valueAt(kNumberings, index)) {
         set(&ExportNamingOptions::numberingMode, *mode);
     }
 }

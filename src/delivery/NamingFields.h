@@ -1,22 +1,16 @@
 #pragma once
 
-#include "delivery/ExportNaming.h"
-
-#include <QObject>
-#include <QStringList>
-
-#include <functional>
+#include "delivery/DeliveryFlow.h"
 
 namespace corvane {
 
-/// The naming choices as the controls of the screens of export and handoff show and set them. The
-/// choices themselves belong to a flow. Main thread.
+/// The naming choices of a flow, for the controls of a delivery sheet. Main thread.
 class NamingFields : public QObject {
     Q_OBJECT
     Q_PROPERTY(QStringList presets READ presets CONSTANT)
     Q_PROPERTY(QStringList numberings READ numberings CONSTANT)
     Q_PROPERTY(int preset READ preset WRITE setPreset NOTIFY changed)
-    /// Whether the fields below are offered.
+    /// True if the fields below are shown.
     Q_PROPERTY(bool isCustom READ isCustom NOTIFY changed)
     Q_PROPERTY(bool keepOriginalForWholeVideos READ keepOriginalForWholeVideos WRITE
                    setKeepOriginalForWholeVideos NOTIFY changed)
@@ -33,20 +27,13 @@ class NamingFields : public QObject {
         bool includeSelectType READ includeSelectType WRITE setIncludeSelectType NOTIFY changed)
 
   public:
-    /// How the flow's choices are read and set. Whoever sets them raises `changed`.
-    struct Choices {
-        std::function<NamingPreset()> preset;
-        std::function<void(NamingPreset)> setPreset;
-        std::function<const ExportNamingOptions &()> naming;
-        std::function<void(const ExportNamingOptions &)> setNaming;
-    };
-
-    explicit NamingFields(Choices choices, QObject *parent = nullptr);
+    /// The flow must outlive the fields.
+    explicit NamingFields(DeliveryFlow &flow, QObject *parent = nullptr);
 
     static QStringList presets();
     static QStringList numberings();
     int preset() const;
-    bool isCustom() const { return m_choices.preset() == NamingPreset::custom; }
+    bool isCustom() const { return m_flow.choices().namingPreset == NamingPreset::custom; }
     bool keepOriginalForWholeVideos() const { return naming().keepOriginalForWholeVideos; }
     QString baseName() const { return naming().baseName.value_or(QString()); }
     bool includeShootDate() const { return naming().includeShootDate; }
@@ -56,14 +43,15 @@ class NamingFields : public QObject {
     bool includeSubclipLabel() const { return naming().includeSubclipLabel; }
     bool includeSelectType() const { return naming().includeSelectType; }
 
-    // A place that no choice has changes nothing.
-    void setPreset(int place);
+    /// Ignores an index that is out of range.
+    void setPreset(int index);
     void setKeepOriginalForWholeVideos(bool keep);
     void setBaseName(const QString &text);
     void setIncludeShootDate(bool include);
     void setIncludeOriginalFilename(bool include);
     void setIncludeOriginalFileNumber(bool include);
-    void setNumbering(int place);
+    /// Ignores an index that is out of range.
+    void setNumbering(int index);
     void setIncludeSubclipLabel(bool include);
     void setIncludeSelectType(bool include);
 
@@ -71,10 +59,10 @@ class NamingFields : public QObject {
     void changed();
 
   private:
-    const ExportNamingOptions &naming() const { return m_choices.naming(); }
+    const ExportNamingOptions &naming() const { return m_flow.choices().naming; }
     template <typename Value> void set(Value ExportNamingOptions::*field, const Value &value);
 
-    Choices m_choices;
+    DeliveryFlow &m_flow;
 };
 
 } // namespace corvane

@@ -20,6 +20,7 @@ void CancelToken::abort() {
     const std::scoped_lock lock(m_mutex);
     m_stage = CancelStage::hard;
     m_stop.request_stop();
+    m_abort.request_stop();
 }
 
 } // namespace corvane

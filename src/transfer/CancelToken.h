@@ -7,33 +7,36 @@
 
 namespace corvane {
 
-/// The error text of an output that was cancelled.
+/// The error text of a cancelled output.
 inline const QString kCancelledText = QStringLiteral("Cancelled");
 
 enum class CancelStage {
     none,
-    graceful, ///< the output in hand is finished, nothing further is begun
-    hard,     ///< the output in hand is aborted too
+    graceful, ///< finish the current output, start no other
+    hard,     ///< abort the current output
 };
 
-/// How far the cancelling of one run has gone. It only ever goes further. Any thread.
+/// The cancellation of one run. Its stage never decreases. Thread-safe.
 class CancelToken {
   public:
     CancelStage stage() const;
     bool isRequested() const { return stage() != CancelStage::none; }
 
-    /// One step further, and gives the stage reached: the second call is `hard`.
+    /// Raises the stage by one step and returns it.
     CancelStage request();
-    /// `hard` at once.
+    /// Raises the stage to `hard`.
     void abort();
 
-    /// What a transfer watches; it asks for a stop at `hard`.
+    /// Stops when the stage becomes `hard`.
     std::stop_token stopToken() const { return m_stop.get_token(); }
+    /// Stops when `abort` is called, but not on a second `request`.
+    std::stop_token abortToken() const { return m_abort.get_token(); }
 
   private:
     mutable std::mutex m_mutex;
     CancelStage m_stage = CancelStage::none;
     std::stop_source m_stop;
+    std::stop_source m_abort;
 };
 
 } // namespace corvane

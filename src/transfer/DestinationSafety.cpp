@@ -27,9 +27,9 @@ void assertNoLinkedFolder(const QString &output, const QString &outputFolder,
     }
 }
 
-Places placesOf(const QStringList &files) {
-    QHash<QString, QString> resolvedFolders; // many files lie in few folders
-    Places places;
+FileLocations FileLocations::of(const QStringList &files) {
+    QHash<QString, QString> resolvedFolders; // many files share few folders
+    FileLocations locations;
     for (const QString &file : files) {
         const QString standardized = paths::standardized(file);
         const QString folder = paths::parentFolder(standardized);
@@ -37,16 +37,16 @@ Places placesOf(const QStringList &files) {
         if (resolved == resolvedFolders.constEnd()) {
             resolved = resolvedFolders.insert(folder, paths::resolvingLinks(folder));
         }
-        places.paths.insert(paths::joined(*resolved, paths::lastComponent(standardized)));
+        locations.paths.insert(paths::joined(*resolved, paths::lastComponent(standardized)));
         if (const auto status = fileSystem().linkStatus(standardized)) {
-            places.identities.insert({status->device, status->inode});
+            locations.identities.insert({status->device, status->inode});
         }
     }
-    return places;
+    return locations;
 }
 
-void assertReplacesNoMedia(const QString &output, const Places &media) {
-    if (media.intersects(placesOf({output}))) {
+void assertReplacesNoMedia(const QString &output, const FileLocations &media) {
+    if (media.intersects(FileLocations::of({output}))) {
         throw ExportEngineError(
             ExportEngineError::Code::destinationIsProjectMedia,
             QStringLiteral("%1 belongs to the media of this project, refusing to replace it: %2. "

@@ -8,10 +8,10 @@
 
 namespace corvane {
 
-/// A refusal of the export engine's own.
+/// A refused output. The description is the text for the user.
 class ExportEngineError : public Failure {
   public:
-    /// The numbers are those of the domain "ExportEngine"; two refusals share one.
+    /// The numbers are those of the domain "ExportEngine"; two cases share one.
     enum class Code {
         sidecarSourceIsLink = 1,
         sidecarDestinationIsLink = 2,
@@ -30,33 +30,30 @@ class ExportEngineError : public Failure {
     Code m_code;
 };
 
-/// Where a delivery may write. Any thread.
+/// Checks where a delivery may write. Thread-safe.
 namespace DestinationSafety {
 
-/// Throws `ExportEngineError` unless `child` lies strictly inside `parent`, both standardized
-/// first. `label` is the word for the child's role. Looks at no file.
+/// Throws `ExportEngineError` unless `child` is strictly inside `parent`. Standardizes both without
+/// file access. `label` names the child in the error.
 void assertContained(const QString &child, const QString &parent, const QString &label);
 
-/// Throws `PathSafety::Violation` where a folder between the output folder and the output is a
-/// symbolic link. The output's own name is looked at when the finished file is placed.
+/// Throws `PathSafety::Violation` if a folder between the output folder and the output is a
+/// symbolic link. The output itself is checked when the finished file is placed.
 void assertNoLinkedFolder(const QString &output, const QString &outputFolder, const QString &label);
 
-/// Where files lie, by path and by identity.
-struct Places {
-    QSet<QString> paths; ///< links on the way resolved, the file's own name as it is
-    /// Device and inode of those that exist: on a volume that ignores case, one file has many
-    /// names.
-    QSet<std::pair<quint64, quint64>> identities;
+/// A set of files by path and by identity: on a volume that ignores case, a file has many names.
+struct FileLocations {
+    QSet<QString> paths; ///< with links resolved in the folder, but not in the file name
+    QSet<std::pair<quint64, quint64>> identities; ///< device and inode of existing files
 
-    bool intersects(const Places &other) const {
+    static FileLocations of(const QStringList &files);
+    bool intersects(const FileLocations &other) const {
         return paths.intersects(other.paths) || identities.intersects(other.identities);
     }
 };
-Places placesOf(const QStringList &files);
 
-/// Throws `ExportEngineError` where the output would replace one of the files that the project
-/// delivers from.
-void assertReplacesNoMedia(const QString &output, const Places &media);
+/// Throws `ExportEngineError` if the output would replace one of the project's files.
+void assertReplacesNoMedia(const QString &output, const FileLocations &media);
 
 } // namespace DestinationSafety
 

@@ -1,6 +1,6 @@
-#include "delivery/DeliveryFixture.h"
-
 #include "transfer/AVExportSession.h"
+
+#include "transfer/TransferFixture.h"
 #include "trust/ContentHasher.h"
 #include "trust/PathSafety.h"
 
@@ -12,13 +12,13 @@ using media::ExportPreset;
 
 namespace {
 
-class AVExportSessionTest : public ExportTest {
+class AVExportSessionTest : public TransferTest {
   protected:
-    /// The failure's text, or "" where the output was made.
+    /// Returns the description of the failure, or an empty text.
     QString transcode(media::ExportSessionFactory &factory) {
         try {
             await(AVExportSession::transcodeVetted(
-                job, factory, [&](double p) { told.append(p); }, stop.get_token(), clock));
+                job, factory, [&](double p) { fractions.append(p); }, stop.get_token(), clock));
         } catch (const AVExportSession::SessionError &error) {
             return error.description();
         }
@@ -43,7 +43,7 @@ class AVExportSessionTest : public ExportTest {
                                    .range = ClipRange{1.5, 2.0},
                                    .expectedIdentity = grant(source)};
     std::stop_source stop;
-    QList<double> told;
+    QList<double> fractions;
 };
 
 /// The factory of a build without a media framework.
@@ -56,7 +56,7 @@ struct NoExportSessions : media::ExportSessionFactory {
 
 } // namespace
 
-TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationWhenComplete) {
+TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationOnceComplete) {
     sessions.halfway = [&](const QString &output) {
         EXPECT_EQ(fileSystem().linkStatus(sessions.assets.at(0))->permissions, 0600);
         EXPECT_EQ(delivered("clip.mp4"), "older");
@@ -71,7 +71,7 @@ TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationWhenCom
     expectNoTemporaries();
 }
 
-TEST_F(AVExportSessionTest, ReadsTheSourceItselfWithoutAGrantAndMakesTheFolder) {
+TEST_F(AVExportSessionTest, WithoutAGrantReadsTheSourceItselfAndCreatesTheFolder) {
     job.expectedIdentity.reset();
     job.range.reset();
     job.destination = at("out/HD/new.mp4");
@@ -80,21 +80,21 @@ TEST_F(AVExportSessionTest, ReadsTheSourceItselfWithoutAGrantAndMakesTheFolder) 
     EXPECT_EQ(sessions.assets, QStringList{source});
 }
 
-TEST_F(AVExportSessionTest, TellsTheProgressAtEachIntervalOnTheMainThread) {
-    std::binary_semaphore wasTold{0};
+TEST_F(AVExportSessionTest, ReportsProgressAtEachIntervalOnTheMainThread) {
+    std::binary_semaphore wasReported{0};
     sessions.halfway = [&](const QString &) {
         QMetaObject::invokeMethod(qApp, [&] {
             clock.advance(AVExportSession::kProgressInterval);
-            wasTold.release();
+            wasReported.release();
         });
-        wasTold.acquire();
+        wasReported.acquire();
     };
     EXPECT_EQ(transcode(sessions), QString());
-    EXPECT_EQ(told, QList<double>{0.5});
+    EXPECT_EQ(fractions, QList<double>{0.5});
     EXPECT_EQ(clock.pendingTimers(), 0);
 }
 
-TEST_F(AVExportSessionTest, LeavesTheDestinationAndNothingElseWhereItFails) {
+TEST_F(AVExportSessionTest, KeepsTheDestinationAndLeavesNoTemporaryOnFailure) {
     job.range = {12.5, 12.5};
     EXPECT_EQ(transcode(sessions), text("Time range invalid: in=12.5, out=12.5"));
     job.range->outSeconds = 13;
@@ -115,7 +115,7 @@ TEST_F(AVExportSessionTest, LeavesTheDestinationAndNothingElseWhereItFails) {
     expectOldDestination();
 }
 
-TEST_F(AVExportSessionTest, RefusesASourceThatIsNotWhatWasGranted) {
+TEST_F(AVExportSessionTest, RefusesASourceThatDiffersFromItsGrant) {
     folder.write(footage("clip"), "other");
     EXPECT_EQ(transcode(sessions),
               text("clip's contents changed since it was authorized, refusing to transcode "

@@ -11,51 +11,54 @@ namespace corvane {
 
 namespace {
 
-/// A run that ends before its first row.
-struct BatchRefusal {
-    QString rowError;
-    QString manifestError;
-};
+/// Result of a run that is refused before its first row.
+ExportBatchResult refusal(const QList<ExportRowJob> &rows, const QString &rowError,
+                          const QString &manifestError) {
+    ExportBatchResult result{.manifestError = manifestError};
+    for (const ExportRowJob &row : rows) {
+        result.failed.append(failedRow(row, rowError));
+    }
+    return result;
+}
 
-QStringList sourcesOf(const QList<ExportRowJob> &rows) {
+void refuseProxies(const QList<ExportRowJob> &rows) {
     QStringList sources;
     sources.reserve(rows.size());
     for (const ExportRowJob &row : rows) {
         sources.append(row.sourcePath);
     }
-    return sources;
+    ProxyInvariant::assertNoProxySources(sources);
 }
 
-QCoro::Task<std::optional<BatchRefusal>> refuseProxies(QList<ExportRowJob> rows) {
+void createFolders(const QString &outputFolder, OutputMode outputMode) {
+    fileSystem().createFolders(outputFolder);
+    if (outputMode == OutputMode::primaryAndHd) {
+        fileSystem().createFolders(paths::joined(outputFolder, QStringLiteral("HD")));
+    }
+}
+
+/// Checks the sources and creates the folders. Returns the result if the run is refused.
+QCoro::Task<std::optional<ExportBatchResult>> prepare(ExportBatchInput input,
+                                                      QList<ExportRowJob> rows) {
+    try {
+        co_await userInitiatedExecutor().run([&] { refuseProxies(rows); });
+    } catch (const std::exception &error) {
+        co_return refusal(rows, QStringLiteral("Proxy invariant: ") + describe(error),
+                          QStringLiteral("skipped manifest — batch aborted by proxy invariant"));
+    }
     try {
         co_await userInitiatedExecutor().run(
-            [sources = sourcesOf(rows)] { ProxyInvariant::assertNoProxySources(sources); });
+            [&] { createFolders(input.outputFolder, input.outputMode); });
     } catch (const std::exception &error) {
-        co_return BatchRefusal{
-            QStringLiteral("Proxy invariant: ") + describe(error),
-            QStringLiteral("skipped manifest — batch aborted by proxy invariant")};
+        co_return refusal(
+            rows,
+            QStringLiteral("create output folder: %1: %2").arg(input.outputFolder, describe(error)),
+            QStringLiteral("skipped manifest — output folder unwritable"));
     }
     co_return std::nullopt;
 }
 
-QCoro::Task<std::optional<BatchRefusal>> createFolders(QString outputFolder,
-                                                       OutputMode outputMode) {
-    const QString prefix = QStringLiteral("create output folder: ");
-    try {
-        co_await userInitiatedExecutor().run([outputFolder, outputMode] {
-            fileSystem().createFolders(outputFolder);
-            if (outputMode == OutputMode::primaryAndHd) {
-                fileSystem().createFolders(paths::joined(outputFolder, QStringLiteral("HD")));
-            }
-        });
-    } catch (const std::exception &error) {
-        co_return BatchRefusal{prefix + outputFolder + QStringLiteral(": ") + describe(error),
-                               QStringLiteral("skipped manifest — output folder unwritable")};
-    }
-    co_return std::nullopt;
-}
-
-/// The full anchors that the rows' sources must reproduce, by standardized path.
+/// Returns the full anchors that the sources must match, by standardized path.
 QHash<QString, ContentHasher::FullAnchor> anchorsOf(const QList<ExportRowJob> &rows,
                                                     const AuthorizedPaths &grants) {
     QHash<QString, ContentHasher::FullAnchor> anchors;
@@ -72,8 +75,8 @@ QHash<QString, ContentHasher::FullAnchor> anchorsOf(const QList<ExportRowJob> &r
     return anchors;
 }
 
-/// Every file that the project delivers from: no output may take its place.
-QStringList projectMedia(const QList<ExportRowJob> &rows, const ExportBatchInput &input) {
+/// Returns the files that no output may replace.
+QStringList protectedFiles(const QList<ExportRowJob> &rows, const ExportBatchInput &input) {
     QStringList files = input.authorizedSourcePaths.keys() + input.protectedFiles;
     for (const ExportRowJob &row : rows) {
         files.append(row.sourcePath);
@@ -82,29 +85,6 @@ QStringList projectMedia(const QList<ExportRowJob> &rows, const ExportBatchInput
         }
     }
     return files;
-}
-
-QCoro::Task<DestinationSafety::Places> mediaPlaces(QStringList files) {
-    co_return co_await userInitiatedExecutor().run(
-        [files] { return DestinationSafety::placesOf(files); });
-}
-
-/// Hashes the sources ahead of the rows; stops between two files once the run is cancelled, and
-/// within one once it is aborted.
-QCoro::Task<QHash<QString, ContentHasher::AnchorVerification>>
-verifyAhead(QHash<QString, ContentHasher::FullAnchor> anchors, std::shared_ptr<CancelToken> token) {
-    co_return co_await utilityExecutor().run([anchors, token] {
-        return ContentHasher::verifyAnchors(
-            anchors, [&] { return token->isRequested(); }, token->stopToken());
-    });
-}
-
-void refuseAll(const QList<ExportRowJob> &rows, const BatchRefusal &refusal,
-               ExportBatchResult &result) {
-    for (const ExportRowJob &row : rows) {
-        result.failed.append(failedRow(row, refusal.rowError));
-    }
-    result.manifestError = refusal.manifestError;
 }
 
 QCoro::Task<ExportBatchResult> runRows(std::shared_ptr<const ExportRunContext> context,
@@ -116,25 +96,15 @@ QCoro::Task<ExportBatchResult> runRows(std::shared_ptr<const ExportRunContext> c
             continue;
         }
         ExportRowRunner runner(context, rows.at(index), index);
-        const ExportRowResult done = co_await runner.run();
-        if (const auto *outcome = std::get_if<ExportRowOutcome>(&done)) {
+        const ExportRowResult rowResult = co_await runner.run();
+        if (const auto *outcome = std::get_if<ExportRowOutcome>(&rowResult)) {
             result.succeeded.append(*outcome);
         } else {
-            result.failed.append(std::get<ExportRowFailure>(done));
+            result.failed.append(std::get<ExportRowFailure>(rowResult));
         }
     }
     result.cancelledCount = int(std::ranges::count_if(result.failed, &ExportRowFailure::cancelled));
     result.cancelled = result.cancelledCount != 0;
-    co_return result;
-}
-
-QCoro::Task<ExportBatchResult> withManifest(ExportBatchInput input, ExportBatchResult result) {
-    try {
-        result.manifestSidecarPath =
-            co_await ManifestWriter::write(input, result.succeeded, result.failed);
-    } catch (const std::exception &error) {
-        result.manifestError = QStringLiteral("manifest write: ") + describe(error);
-    }
     co_return result;
 }
 
@@ -156,43 +126,51 @@ void ExportEngine::abort() {
 }
 
 QCoro::Task<ExportBatchResult> ExportEngine::run(ExportBatchInput input, QList<ExportRowJob> rows,
-                                                 ExportProgressHandler onProgress) {
-    m_cancelToken = std::make_shared<CancelToken>();
+                                                 ExportProgressHandler onProgress,
+                                                 std::shared_ptr<CancelToken> cancelToken) {
+    m_cancelToken = std::move(cancelToken);
     m_isRunning = true;
-    auto refusal = co_await refuseProxies(rows);
-    if (!refusal) {
-        refusal = co_await createFolders(input.outputFolder, input.outputMode);
-    }
-    ExportBatchResult result;
-    if (refusal) {
-        refuseAll(rows, *refusal, result);
-    } else {
+    std::optional<ExportBatchResult> result = co_await prepare(input, rows);
+    if (!result) {
         const auto context = co_await makeContext(input, rows, std::move(onProgress));
         result = co_await runRows(context, rows);
-        result = co_await withManifest(input, std::move(result));
+        try {
+            result->manifestSidecarPath =
+                co_await ManifestWriter::write(input, result->succeeded, result->failed);
+        } catch (const std::exception &error) {
+            result->manifestError = QStringLiteral("manifest write: ") + describe(error);
+        }
     }
     m_isRunning = false;
-    co_return result;
+    co_return *result;
 }
 
+/// Hashes the sources ahead of the rows. Hashing stops between two files when the run is cancelled,
+/// and within a file when it is aborted.
 QCoro::Task<std::shared_ptr<const ExportRunContext>>
 ExportEngine::makeContext(ExportBatchInput input, QList<ExportRowJob> rows,
                           ExportProgressHandler onProgress) {
-    const AuthorizedPaths grants = input.authorizedSourcePaths;
-    const DestinationSafety::Places places = co_await mediaPlaces(projectMedia(rows, input));
-    const auto verdicts = co_await verifyAhead(anchorsOf(rows, grants), m_cancelToken);
+    const auto token = m_cancelToken;
+    const auto locations =
+        co_await userInitiatedExecutor().run([files = protectedFiles(rows, input)] {
+            return DestinationSafety::FileLocations::of(files);
+        });
+    const auto verifications = co_await utilityExecutor().run(
+        [anchors = anchorsOf(rows, input.authorizedSourcePaths), token] {
+            return ContentHasher::verifyAnchors(
+                anchors, [&] { return token->isRequested(); }, token->stopToken());
+        });
     co_return std::make_shared<const ExportRunContext>(
         ExportRunContext{.input = input,
                          .total = int(rows.size()),
                          .grants = {.projectFolder = input.projectFolder,
-                                    .authorizedSourcePaths = grants,
+                                    .authorizedSourcePaths = input.authorizedSourcePaths,
                                     .mediaRootAuthorized = input.mediaRootAuthorized,
-                                    .preverifiedAnchors = verdicts},
-                         .mediaPlaces = places,
-                         .cancelToken = m_cancelToken,
+                                    .preverifiedAnchors = verifications},
+                         .protectedFiles = locations,
+                         .cancelToken = token,
                          .onProgress = std::move(onProgress),
-                         .sessions = m_sessions,
-                         .clock = m_clock});
+                         .maker = OutputMaker(m_sessions, m_clock, token->stopToken())});
 }
 
 } // namespace corvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "delivery/ExportRow.h"
+#include "delivery/export/ExportRow.h"
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
 #include "transfer/CancelToken.h"
@@ -11,26 +11,26 @@ namespace corvane {
 
 struct ExportRunContext;
 
-/// Runs the planned rows of one export, one after another, and tells what became of each. A bad row
-/// never stops the others, and a run never throws.
+/// Runs the planned rows of an export one after another and writes the manifest. A failed row does
+/// not stop the others, and a run never throws.
 ///
-/// Main thread; it leaves it for everything that touches a file. The engine must live until the
-/// task of `run` is done.
+/// Main thread; file access runs on executors. The engine must outlive the task of `run`.
 class ExportEngine {
   public:
     explicit ExportEngine(media::ExportSessionFactory &sessions, Clock &clock = Clock::system());
 
-    /// One run at a time.
-    QCoro::Task<ExportBatchResult> run(ExportBatchInput input, QList<ExportRowJob> rows,
-                                       ExportProgressHandler onProgress);
+    /// One run at a time. `cancelToken` may be requested before the run.
+    QCoro::Task<ExportBatchResult>
+    run(ExportBatchInput input, QList<ExportRowJob> rows, ExportProgressHandler onProgress,
+        std::shared_ptr<CancelToken> cancelToken = std::make_shared<CancelToken>());
 
-    /// The first call lets the output in hand finish, the second aborts it. Nothing before a run.
+    /// The first call lets the current output finish, the second aborts it. A no-op before a run.
     void requestCancel();
-    /// Aborts the output in hand at once.
+    /// Aborts the current output. A no-op before a run.
     void abort();
 
     bool isRunning() const { return m_isRunning; }
-    /// The last run's; absent before one.
+    /// Token of the current or last run; nullptr before the first.
     const std::shared_ptr<CancelToken> &cancelToken() const { return m_cancelToken; }
 
   private:

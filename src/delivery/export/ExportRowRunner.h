@@ -1,9 +1,9 @@
 #pragma once
 
-#include "delivery/ExportRow.h"
-#include "transfer/AVExportSession.h"
+#include "delivery/export/ExportRow.h"
 #include "transfer/CancelToken.h"
 #include "transfer/DestinationSafety.h"
+#include "transfer/OutputMaker.h"
 #include "trust/PathSafety.h"
 
 #include <QCoroTask>
@@ -13,26 +13,23 @@
 
 namespace corvane {
 
-/// What all rows of one run share.
+/// Shared by all rows of one run.
 struct ExportRunContext {
     ExportBatchInput input;
     int total = 0; ///< rows
     PathSafety::SourceGrants grants;
-    DestinationSafety::Places mediaPlaces; ///< of the files that no output may replace
+    DestinationSafety::FileLocations protectedFiles;
     std::shared_ptr<CancelToken> cancelToken;
     ExportProgressHandler onProgress;
-    media::ExportSessionFactory &sessions;
-    Clock &clock;
+    OutputMaker maker;
 };
 
 using ExportRowResult = std::variant<ExportRowOutcome, ExportRowFailure>;
 
-/// A failure of the row with this text; with `cancelled` it is none of the row's own.
-ExportRowFailure failedRow(const ExportRowJob &row, const QString &error, bool cancelled = false);
+ExportRowFailure failedRow(const ExportRowJob &row, const QString &error, bool isCancelled = false);
 
-/// Runs one row: vets its source and destinations, makes the primary output, copies the sidecar,
-/// makes the HD copy. Main thread; it leaves it for everything that touches a file. It must live
-/// until the task of `run` is done.
+/// Runs one row: validates its paths, makes the primary output, copies the sidecar and makes the HD
+/// copy. Main thread; file access runs on executors. Must outlive the task of `run`.
 class ExportRowRunner {
   public:
     ExportRowRunner(std::shared_ptr<const ExportRunContext> context, ExportRowJob row, int index);
@@ -41,20 +38,16 @@ class ExportRowRunner {
     QCoro::Task<ExportRowResult> run();
 
   private:
-    QCoro::Task<> vet();
+    void validatePaths() const;
     QCoro::Task<> makePrimary();
-    QCoro::Task<> copyBytes();
-    QCoro::Task<> transcode(QString destination, media::ExportPreset preset);
-    QCoro::Task<> deliverSidecar();
+    QCoro::Task<> copySidecar();
     QCoro::Task<> makeHDCopy();
-    void vetNow() const;
-    void copySidecarNow() const;
-    void begin(const QString &mode, ExportProgress::Phase phase);
+    QCoro::Task<> makeOutput(QString destination, std::optional<media::ExportPreset> preset);
+    void startProgress(const QString &mode, ExportProgress::Phase phase);
     void reportProgress(double rowProgress, ExportProgress::Phase phase);
 
     bool isHDOnly() const { return m_context->input.outputMode == OutputMode::hdOnly; }
-    bool isByteCopy() const;
-    bool hasHDCopy() const;
+    bool isSubclip() const { return m_row.kind == ExportRowKind::subclip; }
 
     std::shared_ptr<const ExportRunContext> m_context;
     ExportRowJob m_row;

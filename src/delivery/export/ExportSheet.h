@@ -5,9 +5,8 @@
 
 namespace corvane {
 
-/// What the sheet of an export shows, and what its controls do. Main thread; the objects handed in
-/// must outlive it.
-// The tools of QML know a base by its whole name only.
+/// The sheet of an export.
+// QML tools resolve a base class by its qualified name only.
 class ExportSheet : public corvane::DeliverySheet {
     Q_OBJECT
     Q_PROPERTY(bool includeWholeClips READ includeWholeClips WRITE setIncludeWholeClips NOTIFY
@@ -22,13 +21,13 @@ class ExportSheet : public corvane::DeliverySheet {
     ExportSheet(ExportViewModel &flow, ProjectStore &store, FilePanels &panels,
                 Clock &clock = Clock::system(), QObject *parent = nullptr);
 
-    Stage stage() const override;
+    QString modeHelp() const override;
     QStringList outputs() const override;
+    int output() const override;
+    QString outputHelp() const override;
+    void chooseOutput(int index) override;
     QString handlesHelp() const override;
     QString nothingText() const override;
-    void chooseMode(int place) override;
-    void chooseOutput(int place) override;
-    void chooseHandle(int place) override;
 
     bool includeWholeClips() const { return m_flow.choices().includeWholeVideoSelects; }
     void setIncludeWholeClips(bool include) { m_flow.setIncludeWholeVideoSelects(include); }
@@ -39,22 +38,14 @@ class ExportSheet : public corvane::DeliverySheet {
     const QString &countLine() const { return m_countLine; }
 
   protected:
-    void resetFlow(const Project &project) override;
-    void startFlow(const Project &project) override;
-    void cancelFlow() override;
-    std::optional<QString> chosenFolder() const override;
-    void setChosenFolder(const QString &folder) override;
     QString folderPanelMessage() const override;
-    ChoiceTexts choiceTexts() const override;
-    bool planFollowsChoices() const override { return true; }
+    bool planDependsOnChoices() const override { return true; }
     QList<DeliveryRow> plan(const Project &project) override;
     QString obstacle() const override;
-    RunTexts runTexts() const override;
+    std::optional<ProgressTexts> progressTexts() const override;
     ResultTexts resultTexts() const override;
 
   private:
-    static NamingFields::Choices namingOf(ExportViewModel &flow);
-
     ExportViewModel &m_flow;
     QString m_countLine;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "delivery/ExportRow.h"
+#include "delivery/export/ExportRow.h"
 #include "session/ProjectStore.h"
 
 /// What a finished run leaves in the project, as two undo steps. Main thread.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "delivery/ExportRow.h"
+#include "delivery/export/ExportRow.h"
 
 #include <QCoroTask>
 

@@ -3,29 +3,29 @@
 #include "document/Project.h"
 #include "trust/RootIdentity.h"
 
+#include <algorithm>
 #include <functional>
 
-/// The plain records that a handoff is given, reports and gives back. Paths are absolute.
+/// The records of a handoff: its plan, its progress and its result. Paths are absolute.
 namespace corvane {
 
 enum class HandoffOutputMode { primaryOnly, primaryAndHd };
 
-/// One clip with anything to hand over. Its paths to media and sidecar are absolute.
+/// A clip of the handoff. Its paths of media and sidecar are absolute.
 struct HandoffClip {
     VideoItem video;
     bool isWholeClipSelected = false;
-    /// Subclips that become files of their own, in the order of the document.
-    QList<Subclip> standaloneSubclips;
+    QList<Subclip> standaloneSubclips; ///< become files of their own; in document order
 
     bool operator==(const HandoffClip &) const = default;
 };
 
-/// What a run is given. The grants are one snapshot for the whole run.
+/// The input of a run.
 struct HandoffPlan {
     QString sourceProjectFilePath;
     QString sourceCacheRoot;
     QString destinationFolder;
-    QString projectName; ///< the package folder's name and the new project file's stem
+    QString projectName; ///< name of the package folder and stem of its project file
     std::optional<QString> shootDate;
     std::optional<QString> clientOrSeries;
     std::optional<QString> location;
@@ -35,8 +35,8 @@ struct HandoffPlan {
     double subclipHandleSeconds = 0;
     ExportNamingOptions naming;
     QList<HandoffClip> clips;
-    AuthorizedPaths authorizedSourcePaths;
-    bool sourceMediaRootAuthorized = false;
+    AuthorizedPaths authorizedSourcePaths;  ///< snapshot of the grants for the entire run
+    bool sourceMediaRootAuthorized = false; ///< part of the snapshot
 
     bool operator==(const HandoffPlan &) const = default;
 };
@@ -53,13 +53,19 @@ struct HandoffProgress {
         done,
     };
 
-    int index = 0; ///< of the clip, from 0; one higher once it is done
+    int index = 0; ///< of the clip, from 0; raised by one when the whole clip is done
     int total = 0; ///< clips
     QString currentFilename;
     Phase phase = Phase::starting;
-    quint64 bytesDone = 0; ///< both for byte copies only
+    quint64 bytesDone = 0; ///< both 0 unless bytes are copied
     quint64 bytesTotal = 0;
-    double rowProgress = 0; ///< of the output in hand, from 0 to 1
+    double rowProgress = 0; ///< of the current output, from 0 to 1
+
+    /// Completed part of the run, from 0 to 1.
+    double overallFraction() const {
+        const double row = phase == Phase::done ? 0.0 : rowProgress;
+        return total > 0 ? std::clamp((index + row) / total, 0.0, 1.0) : 0;
+    }
 
     bool operator==(const HandoffProgress &) const = default;
 };
@@ -67,16 +73,16 @@ struct HandoffProgress {
 /// Called on the main thread.
 using HandoffProgressHandler = std::function<void(const HandoffProgress &)>;
 
-/// An output that stands in the package.
+/// A completed output.
 struct HandoffRowOutcome {
-    QString videoId; ///< of the clip in the new project
+    QString videoId; ///< of the clip in the package's document
     QString destinationPath;
-    std::optional<QString> hdPath; ///< the HD file, where one was made
+    std::optional<QString> hdPath; ///< nullopt if there is no HD file
 
     bool operator==(const HandoffRowOutcome &) const = default;
 };
 
-/// A step of a clip that failed, or a clip that a cancellation left out.
+/// A failed step of a clip, or a cancelled clip.
 struct HandoffRowFailure {
     QString videoId; ///< of the clip in the source project
     QString videoFileName;
@@ -89,14 +95,13 @@ struct HandoffRowFailure {
 struct HandoffResult {
     std::optional<QString> packageFolder;
     std::optional<QString> projectFileURL;
-    QList<HandoffRowOutcome> succeeded; ///< in the order made
-    QList<HandoffRowFailure> failed;    ///< the cancelled ones included
+    QList<HandoffRowOutcome> succeeded; ///< in the order of completion
+    QList<HandoffRowFailure> failed;    ///< includes the cancelled clips
     int cancelledCount = 0;
     bool cancelled = false;
-    /// What ended the run as a whole, or kept the project file from being completed.
-    std::optional<QString> generalError;
+    std::optional<QString> generalError; ///< why the package is incomplete as a whole
 
-    /// Failures for another reason than a cancellation.
+    /// Number of failures other than cancellations.
     int failedCount() const { return int(failed.size()) - cancelledCount; }
 
     bool operator==(const HandoffResult &) const = default;

@@ -1,6 +1,5 @@
 #include "delivery/handoff/HandoffPlanning.h"
 
-#include "delivery/ExportPlanning.h"
 #include "platform/Paths.h"
 
 #include <algorithm>
@@ -22,7 +21,7 @@ HandoffClip plannedClip(const VideoItem &video, const QString &projectFile) {
     return clip;
 }
 
-/// By the clip's bit rate, else by its share of the clip's size; 0 where neither is known.
+/// Estimates by the clip's bit rate, else by the subclip's share of the clip's size, else 0.
 double estimatedBytes(const VideoRecord &video, const Subclip &subclip) {
     const double length = subclip.range().durationSeconds();
     if (video.bitRateBps && *video.bitRateBps > 0) {
@@ -46,8 +45,9 @@ double estimatedBytes(const HandoffClip &clip) {
 
 HandoffChoices defaultHandoffChoices(const Project &project) {
     const QString name = project.displayName().trimmed();
-    HandoffChoices choices{.projectName = (name.isEmpty() ? QStringLiteral("Project") : name) +
-                                          QStringLiteral(" - Selects")};
+    HandoffChoices choices;
+    choices.projectName =
+        (name.isEmpty() ? QStringLiteral("Project") : name) + QStringLiteral(" - Selects");
     applyPreset(choices.naming, choices.namingPreset, project.displayName());
     return choices;
 }
@@ -55,9 +55,9 @@ HandoffChoices defaultHandoffChoices(const Project &project) {
 QList<HandoffClip> planClips(const Project &project) {
     QList<HandoffClip> clips;
     for (const VideoItem &video : project.videos) {
-        const bool isTaken = video->selectedForExport ||
-                             std::ranges::any_of(video->subclips, &Subclip::selectedForExport);
-        if (isTaken) {
+        const bool isIncluded = video->selectedForExport ||
+                                std::ranges::any_of(video->subclips, &Subclip::selectedForExport);
+        if (isIncluded) {
             clips.append(plannedClip(video, project.filePath));
         }
     }
@@ -90,8 +90,7 @@ quint64 estimatedBytes(const QList<HandoffClip> &clips) {
     for (const HandoffClip &clip : clips) {
         bytes += estimatedBytes(clip);
     }
-    // A damaged document can hold any number; what is beyond every disk is told as that.
-    constexpr double kMost = 1e18;
+    constexpr double kMost = 1e18; // a damaged document may contain any number
     return std::isfinite(bytes) ? quint64(std::clamp(bytes, 0.0, kMost)) : quint64(kMost);
 }
 

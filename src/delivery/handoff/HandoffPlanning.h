@@ -1,41 +1,36 @@
 #pragma once
 
-#include "delivery/ExportNaming.h"
+#include "delivery/DeliveryChoices.h"
 #include "delivery/handoff/HandoffPlan.h"
 
-/// What a handoff takes over from a project. Pure work on the document; main thread.
+/// Plans what a handoff takes from a project. Pure functions of the document.
 namespace corvane {
 
-/// The choices of the handoff screen.
-struct HandoffChoices {
+struct HandoffChoices : DeliveryChoices {
     std::optional<QString> destinationFolder; ///< absolute
     QString projectName;
-    ExportBatch::Mode mode = ExportBatch::Mode::fastCopy;
     HandoffOutputMode outputMode = HandoffOutputMode::primaryOnly;
-    double subclipHandleSeconds = 0;
-    NamingPreset namingPreset = NamingPreset::keepOriginal;
-    ExportNamingOptions naming;
 
     bool operator==(const HandoffChoices &) const = default;
 };
 
-/// What the screen offers when it opens, but for the destination.
+/// The choices when the sheet opens, without a destination.
 HandoffChoices defaultHandoffChoices(const Project &project);
 
-/// The clips with anything selected, in the order of the document. A subclip is taken whatever its
-/// clip's own flag says.
+/// Returns the clips of which anything is selected, in document order. Subclips count whether or
+/// not their clip is selected.
 QList<HandoffClip> planClips(const Project &project);
 
-/// The plan of a run, without grants. There must be a destination.
+/// Returns the plan of a run, without grants. `destinationFolder` must be set.
 HandoffPlan makePlan(const Project &project, const HandoffChoices &choices);
 
-/// The text as the package's name; never empty.
+/// Returns the text as a valid name of a package; never empty.
 QString packageName(const QString &projectName);
 
-/// How many bytes the primary outputs will have, as far as the document tells.
+/// Estimated size of the primary outputs. Clips of unknown size count as 0.
 quint64 estimatedBytes(const QList<HandoffClip> &clips);
 
-/// True if an output of the plan, or an HD copy, is made by an export session.
+/// True if the plan needs an export session.
 bool needsExportSession(const HandoffPlan &plan);
 
 } // namespace corvane

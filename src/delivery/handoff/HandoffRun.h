@@ -1,32 +1,31 @@
 #pragma once
 
-#include "delivery/handoff/CacheMaker.h"
+#include "delivery/handoff/CacheFunctions.h"
 #include "delivery/handoff/PackageGrants.h"
 #include "delivery/handoff/PackageProject.h"
-#include "media/ExportSession.h"
 #include "platform/Clock.h"
 #include "transfer/CancelToken.h"
 #include "transfer/NameReserver.h"
+#include "transfer/OutputMaker.h"
 #include "trust/PathSafety.h"
 
 namespace corvane {
 
-/// What one handoff works with and has made so far. Its steps share it, one at a time. Main thread;
-/// the parts that an executor needs are copied or never change.
+/// The state of one run, shared by its steps, which run one after another. Main thread; members
+/// that executors read are copied or constant.
 struct HandoffRun {
     HandoffPlan plan;
-    PackageProject::Places places;
+    PackageProject::Paths paths;
     PathSafety::SourceGrants sourceGrants;
     PackageGrants packageGrants;
     std::shared_ptr<CancelToken> cancelToken;
-    std::stop_token abort; ///< ends the output in hand
     HandoffProgressHandler onProgress;
-    media::ExportSessionFactory &sessions;
-    CacheMaker &cacheMaker;
+    OutputMaker maker;
+    CacheFunctions cache;
     Clock &clock;
 
-    NameReserver names{NameReserver::systemSeconds};
-    int sequence = 0; ///< of the output named last
+    NameReserver names{};
+    int sequence = 0; ///< of the last named output, from 1
     QList<VideoItem> videos;
     HandoffResult result;
 };

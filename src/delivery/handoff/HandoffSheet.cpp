@@ -1,10 +1,9 @@
 #include "delivery/handoff/HandoffSheet.h"
 
-#include "delivery/ChoicePlaces.h"
-#include "delivery/ExportTexts.h"
+#include "delivery/DeliveryTexts.h"
 #include "delivery/handoff/HandoffTexts.h"
+#include "delivery/Segments.h"
 #include "platform/Paths.h"
-#include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 
 namespace corvane {
@@ -14,67 +13,50 @@ namespace {
 constexpr std::array kHandoffOutputs{HandoffOutputMode::primaryOnly,
                                      HandoffOutputMode::primaryAndHd};
 
-QList<DeliveryResult> shown(const QList<HandoffRowOutcome> &outcomes) {
-    QList<DeliveryResult> results;
-    results.reserve(outcomes.size());
-    for (const HandoffRowOutcome &outcome : outcomes) {
-        results.append({.outcome = DeliveryResult::Outcome::succeeded,
-                        .symbol = ExportTexts::succeededSymbol(),
-                        .name = paths::lastComponent(outcome.destinationPath),
-                        .note = HandoffTexts::note(outcome),
-                        .path = outcome.destinationPath});
+struct ShowHandoffRow {
+    DeliveryResult operator()(const HandoffRowOutcome &outcome) const {
+        return {.outcome = DeliveryResult::Outcome::succeeded,
+                .name = paths::lastComponent(outcome.destinationPath),
+                .note = outcome.hdPath ? QStringLiteral("(+ HD)") : QString(),
+                .path = outcome.destinationPath};
     }
-    return results;
-}
-
-QList<DeliveryResult> shown(const QList<HandoffRowFailure> &failures) {
-    QList<DeliveryResult> results;
-    results.reserve(failures.size());
-    for (const HandoffRowFailure &failure : failures) {
-        results.append({.outcome = failure.cancelled ? DeliveryResult::Outcome::cancelled
-                                                     : DeliveryResult::Outcome::failed,
-                        .symbol = ExportTexts::failedSymbol(failure.cancelled),
-                        .name = failure.videoFileName,
-                        .error = failure.error});
+    DeliveryResult operator()(const HandoffRowFailure &failure) const {
+        return {.outcome = failure.cancelled ? DeliveryResult::Outcome::cancelled
+                                             : DeliveryResult::Outcome::failed,
+                .name = failure.videoFileName,
+                .error = failure.error};
     }
-    return results;
-}
+};
 
 } // namespace
 
 HandoffSheet::HandoffSheet(SelectsHandoffViewModel &flow, ProjectStore &store, FilePanels &panels,
                            Clock &clock, QObject *parent)
-    : DeliverySheet(store, panels, clock, namingOf(flow), parent), m_flow(flow) {
-    using Flow = SelectsHandoffViewModel;
-    connect(&flow, &Flow::choicesChanged, this, &HandoffSheet::noteChoices);
-    connect(&flow, &Flow::recentDestinationsChanged, this, &HandoffSheet::recentsChanged);
-    connect(&flow, &Flow::progressChanged, this, &HandoffSheet::noteRun);
-    connect(&flow, &Flow::cancelStageChanged, this, &HandoffSheet::noteRun);
-    connect(&flow, &Flow::stageChanged, this, &HandoffSheet::noteStage);
+    : DeliverySheet(flow, store, panels, clock, parent), m_flow(flow) {
+    connect(&flow, &SelectsHandoffViewModel::recentDestinationsChanged, this,
+            &HandoffSheet::recentsChanged);
 }
 
-NamingFields::Choices HandoffSheet::namingOf(SelectsHandoffViewModel &flow) {
-    return {.preset = [&flow] { return flow.choices().namingPreset; },
-            .setPreset = [&flow](NamingPreset preset) { flow.setNamingPreset(preset); },
-            .naming = [&flow]() -> const ExportNamingOptions & { return flow.choices().naming; },
-            .setNaming = [&flow](const ExportNamingOptions &to) { flow.setNaming(to); }};
-}
-
-DeliverySheet::Stage HandoffSheet::stage() const {
-    switch (m_flow.stage()) {
-    case SelectsHandoffViewModel::Stage::configure:
-        return Stage::Configure;
-    case SelectsHandoffViewModel::Stage::running:
-        return Stage::Running;
-    case SelectsHandoffViewModel::Stage::done:
-        break;
-    }
-    return Stage::Done;
+QString HandoffSheet::modeHelp() const {
+    return HandoffTexts::help(m_flow.choices().mode);
 }
 
 QStringList HandoffSheet::outputs() const {
-    return choicePlaces::labels(kHandoffOutputs,
-                                [](auto mode) { return HandoffTexts::label(mode); });
+    return segments::labels(kHandoffOutputs, HandoffTexts::label);
+}
+
+int HandoffSheet::output() const {
+    return segments::indexOf(kHandoffOutputs, m_flow.choices().outputMode);
+}
+
+QString HandoffSheet::outputHelp() const {
+    return HandoffTexts::help(m_flow.choices().outputMode);
+}
+
+void HandoffSheet::chooseOutput(int index) {
+    if (const auto output = segments::valueAt(kHandoffOutputs, index)) {
+        m_flow.setOutputMode(*output);
+    }
 }
 
 QString HandoffSheet::handlesHelp() const {
@@ -83,24 +65,6 @@ QString HandoffSheet::handlesHelp() const {
 
 QString HandoffSheet::nothingText() const {
     return HandoffTexts::nothingToHandOff();
-}
-
-void HandoffSheet::chooseMode(int place) {
-    if (const auto mode = modeAt(place)) {
-        m_flow.setMode(*mode);
-    }
-}
-
-void HandoffSheet::chooseOutput(int place) {
-    if (const auto output = choicePlaces::at(kHandoffOutputs, place)) {
-        m_flow.setOutputMode(*output);
-    }
-}
-
-void HandoffSheet::chooseHandle(int place) {
-    if (const auto seconds = handleAt(place)) {
-        m_flow.setSubclipHandleSeconds(*seconds);
-    }
 }
 
 QString HandoffSheet::packageLocation() const {
@@ -116,51 +80,21 @@ QString HandoffSheet::projectNameHelp() {
 }
 
 QStringList HandoffSheet::recents() const {
-    return choicePlaces::labels(m_flow.recentDestinations(), inOneLine);
+    return segments::labels(m_flow.recentDestinations(), inOneLine);
 }
 
 QString HandoffSheet::recentsHelp() const {
     return hasRecents() ? QString() : QStringLiteral("There was no handoff yet.");
 }
 
-void HandoffSheet::chooseRecent(int place) {
-    if (const auto folder = choicePlaces::at(m_flow.recentDestinations(), place)) {
+void HandoffSheet::chooseRecent(int index) {
+    if (const auto folder = segments::valueAt(m_flow.recentDestinations(), index)) {
         m_flow.setDestinationFolder(folder);
     }
 }
 
-void HandoffSheet::resetFlow(const Project &project) {
-    m_flow.reset(project);
-}
-
-void HandoffSheet::startFlow(const Project &project) {
-    detach(m_flow.start(project));
-}
-
-void HandoffSheet::cancelFlow() {
-    m_flow.requestCancel();
-}
-
-std::optional<QString> HandoffSheet::chosenFolder() const {
-    return m_flow.choices().destinationFolder;
-}
-
-void HandoffSheet::setChosenFolder(const QString &folder) {
-    m_flow.setDestinationFolder(folder);
-}
-
 QString HandoffSheet::folderPanelMessage() const {
     return QStringLiteral("Choose the destination folder");
-}
-
-DeliverySheet::ChoiceTexts HandoffSheet::choiceTexts() const {
-    const HandoffChoices &choices = m_flow.choices();
-    return {.folder = HandoffTexts::destination(choices),
-            .mode = placeOf(choices.mode),
-            .modeHelp = HandoffTexts::help(choices.mode),
-            .output = choicePlaces::placeOf(kHandoffOutputs, choices.outputMode),
-            .outputHelp = HandoffTexts::help(choices.outputMode),
-            .handle = placeOfHandle(choices.subclipHandleSeconds)};
 }
 
 QList<DeliveryRow> HandoffSheet::plan(const Project &project) {
@@ -188,34 +122,24 @@ QString HandoffSheet::obstacle() const {
     return hasRows() ? QString() : QStringLiteral("There is nothing to hand off.");
 }
 
-DeliverySheet::RunTexts HandoffSheet::runTexts() const {
-    RunTexts texts{.fraction = m_flow.overallFraction(),
-                   .cancelText = ExportTexts::cancelButton(m_flow.cancelStage()),
-                   .canCancel = m_flow.cancelStage() != CancelStage::hard};
-    if (const auto &progress = m_flow.progress()) {
-        texts.line = HandoffTexts::progressLine(*progress);
-        texts.percent = ExportTexts::percent(texts.fraction);
-        texts.details = HandoffTexts::rowLine(*progress);
-        texts.timeLeft = remainingTime(texts.fraction);
-    } else {
-        texts.line = ExportTexts::checkingLine();
+std::optional<DeliverySheet::ProgressTexts> HandoffSheet::progressTexts() const {
+    const auto &progress = m_flow.progress();
+    if (!progress) {
+        return std::nullopt;
     }
-    return texts;
+    return ProgressTexts{.line = DeliveryTexts::progressLine(progress->index, progress->total,
+                                                             progress->currentFilename),
+                         .details = HandoffTexts::rowLine(*progress)};
 }
 
 DeliverySheet::ResultTexts HandoffSheet::resultTexts() const {
     const HandoffResult &result = *m_flow.result();
-    ResultTexts texts{.headline = HandoffTexts::headline(result),
-                      .place = inOneLine(result.packageFolder.value_or(QString())),
-                      .placePath = result.packageFolder.value_or(QString()),
-                      .errorLine = result.generalError.value_or(QString()),
-                      .backupLine = HandoffTexts::backupLine(m_flow.backupError()),
-                      .succeeded = int(result.succeeded.size()),
-                      .failed = result.failedCount(),
-                      .cancelled = result.cancelledCount,
-                      .folder = chosenFolder().value_or(QString())};
-    appendUnder(HandoffTexts::succeededTitle(result), shown(result.succeeded), texts.rows);
-    appendUnder(HandoffTexts::failedTitle(result), shown(result.failed), texts.rows);
+    ResultTexts texts = countsAndRows(result, ShowHandoffRow());
+    texts.headline = HandoffTexts::headline(result);
+    texts.placePath = result.packageFolder.value_or(QString());
+    texts.place = inOneLine(texts.placePath);
+    texts.errorLine = result.generalError.value_or(QString());
+    texts.folder = m_flow.choices().destinationFolder.value_or(QString());
     return texts;
 }
 

@@ -6,53 +6,51 @@
 
 namespace corvane {
 
-/// What every output of a handoff needs: a name, a vetted source, a transfer, and progress. A step
-/// makes one output of one clip. Main thread; it leaves it for everything that touches a file. It
-/// must live until its task is done.
+/// Makes one output of one clip. The base class names the output, validates the paths, makes the
+/// files and reports progress. Main thread; file access runs on executors. Must outlive the task of
+/// `perform`.
 class HandoffStep {
   public:
     HandoffStep(std::shared_ptr<HandoffRun> run, HandoffClip clip, int index);
     virtual ~HandoffStep();
     Q_DISABLE_COPY_MOVE(HandoffStep)
 
-    /// Makes the output, or records why there is none. Never throws.
+    /// Makes the output or records the failure. Never throws.
     QCoro::Task<> perform();
 
   protected:
     using Phase = HandoffProgress::Phase;
-
-    virtual QCoro::Task<> make() = 0;
-    /// What a failure of this step is told as.
-    virtual QString failureText(const QString &error) const { return error; }
-
-    /// Takes a name for the output in the package; the progress tells it from here on.
-    void takeName(ExportNameParts parts);
-    QString mediaPath() const;
-
-    /// Throws unless the source may be read and the output may be written.
-    QCoro::Task<> vet();
-    /// The transfers read the source through its grant and throw what was found against it. Their
-    /// progress goes from one fraction of the step to another.
-    struct Share {
+    /// The part of a step's progress that one operation covers.
+    struct ProgressRange {
         double from = 0;
         double to = 1;
     };
-    QCoro::Task<> copyBytes(Share share);
-    QCoro::Task<> transcode(media::ExportPreset preset, std::optional<ClipRange> range,
-                            Share share);
-    /// Gives the HD file's name; nothing where none was wanted, the run is cancelled, or it failed:
-    /// the output stands without it.
-    QCoro::Task<std::optional<QString>> makeHDCopy(std::optional<ClipRange> range, Share share);
 
-    /// Of the output; one that can't be made is missed by nobody.
+    virtual QCoro::Task<> make() = 0;
+    virtual QString failureText(const QString &error) const { return error; }
+
+    /// Reserves the name of the output, which the progress shows from then on.
+    void takeName(ExportNameParts parts);
+    QString mediaPath() const;
+    std::optional<RootIdentity> sourceIdentity() const;
+
+    /// Throws unless the source may be read and the output may be written.
+    QCoro::Task<> validatePaths();
+    /// Copies the source, or transcodes it if there is a preset, to `destination`. Throws
+    /// `PathSafety::Violation` if its content is not what was granted.
+    QCoro::Task<> makeOutput(QString destination, std::optional<media::ExportPreset> preset,
+                             std::optional<ClipRange> range, ProgressRange progressRange);
+    /// Returns the name of the HD file; nullopt if none is wanted, the run is cancelled, or it
+    /// failed.
+    QCoro::Task<std::optional<QString>> makeHDCopy(std::optional<ClipRange> range,
+                                                   ProgressRange progressRange);
+    /// Ignores failures: the filmstrip is optional.
     QCoro::Task<> makeFilmstrip(QString videoId);
 
-    /// What a step leaves behind: a clip of the new project and a row of the result.
+    /// Adds the clip to the package's document and to the result.
     void deliver(const VideoItem &video, const std::optional<QString> &hdName);
     void reportPhase(Phase phase, double rowProgress);
-    bool isCancelled() const { return m_run->cancelToken->isRequested(); }
-    bool wantsHDCopy() const { return m_run->plan.outputMode == HandoffOutputMode::primaryAndHd; }
-    std::optional<RootIdentity> sourceIdentity() const;
+    bool isFastCopy() const { return m_run->plan.mode == ExportBatch::Mode::fastCopy; }
 
     std::shared_ptr<HandoffRun> m_run;
     HandoffClip m_clip;
@@ -60,13 +58,12 @@ class HandoffStep {
     QString m_name; ///< of the output in "media"
 
   private:
-    QCoro::Task<> transcodeTo(QString destination, media::ExportPreset preset,
-                              std::optional<ClipRange> range, Share share);
-    void vetNow() const;
-    void vetOutput(const QString &path) const;
+    bool isCancelled() const { return m_run->cancelToken->isRequested(); }
+    bool hasHDCopy() const { return m_run->plan.outputMode == HandoffOutputMode::primaryAndHd; }
+    void assertInPackage(const QString &path) const;
 };
 
-/// The failure of a clip; with `cancelled` it is none of the clip's own.
-HandoffRowFailure failedClip(const HandoffClip &clip, const QString &error, bool cancelled = false);
+HandoffRowFailure failedClip(const HandoffClip &clip, const QString &error,
+                             bool isCancelled = false);
 
 } // namespace corvane

@@ -1,16 +1,37 @@
 #include "delivery/handoff/HandoffTexts.h"
 
-#include "delivery/ExportTexts.h"
+#include "delivery/DeliveryTexts.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
 
-#include <algorithm>
-
 namespace corvane::HandoffTexts {
 
-QString destination(const HandoffChoices &choices) {
-    return choices.destinationFolder.value_or(QStringLiteral("(none chosen)"));
+namespace {
+
+QString phaseText(HandoffProgress::Phase phase) {
+    using Phase = HandoffProgress::Phase;
+    switch (phase) {
+    case Phase::starting:
+        return {};
+    case Phase::copyingMedia:
+        return QStringLiteral("Copying media");
+    case Phase::extractingSubclip:
+        return QStringLiteral("Extracting subclip");
+    case Phase::generatingThumbnail:
+        return QStringLiteral("Generating thumbnail");
+    case Phase::generatingFilmstrip:
+        return QStringLiteral("Generating filmstrip");
+    case Phase::copyingHD:
+        return QStringLiteral("Encoding HD copy");
+    case Phase::writingProject:
+        return QStringLiteral("Writing project file");
+    case Phase::done:
+        break;
+    }
+    return QStringLiteral("Row done");
 }
+
+} // namespace
 
 QString packageLocation(const HandoffChoices &choices) {
     const QString folder =
@@ -30,7 +51,7 @@ QString projectNameHelp() {
 
 QString help(ExportBatch::Mode mode) {
     if (mode == ExportBatch::Mode::fastCopy) {
-        return ExportTexts::help(mode);
+        return DeliveryTexts::fastCopyHelp();
     }
     return QStringLiteral("H.264/AAC re-encode at HighestQuality. Frame-accurate trims; output is "
                           ".mp4 always.");
@@ -70,8 +91,8 @@ QString contentsSummary(const QList<HandoffClip> &clips) {
 }
 
 QString symbol(const HandoffClip &clip) {
-    return ExportTexts::symbol(clip.isWholeClipSelected ? ExportRowKind::wholeClip
-                                                        : ExportRowKind::subclip);
+    return DeliveryTexts::symbol(clip.isWholeClipSelected ? ExportRowKind::wholeClip
+                                                          : ExportRowKind::subclip);
 }
 
 QString contents(const HandoffClip &clip) {
@@ -90,77 +111,16 @@ QString nothingToHandOff() {
                           "subclips), then come back here.");
 }
 
-QString progressLine(const HandoffProgress &progress) {
-    return QStringLiteral("%1 of %2: %3")
-        .arg(QString::number(std::min(progress.index + 1, progress.total)),
-             QString::number(progress.total), progress.currentFilename);
-}
-
-QString phase(HandoffProgress::Phase phase) {
-    using Phase = HandoffProgress::Phase;
-    switch (phase) {
-    case Phase::starting:
-        return {};
-    case Phase::copyingMedia:
-        return QStringLiteral("Copying media");
-    case Phase::extractingSubclip:
-        return QStringLiteral("Extracting subclip");
-    case Phase::generatingThumbnail:
-        return QStringLiteral("Generating thumbnail");
-    case Phase::generatingFilmstrip:
-        return QStringLiteral("Generating filmstrip");
-    case Phase::copyingHD:
-        return QStringLiteral("Encoding HD copy");
-    case Phase::writingProject:
-        return QStringLiteral("Writing project file");
-    case Phase::done:
-        break;
-    }
-    return QStringLiteral("Row done");
-}
-
-QString bytes(const HandoffProgress &progress) {
-    return progress.bytesTotal > 0
-               ? QStringLiteral("%1 / %2").arg(formattedByteCount(progress.bytesDone),
-                                               formattedByteCount(progress.bytesTotal))
-               : QString();
-}
-
 QString rowLine(const HandoffProgress &progress) {
-    QStringList parts{phase(progress.phase), bytes(progress)};
+    QStringList parts{phaseText(progress.phase),
+                      DeliveryTexts::byteCounts(progress.bytesDone, progress.bytesTotal)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" · "));
 }
 
-double overallFraction(const HandoffProgress &progress) {
-    const double row = progress.phase == HandoffProgress::Phase::done ? 0.0 : progress.rowProgress;
-    return progress.total > 0 ? std::clamp((progress.index + row) / progress.total, 0.0, 1.0) : 0;
-}
-
 QString headline(const HandoffResult &result) {
-    if (result.cancelled) {
-        return QStringLiteral("Handoff cancelled");
-    }
-    const qsizetype issues = result.failed.size() + (result.generalError ? 1 : 0);
-    return issues > 0
-               ? QStringLiteral("Handoff finished with ") + counted(issues, QStringLiteral("issue"))
-               : QStringLiteral("Handoff complete");
-}
-
-QString backupLine(const std::optional<QString> &backupError) {
-    return ExportTexts::backupLine(backupError);
-}
-
-QString succeededTitle(const HandoffResult &result) {
-    return QStringLiteral("Succeeded (%1)").arg(result.succeeded.size());
-}
-
-QString failedTitle(const HandoffResult &result) {
-    return QStringLiteral("Failed / Cancelled (%1)").arg(result.failed.size());
-}
-
-QString note(const HandoffRowOutcome &outcome) {
-    return outcome.hdPath ? QStringLiteral("(+ HD)") : QString();
+    return DeliveryTexts::headline(QStringLiteral("Handoff"), result.cancelled,
+                                   result.failed.size() + (result.generalError ? 1 : 0));
 }
 
 QString row(const HandoffRowFailure &failure) {

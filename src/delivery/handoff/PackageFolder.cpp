@@ -17,7 +17,7 @@ template <typename Work> auto withPrefix(const QString &prefix, Work work) {
     }
 }
 
-/// The document doesn't know every file's size; the disk does.
+/// Adds file sizes that the document does not have.
 QList<HandoffClip> withSizes(QList<HandoffClip> clips) {
     for (HandoffClip &clip : clips) {
         const auto status = clip.video->fileSizeBytes
@@ -30,8 +30,8 @@ QList<HandoffClip> withSizes(QList<HandoffClip> clips) {
     return clips;
 }
 
-/// Nothing where the volume doesn't say.
-std::optional<quint64> roomAt(const QString &folder) {
+/// nullopt if the volume does not report it.
+std::optional<quint64> freeSpaceAt(const QString &folder) {
     try {
         return quint64(std::max(fileSystem().availableBytes(folder), qint64(0)));
     } catch (const FileError &) {
@@ -41,36 +41,36 @@ std::optional<quint64> roomAt(const QString &folder) {
 
 } // namespace
 
-void assertRoom(const HandoffPlan &plan) {
+void assertFreeSpace(const HandoffPlan &plan) {
     const quint64 needed = estimatedBytes(withSizes(plan.clips));
-    const auto room = roomAt(plan.destinationFolder);
-    if (room && *room < needed) {
+    const auto available = freeSpaceAt(plan.destinationFolder);
+    if (available && *available < needed) {
         throw RunError(
             QStringLiteral("There isn't enough room in %1: the package needs about %2, and %3 are "
                            "free. Nothing was written. Make room or pick another destination "
                            "folder, then run the handoff again.")
                 .arg(plan.destinationFolder, formattedByteCount(needed),
-                     formattedByteCount(*room)));
+                     formattedByteCount(*available)));
     }
 }
 
-PackageProject::Places reserve(const HandoffPlan &plan, const SelectsHandoff::Seconds &now) {
+PackageProject::Paths reserve(const HandoffPlan &plan, const SelectsHandoff::Seconds &now) {
     return withPrefix(QStringLiteral("Could not reserve package folder: "), [&] {
         const QString folder =
             SelectsHandoff::reserveUniqueSubfolder(plan.projectName, plan.destinationFolder, now);
         fileSystem().syncFolder(paths::parentFolder(folder));
-        return PackageProject::Places::of(folder, plan.projectName);
+        return PackageProject::Paths::of(folder, plan.projectName);
     });
 }
 
-void createSkeleton(const PackageProject::Places &places, HandoffOutputMode outputMode) {
+void createSkeleton(const PackageProject::Paths &paths, HandoffOutputMode outputMode) {
     withPrefix(QStringLiteral("Could not create package skeleton: "), [&] {
-        fileSystem().createFolders(places.media);
-        fileSystem().createFolders(paths::joined(places.cacheRoot, QStringLiteral("thumbnails")));
+        fileSystem().createFolders(paths.media);
+        fileSystem().createFolders(paths::joined(paths.cacheRoot, QStringLiteral("thumbnails")));
         fileSystem().createFolders(
-            paths::joined(places.cacheRoot, QStringLiteral("subclip-thumbs")));
+            paths::joined(paths.cacheRoot, QStringLiteral("subclip-thumbs")));
         if (outputMode == HandoffOutputMode::primaryAndHd) {
-            fileSystem().createFolders(places.hd);
+            fileSystem().createFolders(paths.hd);
         }
     });
 }

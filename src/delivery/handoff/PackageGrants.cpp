@@ -6,7 +6,7 @@ namespace corvane {
 
 namespace {
 
-/// A file that can't be hashed is left to the registry, which makes it wait for the user's word.
+/// nullopt if the file cannot be hashed. The registry then asks the user to confirm it.
 QCoro::Task<std::optional<QString>> hashed(QString file) {
     co_return co_await utilityExecutor().run([file]() -> std::optional<QString> {
         try {

@@ -4,17 +4,17 @@
 
 namespace corvane {
 
-/// The grants of a package's new files, which are all made in one go before the package's document
-/// names the files. What has to be hashed for that is hashed while the run goes on with the next
-/// outputs. Main thread.
+/// Collects the new files of a package and grants them in one update of the registry, before the
+/// package's document refers to them. Files of unknown content are hashed while the run goes on.
+/// Main thread.
 class PackageGrants {
   public:
     explicit PackageGrants(MediaSourceAuthorization &authorization);
 
-    /// A file to grant. `anchor` is that of the bytes that it was just written with, where they
-    /// were hashed on their way; a file that somebody changes after that stays refused.
+    /// Adds a file. `anchor` is the anchor of its content if it was verified while the file was
+    /// written; otherwise the file is hashed.
     void add(const QString &file, const std::optional<QString> &anchor);
-    /// Returns when all are granted to the project.
+    /// Waits for the hashes and grants all files to the project.
     QCoro::Task<> grantAll(QString projectFile);
 
   private:

@@ -20,7 +20,7 @@ std::optional<QString> inHD(const std::optional<QString> &name) {
     return name ? std::optional(QStringLiteral("media/HD/") + *name) : std::nullopt;
 }
 
-/// The bare file name that a clip came from.
+/// The file name of the source, without its folder.
 std::optional<QString> bareName(const QString &sourcePath) {
     const QString name = paths::lastComponent(sourcePath);
     return name.isEmpty() || name.contains(QLatin1Char('/')) ? std::nullopt : std::optional(name);
@@ -32,15 +32,9 @@ QString stubNotes(const std::optional<QString> &notes) {
     return notes && !notes->isEmpty() ? *notes + QStringLiteral("\n\n") + text : text;
 }
 
-template <typename Value>
-std::optional<Value> firstOf(const std::optional<Value> &probed,
-                             const std::optional<Value> &parents) {
-    return probed ? probed : parents;
-}
-
 } // namespace
 
-Places Places::of(const QString &packageFolder, const QString &projectName) {
+Paths Paths::of(const QString &packageFolder, const QString &projectName) {
     const QString file = paths::joined(packageFolder, projectName + QStringLiteral(".corvane"));
     const QString media = mediaFolder(file);
     return {.folder = packageFolder,
@@ -50,11 +44,11 @@ Places Places::of(const QString &packageFolder, const QString &projectName) {
             .cacheRoot = corvane::cacheRoot(file)};
 }
 
-Project stub(const HandoffPlan &plan, const Places &places, const QDateTime &now) {
+Project stub(const HandoffPlan &plan, const Paths &paths, const QDateTime &now) {
     return {.id = newIdentifier(),
             .name = plan.projectName,
-            .filePath = places.projectFile,
-            .rootFolders = {places.media},
+            .filePath = paths.projectFile,
+            .rootFolders = {paths.media},
             .projectName = plan.projectName,
             .notes = stubNotes(plan.notes),
             .createdAt = now,
@@ -106,7 +100,7 @@ VideoItem clipOf(const ExtractedSubclip &extracted, const QDateTime &now) {
     const VideoRecord &parent = extracted.parent;
     const Subclip &subclip = extracted.subclip;
     const MetadataProcessor::Outcome &facts = extracted.facts;
-    const double cutSeconds = extracted.range.durationSeconds();
+    const double rangeSeconds = extracted.range.durationSeconds();
     return VideoRecord{
         .id = facts.videoId,
         .sourcePath = inMedia(extracted.output.media),
@@ -114,16 +108,16 @@ VideoItem clipOf(const ExtractedSubclip &extracted, const QDateTime &now) {
         .originalSourcePath = bareName(parent.sourcePath),
         .fileName = extracted.output.media,
         .parentFolder = kMediaFolder,
-        .durationSeconds = facts.durationSeconds > 0 ? facts.durationSeconds : cutSeconds,
-        .width = firstOf(facts.width, parent.width),
-        .height = firstOf(facts.height, parent.height),
-        .fps = firstOf(facts.fps, parent.fps),
-        .codec = firstOf(facts.codec, parent.codec),
-        .audioCodec = firstOf(facts.audioCodec, parent.audioCodec),
+        .durationSeconds = facts.durationSeconds > 0 ? facts.durationSeconds : rangeSeconds,
+        .width = facts.width.or_else([&] { return parent.width; }),
+        .height = facts.height.or_else([&] { return parent.height; }),
+        .fps = facts.fps.or_else([&] { return parent.fps; }),
+        .codec = facts.codec.or_else([&] { return parent.codec; }),
+        .audioCodec = facts.audioCodec.or_else([&] { return parent.audioCodec; }),
         .fileSizeBytes = extracted.fileSizeBytes,
         .thumbnailPath = facts.thumbnailRelativePath,
         .hdPath = inHD(extracted.output.hd),
-        .bitRateBps = firstOf(facts.bitRateBps, parent.bitRateBps),
+        .bitRateBps = facts.bitRateBps.or_else([&] { return parent.bitRateBps; }),
         .pixelFormat = parent.pixelFormat,
         .rating = subclip.rating > 0 ? subclip.rating : parent.rating,
         .favorite = subclip.favorite,

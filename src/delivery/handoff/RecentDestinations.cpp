@@ -14,14 +14,14 @@ QStringList RecentDestinations::load() const {
     QStringList folders = m_defaults->value(key()).toStringList();
     folders.removeIf([](const QString &folder) { return !folder.startsWith(QLatin1Char('/')); });
     folders.removeDuplicates();
-    return folders.first(std::min(folders.size(), kMost));
+    return folders.first(std::min(folders.size(), kMaxCount));
 }
 
 QStringList RecentDestinations::note(const QString &folder) {
     QStringList folders = load();
     folders.removeAll(folder);
     folders.prepend(folder);
-    folders = folders.first(std::min(folders.size(), kMost));
+    folders = folders.first(std::min(folders.size(), kMaxCount));
     m_defaults->setValue(key(), folders);
     return folders;
 }

@@ -7,17 +7,17 @@
 
 namespace corvane {
 
-/// The folders that handoffs went to, kept in the user defaults. Main thread.
+/// The destination folders of recent handoffs, stored in the user settings. Main thread.
 class RecentDestinations {
   public:
-    static constexpr qsizetype kMost = 5;
+    static constexpr qsizetype kMaxCount = 5;
     static const QString &key();
 
     explicit RecentDestinations(std::unique_ptr<QSettings> defaults);
 
-    /// Newest first; what is no absolute path is left out.
+    /// Newest first. Omits stored values that are not absolute paths.
     QStringList load() const;
-    /// Moves or adds the folder to the front, and gives the new list.
+    /// Moves or adds the folder to the front and returns the new list.
     QStringList note(const QString &folder);
 
   private:

@@ -15,7 +15,7 @@ QString numbered(const QString &name, qint64 number) {
     return QStringLiteral("%1 (%2)").arg(name, QString::number(number));
 }
 
-/// False where something has the name already.
+/// Returns false if the name is taken.
 bool createIfFree(const QString &folder, const QString &destination) {
     assertContained(folder, destination);
     try {

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-/// The folder of a package.
+/// Reserves the folder of a package.
 namespace corvane::SelectsHandoff {
 
 class ContainmentError : public Failure {
@@ -23,16 +23,16 @@ class ContainmentError : public Failure {
     Kind m_kind;
 };
 
-/// Throws `escapesDestination` unless `child` lies strictly inside `parent`, both standardized
-/// first. Looks at no file.
+/// Throws `escapesDestination` unless `child` is strictly inside `parent`. Standardizes both
+/// without file access.
 void assertContained(const QString &child, const QString &parent);
 
 /// Unix time in whole seconds.
 using Seconds = std::function<qint64()>;
 
-/// Creates a folder in the destination that nothing was at before, under the name or the first
-/// numbered one that is free, and gives its path. Nobody else gets the same folder. The destination
-/// must exist. On an executor's thread; throws `ContainmentError` and `FileError`.
+/// Creates a new folder in the destination, with the name or the first free numbered name, and
+/// returns its path. Concurrent calls get different folders. The destination must exist. On an
+/// executor's thread. Throws `ContainmentError` and `FileError`.
 QString reserveUniqueSubfolder(const QString &name, const QString &destination, const Seconds &now);
 
 } // namespace corvane::SelectsHandoff

@@ -15,37 +15,20 @@ namespace {
 using PackageFolder::RunError;
 using Phase = HandoffProgress::Phase;
 
-/// Gives the text that is told where the document can't be written.
 QString projectFileError(const std::exception &error) {
     return QStringLiteral("Could not write project file: ") + describe(error);
-}
-
-QCoro::Task<PackageProject::Places> reserveFolder(HandoffPlan plan, qint64 now) {
-    co_return co_await userInitiatedExecutor().run([plan, now] {
-        PackageFolder::assertRoom(plan);
-        return PackageFolder::reserve(plan, [now] { return now; });
-    });
-}
-
-QCoro::Task<> writeStub(Project stub, QString file) {
-    ProjectFileIO io;
-    try {
-        co_await io.save(stub, file, false);
-    } catch (const std::exception &error) {
-        throw RunError(projectFileError(error));
-    }
 }
 
 void reportRun(const HandoffRun &run, Phase phase) {
     const int total = int(run.plan.clips.size());
     run.onProgress({.index = total,
                     .total = total,
-                    .currentFilename = paths::lastComponent(run.places.projectFile),
+                    .currentFilename = paths::lastComponent(run.paths.projectFile),
                     .phase = phase,
                     .rowProgress = phase == Phase::done ? 1.0 : 0.0});
 }
 
-QCoro::Task<> handOver(std::shared_ptr<HandoffRun> run, HandoffClip clip, int index) {
+QCoro::Task<> deliverClip(std::shared_ptr<HandoffRun> run, HandoffClip clip, int index) {
     if (run->cancelToken->isRequested()) {
         run->result.failed.append(failedClip(clip, kCancelledText, true));
         co_return;
@@ -60,17 +43,17 @@ QCoro::Task<> handOver(std::shared_ptr<HandoffRun> run, HandoffClip clip, int in
     }
 }
 
-/// Puts the real document in the stub's place once everything that it names is on the disk.
-QCoro::Task<> complete(std::shared_ptr<HandoffRun> run, Project stub) {
+/// Replaces the stub by the final document, after everything that it refers to is on disk.
+QCoro::Task<> completePackage(std::shared_ptr<HandoffRun> run, Project stub) {
     reportRun(*run, Phase::writingProject);
-    co_await run->packageGrants.grantAll(run->places.projectFile);
+    co_await run->packageGrants.grantAll(run->paths.projectFile);
     const Project project =
         PackageProject::finished(run->plan, stub, run->videos, run->clock.now());
     ProjectFileIO io;
     try {
         co_await userInitiatedExecutor().run(
-            [folder = run->places.folder] { fileSystem().syncVolume(folder); });
-        co_await io.save(project, run->places.projectFile, false);
+            [folder = run->paths.folder] { fileSystem().syncVolume(folder); });
+        co_await io.save(project, run->paths.projectFile, false);
     } catch (const std::exception &error) {
         run->result.generalError = projectFileError(error);
     }
@@ -80,10 +63,10 @@ QCoro::Task<> complete(std::shared_ptr<HandoffRun> run, Project stub) {
 
 SelectsHandoffEngine::SelectsHandoffEngine(MediaSourceAuthorization &authorization,
                                            media::ExportSessionFactory &sessions,
-                                           CacheMaker &cacheMaker, Clock &clock)
+                                           CacheFunctions cache, Clock &clock)
     : m_authorization(authorization),
       m_sessions(sessions),
-      m_cacheMaker(cacheMaker),
+      m_cache(std::move(cache)),
       m_clock(clock) {}
 
 void SelectsHandoffEngine::requestCancel() {
@@ -95,29 +78,28 @@ void SelectsHandoffEngine::requestCancel() {
 void SelectsHandoffEngine::abort() {
     if (m_cancelToken) {
         m_cancelToken->abort();
-        m_abort.request_stop();
     }
 }
 
 QCoro::Task<HandoffResult> SelectsHandoffEngine::run(HandoffPlan plan,
-                                                     HandoffProgressHandler onProgress) {
-    m_cancelToken = std::make_shared<CancelToken>();
-    m_abort = std::stop_source();
+                                                     HandoffProgressHandler onProgress,
+                                                     std::shared_ptr<CancelToken> cancelToken) {
+    m_cancelToken = std::move(cancelToken);
     m_isRunning = true;
-    const auto run = std::make_shared<HandoffRun>(HandoffRun{.plan = std::move(plan),
-                                                             .packageGrants{m_authorization},
-                                                             .cancelToken = m_cancelToken,
-                                                             .abort = m_abort.get_token(),
-                                                             .onProgress = std::move(onProgress),
-                                                             .sessions = m_sessions,
-                                                             .cacheMaker = m_cacheMaker,
-                                                             .clock = m_clock});
+    const auto run = std::make_shared<HandoffRun>(
+        HandoffRun{.plan = std::move(plan),
+                   .packageGrants{m_authorization},
+                   .cancelToken = m_cancelToken,
+                   .onProgress = std::move(onProgress),
+                   .maker{m_sessions, m_clock, m_cancelToken->abortToken()},
+                   .cache = m_cache,
+                   .clock = m_clock});
     try {
-        const Project stub = co_await begin(run);
+        const Project stub = co_await createPackage(run);
         for (int index = 0; index < run->plan.clips.size(); ++index) {
-            co_await handOver(run, run->plan.clips.at(index), index);
+            co_await deliverClip(run, run->plan.clips.at(index), index);
         }
-        co_await complete(run, stub);
+        co_await completePackage(run, stub);
     } catch (const std::exception &error) {
         run->result.generalError = describe(error);
     }
@@ -130,20 +112,30 @@ QCoro::Task<HandoffResult> SelectsHandoffEngine::run(HandoffPlan plan,
     co_return result;
 }
 
-/// From nothing to a package that says that it is unfinished. Gives the document that says so.
-QCoro::Task<Project> SelectsHandoffEngine::begin(std::shared_ptr<HandoffRun> run) {
-    run->places = co_await reserveFolder(run->plan, m_clock.now().toSecsSinceEpoch());
-    run->result.packageFolder = run->places.folder;
-    const Project stub = PackageProject::stub(run->plan, run->places, m_clock.now());
-    co_await writeStub(stub, run->places.projectFile);
-    run->result.projectFileURL = run->places.projectFile;
-    co_await userInitiatedExecutor().run([places = run->places, outputMode = run->plan.outputMode] {
-        PackageFolder::createSkeleton(places, outputMode);
+/// Creates the unfinished package and returns its document.
+QCoro::Task<Project> SelectsHandoffEngine::createPackage(std::shared_ptr<HandoffRun> run) {
+    const HandoffPlan &plan = run->plan;
+    run->paths =
+        co_await userInitiatedExecutor().run([plan, now = m_clock.now().toSecsSinceEpoch()] {
+            PackageFolder::assertFreeSpace(plan);
+            return PackageFolder::reserve(plan, [now] { return now; });
+        });
+    run->result.packageFolder = run->paths.folder;
+    const Project stub = PackageProject::stub(plan, run->paths, m_clock.now());
+    ProjectFileIO io;
+    try {
+        co_await io.save(stub, run->paths.projectFile, false);
+    } catch (const std::exception &error) {
+        throw RunError(projectFileError(error));
+    }
+    run->result.projectFileURL = run->paths.projectFile;
+    co_await userInitiatedExecutor().run([paths = run->paths, outputMode = plan.outputMode] {
+        PackageFolder::createSkeleton(paths, outputMode);
     });
-    co_await m_authorization.authorizeMediaRoot(run->places.media, run->places.projectFile);
-    run->sourceGrants = {.projectFolder = projectFolder(run->plan.sourceProjectFilePath),
-                         .authorizedSourcePaths = run->plan.authorizedSourcePaths,
-                         .mediaRootAuthorized = run->plan.sourceMediaRootAuthorized};
+    co_await m_authorization.authorizeMediaRoot(run->paths.media, run->paths.projectFile);
+    run->sourceGrants = {.projectFolder = projectFolder(plan.sourceProjectFilePath),
+                         .authorizedSourcePaths = plan.authorizedSourcePaths,
+                         .mediaRootAuthorized = plan.sourceMediaRootAuthorized};
     co_return stub;
 }
 

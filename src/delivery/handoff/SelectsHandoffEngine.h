@@ -1,6 +1,6 @@
 #pragma once
 
-#include "delivery/handoff/CacheMaker.h"
+#include "delivery/handoff/CacheFunctions.h"
 #include "delivery/handoff/HandoffPlan.h"
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
@@ -13,44 +13,44 @@ namespace corvane {
 
 struct HandoffRun;
 
-/// Builds one self-contained package from a plan: the media of the chosen items, their derived
-/// pictures, and a project file whose paths are relative to the package. The source project isn't
-/// touched, and neither is anything that was at the destination.
+/// Builds one self-contained package from a plan: the media of the selected items, their cached
+/// images, and a project file whose paths are relative to the package. Changes neither the source
+/// project nor existing files at the destination.
 ///
-/// At any moment of a run the package holds a project file that opens: first one that says in its
-/// notes that it is unfinished, and as the last step of all, when everything else is on the disk,
-/// the real one. A bad clip never stops the others, and a run never throws.
+/// The package always contains a project file that opens. Its notes say that it is unfinished,
+/// until everything else is on disk and the final file replaces it. A failed clip does not stop the
+/// others, and a run never throws.
 ///
-/// Main thread; it leaves it for everything that touches a file. The engine, and what it is given,
-/// must live until the task of `run` is done.
+/// Main thread; file access runs on executors. The engine and the objects passed to it must outlive
+/// the task of `run`.
 class SelectsHandoffEngine {
   public:
     SelectsHandoffEngine(MediaSourceAuthorization &authorization,
-                         media::ExportSessionFactory &sessions, CacheMaker &cacheMaker,
+                         media::ExportSessionFactory &sessions, CacheFunctions cache = {},
                          Clock &clock = Clock::system());
 
-    /// One run at a time.
-    QCoro::Task<HandoffResult> run(HandoffPlan plan, HandoffProgressHandler onProgress);
+    /// One run at a time. `cancelToken` may be requested before the run.
+    QCoro::Task<HandoffResult>
+    run(HandoffPlan plan, HandoffProgressHandler onProgress,
+        std::shared_ptr<CancelToken> cancelToken = std::make_shared<CancelToken>());
 
-    /// However often it is called, the output in hand is finished and nothing further is begun.
-    /// Nothing before a run.
+    /// Lets the current output finish, however often it is called. A no-op before a run.
     void requestCancel();
-    /// Aborts the output in hand at once; what was made until then is still completed.
+    /// Aborts the current output; the package is still completed. A no-op before a run.
     void abort();
 
     bool isRunning() const { return m_isRunning; }
-    /// The last run's; absent before one.
+    /// Token of the current or last run; nullptr before the first.
     const std::shared_ptr<CancelToken> &cancelToken() const { return m_cancelToken; }
 
   private:
-    QCoro::Task<Project> begin(std::shared_ptr<HandoffRun> run);
+    QCoro::Task<Project> createPackage(std::shared_ptr<HandoffRun> run);
 
     MediaSourceAuthorization &m_authorization;
     media::ExportSessionFactory &m_sessions;
-    CacheMaker &m_cacheMaker;
+    CacheFunctions m_cache;
     Clock &m_clock;
     std::shared_ptr<CancelToken> m_cancelToken;
-    std::stop_source m_abort;
     bool m_isRunning = false;
 };
 

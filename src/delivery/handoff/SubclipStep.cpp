@@ -22,19 +22,21 @@ QCoro::Task<> SubclipStep::make() {
         m_subclip.label.value_or(QStringLiteral("Subclip %1").arg(m_subclip.creationIndex));
     const ClipRange range =
         widenedRange(m_subclip, m_run->plan.subclipHandleSeconds, m_clip.video->durationSeconds);
-    const bool passesThrough = m_run->plan.mode == ExportBatch::Mode::fastCopy;
     takeName({.kind = ExportRowKind::subclip,
               .subclipLabel = label,
               .subclipIndex = m_subclip.creationIndex});
     reportPhase(Phase::extractingSubclip, 0);
-    co_await vet();
-    co_await transcode(passesThrough ? media::ExportPreset::passthrough
-                                     : media::ExportPreset::highestQuality,
-                       range, {0, kExtracted});
+    co_await validatePaths();
+    const auto preset =
+        isFastCopy() ? media::ExportPreset::passthrough : media::ExportPreset::highestQuality;
+    co_await makeOutput(mediaPath(), preset, range, {0, kExtracted});
     m_run->packageGrants.add(mediaPath(), std::nullopt);
-    const MetadataProcessor::Outcome facts = co_await readFacts();
+    const QString id = newIdentifier();
+    MetadataProcessor::Outcome facts =
+        co_await m_run->cache.process(id, mediaPath(), m_run->paths.cacheRoot);
+    facts.videoId = id;
     reportPhase(Phase::generatingFilmstrip, kExtracted);
-    co_await makeFilmstrip(facts.videoId);
+    co_await makeFilmstrip(id);
     const auto hdName = co_await makeHDCopy(range, {kFilmstripDone, 1});
     const auto status = co_await userInitiatedExecutor().run(
         [path = mediaPath()] { return fileSystem().linkStatus(path); });
@@ -48,15 +50,6 @@ QCoro::Task<> SubclipStep::make() {
                 m_run->clock.now()),
             hdName);
     reportPhase(Phase::done, 1);
-}
-
-/// The clip that the subclip becomes has an id of its own from here on.
-QCoro::Task<MetadataProcessor::Outcome> SubclipStep::readFacts() {
-    const QString id = newIdentifier();
-    MetadataProcessor::Outcome facts =
-        co_await m_run->cacheMaker.process(id, mediaPath(), m_run->places.cacheRoot);
-    facts.videoId = id;
-    co_return facts;
 }
 
 } // namespace corvane

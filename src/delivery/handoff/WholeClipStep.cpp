@@ -1,6 +1,6 @@
 #include "delivery/handoff/WholeClipStep.h"
 
-#include "delivery/handoff/CacheCarrier.h"
+#include "delivery/handoff/CacheCopier.h"
 #include "platform/Paths.h"
 #include "transfer/SidecarCopier.h"
 
@@ -15,34 +15,32 @@ constexpr double kCacheDone = 0.8;
 
 QCoro::Task<> WholeClipStep::make() {
     takeName({.kind = ExportRowKind::wholeClip});
-    co_await vet();
+    co_await validatePaths();
     co_await makePrimary();
     co_await copySidecar();
     reportPhase(Phase::copyingMedia, kPrimaryDone);
-    co_await carryCache();
+    co_await copyCache();
     const auto hdName = co_await makeHDCopy(std::nullopt, {kCacheDone, 1});
     deliver(PackageProject::rewrittenClip(m_clip.video, {m_name, hdName}), hdName);
     ++m_progress.index;
     reportPhase(Phase::done, 1);
 }
 
-/// A byte copy has the very bytes that the source's anchor was proved by.
 QCoro::Task<> WholeClipStep::makePrimary() {
-    const bool isByteCopy = m_run->plan.mode == ExportBatch::Mode::fastCopy;
+    const auto preset =
+        isFastCopy() ? std::nullopt : std::optional(media::ExportPreset::highestQuality);
     reportPhase(Phase::copyingMedia, 0);
-    if (!isByteCopy) {
-        co_await transcode(media::ExportPreset::highestQuality, std::nullopt, {0, kPrimaryDone});
-        m_run->packageGrants.add(mediaPath(), std::nullopt);
-        co_return;
+    co_await makeOutput(mediaPath(), preset, std::nullopt, {0, kPrimaryDone});
+    // The source's full anchor was verified during the byte copy, so it is the copy's as well.
+    std::optional<QString> anchor;
+    if (const auto identity = sourceIdentity(); isFastCopy() && identity) {
+        anchor = identity->contentHash;
     }
-    co_await copyBytes({0, kPrimaryDone});
-    const auto identity = sourceIdentity();
-    const bool isProved =
-        identity && identity->contentHash && ContentHasher::parseFullAnchor(*identity->contentHash);
-    m_run->packageGrants.add(mediaPath(), isProved ? identity->contentHash : std::nullopt);
+    const bool isFull = anchor && ContentHasher::parseFullAnchor(*anchor);
+    m_run->packageGrants.add(mediaPath(), isFull ? anchor : std::nullopt);
 }
 
-/// A sidecar that is refused or can't be copied is left out without a word.
+/// Ignores failures: a sidecar that is refused or cannot be copied is missing in the package.
 QCoro::Task<> WholeClipStep::copySidecar() {
     const QString sidecar = m_clip.video->sidecarPath.value_or(QString());
     if (sidecar.isEmpty()) {
@@ -51,37 +49,38 @@ QCoro::Task<> WholeClipStep::copySidecar() {
     const QString name = PackageProject::sidecarName(m_name, sidecar);
     m_run->names.reserveStem(paths::split(m_name).stem);
     if (m_run->names.takeBesideStem(name) != name) {
-        co_return; // some output has the name already
+        co_return; // an output has the name
     }
     try {
         co_await userInitiatedExecutor().run([this, sidecar, name] {
-            SidecarCopier::copySidecar(sidecar, paths::joined(m_run->places.media, name),
-                                       m_clip.video->sourcePath, m_run->places.media, m_run->abort);
+            SidecarCopier::copySidecar(sidecar, paths::joined(m_run->paths.media, name),
+                                       m_clip.video->sourcePath, m_run->paths.media,
+                                       m_run->cancelToken->abortToken());
         });
     } catch (const std::exception &) {
     }
 }
 
-QCoro::Task<> WholeClipStep::carryCache() {
-    const CacheCarrier carrier(m_run->plan.sourceCacheRoot, m_run->places.cacheRoot, m_run->abort);
+/// Creates what cannot be copied from the cache of the source project.
+QCoro::Task<> WholeClipStep::copyCache() {
+    const CacheCopier copier(m_run->plan.sourceCacheRoot, m_run->paths.cacheRoot,
+                             m_run->cancelToken->abortToken());
     const auto identifier = PackageProject::canonicalIdentifier(m_clip.video->id);
-    struct Carried {
-        bool thumbnail = false;
-        bool filmstrip = false;
-    };
-    const VideoItem video = m_clip.video;
-    const Carried carried = co_await userInitiatedExecutor().run([&carrier, video] {
-        carrier.carrySubclipThumbnails(*video);
-        return Carried{carrier.carryThumbnail(*video), carrier.carryFilmstrip(*video)};
+    bool hasThumbnail = false;
+    bool hasFilmstrip = false;
+    co_await userInitiatedExecutor().run([&, video = m_clip.video] {
+        copier.copySubclipThumbnails(*video);
+        hasThumbnail = copier.copyThumbnail(*video);
+        hasFilmstrip = copier.copyFilmstrip(*video);
     });
     if (!identifier) {
-        co_return; // such an id names no file
+        co_return; // the id must not become part of a path
     }
-    if (!carried.thumbnail) {
+    if (!hasThumbnail) {
         reportPhase(Phase::generatingThumbnail, kPrimaryDone);
-        co_await m_run->cacheMaker.process(*identifier, mediaPath(), m_run->places.cacheRoot);
+        co_await m_run->cache.process(*identifier, mediaPath(), m_run->paths.cacheRoot);
     }
-    if (!carried.filmstrip) {
+    if (!hasFilmstrip) {
         reportPhase(Phase::generatingFilmstrip, kPrimaryDone);
         co_await makeFilmstrip(m_clip.video->id);
     }

@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-/// Hands a whole clip over: its media, its sidecar, its pictures, and its HD copy.
+/// Delivers a whole clip: its media, sidecar, thumbnails, filmstrip and HD copy.
 class WholeClipStep : public HandoffStep {
   public:
     using HandoffStep::HandoffStep;
@@ -13,7 +13,7 @@ class WholeClipStep : public HandoffStep {
     QCoro::Task<> make() override;
     QCoro::Task<> makePrimary();
     QCoro::Task<> copySidecar();
-    QCoro::Task<> carryCache();
+    QCoro::Task<> copyCache();
 };
 
 } // namespace corvane

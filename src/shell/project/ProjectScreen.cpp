@@ -24,7 +24,7 @@ ProjectScreen::ProjectScreen(CorvaneApp &app, media::MediaPlayer::Options player
       m_importing(m_importFlow, app.panels(), app.clock()),
       m_exportFlow(&app.store(), media::ffmpegExportSessions()),
       m_exporting(m_exportFlow, app.store(), app.panels(), app.clock()),
-      m_handoffFlow(&app.store(), media::ffmpegExportSessions(), m_cacheMaker),
+      m_handoffFlow(&app.store(), media::ffmpegExportSessions()),
       m_handoff(m_handoffFlow, app.store(), app.panels(), app.clock()) {
     connectRequests(*app.requests());
     connectFlows();

@@ -2,7 +2,6 @@
 
 #include "delivery/export/ExportSheet.h"
 #include "delivery/handoff/HandoffSheet.h"
-#include "delivery/handoff/MediaCacheMaker.h"
 #include "import/ImportSheet.h"
 #include "review/EngineReviewPlayer.h"
 #include "review/MediaBanners.h"
@@ -82,7 +81,6 @@ class ProjectScreen : public OpenProjectScreen {
     ImportSheet m_importing;
     ExportViewModel m_exportFlow;
     ExportSheet m_exporting;
-    MediaCacheMaker m_cacheMaker;
     SelectsHandoffViewModel m_handoffFlow;
     HandoffSheet m_handoff;
 

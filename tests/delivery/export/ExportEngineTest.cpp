@@ -1,4 +1,4 @@
-#include "delivery/DeliveryFixture.h"
+#include "delivery/export/ExportFixture.h"
 
 #include "delivery/export/ExportEngine.h"
 #include "transfer/SidecarCopier.h"

@@ -1,7 +1,7 @@
 #include "delivery/export/ExportSheet.h"
 
-#include "delivery/DeliveryFixture.h"
-#include "delivery/ExportTexts.h"
+#include "delivery/export/ExportFixture.h"
+#include "delivery/export/ExportTexts.h"
 #include "support/TestPanels.h"
 
 #include <QAbstractItemModelTester>
@@ -50,9 +50,9 @@ class ExportSheetTest : public ExportTest {
     QStringList results() {
         QStringList texts;
         for (const DeliveryResult &row : state.results()->rows()) {
-            texts.append(row.heading + QLatin1Char('|') + row.symbol + QLatin1Char('|') + row.name +
-                         row.note + QLatin1Char('|') + row.error.left(9) + QLatin1Char('|') +
-                         row.path);
+            texts.append(row.heading + QLatin1Char('|') + row.symbol() + QLatin1Char('|') +
+                         row.name + row.note + QLatin1Char('|') + row.error.left(9) +
+                         QLatin1Char('|') + row.path);
         }
         return texts;
     }
@@ -217,7 +217,7 @@ TEST_F(ExportSheetTest, TheCancelButtonSaysWhatItDoesNext) {
     EXPECT_EQ(state.cancelled(), 3);
     EXPECT_EQ(state.results()->data(state.results()->index(0), DeliveryResults::Rich).toString(),
               text("<b>a.mov</b>: Cancelled"));
-    EXPECT_EQ(state.results()->rows().first().symbol, text("xmark.circle"));
+    EXPECT_EQ(state.results()->rows().first().symbol(), text("xmark.circle"));
 }
 
 TEST_F(ExportSheetTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {

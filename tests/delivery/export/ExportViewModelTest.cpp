@@ -1,8 +1,9 @@
 #include "delivery/export/ExportViewModel.h"
 
-#include "delivery/DeliveryFixture.h"
+#include "delivery/DeliveryTexts.h"
+#include "delivery/export/ExportFixture.h"
+#include "delivery/export/ExportTexts.h"
 #include "delivery/export/ExportWriteBack.h"
-#include "delivery/ExportTexts.h"
 
 #include <cmath>
 
@@ -197,7 +198,8 @@ TEST(ExportTexts, CountsRowsAndIssuesAsPeopleRead) {
     progress.bytesDone = 620'000;
     progress.bytesTotal = 1'000'000;
     EXPECT_EQ(ExportTexts::rowLine(progress), text("62% this row · 620.0 kB / 1.0 MB"));
-    EXPECT_EQ(ExportTexts::percent(ExportTexts::overallFraction(progress)), text("38%"));
+    EXPECT_EQ(DeliveryTexts::percent(progress.overallFraction(OutputMode::primaryOnly)),
+              text("38%"));
     ExportBatchResult result{.failed = {ExportRowFailure{}}};
     EXPECT_EQ(ExportTexts::headline(result), text("Export finished with 1 issue"));
     result.manifestError = text("x");

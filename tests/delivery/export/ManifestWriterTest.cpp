@@ -1,6 +1,6 @@
 #include "delivery/export/ManifestWriter.h"
 
-#include "delivery/DeliveryFixture.h"
+#include "delivery/export/ExportFixture.h"
 
 #include <limits>
 

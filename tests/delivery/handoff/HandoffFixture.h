@@ -9,39 +9,44 @@
 
 namespace corvane::test {
 
-/// Stands in for what reads and draws media: facts that are always the same, and pictures that say
-/// what they were made of.
-class FakeCacheMaker : public CacheMaker {
+/// Replaces the cache functions: constant facts, and images that only say "made".
+class FakeCache {
   public:
-    QCoro::Task<MetadataProcessor::Outcome> process(QString id, QString file,
-                                                    QString cacheRoot) override {
-        made.append(text("thumbnail of ") + paths::lastComponent(file));
-        const QString name = text("thumbnails/") + id + text(".jpg");
-        put(cacheRoot + text("/") + name, "made");
-        co_return {.videoId = id,
-                   .durationSeconds = 3.5,
-                   .codec = text("avc1"),
-                   .thumbnailRelativePath = name};
-    }
-    QCoro::Task<> makeFilmstrip(QString id, QString file, QString cacheRoot,
-                                std::stop_token) override {
-        made.append(text("filmstrip of ") + paths::lastComponent(file));
-        put(cacheRoot + text("/") + id + text("/filmstrip/frame-00.jpg"), "made");
-        throw Failure(text("a filmstrip that fails costs nothing"));
-        co_return;
+    CacheFunctions functions() {
+        return {
+            .process = [this](const QString &id, const QString &file,
+                              const QString &cacheRoot) { return process(id, file, cacheRoot); },
+            .makeFilmstrip =
+                [this](const QString &id, const QString &file, const QString &cacheRoot,
+                       const std::stop_token &) { return makeFilmstrip(id, file, cacheRoot); }};
     }
 
     QStringList made;
 
   private:
-    static void put(const QString &path, const QByteArray &bytes) {
+    QCoro::Task<MetadataProcessor::Outcome> process(QString id, QString file, QString cacheRoot) {
+        made.append(text("thumbnail of ") + paths::lastComponent(file));
+        const QString name = text("thumbnails/") + id + text(".jpg");
+        write(cacheRoot + text("/") + name);
+        co_return {.videoId = id,
+                   .durationSeconds = 3.5,
+                   .codec = text("avc1"),
+                   .thumbnailRelativePath = name};
+    }
+    QCoro::Task<QStringList> makeFilmstrip(QString id, QString file, QString cacheRoot) {
+        made.append(text("filmstrip of ") + paths::lastComponent(file));
+        write(cacheRoot + text("/") + id + text("/filmstrip/frame-00.jpg"));
+        throw Failure(text("a filmstrip is optional"));
+        co_return {};
+    }
+    static void write(const QString &path) {
         fileSystem().createFolders(paths::parentFolder(path));
-        writeAtomically(path, bytes);
+        writeAtomically(path, "made");
     }
 };
 
-/// Clips that are handed over into "out", with ids that are UUIDs.
-class HandoffTest : public ExportTest {
+/// Clips that are handed over into "out". Their ids are UUIDs.
+class HandoffTest : public DeliveryTest {
   protected:
     HandoffTest() {
         folder.folder(text("out"));
@@ -74,14 +79,14 @@ class HandoffTest : public ExportTest {
 
     HandoffPlan plan() {
         handoff.destinationFolder = at("out");
-        HandoffPlan made = makePlan(project, handoff);
-        made.authorizedSourcePaths = await(authorization.authorizedPaths(projectFile));
-        return made;
+        HandoffPlan plan = makePlan(project, handoff);
+        plan.authorizedSourcePaths = await(authorization.authorizedPaths(projectFile));
+        return plan;
     }
-    HandoffResult run(const HandoffPlan &given) {
-        return await(engine.run(given, [this](const HandoffProgress &told) {
-            progress.append(told);
-            onProgress(told);
+    HandoffResult run(const HandoffPlan &plan) {
+        return await(engine.run(plan, [this](const HandoffProgress &reported) {
+            progress.append(reported);
+            onProgress(reported);
         }));
     }
     HandoffResult run() {
@@ -106,8 +111,8 @@ class HandoffTest : public ExportTest {
         return texts;
     }
 
-    FakeCacheMaker cacheMaker;
-    SelectsHandoffEngine engine{authorization, sessions, cacheMaker, clock};
+    FakeCache cache;
+    SelectsHandoffEngine engine{authorization, sessions, cache.functions(), clock};
     HandoffChoices handoff = defaultHandoffChoices(project);
     QList<HandoffProgress> progress;
     HandoffProgressHandler onProgress = [](const HandoffProgress &) {};

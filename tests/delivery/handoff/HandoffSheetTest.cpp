@@ -41,7 +41,7 @@ class HandoffSheetTest : public HandoffTest {
 
     TestPanels panels;
     SelectsHandoffViewModel flow{
-        &store, sessions, cacheMaker,
+        &store, sessions, cache.functions(),
         std::make_unique<QSettings>(at("defaults.ini"), QSettings::IniFormat)};
     HandoffSheet state{flow, store, panels, clock};
 };

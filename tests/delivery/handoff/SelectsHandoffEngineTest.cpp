@@ -155,9 +155,9 @@ TEST_F(HandoffOutputs, AreTakenFromTheCacheOrMadeAnew) {
     const QString piece = package.videos.at(2)->id;
     EXPECT_EQ(package.videos.at(2)->thumbnailPath, text("thumbnails/%1.jpg").arg(piece));
     EXPECT_EQ(cached(piece + text("/filmstrip/frame-00.jpg")), "made");
-    EXPECT_THAT(cacheMaker.made, ElementsAre(text("thumbnail of B.mxf"), text("filmstrip of B.mxf"),
-                                             text("thumbnail of B_Subclip 1.mxf"),
-                                             text("filmstrip of B_Subclip 1.mxf")));
+    EXPECT_THAT(cache.made, ElementsAre(text("thumbnail of B.mxf"), text("filmstrip of B.mxf"),
+                                        text("thumbnail of B_Subclip 1.mxf"),
+                                        text("filmstrip of B_Subclip 1.mxf")));
 }
 
 TEST_F(HandoffOutputs, AreGrantedToThePackageAsTheyStand) {

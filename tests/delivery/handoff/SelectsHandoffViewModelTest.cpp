@@ -26,7 +26,7 @@ class SelectsHandoffViewModelTest : public HandoffTest {
     }
 
     std::unique_ptr<SelectsHandoffViewModel> flow =
-        std::make_unique<SelectsHandoffViewModel>(&store, sessions, cacheMaker, defaults());
+        std::make_unique<SelectsHandoffViewModel>(&store, sessions, cache.functions(), defaults());
 };
 
 } // namespace
@@ -59,7 +59,7 @@ TEST_F(SelectsHandoffViewModelTest, RemembersFiveDestinationsNewestFirst) {
     auto settings = defaults();
     settings->setValue(RecentDestinations::key(), QStringList{text("no path")} + expected);
     settings.reset();
-    SelectsHandoffViewModel next(&store, sessions, cacheMaker, defaults());
+    SelectsHandoffViewModel next(&store, sessions, cache.functions(), defaults());
     next.reset(project);
     EXPECT_EQ(next.recentDestinations(), expected);
     EXPECT_EQ(next.choices().destinationFolder, text("/d"));
@@ -107,7 +107,7 @@ TEST_F(SelectsHandoffViewModelTest, RunsOnceAndLeavesTheProjectAlone) {
     EXPECT_EQ(flow->stage(), Stage::done);
     EXPECT_EQ(flow->overallFraction(), 1);
     EXPECT_EQ(HandoffTexts::headline(*flow->result()), text("Handoff complete"));
-    EXPECT_EQ(HandoffTexts::progressLine(*flow->progress()), text("1 of 1: Show.corvane"));
+    EXPECT_EQ(flow->currentFilename(), text("Show.corvane"));
     EXPECT_FALSE(store.isDirty());
     EXPECT_EQ(store.project()->videos.first()->exportedAt, std::nullopt);
     EXPECT_THAT(folder.names(text("project")).filter(text(".corvane.bak")), SizeIs(1));

@@ -1,4 +1,4 @@
-#include "delivery/DeliveryFixture.h"
+#include "delivery/export/ExportFixture.h"
 #include "delivery/export/ExportSheet.h"
 #include "media/FFmpegExportSessions.h"
 #include "support/screens/Screen.h"

@@ -117,7 +117,7 @@ TEST_F(SelectsHandoffViewTest, MakesAPackageByKeysAndClicks) {
 TEST_F(SelectsHandoffViewTest, TheSheetOfARunIsLostToNothingAndItsEndIsTold) {
     addSubclip(addVideo("a.mov", "1"), "x");
     addVideo("b.mov", "2");
-    show(sessions, cacheMaker);
+    show(sessions, cache.functions());
     sessions.halfway = [this](const QString &) {
         const auto work = [this] {
             EXPECT_TRUE(hasFocus("handoff.running.cancel"));

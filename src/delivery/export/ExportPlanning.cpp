@@ -1,4 +1,4 @@
-#include "delivery/ExportPlanning.h"
+#include "delivery/export/ExportPlanning.h"
 
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
@@ -10,7 +10,7 @@ namespace corvane {
 
 namespace {
 
-/// A selected item before it has a name. It points into the project that is planned.
+/// A selected item without a name yet. Points into the planned project.
 struct PlannedItem {
     ExportRowKind kind = ExportRowKind::wholeClip;
     const VideoRecord *parent = nullptr;
@@ -35,8 +35,7 @@ PlannedItem plannedSubclip(const VideoRecord &parent, const Subclip &subclip,
             .alreadyExported = subclip.exportedAt.has_value()};
 }
 
-/// What is selected and admitted by the include switches, exported before or not, in the order of
-/// the document.
+/// Returns the selected items that the include switches admit, in document order.
 QList<PlannedItem> admittedItems(const Project &project, const ExportChoices &choices) {
     QList<PlannedItem> items;
     for (const VideoItem &video : project.videos) {
@@ -59,7 +58,7 @@ void reserveFolders(NameReserver &names, const QString &outputFolder) {
     try {
         entries = fileSystem().list(outputFolder);
     } catch (const FileError &) {
-        return; // the run makes the folder, or tells why it can't
+        return; // the run creates the folder or reports why it cannot
     }
     for (const DirectoryEntry &entry : entries) {
         const auto type = [&]() -> std::optional<FileType> {
@@ -75,10 +74,10 @@ void reserveFolders(NameReserver &names, const QString &outputFolder) {
     }
 }
 
-/// Gives the items of one plan their names and places, in order.
-class RowNamer {
+/// Turns the items of one plan into rows, in order.
+class RowPlanner {
   public:
-    RowNamer(const Project &project, const ExportChoices &choices, bool includeFolderContents)
+    RowPlanner(const Project &project, const ExportChoices &choices, bool includeFolderContents)
         : m_project(project), m_choices(choices), m_folder(*choices.outputFolder) {
         if (includeFolderContents) {
             reserveFolders(m_names, m_folder);
@@ -99,7 +98,7 @@ class RowNamer {
     int m_sequence = 0;
 };
 
-ExportRowJob RowNamer::nextRow(const PlannedItem &item) {
+ExportRowJob RowPlanner::nextRow(const PlannedItem &item) {
     const QString name = takeName(item);
     const QString stem = paths::split(name).stem;
     const QString clip = item.parent->id;
@@ -126,7 +125,7 @@ ExportRowJob RowNamer::nextRow(const PlannedItem &item) {
     return row;
 }
 
-QString RowNamer::takeName(const PlannedItem &item) {
+QString RowPlanner::takeName(const PlannedItem &item) {
     const bool isHDOnly = m_choices.outputMode == OutputMode::hdOnly;
     ExportNameParts parts{
         .kind = item.kind,
@@ -143,16 +142,16 @@ QString RowNamer::takeName(const PlannedItem &item) {
     return m_names.take(buildExportName(parts));
 }
 
-/// All HD copies lie in one folder and end alike, so the stems of the outputs must differ.
-void RowNamer::addHDCopy(ExportRowJob &row, const QString &stem) {
+/// All HD copies share a folder and an extension, so the stems of the outputs must differ.
+void RowPlanner::addHDCopy(ExportRowJob &row, const QString &stem) {
     const QString name = stem + QStringLiteral(".mp4");
     m_names.reserveStem(stem);
     m_names.reserveName(name);
     row.hdDestinationPath = paths::joined(paths::joined(m_folder, QStringLiteral("HD")), name);
 }
 
-/// The sidecar keeps its clip's stem: what pairs the two is that.
-void RowNamer::addSidecar(ExportRowJob &row, const PlannedItem &item, const QString &stem) {
+/// The sidecar has the stem of its clip, which pairs the two.
+void RowPlanner::addSidecar(ExportRowJob &row, const PlannedItem &item, const QString &stem) {
     const QString source = item.parent->sidecarPath.value_or(QString());
     if (source.isEmpty()) {
         return;
@@ -166,8 +165,9 @@ void RowNamer::addSidecar(ExportRowJob &row, const PlannedItem &item, const QStr
 } // namespace
 
 ExportChoices defaultExportChoices(const Project &project) {
-    ExportChoices choices{
-        .outputFolder = paths::joined(projectFolder(project.filePath), QStringLiteral("selects"))};
+    ExportChoices choices;
+    choices.outputFolder =
+        paths::joined(projectFolder(project.filePath), QStringLiteral("selects"));
     applyPreset(choices.naming, choices.namingPreset, project.displayName());
     return choices;
 }
@@ -182,23 +182,17 @@ QList<ExportRowJob> planRows(const Project &project, const ExportChoices &choice
         return choices.exportNewOnly && item.alreadyExported;
     });
     std::ranges::stable_sort(items, {}, &PlannedItem::order);
-    RowNamer namer(project, choices, includeFolderContents);
+    RowPlanner planner(project, choices, includeFolderContents);
     QList<ExportRowJob> rows;
     rows.reserve(items.size());
     for (const PlannedItem &item : items) {
-        rows.append(namer.nextRow(item));
+        rows.append(planner.nextRow(item));
     }
     return rows;
 }
 
 int countSelects(const Project &project, const ExportChoices &choices) {
     return int(admittedItems(project, choices).size());
-}
-
-ClipRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration) {
-    const double out = subclip.outSeconds + handleSeconds;
-    return {std::max(subclip.inSeconds - handleSeconds, 0.0),
-            clipDuration > 0 ? std::min(out, clipDuration) : out};
 }
 
 } // namespace corvane

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "delivery/ExportNaming.h"
-#include "transfer/CancelToken.h"
 #include "trust/RootIdentity.h"
 
 #include <functional>
 
-/// The plain records that an export run is given, reports and gives back. Paths are absolute.
+/// The records of an export run: its input, its progress and its result. Paths are absolute.
 namespace corvane {
 
-/// The ids of a clip's row and of a subclip's.
+/// Returns the id of the row of a clip or of a subclip.
 inline QString exportRowId(const QString &clip) {
     return QStringLiteral("whole:") + clip;
 }
@@ -17,13 +16,13 @@ inline QString exportRowId(const QString &clip, const QString &subclip) {
     return QStringLiteral("sub:%1:%2").arg(clip, subclip);
 }
 
-/// One planned row: a whole clip or a range of one, and where its outputs go.
+/// One planned row: a whole clip or a subclip, and the paths of its outputs.
 struct ExportRowJob {
     QString id; ///< see `exportRowId`
     ExportRowKind kind = ExportRowKind::wholeClip;
     QString sourcePath;
-    QString destinationPath; ///< the primary output, or the only one with `OutputMode::hdOnly`
-    std::optional<double> inSeconds;
+    QString destinationPath;         ///< primary output; HD output with `OutputMode::hdOnly`
+    std::optional<double> inSeconds; ///< both points of a subclip only
     std::optional<double> outSeconds;
     std::optional<QString> sidecarSource;
     std::optional<QString> sidecarDestination;
@@ -41,22 +40,22 @@ struct ExportRowJob {
     bool operator==(const ExportRowJob &) const = default;
 };
 
-/// What a run is given besides its rows. The grants are one snapshot for the whole run.
+/// The input of a run besides its rows.
 struct ExportBatchInput {
     QString batchId;
     QString outputFolder;
     ExportBatch::Mode mode = ExportBatch::Mode::fastCopy;
     OutputMode outputMode = OutputMode::primaryOnly;
-    QDateTime completedAt; ///< stamped when the run is started
+    QDateTime completedAt; ///< time of the start of the run
     ExportNamingOptions namingOptions;
     double subclipHandleSeconds = 0;
     bool includeWholeVideoSelects = true;
     bool includeSubclipSelects = true;
     QString projectFolder;
-    AuthorizedPaths authorizedSourcePaths;
-    bool mediaRootAuthorized = false;
-    /// Absolute paths of what no output may replace: the project file, and all clips' media,
-    /// sidecars and files they were copied from, exported in this run or not.
+    AuthorizedPaths authorizedSourcePaths; ///< snapshot of the grants for the entire run
+    bool mediaRootAuthorized = false;      ///< part of the snapshot
+    /// Files that no output may replace, besides the sources of the rows: the project file and the
+    /// media, sidecars and original files of all clips.
     QStringList protectedFiles;
 
     bool operator==(const ExportBatchInput &) const = default;
@@ -71,9 +70,18 @@ struct ExportProgress {
     QString currentMode; ///< "fast-copy", "accurate-transcode" or "hd"
     ExportRowKind kind = ExportRowKind::wholeClip;
     Phase phase = Phase::starting;
-    quint64 bytesDone = 0; ///< both for byte copies only
+    quint64 bytesDone = 0; ///< both 0 unless bytes are copied
     quint64 bytesTotal = 0;
-    double rowProgress = 0; ///< from 0 to 1
+    double rowProgress = 0; ///< of the current output, from 0 to 1
+
+    /// Completed part of the run, from 0 to 1. If a row has two outputs, each counts half of it.
+    double overallFraction(OutputMode outputMode) const {
+        double row = rowProgress;
+        if (outputMode == OutputMode::primaryAndHd && phase != Phase::done) {
+            row = row / 2 + (phase == Phase::hdEncoding ? 0.5 : 0.0);
+        }
+        return total > 0 ? (index + row) / total : 0;
+    }
 
     bool operator==(const ExportProgress &) const = default;
 };
@@ -81,14 +89,14 @@ struct ExportProgress {
 /// Called on the main thread.
 using ExportProgressHandler = std::function<void(const ExportProgress &)>;
 
-/// A row whose primary output stands. What became of its HD copy is told beside that.
+/// A row whose primary output was made. Its HD copy may have failed.
 struct ExportRowOutcome {
     QString rowId;
     QString parentVideoId;
     std::optional<QString> subclipId;
     QString destinationPath;
-    std::optional<QString> hdOutputPath; ///< the HD file, where one was made
-    std::optional<QString> hdError;
+    std::optional<QString> hdOutputPath; ///< nullopt if there is no HD file
+    std::optional<QString> hdError;      ///< why the wanted HD copy is missing
     std::optional<QString> hdDestinationPath;
 
     bool operator==(const ExportRowOutcome &) const = default;
@@ -107,14 +115,14 @@ struct ExportRowFailure {
 };
 
 struct ExportBatchResult {
-    QList<ExportRowOutcome> succeeded; ///< both lists in the order of the rows
-    QList<ExportRowFailure> failed;    ///< the cancelled ones included
+    QList<ExportRowOutcome> succeeded; ///< both lists are in row order
+    QList<ExportRowFailure> failed;    ///< includes the cancelled rows
     int cancelledCount = 0;
     std::optional<QString> manifestSidecarPath;
     std::optional<QString> manifestError;
     bool cancelled = false;
 
-    /// Rows that failed for another reason than a cancellation.
+    /// Number of rows that failed other than by cancellation.
     int failedCount() const { return int(failed.size()) - cancelledCount; }
 
     bool operator==(const ExportBatchResult &) const = default;

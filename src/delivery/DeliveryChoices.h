@@ -1,0 +1,21 @@
+#pragma once
+
+#include "delivery/ExportNaming.h"
+
+namespace corvane {
+
+/// The choices that every kind of delivery offers.
+struct DeliveryChoices {
+    ExportBatch::Mode mode = ExportBatch::Mode::fastCopy;
+    double subclipHandleSeconds = 0; ///< added at both ends of a subclip
+    NamingPreset namingPreset = NamingPreset::keepOriginal;
+    ExportNamingOptions naming;
+
+    bool operator==(const DeliveryChoices &) const = default;
+};
+
+/// Returns the range of a subclip extended by the handles. The result does not start below 0, and
+/// does not end after `clipDuration` unless that is unknown (0).
+ClipRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration);
+
+} // namespace corvane

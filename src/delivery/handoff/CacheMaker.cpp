@@ -1,7 +1,0 @@
-#include "delivery/handoff/CacheMaker.h"
-
-namespace corvane {
-
-CacheMaker::~CacheMaker() = default;
-
-} // namespace corvane
