@@ -1,6 +1,5 @@
 #include "delivery/handoff/HandoffFixture.h"
 #include "delivery/handoff/HandoffSheet.h"
-#include "delivery/handoff/MediaCacheMaker.h"
 #include "media/FFmpegExportSessions.h"
 #include "support/screens/Screen.h"
 #include "support/TestMedia.h"
@@ -26,10 +25,10 @@ constexpr auto kView = R"(
 
 class SelectsHandoffViewTest : public HandoffTest {
   protected:
-    void show(media::ExportSessionFactory &factory, CacheMaker &maker) {
+    void show(media::ExportSessionFactory &factory, const CacheFunctions &functions) {
         grantAndOpen();
         flow = std::make_unique<SelectsHandoffViewModel>(
-            &store, factory, maker,
+            &store, factory, functions,
             std::make_unique<QSettings>(at("defaults.ini"), QSettings::IniFormat));
         state = std::make_unique<HandoffSheet>(*flow, store, panels, clock);
         screen = std::make_unique<Screen>(
@@ -62,14 +61,13 @@ class SelectsHandoffViewTest : public HandoffTest {
 } // namespace
 
 TEST_F(SelectsHandoffViewTest, MakesAPackageByKeysAndClicks) {
-    VideoRecord &film = addVideo("A003_C002_0612.mov", "");
-    makeClip(film.sourcePath, {.frames = 75});
-    film.durationSeconds = 3;
-    film.fileSizeBytes = 38'000'000'000;
-    addSubclip(film, "Pole lift, wide").outSeconds = 2.5;
+    VideoRecord &clip = addVideo("A003_C002_0612.mov", "");
+    makeClip(clip.sourcePath, {.frames = 75});
+    clip.durationSeconds = 3;
+    clip.fileSizeBytes = 38'000'000'000;
+    addSubclip(clip, "Pole lift, wide").outSeconds = 2.5;
     addVideo("A003_C007_0612.mov", noise(5000));
-    MediaCacheMaker maker;
-    show(media::ffmpegExportSessions(), maker);
+    show(media::ffmpegExportSessions(), {});
     EXPECT_TRUE(hasFocus("handoff.folder.choose")) << "there is no destination yet";
     EXPECT_FALSE(screen->item(text("handoff.configure.start"))->isEnabled());
     EXPECT_FALSE(screen->item(text("handoff.recent"))->isEnabled());
