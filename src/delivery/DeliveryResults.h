@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-/// One row of a finished run, as the sheet shows it.
+/// A row of a finished run.
 struct DeliveryResult {
     enum class Outcome { succeeded, failed, cancelled };
 

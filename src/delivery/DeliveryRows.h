@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-/// One item to deliver, as the preview shows it.
+/// An item of the preview.
 struct DeliveryRow {
     QString id; ///< unique in the list
     QString symbol;

@@ -13,7 +13,7 @@ namespace corvane {
 /// texts and numbers for QML. A subclass adds what its kind of delivery needs.
 ///
 /// The sheet is up while `isOpen`. It cannot be dismissed during a run. Before a run it follows the
-/// project, and closes if another project or none is open.
+/// project, and closes if that is closed or replaced.
 ///
 /// Main thread. The objects passed in must outlive it.
 class DeliverySheet : public QObject {
@@ -56,8 +56,8 @@ class DeliverySheet : public QObject {
     // Done. Lines that do not apply are empty.
     Q_PROPERTY(QString headline READ headline NOTIFY resultChanged)
     /// Name of the manifest or path of the package.
-    Q_PROPERTY(QString place READ place NOTIFY resultChanged)
-    Q_PROPERTY(QString placePath READ placePath NOTIFY resultChanged)
+    Q_PROPERTY(QString resultLine READ resultLine NOTIFY resultChanged)
+    Q_PROPERTY(QString resultPath READ resultPath NOTIFY resultChanged)
     Q_PROPERTY(QString errorLine READ errorLine NOTIFY resultChanged)
     Q_PROPERTY(QString backupLine READ backupLine NOTIFY resultChanged)
     Q_PROPERTY(int succeeded READ succeeded NOTIFY resultChanged)
@@ -103,8 +103,8 @@ class DeliverySheet : public QObject {
     bool canCancel() const { return m_flow.cancelStage() != CancelStage::hard; }
 
     const QString &headline() const { return m_result.headline; }
-    const QString &place() const { return m_result.place; }
-    const QString &placePath() const { return m_result.placePath; }
+    const QString &resultLine() const { return m_result.resultLine; }
+    const QString &resultPath() const { return m_result.resultPath; }
     const QString &errorLine() const { return m_result.errorLine; }
     QString backupLine() const;
     int succeeded() const { return m_result.succeeded; }
@@ -149,8 +149,8 @@ class DeliverySheet : public QObject {
     };
     struct ResultTexts {
         QString headline;
-        QString place;
-        QString placePath;
+        QString resultLine;
+        QString resultPath;
         QString errorLine;
         int succeeded = 0;
         int failed = 0;

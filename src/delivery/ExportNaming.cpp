@@ -16,7 +16,7 @@ QString padded(int sequence) {
     return QString::asprintf("%03d", sequence);
 }
 
-/// The point and what may stay of the extension; empty where nothing may.
+/// Returns the valid characters of the extension with its point, or an empty text.
 QString outputExtension(const ExportNameParts &parts) {
     if (parts.mode == ExportBatch::Mode::accurateTranscode) {
         return QStringLiteral(".mp4");
@@ -158,7 +158,7 @@ QString sanitizeNameComponent(const QString &text) {
         ++points;
     }
     clean = clean.mid(points).trimmed();
-    // What followed the leading points and a blank may again be points alone.
+    // Only points may be left after the leading points and a space.
     const bool isOnlyPoints = clean == QLatin1String(".") || clean == QLatin1String("..");
     return isOnlyPoints ? QString() : clean;
 }

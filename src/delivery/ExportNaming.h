@@ -4,18 +4,18 @@
 
 #include <QSet>
 
-/// Turns one planned output into a file name. Pure text work; any thread.
+/// Builds file names of outputs. Pure functions.
 namespace corvane {
 
 enum class NamingPreset { keepOriginal, projectNameNumber, custom };
 enum class ExportRowKind { wholeClip, subclip };
 
-/// Sets the choices that the preset stands for. `custom` leaves them as the last preset left them.
-/// `projectDisplayName` becomes the base name where the preset asks for one.
+/// Sets the options of the preset. `custom` changes nothing. `projectDisplayName` is the base name
+/// of `projectNameNumber`.
 void applyPreset(ExportNamingOptions &options, NamingPreset preset,
                  const std::optional<QString> &projectDisplayName);
 
-/// A naming choice was set by a key or a value that doesn't exist.
+/// An unknown naming option or an invalid value.
 class NamingOptionError : public Failure {
   public:
     static NamingOptionError unknownKey(const QString &key);
@@ -25,19 +25,19 @@ class NamingOptionError : public Failure {
     using Failure::Failure;
 };
 
-/// Sets one choice by its field's name. A switch takes "true" or "false", "on" or "off",
-/// "numberingMode" one of its raw values, "baseName" any text, the empty one for none. Throws
+/// Sets the option with that field name. A switch accepts "true", "false", "on" and "off",
+/// "numberingMode" its raw values, "baseName" any text, of which an empty one clears it. Throws
 /// `NamingOptionError`.
 void setNamingOption(ExportNamingOptions &options, const QString &key, const QString &value);
 
-/// The text as it may stand in a file name; possibly empty.
+/// Removes what is invalid in a file name. The result may be empty.
 QString sanitizeNameComponent(const QString &text);
 
-/// The number that a camera put at the end of a file's stem ("IMG_1234.MOV": "1234", "C0012.MP4":
-/// "C0012"), if there is one.
+/// Returns the camera's number at the end of the stem ("IMG_1234.MOV": "1234", "C0012.MP4":
+/// "C0012"), or nullopt.
 std::optional<QString> originalFileNumber(const QString &fileName);
 
-/// What one name is built from.
+/// The inputs of a name.
 struct ExportNameParts {
     ExportRowKind kind = ExportRowKind::wholeClip;
     ExportBatch::Mode mode = ExportBatch::Mode::fastCopy;
@@ -46,15 +46,14 @@ struct ExportNameParts {
     std::optional<int> subclipIndex;
     ExportNamingOptions options;
     std::optional<QString> shootDate;
-    int sequence = 1; ///< the output's place in the run, from 1
+    int sequence = 1; ///< position in the run, from 1
 };
 
-/// The name of an output; its stem is never empty. Other outputs may have the same one.
+/// Returns a name with a stem that is not empty. It need not be unique.
 QString buildExportName(const ExportNameParts &parts);
 
-/// The name, or the name with the first number behind its stem that makes it differ from every used
-/// name and its stem from every used stem. Both sets hold lower-case text and aren't changed. See
-/// `NameReserver` for many names in a row.
+/// Returns the name, with the first number after its stem that makes the name and the stem unused.
+/// Both sets contain lower-case text. `NameReserver` is faster for many names.
 QString uniqueExportName(const QString &name, const QSet<QString> &usedNames,
                          const QSet<QString> &usedStems);
 

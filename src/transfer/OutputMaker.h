@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// One file to make from one source. The caller has validated both paths.
+/// A file to make from one source. The caller has validated both paths.
 struct Output {
     QString source;
     QString destination;

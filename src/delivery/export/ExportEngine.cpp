@@ -113,23 +113,10 @@ QCoro::Task<ExportBatchResult> runRows(std::shared_ptr<const ExportRunContext> c
 ExportEngine::ExportEngine(media::ExportSessionFactory &sessions, Clock &clock)
     : m_sessions(sessions), m_clock(clock) {}
 
-void ExportEngine::requestCancel() {
-    if (m_cancelToken) {
-        m_cancelToken->request();
-    }
-}
-
-void ExportEngine::abort() {
-    if (m_cancelToken) {
-        m_cancelToken->abort();
-    }
-}
-
 QCoro::Task<ExportBatchResult> ExportEngine::run(ExportBatchInput input, QList<ExportRowJob> rows,
                                                  ExportProgressHandler onProgress,
                                                  std::shared_ptr<CancelToken> cancelToken) {
-    m_cancelToken = std::move(cancelToken);
-    m_isRunning = true;
+    startRun(std::move(cancelToken));
     std::optional<ExportBatchResult> result = co_await prepare(input, rows);
     if (!result) {
         const auto context = co_await makeContext(input, rows, std::move(onProgress));
@@ -141,7 +128,7 @@ QCoro::Task<ExportBatchResult> ExportEngine::run(ExportBatchInput input, QList<E
             result->manifestError = QStringLiteral("manifest write: ") + describe(error);
         }
     }
-    m_isRunning = false;
+    endRun();
     co_return *result;
 }
 
@@ -150,7 +137,7 @@ QCoro::Task<ExportBatchResult> ExportEngine::run(ExportBatchInput input, QList<E
 QCoro::Task<std::shared_ptr<const ExportRunContext>>
 ExportEngine::makeContext(ExportBatchInput input, QList<ExportRowJob> rows,
                           ExportProgressHandler onProgress) {
-    const auto token = m_cancelToken;
+    const auto token = cancelToken();
     const auto locations =
         co_await userInitiatedExecutor().run([files = protectedFiles(rows, input)] {
             return DestinationSafety::FileLocations::of(files);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "delivery/DeliveryEngine.h"
 #include "delivery/export/ExportRow.h"
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
-#include "transfer/CancelToken.h"
 
 #include <QCoroTask>
 
@@ -12,10 +12,11 @@ namespace corvane {
 struct ExportRunContext;
 
 /// Runs the planned rows of an export one after another and writes the manifest. A failed row does
-/// not stop the others, and a run never throws.
+/// not stop the others, and a run never throws. A first cancel request lets the current output
+/// finish, a second one aborts it.
 ///
 /// Main thread; file access runs on executors. The engine must outlive the task of `run`.
-class ExportEngine {
+class ExportEngine : public DeliveryEngine {
   public:
     explicit ExportEngine(media::ExportSessionFactory &sessions, Clock &clock = Clock::system());
 
@@ -24,23 +25,12 @@ class ExportEngine {
     run(ExportBatchInput input, QList<ExportRowJob> rows, ExportProgressHandler onProgress,
         std::shared_ptr<CancelToken> cancelToken = std::make_shared<CancelToken>());
 
-    /// The first call lets the current output finish, the second aborts it. A no-op before a run.
-    void requestCancel();
-    /// Aborts the current output. A no-op before a run.
-    void abort();
-
-    bool isRunning() const { return m_isRunning; }
-    /// Token of the current or last run; nullptr before the first.
-    const std::shared_ptr<CancelToken> &cancelToken() const { return m_cancelToken; }
-
   private:
     QCoro::Task<std::shared_ptr<const ExportRunContext>>
     makeContext(ExportBatchInput input, QList<ExportRowJob> rows, ExportProgressHandler onProgress);
 
     media::ExportSessionFactory &m_sessions;
     Clock &m_clock;
-    std::shared_ptr<CancelToken> m_cancelToken;
-    bool m_isRunning = false;
 };
 
 } // namespace corvane

@@ -16,7 +16,7 @@ inline QString exportRowId(const QString &clip, const QString &subclip) {
     return QStringLiteral("sub:%1:%2").arg(clip, subclip);
 }
 
-/// One planned row: a whole clip or a subclip, and the paths of its outputs.
+/// A planned row: a whole clip or a subclip, and the paths of its outputs.
 struct ExportRowJob {
     QString id; ///< see `exportRowId`
     ExportRowKind kind = ExportRowKind::wholeClip;

@@ -103,8 +103,8 @@ DeliverySheet::ResultTexts ExportSheet::resultTexts() const {
     texts.headline = ExportTexts::headline(result);
     texts.folder = m_flow.runInput()->outputFolder;
     if (result.manifestSidecarPath) {
-        texts.placePath = *result.manifestSidecarPath;
-        texts.place = QStringLiteral("Manifest: ") + paths::lastComponent(texts.placePath);
+        texts.resultPath = *result.manifestSidecarPath;
+        texts.resultLine = QStringLiteral("Manifest: ") + paths::lastComponent(texts.resultPath);
     }
     texts.errorLine = result.manifestError.value_or(QString());
     return texts;

@@ -4,7 +4,7 @@ namespace corvane {
 
 namespace {
 
-/// One undo step: a change of the project and its date.
+/// Changes the project and its date as an undo step.
 template <typename Change> void changeProject(ProjectStore &store, Change change) {
     store.pushUndoState();
     Project project = *store.project();

@@ -22,7 +22,7 @@ QString hdStatus(const ExportRowOutcome &row) {
     return row.hdError == kCancelledText ? QStringLiteral("cancelled") : QStringLiteral("failed");
 }
 
-/// What a row has whatever became of it.
+/// Fields of every row.
 template <typename Row> JSONValue::Object commonFields(const Row &row, const QString &status) {
     return {{QStringLiteral("rowId"), row.rowId},
             {QStringLiteral("parentVideoId"), row.parentVideoId},
@@ -58,7 +58,7 @@ JSONValue::Object failedRowFields(const ExportRowFailure &row, OutputMode output
     return fields;
 }
 
-/// The run goes into the record even where its naming choices can't.
+/// If the naming options cannot be encoded, the manifest contains the error instead.
 void addNamingOptions(JSONValue::Object &fields, const ExportNamingOptions &options) {
     JSONValue value;
     JSONValue error;
@@ -79,7 +79,7 @@ QByteArray serialized(const JSONValue::Object &fields) {
     }
 }
 
-/// An atomic write goes through a link to its target; nothing that is no plain file may be there.
+/// Refuses anything but a regular file, because an atomic write follows a symbolic link.
 void writeNow(const QString &path, const QByteArray &bytes) {
     try {
         const auto existing = fileSystem().linkStatus(path);

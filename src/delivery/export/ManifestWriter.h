@@ -4,8 +4,8 @@
 
 #include <QCoroTask>
 
-/// The record of one run that stays with what it delivered: a JSON file for people and other tools.
-/// The program never reads it back.
+/// Writes the manifest of an export: a JSON file beside the outputs, for people and other tools.
+/// The program never reads it.
 namespace corvane::ManifestWriter {
 
 class WriteError : public Failure {
@@ -24,12 +24,12 @@ class WriteError : public Failure {
     Kind m_kind;
 };
 
-/// The content of the file.
+/// Returns the content of the file.
 JSONValue::Object manifest(const ExportBatchInput &input, const QList<ExportRowOutcome> &succeeded,
                            const QList<ExportRowFailure> &failed);
 
-/// Writes "manifest-<batchId>.json" into the output folder in one step and gives its path. Throws
-/// `WriteError`; no part of a file is then left. Called and awaited on the main thread.
+/// Writes "manifest-<batchId>.json" atomically into the output folder and returns its path. Throws
+/// `WriteError`; no partial file is left. Main thread.
 QCoro::Task<QString> write(ExportBatchInput input, QList<ExportRowOutcome> succeeded,
                            QList<ExportRowFailure> failed);
 

@@ -99,7 +99,7 @@ struct HandoffResult {
     QList<HandoffRowFailure> failed;    ///< includes the cancelled clips
     int cancelledCount = 0;
     bool cancelled = false;
-    std::optional<QString> generalError; ///< why the package is incomplete as a whole
+    std::optional<QString> generalError; ///< why the package is incomplete
 
     /// Number of failures other than cancellations.
     int failedCount() const { return int(failed.size()) - cancelledCount; }

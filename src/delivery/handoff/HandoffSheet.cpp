@@ -136,8 +136,8 @@ DeliverySheet::ResultTexts HandoffSheet::resultTexts() const {
     const HandoffResult &result = *m_flow.result();
     ResultTexts texts = countsAndRows(result, ShowHandoffRow());
     texts.headline = HandoffTexts::headline(result);
-    texts.placePath = result.packageFolder.value_or(QString());
-    texts.place = inOneLine(texts.placePath);
+    texts.resultPath = result.packageFolder.value_or(QString());
+    texts.resultLine = inOneLine(texts.resultPath);
     texts.errorLine = result.generalError.value_or(QString());
     texts.folder = m_flow.choices().destinationFolder.value_or(QString());
     return texts;

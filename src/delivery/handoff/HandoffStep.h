@@ -40,7 +40,7 @@ class HandoffStep {
     /// `PathSafety::Violation` if its content is not what was granted.
     QCoro::Task<> makeOutput(QString destination, std::optional<media::ExportPreset> preset,
                              std::optional<ClipRange> range, ProgressRange progressRange);
-    /// Returns the name of the HD file; nullopt if none is wanted, the run is cancelled, or it
+    /// Returns the name of the HD file; nullopt if it is not wanted, the run is cancelled, or it
     /// failed.
     QCoro::Task<std::optional<QString>> makeHDCopy(std::optional<ClipRange> range,
                                                    ProgressRange progressRange);

@@ -69,29 +69,16 @@ SelectsHandoffEngine::SelectsHandoffEngine(MediaSourceAuthorization &authorizati
       m_cache(std::move(cache)),
       m_clock(clock) {}
 
-void SelectsHandoffEngine::requestCancel() {
-    if (m_cancelToken) {
-        m_cancelToken->request();
-    }
-}
-
-void SelectsHandoffEngine::abort() {
-    if (m_cancelToken) {
-        m_cancelToken->abort();
-    }
-}
-
 QCoro::Task<HandoffResult> SelectsHandoffEngine::run(HandoffPlan plan,
                                                      HandoffProgressHandler onProgress,
                                                      std::shared_ptr<CancelToken> cancelToken) {
-    m_cancelToken = std::move(cancelToken);
-    m_isRunning = true;
+    startRun(cancelToken);
     const auto run = std::make_shared<HandoffRun>(
         HandoffRun{.plan = std::move(plan),
                    .packageGrants{m_authorization},
-                   .cancelToken = m_cancelToken,
+                   .cancelToken = cancelToken,
                    .onProgress = std::move(onProgress),
-                   .maker{m_sessions, m_clock, m_cancelToken->abortToken()},
+                   .maker{m_sessions, m_clock, cancelToken->abortToken()},
                    .cache = m_cache,
                    .clock = m_clock});
     try {
@@ -108,7 +95,7 @@ QCoro::Task<HandoffResult> SelectsHandoffEngine::run(HandoffPlan plan,
     result.cancelledCount =
         int(std::ranges::count_if(result.failed, &HandoffRowFailure::cancelled));
     result.cancelled = result.cancelledCount != 0;
-    m_isRunning = false;
+    endRun();
     co_return result;
 }
 

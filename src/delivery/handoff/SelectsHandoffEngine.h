@@ -1,10 +1,10 @@
 #pragma once
 
+#include "delivery/DeliveryEngine.h"
 #include "delivery/handoff/CacheFunctions.h"
 #include "delivery/handoff/HandoffPlan.h"
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
-#include "transfer/CancelToken.h"
 #include "trust/MediaSourceAuthorization.h"
 
 #include <QCoroTask>
@@ -19,11 +19,12 @@ struct HandoffRun;
 ///
 /// The package always contains a project file that opens. Its notes say that it is unfinished,
 /// until everything else is on disk and the final file replaces it. A failed clip does not stop the
-/// others, and a run never throws.
+/// others, and a run never throws. However often cancellation is requested, the current output
+/// finishes; only `abort` aborts it. In both cases the package is completed with what was made.
 ///
 /// Main thread; file access runs on executors. The engine and the objects passed to it must outlive
 /// the task of `run`.
-class SelectsHandoffEngine {
+class SelectsHandoffEngine : public DeliveryEngine {
   public:
     SelectsHandoffEngine(MediaSourceAuthorization &authorization,
                          media::ExportSessionFactory &sessions, CacheFunctions cache = {},
@@ -34,15 +35,6 @@ class SelectsHandoffEngine {
     run(HandoffPlan plan, HandoffProgressHandler onProgress,
         std::shared_ptr<CancelToken> cancelToken = std::make_shared<CancelToken>());
 
-    /// Lets the current output finish, however often it is called. A no-op before a run.
-    void requestCancel();
-    /// Aborts the current output; the package is still completed. A no-op before a run.
-    void abort();
-
-    bool isRunning() const { return m_isRunning; }
-    /// Token of the current or last run; nullptr before the first.
-    const std::shared_ptr<CancelToken> &cancelToken() const { return m_cancelToken; }
-
   private:
     QCoro::Task<Project> createPackage(std::shared_ptr<HandoffRun> run);
 
@@ -50,8 +42,6 @@ class SelectsHandoffEngine {
     media::ExportSessionFactory &m_sessions;
     CacheFunctions m_cache;
     Clock &m_clock;
-    std::shared_ptr<CancelToken> m_cancelToken;
-    bool m_isRunning = false;
 };
 
 } // namespace corvane

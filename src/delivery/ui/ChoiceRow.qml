@@ -1,4 +1,4 @@
-// One choice of a few, with what it means below it.
+// A labelled segmented choice with a line of help.
 //   label: string; model: list of strings; currentIndex: int; help: string; name: string, of the
 //   control; signal activated(int index)
 import QtQuick

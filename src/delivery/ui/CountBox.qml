@@ -1,4 +1,4 @@
-// A count of a finished run over what it counts.
+// A count of a finished run above its label.
 //   count: int; label: string; countColor: color of a nonzero count
 import QtQuick
 import Corvane.Kit

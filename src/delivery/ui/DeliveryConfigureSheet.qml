@@ -1,8 +1,8 @@
-// The sheet of a delivery before its run: the choices at the left, which scroll where the window is
-// low, and what they come to at the right. Return starts, Esc and "Back" leave.
-//   sheet: DeliverySheet; startText: string; folderButton: Button (has the focus at first where
-//   it can't be started); default content: rows of choices; preview: items, laid out by the owner in
-//   `previewPane`; wholeHeight: real, read-only, at which no choice is scrolled away
+// The configure stage of a delivery: scrollable choices at the left and the preview at the right.
+// Return starts the run, Esc and "Back" close the sheet.
+//   sheet: DeliverySheet; startText: string; folderButton: Button (has the initial focus if
+//   the run cannot be started); default content: rows of choices; preview: items, laid out by the owner in
+//   `previewPane`; wholeHeight: real, read-only, the height that needs no scrolling
 // Items are "<objectName>.cancel", ".start" and ".choices".
 import QtQuick
 import Corvane.Kit

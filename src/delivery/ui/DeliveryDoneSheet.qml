@@ -1,8 +1,8 @@
-// The sheet of a delivery's results. Its head and counts stay, the list scrolls. Return and Esc are
-// "Done".
-//   sheet: DeliverySheet; againText: string; placeSymbol, revealText: string, of the line of
-//   the place
-// Items are "<objectName>.headline", ".place", ".results", ".revealFolder", ".again" and ".done".
+// The done stage of a delivery. The header and the counts are fixed, the list scrolls. Return and Esc
+// press "Done".
+//   sheet: DeliverySheet; againText: string; resultSymbol, revealText: string, of the
+//   line with the manifest or the package
+// Items are "<objectName>.headline", ".resultLine", ".results", ".revealFolder", ".again" and ".done".
 import QtQuick
 import Corvane.Kit
 import Corvane.Delivery
@@ -12,8 +12,8 @@ Sheet {
 
     required property DeliverySheet sheet
     property string againText
-    property alias placeSymbol: place.symbol
-    property alias revealText: place.revealText
+    property alias resultSymbol: resultLine.symbol
+    property alias revealText: resultLine.revealText
 
     name: sheet.headline
     sheetWidth: Theme.resultSheetWidth
@@ -71,13 +71,13 @@ Sheet {
             textStyle: Theme.titleStyle
             Accessible.role: Accessible.Heading
         }
-        PlaceLine {
-            id: place
+        ResultLine {
+            id: resultLine
 
-            objectName: control.objectName + ".place"
+            objectName: control.objectName + ".resultLine"
             name: control.objectName + ".reveal"
-            text: control.sheet.place
-            onRevealed: control.sheet.reveal(control.sheet.placePath)
+            text: control.sheet.resultLine
+            onRevealed: control.sheet.reveal(control.sheet.resultPath)
         }
         NoticeLine {
             objectName: control.objectName + ".error"

@@ -1,4 +1,4 @@
-// The sheet of a delivery's run.
+// The running stage of a delivery.
 //   sheet: DeliverySheet
 import QtQuick
 import Corvane.Kit

@@ -1,6 +1,6 @@
-// The folder that is delivered into, and the button that asks for another.
+// The destination folder and the button that chooses it.
 //   sheet: DeliverySheet; label, help: string; name: string, of the items: "<name>.path" and
-//   "<name>.choose"; chooser: the button; default content: more buttons behind it
+//   "<name>.choose"; chooser: the button; default content: more buttons after it
 import QtQuick
 import Corvane.Kit
 import Corvane.Delivery

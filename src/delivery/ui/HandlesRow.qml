@@ -1,4 +1,4 @@
-// How much longer than its subclip a delivered one is.
+// The choice of the handles of subclips.
 //   sheet: DeliverySheet; name: string, of the control
 import QtQuick
 import Corvane.Delivery

@@ -1,5 +1,4 @@
-// A row of a delivery's choices: its label in the label column, its controls beside that, one below
-// the other, and a line of help.
+// A row of choices: a label, a column of controls, and a line of help.
 //   label: string; help: string; default content: controls
 import QtQuick
 import Corvane.Kit

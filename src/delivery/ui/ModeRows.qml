@@ -1,4 +1,4 @@
-// How clips are delivered and which outputs they have.
+// The choices of mode and output.
 //   sheet: DeliverySheet; name: string, of the items: "<name>.mode" and "<name>.output"
 import QtQuick
 import Corvane.Kit

@@ -1,4 +1,4 @@
-// A labelled control among the naming choices.
+// A labelled control of the naming section.
 //   label: string; default content: the control
 import QtQuick
 import Corvane.Kit
@@ -7,7 +7,7 @@ Item {
     id: row
 
     property string label
-    default property alias control: place.data
+    default property alias control: holder.data
 
     width: parent ? parent.width : 0
     height: Theme.footerButtonHeight
@@ -18,7 +18,7 @@ Item {
         text: row.label
     }
     Item {
-        id: place
+        id: holder
 
         x: Theme.namingLabelWidth + Theme.spacing12
         width: parent.width - x

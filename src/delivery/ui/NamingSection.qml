@@ -1,4 +1,4 @@
-// How outputs are named: one of the presets, and under the last of them every choice by itself.
+// The naming preset and, for the custom preset, its fields.
 //   naming: NamingFields; name: string, of the items: "<name>.preset", "<name>.baseName", ...
 import QtQuick
 import Corvane.Kit

@@ -1,5 +1,5 @@
-// A line about a finished run that wraps, behind a symbol that warns.
-//   text: string; nothing shows of an empty one
+// A warning about a finished run.
+//   text: string; hidden if empty
 import QtQuick
 import Corvane.Kit
 

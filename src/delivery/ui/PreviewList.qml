@@ -1,4 +1,4 @@
-// What will be delivered, a line each, or why there is nothing.
+// The planned rows, or a text that explains why there are none.
 //   sheet: DeliverySheet; name: string (its accessible name); rows are "<objectName>.<index>"
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified

@@ -1,5 +1,5 @@
-// The rows of a finished run. Up and Down go from row to row, Space shows the row's file, Ctrl+C copies
-// why a row wasn't delivered.
+// The rows of a finished run. Up and Down move the current row, Space reveals its file, Ctrl+C copies its
+// error.
 //   sheet: DeliverySheet; rows are "<objectName>.<index>"
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified

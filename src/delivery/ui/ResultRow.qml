@@ -1,8 +1,8 @@
-// A row of a finished run: what was delivered, with a button that shows it, or why it wasn't, in text
-// that can be selected.
+// A row of a finished run: the delivered file with a button that reveals it, or the error as selectable
+// text.
 //   heading, symbol, name, note, reason, error, rich, path: string; delivered, cancelled: bool, as in
 //   the list's model; first: bool, of the list; active: bool (the keys act on it); signal revealed();
-//   copyText() copies why it wasn't delivered
+//   copyText() copies the error
 import QtQuick
 import Corvane.Kit
 

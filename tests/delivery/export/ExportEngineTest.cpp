@@ -35,13 +35,13 @@ class ExportEngineTest : public ExportTest {
         }));
     }
     ExportBatchResult run() { return run(planRows(project, choices, true)); }
-    /// The only failure's text.
+    /// Returns the text of the only failure.
     QString failure() {
         const ExportBatchResult result = run();
         EXPECT_THAT(result.failed, SizeIs(1));
         return result.failed.isEmpty() ? QString() : result.failed.first().error;
     }
-    /// What the manifest says of the HD copy of the first row.
+    /// Returns the manifest's HD status of the first row.
     QString hdStatus() const {
         const QByteArray manifest = delivered("manifest-BATCH-1.json");
         const JSONValue value = JSONDocument::parse(manifest).root().toValue();
@@ -51,7 +51,7 @@ class ExportEngineTest : public ExportTest {
         const JSONValue status = row.value(text("hdStatus"));
         return status.string() ? *status.string() : QString();
     }
-    /// Asks to cancel once when the row's work has begun.
+    /// Requests cancellation once the row has started.
     void cancelDuringRow(int index) {
         onProgress = [this, index](const ExportProgress &told) {
             const bool isAsked = engine.cancelToken()->isRequested();

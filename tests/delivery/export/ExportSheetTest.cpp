@@ -32,7 +32,7 @@ class ExportSheetTest : public ExportTest {
         state.start();
         loop.exec();
     }
-    /// Does it once the run has told of that row.
+    /// Runs the action when the run reports that row.
     void atRow(int index, const std::function<void()> &action) {
         QObject::connect(&state, &DeliverySheet::runChanged, &state, [=, this] {
             if (state.progressLine().startsWith(QString::number(index + 1))) {
@@ -179,8 +179,8 @@ TEST_F(ExportSheetTest, ARunIsToldRowByRowAndItsResultsInTwoLists) {
     EXPECT_EQ(state.headline(), text("Export finished with 1 issue"));
     EXPECT_EQ(std::tuple(state.succeeded(), state.failed(), state.cancelled()),
               std::tuple(2, 1, 0));
-    EXPECT_TRUE(state.place().startsWith(text("Manifest: manifest-")));
-    EXPECT_EQ(state.placePath(), flow.result()->manifestSidecarPath);
+    EXPECT_TRUE(state.resultLine().startsWith(text("Manifest: manifest-")));
+    EXPECT_EQ(state.resultPath(), flow.result()->manifestSidecarPath);
     EXPECT_EQ(state.resultFolder(), at("project/selects"));
     EXPECT_EQ(state.errorLine() + state.backupLine(), QString());
     EXPECT_EQ(
@@ -235,7 +235,7 @@ TEST_F(ExportSheetTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {
     EXPECT_EQ(state.headline(), text("Export finished with 1 issue"));
     EXPECT_TRUE(state.backupLine().startsWith(text("Backup warning: Backup failed: ")));
     EXPECT_TRUE(state.errorLine().startsWith(text("manifest write: ")));
-    EXPECT_EQ(state.place(), QString());
+    EXPECT_EQ(state.resultLine(), QString());
     EXPECT_FALSE(store.lastError());
 }
 

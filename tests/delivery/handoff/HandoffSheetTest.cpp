@@ -106,7 +106,7 @@ TEST_F(HandoffSheetTest, ARunTellsItsPhasesAndItsPackage) {
     EXPECT_THAT(lines, Contains(text("1 of 2: a_x.mov|Extracting subclip")));
     EXPECT_THAT(lines, Contains(text("1 of 2: a.mov|Encoding HD copy")));
     EXPECT_EQ(state.headline(), text("Handoff complete"));
-    EXPECT_EQ(state.place(), at("out/Show"));
+    EXPECT_EQ(state.resultLine(), at("out/Show"));
     EXPECT_EQ(state.resultFolder(), at("out"));
     EXPECT_EQ(std::tuple(state.succeeded(), state.failed(), state.cancelled()),
               std::tuple(4, 0, 0));
@@ -154,7 +154,7 @@ TEST_F(HandoffSheetTest, ARunThatFailsOrIsCancelledSaysSo) {
     run();
     EXPECT_EQ(state.headline(), text("Handoff finished with 1 issue"));
     EXPECT_FALSE(state.errorLine().isEmpty());
-    EXPECT_EQ(state.place(), QString());
+    EXPECT_EQ(state.resultLine(), QString());
     EXPECT_EQ(state.resultFolder(), at("file"));
     state.again();
     await(store.closeProject());

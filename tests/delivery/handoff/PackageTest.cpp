@@ -1,4 +1,4 @@
-// What is in a package, and what isn't.
+// The contents of a package.
 
 #include "delivery/handoff/HandoffFixture.h"
 

@@ -1,5 +1,5 @@
-// The choices of an export, and what they come to.
-//   sheet: ExportSheet
+// The choices of an export and the preview of its rows.
+//   exporting: ExportSheet
 import QtQuick
 import Corvane.Kit
 import Corvane.Delivery

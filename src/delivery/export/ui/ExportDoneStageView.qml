@@ -1,4 +1,4 @@
-// What an export delivered.
+// The results of an export.
 //   sheet: ExportSheet
 import Corvane.Delivery
 

@@ -1,4 +1,4 @@
-// The run of an export.
+// The progress of an export.
 //   sheet: ExportSheet
 import Corvane.Delivery
 

@@ -1,4 +1,4 @@
-// The sheet of an export over the window, up while its state says so: one of three, by the stage.
+// The sheet of an export: one of three views, depending on the stage.
 //   sheet: ExportSheet
 import QtQuick
 import Corvane.Export

@@ -1,4 +1,4 @@
-// The choices of a handoff, and what goes into its package.
+// The choices of a handoff and the preview of its package.
 //   handoff: HandoffSheet
 import QtQuick
 import Corvane.Kit

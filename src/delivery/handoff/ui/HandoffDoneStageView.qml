@@ -1,10 +1,10 @@
-// What a handoff made.
+// The results of a handoff.
 //   sheet: HandoffSheet
 import Corvane.Delivery
 
 DeliveryDoneSheet {
     objectName: "handoff.done"
     againText: qsTr("Hand Off Again")
-    placeSymbol: "shippingbox.fill"
+    resultSymbol: "shippingbox.fill"
     revealText: qsTr("Reveal in Finder")
 }

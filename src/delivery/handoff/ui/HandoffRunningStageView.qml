@@ -1,4 +1,4 @@
-// The run of a handoff.
+// The progress of a handoff.
 //   sheet: HandoffSheet
 import Corvane.Delivery
 

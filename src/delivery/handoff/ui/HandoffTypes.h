@@ -4,7 +4,7 @@
 
 #include <QtQml/qqml.h>
 
-/// The name under which the screens know the type that they are bound to. None is made by a screen.
+/// The QML name of the type that the handoff sheet binds to.
 namespace corvane::handoffTypes {
 
 struct HandoffSheetType {

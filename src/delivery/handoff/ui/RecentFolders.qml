@@ -1,4 +1,4 @@
-// The folders that earlier handoffs went to, to choose one again.
+// A menu of the destination folders of earlier handoffs.
 //   handoff: HandoffSheet
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified

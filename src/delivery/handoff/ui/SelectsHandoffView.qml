@@ -1,4 +1,4 @@
-// The sheet of a handoff over the window, up while its state says so: one of three, by the stage.
+// The sheet of a handoff: one of three views, depending on the stage.
 //   sheet: HandoffSheet
 import QtQuick
 import Corvane.Handoff

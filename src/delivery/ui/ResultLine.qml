@@ -1,5 +1,5 @@
-// Where a finished run put something, with a button that shows it in the file browser.
-//   text: string, nothing shows of an empty one; symbol: string, may be empty; revealText: string;
+// The manifest or the package of a finished run, with a button that reveals it.
+//   text: string, hidden if empty; symbol: string, may be empty; revealText: string;
 //   name: string, of the button; signal revealed()
 import QtQuick
 import Corvane.Kit
