@@ -1,38 +1,14 @@
 #pragma once
 
 #include "delivery/DeliverySheet.h"
+#include "kit/QmlTypes.h"
 
-#include <QtQml/qqml.h>
-
-/// The QML names of the types that the sheets of both deliveries bind to.
+/// Registers the types that all delivery sheets bind to for QML. The objects are created in C++.
 namespace corvane::deliveryTypes {
 
-struct DeliverySheetType {
-    Q_GADGET
-    QML_FOREIGN(corvane::DeliverySheet)
-    QML_NAMED_ELEMENT(DeliverySheet)
-    QML_UNCREATABLE("Comes with the screen")
-};
-
-struct NamingFieldsType {
-    Q_GADGET
-    QML_FOREIGN(corvane::NamingFields)
-    QML_NAMED_ELEMENT(NamingFields)
-    QML_UNCREATABLE("Comes with the screen")
-};
-
-struct DeliveryRowsType {
-    Q_GADGET
-    QML_FOREIGN(corvane::DeliveryRows)
-    QML_NAMED_ELEMENT(DeliveryRows)
-    QML_UNCREATABLE("Comes with the screen")
-};
-
-struct DeliveryResultsType {
-    Q_GADGET
-    QML_FOREIGN(corvane::DeliveryResults)
-    QML_NAMED_ELEMENT(DeliveryResults)
-    QML_UNCREATABLE("Comes with the screen")
-};
+CORVANE_QML_TYPE(DeliverySheet)
+CORVANE_QML_TYPE(NamingFields)
+CORVANE_QML_TYPE(DeliveryRows)
+CORVANE_QML_TYPE(DeliveryResults)
 
 } // namespace corvane::deliveryTypes

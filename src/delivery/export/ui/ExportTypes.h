@@ -1,17 +1,11 @@
 #pragma once
 
 #include "delivery/export/ExportSheet.h"
+#include "kit/QmlTypes.h"
 
-#include <QtQml/qqml.h>
-
-/// The QML names of the types that the export sheet binds to.
+/// Registers the export sheet for QML. The object is created in C++.
 namespace corvane::exportTypes {
 
-struct ExportSheetType {
-    Q_GADGET
-    QML_FOREIGN(corvane::ExportSheet)
-    QML_NAMED_ELEMENT(ExportSheet)
-    QML_UNCREATABLE("Comes with the screen")
-};
+CORVANE_QML_TYPE(ExportSheet)
 
 } // namespace corvane::exportTypes

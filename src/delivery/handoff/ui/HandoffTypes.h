@@ -1,17 +1,11 @@
 #pragma once
 
 #include "delivery/handoff/HandoffSheet.h"
+#include "kit/QmlTypes.h"
 
-#include <QtQml/qqml.h>
-
-/// The QML name of the type that the handoff sheet binds to.
+/// Registers the handoff sheet for QML. The object is created in C++.
 namespace corvane::handoffTypes {
 
-struct HandoffSheetType {
-    Q_GADGET
-    QML_FOREIGN(corvane::HandoffSheet)
-    QML_NAMED_ELEMENT(HandoffSheet)
-    QML_UNCREATABLE("Comes with the screen")
-};
+CORVANE_QML_TYPE(HandoffSheet)
 
 } // namespace corvane::handoffTypes
