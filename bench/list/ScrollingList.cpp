@@ -1,6 +1,6 @@
-// The side pane with 25,000 clips and 125,000 subclips, each with a thumbnail, drawn in software: main
-// thread time per frame while the list scrolls at 60 frames per second, and the rows redrawn for one
-// edit.
+// The side pane with 25,000 clips and 125,000 subclips, each with a thumbnail, drawn in software:
+// main thread time per frame while the list scrolls at 60 frames per second, and the rows redrawn
+// for one edit.
 #include "BenchData.h"
 
 #include "kit/Fonts.h"
