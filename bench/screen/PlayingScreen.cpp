@@ -212,7 +212,7 @@ void measureResponsiveness(ProjectScreen &screen, CorvaneApp &app, const QString
     exporting.start();
     const double delivering =
         longestTurnUntil([&] { return exporting.stage() == DeliverySheet::Stage::Done; });
-    if (exporting.failed() > 0 || exporting.succeeded() == 0) {
+    if (exporting.result().failed > 0 || exporting.result().succeeded == 0) {
         qFatal("the export failed");
     }
     exporting.dismiss();

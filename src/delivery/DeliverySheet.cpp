@@ -76,20 +76,15 @@ QString DeliverySheet::folderLine() const {
     return inOneLine(folder());
 }
 
-QStringList DeliverySheet::modes() {
-    return segments::labels(kModes, DeliveryTexts::label);
+DeliveryChoice DeliverySheet::mode() const {
+    return {segments::labels(kModes, DeliveryTexts::label),
+            segments::indexOf(kModes, m_flow.choices().mode), modeHelp()};
 }
 
-int DeliverySheet::mode() const {
-    return segments::indexOf(kModes, m_flow.choices().mode);
-}
-
-QStringList DeliverySheet::handles() {
-    return segments::labels(kHandleSeconds, handleLabel);
-}
-
-int DeliverySheet::handle() const {
-    return segments::indexOf(kHandleSeconds, m_flow.choices().subclipHandleSeconds);
+DeliveryChoice DeliverySheet::handles() const {
+    return {segments::labels(kHandleSeconds, handleLabel),
+            segments::indexOf(kHandleSeconds, m_flow.choices().subclipHandleSeconds),
+            handlesHelp()};
 }
 
 void DeliverySheet::chooseMode(int index) {
@@ -106,10 +101,6 @@ void DeliverySheet::chooseHandle(int index) {
 
 QString DeliverySheet::cancelText() const {
     return DeliveryTexts::cancelButton(m_flow.cancelStage());
-}
-
-QString DeliverySheet::backupLine() const {
-    return DeliveryTexts::backupLine(m_flow.backupError());
 }
 
 void DeliverySheet::open() {
@@ -129,7 +120,7 @@ void DeliverySheet::resetFlow(const Project &project) {
 }
 
 void DeliverySheet::dismiss() {
-    if (m_isOpen && canDismiss()) {
+    if (m_isOpen && stage() != Stage::Running) {
         m_planTimer.reset();
         setOpen(false);
         Q_EMIT dismissed();
@@ -244,13 +235,13 @@ void DeliverySheet::handleStage() {
 }
 
 void DeliverySheet::updateRun() {
-    m_run = {.line = DeliveryTexts::checkingLine()};
+    m_run = {.line = DeliveryTexts::checkingLine(), .fraction = m_flow.overallFraction()};
     if (const auto texts = progressTexts()) {
-        m_run = {.line = texts->line,
-                 .percent = DeliveryTexts::percent(fraction()),
-                 .details = texts->details};
+        m_run.line = texts->line;
+        m_run.percent = DeliveryTexts::percent(m_run.fraction);
+        m_run.details = texts->details;
         if (m_remaining) {
-            m_run.timeLeft = m_remaining->text(fraction(), m_clock.monotonic());
+            m_run.timeLeft = m_remaining->text(m_run.fraction, m_clock.monotonic());
         }
     }
     Q_EMIT runChanged();
@@ -258,6 +249,7 @@ void DeliverySheet::updateRun() {
 
 void DeliverySheet::updateResult() {
     m_result = resultTexts();
+    m_result.backupLine = DeliveryTexts::backupLine(m_flow.backupError());
     QList<DeliveryResult> rows = std::exchange(m_result.rows, {});
     const qsizetype failedCount = rows.size() - m_result.succeeded;
     if (m_result.succeeded > 0) {

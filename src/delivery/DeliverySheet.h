@@ -1,8 +1,8 @@
 #pragma once
 
 #include "delivery/DeliveryFlow.h"
-#include "delivery/DeliveryResults.h"
 #include "delivery/DeliveryRows.h"
+#include "delivery/DeliverySheetTexts.h"
 #include "delivery/NamingFields.h"
 #include "platform/FilePanels.h"
 #include "platform/RemainingTime.h"
@@ -20,21 +20,14 @@ class DeliverySheet : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
     Q_PROPERTY(corvane::DeliverySheet::Stage stage READ stage NOTIFY stageChanged)
-    Q_PROPERTY(bool canDismiss READ canDismiss NOTIFY stageChanged)
 
-    // Configure. A choice is an index into its labels, or -1.
+    // Configure.
     Q_PROPERTY(QString folder READ folder NOTIFY choicesChanged)
     /// The folder's path without line breaks.
     Q_PROPERTY(QString folderLine READ folderLine NOTIFY choicesChanged)
-    Q_PROPERTY(QStringList modes READ modes CONSTANT)
-    Q_PROPERTY(int mode READ mode NOTIFY choicesChanged)
-    Q_PROPERTY(QString modeHelp READ modeHelp NOTIFY choicesChanged)
-    Q_PROPERTY(QStringList outputs READ outputs CONSTANT)
-    Q_PROPERTY(int output READ output NOTIFY choicesChanged)
-    Q_PROPERTY(QString outputHelp READ outputHelp NOTIFY choicesChanged)
-    Q_PROPERTY(QStringList handles READ handles CONSTANT)
-    Q_PROPERTY(int handle READ handle NOTIFY choicesChanged)
-    Q_PROPERTY(QString handlesHelp READ handlesHelp CONSTANT)
+    Q_PROPERTY(corvane::DeliveryChoice mode READ mode NOTIFY choicesChanged)
+    Q_PROPERTY(corvane::DeliveryChoice output READ output NOTIFY choicesChanged)
+    Q_PROPERTY(corvane::DeliveryChoice handles READ handles NOTIFY choicesChanged)
     Q_PROPERTY(corvane::NamingFields *naming READ naming CONSTANT)
     Q_PROPERTY(corvane::DeliveryRows *rows READ rows CONSTANT)
     Q_PROPERTY(bool hasRows READ hasRows NOTIFY planChanged)
@@ -44,26 +37,13 @@ class DeliverySheet : public QObject {
     /// Why the run cannot be started; empty if it can.
     Q_PROPERTY(QString startHelp READ startHelp NOTIFY canStartChanged)
 
-    // Running. Before the first row, all texts but `progressLine` and `cancelText` are empty.
-    Q_PROPERTY(QString progressLine READ progressLine NOTIFY runChanged)
-    Q_PROPERTY(QString percent READ percent NOTIFY runChanged)
-    Q_PROPERTY(double fraction READ fraction NOTIFY runChanged)
-    Q_PROPERTY(QString details READ details NOTIFY runChanged)
-    Q_PROPERTY(QString timeLeft READ timeLeft NOTIFY runChanged)
+    // Running.
+    Q_PROPERTY(corvane::DeliveryRunTexts run READ run NOTIFY runChanged)
     Q_PROPERTY(QString cancelText READ cancelText NOTIFY runChanged)
     Q_PROPERTY(bool canCancel READ canCancel NOTIFY runChanged)
 
-    // Done. Lines that do not apply are empty.
-    Q_PROPERTY(QString headline READ headline NOTIFY resultChanged)
-    /// Name of the manifest or path of the package.
-    Q_PROPERTY(QString resultLine READ resultLine NOTIFY resultChanged)
-    Q_PROPERTY(QString resultPath READ resultPath NOTIFY resultChanged)
-    Q_PROPERTY(QString errorLine READ errorLine NOTIFY resultChanged)
-    Q_PROPERTY(QString backupLine READ backupLine NOTIFY resultChanged)
-    Q_PROPERTY(int succeeded READ succeeded NOTIFY resultChanged)
-    Q_PROPERTY(int failed READ failed NOTIFY resultChanged)
-    Q_PROPERTY(int cancelled READ cancelled NOTIFY resultChanged)
-    Q_PROPERTY(QString resultFolder READ resultFolder NOTIFY resultChanged)
+    // Done.
+    Q_PROPERTY(corvane::DeliveryResultTexts result READ result NOTIFY resultChanged)
     Q_PROPERTY(corvane::DeliveryResults *results READ results CONSTANT)
 
   public:
@@ -74,19 +54,12 @@ class DeliverySheet : public QObject {
 
     bool isOpen() const { return m_isOpen; }
     Stage stage() const;
-    bool canDismiss() const { return stage() != Stage::Running; }
 
     QString folder() const;
     QString folderLine() const;
-    static QStringList modes();
-    int mode() const;
-    virtual QString modeHelp() const = 0;
-    virtual QStringList outputs() const = 0;
-    virtual int output() const = 0;
-    virtual QString outputHelp() const = 0;
-    static QStringList handles();
-    int handle() const;
-    virtual QString handlesHelp() const = 0;
+    DeliveryChoice mode() const;
+    virtual DeliveryChoice output() const = 0;
+    DeliveryChoice handles() const;
     NamingFields *naming() { return &m_naming; }
     DeliveryRows *rows() { return &m_rows; }
     bool hasRows() const { return m_rows.count() > 0; }
@@ -94,23 +67,11 @@ class DeliverySheet : public QObject {
     bool canStart() const { return isOpen() && m_startHelp.isEmpty(); }
     const QString &startHelp() const { return m_startHelp; }
 
-    const QString &progressLine() const { return m_run.line; }
-    const QString &percent() const { return m_run.percent; }
-    double fraction() const { return m_flow.overallFraction(); }
-    const QString &details() const { return m_run.details; }
-    const QString &timeLeft() const { return m_run.timeLeft; }
+    const DeliveryRunTexts &run() const { return m_run; }
     QString cancelText() const;
     bool canCancel() const { return m_flow.cancelStage() != CancelStage::hard; }
 
-    const QString &headline() const { return m_result.headline; }
-    const QString &resultLine() const { return m_result.resultLine; }
-    const QString &resultPath() const { return m_result.resultPath; }
-    const QString &errorLine() const { return m_result.errorLine; }
-    QString backupLine() const;
-    int succeeded() const { return m_result.succeeded; }
-    int failed() const { return m_result.failed; }
-    int cancelled() const { return m_result.cancelled; }
-    const QString &resultFolder() const { return m_result.folder; }
+    const DeliveryResultTexts &result() const { return m_result; }
     DeliveryResults *results() { return &m_results; }
 
     /// Opens the sheet with the defaults for the open project; during a run, with that run. A no-op
@@ -147,21 +108,11 @@ class DeliverySheet : public QObject {
         QString line;
         QString details;
     };
-    struct ResultTexts {
-        QString headline;
-        QString resultLine;
-        QString resultPath;
-        QString errorLine;
-        int succeeded = 0;
-        int failed = 0;
-        int cancelled = 0;
-        QString folder;
-        QList<DeliveryResult> rows;
-    };
-
     DeliverySheet(DeliveryFlow &flow, ProjectStore &store, FilePanels &panels, Clock &clock,
                   QObject *parent);
 
+    virtual QString modeHelp() const = 0;
+    virtual QString handlesHelp() const = 0;
     virtual QString folderPanelMessage() const = 0;
     /// True if the planned rows depend on the choices, not only on the project.
     virtual bool planDependsOnChoices() const = 0;
@@ -171,14 +122,14 @@ class DeliverySheet : public QObject {
     virtual QString obstacle() const = 0;
     /// nullopt before the first row.
     virtual std::optional<ProgressTexts> progressTexts() const = 0;
-    virtual ResultTexts resultTexts() const = 0;
+    virtual DeliveryResultTexts resultTexts() const = 0;
 
     /// Fills the counts and the rows. `show` converts an outcome or a failure into a row.
     template <class Result, class Show>
-    static ResultTexts countsAndRows(const Result &result, const Show &show) {
-        ResultTexts texts{.succeeded = int(result.succeeded.size()),
-                          .failed = result.failedCount(),
-                          .cancelled = result.cancelledCount};
+    static DeliveryResultTexts countsAndRows(const Result &result, const Show &show) {
+        DeliveryResultTexts texts{.succeeded = int(result.succeeded.size()),
+                                  .failed = result.failedCount(),
+                                  .cancelled = result.cancelledCount};
         for (const auto &outcome : result.succeeded) {
             texts.rows.append(show(outcome));
         }
@@ -200,13 +151,6 @@ class DeliverySheet : public QObject {
     void updateResult();
     void setOpen(bool isOpen);
 
-    struct RunTexts {
-        QString line;
-        QString percent;
-        QString details;
-        QString timeLeft;
-    };
-
     DeliveryFlow &m_flow;
     ProjectStore &m_store;
     FilePanels &m_panels;
@@ -218,8 +162,8 @@ class DeliverySheet : public QObject {
     bool m_isOpen = false;
     std::optional<QString> m_projectFile; ///< of the project that the choices are for
     QString m_startHelp;
-    RunTexts m_run;
-    ResultTexts m_result; ///< its rows are in `m_results`
+    DeliveryRunTexts m_run;
+    DeliveryResultTexts m_result; ///< its rows are in `m_results`
     std::optional<RemainingTime> m_remaining;
     std::chrono::milliseconds m_planDuration{0}; ///< of the last plan
     std::unique_ptr<Clock::Timer> m_planTimer;

@@ -82,7 +82,8 @@ bool exportRunning(ProjectWindow &projectWindow) {
     }
     ExportSheet &exporting = *projectWindow.screen().exporting();
     exporting.start();
-    return waitUntil([&] { return exporting.fraction() > 0.3 && !exporting.details().isEmpty(); });
+    return waitUntil(
+        [&] { return exporting.run().fraction > 0.3 && !exporting.run().details.isEmpty(); });
 }
 
 /// Results with two failed rows: one file was modified and one deleted after the import.

@@ -38,16 +38,10 @@ QString ExportSheet::modeHelp() const {
     return ExportTexts::help(m_flow.choices().mode);
 }
 
-QStringList ExportSheet::outputs() const {
-    return segments::labels(kExportOutputs, ExportTexts::label);
-}
-
-int ExportSheet::output() const {
-    return segments::indexOf(kExportOutputs, m_flow.choices().outputMode);
-}
-
-QString ExportSheet::outputHelp() const {
-    return ExportTexts::help(m_flow.choices().outputMode);
+DeliveryChoice ExportSheet::output() const {
+    const auto output = m_flow.choices().outputMode;
+    return {segments::labels(kExportOutputs, ExportTexts::label),
+            segments::indexOf(kExportOutputs, output), ExportTexts::help(output)};
 }
 
 void ExportSheet::chooseOutput(int index) {
@@ -97,14 +91,14 @@ std::optional<DeliverySheet::ProgressTexts> ExportSheet::progressTexts() const {
                          .details = ExportTexts::rowLine(*progress)};
 }
 
-DeliverySheet::ResultTexts ExportSheet::resultTexts() const {
+DeliveryResultTexts ExportSheet::resultTexts() const {
     const ExportBatchResult &result = *m_flow.result();
-    ResultTexts texts = countsAndRows(result, ShowExportRow());
+    DeliveryResultTexts texts = countsAndRows(result, ShowExportRow());
     texts.headline = ExportTexts::headline(result);
     texts.folder = m_flow.runInput()->outputFolder;
     if (result.manifestSidecarPath) {
-        texts.resultPath = *result.manifestSidecarPath;
-        texts.resultLine = QStringLiteral("Manifest: ") + paths::lastComponent(texts.resultPath);
+        texts.path = *result.manifestSidecarPath;
+        texts.line = QStringLiteral("Manifest: ") + paths::lastComponent(texts.path);
     }
     texts.errorLine = result.manifestError.value_or(QString());
     return texts;

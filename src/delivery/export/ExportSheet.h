@@ -21,12 +21,8 @@ class ExportSheet : public corvane::DeliverySheet {
     ExportSheet(ExportViewModel &flow, ProjectStore &store, FilePanels &panels,
                 Clock &clock = Clock::system(), QObject *parent = nullptr);
 
-    QString modeHelp() const override;
-    QStringList outputs() const override;
-    int output() const override;
-    QString outputHelp() const override;
+    DeliveryChoice output() const override;
     void chooseOutput(int index) override;
-    QString handlesHelp() const override;
     QString nothingText() const override;
 
     bool includeWholeClips() const { return m_flow.choices().includeWholeVideoSelects; }
@@ -38,12 +34,14 @@ class ExportSheet : public corvane::DeliverySheet {
     const QString &countLine() const { return m_countLine; }
 
   protected:
+    QString modeHelp() const override;
+    QString handlesHelp() const override;
     QString folderPanelMessage() const override;
     bool planDependsOnChoices() const override { return true; }
     QList<DeliveryRow> plan(const Project &project) override;
     QString obstacle() const override;
     std::optional<ProgressTexts> progressTexts() const override;
-    ResultTexts resultTexts() const override;
+    DeliveryResultTexts resultTexts() const override;
 
   private:
     ExportViewModel &m_flow;

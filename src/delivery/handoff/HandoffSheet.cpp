@@ -41,16 +41,10 @@ QString HandoffSheet::modeHelp() const {
     return HandoffTexts::help(m_flow.choices().mode);
 }
 
-QStringList HandoffSheet::outputs() const {
-    return segments::labels(kHandoffOutputs, HandoffTexts::label);
-}
-
-int HandoffSheet::output() const {
-    return segments::indexOf(kHandoffOutputs, m_flow.choices().outputMode);
-}
-
-QString HandoffSheet::outputHelp() const {
-    return HandoffTexts::help(m_flow.choices().outputMode);
+DeliveryChoice HandoffSheet::output() const {
+    const auto output = m_flow.choices().outputMode;
+    return {segments::labels(kHandoffOutputs, HandoffTexts::label),
+            segments::indexOf(kHandoffOutputs, output), HandoffTexts::help(output)};
 }
 
 void HandoffSheet::chooseOutput(int index) {
@@ -132,12 +126,12 @@ std::optional<DeliverySheet::ProgressTexts> HandoffSheet::progressTexts() const 
                          .details = HandoffTexts::rowLine(*progress)};
 }
 
-DeliverySheet::ResultTexts HandoffSheet::resultTexts() const {
+DeliveryResultTexts HandoffSheet::resultTexts() const {
     const HandoffResult &result = *m_flow.result();
-    ResultTexts texts = countsAndRows(result, ShowHandoffRow());
+    DeliveryResultTexts texts = countsAndRows(result, ShowHandoffRow());
     texts.headline = HandoffTexts::headline(result);
-    texts.resultPath = result.packageFolder.value_or(QString());
-    texts.resultLine = inOneLine(texts.resultPath);
+    texts.path = result.packageFolder.value_or(QString());
+    texts.line = inOneLine(texts.path);
     texts.errorLine = result.generalError.value_or(QString());
     texts.folder = m_flow.choices().destinationFolder.value_or(QString());
     return texts;

@@ -25,12 +25,8 @@ class HandoffSheet : public corvane::DeliverySheet {
     HandoffSheet(SelectsHandoffViewModel &flow, ProjectStore &store, FilePanels &panels,
                  Clock &clock = Clock::system(), QObject *parent = nullptr);
 
-    QString modeHelp() const override;
-    QStringList outputs() const override;
-    int output() const override;
-    QString outputHelp() const override;
+    DeliveryChoice output() const override;
     void chooseOutput(int index) override;
-    QString handlesHelp() const override;
     QString nothingText() const override;
 
     QString packageLocation() const;
@@ -48,12 +44,14 @@ class HandoffSheet : public corvane::DeliverySheet {
     void recentsChanged();
 
   protected:
+    QString modeHelp() const override;
+    QString handlesHelp() const override;
     QString folderPanelMessage() const override;
     bool planDependsOnChoices() const override { return false; }
     QList<DeliveryRow> plan(const Project &project) override;
     QString obstacle() const override;
     std::optional<ProgressTexts> progressTexts() const override;
-    ResultTexts resultTexts() const override;
+    DeliveryResultTexts resultTexts() const override;
 
   private:
     SelectsHandoffViewModel &m_flow;

@@ -15,7 +15,7 @@ Sheet {
     property alias resultSymbol: resultLine.symbol
     property alias revealText: resultLine.revealText
 
-    name: sheet.headline
+    name: sheet.result.headline
     sheetWidth: Theme.resultSheetWidth
     sheetHeight: Theme.resultSheetHeight
     maximumMargin: Theme.resultSheetMargin
@@ -30,7 +30,7 @@ Sheet {
             objectName: control.objectName + ".revealFolder"
             large: true
             text: qsTr("Reveal Folder")
-            onClicked: control.sheet.reveal(control.sheet.resultFolder)
+            onClicked: control.sheet.reveal(control.sheet.result.folder)
         },
         Item { // keeps the first button at the left edge
             width: control.availableWidth - 2 * Theme.sheetPadding - 3 * Theme.buttonGap
@@ -67,7 +67,7 @@ Sheet {
         Label {
             objectName: control.objectName + ".headline"
             width: parent.width
-            text: control.sheet.headline
+            text: control.sheet.result.headline
             textStyle: Theme.titleStyle
             Accessible.role: Accessible.Heading
         }
@@ -76,16 +76,16 @@ Sheet {
 
             objectName: control.objectName + ".resultLine"
             name: control.objectName + ".reveal"
-            text: control.sheet.resultLine
-            onRevealed: control.sheet.reveal(control.sheet.resultPath)
+            text: control.sheet.result.line
+            onRevealed: control.sheet.reveal(control.sheet.result.path)
         }
         NoticeLine {
             objectName: control.objectName + ".error"
-            text: control.sheet.errorLine
+            text: control.sheet.result.errorLine
         }
         NoticeLine {
             objectName: control.objectName + ".backup"
-            text: control.sheet.backupLine
+            text: control.sheet.result.backupLine
         }
         Row {
             id: counts
@@ -100,21 +100,21 @@ Sheet {
                 objectName: control.objectName + ".succeeded"
                 width: counts.boxWidth
                 label: qsTr("Succeeded")
-                count: control.sheet.succeeded
+                count: control.sheet.result.succeeded
                 countColor: Theme.success
             }
             CountBox {
                 objectName: control.objectName + ".failed"
                 width: counts.boxWidth
                 label: qsTr("Failed")
-                count: control.sheet.failed
+                count: control.sheet.result.failed
                 countColor: Theme.warning
             }
             CountBox {
                 objectName: control.objectName + ".cancelled"
                 width: counts.boxWidth
                 label: qsTr("Cancelled")
-                count: control.sheet.cancelled
+                count: control.sheet.result.cancelled
             }
         }
     }

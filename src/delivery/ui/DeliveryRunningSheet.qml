@@ -10,12 +10,12 @@ RunningSheet {
     required property DeliverySheet sheet
 
     visible: sheet.isOpen && sheet.stage === DeliverySheet.Running
-    fileName: sheet.progressLine
-    figure: sheet.percent
+    fileName: sheet.run.line
+    figure: sheet.run.percent
     figureIsStrong: true
-    fraction: sheet.fraction
-    details: sheet.details
-    timeLeft: sheet.timeLeft
+    fraction: sheet.run.fraction
+    details: sheet.run.details
+    timeLeft: sheet.run.timeLeft
     buttonText: sheet.cancelText
     buttonEnabled: sheet.canCancel
     onCancelled: control.sheet.requestCancel()

@@ -3,12 +3,15 @@
 #include "delivery/DeliverySheet.h"
 #include "kit/QmlTypes.h"
 
-/// Registers the types that all delivery sheets bind to for QML. The objects are created in C++.
+/// Registers the types that the sheets of all deliveries bind to.
 namespace corvane::deliveryTypes {
 
 CORVANE_QML_TYPE(DeliverySheet)
 CORVANE_QML_TYPE(NamingFields)
 CORVANE_QML_TYPE(DeliveryRows)
 CORVANE_QML_TYPE(DeliveryResults)
+CORVANE_QML_VALUE(DeliveryChoice, deliveryChoice)
+CORVANE_QML_VALUE(DeliveryRunTexts, deliveryRunTexts)
+CORVANE_QML_VALUE(DeliveryResultTexts, deliveryResultTexts)
 
 } // namespace corvane::deliveryTypes

@@ -9,8 +9,8 @@ ChoiceRow {
     required property DeliverySheet sheet
 
     label: qsTr("Subclip handles")
-    model: sheet.handles
-    currentIndex: sheet.handle
-    help: sheet.handlesHelp
+    model: sheet.handles.labels
+    currentIndex: sheet.handles.index
+    help: sheet.handles.help
     onActivated: index => row.sheet.chooseHandle(index)
 }

@@ -16,17 +16,17 @@ Column {
     ChoiceRow {
         name: rows.name + ".mode"
         label: qsTr("Mode")
-        model: rows.sheet.modes
-        currentIndex: rows.sheet.mode
-        help: rows.sheet.modeHelp
+        model: rows.sheet.mode.labels
+        currentIndex: rows.sheet.mode.index
+        help: rows.sheet.mode.help
         onActivated: index => rows.sheet.chooseMode(index)
     }
     ChoiceRow {
         name: rows.name + ".output"
         label: qsTr("Output")
-        model: rows.sheet.outputs
-        currentIndex: rows.sheet.output
-        help: rows.sheet.outputHelp
+        model: rows.sheet.output.labels
+        currentIndex: rows.sheet.output.index
+        help: rows.sheet.output.help
         onActivated: index => rows.sheet.chooseOutput(index)
     }
 }

@@ -35,7 +35,7 @@ class ExportSheetTest : public ExportTest {
     /// Runs the action when the run reports that row.
     void atRow(int index, const std::function<void()> &action) {
         QObject::connect(&state, &DeliverySheet::runChanged, &state, [=, this] {
-            if (state.progressLine().startsWith(QString::number(index + 1))) {
+            if (state.run().line.startsWith(QString::number(index + 1))) {
                 action();
             }
         });
@@ -69,8 +69,8 @@ TEST_F(ExportSheetTest, OpensWithTheDefaultsAndSaysWhatTheyMean) {
     state.open();
     EXPECT_TRUE(state.isOpen() && state.canStart());
     EXPECT_EQ(state.folder(), at("project/selects"));
-    EXPECT_EQ(state.modes(), (QStringList{text("Fast copy"), text("Accurate transcode")}));
-    EXPECT_EQ(state.handles(), text("None 0.5s 1s 2s 4s").split(QLatin1Char(' ')));
+    EXPECT_EQ(state.mode().labels, (QStringList{text("Fast copy"), text("Accurate transcode")}));
+    EXPECT_EQ(state.handles().labels, text("None 0.5s 1s 2s 4s").split(QLatin1Char(' ')));
     EXPECT_EQ(state.countLine(), text("3 rows"));
     const QAbstractItemModelTester tester(state.rows());
     EXPECT_EQ(names(), (QStringList{text("a.mov"), text("b.mov"), text("b_subclip-1.mov")}));
@@ -79,13 +79,14 @@ TEST_F(ExportSheetTest, OpensWithTheDefaultsAndSaysWhatTheyMean) {
     state.chooseOutput(2);
     state.chooseHandle(3);
     state.chooseHandle(7);
-    EXPECT_EQ(std::tuple(state.mode(), state.output(), state.handle()), std::tuple(1, 2, 3));
-    EXPECT_EQ(state.modeHelp(), ExportTexts::help(ExportBatch::Mode::accurateTranscode));
-    EXPECT_EQ(state.outputHelp(), ExportTexts::help(OutputMode::hdOnly));
+    EXPECT_EQ(std::tuple(state.mode().index, state.output().index, state.handles().index),
+              std::tuple(1, 2, 3));
+    EXPECT_EQ(state.mode().help, ExportTexts::help(ExportBatch::Mode::accurateTranscode));
+    EXPECT_EQ(state.output().help, ExportTexts::help(OutputMode::hdOnly));
     EXPECT_EQ(flow.choices().subclipHandleSeconds, 2);
     EXPECT_EQ(names().first(), text("a.mp4"));
     state.open();
-    EXPECT_EQ(state.mode(), 1) << "it is up, so what was chosen stays";
+    EXPECT_EQ(state.mode().index, 1) << "it is up, so what was chosen stays";
     state.setIncludeSubclips(false);
     EXPECT_EQ(state.countLine(), text("2 rows"));
     state.setIncludeWholeClips(false);
@@ -167,8 +168,8 @@ TEST_F(ExportSheetTest, ARunIsToldRowByRowAndItsResultsInTwoLists) {
         if (lines.isEmpty()) {
             clock.advance(std::chrono::seconds(4));
         }
-        lines.append(state.percent() + QLatin1Char('|') + state.details() + QLatin1Char('|') +
-                     state.timeLeft());
+        lines.append(state.run().percent + QLatin1Char('|') + state.run().details +
+                     QLatin1Char('|') + state.run().timeLeft);
         state.open();
         state.dismiss();
     });
@@ -176,13 +177,13 @@ TEST_F(ExportSheetTest, ARunIsToldRowByRowAndItsResultsInTwoLists) {
     EXPECT_TRUE(state.isOpen()) << "the sheet of a run can't be lost";
     EXPECT_THAT(lines, testing::Contains(text("33%|Copying / encoding…|")));
     EXPECT_THAT(lines, testing::Contains(text("50%|Copying / encoding… (hd)|About 5 s left")));
-    EXPECT_EQ(state.headline(), text("Export finished with 1 issue"));
-    EXPECT_EQ(std::tuple(state.succeeded(), state.failed(), state.cancelled()),
+    EXPECT_EQ(state.result().headline, text("Export finished with 1 issue"));
+    EXPECT_EQ(std::tuple(state.result().succeeded, state.result().failed, state.result().cancelled),
               std::tuple(2, 1, 0));
-    EXPECT_TRUE(state.resultLine().startsWith(text("Manifest: manifest-")));
-    EXPECT_EQ(state.resultPath(), flow.result()->manifestSidecarPath);
-    EXPECT_EQ(state.resultFolder(), at("project/selects"));
-    EXPECT_EQ(state.errorLine() + state.backupLine(), QString());
+    EXPECT_TRUE(state.result().line.startsWith(text("Manifest: manifest-")));
+    EXPECT_EQ(state.result().path, flow.result()->manifestSidecarPath);
+    EXPECT_EQ(state.result().folder, at("project/selects"));
+    EXPECT_EQ(state.result().errorLine + state.result().backupLine, QString());
     EXPECT_EQ(
         results(),
         (QStringList{
@@ -213,8 +214,8 @@ TEST_F(ExportSheetTest, TheCancelButtonSaysWhatItDoesNext) {
     });
     run();
     EXPECT_EQ(labels, (QStringList{text("Cancel"), text("Force Cancel"), text("Cancelling…")}));
-    EXPECT_EQ(state.headline(), text("Export cancelled"));
-    EXPECT_EQ(state.cancelled(), 3);
+    EXPECT_EQ(state.result().headline, text("Export cancelled"));
+    EXPECT_EQ(state.result().cancelled, 3);
     EXPECT_EQ(state.results()->data(state.results()->index(0), DeliveryResults::Rich).toString(),
               text("<b>a.mov</b>: Cancelled"));
     EXPECT_EQ(state.results()->rows().first().symbol(), text("xmark.circle"));
@@ -232,10 +233,10 @@ TEST_F(ExportSheetTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {
     state.open();
     run();
     files.setObserver({});
-    EXPECT_EQ(state.headline(), text("Export finished with 1 issue"));
-    EXPECT_TRUE(state.backupLine().startsWith(text("Backup warning: Backup failed: ")));
-    EXPECT_TRUE(state.errorLine().startsWith(text("manifest write: ")));
-    EXPECT_EQ(state.resultLine(), QString());
+    EXPECT_EQ(state.result().headline, text("Export finished with 1 issue"));
+    EXPECT_TRUE(state.result().backupLine.startsWith(text("Backup warning: Backup failed: ")));
+    EXPECT_TRUE(state.result().errorLine.startsWith(text("manifest write: ")));
+    EXPECT_EQ(state.result().line, QString());
     EXPECT_FALSE(store.lastError());
 }
 
@@ -270,7 +271,7 @@ TEST_F(ExportSheetTest, TheSheetGoesWithItsProjectButNotWithARunOfIt) {
     run();
     EXPECT_FALSE(store.project());
     EXPECT_TRUE(state.isOpen());
-    EXPECT_EQ(state.headline(), text("Export complete"));
+    EXPECT_EQ(state.result().headline, text("Export complete"));
     state.again();
     EXPECT_FALSE(state.isOpen());
     EXPECT_THAT(dismissals, SizeIs(2));

@@ -77,8 +77,9 @@ TEST_F(HandoffSheetTest, SaysWhatIsHandedOverAndWhatIsStillMissing) {
     state.chooseOutput(1);
     state.chooseHandle(1);
     state.naming()->setPreset(1);
-    EXPECT_EQ(state.modeHelp(), text("H.264/AAC re-encode at HighestQuality. Frame-accurate trims; "
-                                     "output is .mp4 always."));
+    EXPECT_EQ(state.mode().help,
+              text("H.264/AAC re-encode at HighestQuality. Frame-accurate trims; "
+                   "output is .mp4 always."));
     EXPECT_EQ(flow.choices().outputMode, HandoffOutputMode::primaryAndHd);
     EXPECT_EQ(flow.choices().naming.baseName, text("Harbor"));
     for (const char *clip : {"a.mov", "b.mov"}) {
@@ -98,17 +99,17 @@ TEST_F(HandoffSheetTest, ARunTellsItsPhasesAndItsPackage) {
     state.chooseOutput(1);
     QStringList lines;
     QObject::connect(&state, &DeliverySheet::runChanged, &state, [&] {
-        lines.append(state.progressLine() + QLatin1Char('|') + state.details());
+        lines.append(state.run().line + QLatin1Char('|') + state.run().details);
         lines.removeDuplicates();
     });
     run();
     EXPECT_THAT(lines, Contains(text("1 of 2: a.mov|Copying media · 1 bytes / 1 bytes")));
     EXPECT_THAT(lines, Contains(text("1 of 2: a_x.mov|Extracting subclip")));
     EXPECT_THAT(lines, Contains(text("1 of 2: a.mov|Encoding HD copy")));
-    EXPECT_EQ(state.headline(), text("Handoff complete"));
-    EXPECT_EQ(state.resultLine(), at("out/Show"));
-    EXPECT_EQ(state.resultFolder(), at("out"));
-    EXPECT_EQ(std::tuple(state.succeeded(), state.failed(), state.cancelled()),
+    EXPECT_EQ(state.result().headline, text("Handoff complete"));
+    EXPECT_EQ(state.result().line, at("out/Show"));
+    EXPECT_EQ(state.result().folder, at("out"));
+    EXPECT_EQ(std::tuple(state.result().succeeded, state.result().failed, state.result().cancelled),
               std::tuple(4, 0, 0));
     const DeliveryResult &first = state.results()->rows().first();
     EXPECT_EQ(first.heading + first.name + first.note, text("Succeeded (4)a.mov(+ HD)"));
@@ -128,14 +129,14 @@ TEST_F(HandoffSheetTest, ARunThatFailsOrIsCancelledSaysSo) {
     prepare();
     folder.write(footage("a.mov"), "changed");
     run();
-    EXPECT_EQ(state.headline(), text("Handoff finished with 2 issues"));
+    EXPECT_EQ(state.result().headline, text("Handoff finished with 2 issues"));
     EXPECT_EQ(state.results()->rows().last().name, text("a.mov"));
     EXPECT_TRUE(state.results()->rows().last().error.startsWith(text("Subclip extract: ")));
 
     state.again();
     state.setProjectName(text("Show"));
     const auto cancel = QObject::connect(&state, &DeliverySheet::stageChanged, &state, [this] {
-        if (!state.canDismiss()) {
+        if (state.stage() == DeliverySheet::Stage::Running) {
             state.requestCancel();
             EXPECT_EQ(state.cancelText(), text("Force Cancel"));
             detach(store.closeProject());
@@ -143,8 +144,8 @@ TEST_F(HandoffSheetTest, ARunThatFailsOrIsCancelledSaysSo) {
     });
     run();
     QObject::disconnect(cancel);
-    EXPECT_EQ(state.headline(), text("Handoff cancelled"));
-    EXPECT_EQ(state.cancelled(), 2);
+    EXPECT_EQ(state.result().headline, text("Handoff cancelled"));
+    EXPECT_EQ(state.result().cancelled, 2);
     EXPECT_TRUE(state.isOpen()) << "the project is closed, but the results are still to be read";
 
     await(store.openProject(projectFile));
@@ -152,10 +153,10 @@ TEST_F(HandoffSheetTest, ARunThatFailsOrIsCancelledSaysSo) {
     panels.answer = folder.write(text("file"), "in the way");
     state.chooseFolder();
     run();
-    EXPECT_EQ(state.headline(), text("Handoff finished with 1 issue"));
-    EXPECT_FALSE(state.errorLine().isEmpty());
-    EXPECT_EQ(state.resultLine(), QString());
-    EXPECT_EQ(state.resultFolder(), at("file"));
+    EXPECT_EQ(state.result().headline, text("Handoff finished with 1 issue"));
+    EXPECT_FALSE(state.result().errorLine.isEmpty());
+    EXPECT_EQ(state.result().line, QString());
+    EXPECT_EQ(state.result().folder, at("file"));
     state.again();
     await(store.closeProject());
     EXPECT_FALSE(state.isOpen());

@@ -197,7 +197,7 @@ TEST_F(BadInputTest, ClosingTheWindowDuringAnExportLeavesCompleteFilesAndAManife
         BlockedCopy blocked(second);
         click("export.configure.start");
         ASSERT_TRUE(screen->waitFor(
-            [&] { return projectScreen().exporting()->progressLine().startsWith(utf8("2 of 3")); },
+            [&] { return projectScreen().exporting()->run().line.startsWith(utf8("2 of 3")); },
             kMediaTimeout));
         closeAndQuit(blocked);
     }

@@ -127,9 +127,9 @@ class WindowTest : public ShellTest {
         click(start.c_str());
         EXPECT_TRUE(disappears(start.c_str()) &&
                     appears((flow + ".done.done").c_str(), kMediaTimeout));
-        QStringList lines{delivery->headline()};
-        if (!delivery->errorLine().isEmpty()) {
-            lines.append(delivery->errorLine());
+        QStringList lines{delivery->result().headline};
+        if (!delivery->result().errorLine.isEmpty()) {
+            lines.append(delivery->result().errorLine);
         }
         for (const DeliveryResult &row : delivery->results()->rows()) {
             lines.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
