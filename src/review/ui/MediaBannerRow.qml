@@ -1,6 +1,5 @@
 // A media confirmation banner.
-//   banner: a map of MediaBanners.banners; name: string (objectName of the row)
-//   signals answered(), closed()
+//   banner: a map of MediaBanners.banners; signals answered(), closed()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit

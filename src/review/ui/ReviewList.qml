@@ -120,7 +120,7 @@ ListView {
         }
     }
 
-    ClipRow {
+    RowForm {
         id: compact
 
         paneWidth: list.width

@@ -1,5 +1,6 @@
-// The layout of a row's parts, in pixels. Shared by all rows of a kind: rows have no layout of their
-// own, and the list knows their height in advance.
+// The layout of a row's parts, in pixels; by default that of a clip's compact row: the thumbnail on the
+// left, three lines on the right. Shared by all rows of a kind: rows have no layout of their own, and
+// the list knows their height in advance.
 //   paneWidth: int, without the line on the right
 import QtQuick
 import Corvane.Kit

@@ -1,7 +1,6 @@
 // A track for scrubbing with the pointer.
-//   value, maximumValue: real, in seconds; name: string; valueText: string; radius: of the focus ring;
-//   pressed, hovered: bool, read-only; signal scrubbed(real x): pressed or dragged to x, which may be
-//   outside; signal stepped(int frames)
+//   value, maximumValue: real, in seconds; name, valueText: string; pressed, hovered: bool, read-only;
+//   signal scrubbed(real x): pressed or dragged to x, which may be outside; signal stepped(int frames)
 import QtQuick
 import Corvane.Kit
 

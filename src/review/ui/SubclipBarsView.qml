@@ -3,7 +3,6 @@
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Review
 
@@ -21,7 +20,7 @@ Item {
     Repeater {
         model: bars.subclips
 
-        T.AbstractButton {
+        ButtonBase {
             id: bar
 
             required property int index
@@ -44,14 +43,9 @@ Item {
                 focus = false; // the bars are about to be hidden
                 bars.review.selection.selectSubclip(bars.review.selection.selectedVideoId, subclipId);
             }
-            Keys.onReturnPressed: event => Buttons.press(bar, event)
-            Keys.onEnterPressed: event => Buttons.press(bar, event)
-
-            HelpText.text: name
-            Accessible.role: Accessible.Button
-            Accessible.name: name
+            text: name
+            helpText: name
             Accessible.description: range
-            Accessible.onPressAction: Buttons.click(bar)
 
             background: Item {
                 Rectangle {

@@ -1,7 +1,6 @@
 // The list of subclips below the player, with a header that opens and closes it.
 //   review: ReviewScreenState
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Review
 
@@ -10,14 +9,11 @@ Rectangle {
 
     required property ReviewScreenState review
     readonly property real listHeight: Math.round(Math.max(Theme.drawerListMinHeight,
-        Math.min(Theme.drawerListMaxHeight, Theme.drawerListShare * (Window.height))))
+        Math.min(Theme.drawerListMaxHeight, Theme.drawerListShare * Window.height)))
     property real openPart: review.panes.subclipDrawerOpen ? 1 : 0
 
     Behavior on openPart {
-        NumberAnimation {
-            duration: Theme.drawerDuration
-            easing.type: Easing.InOutQuad
-        }
+        NumberAnimation { duration: Theme.drawerDuration; easing.type: Easing.InOutQuad }
     }
 
     implicitHeight: edge.height + head.height
@@ -31,7 +27,7 @@ Rectangle {
         width: parent.width
     }
 
-    T.AbstractButton {
+    ButtonBase {
         id: head
 
         objectName: "drawer.head"
@@ -40,14 +36,9 @@ Rectangle {
         height: Theme.drawerHeaderHeight
         focusPolicy: Qt.TabFocus
         onClicked: drawer.review.panes.toggleSubclipDrawer()
-        Keys.onReturnPressed: event => Buttons.press(head, event)
-        Keys.onEnterPressed: event => Buttons.press(head, event)
-
-        Accessible.role: Accessible.Button
-        Accessible.name: qsTr("Subclips") + " " + drawer.review.panes.subclipCountText
+        text: qsTr("Subclips") + " " + drawer.review.panes.subclipCountText
         Accessible.checkable: true
         Accessible.checked: drawer.review.panes.subclipDrawerOpen
-        Accessible.onPressAction: Buttons.click(head)
 
         background: Item {
             FocusRing {

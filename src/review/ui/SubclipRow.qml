@@ -3,7 +3,6 @@
 //   review: ReviewScreenState; the roles of SubclipListModel; isEditing: bool, read-only; signal
 //   editingEnded(): Return or Esc was pressed
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Review
 
@@ -108,7 +107,7 @@ FocusItem {
         anchors.rightMargin: Theme.drawerRowGap
         height: parent.height
 
-        T.AbstractButton {
+        ButtonBase {
             id: nameButton
 
             objectName: row.objectName + ".name"
@@ -117,15 +116,10 @@ FocusItem {
             width: Math.min(nameLabel.implicitWidth, parent.width)
             height: Theme.smallButtonHeight
             focusPolicy: Qt.TabFocus
+            text: row.name
+            helpText: nameLabel.truncated ? row.name : ""
             onClicked: row.edit()
-            Keys.onReturnPressed: event => Buttons.press(nameButton, event)
-            Keys.onEnterPressed: event => Buttons.press(nameButton, event)
-
-            HelpText.text: nameLabel.truncated ? row.name : ""
-            Accessible.role: Accessible.Button
-            Accessible.name: row.name
             Accessible.description: qsTr("Rename")
-            Accessible.onPressAction: Buttons.click(nameButton)
 
             contentItem: Label {
                 id: nameLabel

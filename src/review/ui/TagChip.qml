@@ -1,7 +1,6 @@
 // A tag with a button that removes it. A long tag is elided and shown in full as help text.
 //   text: string; maximumWidth: real; signal removed()
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
 Rectangle {
@@ -30,7 +29,7 @@ Rectangle {
         textStyle: Theme.listStyle
     }
 
-    T.AbstractButton {
+    ButtonBase {
         id: cross
 
         anchors.right: parent.right
@@ -38,14 +37,10 @@ Rectangle {
         width: Theme.tagCrossWidth
         height: parent.height
         focusPolicy: Qt.TabFocus
+        helpText: qsTr("Remove tag %1").arg(chip.text)
         onClicked: chip.removed()
-        Keys.onReturnPressed: event => Buttons.press(cross, event)
-        Keys.onEnterPressed: event => Buttons.press(cross, event)
-
-        HelpText.text: Accessible.name
-        Accessible.role: Accessible.Button
-        Accessible.name: qsTr("Remove tag %1").arg(chip.text)
-        Accessible.onPressAction: Buttons.click(cross)
+        Accessible.name: helpText
+        Accessible.description: ""
 
         background: Item {
             FocusRing {

@@ -10,18 +10,21 @@ Item {
 
     implicitHeight: Theme.transportHeight
 
-    Button {
-        objectName: "transport.back"
-        anchors.right: play.left
-        anchors.rightMargin: Theme.spacing6
+    component StepButton: Button {
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.transportButtonSize
         height: Theme.transportButtonSize
-        symbol: "backward.frame.fill"
         iconSize: Theme.transportIconSize
         glyphColor: Theme.primaryText
-        helpText: qsTr("Step one frame back (,)")
         focusPolicy: Qt.TabFocus
+    }
+
+    StepButton {
+        objectName: "transport.back"
+        anchors.right: play.left
+        anchors.rightMargin: Theme.spacing6
+        symbol: "backward.frame.fill"
+        helpText: qsTr("Step one frame back (,)")
         onClicked: controls.transport.stepFrames(-1)
     }
 
@@ -41,18 +44,12 @@ Item {
         onClicked: controls.transport.togglePlayback()
     }
 
-    Button {
+    StepButton {
         objectName: "transport.forward"
         anchors.left: play.right
         anchors.leftMargin: Theme.spacing6
-        anchors.verticalCenter: parent.verticalCenter
-        width: Theme.transportButtonSize
-        height: Theme.transportButtonSize
         symbol: "forward.frame.fill"
-        iconSize: Theme.transportIconSize
-        glyphColor: Theme.primaryText
         helpText: qsTr("Step one frame forward (.)")
-        focusPolicy: Qt.TabFocus
         onClicked: controls.transport.stepFrames(1)
     }
 

@@ -1,6 +1,6 @@
 // The thumbnail of a clip or subclip, or a glyph if it can't be loaded.
 //   primaryURL, fallbackURL: string (paths, may be empty; the fallback is used if the first file
-//   doesn't exist); glyphSize: int; isLoaded: bool, read-only
+//   doesn't exist); isLoaded: bool, read-only
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -10,7 +10,6 @@ Item {
 
     property string primaryURL
     property string fallbackURL
-    property int glyphSize: Theme.iconSize
     readonly property alias isLoaded: image.isLoaded
 
     implicitWidth: Theme.clipThumbnailWidth
@@ -26,7 +25,7 @@ Item {
         Icon {
             anchors.centerIn: parent
             symbol: "film"
-            size: control.glyphSize
+            size: Theme.iconSize
             color: Theme.disabledText
         }
     }
