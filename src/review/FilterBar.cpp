@@ -1,5 +1,7 @@
 #include "review/FilterBar.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -7,38 +9,20 @@ namespace {
 using Chip = FilterBar::Chip;
 using RatingFilter = ReviewState::RatingFilter;
 
-struct ChipText {
+struct ChipInfo {
     Chip chip;
     const char *title;
+    bool ReviewState::*flag; ///< toggled by the chip; nullptr for "All"
 };
 
-constexpr ChipText kChips[] = {
-    {Chip::all, "All"},
-    {Chip::unreviewed, "Unreviewed"},
-    {Chip::favorites, "Favorites"},
-    {Chip::selected, "Selected"},
-    {Chip::subclips, "Subclips"},
-    {Chip::showRejects, "Show rejects"},
+constexpr ChipInfo kChips[] = {
+    {Chip::all, "All", nullptr},
+    {Chip::unreviewed, "Unreviewed", &ReviewState::unreviewedOnly},
+    {Chip::favorites, "Favorites", &ReviewState::favoritesOnly},
+    {Chip::selected, "Selected", &ReviewState::selectedOnly},
+    {Chip::subclips, "Subclips", &ReviewState::subclipsView},
+    {Chip::showRejects, "Show rejects", &ReviewState::includeRejects},
 };
-
-/// The flag that a chip toggles; nullptr for "All".
-bool *flagOf(ReviewState &state, Chip chip) {
-    switch (chip) {
-    case Chip::all:
-        break;
-    case Chip::unreviewed:
-        return &state.unreviewedOnly;
-    case Chip::favorites:
-        return &state.favoritesOnly;
-    case Chip::selected:
-        return &state.selectedOnly;
-    case Chip::subclips:
-        return &state.subclipsView;
-    case Chip::showRejects:
-        return &state.includeRejects;
-    }
-    return nullptr;
-}
 
 /// The items of the rating menu; nullopt is the divider.
 const QList<std::optional<RatingFilter>> &ratingFilters() {
@@ -56,15 +40,11 @@ QString ratingItemTitle(const std::optional<RatingFilter> &filter) {
     if (!filter) {
         return {};
     }
-    switch (filter->kind) {
-    case RatingFilter::Kind::off:
+    if (filter->kind == RatingFilter::Kind::off) {
         return QStringLiteral("Off");
-    case RatingFilter::Kind::threshold:
-        return FilterBar::label(*filter);
-    case RatingFilter::Kind::fiveOnly:
-        return QStringLiteral("5★ only");
     }
-    return {};
+    const QString label = FilterBar::label(*filter);
+    return filter->kind == RatingFilter::Kind::fiveOnly ? label + QStringLiteral(" only") : label;
 }
 
 } // namespace
@@ -116,34 +96,25 @@ void FilterBar::publishCounts() {
     }
 }
 
-bool FilterBar::isActive(Chip chip) const {
-    ReviewState state = m_state;
-    const bool *flag = flagOf(state, chip);
-    return flag ? *flag : m_state.filtersAreDefault();
-}
-
 QVariantList FilterBar::chips() const {
     QVariantList chips;
-    for (const ChipText &text : kChips) {
-        chips.append(QVariantMap{{QStringLiteral("chip"), QVariant::fromValue(text.chip)},
-                                 {QStringLiteral("title"), QString::fromUtf8(text.title)},
-                                 {QStringLiteral("isActive"), isActive(text.chip)}});
+    for (const auto &[chip, title, flag] : kChips) {
+        const bool isActive = flag ? m_state.*flag : m_state.filtersAreDefault();
+        chips.append(QVariantMap{{QStringLiteral("chip"), QVariant::fromValue(chip)},
+                                 {QStringLiteral("title"), QString::fromUtf8(title)},
+                                 {QStringLiteral("isActive"), isActive}});
     }
     return chips;
 }
 
 void FilterBar::click(Chip chip) {
     ReviewState state = m_state;
-    if (bool *flag = flagOf(state, chip)) {
-        *flag = !*flag;
+    if (const auto flag = std::ranges::find(kChips, chip, &ChipInfo::chip)->flag) {
+        state.*flag = !(state.*flag);
     } else {
         state.clearFilters();
     }
     setState(state);
-}
-
-void FilterBar::clearFilters() {
-    click(Chip::all);
 }
 
 bool FilterBar::ratingIsActive() const {
@@ -162,16 +133,8 @@ QVariantList FilterBar::ratingItems() const {
 
 void FilterBar::chooseRating(int item) {
     if (const auto filter = ratingFilters().value(item)) {
-        ReviewState state = m_state;
-        state.ratingFilter = *filter;
-        setState(state);
+        set(&ReviewState::ratingFilter, *filter);
     }
-}
-
-void FilterBar::setSearchQuery(const QString &text) {
-    ReviewState state = m_state;
-    state.searchQuery = text;
-    setState(state);
 }
 
 QString FilterBar::sortLabel() const {
@@ -190,16 +153,8 @@ QVariantList FilterBar::sortItems() const {
 void FilterBar::chooseSort(int item) {
     const auto &sorts = RawValues<ReviewState::Sort>::table;
     if (item >= 0 && size_t(item) < sorts.size()) {
-        ReviewState state = m_state;
-        state.sort = sorts[size_t(item)].first;
-        setState(state);
+        set(&ReviewState::sort, sorts[size_t(item)].first);
     }
-}
-
-void FilterBar::setUseLargeThumbnails(bool use) {
-    ReviewState state = m_state;
-    state.useLargeThumbnails = use;
-    setState(state);
 }
 
 QString FilterBar::countLabel() const {

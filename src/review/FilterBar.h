@@ -16,7 +16,6 @@ class FilterBar : public QObject {
     Q_PROPERTY(bool ratingIsActive READ ratingIsActive NOTIFY stateChanged)
     Q_PROPERTY(QVariantList ratingItems READ ratingItems NOTIFY stateChanged)
     Q_PROPERTY(QString searchQuery READ searchQuery WRITE setSearchQuery NOTIFY stateChanged)
-    Q_PROPERTY(bool canClearSearch READ canClearSearch NOTIFY stateChanged)
     Q_PROPERTY(QString sortLabel READ sortLabel NOTIFY stateChanged)
     Q_PROPERTY(QVariantList sortItems READ sortItems NOTIFY stateChanged)
     Q_PROPERTY(bool useLargeThumbnails READ useLargeThumbnails WRITE setUseLargeThumbnails NOTIFY
@@ -42,7 +41,7 @@ class FilterBar : public QObject {
     QVariantList chips() const;
     /// "All" clears every filter; each other chip toggles its own.
     Q_INVOKABLE void click(corvane::FilterBar::Chip chip);
-    Q_INVOKABLE void clearFilters();
+    Q_INVOKABLE void clearFilters() { click(Chip::all); }
 
     QString ratingLabel() const { return label(m_state.ratingFilter); }
     bool ratingIsActive() const;
@@ -52,8 +51,7 @@ class FilterBar : public QObject {
     Q_INVOKABLE void chooseRating(int item);
 
     const QString &searchQuery() const { return m_state.searchQuery; }
-    void setSearchQuery(const QString &text);
-    bool canClearSearch() const { return !m_state.searchQuery.isEmpty(); }
+    void setSearchQuery(const QString &text) { set(&ReviewState::searchQuery, text); }
 
     QString sortLabel() const;
     /// Maps with "title" and "isCurrent".
@@ -61,7 +59,7 @@ class FilterBar : public QObject {
     Q_INVOKABLE void chooseSort(int item);
 
     bool useLargeThumbnails() const { return m_state.useLargeThumbnails; }
-    void setUseLargeThumbnails(bool use);
+    void setUseLargeThumbnails(bool use) { set(&ReviewState::useLargeThumbnails, use); }
 
     QString countLabel() const;
     /// True if "Add to Selects" and "Remove from Selects" are shown: the list isn't empty.
@@ -72,7 +70,12 @@ class FilterBar : public QObject {
     void countsChanged();
 
   private:
-    bool isActive(Chip chip) const;
+    /// Sets one field of the state.
+    template <class Value> void set(Value ReviewState::*field, const Value &value) {
+        ReviewState state = m_state;
+        state.*field = value;
+        setState(state);
+    }
     void publishCounts();
 
     ReviewState m_state;

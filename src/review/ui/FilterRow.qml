@@ -77,7 +77,7 @@ Rectangle {
 
             objectName: "filter.search"
             width: Theme.searchFieldWidth
-            rightPadding: root.bar.canClearSearch ? clear.width + 2 * Theme.spacing2 : Theme.spacing8
+            rightPadding: root.bar.searchQuery !== "" ? clear.width + 2 * Theme.spacing2 : Theme.spacing8
             symbol: "search"
             placeholderText: qsTr("Search filenames, notes, labels, tags")
             text: root.bar.searchQuery
@@ -92,7 +92,7 @@ Rectangle {
             anchors.right: search.right
             anchors.rightMargin: Theme.spacing2
             anchors.verticalCenter: search.verticalCenter
-            visible: root.bar.canClearSearch
+            visible: root.bar.searchQuery !== ""
             small: true
             focusPolicy: Qt.TabFocus
             symbol: "xmark.circle.fill"
