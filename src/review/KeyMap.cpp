@@ -15,39 +15,38 @@ struct Binding {
     With with;
     Action action;
     int argument;
-    const char *keyText;
-    const char *meaning;
+    const char *guideKeys;
 };
 
 using enum Action;
 
 // clang-format off
 constexpr Binding kBindings[] = {
-    {{Qt::Key_Z},            With::command,      undo,              0, "Ctrl+Z",      "Undo"},
-    {{Qt::Key_Z},            With::shiftCommand, redo,              0, "Ctrl+Shift+Z", "Redo"},
-    {{Qt::Key_Space},        With::anyShift,     togglePlayback,    0, "Space",       "Play or pause"},
-    {{Qt::Key_K},            With::anyShift,     stopPlayback,      0, "K",           "Stop"},
-    {{Qt::Key_J},            With::anyShift,     shuttleBackward,   0, "J",           "Play in reverse; again for 2, 4 and 8 times the speed"},
-    {{Qt::Key_L},            With::anyShift,     shuttleForward,    0, "L",           "Play forward; again for 2, 4 and 8 times the speed"},
-    {{Qt::Key_Comma},        With::anyShift,     stepFrames,       -1, ",",           "One frame back"},
-    {{Qt::Key_Period},       With::anyShift,     stepFrames,        1, ".",           "One frame forward"},
-    {{Qt::Key_Left},         With::anyShift,     skip,             -5, "Left",        "5 seconds back"},
-    {{Qt::Key_Right},        With::anyShift,     skip,              5, "Right",       "5 seconds forward"},
-    {{Qt::Key_I},            With::noShift,      markIn,            0, "I",           "Mark in at the playhead"},
-    {{Qt::Key_I},            With::shift,        nudgeIn,           0, "Shift+I",     "Nudge in by a frame"},
-    {{Qt::Key_O},            With::noShift,      markOut,           0, "O",           "Mark out at the playhead"},
-    {{Qt::Key_O},            With::shift,        nudgeOut,          0, "Shift+O",     "Nudge out by a frame"},
+    {{Qt::Key_Z},            With::command,      undo,              0, "Ctrl+Z"},
+    {{Qt::Key_Z},            With::shiftCommand, redo,              0, "Ctrl+Shift+Z"},
+    {{Qt::Key_Space},        With::anyShift,     togglePlayback,    0, "Space"},
+    {{Qt::Key_K},            With::anyShift,     stopPlayback,      0, "K"},
+    {{Qt::Key_J},            With::anyShift,     shuttleBackward,   0, "J"},
+    {{Qt::Key_L},            With::anyShift,     shuttleForward,    0, "L"},
+    {{Qt::Key_Comma},        With::anyShift,     stepFrames,       -1, ","},
+    {{Qt::Key_Period},       With::anyShift,     stepFrames,        1, "."},
+    {{Qt::Key_Left},         With::anyShift,     skip,             -5, "Left"},
+    {{Qt::Key_Right},        With::anyShift,     skip,              5, "Right"},
+    {{Qt::Key_I},            With::noShift,      markIn,            0, "I"},
+    {{Qt::Key_I},            With::shift,        nudgeIn,           0, "Shift+I"},
+    {{Qt::Key_O},            With::noShift,      markOut,           0, "O"},
+    {{Qt::Key_O},            With::shift,        nudgeOut,          0, "Shift+O"},
     {{Qt::Key_Return, Qt::Key_Enter},
-                             With::anyShift,     saveDraft,         0, "Enter",       "Save the marked range as a subclip"},
-    {{Qt::Key_Escape},       With::anyShift,     leaveSubclipMode,  0, "Esc",         "Leave subclip mode and clear the marks"},
-    {{Qt::Key_BracketLeft},  With::anyShift,     jumpToIn,          0, "[",           "Jump to the in mark"},
-    {{Qt::Key_BracketRight}, With::anyShift,     jumpToOut,         0, "]",           "Jump to the out mark"},
+                             With::anyShift,     saveDraft,         0, "Enter"},
+    {{Qt::Key_Escape},       With::anyShift,     leaveSubclipMode,  0, "Esc"},
+    {{Qt::Key_BracketLeft},  With::anyShift,     jumpToIn,          0, "["},
+    {{Qt::Key_BracketRight}, With::anyShift,     jumpToOut,         0, "]"},
     {{Qt::Key_0, Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4, Qt::Key_5},
-                             With::anyShift,     rate,              0, "0 to 5",      "Rate the clip, the active subclip or all marked rows; 0 clears"},
-    {{Qt::Key_F},            With::anyShift,     toggleFavorite,    0, "F",           "Favorite, for the clip, the active subclip or all marked rows"},
-    {{Qt::Key_S},            With::anyShift,     toggleSelected,    0, "S",           "Mark for export, for the clip, the active subclip or all marked rows"},
-    {{Qt::Key_R},            With::anyShift,     toggleReviewed,    0, "R",           "Reviewed, for the clip or all marked clips"},
-    {{Qt::Key_X},            With::anyShift,     toggleRejected,    0, "X",           "Rejected, for the clip or all marked clips"},
+                             With::anyShift,     rate,              0, "0 to 5"},
+    {{Qt::Key_F},            With::anyShift,     toggleFavorite,    0, "F"},
+    {{Qt::Key_S},            With::anyShift,     toggleSelected,    0, "S"},
+    {{Qt::Key_R},            With::anyShift,     toggleReviewed,    0, "R"},
+    {{Qt::Key_X},            With::anyShift,     toggleRejected,    0, "X"},
 };
 // clang-format on
 
@@ -86,12 +85,12 @@ std::optional<Command> command(int key, Qt::KeyboardModifiers modifiers) {
     return std::nullopt;
 }
 
-QList<GuideRow> guideRows() {
-    QList<GuideRow> rows;
+QStringList guideKeys() {
+    QStringList keys;
     for (const Binding &binding : kBindings) {
-        rows.append({QString::fromUtf8(binding.keyText), QString::fromUtf8(binding.meaning)});
+        keys.append(QString::fromUtf8(binding.guideKeys));
     }
-    return rows;
+    return keys;
 }
 
 } // namespace corvane::KeyMap

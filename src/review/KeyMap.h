@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QList>
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -47,11 +46,7 @@ struct Command {
 /// case.
 std::optional<Command> command(int key, Qt::KeyboardModifiers modifiers);
 
-/// The key map as the user guide shows it.
-struct GuideRow {
-    QString keys;
-    QString meaning;
-};
-QList<GuideRow> guideRows();
+/// The keys of each command as the user guide writes them, such as "Shift+I" or "0 to 5".
+QStringList guideKeys();
 
 } // namespace corvane::KeyMap

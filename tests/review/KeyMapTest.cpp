@@ -90,9 +90,8 @@ TEST(KeyMap, MapsEachKeyWithEachModifier) {
 
 TEST(KeyMap, ListsTheSameKeysAsTheUserGuide) {
     QSet<QString> mapped{QStringLiteral("Delete"), QStringLiteral("Ctrl"), QStringLiteral("Shift")};
-    for (const KeyMap::GuideRow &row : KeyMap::guideRows()) {
-        EXPECT_FALSE(row.meaning.isEmpty());
-        const QStringList keys = row.keys.split(QStringLiteral(" to ")); // the ends of "0 to 5"
+    for (const QString &text : KeyMap::guideKeys()) {
+        const QStringList keys = text.split(QStringLiteral(" to ")); // the ends of "0 to 5"
         mapped.unite(QSet<QString>(keys.begin(), keys.end()));
     }
     QFile guide(QStringLiteral(CORVANE_USER_GUIDE));
