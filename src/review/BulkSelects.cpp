@@ -2,7 +2,7 @@
 
 #include "platform/TextFormat.h"
 
-namespace corvane::BulkSelects {
+namespace corvane {
 
 namespace {
 
@@ -15,24 +15,22 @@ QString nounFor(const ReviewState &state) {
 
 } // namespace
 
-void addVisible(ProjectStore &store, const ReviewState &state, const ReviewListModel &list) {
-    const ReviewTargets targets = list.bulkTargets();
-    int changed = targets.clips.isEmpty() ? 0 : store.selectClips(targets.clips);
-    changed += targets.subclips.isEmpty() ? 0 : store.selectSubclips(targets.subclips);
+void setVisibleSelected(ProjectStore &store, const ReviewState &state, const ReviewListModel &list,
+                        bool isSelected) {
+    const auto [clips, subclips] = list.bulkTargets();
+    int changed = 0;
+    if (!clips.isEmpty()) {
+        changed += isSelected ? store.selectClips(clips) : store.deselectClips(clips);
+    }
+    if (!subclips.isEmpty()) {
+        changed += isSelected ? store.selectSubclips(subclips) : store.deselectSubclips(subclips);
+    }
     const QString noun = nounFor(state);
-    store.setStatus(changed > 0
-                        ? QStringLiteral("Marked %1 for export").arg(counted(changed, noun))
-                        : QStringLiteral("All visible %1s were already selected").arg(noun));
+    const QString done = isSelected ? QStringLiteral("Marked %1 for export")
+                                    : QStringLiteral("Cleared %1 from selects");
+    const QString unchanged = isSelected ? QStringLiteral("All visible %1s were already selected")
+                                         : QStringLiteral("No visible %1s were selected");
+    store.setStatus(changed > 0 ? done.arg(counted(changed, noun)) : unchanged.arg(noun));
 }
 
-void removeVisible(ProjectStore &store, const ReviewState &state, const ReviewListModel &list) {
-    const ReviewTargets targets = list.bulkTargets();
-    int changed = targets.clips.isEmpty() ? 0 : store.deselectClips(targets.clips);
-    changed += targets.subclips.isEmpty() ? 0 : store.deselectSubclips(targets.subclips);
-    const QString noun = nounFor(state);
-    store.setStatus(changed > 0
-                        ? QStringLiteral("Cleared %1 from selects").arg(counted(changed, noun))
-                        : QStringLiteral("No visible %1s were selected").arg(noun));
-}
-
-} // namespace corvane::BulkSelects
+} // namespace corvane

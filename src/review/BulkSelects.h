@@ -2,11 +2,11 @@
 
 #include "review/ReviewListModel.h"
 
-/// Select and deselect all visible rows for export, and report the result in the status line.
+namespace corvane {
+
+/// Selects or deselects all visible rows for export, and reports the result in the status line.
 /// Inline subclips are not included.
-namespace corvane::BulkSelects {
+void setVisibleSelected(ProjectStore &store, const ReviewState &state, const ReviewListModel &list,
+                        bool isSelected);
 
-void addVisible(ProjectStore &store, const ReviewState &state, const ReviewListModel &list);
-void removeVisible(ProjectStore &store, const ReviewState &state, const ReviewListModel &list);
-
-} // namespace corvane::BulkSelects
+} // namespace corvane

@@ -4,26 +4,19 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
 
 constexpr int kBannerKinds = int(MediaConfirmationBanner::Kind::contentMismatch) + 1;
 
-QVariantMap mapOf(const MediaConfirmationBanner &banner) {
-    return {{QStringLiteral("icon"), banner.icon},
-            {QStringLiteral("message"), banner.message},
-            {QStringLiteral("button"), banner.button},
-            {QStringLiteral("disclosure"), banner.disclosure},
-            {QStringLiteral("paths"), banner.paths},
-            {QStringLiteral("isClosable"), banner.isClosable}};
-}
-
-QVariantMap hiddenBanner() {
-    QVariantMap map = mapOf({});
-    map.insert(QStringLiteral("isShown"), false);
-    map.insert(QStringLiteral("isAnswering"), false);
-    return map;
+/// The banner of a kind, or nullptr.
+const MediaConfirmationBanner *bannerOf(const QList<MediaConfirmationBanner> &banners, int kind) {
+    const auto found =
+        std::ranges::find(banners, MediaBanners::Kind(kind), &MediaConfirmationBanner::kind);
+    return found == banners.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -36,22 +29,25 @@ MediaBanners::MediaBanners(ProjectStore &store, QObject *parent)
 }
 
 QVariantList MediaBanners::banners() const {
-    QVariantList banners(kBannerKinds, hiddenBanner());
-    for (const MediaConfirmationBanner &banner : m_banners) {
-        const int kind = int(banner.kind);
-        QVariantMap map = mapOf(banner);
-        map.insert(QStringLiteral("isShown"), !m_closed.contains(kind));
-        map.insert(QStringLiteral("isAnswering"), m_answering.contains(kind));
-        banners[kind] = map;
+    QVariantList banners;
+    for (int kind = 0; kind < kBannerKinds; ++kind) {
+        const MediaConfirmationBanner *found = bannerOf(m_banners, kind);
+        const MediaConfirmationBanner banner = found ? *found : MediaConfirmationBanner();
+        banners.append(
+            QVariantMap{{QStringLiteral("isShown"), found && !m_closed.contains(kind)},
+                        {QStringLiteral("icon"), banner.icon},
+                        {QStringLiteral("message"), banner.message},
+                        {QStringLiteral("button"), banner.button},
+                        {QStringLiteral("disclosure"), banner.disclosure},
+                        {QStringLiteral("paths"), banner.paths},
+                        {QStringLiteral("isClosable"), banner.isClosable},
+                        {QStringLiteral("isAnswering"), found && m_answering.contains(kind)}});
     }
     return banners;
 }
 
 void MediaBanners::answer(int kind) {
-    const auto isOfKind = [kind](const MediaConfirmationBanner &banner) {
-        return int(banner.kind) == kind;
-    };
-    if (!m_answering.contains(kind) && std::ranges::any_of(m_banners, isOfKind)) {
+    if (!m_answering.contains(kind) && bannerOf(m_banners, kind)) {
         detach(runAnswer(Kind(kind)));
     }
 }

@@ -113,11 +113,11 @@ bool ReviewScreenState::showsNoMatches() const {
 }
 
 void ReviewScreenState::addToSelects() {
-    BulkSelects::addVisible(m_store, m_filterBar.state(), m_list);
+    setVisibleSelected(m_store, m_filterBar.state(), m_list, true);
 }
 
 void ReviewScreenState::removeFromSelects() {
-    BulkSelects::removeVisible(m_store, m_filterBar.state(), m_list);
+    setVisibleSelected(m_store, m_filterBar.state(), m_list, false);
 }
 
 } // namespace corvane

@@ -21,10 +21,6 @@ QStringList marksInWords(int rating, bool favorite, bool selectedForExport) {
     return words;
 }
 
-QString inWords(const QStringList &words) {
-    return words.join(QStringLiteral(", "));
-}
-
 } // namespace
 
 QString subclipRange(const Subclip &subclip) {
@@ -71,12 +67,13 @@ QString description(const VideoRecord &video) {
     if (video.hdPath) {
         words.append(QStringLiteral("HD"));
     }
-    return inWords(words);
+    return words.join(QStringLiteral(", "));
 }
 
 QString description(const Subclip &subclip) {
-    return inWords(QStringList{subclipRange(subclip)} +
-                   marksInWords(subclip.rating, subclip.favorite, subclip.selectedForExport));
+    const QStringList words{subclipRange(subclip)};
+    return (words + marksInWords(subclip.rating, subclip.favorite, subclip.selectedForExport))
+        .join(QStringLiteral(", "));
 }
 
 QString countInParentheses(qsizetype count) {
