@@ -71,8 +71,8 @@ class ListModelBase : public QAbstractListModel {
 /// linear in the number of rows. Views may read the model during every signal, but must not call
 /// `setRows`.
 ///
-/// A subclass with state besides its rows overrides `data` or captures `this` in its roles, and
-/// calls `notifyRow` or `notifyRows` if that state changes.
+/// A subclass with state besides its rows captures `this` in its roles, and calls `notifyRow` or
+/// `notifyRows` if that state changes.
 ///
 /// qmllint 6.4 does not see through a template: a subclass that is registered for QML restates
 /// `Q_PROPERTY(int count READ count NOTIFY countChanged)` if a screen reads `count`.
@@ -84,9 +84,8 @@ template <class Row, auto key = &Row::id> class ListModel : public ListModelBase
 
     struct Role {
         int role = Qt::UserRole;
-        QByteArray name; ///< name in QML
-        /// Returns the row's value. Empty if the subclass overrides `data`.
-        std::function<QVariant(const Row &)> value;
+        QByteArray name;                            ///< name in QML
+        std::function<QVariant(const Row &)> value; ///< must not be empty
     };
 
     explicit ListModel(QList<Role> roles, QObject *parent = nullptr)
@@ -132,8 +131,7 @@ template <class Row, auto key = &Row::id> class ListModel : public ListModelBase
 
     QVariant data(const QModelIndex &index, int role) const override {
         const auto value = m_values.constFind(role);
-        return checkIndex(index, CheckIndexOption::IndexIsValid) && value != m_values.cend() &&
-                       *value
+        return checkIndex(index, CheckIndexOption::IndexIsValid) && value != m_values.cend()
                    ? (*value)(row(index.row()))
                    : QVariant();
     }
@@ -218,8 +216,8 @@ template <class Row, auto key = &Row::id> class ListModel : public ListModelBase
     QList<Row> m_next; ///< the new rows while hunks are reported
 };
 
-/// A list whose rows are keys of data that is stored elsewhere. A subclass overrides `data` and
-/// reports changed data with `notifyRow`.
+/// A list whose rows are keys of data that is stored elsewhere. A subclass looks the data up in its
+/// roles and reports changed data with `notifyRow`.
 using KeyListModel = ListModel<quint32, std::identity{}>;
 
 } // namespace corvane

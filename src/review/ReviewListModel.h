@@ -35,8 +35,6 @@ class ReviewListModel : public KeyListModel {
         RowIdRole = Qt::UserRole, ///< `SidebarRowId::identity`
         IsSubclipRole,
         IsInlineRole, ///< a subclip shown below its clip
-        VideoIdRole,
-        SubclipIdRole, ///< empty for a clip
         NameRole,
         TimeRole,   ///< the duration of a clip, the range of a subclip
         RatingRole, ///< text; empty if unrated
@@ -83,8 +81,6 @@ class ReviewListModel : public KeyListModel {
     /// Finds subclips by id in all clips. Unknown ids are ignored.
     QList<SubclipKey> subclipKeys(const QSet<QString> &subclipIds) const;
 
-    QVariant data(const QModelIndex &index, int role) const override;
-
   private:
     bool showsInlineSubclips() const {
         return m_state.shownList() == ReviewState::ShownList::visibleVideos;
@@ -93,9 +89,8 @@ class ReviewListModel : public KeyListModel {
     void relist(const std::vector<ReviewIndex::ChangedClip> &changed);
     bool isInPlace(const QList<Key> &block, int clip, const std::vector<int> &ranks) const;
     void notify(const ReviewIndex::ChangedClip &changed);
-    QVariant clipData(const VideoRecord &video, int role) const;
-    QVariant subclipData(const Subclip &subclip, const VideoRecord &parent, int role) const;
-    QString thumbnail(const VideoRecord &video) const;
+    QString clipThumbnail(const VideoRecord &video) const;
+    QString subclipThumbnail(const Subclip &subclip) const;
 
     ReviewState m_state;
     ReviewIndex m_index;

@@ -7,138 +7,132 @@
 
 namespace corvane {
 
+namespace {
+
+/// A clip, or a subclip and its clip.
+struct ListedRow {
+    const VideoRecord &video;
+    const Subclip *subclip; ///< nullptr for a clip
+};
+
+/// A role's value for a key: that of `value` for the key's row, or invalid if the row was removed
+/// from the project, but not yet from the list.
+template <class Value> auto ofRow(const ReviewListModel *model, const Value &value) {
+    return [model, value](const ReviewListModel::Key &key) -> QVariant {
+        const ReviewIndex &index = model->reviewIndex();
+        const ReviewIndex::Entry entry = index.entry(key);
+        if (!entry.exists()) {
+            return {};
+        }
+        return value(ListedRow{*index.clip(entry.clip).video,
+                               entry.isSubclip() ? &index.subclip(entry) : nullptr});
+    };
+}
+
+/// A role with the value of a field that clips and subclips have.
+template <class Value>
+auto ofEither(const ReviewListModel *model, Value VideoRecord::*ofClip, Value Subclip::*ofSubclip) {
+    return ofRow(model, [=](const ListedRow &row) {
+        return row.subclip ? row.subclip->*ofSubclip : row.video.*ofClip;
+    });
+}
+
+/// A role with the value of a field of a clip; false for a subclip.
+auto ofClip(const ReviewListModel *model, bool VideoRecord::*field) {
+    return ofRow(model, [=](const ListedRow &row) { return !row.subclip && row.video.*field; });
+}
+
+QString nameOfRow(const ListedRow &row) {
+    return inOneLine(row.subclip ? ReviewFormats::displayName(*row.subclip) : row.video.fileName);
+}
+
+QString timeOfRow(const ListedRow &row) {
+    return row.subclip ? ReviewFormats::subclipRange(*row.subclip)
+                       : formattedDuration(row.video.durationSeconds);
+}
+
+QString detailsOfRow(const ListedRow &row) {
+    return row.subclip ? timeOfRow(row) : ReviewFormats::details(row.video);
+}
+
+QString descriptionOfRow(const ListedRow &row) {
+    return row.subclip ? ReviewFormats::description(*row.subclip)
+                       : ReviewFormats::description(row.video);
+}
+
+QString ratingOfRow(const ListedRow &row) {
+    return ReviewFormats::rating(row.subclip ? row.subclip->rating : row.video.rating);
+}
+
+QString subclipCountOfRow(const ListedRow &row) {
+    return row.subclip ? QString() : ReviewFormats::subclipCount(row.video.subclips.size());
+}
+
+QString idOfRow(const ListedRow &row) {
+    return SidebarRowId{row.video.id, row.subclip ? std::optional(row.subclip->id) : std::nullopt}
+        .identity();
+}
+
+bool hasHd(const ListedRow &row) {
+    return !row.subclip && row.video.hdPath;
+}
+
+} // namespace
+
 ReviewListModel::ReviewListModel(QObject *parent)
-    : KeyListModel({{RowIdRole, "rowId", {}},
-                    {IsSubclipRole, "isSubclip", {}},
-                    {IsInlineRole, "isInline", {}},
-                    {VideoIdRole, "videoId", {}},
-                    {SubclipIdRole, "subclipId", {}},
-                    {NameRole, "name", {}},
-                    {TimeRole, "time", {}},
-                    {RatingRole, "rating", {}},
-                    {FavoriteRole, "favorite", {}},
-                    {SelectedForExportRole, "selectedForExport", {}},
-                    {ReviewedRole, "reviewed", {}},
-                    {RejectedRole, "rejected", {}},
-                    {SubclipCountRole, "subclipCount", {}},
-                    {DetailsRole, "details", {}},
-                    {DescriptionRole, "description", {}},
-                    {HasHdRole, "hasHd", {}},
-                    {ThumbnailRole, "thumbnail", {}},
-                    {FallbackThumbnailRole, "fallbackThumbnail", {}},
-                    {IsSelectedRole, "isSelected", {}},
-                    {IsMarkedRole, "isMarked", {}}},
-                   parent) {}
+    : KeyListModel(
+          {{RowIdRole, "rowId", ofRow(this, idOfRow)},
+           {IsSubclipRole, "isSubclip",
+            ofRow(this, [](const ListedRow &row) { return row.subclip != nullptr; })},
+           {IsInlineRole, "isInline",
+            ofRow(this,
+                  [this](const ListedRow &row) { return row.subclip && showsInlineSubclips(); })},
+           {NameRole, "name", ofRow(this, nameOfRow)},
+           {TimeRole, "time", ofRow(this, timeOfRow)},
+           {RatingRole, "rating", ofRow(this, ratingOfRow)},
+           {FavoriteRole, "favorite", ofEither(this, &VideoRecord::favorite, &Subclip::favorite)},
+           {SelectedForExportRole, "selectedForExport",
+            ofEither(this, &VideoRecord::selectedForExport, &Subclip::selectedForExport)},
+           {ReviewedRole, "reviewed", ofClip(this, &VideoRecord::reviewed)},
+           {RejectedRole, "rejected", ofClip(this, &VideoRecord::rejected)},
+           {SubclipCountRole, "subclipCount", ofRow(this, subclipCountOfRow)},
+           {DetailsRole, "details", ofRow(this, detailsOfRow)},
+           {DescriptionRole, "description", ofRow(this, descriptionOfRow)},
+           {HasHdRole, "hasHd", ofRow(this, hasHd)},
+           {ThumbnailRole, "thumbnail",
+            ofRow(this,
+                  [this](const ListedRow &row) {
+                      return row.subclip ? subclipThumbnail(*row.subclip)
+                                         : clipThumbnail(row.video);
+                  })},
+           {FallbackThumbnailRole, "fallbackThumbnail",
+            ofRow(this,
+                  [this](const ListedRow &row) {
+                      return row.subclip ? clipThumbnail(row.video) : QString();
+                  })},
+           {IsSelectedRole, "isSelected",
+            ofRow(this,
+                  [this](const ListedRow &row) {
+                      return row.subclip ? m_highlights.activeSubclipId == row.subclip->id
+                                         : m_highlights.selectedVideoId == row.video.id;
+                  })},
+           {IsMarkedRole, "isMarked",
+            ofRow(this,
+                  [this](const ListedRow &row) {
+                      return row.subclip ? m_highlights.markedSubclipIds.contains(row.subclip->id)
+                                         : m_highlights.markedClipIds.contains(row.video.id);
+                  })}},
+          parent) {}
 
-QVariant ReviewListModel::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) {
-        return {};
-    }
-    const ReviewIndex::Entry entry = m_index.entry(row(index.row()));
-    if (!entry.exists()) {
-        return {}; // removed from the project, but not yet from the list
-    }
-    const VideoRecord &video = *m_index.clip(entry.clip).video;
-    return entry.isSubclip() ? subclipData(m_index.subclip(entry), video, role)
-                             : clipData(video, role);
-}
-
-QVariant ReviewListModel::clipData(const VideoRecord &video, int role) const {
-    switch (role) {
-    case RowIdRole:
-        return SidebarRowId{video.id, {}}.identity();
-    case IsSubclipRole:
-    case IsInlineRole:
-        return false;
-    case VideoIdRole:
-        return video.id;
-    case SubclipIdRole:
-    case FallbackThumbnailRole:
-        return QString();
-    case NameRole:
-        return inOneLine(video.fileName);
-    case TimeRole:
-        return formattedDuration(video.durationSeconds);
-    case RatingRole:
-        return ReviewFormats::rating(video.rating);
-    case FavoriteRole:
-        return video.favorite;
-    case SelectedForExportRole:
-        return video.selectedForExport;
-    case ReviewedRole:
-        return video.reviewed;
-    case RejectedRole:
-        return video.rejected;
-    case SubclipCountRole:
-        return ReviewFormats::subclipCount(video.subclips.size());
-    case DetailsRole:
-        return ReviewFormats::details(video);
-    case DescriptionRole:
-        return ReviewFormats::description(video);
-    case HasHdRole:
-        return video.hdPath.has_value();
-    case ThumbnailRole:
-        return thumbnail(video);
-    case IsSelectedRole:
-        return m_highlights.selectedVideoId == video.id;
-    case IsMarkedRole:
-        return m_highlights.markedClipIds.contains(video.id);
-    default:
-        return {};
-    }
-}
-
-QVariant ReviewListModel::subclipData(const Subclip &subclip, const VideoRecord &parent,
-                                      int role) const {
-    switch (role) {
-    case RowIdRole:
-        return SidebarRowId{parent.id, subclip.id}.identity();
-    case IsSubclipRole:
-        return true;
-    case IsInlineRole:
-        return showsInlineSubclips();
-    case VideoIdRole:
-        return parent.id;
-    case SubclipIdRole:
-        return subclip.id;
-    case NameRole:
-        return inOneLine(ReviewFormats::displayName(subclip));
-    case TimeRole:
-    case DetailsRole:
-        return ReviewFormats::subclipRange(subclip);
-    case DescriptionRole:
-        return ReviewFormats::description(subclip);
-    case RatingRole:
-        return ReviewFormats::rating(subclip.rating);
-    case FavoriteRole:
-        return subclip.favorite;
-    case SelectedForExportRole:
-        return subclip.selectedForExport;
-    case ReviewedRole:
-    case RejectedRole:
-    case HasHdRole:
-        return false;
-    case SubclipCountRole:
-        return QString();
-    case ThumbnailRole:
-        return m_pendingThumbnails.contains(subclip.id)
-                   ? QString()
-                   : PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder)
-                         .value_or(QString());
-    case FallbackThumbnailRole:
-        return thumbnail(parent);
-    case IsSelectedRole:
-        return m_highlights.activeSubclipId == subclip.id;
-    case IsMarkedRole:
-        return m_highlights.markedSubclipIds.contains(subclip.id);
-    default:
-        return {};
-    }
-}
-
-QString ReviewListModel::thumbnail(const VideoRecord &video) const {
+QString ReviewListModel::clipThumbnail(const VideoRecord &video) const {
     return PathSafety::resolveCachePath(video.thumbnailPath.value_or(QString()), m_projectFolder)
         .value_or(QString());
+}
+
+QString ReviewListModel::subclipThumbnail(const Subclip &subclip) const {
+    return m_pendingThumbnails.contains(subclip.id)
+               ? QString()
+               : PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder).value_or(QString());
 }
 
 } // namespace corvane

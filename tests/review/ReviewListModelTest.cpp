@@ -191,10 +191,10 @@ TEST(ReviewListModel, KeepsTheIdentityOfRowsWhenFilterOrSortChanges) {
     const QPersistentModelIndex going = rowOf("clip-10");
     model.setState({.ratingFilter = ReviewState::RatingFilter::threshold(4),
                     .sort = ReviewState::Sort::rating});
-    EXPECT_EQ(staying.data(ReviewListModel::VideoIdRole), QStringLiteral("clip-14"));
+    EXPECT_EQ(staying.data(ReviewListModel::RowIdRole), QStringLiteral("clip-clip-14"));
     EXPECT_FALSE(going.isValid());
     model.setState({.sort = ReviewState::Sort::filename});
-    EXPECT_EQ(staying.data(ReviewListModel::VideoIdRole), QStringLiteral("clip-14"));
+    EXPECT_EQ(staying.data(ReviewListModel::RowIdRole), QStringLiteral("clip-clip-14"));
     EXPECT_EQ(view.rows, view.shown());
 }
 
