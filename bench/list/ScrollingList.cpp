@@ -48,13 +48,12 @@ class NoPlayer : public ReviewPlayer {
     double currentSeconds() const override { return 0; }
     double durationSeconds() const override { return 0; }
     double rate() const override { return 0; }
-    double framesPerSecond() const override { return 25; }
+    double fps() const override { return 25; }
     bool isReady() const override { return true; }
-    void load(const QString &) override {}
+    QCoro::Task<> load(QString) override { co_return; }
     void seek(double) override {}
     void stepFrames(int) override {}
     void setRate(double) override {}
-    void pause() override {}
     void playConstrained(double, double) override {}
     void clearPlaybackConstraint() override {}
 };
@@ -225,7 +224,7 @@ int main(int argc, char **argv) {
         pane.frame(0);
         pane.settle();
         starOneRow(pane, store, store.project()->videos.at(0)->id);
-        review.filterBar().setUseLargeThumbnails(true);
+        review.filterBar()->setUseLargeThumbnails(true);
         pane.settle();
         pane.scroll("cards, by the wheel (60 px a frame)", 60);
         pane.scroll("cards, end to end in 10 s", 0);

@@ -123,7 +123,7 @@ void measureSelection(ProjectScreen &screen, const Project &project, int video, 
     std::vector<double> selections;
     std::vector<double> seeks;
     for (int turn = 0; turn < kTurns; ++turn) {
-        screen.review()->selection().selectClip(project.videos[video * 2 + turn % 2]->id);
+        screen.review()->selection()->selectClip(project.videos[video * 2 + turn % 2]->id);
         selections.push_back(timeUntil([&] { return sink->shows(player.currentItem(), 0); }));
         timeUntil([&] { return screen.engine()->isReady(); });
         const double to = std::uniform_real_distribution<>(1, kSeconds - 1)(random);
@@ -140,11 +140,11 @@ void measureSelection(ProjectScreen &screen, const Project &project, int video, 
 }
 
 void measurePlaying(ProjectScreen &screen, QQuickWindow &window, const Project &project) {
-    screen.review()->selection().selectClip(project.videos[0]->id);
-    timeUntil([&] { return !screen.review()->filmstrip().filmstripGenerating(); });
+    screen.review()->selection()->selectClip(project.videos[0]->id);
+    timeUntil([&] { return !screen.review()->filmstrip()->filmstripGenerating(); });
     int frames = 0;
     QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { ++frames; });
-    screen.review()->transport().togglePlayback();
+    screen.review()->transport()->togglePlayback();
     timeUntil([&] { return screen.engine()->currentSeconds() > 0.5; });
     QElapsedTimer clock;
     clock.start();

@@ -38,11 +38,7 @@ void ClipInspector::setVideo(const std::optional<VideoItem> &video) {
     }
     const QString notesBefore = notes();
     m_video = video;
-    QList<Tag> tagRows;
-    for (const QString &tag : tags()) {
-        tagRows.append({tag});
-    }
-    m_tags.setRows(std::move(tagRows));
+    m_tags.setRows(tags());
     Q_EMIT changed();
     if (isAnother || notes() != notesBefore) {
         Q_EMIT notesChanged();
@@ -159,10 +155,6 @@ void ClipInspector::removeTag(const QString &tag) {
     if (m_video) {
         m_store.removeTag((*m_video)->id, tag);
     }
-}
-
-QString ClipInspector::starHelp(int star) {
-    return QStringLiteral("Rate %1 (%2 key)").arg(counted(star, QStringLiteral("star"))).arg(star);
 }
 
 } // namespace corvane

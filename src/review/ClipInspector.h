@@ -53,24 +53,15 @@ class ClipInspector : public QObject {
     Q_INVOKABLE void addTag();
     Q_INVOKABLE void removeTag(const QString &tag);
 
-    /// "Rate 2 stars (2 key)".
-    Q_INVOKABLE static QString starHelp(int star);
-
   Q_SIGNALS:
     void changed();
     void notesChanged(); ///< also if another clip has the same notes
     void newTagChanged();
 
   private:
-    struct Tag {
-        QString id;
-
-        bool operator==(const Tag &) const = default;
-    };
-
     ProjectStore &m_store;
     std::optional<VideoItem> m_video;
-    ListModel<Tag> m_tags{{{Qt::DisplayRole, "display", &Tag::id}}};
+    ListModel<QString, std::identity{}> m_tags{{{Qt::DisplayRole, "display", std::identity{}}}};
     QString m_newTag;
 };
 

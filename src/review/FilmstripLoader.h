@@ -14,7 +14,6 @@ namespace corvane {
 class FilmstripLoader : public QObject {
     Q_OBJECT
     Q_PROPERTY(QStringList filmstripURLs READ filmstripURLs NOTIFY changed)
-    Q_PROPERTY(bool filmstripGenerating READ filmstripGenerating NOTIFY changed)
     /// True if frames or the placeholder are shown.
     Q_PROPERTY(bool showsStrip READ showsStrip NOTIFY changed)
     /// Shown until the frames are created; otherwise empty.

@@ -18,10 +18,6 @@ void MultiSelection::setAnchor(const SidebarRowId &row) {
     (row.isSubclip() ? subclipMultiSelectAnchor : clipMultiSelectAnchor) = ownId(row);
 }
 
-void MultiSelection::clear() {
-    *this = {};
-}
-
 void MultiSelection::toggle(const SidebarRowId &row) {
     if (!idsOf(row).remove(ownId(row))) {
         idsOf(row).insert(ownId(row));

@@ -16,8 +16,6 @@ struct MultiSelection {
     bool exists() const {
         return !multiSelectedClipIds.isEmpty() || !multiSelectedSubclipIds.isEmpty();
     }
-    /// Removes all marks and anchors.
-    void clear();
     /// Marks or unmarks the row, which becomes the anchor.
     void toggle(const SidebarRowId &row);
     /// Also marks the rows of `order` from `anchor` to `row`; only `row` if the anchor isn't

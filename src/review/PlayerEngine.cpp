@@ -21,17 +21,14 @@ media::MediaPlayer::Options PlayerEngine::optionsWithAudio() {
     return options;
 }
 
-PlayerEngine::PlayerEngine(QObject *parent) : PlayerEngine(optionsWithAudio(), parent) {}
-
 PlayerEngine::PlayerEngine(media::MediaPlayer::Options options, QObject *parent)
-    : QObject(parent), m_player(std::move(options)) {
+    : ReviewPlayer(parent), m_player(std::move(options)) {
     m_timeObserverToken =
         m_player.addPeriodicTimeObserver(kReportingPeriod, [this](MediaTime time) {
             store(m_currentTime, time, &PlayerEngine::currentTimeChanged);
         });
-    m_rateObservation = connect(&m_player, &media::MediaPlayer::rateChanged, this, [this] {
-        store(m_rate, m_player.rate(), &PlayerEngine::rateChanged);
-    });
+    connect(&m_player, &media::MediaPlayer::rateChanged, this,
+            [this] { store(m_rate, m_player.rate(), &PlayerEngine::rateChanged); });
 }
 
 PlayerEngine::~PlayerEngine() {
@@ -40,7 +37,7 @@ PlayerEngine::~PlayerEngine() {
         m_player.removeTimeObserver(*m_boundaryObserverToken);
     }
     m_player.removeTimeObserver(m_timeObserverToken);
-    disconnect(m_rateObservation);
+    m_player.disconnect(this);
 }
 
 template <typename Value>
@@ -118,15 +115,11 @@ void PlayerEngine::stepFrames(int frames) {
     m_player.stepFrames(frames, range);
 }
 
-void PlayerEngine::setRate(float rate) {
+void PlayerEngine::setRate(double rate) {
     if (rate > 0 && m_playbackConstraint && currentSeconds() >= m_playbackConstraint->out) {
         seek(m_playbackConstraint->in);
     }
-    m_player.setRate(rate);
-}
-
-void PlayerEngine::togglePlaying() {
-    setRate(m_player.rate() == 0 ? 1 : 0);
+    m_player.setRate(float(rate));
 }
 
 void PlayerEngine::playConstrained(double in, double out) {

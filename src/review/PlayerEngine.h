@@ -3,8 +3,8 @@
 #include "media/MediaAsset.h"
 #include "media/MediaPlayer.h"
 #include "platform/SerialExecutor.h"
+#include "review/ReviewPlayer.h"
 
-#include <QObject>
 #include <QSizeF>
 
 #include <optional>
@@ -16,16 +16,8 @@ namespace corvane {
 /// and can hold playback inside a range. Independent of the project. Main thread only.
 ///
 /// For a file that can't be read `isReady` stays false and no frame is shown.
-class PlayerEngine : public QObject {
+class PlayerEngine : public ReviewPlayer {
     Q_OBJECT
-    Q_PROPERTY(QString url READ url NOTIFY urlChanged)
-    Q_PROPERTY(double duration READ durationSeconds NOTIFY durationChanged)
-    Q_PROPERTY(double currentTime READ currentSeconds NOTIFY currentTimeChanged)
-    Q_PROPERTY(float rate READ rate NOTIFY rateChanged)
-    Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY rateChanged)
-    Q_PROPERTY(double fps READ fps NOTIFY fpsChanged)
-    Q_PROPERTY(QSizeF naturalSize READ naturalSize NOTIFY naturalSizeChanged)
-    Q_PROPERTY(bool isReady READ isReady NOTIFY isReadyChanged)
 
   public:
     /// In seconds; `in` is less than `out`.
@@ -41,58 +33,38 @@ class PlayerEngine : public QObject {
     /// Plays audio on the default device.
     static media::MediaPlayer::Options optionsWithAudio();
 
-    explicit PlayerEngine(QObject *parent = nullptr);
     explicit PlayerEngine(media::MediaPlayer::Options options, QObject *parent = nullptr);
     ~PlayerEngine() override;
 
     QString url() const { return m_url; }                          ///< a path; empty if no clip
     media::MediaTime duration() const { return m_duration; }       ///< of the asset
     media::MediaTime currentTime() const { return m_currentTime; } ///< last reported playhead
-    float rate() const { return m_rate; }                          ///< last observed
-    double fps() const { return m_fps; }                 ///< nominal, of the first video track
+    double rate() const override { return m_rate; }                ///< last observed
+    double fps() const override { return m_fps; }        ///< nominal, of the first video track
     QSizeF naturalSize() const { return m_naturalSize; } ///< of the first video track
-    bool isReady() const { return m_isReady; } ///< the asset's duration and tracks have been read
+    bool isReady() const override { return m_isReady; }
     const std::optional<PlaybackConstraint> &playbackConstraint() const {
         return m_playbackConstraint;
     }
 
-    double durationSeconds() const { return m_duration.seconds(); }
-    double currentSeconds() const { return m_currentTime.seconds(); }
+    double durationSeconds() const override { return m_duration.seconds(); }
+    double currentSeconds() const override { return m_currentTime.seconds(); }
     bool isPlaying() const { return m_rate != 0; }
 
     /// The source of the frames to display.
     media::MediaPlayer &player() { return m_player; }
 
-    /// Loads a clip, paused at its first frame. Finishes when duration and tracks have been read,
-    /// or when a newer load has replaced this one, which then changes nothing.
-    QCoro::Task<> load(QString path);
-
-    /// Seeks to the exact frame. Clamps to the clip, then to the playback constraint.
-    Q_INVOKABLE void seek(double seconds);
-    /// Steps forward, or back if negative. Clamps like `seek`. Does not change the rate.
-    Q_INVOKABLE void stepFrames(int frames);
-
-    /// Plays in reverse if negative, pauses if 0. Playing forward from the end of the playback
-    /// constraint starts at its beginning.
-    Q_INVOKABLE void setRate(float rate);
-    Q_INVOKABLE void pause() { setRate(0); }
-    /// Plays at rate 1 if paused, pauses otherwise.
-    Q_INVOKABLE void togglePlaying();
-
-    /// Replaces the playback constraint: playback that reaches `out` pauses, and the playhead
-    /// returns to `in`. Removes it unless `in` is less than `out`. Does not start playback and does
-    /// not seek.
-    void playConstrained(double in, double out);
-    void clearPlaybackConstraint();
+    QCoro::Task<> load(QString path) override;
+    void seek(double seconds) override;
+    void stepFrames(int frames) override;
+    void setRate(double rate) override;
+    void playConstrained(double in, double out) override;
+    void clearPlaybackConstraint() override;
 
   Q_SIGNALS:
     void urlChanged();
-    void durationChanged();
-    void currentTimeChanged();
-    void rateChanged();
     void fpsChanged();
     void naturalSizeChanged();
-    void isReadyChanged();
     void playbackConstraintChanged();
 
   private:
@@ -115,7 +87,6 @@ class PlayerEngine : public QObject {
     std::stop_source m_stopReading;
     media::MediaPlayer m_player;
     media::MediaPlayer::Token m_timeObserverToken = 0;
-    QMetaObject::Connection m_rateObservation;
     std::optional<media::MediaPlayer::Token> m_boundaryObserverToken;
     SerialExecutor m_reading{QStringLiteral("playerFacts")};
 };

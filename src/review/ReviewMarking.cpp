@@ -29,10 +29,6 @@ std::optional<ClipRange> rangeOfDrafts(const std::optional<double> &in,
     return range;
 }
 
-QVariant toVariant(const std::optional<double> &value) {
-    return value ? QVariant(*value) : QVariant();
-}
-
 } // namespace
 
 ReviewMarking::ReviewMarking(const Screen &screen, SubclipThumbnails::Writer thumbnailWriter)
@@ -81,7 +77,7 @@ void ReviewMarking::setDrafts(std::optional<double> in, std::optional<double> ou
 
 /// One frame later, clamped to the clip.
 double ReviewMarking::nudged(const std::optional<double> &draft) const {
-    const double fps = m_screen.player.framesPerSecond();
+    const double fps = m_screen.player.fps();
     const double later = draft.value_or(m_screen.player.currentSeconds()) +
                          (fps > 0 ? 1 / fps : kDefaultFrameDuration);
     return std::max(std::min(later, m_screen.player.durationSeconds()), 0.0);
@@ -147,19 +143,11 @@ std::optional<double> ReviewMarking::shownDraftOut() const {
     return ScrubberGeometry::shownDraft(m_draftOut, m_screen.transport.activeRange());
 }
 
-std::optional<double> ReviewMarking::scrubberFraction(std::optional<double> seconds) const {
+QVariant ReviewMarking::scrubberFraction(std::optional<double> seconds) const {
     const ReviewTransport &transport = m_screen.transport;
     return seconds && transport.showsPlayhead()
-               ? std::optional(ScrubberGeometry::position(*seconds, transport.transportDuration()))
-               : std::nullopt;
-}
-
-QVariant ReviewMarking::draftInFractionValue() const {
-    return toVariant(draftInFraction());
-}
-
-QVariant ReviewMarking::draftOutFractionValue() const {
-    return toVariant(draftOutFraction());
+               ? QVariant(ScrubberGeometry::position(*seconds, transport.transportDuration()))
+               : QVariant();
 }
 
 void ReviewMarking::publish() {

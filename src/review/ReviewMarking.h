@@ -14,8 +14,8 @@ namespace corvane {
 /// Main thread only. The objects passed to the constructor must outlive it.
 class ReviewMarking : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QVariant draftInFraction READ draftInFractionValue NOTIFY draftsChanged)
-    Q_PROPERTY(QVariant draftOutFraction READ draftOutFractionValue NOTIFY draftsChanged)
+    Q_PROPERTY(QVariant draftInFraction READ draftInFraction NOTIFY draftsChanged)
+    Q_PROPERTY(QVariant draftOutFraction READ draftOutFraction NOTIFY draftsChanged)
 
   public:
     /// The objects that the marks depend on.
@@ -36,9 +36,9 @@ class ReviewMarking : public QObject {
     /// The marks as times of the transport; nullopt if not shown.
     std::optional<double> shownDraftIn() const;
     std::optional<double> shownDraftOut() const;
-    /// The marks as positions on the scrubber, 0 to 1; nullopt (undefined in QML) if not shown.
-    std::optional<double> draftInFraction() const { return scrubberFraction(shownDraftIn()); }
-    std::optional<double> draftOutFraction() const { return scrubberFraction(shownDraftOut()); }
+    /// The marks as positions on the scrubber, 0 to 1; invalid (undefined in QML) if not shown.
+    QVariant draftInFraction() const { return scrubberFraction(shownDraftIn()); }
+    QVariant draftOutFraction() const { return scrubberFraction(shownDraftOut()); }
     void clearDrafts() { setDrafts({}, {}); }
 
     /// Adds the marked range to the project as a subclip and clears the drafts. Keeps the drafts if
@@ -60,9 +60,7 @@ class ReviewMarking : public QObject {
     void draftsChanged();
 
   private:
-    QVariant draftInFractionValue() const;
-    QVariant draftOutFractionValue() const;
-    std::optional<double> scrubberFraction(std::optional<double> seconds) const;
+    QVariant scrubberFraction(std::optional<double> seconds) const;
     void setDrafts(std::optional<double> in, std::optional<double> out);
     double nudged(const std::optional<double> &draft) const;
     void jump(const std::optional<double> &draft, double Subclip::*edge);
@@ -74,7 +72,7 @@ class ReviewMarking : public QObject {
     SubclipThumbnails::Writer m_thumbnailWriter;
     std::optional<double> m_draftIn;
     std::optional<double> m_draftOut;
-    std::pair<std::optional<double>, std::optional<double>> m_published; ///< the fractions
+    std::pair<QVariant, QVariant> m_published; ///< the fractions
 };
 
 } // namespace corvane

@@ -8,7 +8,6 @@ namespace corvane {
 /// only. The selection must outlive it.
 class ReviewPaneState : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool inspectorPanelOpen READ inspectorPanelOpen NOTIFY panesChanged)
     Q_PROPERTY(bool showsInspector READ showsInspector NOTIFY panesChanged)
     Q_PROPERTY(QString inspectorGlyph READ inspectorGlyph NOTIFY panesChanged)
     Q_PROPERTY(QString inspectorHelp READ inspectorHelp NOTIFY panesChanged)

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QCoroTask>
 #include <QObject>
-#include <QString>
 
 namespace corvane {
 
@@ -16,24 +16,30 @@ class ReviewPlayer : public QObject {
     virtual double currentSeconds() const = 0;  ///< the playhead
     virtual double durationSeconds() const = 0; ///< 0 if unknown
     virtual double rate() const = 0;            ///< 0 if paused, negative in reverse
-    virtual double framesPerSecond() const = 0;
+    virtual double fps() const = 0;
     virtual bool isReady() const = 0; ///< duration and tracks of the file have been read
 
-    /// Loads a file, paused at its start; an empty path unloads. A file that can't be read never
-    /// becomes ready.
-    virtual void load(const QString &path) = 0;
-    /// Clamps to the clip, then to the playback range.
+    /// Loads a file, paused at its first frame; an empty path unloads. Finishes when duration and
+    /// tracks have been read, or when a newer load has replaced this one, which then changes
+    /// nothing. A file that can't be read never becomes ready.
+    virtual QCoro::Task<> load(QString path) = 0;
+    /// Seeks to the exact frame. Clamps to the clip, then to the playback range.
     virtual void seek(double seconds) = 0;
+    /// Steps forward, or back if negative. Clamps like `seek`. Does not change the rate.
     virtual void stepFrames(int frames) = 0;
+    /// Plays in reverse if negative, pauses if 0. Playing forward from the end of the playback
+    /// range starts at its beginning.
     virtual void setRate(double rate) = 0;
-    virtual void pause() = 0;
-    /// Sets the playback range. Playback that reaches its end pauses and returns to its start.
+    void pause() { setRate(0); }
+    /// Replaces the playback range: playback that reaches its end pauses and returns to its start.
+    /// Removes it unless the in point is less than the out point. Does not start playback and does
+    /// not seek.
     virtual void playConstrained(double inSeconds, double outSeconds) = 0;
     virtual void clearPlaybackConstraint() = 0;
 
   Q_SIGNALS:
-    void currentSecondsChanged();
-    void durationSecondsChanged();
+    void currentTimeChanged();
+    void durationChanged();
     void rateChanged();
     void isReadyChanged();
 };

@@ -36,39 +36,14 @@ bool ReviewScreenState::handleKeyPress(int key, Qt::KeyboardModifiers modifiers,
 }
 
 void ReviewScreenState::run(const KeyMap::Command &command) {
-    using enum KeyMap::Action;
-    switch (command.action) {
-    case undo:
+    if (command.action == KeyMap::Action::undo) {
         m_store.undo();
-        break;
-    case redo:
+    } else if (command.action == KeyMap::Action::redo) {
         m_store.redo();
-        break;
-    case togglePlayback:
-    case stopPlayback:
-    case shuttleBackward:
-    case shuttleForward:
-    case stepFrames:
-    case skip:
+    } else { // each ignores the commands of the others
         m_transport.run(command);
-        break;
-    case markIn:
-    case nudgeIn:
-    case markOut:
-    case nudgeOut:
-    case saveDraft:
-    case leaveSubclipMode:
-    case jumpToIn:
-    case jumpToOut:
         m_marking.run(command);
-        break;
-    case rate:
-    case toggleFavorite:
-    case toggleSelected:
-    case toggleReviewed:
-    case toggleRejected:
         m_edits.run(command);
-        break;
     }
 }
 
@@ -92,14 +67,14 @@ void ReviewScreenState::answerConfirmation(bool accept) {
     }
 }
 
-QVariantMap ReviewScreenState::confirmationMap() const {
+QVariant ReviewScreenState::alertSubject() const {
     if (!m_confirmation) {
-        return {};
+        return QVariant::fromValue(nullptr);
     }
-    return {{QStringLiteral("title"), m_confirmation->title},
-            {QStringLiteral("text"), m_confirmation->text},
-            {QStringLiteral("acceptButton"), m_confirmation->acceptButton},
-            {QStringLiteral("cancelButton"), m_confirmation->cancelButton}};
+    return QVariantMap{{QStringLiteral("title"), m_confirmation->title},
+                       {QStringLiteral("text"), m_confirmation->text},
+                       {QStringLiteral("acceptText"), m_confirmation->acceptButton},
+                       {QStringLiteral("cancelText"), m_confirmation->cancelButton}};
 }
 
 } // namespace corvane

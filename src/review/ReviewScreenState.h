@@ -14,19 +14,19 @@ namespace corvane {
 /// starts from the defaults. Main thread only.
 class ReviewScreenState : public QObject {
     Q_OBJECT
-    Q_PROPERTY(corvane::FilterBar *filterBar READ filterBarPointer CONSTANT)
-    Q_PROPERTY(corvane::ReviewListModel *list READ listPointer CONSTANT)
-    Q_PROPERTY(corvane::SubclipListModel *subclips READ subclipsPointer CONSTANT)
-    Q_PROPERTY(corvane::FilmstripLoader *filmstrip READ filmstripPointer CONSTANT)
-    Q_PROPERTY(corvane::ClipInspector *inspector READ inspectorPointer CONSTANT)
-    Q_PROPERTY(corvane::ReviewSelection *selection READ selectionPointer CONSTANT)
-    Q_PROPERTY(corvane::ReviewTransport *transport READ transportPointer CONSTANT)
-    Q_PROPERTY(corvane::ReviewMarking *marking READ markingPointer CONSTANT)
-    Q_PROPERTY(corvane::ReviewPaneState *panes READ panesPointer CONSTANT)
+    Q_PROPERTY(corvane::FilterBar *filterBar READ filterBar CONSTANT)
+    Q_PROPERTY(corvane::ReviewListModel *list READ list CONSTANT)
+    Q_PROPERTY(corvane::SubclipListModel *subclips READ subclips CONSTANT)
+    Q_PROPERTY(corvane::FilmstripLoader *filmstrip READ filmstrip CONSTANT)
+    Q_PROPERTY(corvane::ClipInspector *inspector READ inspector CONSTANT)
+    Q_PROPERTY(corvane::ReviewSelection *selection READ selection CONSTANT)
+    Q_PROPERTY(corvane::ReviewTransport *transport READ transport CONSTANT)
+    Q_PROPERTY(corvane::ReviewMarking *marking READ marking CONSTANT)
+    Q_PROPERTY(corvane::ReviewPaneState *panes READ panes CONSTANT)
     Q_PROPERTY(bool hasSelects READ hasSelects NOTIFY hasSelectsChanged)
     Q_PROPERTY(bool showsNoMatches READ showsNoMatches NOTIFY showsNoMatchesChanged)
-    Q_PROPERTY(bool hasConfirmation READ hasConfirmation NOTIFY confirmationChanged)
-    Q_PROPERTY(QVariantMap confirmation READ confirmationMap NOTIFY confirmationChanged)
+    /// The subject of an `Alert`; null without a question.
+    Q_PROPERTY(QVariant confirmation READ alertSubject NOTIFY confirmationChanged)
 
   public:
     /// Creators of derived images. An empty function disables its kind.
@@ -39,15 +39,15 @@ class ReviewScreenState : public QObject {
     ReviewScreenState(ProjectStore &store, ReviewPlayer &player, Services services = {},
                       QObject *parent = nullptr);
 
-    FilterBar &filterBar() { return m_filterBar; }
-    ReviewListModel &list() { return m_list; }
-    SubclipListModel &subclips() { return m_subclips; }
-    FilmstripLoader &filmstrip() { return m_filmstrip; }
-    ClipInspector &inspector() { return m_inspector; }
-    ReviewSelection &selection() { return m_selection; }
-    ReviewTransport &transport() { return m_transport; }
-    ReviewMarking &marking() { return m_marking; }
-    ReviewPaneState &panes() { return m_panes; }
+    FilterBar *filterBar() { return &m_filterBar; }
+    ReviewListModel *list() { return &m_list; }
+    SubclipListModel *subclips() { return &m_subclips; }
+    FilmstripLoader *filmstrip() { return &m_filmstrip; }
+    ClipInspector *inspector() { return &m_inspector; }
+    ReviewSelection *selection() { return &m_selection; }
+    ReviewTransport *transport() { return &m_transport; }
+    ReviewMarking *marking() { return &m_marking; }
+    ReviewPaneState *panes() { return &m_panes; }
 
     /// To be called when the screen is shown. Takes the keyboard focus.
     Q_INVOKABLE void appear();
@@ -55,8 +55,8 @@ class ReviewScreenState : public QObject {
 
     /// Handles a key press and returns true if the key has a meaning here. Text input and a pending
     /// confirmation get all keys. A key that repeats because it is held down does nothing.
-    Q_INVOKABLE bool handleKeyDown(int key, Qt::KeyboardModifiers modifiers, bool textHasFocus,
-                                   bool isRepeat = false);
+    bool handleKeyDown(int key, Qt::KeyboardModifiers modifiers, bool textHasFocus,
+                       bool isRepeat = false);
     /// The same for keys of the key map only.
     bool handleKeyPress(int key, Qt::KeyboardModifiers modifiers, bool textHasFocus);
     /// Asks for confirmation of `SelectionEdits::deletion`.
@@ -84,16 +84,7 @@ class ReviewScreenState : public QObject {
     void importRequested();
 
   private:
-    FilterBar *filterBarPointer() { return &m_filterBar; }
-    ReviewListModel *listPointer() { return &m_list; }
-    SubclipListModel *subclipsPointer() { return &m_subclips; }
-    FilmstripLoader *filmstripPointer() { return &m_filmstrip; }
-    ClipInspector *inspectorPointer() { return &m_inspector; }
-    ReviewSelection *selectionPointer() { return &m_selection; }
-    ReviewTransport *transportPointer() { return &m_transport; }
-    ReviewMarking *markingPointer() { return &m_marking; }
-    ReviewPaneState *panesPointer() { return &m_panes; }
-    QVariantMap confirmationMap() const;
+    QVariant alertSubject() const;
 
     void updateProject();
     void updateFilter();

@@ -2,6 +2,7 @@
 
 #include "platform/ApplicationFolders.h"
 #include "platform/Paths.h"
+#include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 #include "review/list/ReviewFormats.h"
 #include "review/PlayerReadiness.h"
@@ -31,7 +32,7 @@ void ReviewSelection::selectClip(const QString &videoId) {
     const QString media =
         resolvedAgainstProject(video->sourcePath, projectFile.value_or(QString()));
     m_filmstrip.clear();
-    m_player.load(media);
+    detach(m_player.load(media));
     m_filmstrip.start(videoId, media,
                       projectFile ? cacheRoot(*projectFile)
                                   : paths::joined(applicationFolders::applicationSupport(),
@@ -173,21 +174,20 @@ std::optional<SidebarRowId> ReviewSelection::currentAnchor() const {
 }
 
 void ReviewSelection::clearMultiSelection() {
-    if (m_marks != MultiSelection()) {
-        m_marks.clear();
+    if (std::exchange(m_marks, {}) != MultiSelection()) {
         Q_EMIT changed();
     }
 }
 
 void ReviewSelection::reset() {
     if (m_selectedVideoId) {
-        m_player.load({}); // closes the project's files
+        detach(m_player.load({})); // closes the project's files
     }
     leaveSubclip();
     m_selectedVideoId.reset();
     m_clickedRow.reset();
     m_clickedIndex.reset();
-    m_marks.clear();
+    m_marks = {};
     m_filmstrip.clear();
 }
 

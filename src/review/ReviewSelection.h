@@ -31,7 +31,7 @@ class ReviewSelection : public QObject {
     const VideoRecord *selectedVideo() const { return m_list.video(m_selectedVideoId); }
     bool hasSelectedVideo() const { return selectedVideo() != nullptr; }
     /// Loads the clip. If it is selected already, only leaves subclip mode.
-    Q_INVOKABLE void selectClip(const QString &videoId);
+    void selectClip(const QString &videoId);
 
     const std::optional<QString> &activeSubclipId() const { return m_activeSubclipId; }
     /// nullptr outside subclip mode. Valid until the next edit.
@@ -51,12 +51,12 @@ class ReviewSelection : public QObject {
     /// Clicks the row that is `rows` below the last clicked one (above it if negative), keeping
     /// Shift. If an edit removed that row from the list, counts from its former index; if it is
     /// not listed for another reason, from the end of the list.
-    Q_INVOKABLE void moveSelection(int rows, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void moveSelection(int rows, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     const MultiSelection &multiSelection() const { return m_marks; }
     void extendSelection(const SidebarRowId &row);
     /// The row at which a range starts.
     std::optional<SidebarRowId> currentAnchor() const;
-    Q_INVOKABLE void clearMultiSelection();
+    void clearMultiSelection();
 
     // For the screen state.
     /// Deselects everything and unloads the clip. Emits no signal.

@@ -15,8 +15,8 @@ constexpr double kMaxShuttleRate = 8;
 
 ReviewTransport::ReviewTransport(ReviewPlayer &player, const ReviewSelection &selection)
     : m_player(player), m_selection(selection) {
-    connect(&player, &ReviewPlayer::currentSecondsChanged, this, &ReviewTransport::publish);
-    connect(&player, &ReviewPlayer::durationSecondsChanged, this, &ReviewTransport::publish);
+    connect(&player, &ReviewPlayer::currentTimeChanged, this, &ReviewTransport::publish);
+    connect(&player, &ReviewPlayer::durationChanged, this, &ReviewTransport::publish);
     connect(&player, &ReviewPlayer::rateChanged, this, &ReviewTransport::rateChanged);
 }
 

@@ -126,7 +126,7 @@ TEST_F(PlayerEngineTest, PausesAtTheOutPointOfARangeAndReturnsToItsInPoint) {
     engine->playConstrained(0.4, 1.2);
     ASSERT_TRUE(shows(10, 0.4));
     for (int round = 0; round < 2; ++round) {
-        engine->togglePlaying();
+        engine->setRate(1);
         EXPECT_EQ(engine->rate(), 1);
         EXPECT_TRUE(eventually([&] {
             clock.advance(std::chrono::milliseconds(50)); // every report wakes this loop
@@ -138,7 +138,7 @@ TEST_F(PlayerEngineTest, PausesAtTheOutPointOfARangeAndReturnsToItsInPoint) {
         EXPECT_LE(number, 30);
     }
     engine->seek(1.2);
-    engine->togglePlaying(); // restarts from the end of the range
+    engine->setRate(1); // restarts from the end of the range
     EXPECT_TRUE(shows(10, 0.4));
 }
 

@@ -36,7 +36,7 @@ TEST(ScrubberGeometry, ConvertsBetweenTimesAndPositions) {
 }
 
 TEST_F(ReviewScreenTest, ShowsTheFilterRow) {
-    FilterBar &bar = screen.filterBar();
+    FilterBar &bar = *screen.filterBar();
     EXPECT_EQ(titles(bar.chips(), "isActive"), QStringList{QStringLiteral("All")});
     EXPECT_EQ(bar.countLabel(), QStringLiteral("4 clips"));
     EXPECT_EQ(titles(bar.ratingItems()).join(QLatin1Char(',')),
@@ -63,12 +63,12 @@ TEST_F(ReviewScreenTest, ShowsTheFilterRow) {
 }
 
 TEST_F(ReviewScreenTest, InspectsTheClip) {
-    ClipInspector &inspector = screen.inspector();
-    screen.panes().toggleInspector();
-    EXPECT_FALSE(screen.panes().showsInspector());
+    ClipInspector &inspector = *screen.inspector();
+    screen.panes()->toggleInspector();
+    EXPECT_FALSE(screen.panes()->showsInspector());
     click("clip-0");
-    screen.panes().toggleInspector();
-    EXPECT_EQ(screen.panes().inspectorHelp(), QStringLiteral("Back to clip list"));
+    screen.panes()->toggleInspector();
+    EXPECT_EQ(screen.panes()->inspectorHelp(), QStringLiteral("Back to clip list"));
     EXPECT_EQ(inspector.facts(), QStringList{QStringLiteral("0:12")});
     store.updateProject([&] {
         Project project = *store.project();
@@ -95,23 +95,21 @@ TEST_F(ReviewScreenTest, InspectsTheClip) {
     inspector.toggleFlag(1);
     EXPECT_EQ(inspector.rating(), 5);
     EXPECT_EQ(titles(inspector.flags(), "isOn").first(), QStringLiteral("Selected"));
-    EXPECT_EQ(ClipInspector::starHelp(1), QStringLiteral("Rate 1 star (1 key)"));
-    EXPECT_EQ(ClipInspector::starHelp(2), QStringLiteral("Rate 2 stars (2 key)"));
 }
 
 TEST_F(ReviewScreenTest, ResetsWhenAnotherProjectIsOpened) {
     click("clip-0-sub-0");
     player.becomeReady();
     type("io");
-    screen.filterBar().setSearchQuery(QStringLiteral("clip"));
+    screen.filterBar()->setSearchQuery(QStringLiteral("clip"));
     int requestedImports = 0;
     QObject::connect(&screen, &ReviewScreenState::importRequested, [&] { ++requestedImports; });
     const QString other = folder.at(QStringLiteral("Other.corvane"));
     test::await(store.createProject({.name = QStringLiteral("Other")}, other));
-    EXPECT_FALSE(screen.selection().selectedVideoId() || screen.marking().draftIn() ||
-                 screen.selection().activeSubclipId());
+    EXPECT_FALSE(screen.selection()->selectedVideoId() || screen.marking()->draftIn() ||
+                 screen.selection()->activeSubclipId());
     EXPECT_FALSE(player.range);
-    EXPECT_EQ(screen.filterBar().countLabel(), QStringLiteral("No clips yet"));
+    EXPECT_EQ(screen.filterBar()->countLabel(), QStringLiteral("No clips yet"));
     EXPECT_FALSE(screen.showsNoMatches());
     EXPECT_EQ(requestedImports, 1) << "a new project starts with the import";
     screen.disappear();

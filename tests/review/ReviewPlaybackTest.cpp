@@ -1,6 +1,6 @@
 // The review screen with the real player engine and services.
 
-#include "review/EngineReviewPlayer.h"
+#include "review/PlayerEngine.h"
 #include "review/ReviewServices.h"
 #include "ReviewScreenFixture.h"
 #include "support/TestMedia.h"
@@ -16,7 +16,7 @@ namespace {
 
 using test::eventually;
 
-/// Two seconds at 25 frames per second. The project refers to it by a relative path.
+/// A project with one clip: two seconds at 25 frames per second, stored with a relative path.
 class ReviewPlaybackTest : public test::ReviewScreenTest {
   protected:
     ReviewPlaybackTest() : ReviewScreenTest(test::sampleProject(1)) {
@@ -28,11 +28,11 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
         store.updateProject(project);
         engine.player().setSink(sink);
         real.appear();
-        real.selection().selectClip(id.toLower());
+        real.selection()->selectClip(id.toLower());
     }
 
     ~ReviewPlaybackTest() override { // waits for writes to the test folder
-        EXPECT_TRUE(eventually([&] { return !real.filmstrip().filmstripGenerating(); }));
+        EXPECT_TRUE(eventually([&] { return !real.filmstrip()->filmstripGenerating(); }));
     }
 
     void press(int key) { EXPECT_TRUE(real.handleKeyDown(key, {}, false)); }
@@ -53,15 +53,14 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
     test::TestMonotonicClock clock;
     std::shared_ptr<test::TestSink> sink = std::make_shared<test::TestSink>();
     PlayerEngine engine{media::MediaPlayer::Options{.clock = &clock}};
-    EngineReviewPlayer enginePlayer{engine};
-    ReviewScreenState real{store, enginePlayer, reviewServices()};
+    ReviewScreenState real{store, engine, reviewServices()};
 };
 
 } // namespace
 
 TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     ASSERT_TRUE(eventually([&] { return engine.isReady() && sink->number() == 0; }));
-    EXPECT_EQ(real.transport().transportText(), QStringLiteral("00:00:00  /  00:00:02"));
+    EXPECT_EQ(real.transport()->transportText(), QStringLiteral("00:00:00  /  00:00:02"));
     engine.seek(0.4);
     press(Qt::Key_I);
     engine.seek(1.2);
@@ -72,14 +71,14 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
     EXPECT_DOUBLE_EQ(saved.inSeconds, 0.4);
     EXPECT_DOUBLE_EQ(saved.outSeconds, 1.2);
 
-    real.selection().selectSubclip(clip(0).id, saved.id);
+    real.selection()->selectSubclip(clip(0).id, saved.id);
     EXPECT_TRUE(isAtFrame(10));
-    EXPECT_EQ(real.transport().transportTime(), 0);
+    EXPECT_EQ(real.transport()->transportTime(), 0);
     press(Qt::Key_Space);
-    EXPECT_TRUE(real.transport().isPlaying());
+    EXPECT_TRUE(real.transport()->isPlaying());
     EXPECT_TRUE(eventually([&] {
         clock.advance(std::chrono::milliseconds(50)); // every report wakes this loop
-        return !real.transport().isPlaying();
+        return !real.transport()->isPlaying();
     }));
     EXPECT_TRUE(isAtFrame(10)) << "it pauses at the out point and returns to the in point";
     EXPECT_LE(std::ranges::max(sink->numbers()), 30);
@@ -92,22 +91,22 @@ TEST_F(ReviewPlaybackTest, MarksSavesAndPlaysARangeByKeys) {
 TEST_F(ReviewPlaybackTest, ShowsTheClipsThumbnailForASubclipUntilItHasItsOwn) {
     std::promise<void> mayWrite;
     ReviewScreenState slow(
-        store, enginePlayer,
+        store, engine,
         {.subclipThumbnail = [written = mayWrite.get_future().share()](
                                  const QString &, double, const QString &) { written.wait(); }});
     const auto shown = [&] {
-        const QModelIndex row = slow.list().index(1);
-        const QModelIndex below = slow.subclips().index(0);
+        const QModelIndex row = slow.list()->index(1);
+        const QModelIndex below = slow.subclips()->index(0);
         EXPECT_EQ(row.data(ReviewListModel::ThumbnailRole),
                   below.data(SubclipListModel::ThumbnailRole));
         return row.data(ReviewListModel::ThumbnailRole).toString();
     };
     int changes = 0;
     for (ListModelBase *const list :
-         std::initializer_list<ListModelBase *>{&slow.list(), &slow.subclips()}) {
+         std::initializer_list<ListModelBase *>{slow.list(), slow.subclips()}) {
         QObject::connect(list, &ListModelBase::dataChanged, &slow, [&] { ++changes; });
     }
-    slow.selection().selectClip(clip(0).id);
+    slow.selection()->selectClip(clip(0).id);
     ASSERT_TRUE(eventually([&] { return engine.isReady(); }));
     engine.seek(1);
     EXPECT_TRUE(slow.handleKeyDown(Qt::Key_O, {}, false));
@@ -126,7 +125,7 @@ TEST_F(ReviewPlaybackTest, ShowsTheClipsThumbnailForASubclipUntilItHasItsOwn) {
 TEST_F(ReviewPlaybackTest, SeeksToTheInPointOfASubclipSelectedBeforeThePlayerIsReady) {
     const QString subclip = store.addSubclip(clip(0).id, 0.4, 1.2);
     ASSERT_FALSE(engine.isReady());
-    real.selection().selectSubclip(clip(0).id, subclip);
+    real.selection()->selectSubclip(clip(0).id, subclip);
     EXPECT_TRUE(isAtFrame(10));
 }
 
@@ -136,15 +135,15 @@ TEST_F(ReviewPlaybackTest, DoublesTheRateWithEachOfSeveralQuickKeyPresses) {
     QList<double> rates;
     for (const char key : {'J', 'J', 'J', 'L', 'L', 'K'}) {
         press(key);
-        rates.append(enginePlayer.rate());
+        rates.append(engine.rate());
     }
     EXPECT_EQ(rates, (QList<double>{-1, -2, -4, 1, 2, 0}));
 }
 
 TEST_F(ReviewPlaybackTest, ShowsTheFilmstripOfTheClip) {
-    EXPECT_TRUE(real.filmstrip().filmstripGenerating());
-    ASSERT_TRUE(eventually([&] { return !real.filmstrip().filmstripGenerating(); }));
-    const QStringList frames = real.filmstrip().filmstripURLs();
+    EXPECT_TRUE(real.filmstrip()->filmstripGenerating());
+    ASSERT_TRUE(eventually([&] { return !real.filmstrip()->filmstripGenerating(); }));
+    const QStringList frames = real.filmstrip()->filmstripURLs();
     ASSERT_EQ(frames.size(), 15);
     const QString middle = id + QStringLiteral("/filmstrip/frame-07.jpg");
     EXPECT_EQ(frames.at(7), cached(middle));

@@ -18,29 +18,29 @@ class FakePlayer : public ReviewPlayer {
     double currentSeconds() const override { return current; }
     double durationSeconds() const override { return duration; }
     double rate() const override { return shownRate; }
-    double framesPerSecond() const override { return fps; }
+    double fps() const override { return frameRate; }
     bool isReady() const override { return ready; }
-    void load(const QString &path) override {
+    QCoro::Task<> load(QString path) override {
         loaded.append(path);
         clearPlaybackConstraint();
         current = 0;
         setRate(0);
         ready = false;
         Q_EMIT isReadyChanged();
+        co_return;
     }
     void seek(double seconds) override {
         current = std::clamp(seconds, 0.0, duration);
         if (range) {
             current = std::clamp(current, range->inSeconds, range->outSeconds);
         }
-        Q_EMIT currentSecondsChanged();
+        Q_EMIT currentTimeChanged();
     }
-    void stepFrames(int frames) override { seek(current + frames / fps); }
+    void stepFrames(int frames) override { seek(current + frames / frameRate); }
     void setRate(double rate) override {
         shownRate = rate;
         Q_EMIT rateChanged();
     }
-    void pause() override { setRate(0); }
     void playConstrained(double inSeconds, double outSeconds) override {
         range = ClipRange{inSeconds, outSeconds};
     }
@@ -55,7 +55,7 @@ class FakePlayer : public ReviewPlayer {
     double duration = 12.5;
     double current = 0;
     double shownRate = 0;
-    double fps = 25;
+    double frameRate = 25;
     bool ready = false;
     std::optional<ClipRange> range;
 };
@@ -80,12 +80,12 @@ class ReviewScreenTest : public testing::Test {
         }
     }
     void click(const char *id, Qt::KeyboardModifiers modifiers = {}) {
-        const QList<SidebarRowId> ids = screen.list().orderedRowIds();
+        const QList<SidebarRowId> ids = screen.list()->orderedRowIds();
         const auto row = std::ranges::find_if(ids, [&](const SidebarRowId &row) {
             return row.subclipId.value_or(row.videoId) == QString::fromLatin1(id);
         });
         ASSERT_NE(row, ids.end()) << id;
-        screen.selection().clickRow(int(row - ids.begin()), modifiers);
+        screen.selection()->clickRow(int(row - ids.begin()), modifiers);
     }
     void accept(bool yes = true) { screen.answerConfirmation(yes); }
     QString asked() const {
@@ -93,8 +93,8 @@ class ReviewScreenTest : public testing::Test {
     }
     const VideoRecord &clip(int index) const { return *store.project()->videos.at(index); }
     QStringList marked() {
-        QStringList ids = screen.selection().multiSelection().multiSelectedClipIds.values() +
-                          screen.selection().multiSelection().multiSelectedSubclipIds.values();
+        QStringList ids = screen.selection()->multiSelection().multiSelectedClipIds.values() +
+                          screen.selection()->multiSelection().multiSelectedSubclipIds.values();
         ids.sort();
         return ids;
     }

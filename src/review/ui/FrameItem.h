@@ -10,14 +10,6 @@ namespace corvane {
 
 class FrameMailbox;
 
-/// Names the engine for QML.
-struct PlayerEngineType {
-    Q_GADGET
-    QML_FOREIGN(corvane::PlayerEngine)
-    QML_NAMED_ELEMENT(PlayerEngine)
-    QML_UNCREATABLE("Comes with the review screen")
-};
-
 /// Shows the frames of an engine's player, centered and as large as fits. Requests frames at the
 /// resolution of the screen. Main thread only.
 class FrameItem : public QQuickItem {

@@ -2,9 +2,10 @@
 
 #include "kit/QmlTypes.h"
 #include "review/MediaBanners.h"
+#include "review/PlayerEngine.h"
 #include "review/ReviewScreenState.h"
 
-/// Names the types of the review screen's state for QML.
+/// Names the types of the review screen for QML.
 namespace corvane::reviewTypes {
 
 CORVANE_QML_TYPE(ReviewScreenState)
@@ -18,5 +19,6 @@ CORVANE_QML_TYPE(SubclipListModel)
 CORVANE_QML_TYPE(FilmstripLoader)
 CORVANE_QML_TYPE(ClipInspector)
 CORVANE_QML_TYPE(MediaBanners)
+CORVANE_QML_TYPE(PlayerEngine)
 
 } // namespace corvane::reviewTypes

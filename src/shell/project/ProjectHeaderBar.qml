@@ -1,6 +1,5 @@
 // The top row of an open project.
-//   header: ProjectHeader; signals closed(), importWanted(), exportWanted(), handoffWanted(),
-//   guideWanted()
+//   header: ProjectHeader; signal commandWanted(string commandId): id of an AppCommand
 import QtQuick
 import Corvane.Kit
 import Corvane.Shell
@@ -10,11 +9,7 @@ Rectangle {
 
     required property ProjectHeader header
 
-    signal closed()
-    signal importWanted()
-    signal exportWanted()
-    signal handoffWanted()
-    signal guideWanted()
+    signal commandWanted(string commandId)
 
     objectName: "header"
     implicitHeight: Theme.headerHeight
@@ -39,7 +34,7 @@ Rectangle {
         textStyle: Theme.bodyStrongStyle
         text: "Corvane"
         helpText: root.header.closeHelp
-        onClicked: root.closed()
+        onClicked: root.commandWanted("closeProject")
     }
 
     Label {
@@ -94,7 +89,7 @@ Rectangle {
             symbol: "tray.and.arrow.down"
             text: qsTr("Import")
             helpText: root.header.importHelp
-            onClicked: root.importWanted()
+            onClicked: root.commandWanted("import")
         }
 
         Button {
@@ -104,7 +99,7 @@ Rectangle {
             text: qsTr("Export")
             enabled: root.header.hasSelects
             helpText: root.header.exportHelp
-            onClicked: root.exportWanted()
+            onClicked: root.commandWanted("export")
         }
 
         Button {
@@ -114,7 +109,7 @@ Rectangle {
             text: qsTr("Handoff")
             enabled: root.header.hasSelects
             helpText: root.header.handoffHelp
-            onClicked: root.handoffWanted()
+            onClicked: root.commandWanted("selectsHandoff")
         }
 
         Button {
@@ -122,7 +117,7 @@ Rectangle {
             focusPolicy: Qt.TabFocus
             symbol: "book.fill"
             helpText: root.header.guideHelp
-            onClicked: root.guideWanted()
+            onClicked: root.commandWanted("help")
         }
     }
 

@@ -4,6 +4,7 @@ import QtQuick
 import Corvane.Export
 import Corvane.Handoff
 import Corvane.Import
+import Corvane.Kit
 import Corvane.Project
 import Corvane.Review
 import Corvane.Shell
@@ -54,11 +55,7 @@ FocusScope {
 
         width: parent.width
         header: root.app.header
-        onClosed: root.app.commands.command("closeProject").trigger()
-        onImportWanted: root.app.commands.command("import").trigger()
-        onExportWanted: root.app.commands.command("export").trigger()
-        onHandoffWanted: root.app.commands.command("selectsHandoff").trigger()
-        onGuideWanted: root.app.commands.command("help").trigger()
+        onCommandWanted: commandId => root.app.commands.command(commandId).trigger()
     }
 
     ReviewPanes {
@@ -90,7 +87,11 @@ FocusScope {
         sheet: root.screen.handoff
     }
 
-    ConfirmationAlert {
-        review: root.review
+    Alert {
+        objectName: "confirmation"
+        destructive: true
+        subject: root.review.confirmation
+        onAccepted: root.review.answerConfirmation(true)
+        onRejected: root.review.answerConfirmation(false)
     }
 }

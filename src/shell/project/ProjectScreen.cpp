@@ -17,8 +17,7 @@ constexpr int kRowsPerPage = 10;
 
 ProjectScreen::ProjectScreen(CorvaneApp &app, media::MediaPlayer::Options player)
     : m_engine(std::move(player)),
-      m_player(m_engine),
-      m_review(app.store(), m_player, reviewServices()),
+      m_review(app.store(), m_engine, reviewServices()),
       m_banners(app.store()),
       m_importFlow(&app.store()),
       m_importing(m_importFlow, app.panels(), app.clock()),
@@ -121,7 +120,7 @@ bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
     if (modifiers & ~Qt::ShiftModifier) {
         return false;
     }
-    const int all = m_review.list().rowCount();
+    const int all = m_review.list()->rowCount();
     int rows = 0;
     switch (key) {
     case Qt::Key_Up:
@@ -145,7 +144,7 @@ bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
     default:
         return false;
     }
-    m_review.selection().moveSelection(rows, modifiers);
+    m_review.selection()->moveSelection(rows, modifiers);
     return true;
 }
 

@@ -3,8 +3,8 @@
 #include "delivery/export/ExportSheet.h"
 #include "delivery/handoff/HandoffSheet.h"
 #include "import/ImportSheet.h"
-#include "review/EngineReviewPlayer.h"
 #include "review/MediaBanners.h"
+#include "review/PlayerEngine.h"
 #include "review/ReviewScreenState.h"
 #include "shell/CorvaneApp.h"
 #include "shell/FileReveal.h"
@@ -47,9 +47,6 @@ class ProjectScreen : public OpenProjectScreen {
     bool isRunning() const override { return m_isRunning; }
     void cancelRuns() override;
 
-    bool isImporting() const { return m_importing.isOpen(); }
-    bool isExporting() const { return m_exporting.isOpen(); }
-    bool isHandingOff() const { return m_handoff.isOpen(); }
     // Open a sheet. Export and handoff need something that is selected for export.
     void requestImport();
     void requestExport();
@@ -67,13 +64,14 @@ class ProjectScreen : public OpenProjectScreen {
   private:
     void connectRequests(AppRequests &requests);
     void connectFlows();
-    bool isSheetOpen() const { return isImporting() || isExporting() || isHandingOff(); }
+    bool isSheetOpen() const {
+        return m_importing.isOpen() || m_exporting.isOpen() || m_handoff.isOpen();
+    }
     void leaveImport();
     void updateRunning();
     bool moveInList(int key, Qt::KeyboardModifiers modifiers);
 
     PlayerEngine m_engine;
-    EngineReviewPlayer m_player;
     ReviewScreenState m_review;
     MediaBanners m_banners;
 

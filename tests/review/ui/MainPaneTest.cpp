@@ -71,13 +71,13 @@ TEST_F(MainPaneTest, SeeksOnceForAClickAndAtEveryChangeOfADragEvenOutside) {
         {.filmstrip = [](QString, QString, QString, std::stop_token) -> QCoro::Task<QStringList> {
             co_return QStringList{text("0.jpg"), text("1.jpg")};
         }});
-    state.selection().selectClip(text("clip-1"));
+    state.selection()->selectClip(text("clip-1"));
     Screen view(kPane, kSize, {{text("review"), QVariant::fromValue(&state)}});
     EXPECT_FALSE(view.shows(text("filmstrip"))) << "no filmstrip for an id that is not a UUID";
-    state.filmstrip().start(newIdentifier(), {}, folder.path());
-    state.selection().selectSubclip(text("clip-1"), subclip(1).id);
+    state.filmstrip()->start(newIdentifier(), {}, folder.path());
+    state.selection()->selectSubclip(text("clip-1"), subclip(1).id);
     QList<double> seeks;
-    QObject::connect(&player, &ReviewPlayer::currentSecondsChanged, &player,
+    QObject::connect(&player, &ReviewPlayer::currentTimeChanged, &player,
                      [&] { seeks.append(player.current); });
     const auto near = [](double seconds) { return testing::DoubleNear(seconds, 0.02); };
     player.range.reset(); // the fake player would clamp seeks to it
@@ -130,7 +130,7 @@ TEST_F(MainPaneTest, ShowsTheDraftMarksUnlessTheDurationIsUnknown) {
                 rectOf(view, "scrubber.out").center().x(), 1);
     view.picture(text("mainpane-marks"));
     player.duration = 0;
-    Q_EMIT player.durationSecondsChanged();
+    Q_EMIT player.durationChanged();
     for (const char *mark : {"scrubber.in", "scrubber.range", "scrubber.knob", "bars.0"}) {
         EXPECT_FALSE(view.shows(text(mark))) << mark;
     }
@@ -143,7 +143,7 @@ TEST_F(MainPaneTest, PlaysASubclipFromItsBarWithoutResizingTheVideo) {
     EXPECT_NEAR(rectOf(view, "bars.1").left(), track.left() + track.width() * 0.2, 1);
     EXPECT_EQ(Screen::accessibleName(view.item(text("bars.1"))), text("Subclip 2"));
     view.click(text("bars.1"));
-    EXPECT_EQ(screen.selection().activeSubclipId(), subclip(1).id);
+    EXPECT_EQ(screen.selection()->activeSubclipId(), subclip(1).id);
     EXPECT_FALSE(view.shows(text("bars.0")));
     EXPECT_EQ(rectOf(view, "playerView"), picture);
     EXPECT_EQ(Screen::accessibleName(view.item(text("subclipBanner.name"))), text("Subclip 2"));
@@ -172,7 +172,7 @@ TEST_F(MainPaneTest, TabFollowsReadingOrderAndHiddenControlsReturnTheFocus) {
     view.key(Qt::Key_Tab);
     EXPECT_EQ(view.focused()->objectName(), text("subclipBanner.close"));
     view.key(Qt::Key_Space);
-    EXPECT_FALSE(screen.selection().isInSubclipMode());
+    EXPECT_FALSE(screen.selection()->isInSubclipMode());
     EXPECT_EQ(view.focused()->objectName(), text("screen"));
 }
 
@@ -235,7 +235,7 @@ TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
     view.key(Qt::Key_Return);
     EXPECT_EQ(subclip(0).label, std::nullopt);
     EXPECT_EQ(keysOfScreen(view), 1);
-    EXPECT_FALSE(screen.selection().isInSubclipMode())
+    EXPECT_FALSE(screen.selection()->isInSubclipMode())
         << "clicking the name doesn't play the subclip";
 }
 
@@ -251,27 +251,27 @@ TEST_F(MainPaneTest, RatesMarksPlaysAndDeletesASubclipByPointerAndByKeys) {
     view.click(text("subclip.0.favorite"));
     view.click(text("subclip.0.selected"));
     EXPECT_TRUE(subclip(0).favorite && subclip(0).selectedForExport != wasMarked);
-    EXPECT_FALSE(screen.selection().isInSubclipMode()) << "its buttons don't play the subclip";
+    EXPECT_FALSE(screen.selection()->isInSubclipMode()) << "its buttons don't play the subclip";
     EXPECT_EQ(view.focused()->objectName(), text("screen")) << "they don't take the focus";
 
     view.click(text("subclip.1.delete"));
     ASSERT_EQ(clip(1).subclips.size(), 1);
     EXPECT_FALSE(view.shows(text("subclip.1")));
     view.click(text("subclip.0"));
-    EXPECT_EQ(screen.selection().activeSubclipId(), subclip(0).id);
+    EXPECT_EQ(screen.selection()->activeSubclipId(), subclip(0).id);
     EXPECT_TRUE(view.shows(text("subclipBanner")));
-    screen.selection().exitSubclipMode();
+    screen.selection()->exitSubclipMode();
 
     view.item(text("subclip.0"))->forceActiveFocus(Qt::TabFocusReason);
     view.key(Qt::Key_Return);
-    EXPECT_TRUE(screen.selection().isInSubclipMode());
-    screen.selection().exitSubclipMode();
+    EXPECT_TRUE(screen.selection()->isInSubclipMode());
+    screen.selection()->exitSubclipMode();
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_5);
     EXPECT_EQ(subclip(0).rating, 5);
     view.key(Qt::Key_Space);
-    EXPECT_FALSE(screen.selection().isInSubclipMode())
+    EXPECT_FALSE(screen.selection()->isInSubclipMode())
         << "stars ignore the key, so the screen handles it";
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Space);
@@ -284,17 +284,17 @@ TEST_F(MainPaneTest, RatesMarksPlaysAndDeletesASubclipByPointerAndByKeys) {
 TEST_F(MainPaneTest, StopsARemovedClipUntilItIsRestored) {
     const Screen view = open();
     EXPECT_TRUE(view.shows(text("picture")));
-    screen.transport().togglePlayback();
+    screen.transport()->togglePlayback();
     const Project whole = *store.project();
     Project without = whole;
     without.videos.removeAt(1);
     store.updateProject(without);
-    EXPECT_FALSE(screen.transport().isPlaying());
+    EXPECT_FALSE(screen.transport()->isPlaying());
     EXPECT_FALSE(view.shows(text("picture")));
     EXPECT_TRUE(view.shows(text("player.none")));
     store.updateProject(whole);
     EXPECT_TRUE(view.shows(text("picture")));
-    EXPECT_TRUE(screen.selection().hasSelectedVideo());
+    EXPECT_TRUE(screen.selection()->hasSelectedVideo());
 }
 
 } // namespace corvane::test

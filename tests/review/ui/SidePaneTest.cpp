@@ -89,14 +89,14 @@ class SidePaneTest : public ReviewScreenTest {
 
 TEST_F(SidePaneTest, ClicksSelectRowsAndMarkRangesWithoutMovingTheFocus) {
     clickOn("clip-clip-0");
-    EXPECT_EQ(screen.selection().selectedVideoId(), QStringLiteral("clip-0"));
+    EXPECT_EQ(screen.selection()->selectedVideoId(), QStringLiteral("clip-0"));
     EXPECT_TRUE(row("clip-clip-0")->property("current").toBool());
     clickOn("clip-clip-1", Qt::ControlModifier);
     clickOn("clip-clip-2", Qt::ShiftModifier);
     EXPECT_EQ(marked(), (QStringList{QStringLiteral("clip-1"), QStringLiteral("clip-1-sub-0"),
                                      QStringLiteral("clip-1-sub-1"), QStringLiteral("clip-2")}));
     EXPECT_TRUE(row("sub-clip-1-sub-0")->property("selected").toBool());
-    EXPECT_EQ(screen.selection().selectedVideoId(), QStringLiteral("clip-0"));
+    EXPECT_EQ(screen.selection()->selectedVideoId(), QStringLiteral("clip-0"));
     clickOn("clip-clip-3");
     EXPECT_EQ(marked(), QStringList());
     EXPECT_TRUE(hasKeys());
@@ -113,7 +113,7 @@ TEST_F(SidePaneTest, MovesThroughAllRowsByKeysIfTheListHasTheFocus) {
     key(Qt::Key_Down);
     key(Qt::Key_Return);
     player.becomeReady();
-    EXPECT_TRUE(window.waitFor([&] { return screen.selection().activeSubclipId().has_value(); }));
+    EXPECT_TRUE(window.waitFor([&] { return screen.selection()->activeSubclipId().has_value(); }));
     key(Qt::Key_Down, Qt::ShiftModifier);
     key(Qt::Key_Space, Qt::ShiftModifier);
     EXPECT_EQ(marked().size(), 2);
@@ -157,7 +157,7 @@ TEST_F(SidePaneTest, DescribesRowsToScreenReaders) {
 TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesOnlyNames) {
     store.setRating(QStringLiteral("clip-0"), 5);
     for (const bool large : {false, true}) {
-        screen.filterBar().setUseLargeThumbnails(large);
+        screen.filterBar()->setUseLargeThumbnails(large);
         for (const int width : {160, 220, 380}) {
             window.root()->setProperty("paneWidth", width);
             window.picture(QStringLiteral("side-pane-%1-%2").arg(large).arg(width));
@@ -188,14 +188,14 @@ TEST_F(SidePaneTest, KeepsTheFirstVisibleClipAtTheTopAndDoesNotScrollForEdits) {
     EXPECT_FALSE(window.shows(QStringLiteral("clip-clip-5")));
 
     for (const bool large : {true, false}) {
-        screen.filterBar().setUseLargeThumbnails(large);
+        screen.filterBar()->setUseLargeThumbnails(large);
         window.picture();
         EXPECT_NEAR(row("clip-clip-2")->y(), top(), 3) << large;
     }
-    screen.filterBar().setUseLargeThumbnails(true);
+    screen.filterBar()->setUseLargeThumbnails(true);
     EXPECT_TRUE(window.property(QStringLiteral("sidePane.largeThumbnails"), "checked").toBool());
     window.click(QStringLiteral("sidePane.largeThumbnails"));
-    EXPECT_FALSE(screen.filterBar().useLargeThumbnails());
+    EXPECT_FALSE(screen.filterBar()->useLargeThumbnails());
 }
 
 TEST_F(SidePaneTest, SwapsTheListForTheInspectorAndBack) {
@@ -206,7 +206,7 @@ TEST_F(SidePaneTest, SwapsTheListForTheInspectorAndBack) {
     window.click(info);
     EXPECT_TRUE(window.waitFor([&] { return !window.shows(QStringLiteral("review.list")); }));
     EXPECT_EQ(window.item(QStringLiteral("inspector"))->property("inspector").value<QObject *>(),
-              &screen.inspector());
+              screen.inspector());
     EXPECT_EQ(window.property(QStringLiteral("sidePane.title"), "text"), QStringLiteral("clip-1"));
     EXPECT_EQ(Screen::accessibleName(window.item(info)), QStringLiteral("Back to clip list"));
     window.click(info);
@@ -241,7 +241,7 @@ TEST_F(SidePaneTest, FiltersTheListByTheControlsOfTheFilterRow) {
 
     click("filter.search");
     window.type(QStringLiteral("CLIP-29 "));
-    EXPECT_EQ(screen.filterBar().searchQuery(), QStringLiteral("CLIP-29 "));
+    EXPECT_EQ(screen.filterBar()->searchQuery(), QStringLiteral("CLIP-29 "));
     EXPECT_EQ(is("filter.count", "text"), QStringLiteral("11 of 300 visible"));
     click("filter.addToSelects");
     EXPECT_EQ(store.statusMessage(), QStringLiteral("Marked 11 clips for export"));
@@ -256,7 +256,7 @@ TEST_F(SidePaneTest, FiltersTheListByTheControlsOfTheFilterRow) {
 
 TEST_F(SidePaneTest, TabFollowsReadingOrder) {
     clickOn("clip-clip-1");
-    screen.filterBar().setSearchQuery(QStringLiteral("clip"));
+    screen.filterBar()->setSearchQuery(QStringLiteral("clip"));
     QStringList reached;
     for (int steps = 0; steps < 16; ++steps) {
         key(Qt::Key_Tab);

@@ -234,8 +234,8 @@ TEST_F(BadInputTest, ThePlayerCopesWithEveryKindOfFileInTheList) {
                                   Qt::Key_Return, Qt::Key_Escape, Qt::Key_F}) {
             screen->key(key);
         }
-        EXPECT_TRUE(review().selection().selectedVideo()->favorite);
-        EXPECT_EQ(review().selection().selectedVideo()->subclips.size(), 0);
+        EXPECT_TRUE(review().selection()->selectedVideo()->favorite);
+        EXPECT_EQ(review().selection()->selectedVideo()->subclips.size(), 0);
     };
     for (int unreadable = 0; unreadable < 2; ++unreadable) {
         choose(false);

@@ -72,13 +72,14 @@ TEST_F(ShellTest, OpensOneSheetAtATimeAndADeliveryOnlyWithSelects) {
     open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
     screen.requestExport();
     screen.requestHandoff();
-    EXPECT_FALSE(screen.isExporting() || screen.isHandingOff());
+    EXPECT_FALSE(screen.exporting()->isOpen() || screen.handoff()->isOpen());
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
     screen.requestExport();
     screen.requestImport();
     screen.requestHandoff();
-    EXPECT_TRUE(screen.isExporting() && !screen.isImporting() && !screen.isHandingOff());
+    EXPECT_TRUE(screen.exporting()->isOpen() && !screen.importing()->isOpen() &&
+                !screen.handoff()->isOpen());
     screen.exporting()->dismiss();
     screen.requestImport();
-    EXPECT_TRUE(screen.isImporting() && !screen.isExporting());
+    EXPECT_TRUE(screen.importing()->isOpen() && !screen.exporting()->isOpen());
 }

@@ -71,7 +71,7 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
     /// The selected clip's marks, the playback rate and position, and the draft range:
     /// "3FS x1 5.00 in 2.50".
     std::string state() {
-        const VideoRecord *const clip = review().selection().selectedVideo();
+        const VideoRecord *const clip = review().selection()->selectedVideo();
         if (!clip) {
             return "none";
         }
@@ -79,8 +79,8 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
             return time ? name + seconds(*time) : std::string();
         };
         return marks(*clip) + " x" + QString::number(engine().rate()).toStdString() + ' ' +
-               seconds(engine().currentSeconds()) + draft(" in ", review().marking().draftIn()) +
-               draft(" out ", review().marking().draftOut());
+               seconds(engine().currentSeconds()) + draft(" in ", review().marking()->draftIn()) +
+               draft(" out ", review().marking()->draftOut());
     }
     const VideoRecord &clip(int index) { return *app.store().project()->videos.at(index); }
     const Subclip &subclip(int clipIndex, int index) { return clip(clipIndex).subclips.at(index); }
@@ -97,7 +97,7 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
         return all.join(QLatin1Char(' ')).toStdString();
     }
     qsizetype markedRows() {
-        const MultiSelection &rows = review().selection().multiSelection();
+        const MultiSelection &rows = review().selection()->multiSelection();
         return rows.multiSelectedClipIds.size() + rows.multiSelectedSubclipIds.size();
     }
     /// Presses a delete key and answers the confirmation with a key. Returns the alert's title.
@@ -182,7 +182,7 @@ TEST_F(ReviewKeysTest, InSubclipModeKeysEditTheSubclip) {
     EXPECT_EQ(document(), "4R-1-3FS 0R-0-0 0R-0-0");
     EXPECT_EQ(confirm("Backspace", "Return"), "Delete \"Subclip 1\"?");
     EXPECT_EQ(document(), "4R-3FS 0R-0-0 0R-0-0");
-    EXPECT_FALSE(review().selection().isInSubclipMode());
+    EXPECT_FALSE(review().selection()->isInSubclipMode());
     EXPECT_EQ(confirm("Del", "Esc"), "Reject \"clip-0\"?");
     EXPECT_EQ(confirm("Del", "Return"), "Reject \"clip-0\"?");
     EXPECT_EQ(document(), "4RX-3FS 0R-0-0 0R-0-0");
@@ -210,9 +210,9 @@ TEST_F(ReviewKeysTest, KeysEditAllMarkedRowsInOneUndoStep) {
     EXPECT_EQ(markedRows(), 4);
     key("Esc");
     EXPECT_EQ(markedRows(), 0);
-    EXPECT_TRUE(review().marking().draftIn()) << "the first Esc cleared the marked rows";
+    EXPECT_TRUE(review().marking()->draftIn()) << "the first Esc cleared the marked rows";
     key("Esc");
-    EXPECT_FALSE(review().marking().draftIn());
+    EXPECT_FALSE(review().marking()->draftIn());
     click("sub-clip-0-sub-1", Qt::ControlModifier);
     click("clip-clip-2", Qt::ControlModifier);
     EXPECT_EQ(confirm("Backspace", "Return"), "Delete 1 subclip and reject 1 clip?");
@@ -299,8 +299,8 @@ TEST_F(ReviewKeysTest, AHeldKeyActsOnceButKeepsMovingThroughTheList) {
     key("Esc", true);
     ASSERT_TRUE(disappears("confirmation.accept") && reviewGetsFocus());
     key("Down", true);
-    EXPECT_EQ(review().selection().selectedVideoId(), QStringLiteral("clip-1"));
-    EXPECT_TRUE(review().selection().isInSubclipMode()) << "four rows further";
+    EXPECT_EQ(review().selection()->selectedVideoId(), QStringLiteral("clip-1"));
+    EXPECT_TRUE(review().selection()->isInSubclipMode()) << "four rows further";
     key("Ctrl+O", true);
     EXPECT_EQ(panels.shown, 1);
 }
