@@ -16,11 +16,12 @@ QString numbered(const QString &name, int number) {
     return QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), extension);
 }
 
-/// Reserves unique names. Remembers the last number of each name, so that reserving takes constant
-/// time even for thousands of equal names.
-class NameReserver {
+/// Makes names unique as "name (2)", with case. Remembers the last number of each name, so that
+/// reserving takes constant time even for thousands of equal names. (Deliveries number differently,
+/// see `NameReserver` in transfer.)
+class UniqueNames {
   public:
-    explicit NameReserver(QSet<QString> taken) : m_taken(std::move(taken)) {}
+    explicit UniqueNames(QSet<QString> taken) : m_taken(std::move(taken)) {}
 
     /// Returns the name if it is free, else the name with the first free number.
     QString reserve(const QString &name) {
@@ -74,7 +75,7 @@ ImportPreviewRow makeRow(const ScannedVideo &video) {
     return row;
 }
 
-void reserveNames(ImportPreviewRow &row, NameReserver &names) {
+void reserveNames(ImportPreviewRow &row, UniqueNames &names) {
     const QString ownName = row.proposedName;
     row.proposedName = names.reserve(ownName);
     const bool isRenamed = row.proposedName != ownName;
@@ -94,8 +95,8 @@ QList<ImportPreviewRow> buildPreviewRows(const QList<ScannedVideo> &scannedVideo
                                          const std::optional<QString> &destinationFolder) {
     const QSet<QString> known = project ? contentHashes(*project) : QSet<QString>();
     const bool isCopied = mode == SourceImportMode::copied;
-    NameReserver names(isCopied && destinationFolder ? namesIn(*destinationFolder)
-                                                     : QSet<QString>());
+    UniqueNames names(isCopied && destinationFolder ? namesIn(*destinationFolder)
+                                                    : QSet<QString>());
     QList<ImportPreviewRow> rows;
     rows.reserve(scannedVideos.size());
     for (const ScannedVideo &video : scannedVideos) {

@@ -94,12 +94,4 @@ quint64 estimatedBytes(const QList<HandoffClip> &clips) {
     return std::isfinite(bytes) ? quint64(std::clamp(bytes, 0.0, kMost)) : quint64(kMost);
 }
 
-bool needsExportSession(const HandoffPlan &plan) {
-    return plan.mode == ExportBatch::Mode::accurateTranscode ||
-           plan.outputMode == HandoffOutputMode::primaryAndHd ||
-           std::ranges::any_of(plan.clips, [](const HandoffClip &clip) {
-               return !clip.standaloneSubclips.isEmpty();
-           });
-}
-
 } // namespace corvane

@@ -30,7 +30,4 @@ QString packageName(const QString &projectName);
 /// Estimated size of the primary outputs. Clips of unknown size count as 0.
 quint64 estimatedBytes(const QList<HandoffClip> &clips);
 
-/// True if the plan needs an export session.
-bool needsExportSession(const HandoffPlan &plan);
-
 } // namespace corvane

@@ -76,11 +76,6 @@ bool SelectsHandoffViewModel::canStart(const Project &project) const {
            stage() != Stage::running && !planClips(project).isEmpty();
 }
 
-bool SelectsHandoffViewModel::lacksSessions(const Project &project) const {
-    return choices().destinationFolder && !m_sessions.canCreateSessions() &&
-           needsExportSession(makePlan(project, choices()));
-}
-
 std::shared_ptr<DeliveryRun> SelectsHandoffViewModel::prepareRun(const Project &project) {
     if (!choices().destinationFolder) {
         return nullptr;

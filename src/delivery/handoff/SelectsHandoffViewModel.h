@@ -38,8 +38,6 @@ class SelectsHandoffViewModel
     /// Moves or adds the folder to the front of the recent ones.
     void noteDestination(const QString &folder);
     bool canStart(const Project &project) const;
-    /// True if a part of the package needs export sessions and there are none.
-    bool lacksSessions(const Project &project) const;
 
   Q_SIGNALS:
     void recentDestinationsChanged();
