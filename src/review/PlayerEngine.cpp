@@ -100,9 +100,6 @@ void PlayerEngine::seek(double seconds) {
 }
 
 void PlayerEngine::stepFrames(int frames) {
-    if (m_fps <= 0) {
-        return;
-    }
     if (m_isReady && m_naturalSize.isEmpty()) {
         seek(currentSeconds() + frames / m_fps); // audio only
         return;

@@ -1,4 +1,4 @@
-// A section of the inspector with a heading.
+// A section of the inspector with a heading, as wide as its parent.
 //   title: string; its content below
 import QtQuick
 import Corvane.Kit
@@ -8,6 +8,7 @@ Column {
 
     required property string title
 
+    width: parent.width
     spacing: Theme.spacing6
 
     Label {

@@ -46,7 +46,6 @@ Rectangle {
             Rule {}
 
             InspectorSection {
-                width: parent.width
                 title: qsTr("Rating")
 
                 StarRating {
@@ -59,7 +58,6 @@ Rectangle {
             }
 
             InspectorSection {
-                width: parent.width
                 title: qsTr("Flags")
 
                 FlagButtons {
@@ -71,7 +69,6 @@ Rectangle {
             Rule {}
 
             InspectorSection {
-                width: parent.width
                 title: qsTr("Notes")
 
                 NotesField {
@@ -82,7 +79,6 @@ Rectangle {
             }
 
             InspectorSection {
-                width: parent.width
                 title: qsTr("Tags")
 
                 TagsEditor {
@@ -94,7 +90,6 @@ Rectangle {
             Rule {}
 
             InspectorSection {
-                width: parent.width
                 title: qsTr("Source")
 
                 FactChip {

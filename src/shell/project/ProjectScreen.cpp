@@ -48,24 +48,27 @@ void ProjectScreen::connectFlows() {
     }
 }
 
-void ProjectScreen::requestImport() {
+/// Opens a sheet, unless one is open.
+template <class Sheet> void ProjectScreen::open(Sheet &sheet) {
     if (!isSheetOpen()) {
         m_engine.pause();
-        m_importing.open();
+        sheet.open();
     }
 }
 
+void ProjectScreen::requestImport() {
+    open(m_importing);
+}
+
 void ProjectScreen::requestExport() {
-    if (!isSheetOpen() && m_review.hasSelects()) {
-        m_engine.pause();
-        m_exporting.open();
+    if (m_review.hasSelects()) {
+        open(m_exporting);
     }
 }
 
 void ProjectScreen::requestHandoff() {
-    if (!isSheetOpen() && m_review.hasSelects()) {
-        m_engine.pause();
-        m_handoff.open();
+    if (m_review.hasSelects()) {
+        open(m_handoff);
     }
 }
 

@@ -67,6 +67,7 @@ class ProjectScreen : public OpenProjectScreen {
     bool isSheetOpen() const {
         return m_importing.isOpen() || m_exporting.isOpen() || m_handoff.isOpen();
     }
+    template <class Sheet> void open(Sheet &sheet);
     void leaveImport();
     void updateRunning();
     bool moveInList(int key, Qt::KeyboardModifiers modifiers);
