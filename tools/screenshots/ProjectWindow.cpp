@@ -64,7 +64,7 @@ Screenshot ProjectWindow::screenshot(const char *name, Arrange arrange, QSize si
 }
 
 bool ProjectWindow::show(const char *fileName, double seconds) {
-    review().selection().selectClip(SampleShoot::clip(app(), fileName));
+    review().selection()->selectClip(SampleShoot::clip(app(), fileName));
     return waitUntil([this] { return screen().engine()->isReady(); }) && seek(seconds);
 }
 
@@ -96,14 +96,14 @@ bool ProjectWindow::isFrameDrawn() {
 
 bool ProjectWindow::waitUntilDrawn() {
     return waitUntil([this] {
-        bool isDrawn = !review().filmstrip().filmstripGenerating();
+        bool isDrawn = !review().filmstrip()->filmstripGenerating();
         visitVisible(window().contentItem(), [&](QQuickItem *item) {
             if (item->inherits("corvane::JpegImage") &&
                 !item->property("path").toString().isEmpty()) {
                 isDrawn = isDrawn && item->property("isLoaded").toBool();
             }
         });
-        return isDrawn && (!review().selection().hasSelectedVideo() || isFrameDrawn());
+        return isDrawn && (!review().selection()->hasSelectedVideo() || isFrameDrawn());
     });
 }
 

@@ -11,10 +11,10 @@ constexpr QSize kLarge(1920, 1080);
 
 void markRow(ProjectWindow &projectWindow, const char *fileName) {
     const QString id = QStringLiteral("clip-") + SampleShoot::clip(projectWindow.app(), fileName);
-    const ReviewListModel &list = projectWindow.review().list();
+    const ReviewListModel &list = *projectWindow.review().list();
     for (int row = 0; row < list.rowCount(); ++row) {
         if (list.index(row).data(ReviewListModel::RowIdRole) == id) {
-            projectWindow.review().selection().clickRow(row, Qt::ControlModifier);
+            projectWindow.review().selection()->clickRow(row, Qt::ControlModifier);
         }
     }
 }
@@ -24,13 +24,13 @@ void press(ProjectWindow &projectWindow, int key, Qt::KeyboardModifiers modifier
 }
 
 bool inSubclipMode(ProjectWindow &projectWindow) {
-    projectWindow.review().filterBar().click(FilterBar::Chip::showRejects);
-    projectWindow.review().filterBar().setSearchQuery(QStringLiteral("tide"));
+    projectWindow.review().filterBar()->click(FilterBar::Chip::showRejects);
+    projectWindow.review().filterBar()->setSearchQuery(QStringLiteral("tide"));
     if (!projectWindow.show(SampleShoot::kMainClip, 0)) {
         return false;
     }
-    const Subclip second = projectWindow.review().selection().selectedVideo()->subclips.at(1);
-    projectWindow.review().selection().activateSubclip(second);
+    const Subclip second = projectWindow.review().selection()->selectedVideo()->subclips.at(1);
+    projectWindow.review().selection()->activateSubclip(second);
     if (!projectWindow.seek(second.inSeconds + 1.1)) {
         return false;
     }
@@ -41,7 +41,7 @@ bool inSubclipMode(ProjectWindow &projectWindow) {
     press(projectWindow, Qt::Key_O);
     markRow(projectWindow, "A003_C007_0612.MOV");
     markRow(projectWindow, "A003_C008_0612.MOV");
-    projectWindow.review().panes().toggleSubclipDrawer();
+    projectWindow.review().panes()->toggleSubclipDrawer();
     projectWindow.app().store().setStatus(QStringLiteral("Marked 2 subclips for export"));
     return projectWindow.seek(second.inSeconds + 2.8) && projectWindow.waitUntilDrawn();
 }
@@ -58,7 +58,7 @@ Screenshot subclipMode(const char *name, QSize size, int sidePane) {
 
 bool marking(ProjectWindow &projectWindow) {
     projectWindow.resizeSidePane(300);
-    projectWindow.review().filterBar().chooseRating(4);
+    projectWindow.review().filterBar()->chooseRating(4);
     if (!projectWindow.show(SampleShoot::kMainClip, 12.96)) {
         return false;
     }
@@ -70,24 +70,24 @@ bool marking(ProjectWindow &projectWindow) {
     if (!projectWindow.seek(17.2) || !projectWindow.waitUntilDrawn()) {
         return false;
     }
-    projectWindow.review().transport().togglePlayback();
+    projectWindow.review().transport()->togglePlayback();
     return waitUntil([&projectWindow] { return projectWindow.screen().engine()->isPlaying(); });
 }
 
 bool largeThumbnails(ProjectWindow &projectWindow) {
     projectWindow.resizeSidePane(300);
-    projectWindow.review().filterBar().setUseLargeThumbnails(true);
+    projectWindow.review().filterBar()->setUseLargeThumbnails(true);
     projectWindow.app().store().setStatus(QStringLiteral("Cleared 2 clips from selects"));
     return projectWindow.show(SampleShoot::kMainClip, 17.2) && projectWindow.waitUntilDrawn();
 }
 
 bool inspector(ProjectWindow &projectWindow) {
     projectWindow.resizeSidePane(300);
-    projectWindow.review().panes().toggleSubclipDrawer();
+    projectWindow.review().panes()->toggleSubclipDrawer();
     if (!projectWindow.show(SampleShoot::kMainClip, 17.2)) {
         return false;
     }
-    projectWindow.review().panes().toggleInspector();
+    projectWindow.review().panes()->toggleInspector();
     const auto newTag = [&projectWindow] {
         return projectWindow.window().findChild<QQuickItem *>(QStringLiteral("inspector.newTag"));
     };
@@ -100,8 +100,8 @@ bool inspector(ProjectWindow &projectWindow) {
 
 bool nothingMatches(ProjectWindow &projectWindow) {
     projectWindow.resizeSidePane(300);
-    projectWindow.review().filterBar().setSearchQuery(QStringLiteral("rain on glass"));
-    projectWindow.review().filterBar().click(FilterBar::Chip::favorites);
+    projectWindow.review().filterBar()->setSearchQuery(QStringLiteral("rain on glass"));
+    projectWindow.review().filterBar()->click(FilterBar::Chip::favorites);
     return projectWindow.waitUntilDrawn();
 }
 
