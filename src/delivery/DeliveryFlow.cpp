@@ -103,8 +103,11 @@ void DeliveryFlow::requestCancel() {
 
 void DeliveryFlow::abort() {
     if (m_stage == Stage::running) {
+        const CancelStage before = cancelStage();
         m_cancelToken->abort();
-        Q_EMIT cancelStageChanged();
+        if (cancelStage() != before) {
+            Q_EMIT cancelStageChanged();
+        }
     }
 }
 

@@ -126,7 +126,8 @@ class ProjectStore : public ProjectEditor {
     /// Sets a field and emits its signal if the value differs.
     template <typename Value>
     void publish(Value &field, Value value, void (ProjectStore::*changed)()) {
-        if (std::exchange(field, std::move(value)) != field) {
+        if (field != value) {
+            field = std::move(value);
             Q_EMIT(this->*changed)();
         }
     }
