@@ -36,13 +36,25 @@ class DeliveryTest : public TransferTest {
         await(store.openProject(projectFile));
         await(store.flushPendingSave());
     }
+    /// An error without the path of the test folder.
+    std::string shortened(std::optional<QString> error) const {
+        return error.value_or(QString()).remove(folder.path()).toStdString();
+    }
+    /// The shortened errors of a result's failed rows.
+    template <typename Result> std::vector<std::string> errorsOf(const Result &result) const {
+        std::vector<std::string> errors;
+        for (const auto &row : result.failed) {
+            errors.push_back(shortened(row.error));
+        }
+        return errors;
+    }
 
     ProjectFileIO io;
-    ProjectRegistry registry{folder.at(text("data")), clock};
+    ProjectRegistry registry{folder.at("data"), clock};
     BackupService backups{clock};
-    MediaSourceAuthorization authorization{folder.folder(text("data"))};
+    MediaSourceAuthorization authorization{folder.folder("data")};
     ProjectStore store{io, registry, backups, authorization, clock};
-    QString projectFile = folder.folder(text("project")) + text("/Harbor.corvane");
+    QString projectFile = folder.folder("project") + text("/Harbor.corvane");
     Project project = sampleProject(0);
 };
 

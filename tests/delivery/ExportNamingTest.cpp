@@ -83,7 +83,7 @@ TEST(ExportNaming, BuildsTheNamesOfThePresets) {
     EXPECT_EQ(nameless.baseName, text("Project"));
 }
 
-TEST(ExportNaming, SanitizesToWhatMayStandInAFileName) {
+TEST(ExportNaming, RemovesCharactersThatFileNamesCannotContain) {
     const std::pair<const char *, const char *> table[] = {
         {"a/b:c\\d", "abcd"}, {" a \u00A0\u2003 b ", "a b"},
         {"a\tb\x7f", "ab"},   {"..hidden", "hidden"},
@@ -91,12 +91,12 @@ TEST(ExportNaming, SanitizesToWhatMayStandInAFileName) {
         {":/", ""},           {". ..x", "..x"},
         {"Süd 🎬", "Süd 🎬"},
     };
-    for (const auto &[given, expected] : table) {
-        EXPECT_EQ(sanitizeNameComponent(text(given)), text(expected)) << given;
+    for (const auto &[name, expected] : table) {
+        EXPECT_EQ(sanitizeNameComponent(text(name)), text(expected)) << name;
     }
 }
 
-TEST(ExportNaming, FindsTheNumberThatACameraPutAtTheEnd) {
+TEST(ExportNaming, FindsTheFileNumberOfACamera) {
     const std::pair<const char *, const char *> table[] = {
         {"C0012.MP4", "C0012"},    {"IMG_1234.MOV", "1234"}, {"clip-007.mov", "007"},
         {"take12.mov", ""},        {"DSC0042.MOV", ""},      {"A001_C002_0101AB.mov", ""},
@@ -130,7 +130,7 @@ TEST(ExportNaming, NumbersANameThatIsTakenByNameOrStem) {
               text("Take (4).MOV"));
 }
 
-TEST(NameReserver, HandsOutWhatThePlainFunctionWould) {
+TEST(NameReserver, ReservesTheSameNamesAsUniqueExportName) {
     QRandomGenerator random(7);
     const QStringList stems{text("a"), text("A"),         text("a (2)"),
                             text("b"), text("a (2) (2)"), QString()};
@@ -153,7 +153,7 @@ TEST(NameReserver, HandsOutWhatThePlainFunctionWould) {
     }
 }
 
-TEST(NameReserver, GoesOnByTheTimeOnceTheNumbersAreUsedUp) {
+TEST(NameReserver, AppendsTheTimeOnceAllNumbersAreTaken) {
     NameReserver reserver([] { return qint64(1'700'000'000); });
     QSet<QString> names;
     for (int count = 0; count < 10'000; ++count) {

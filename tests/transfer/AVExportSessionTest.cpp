@@ -36,7 +36,7 @@ class AVExportSessionTest : public TransferTest {
 
     const QByteArray bytes = noise(70'000);
     const QString source = folder.write(footage("clip"), bytes);
-    const QString destination = folder.write(text("out/clip.mp4"), "older");
+    const QString destination = folder.write("out/clip.mp4", "older");
     AVExportSession::Transcode job{.source = source,
                                    .destination = destination,
                                    .preset = ExportPreset::passthrough,
@@ -71,7 +71,7 @@ TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationOnceCom
     expectNoTemporaries();
 }
 
-TEST_F(AVExportSessionTest, WithoutAGrantReadsTheSourceItselfAndCreatesTheFolder) {
+TEST_F(AVExportSessionTest, ReadsTheSourceItselfWithoutAGrantAndCreatesTheFolder) {
     job.expectedIdentity.reset();
     job.range.reset();
     job.destination = at("out/HD/new.mp4");
@@ -98,9 +98,9 @@ TEST_F(AVExportSessionTest, KeepsTheDestinationAndLeavesNoTemporaryOnFailure) {
     job.range = {12.5, 12.5};
     EXPECT_EQ(transcode(sessions), text("Time range invalid: in=12.5, out=12.5"));
     job.range->outSeconds = 13;
-    sessions.makesNone = true;
+    sessions.canNotCreate = true;
     EXPECT_EQ(transcode(sessions), text("AVAssetExportSession could not be created for clip"));
-    sessions.makesNone = false;
+    sessions.canNotCreate = false;
     sessions.halfway = [](const QString &) { throw Failure(text("No codec.")); };
     EXPECT_EQ(transcode(sessions), text("Export failed: No codec."));
     sessions.halfway = [](const QString &) { throw media::UnsupportedSource(QString()); };
@@ -110,7 +110,7 @@ TEST_F(AVExportSessionTest, KeepsTheDestinationAndLeavesNoTemporaryOnFailure) {
     EXPECT_EQ(transcode(sessions), text("Cancelled"));
     expectOldDestination();
     sessions.assets.clear();
-    EXPECT_EQ(transcode(sessions), text("Cancelled")) << "while the copy is made";
+    EXPECT_EQ(transcode(sessions), text("Cancelled")) << "during the private copy";
     EXPECT_TRUE(sessions.assets.isEmpty());
     expectOldDestination();
 }
@@ -131,7 +131,7 @@ TEST_F(AVExportSessionTest, RefusesASourceThatDiffersFromItsGrant) {
     expectOldDestination();
 }
 
-TEST_F(AVExportSessionTest, RefusesASourceWhoseCopyFindsNoRoom) {
+TEST_F(AVExportSessionTest, RefusesASourceIfTheTemporaryFolderIsFull) {
     files.setFreeSpace(60'000);
     EXPECT_EQ(
         transcode(sessions),
@@ -143,18 +143,18 @@ TEST_F(AVExportSessionTest, RefusesASourceWhoseCopyFindsNoRoom) {
     expectOldDestination();
 }
 
-TEST_F(AVExportSessionTest, RefusesADestinationThatIsNoFile) {
-    job.destination = folder.folder(text("out/folder"));
+TEST_F(AVExportSessionTest, RefusesADestinationThatIsNotAFile) {
+    job.destination = folder.folder("out/folder");
     const QString refusal =
         text("Something that isn't a file is already at %1. Rename it or pick another export "
              "folder, then run the export again.");
     EXPECT_EQ(transcode(sessions), refusal.arg(text("folder")));
-    job.destination = folder.link(text("out/link"), destination);
+    job.destination = folder.link("out/link", destination);
     EXPECT_EQ(transcode(sessions), refusal.arg(text("link")));
     expectOldDestination();
 }
 
-TEST_F(AVExportSessionTest, WithoutAFrameworkRefusesBeforeAnythingIsRead) {
+TEST_F(AVExportSessionTest, RefusesWithoutAFrameworkBeforeReadingTheSource) {
     NoExportSessions none;
     files.failAt(0, 0);
     EXPECT_EQ(transcode(none), text("AVAssetExportSession could not be created for clip"));

@@ -24,7 +24,7 @@ class FakeSessions : public media::ExportSessionFactory {
     std::unique_ptr<media::ExportSession> create(const QString &asset,
                                                  media::ExportPreset preset) override {
         assets.append(asset);
-        return makesNone ? nullptr : std::make_unique<Session>(*this, asset, preset);
+        return canNotCreate ? nullptr : std::make_unique<Session>(*this, asset, preset);
     }
     static QByteArray output(media::ExportPreset preset, const QByteArray &asset,
                              std::optional<media::MediaTimeRange> range = {}) {
@@ -36,14 +36,14 @@ class FakeSessions : public media::ExportSessionFactory {
     }
 
     QStringList assets; ///< in the order in which they were opened
-    bool makesNone = false;
+    bool canNotCreate = false;
     /// Called half way through each output, on the executor's thread, with the unfinished file.
     std::function<void(const QString &output)> halfway = [](const QString &) {};
 
   private:
     struct Session : media::ExportSession {
-        Session(FakeSessions &sessions, QString given, media::ExportPreset chosen)
-            : owner(sessions), asset(std::move(given)), preset(chosen) {}
+        Session(FakeSessions &sessions, QString path, media::ExportPreset chosen)
+            : owner(sessions), asset(std::move(path)), preset(chosen) {}
 
         void run(const QString &path, std::optional<media::MediaTimeRange> range,
                  std::stop_token stop) override {

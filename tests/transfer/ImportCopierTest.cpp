@@ -1,37 +1,28 @@
 #include "transfer/ImportCopier.h"
 
-#include "support/FaultyFileSystem.h"
-#include "support/TestFolder.h"
+#include "transfer/TransferFixture.h"
 #include "trust/ContentHasher.h"
 #include "trust/PathSafety.h"
 
-#include <gmock/gmock.h>
-
 #include <QDir>
-#include <QFile>
 #include <QHash>
 
 #include <cerrno>
 #include <sys/stat.h>
 
 using namespace corvane;
-using corvane::ImportCopier::CopyError;
-using corvane::ImportCopier::SourceRoot;
-using corvane::test::FaultyFileSystem;
-using corvane::test::noise;
-using corvane::test::TestFolder;
+using namespace corvane::test;
+using ImportCopier::CopyError;
+using ImportCopier::SourceRoot;
 
 namespace {
 
 using CopyKind = CopyError::Kind;
 
 /// A card with one clip of several blocks, and a destination that contains an older file.
-class ImportCopierTest : public testing::Test {
+class ImportCopierTest : public TransferTest {
   protected:
-    SourceRoot root() const {
-        const QString card = at("card");
-        return {card, PathSafety::folderIdentity(card)};
-    }
+    SourceRoot root() const { return {at("card"), PathSafety::folderIdentity(at("card"))}; }
     SourceRoot rootWithAnchor(const QString &anchor) const {
         SourceRoot anchored = root();
         anchored.identity->contentHash = anchor;
@@ -49,35 +40,32 @@ class ImportCopierTest : public testing::Test {
         }
         return std::nullopt;
     }
-    QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
-    QByteArray copied() const { return folder.read(QStringLiteral("out/clip.mov")); }
     void expectOldDestination() const {
-        EXPECT_EQ(copied(), "older");
-        EXPECT_THAT(folder.temporaries(), testing::IsEmpty());
+        EXPECT_EQ(delivered("clip.mov"), "older");
+        expectNoTemporaries();
     }
 
-    TestFolder folder;
     QByteArray bytes = noise((qsizetype(3) << 20) + 5);
-    QString source = folder.write(QStringLiteral("card/DCIM/clip.mov"), bytes);
-    QString destination = folder.write(QStringLiteral("out/clip.mov"), "older");
+    QString source = folder.write("card/DCIM/clip.mov", bytes);
+    QString destination = folder.write("out/clip.mov", "older");
 };
 
 qsizetype openDescriptors() {
-    return QDir(QStringLiteral("/proc/self/fd")).count();
+    return QDir(text("/proc/self/fd")).count();
 }
 
-/// The error kind for each failing operation, except for syncing the destination's folder.
+/// The error kind if an operation other than syncing the destination's folder fails.
 const QHash<QString, CopyKind> kErrorKinds{
-    {QStringLiteral("createFolders"), CopyKind::destinationUnwritable},
-    {QStringLiteral("openFolder"), CopyKind::sourceUnreadable},
-    {QStringLiteral("openFolderAt"), CopyKind::sourceUnreadable},
-    {QStringLiteral("openFileAt"), CopyKind::sourceUnreadable},
-    {QStringLiteral("read"), CopyKind::sourceUnreadable},
-    {QStringLiteral("createForWriting"), CopyKind::destinationUnwritable},
-    {QStringLiteral("write"), CopyKind::writeFailed},
-    {QStringLiteral("sync"), CopyKind::writeFailed},
-    {QStringLiteral("close"), CopyKind::writeFailed},
-    {QStringLiteral("rename"), CopyKind::renameFailed}};
+    {text("createFolders"), CopyKind::destinationUnwritable},
+    {text("openFolder"), CopyKind::sourceUnreadable},
+    {text("openFolderAt"), CopyKind::sourceUnreadable},
+    {text("openFileAt"), CopyKind::sourceUnreadable},
+    {text("read"), CopyKind::sourceUnreadable},
+    {text("createForWriting"), CopyKind::destinationUnwritable},
+    {text("write"), CopyKind::writeFailed},
+    {text("sync"), CopyKind::writeFailed},
+    {text("close"), CopyKind::writeFailed},
+    {text("rename"), CopyKind::renameFailed}};
 
 } // namespace
 
@@ -87,55 +75,52 @@ TEST_F(ImportCopierTest, CopiesExactlyTheBytesOfTheSourceAndReportsProgress) {
     const QString fresh = at("new/folder/clip.mov");
     QList<quint64> reported;
     ImportCopier::copy(source, fresh, remounted, [&](quint64 done) { reported.append(done); }, {});
-    EXPECT_EQ(folder.read(QStringLiteral("new/folder/clip.mov")), bytes);
+    EXPECT_EQ(folder.read("new/folder/clip.mov"), bytes);
     EXPECT_TRUE(std::ranges::is_sorted(reported));
     EXPECT_EQ(reported.last(), quint64(bytes.size()));
 
     copy(std::nullopt);
-    EXPECT_EQ(copied(), bytes);
-    EXPECT_THAT(folder.temporaries(), testing::IsEmpty());
+    EXPECT_EQ(delivered("clip.mov"), bytes);
+    expectNoTemporaries();
 }
 
 TEST_F(ImportCopierTest, LeavesTheDestinationUnchangedWhicheverOperationFails) {
     const SourceRoot anchored = rootWithAnchor(ContentHasher::makeAnchor(source));
     const QString out = at("out");
-    FaultyFileSystem faulty;
-    const FileSystemScope scope(faulty);
     std::pair<QString, QString> last;
-    faulty.setObserver(
+    files.setObserver(
         [&](const QString &operation, const QString &path) { last = {operation, path}; });
+    files.failAt(0, 0);
     copy(anchored);
-    const int calls = faulty.calls();
+    const int calls = files.calls();
     ASSERT_GT(calls, 15);
     const qsizetype descriptors = openDescriptors();
     for (int call = 1; call <= calls; ++call) {
-        folder.write(QStringLiteral("out/clip.mov"), "older");
-        faulty.failAt(call, EIO);
+        folder.write("out/clip.mov", "older");
+        files.failAt(call, EIO);
         const auto failed = failure(anchored);
         SCOPED_TRACE(last.first.toStdString());
         // After the rename only the folder's sync can fail, and the destination is complete.
         const bool isRenamed = last.second == out && last.first != QLatin1String("createFolders");
         EXPECT_EQ(failed, isRenamed ? CopyKind::renameFailed : kErrorKinds.value(last.first));
-        EXPECT_EQ(copied(), isRenamed ? bytes : QByteArray("older"));
+        EXPECT_EQ(delivered("clip.mov"), isRenamed ? bytes : QByteArray("older"));
         EXPECT_EQ(openDescriptors(), descriptors);
     }
-    EXPECT_EQ(folder.read(QStringLiteral("card/DCIM/clip.mov")), bytes);
-    EXPECT_THAT(folder.temporaries(), testing::IsEmpty());
+    EXPECT_EQ(folder.read("card/DCIM/clip.mov"), bytes);
+    expectNoTemporaries();
 }
 
 TEST_F(ImportCopierTest, RefusesARootThatIsNotTheScannedFolder) {
-    FaultyFileSystem faulty;
-    const FileSystemScope scope(faulty);
-    faulty.setVolumeUUID(QStringLiteral("volume-1"));
+    files.setVolumeUUID(text("volume-1"));
     const SourceRoot scanned = root();
-    faulty.setVolumeUUID(QStringLiteral("volume-2"));
+    files.setVolumeUUID(text("volume-2"));
     EXPECT_EQ(failure(scanned), CopyKind::sourceRootChanged);
-    faulty.setVolumeUUID(std::nullopt);
+    files.setVolumeUUID(std::nullopt);
     EXPECT_EQ(failure(scanned), std::nullopt);
 
-    folder.write(QStringLiteral("out/clip.mov"), "older");
+    folder.write("out/clip.mov", "older");
     ASSERT_TRUE(QDir().rename(scanned.path, at("away")));
-    folder.write(QStringLiteral("card/DCIM/clip.mov"), "another card");
+    folder.write("card/DCIM/clip.mov", "another card");
     EXPECT_EQ(failure(scanned), CopyKind::sourceRootChanged);
     expectOldDestination();
     for (const char *outside : {"car", "card/DCIM/clip.mov", "card/../card/D"}) {
@@ -149,7 +134,7 @@ TEST_F(ImportCopierTest, CopiesOnlyRegularFilesAndFollowsNoLinks) {
     const SourceRoot scanned = root();
     const QString kept = at("card/kept.mov");
     ASSERT_TRUE(QFile::rename(source, kept));
-    folder.link(QStringLiteral("card/DCIM/clip.mov"), kept);
+    folder.link("card/DCIM/clip.mov", kept);
     EXPECT_EQ(failure(scanned), CopyKind::sourceUnreadable);
     EXPECT_EQ(failure(std::nullopt), CopyKind::sourceUnreadable);
 
@@ -157,24 +142,24 @@ TEST_F(ImportCopierTest, CopiesOnlyRegularFilesAndFollowsNoLinks) {
     ASSERT_EQ(::mkfifo(source.toUtf8().constData(), 0600), 0);
     EXPECT_EQ(failure(scanned), CopyKind::sourceNotARegularFile);
     ASSERT_TRUE(QFile::remove(source));
-    folder.folder(QStringLiteral("card/DCIM/clip.mov"));
+    folder.folder("card/DCIM/clip.mov");
     EXPECT_EQ(failure(scanned), CopyKind::sourceNotARegularFile);
 
-    folder.write(QStringLiteral("elsewhere/clip.mov"), bytes);
+    folder.write("elsewhere/clip.mov", bytes);
     ASSERT_TRUE(QDir(at("card/DCIM")).removeRecursively());
-    folder.link(QStringLiteral("card/DCIM"), at("elsewhere"));
+    folder.link("card/DCIM", at("elsewhere"));
     EXPECT_EQ(failure(scanned), CopyKind::sourceUnreadable);
     expectOldDestination();
 }
 
 TEST_F(ImportCopierTest, ReplacesOnlyARegularFile) {
     ASSERT_TRUE(QFile::remove(destination));
-    folder.write(QStringLiteral("out/clip.mov/kept.txt"), "kept");
+    folder.write("out/clip.mov/kept.txt", "kept");
     EXPECT_EQ(failure(root()), CopyKind::destinationIsNotAFile);
     ASSERT_TRUE(QDir(destination).removeRecursively());
-    folder.link(QStringLiteral("out/clip.mov"), source);
+    folder.link("out/clip.mov", source);
     EXPECT_EQ(failure(root()), CopyKind::destinationIsNotAFile);
-    EXPECT_EQ(folder.names(QStringLiteral("out")), QStringList{QStringLiteral("clip.mov")});
+    EXPECT_EQ(folder.names("out"), QStringList{text("clip.mov")});
 }
 
 TEST_F(ImportCopierTest, LeavesNoTemporaryFileWhenCancelled) {
@@ -190,20 +175,18 @@ TEST_F(ImportCopierTest, LeavesNoTemporaryFileWhenCancelled) {
 
 TEST_F(ImportCopierTest, CopiesOnlyTheBytesThatMatchTheAnchor) {
     const SourceRoot anchored = rootWithAnchor(ContentHasher::makeAnchor(source));
-    EXPECT_EQ(failure(rootWithAnchor(QStringLiteral("no anchor"))), std::nullopt);
+    EXPECT_EQ(failure(rootWithAnchor(text("no anchor"))), std::nullopt);
     EXPECT_EQ(failure(anchored), std::nullopt);
 
-    folder.write(QStringLiteral("out/clip.mov"), "older");
+    folder.write("out/clip.mov", "older");
     QByteArray changed = bytes;
     changed.back() = char(changed.back() + 1);
-    folder.write(QStringLiteral("card/DCIM/clip.mov"), changed);
+    folder.write("card/DCIM/clip.mov", changed);
     EXPECT_EQ(failure(anchored), CopyKind::sourceContentChanged);
     expectOldDestination();
 
-    FaultyFileSystem faulty;
-    const FileSystemScope scope(faulty);
-    folder.write(QStringLiteral("card/DCIM/clip.mov"), bytes);
-    faulty.setObserver([&](const QString &operation, const QString &) {
+    folder.write("card/DCIM/clip.mov", bytes);
+    files.setObserver([&](const QString &operation, const QString &) {
         if (operation == QLatin1String("write")) {
             QFile::resize(source, qint64(2) << 20);
         }
@@ -211,5 +194,5 @@ TEST_F(ImportCopierTest, CopiesOnlyTheBytesThatMatchTheAnchor) {
     EXPECT_EQ(failure(anchored), CopyKind::sourceContentChanged);
     expectOldDestination();
     EXPECT_EQ(failure(root()), std::nullopt);
-    EXPECT_EQ(copied(), bytes.left(qsizetype(2) << 20));
+    EXPECT_EQ(delivered("clip.mov"), bytes.left(qsizetype(2) << 20));
 }

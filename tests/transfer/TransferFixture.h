@@ -8,16 +8,16 @@ namespace corvane::test {
 /// fail. Temporary files go to "tmp".
 class TransferTest : public testing::Test {
   protected:
-    TransferTest() { qputenv("TMPDIR", folder.folder(text("tmp")).toUtf8()); }
+    TransferTest() { qputenv("TMPDIR", folder.folder("tmp").toUtf8()); }
     ~TransferTest() override { qunsetenv("TMPDIR"); }
 
     static QString footage(const char *name) { return text("footage/") + text(name); }
-    QString at(const char *relative) const { return folder.at(text(relative)); }
+    QString at(QAnyStringView relative) const { return folder.at(relative); }
     QByteArray delivered(const char *name) const { return folder.read(text("out/") + text(name)); }
-    bool has(const char *path) const { return folder.has(text(path)); }
+    bool has(QAnyStringView path) const { return folder.has(path); }
     void expectNoTemporaries() const {
         EXPECT_THAT(folder.temporaries(), testing::IsEmpty());
-        EXPECT_THAT(folder.names(text("tmp")), testing::IsEmpty());
+        EXPECT_THAT(folder.names("tmp"), testing::IsEmpty());
     }
 
     TestFolder folder;

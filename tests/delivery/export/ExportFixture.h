@@ -9,8 +9,16 @@ namespace corvane::test {
 class ExportTest : public DeliveryTest {
   protected:
     ExportTest() {
-        choices.outputFolder = folder.at(text("out"));
+        choices.outputFolder = folder.at("out");
         applyPreset(choices.naming, NamingPreset::keepOriginal, {});
+    }
+    static Subclip &addSubclip(VideoRecord &video, int index, double in, double out) {
+        Subclip subclip = sampleSubclip(text("s%1").arg(index), video.id, index);
+        subclip.inSeconds = in;
+        subclip.outSeconds = out;
+        subclip.selectedForExport = true;
+        video.subclips.append(subclip);
+        return video.subclips.last();
     }
 
     ExportChoices choices;

@@ -10,14 +10,6 @@ namespace {
 
 class ExportPlanningTest : public ExportTest {
   protected:
-    Subclip &addSubclip(VideoRecord &video, int index, double in, double out) {
-        Subclip subclip = sampleSubclip(text("s%1").arg(index), video.id, index);
-        subclip.inSeconds = in;
-        subclip.outSeconds = out;
-        subclip.selectedForExport = true;
-        video.subclips.append(subclip);
-        return video.subclips.last();
-    }
     QList<ExportRowJob> plan(bool includeFolderContents = false) const {
         return planRows(project, choices, includeFolderContents);
     }
@@ -52,7 +44,7 @@ TEST_F(ExportPlanningTest, OrdersRowsByClipIdTheWholeClipFirst) {
     EXPECT_TRUE(plan().isEmpty());
 }
 
-TEST_F(ExportPlanningTest, LeavesOutWhatWasExportedBefore) {
+TEST_F(ExportPlanningTest, SkipsSelectsThatWereExported) {
     VideoRecord &video = addClip("A", "a.mov", "");
     video.exportedAt = clock.now();
     addSubclip(video, 1, 1, 2);
@@ -76,7 +68,7 @@ TEST_F(ExportPlanningTest, WidensSubclipsWithinTheClip) {
     EXPECT_EQ(plan().at(1).outSeconds, 4.5);
 }
 
-TEST_F(ExportPlanningTest, KeepsHDCopiesApartByTheStem) {
+TEST_F(ExportPlanningTest, NamesHDCopiesByUniqueStems) {
     addSidecar(addClip("A", "Take.mov", ""), "Take.XML", "");
     addClip("B", "take.mxf", "");
     choices.outputMode = OutputMode::primaryAndHd;
@@ -99,13 +91,13 @@ TEST_F(ExportPlanningTest, AvoidsFoldersInTheOutputFolderAndReplacesFiles) {
     addClip("A", "a.mov", "");
     addClip("B", "b.mov", "");
     EXPECT_THAT(names(true), ElementsAre("a.mov", "b.mov")) << "no folder yet";
-    folder.folder(text("out/A.MOV"));
-    folder.write(text("out/b.mov"), "older");
+    folder.folder("out/A.MOV");
+    folder.write("out/b.mov", "older");
     EXPECT_THAT(names(true), ElementsAre("a (2).mov", "b.mov"));
     EXPECT_THAT(names(false), ElementsAre("a.mov", "b.mov"));
 }
 
-TEST_F(ExportPlanningTest, ResolvesRelativePathsAgainstTheProjectAndNamesSidecarsApart) {
+TEST_F(ExportPlanningTest, ResolvesRelativePathsAgainstTheProjectAndNamesSidecarsUniquely) {
     VideoRecord &first = addClip("A", "a.mov", "");
     first.sourcePath = text("media/a.mov");
     first.sidecarPath = text("media/a.xml");

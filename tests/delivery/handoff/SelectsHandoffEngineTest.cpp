@@ -14,6 +14,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 using testing::UnorderedElementsAre;
 using Phase = HandoffProgress::Phase;
 
@@ -21,19 +22,16 @@ namespace {
 
 class SelectsHandoffEngineTest : public HandoffTest {
   protected:
-    /// Asks to cancel, so often, when the clip reaches the phase.
+    /// Requests cancellation that many times when the clip reaches the phase.
     void cancelAt(int index, Phase phase, int times = 1) {
-        onProgress = [this, index, phase, times](const HandoffProgress &told) {
-            const bool isAsked = engine.cancelToken()->isRequested();
-            for (int asked = 0;
-                 asked < times && !isAsked && told.index == index && told.phase == phase; ++asked) {
-                engine.requestCancel();
+        onProgress = [this, index, phase, times](const HandoffProgress &reported) {
+            if (reported.index == index && reported.phase == phase &&
+                !engine.cancelToken()->isRequested()) {
+                for (int request = 0; request < times; ++request) {
+                    engine.requestCancel();
+                }
             }
         };
-    }
-    /// The text without the folder of the test.
-    std::string shortened(std::optional<QString> error) const {
-        return error.value_or(QString()).remove(folder.path()).toStdString();
     }
 };
 
@@ -90,7 +88,7 @@ TEST_F(HandoffOutputs, FollowTheModeTheNamingAndTheHandles) {
         handoff.subclipHandleSeconds = row.handles;
         applyPreset(handoff.naming, row.naming, project.name);
         const HandoffResult result = run(plan());
-        EXPECT_THAT(errors(result), IsEmpty());
+        EXPECT_THAT(errorsOf(result), IsEmpty());
         EXPECT_EQ(result.generalError, std::nullopt);
         ASSERT_THAT(result.succeeded, SizeIs(3));
         for (qsizetype index = 0; index < 3; ++index) {
@@ -99,14 +97,14 @@ TEST_F(HandoffOutputs, FollowTheModeTheNamingAndTheHandles) {
             EXPECT_EQ(folder.read(path.mid(folder.path().size() + 1)), row.bytes.at(index));
         }
     }
-    EXPECT_THAT(folder.names(text("out")),
+    EXPECT_THAT(folder.names("out"),
                 testing::IsSupersetOf({text("Harbor - Selects/Harbor - Selects.corvane"),
                                        text("Harbor - Selects (2)/Harbor - Selects.corvane"),
                                        text("Harbor - Selects (3)/Harbor - Selects.corvane")}));
     expectNoTemporaries();
 }
 
-TEST_F(HandoffOutputs, HaveHDCopiesThatNeverMeetAndMayFail) {
+TEST_F(HandoffOutputs, HaveHDCopiesWithUniqueNamesThatMayFail) {
     addVideo("b.mov", "three");
     handoff.outputMode = HandoffOutputMode::primaryAndHd;
     sessions.halfway = [](const QString &output) {
@@ -118,7 +116,7 @@ TEST_F(HandoffOutputs, HaveHDCopiesThatNeverMeetAndMayFail) {
         }
     };
     const HandoffResult result = run();
-    EXPECT_THAT(errors(result), IsEmpty());
+    EXPECT_THAT(errorsOf(result), IsEmpty());
     EXPECT_THAT(media(), ElementsAre(text("A012_C003.MOV"), text("B.mxf"), text("B_Subclip 1.mxf"),
                                      text("HD/"), text("HD/B.mp4"), text("HD/B_Subclip 1.mp4"),
                                      text("HD/b (2).mp4"), text("b (2).mov")));
@@ -129,7 +127,7 @@ TEST_F(HandoffOutputs, HaveHDCopiesThatNeverMeetAndMayFail) {
     EXPECT_EQ(result.succeeded.at(3).hdPath, at("out/Show/media/HD/b (2).mp4"));
 }
 
-TEST_F(HandoffOutputs, AreTakenFromTheCacheOrMadeAnew) {
+TEST_F(HandoffOutputs, CopyCachedImagesAndGenerateMissingOnes) {
     VideoRecord &first = project.videos[0].edit();
     addSubclip(first, "Pan").selectedForExport = false;
     addCache(text("thumbnails/%1.jpg").arg(uuid(1)), "kept");
@@ -137,14 +135,14 @@ TEST_F(HandoffOutputs, AreTakenFromTheCacheOrMadeAnew) {
     addFilmstrip(first);
     addCache(uuid(1) + text("/filmstrip/.tmp-1.jpg"), "left over");
     addCache(uuid(1) + text("/filmstrip/notes.txt"), "foreign");
-    // The second clip's assets are nothing that may be taken.
+    // The second clip's cached images are reached through links and must not be copied.
     folder.link(text("project/.corvane-cache/thumbnails/%1.jpg").arg(uuid(2)), at("secret.jpg"));
-    folder.write(text("secret.jpg"), "secret");
+    folder.write("secret.jpg", "secret");
     addFilmstrip(*project.videos.at(1));
     const QString frame = text("project/.corvane-cache/%1/filmstrip/frame-07.jpg").arg(uuid(2));
     fileSystem().remove(folder.at(frame));
     folder.link(frame, at("secret.jpg"));
-    EXPECT_THAT(errors(run()), IsEmpty());
+    EXPECT_THAT(errorsOf(run()), IsEmpty());
     EXPECT_EQ(cached(text("thumbnails/%1.jpg").arg(uuid(1))), "kept");
     EXPECT_EQ(cached(text("subclip-thumbs/%1.jpg").arg(uuid(100))), "kept");
     EXPECT_THAT(folder.names(text("out/Show/.corvane-cache/%1/filmstrip").arg(uuid(1))),
@@ -152,15 +150,15 @@ TEST_F(HandoffOutputs, AreTakenFromTheCacheOrMadeAnew) {
     EXPECT_EQ(cached(text("thumbnails/%1.jpg").arg(uuid(2))), "made");
     EXPECT_EQ(cached(uuid(2) + text("/filmstrip/frame-07.jpg")), QByteArray());
     const Project package = delivered();
-    const QString piece = package.videos.at(2)->id;
-    EXPECT_EQ(package.videos.at(2)->thumbnailPath, text("thumbnails/%1.jpg").arg(piece));
-    EXPECT_EQ(cached(piece + text("/filmstrip/frame-00.jpg")), "made");
+    const QString subclip = package.videos.at(2)->id;
+    EXPECT_EQ(package.videos.at(2)->thumbnailPath, text("thumbnails/%1.jpg").arg(subclip));
+    EXPECT_EQ(cached(subclip + text("/filmstrip/frame-00.jpg")), "made");
     EXPECT_THAT(cache.made, ElementsAre(text("thumbnail of B.mxf"), text("filmstrip of B.mxf"),
                                         text("thumbnail of B_Subclip 1.mxf"),
                                         text("filmstrip of B_Subclip 1.mxf")));
 }
 
-TEST_F(HandoffOutputs, AreGrantedToThePackageAsTheyStand) {
+TEST_F(HandoffOutputs, AreAuthorizedForThePackageWithTheirContentHashes) {
     run();
     const QString file = at("out/Show/Show.corvane");
     EXPECT_TRUE(await(authorization.isMediaRootAuthorized(at("out/Show/media"), file)));
@@ -175,15 +173,15 @@ TEST_F(HandoffOutputs, AreGrantedToThePackageAsTheyStand) {
     }
 }
 
-TEST_F(SelectsHandoffEngineTest, HandsSidecarsOverUnderTheirClipsNames) {
+TEST_F(SelectsHandoffEngineTest, CopiesSidecarsUnderTheNamesOfTheirClips) {
     addSidecar(addVideo("a.mov", "1"), "a.xml", "first");
     addSidecar(addVideo("a.mxf", "2"), "a.XMP", "second");
     addSidecar(addVideo("b.mov", "3"), "b.mov", "the clip itself");
     VideoRecord &outside = addVideo("c.mov", "4");
-    outside.sidecarPath = folder.write(text("elsewhere/c.xml"), "outside");
+    outside.sidecarPath = folder.write("elsewhere/c.xml", "outside");
     addVideo("d.mov", "5").sidecarPath = at("footage/missing");
     const HandoffResult result = run();
-    EXPECT_THAT(errors(result), IsEmpty());
+    EXPECT_THAT(errorsOf(result), IsEmpty());
     EXPECT_THAT(media(), UnorderedElementsAre(text("a.mov"), text("a.xml"), text("a (2).mxf"),
                                               text("a (2).XMP"), text("b.mov"), text("c.mov"),
                                               text("d.mov")));
@@ -192,7 +190,7 @@ TEST_F(SelectsHandoffEngineTest, HandsSidecarsOverUnderTheirClipsNames) {
     EXPECT_EQ(delivered().videos.at(4)->sidecarPath, text("media/d"));
 }
 
-TEST_F(SelectsHandoffEngineTest, FailsABadClipAndGoesOn) {
+TEST_F(SelectsHandoffEngineTest, FailsRefusedClipsAndDeliversTheOthers) {
     addVideo("gone.mov", "1");
     addVideo("changed.mov", "2");
     addVideo("linked.mov", "3");
@@ -202,25 +200,23 @@ TEST_F(SelectsHandoffEngineTest, FailsABadClipAndGoesOn) {
     addVideo("good.mov", "5").id = text("../../no-uuid");
     grantAndOpen();
     fileSystem().remove(at("footage/gone.mov"));
-    folder.write(text("footage/changed.mov"), "?");
+    folder.write("footage/changed.mov", "?");
     fileSystem().remove(at("footage/linked.mov"));
-    folder.link(text("footage/linked.mov"), at("footage/good.mov"));
+    folder.link("footage/linked.mov", at("footage/good.mov"));
     project.videos.append(sampleVideo(uuid(9)));
     project.videos.last().edit().selectedForExport = true;
-    project.videos.last().edit().sourcePath = folder.write(text("footage/new.mov"), "6");
+    project.videos.last().edit().sourcePath = folder.write("footage/new.mov", "6");
     handoff.projectName = text("Show");
     const HandoffResult result = run(plan());
-    QStringList told;
-    for (const HandoffRowFailure &failure : result.failed) {
-        told.append(failure.error.split(text(", refusing")).first().remove(folder.path()));
-    }
     EXPECT_THAT(
-        told, ElementsAre(text("handoff source's folder changed since it was authorized"),
-                          text("handoff source's folder changed since it was authorized"),
-                          text("handoff source is not a regular file"),
-                          text("handoff source is not a media file"),
-                          text("Subclip extract: handoff source is not a media file"),
-                          text("handoff source was never imported or relinked for this project")));
+        errorsOf(result),
+        ElementsAre(StartsWith("handoff source's folder changed since it was authorized, refusing"),
+                    StartsWith("handoff source's folder changed since it was authorized, refusing"),
+                    StartsWith("handoff source is not a regular file, refusing"),
+                    StartsWith("handoff source is not a media file, refusing"),
+                    StartsWith("Subclip extract: handoff source is not a media file, refusing"),
+                    StartsWith("handoff source was never imported or relinked for this "
+                               "project, refusing")));
     EXPECT_FALSE(result.cancelled);
     EXPECT_THAT(media(), ElementsAre(text("good (2).mov"), text("good.mov")));
     EXPECT_EQ(delivered().videos.at(1)->thumbnailPath, std::nullopt);
@@ -229,42 +225,40 @@ TEST_F(SelectsHandoffEngineTest, FailsABadClipAndGoesOn) {
     expectNoTemporaries();
 }
 
-TEST_F(HandoffOutputs, StopBehindTheOneInHandWhenCancelled) {
-    struct Case {
+TEST_F(HandoffOutputs, SkipTheRemainingOutputsAfterACancel) {
+    const struct {
         int index;
         Phase phase;
         int times;
-        QList<qsizetype> succeededAndCancelled;
-    };
-    const Case table[] = {{0, Phase::starting, 1, {1, 1}},
-                          {0, Phase::copyingMedia, 2, {1, 1}},
-                          {1, Phase::copyingMedia, 1, {2, 1}},
-                          {1, Phase::extractingSubclip, 2, {3, 0}},
-                          {2, Phase::writingProject, 1, {3, 0}}};
+        int succeeded;
+        int cancelled;
+    } table[] = {{0, Phase::starting, 1, 1, 1},
+                 {0, Phase::copyingMedia, 2, 1, 1},
+                 {1, Phase::copyingMedia, 1, 2, 1},
+                 {1, Phase::extractingSubclip, 2, 3, 0},
+                 {2, Phase::writingProject, 1, 3, 0}};
     grantAndOpen();
     handoff.outputMode = HandoffOutputMode::primaryAndHd;
-    for (const Case &row : table) {
+    for (const auto &row : table) {
         cancelAt(row.index, row.phase, row.times);
         const HandoffResult result = run(plan());
-        const auto [succeeded, cancelled] =
-            std::pair(row.succeededAndCancelled.at(0), row.succeededAndCancelled.at(1));
-        EXPECT_THAT(result.succeeded, SizeIs(succeeded));
-        EXPECT_THAT(result.failed, SizeIs(cancelled));
-        EXPECT_EQ(result.cancelledCount, cancelled);
-        EXPECT_EQ(result.cancelled, cancelled > 0);
+        EXPECT_THAT(result.succeeded, SizeIs(row.succeeded));
+        EXPECT_THAT(result.failed, SizeIs(row.cancelled));
+        EXPECT_EQ(result.cancelledCount, row.cancelled);
+        EXPECT_EQ(result.cancelled, row.cancelled > 0);
         const Project package = ProjectFileIO::loadNow(*result.projectFileURL);
-        EXPECT_THAT(package.videos, SizeIs(succeeded));
+        EXPECT_THAT(package.videos, SizeIs(row.succeeded));
         EXPECT_EQ(package.notes, text("Bring gulls."));
     }
 }
 
-TEST_F(HandoffOutputs, TellHowFarTheyAre) {
+TEST_F(HandoffOutputs, ReportProgressPhaseByPhase) {
     run();
     QList<Phase> phases;
-    for (const HandoffProgress &told : progress) {
-        EXPECT_EQ(told.total, 2);
-        if (phases.isEmpty() || phases.last() != told.phase) {
-            phases.append(told.phase);
+    for (const HandoffProgress &reported : progress) {
+        EXPECT_EQ(reported.total, 2);
+        if (phases.isEmpty() || phases.last() != reported.phase) {
+            phases.append(reported.phase);
         }
     }
     EXPECT_THAT(phases,
@@ -274,11 +268,12 @@ TEST_F(HandoffOutputs, TellHowFarTheyAre) {
                             Phase::generatingFilmstrip, Phase::done, Phase::starting,
                             Phase::extractingSubclip, Phase::generatingFilmstrip, Phase::done,
                             Phase::writingProject, Phase::done));
-    EXPECT_TRUE(std::ranges::any_of(
-        progress, [](const auto &told) { return told.bytesDone == 3 && told.bytesTotal == 3; }));
+    EXPECT_TRUE(std::ranges::any_of(progress, [](const auto &reported) {
+        return reported.bytesDone == 3 && reported.bytesTotal == 3;
+    }));
 }
 
-TEST_F(SelectsHandoffEngineTest, LeavesAStubWhereTheRunAsAWholeFails) {
+TEST_F(SelectsHandoffEngineTest, ReportsAFailedRunAndLeavesAStubProject) {
     addVideo("a.mov", "1");
     grantAndOpen();
     handoff.projectName = text("Show");
@@ -299,7 +294,7 @@ TEST_F(SelectsHandoffEngineTest, LeavesAStubWhereTheRunAsAWholeFails) {
     };
     for (const auto &row : table) {
         QDir(at("out")).removeRecursively();
-        folder.folder(text("out"));
+        folder.folder("out");
         files.setObserver([row](const QString &operation, const QString &path) {
             if (operation == text(row.operation) && path.contains(text(row.path))) {
                 throw FileError(path, ENOSPC);
@@ -308,7 +303,7 @@ TEST_F(SelectsHandoffEngineTest, LeavesAStubWhereTheRunAsAWholeFails) {
         const HandoffResult result = run(plan());
         files.setObserver({});
         EXPECT_EQ(shortened(result.generalError), row.error);
-        EXPECT_EQ(folder.has(text("out/Show/Show.corvane")), row.hasStub);
+        EXPECT_EQ(folder.has("out/Show/Show.corvane"), row.hasStub);
         if (row.hasStub) {
             EXPECT_EQ(delivered().notes,
                       text("Bring gulls.\n\n[Corvane stub manifest — incomplete handoff. Rerun the "
@@ -317,34 +312,34 @@ TEST_F(SelectsHandoffEngineTest, LeavesAStubWhereTheRunAsAWholeFails) {
     }
 }
 
-TEST_F(SelectsHandoffEngineTest, BeginsNothingWhereItCanNotEnd) {
+TEST_F(SelectsHandoffEngineTest, RefusesADestinationWithoutRoomOrFolder) {
     addVideo("a.mov", "12345");
     grantAndOpen();
-    HandoffPlan given = plan();
+    HandoffPlan input = plan();
     files.setFreeSpace(4);
-    EXPECT_EQ(shortened(run(given).generalError),
+    EXPECT_EQ(shortened(run(input).generalError),
               "There isn't enough room in /out: the package needs about 5 bytes, and 4 bytes are "
               "free. Nothing was written. Make room or pick another destination folder, then run "
               "the handoff again.");
-    EXPECT_THAT(folder.names(text("out")), IsEmpty());
+    EXPECT_THAT(folder.names("out"), IsEmpty());
     files.setFreeSpace(100'000);
-    given.destinationFolder = folder.link(text("nowhere"), at("missing"));
-    EXPECT_EQ(shortened(run(given).generalError),
+    input.destinationFolder = folder.link("nowhere", at("missing"));
+    EXPECT_EQ(shortened(run(input).generalError),
               "Could not reserve package folder: No such file or directory");
-    given.destinationFolder = folder.write(text("file"), "");
-    EXPECT_EQ(shortened(run(given).generalError),
+    input.destinationFolder = folder.write("file", "");
+    EXPECT_EQ(shortened(run(input).generalError),
               "Could not reserve package folder: Not a directory");
-    given.destinationFolder = at("project/media");
-    folder.folder(text("project/media"));
-    EXPECT_EQ(run(given).generalError, std::nullopt);
-    EXPECT_EQ(run(given).packageFolder, at("project/media/Harbor - Selects (2)"));
+    input.destinationFolder = at("project/media");
+    folder.folder("project/media");
+    EXPECT_EQ(run(input).generalError, std::nullopt);
+    EXPECT_EQ(run(input).packageFolder, at("project/media/Harbor - Selects (2)"));
 }
 
-TEST_F(SelectsHandoffEngineTest, ReservesAFolderOfItsOwn) {
+TEST_F(SelectsHandoffEngineTest, ReservesAUniqueFolder) {
     const auto reserve = [this](const char *name) {
         return SelectsHandoff::reserveUniqueSubfolder(text(name), at("out"), [] { return 1234; });
     };
-    folder.write(text("out/Show"), "a file");
+    folder.write("out/Show", "a file");
     EXPECT_EQ(reserve("Show"), at("out/Show (2)"));
     for (int number = 3; number <= 999; ++number) {
         folder.folder(text("out/Show (%1)").arg(number));
@@ -359,5 +354,5 @@ TEST_F(SelectsHandoffEngineTest, ReservesAFolderOfItsOwn) {
     }
     EXPECT_THROW(reserve("../Show"), SelectsHandoff::ContainmentError);
     EXPECT_THROW(reserve("."), SelectsHandoff::ContainmentError);
-    EXPECT_EQ(folder.read(text("out/Show")), "a file");
+    EXPECT_EQ(folder.read("out/Show"), "a file");
 }

@@ -1,7 +1,7 @@
+#include "delivery/DeliveryScreen.h"
 #include "delivery/export/ExportFixture.h"
 #include "delivery/export/ExportSheet.h"
 #include "media/FFmpegExportSessions.h"
-#include "support/screens/Screen.h"
 #include "support/TestMedia.h"
 #include "support/TestPanels.h"
 
@@ -13,95 +13,53 @@
 namespace corvane::test {
 namespace {
 
-constexpr auto kView = R"(
-    import QtQuick
-    import Corvane.Export
-    import Corvane.Kit
-    AppWindow {
-        id: window
-        property var exporting
-        color: Theme.windowBackground
-        ExportView {
-            sheet: window.exporting
-        }
-    })";
-
 class ExportViewTest : public ExportTest {
   protected:
     ExportViewTest() {
         project.shootDate = text("2025-06-12");
         project.projectName = text("Tidewater");
     }
-    void addSubclip(VideoRecord &video, const char *label, double from, double to) {
-        Subclip subclip =
-            sampleSubclip(video.id + text(label), video.id, int(video.subclips.size()) + 1);
-        subclip.label = text(label);
-        subclip.inSeconds = from;
-        subclip.outSeconds = to;
-        subclip.selectedForExport = true;
-        video.subclips.append(subclip);
-    }
     void show(media::ExportSessionFactory &factory, QSize size = {1440, 900}) {
         grantAndOpen();
         flow = std::make_unique<ExportViewModel>(&store, factory);
-        state = std::make_unique<ExportSheet>(*flow, store, panels, clock);
-        screen = std::make_unique<Screen>(
-            kView, size,
-            QVariantMap{{QStringLiteral("exporting"), QVariant::fromValue(state.get())}});
+        sheet = std::make_unique<ExportSheet>(*flow, store, panels, clock);
+        screen = std::make_unique<DeliveryScreen>("Export", "ExportView", sheet.get(), size);
     }
     /// Brings the sheet up and waits until it has the focus.
     void open() {
-        state->open();
-        EXPECT_TRUE(hasFocus("export.configure.start"));
-    }
-    /// Waits until that item has the focus, and its sheet is the only one.
-    bool hasFocus(const char *name) const {
-        return screen->waitFor([&] {
-            const QQuickItem *focused = screen->focused();
-            return focused && focused->objectName() == text(name) && sheets() == 1;
-        });
-    }
-    qsizetype sheets() const {
-        const QList names{text("export.configure.start"), text("export.running.cancel"),
-                          text("export.done.done")};
-        return std::ranges::count_if(names, [this](const QString &n) { return screen->shows(n); });
-    }
-    QString shown(const char *name) const {
-        return screen->property(text(name), "text").toString();
+        sheet->open();
+        EXPECT_TRUE(screen->hasFocus("export.configure.start"));
     }
     QStringList preview() const {
         QStringList names;
-        for (const DeliveryRow &row : state->rows()->rows()) {
+        for (const DeliveryRow &row : sheet->rows()->rows()) {
             names.append(row.name);
         }
         return names;
     }
-    bool isGone() const {
-        return screen->waitFor([this] { return sheets() == 0; });
-    }
 
     TestPanels panels;
     std::unique_ptr<ExportViewModel> flow;
-    std::unique_ptr<ExportSheet> state;
-    std::unique_ptr<Screen> screen;
+    std::unique_ptr<ExportSheet> sheet;
+    std::unique_ptr<DeliveryScreen> screen;
 };
 
 } // namespace
 
-TEST_F(ExportViewTest, DeliversByKeysAndClicks) {
-    VideoRecord &film = addClip("A", "A003_C002_0612.mov", "");
-    makeClip(film.sourcePath, {.frames = 75, .audioTracks = 1});
-    film.durationSeconds = 3;
-    addSubclip(film, "Pole lift, wide", 0.5, 2);
+TEST_F(ExportViewTest, DeliversByKeyboardAndMouse) {
+    VideoRecord &clip = addClip("A", "A003_C002_0612.mov", "");
+    makeClip(clip.sourcePath, {.frames = 75, .audioTracks = 1});
+    clip.durationSeconds = 3;
+    addSubclip(clip, 1, 0.5, 2).label = text("Pole lift, wide");
     addClip("B", "A003_C007_0612.mov", noise(5000));
     show(media::ffmpegExportSessions());
     open();
-    EXPECT_EQ(shown("export.folder.path"), at("project/selects"));
-    EXPECT_EQ(shown("export.count"), text("3 rows"));
+    EXPECT_EQ(screen->shown("export.folder.path"), at("project/selects"));
+    EXPECT_EQ(screen->shown("export.count"), text("3 rows"));
 
     panels.answer = at("out");
     screen->click(text("export.folder.choose"));
-    EXPECT_EQ(panels.choice.startFolder, at("project")) << "a folder that is still to be made";
+    EXPECT_EQ(panels.choice.startFolder, at("project")) << "the chosen folder does not exist yet";
     screen->click(text("export.output.1"));
     screen->click(text("export.naming.preset.2"));
     screen->click(text("export.naming.keepOriginal"));
@@ -118,12 +76,12 @@ TEST_F(ExportViewTest, DeliversByKeysAndClicks) {
 
     screen->click(text("export.naming.baseName"));
     screen->key(Qt::Key_Return);
-    EXPECT_TRUE(hasFocus("export.done.done"));
-    EXPECT_EQ(shown("export.done.headline"), text("Export complete"));
+    EXPECT_TRUE(screen->hasFocus("export.done.done"));
+    EXPECT_EQ(screen->shown("export.done.headline"), text("Export complete"));
     screen->picture(text("export-complete"));
     EXPECT_TRUE(has("out/Harbor_003.mov") && has("out/HD/Harbor_001.mp4"));
 
-    QSignalSpy reveals(state.get(), &DeliverySheet::revealWanted);
+    QSignalSpy reveals(sheet.get(), &DeliverySheet::revealWanted);
     screen->click(text("export.done.results.0.reveal"));
     screen->click(text("export.done.reveal"));
     screen->click(text("export.done.revealFolder"));
@@ -132,14 +90,14 @@ TEST_F(ExportViewTest, DeliversByKeysAndClicks) {
                                      QVariantList{flow->result()->manifestSidecarPath.value()},
                                      QVariantList{at("out")}));
     screen->click(text("export.done.again"));
-    EXPECT_TRUE(hasFocus("export.folder.choose")) << "nothing is new";
-    EXPECT_EQ(shown("export.count"), text("0 of 3 rows"));
+    EXPECT_TRUE(screen->hasFocus("export.folder.choose")) << "nothing is new";
+    EXPECT_EQ(screen->shown("export.count"), text("0 of 3 rows"));
     EXPECT_TRUE(screen->shows(text("export.preview.nothing")));
     screen->key(Qt::Key_Escape);
-    EXPECT_TRUE(isGone());
+    EXPECT_TRUE(screen->isClosed());
 }
 
-TEST_F(ExportViewTest, ARunIsCancelledByTheKeyOnceAndTellsEachRowsFate) {
+TEST_F(ExportViewTest, EscapeCancelsARunAndItsResultsListEachRow) {
     for (const char *name : {"a.mov", "b.mov", "c.mov"}) {
         addClip(name, name, name);
     }
@@ -149,21 +107,21 @@ TEST_F(ExportViewTest, ARunIsCancelledByTheKeyOnceAndTellsEachRowsFate) {
     open();
     screen->click(text("export.mode.1"));
     fakes.halfway = [this](const QString &) {
-        const auto work = [this] {
-            EXPECT_TRUE(hasFocus("export.running.cancel"));
-            EXPECT_EQ(shown("export.running.file"), text("2 of 3: b.mp4"));
-            EXPECT_EQ(shown("export.running.figure"), text("33%"));
+        const auto cancel = [this] {
+            EXPECT_TRUE(screen->hasFocus("export.running.cancel"));
+            EXPECT_EQ(screen->shown("export.running.file"), text("2 of 3: b.mp4"));
+            EXPECT_EQ(screen->shown("export.running.figure"), text("33%"));
             screen->click(QPoint(5, 5));
             screen->picture(text("export-running"));
             screen->key(Qt::Key_Escape);
-            EXPECT_EQ(shown("export.running.cancel"), text("Force Cancel"));
+            EXPECT_EQ(screen->shown("export.running.cancel"), text("Force Cancel"));
             EXPECT_EQ(flow->cancelStage(), CancelStage::graceful);
         };
-        QMetaObject::invokeMethod(qApp, work, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(qApp, cancel, Qt::BlockingQueuedConnection);
     };
     screen->click(text("export.configure.start"));
-    EXPECT_TRUE(hasFocus("export.done.done"));
-    EXPECT_EQ(shown("export.done.headline"), text("Export cancelled"));
+    EXPECT_TRUE(screen->hasFocus("export.done.done"));
+    EXPECT_EQ(screen->shown("export.done.headline"), text("Export cancelled"));
     for (const char *count : {"succeeded", "failed", "cancelled"}) {
         EXPECT_EQ(screen->property(text("export.done.") + text(count), "count"), 1);
     }
@@ -171,24 +129,24 @@ TEST_F(ExportViewTest, ARunIsCancelledByTheKeyOnceAndTellsEachRowsFate) {
     EXPECT_EQ(Screen::accessibleName(screen->item(text("export.done.results.2"))),
               text("c.mp4: Cancelled"));
 
-    QSignalSpy reveals(state.get(), &DeliverySheet::revealWanted);
+    QSignalSpy reveals(sheet.get(), &DeliverySheet::revealWanted);
     screen->item(text("export.done.results.list"))->forceActiveFocus();
     screen->key(Qt::Key_Space);
     EXPECT_THAT(reveals, testing::SizeIs(1));
     screen->key(Qt::Key_Down);
     screen->key(Qt::Key_Space);
-    EXPECT_THAT(reveals, testing::SizeIs(1)) << "there is no file of a row that failed";
+    EXPECT_THAT(reveals, testing::SizeIs(1)) << "a failed row has no file";
     screen->key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(text("a.mp4: export source")));
     screen->click(text("export.done.results.1.reason"));
     screen->key(Qt::Key_Return);
-    EXPECT_TRUE(isGone());
+    EXPECT_TRUE(screen->isClosed());
 }
 
-TEST_F(ExportViewTest, ALowWindowScrollsToWhatTabReaches) {
-    VideoRecord &film = addClip("A", "x.mov", "x");
-    for (int piece = 0; piece < 2000; ++piece) {
-        addSubclip(film, QByteArray::number(piece), 0, 1);
+TEST_F(ExportViewTest, ASmallWindowScrollsToTheItemFocusedByTab) {
+    VideoRecord &clip = addClip("A", "x.mov", "x");
+    for (int index = 1; index <= 2000; ++index) {
+        addSubclip(clip, index, 0, 1);
     }
     FakeSessions fakes;
     show(fakes, {1280, 800});
@@ -226,7 +184,7 @@ TEST_F(ExportViewTest, ALowWindowScrollsToWhatTabReaches) {
     screen->key(Qt::Key_End);
     EXPECT_GT(list->property("contentY").toDouble(), 50000);
     await(store.closeProject());
-    EXPECT_TRUE(isGone());
+    EXPECT_TRUE(screen->isClosed());
 }
 
 } // namespace corvane::test

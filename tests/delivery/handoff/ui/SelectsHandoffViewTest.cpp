@@ -1,7 +1,7 @@
+#include "delivery/DeliveryScreen.h"
 #include "delivery/handoff/HandoffFixture.h"
 #include "delivery/handoff/HandoffSheet.h"
 #include "media/FFmpegExportSessions.h"
-#include "support/screens/Screen.h"
 #include "support/TestMedia.h"
 #include "support/TestPanels.h"
 
@@ -10,57 +10,25 @@
 namespace corvane::test {
 namespace {
 
-constexpr auto kView = R"(
-    import QtQuick
-    import Corvane.Handoff
-    import Corvane.Kit
-    AppWindow {
-        id: window
-        property var handoff
-        color: Theme.windowBackground
-        SelectsHandoffView {
-            sheet: window.handoff
-        }
-    })";
-
 class SelectsHandoffViewTest : public HandoffTest {
   protected:
     void show(media::ExportSessionFactory &factory, const CacheFunctions &functions) {
         grantAndOpen();
-        flow = std::make_unique<SelectsHandoffViewModel>(
-            &store, factory, functions,
-            std::make_unique<QSettings>(at("defaults.ini"), QSettings::IniFormat));
-        state = std::make_unique<HandoffSheet>(*flow, store, panels, clock);
-        screen = std::make_unique<Screen>(
-            kView, QSize(1440, 900),
-            QVariantMap{{QStringLiteral("handoff"), QVariant::fromValue(state.get())}});
-        state->open();
-    }
-    /// Waits until that item has the focus, and its sheet is the only one.
-    bool hasFocus(const char *name) const {
-        return screen->waitFor([&] {
-            const QQuickItem *focused = screen->focused();
-            return focused && focused->objectName() == text(name) && sheets() == 1;
-        });
-    }
-    qsizetype sheets() const {
-        const QList names{text("handoff.configure.start"), text("handoff.running.cancel"),
-                          text("handoff.done.done")};
-        return std::ranges::count_if(names, [this](const QString &n) { return screen->shows(n); });
-    }
-    QString shown(const char *name) const {
-        return screen->property(text(name), "text").toString();
+        flow = std::make_unique<SelectsHandoffViewModel>(&store, factory, functions, settings());
+        sheet = std::make_unique<HandoffSheet>(*flow, store, panels, clock);
+        screen = std::make_unique<DeliveryScreen>("Handoff", "SelectsHandoffView", sheet.get());
+        sheet->open();
     }
 
     TestPanels panels;
     std::unique_ptr<SelectsHandoffViewModel> flow;
-    std::unique_ptr<HandoffSheet> state;
-    std::unique_ptr<Screen> screen;
+    std::unique_ptr<HandoffSheet> sheet;
+    std::unique_ptr<DeliveryScreen> screen;
 };
 
 } // namespace
 
-TEST_F(SelectsHandoffViewTest, MakesAPackageByKeysAndClicks) {
+TEST_F(SelectsHandoffViewTest, DeliversAPackageByKeyboardAndMouse) {
     VideoRecord &clip = addVideo("A003_C002_0612.mov", "");
     makeClip(clip.sourcePath, {.frames = 75});
     clip.durationSeconds = 3;
@@ -68,12 +36,12 @@ TEST_F(SelectsHandoffViewTest, MakesAPackageByKeysAndClicks) {
     addSubclip(clip, "Pole lift, wide").outSeconds = 2.5;
     addVideo("A003_C007_0612.mov", noise(5000));
     show(media::ffmpegExportSessions(), {});
-    EXPECT_TRUE(hasFocus("handoff.folder.choose")) << "there is no destination yet";
+    EXPECT_TRUE(screen->hasFocus("handoff.folder.choose")) << "there is no destination yet";
     EXPECT_FALSE(screen->item(text("handoff.configure.start"))->isEnabled());
     EXPECT_FALSE(screen->item(text("handoff.recent"))->isEnabled());
     panels.answer = at("out");
     screen->key(Qt::Key_Return);
-    EXPECT_EQ(shown("handoff.folder.path"), at("out"));
+    EXPECT_EQ(screen->shown("handoff.folder.path"), at("out"));
     screen->click(text("handoff.projectName"));
     screen->key(Qt::Key_A, Qt::ControlModifier);
     screen->type(text("Tidewater Day 2 - Selects"));
@@ -85,60 +53,60 @@ TEST_F(SelectsHandoffViewTest, MakesAPackageByKeysAndClicks) {
     screen->click(text("handoff.naming.preset.0"));
 
     screen->click(text("handoff.configure.start"));
-    EXPECT_TRUE(hasFocus("handoff.done.done"));
-    EXPECT_EQ(shown("handoff.done.headline"), text("Handoff complete"));
+    EXPECT_TRUE(screen->hasFocus("handoff.done.done"));
+    EXPECT_EQ(screen->shown("handoff.done.headline"), text("Handoff complete"));
     EXPECT_EQ(ProjectFileIO::loadNow(
                   at("out/Tidewater Day 2 - Selects/Tidewater Day 2 - Selects.corvane"))
                   .videos.size(),
               3);
     screen->picture(text("handoff-done"));
-    QSignalSpy reveals(state.get(), &DeliverySheet::revealWanted);
+    QSignalSpy reveals(sheet.get(), &DeliverySheet::revealWanted);
     screen->click(text("handoff.done.reveal"));
     screen->click(text("handoff.done.revealFolder"));
     EXPECT_THAT(reveals, testing::ElementsAre(QVariantList{at("out/Tidewater Day 2 - Selects")},
                                               QVariantList{at("out")}));
 
     screen->click(text("handoff.done.again"));
-    EXPECT_TRUE(hasFocus("handoff.configure.start"));
+    EXPECT_TRUE(screen->hasFocus("handoff.configure.start"));
     flow->setDestinationFolder({});
     screen->click(text("handoff.recent"));
     EXPECT_TRUE(screen->waitFor([this] { return screen->shows(text("handoff.recent.0")); }));
     screen->picture(text("handoff-recent"));
     screen->key(Qt::Key_Down);
     screen->key(Qt::Key_Return);
-    EXPECT_TRUE(hasFocus("handoff.recent"));
-    EXPECT_EQ(shown("handoff.folder.path"), at("out"));
+    EXPECT_TRUE(screen->hasFocus("handoff.recent"));
+    EXPECT_EQ(screen->shown("handoff.folder.path"), at("out"));
     screen->click(text("handoff.configure.back"));
-    EXPECT_FALSE(state->isOpen());
+    EXPECT_FALSE(sheet->isOpen());
 }
 
-TEST_F(SelectsHandoffViewTest, TheSheetOfARunIsLostToNothingAndItsEndIsTold) {
+TEST_F(SelectsHandoffViewTest, KeepsTheSheetOpenDuringARunAndShowsItsResult) {
     addSubclip(addVideo("a.mov", "1"), "x");
     addVideo("b.mov", "2");
     show(sessions, cache.functions());
     sessions.halfway = [this](const QString &) {
-        const auto work = [this] {
-            EXPECT_TRUE(hasFocus("handoff.running.cancel"));
-            EXPECT_EQ(shown("handoff.running.details"), text("Extracting subclip"));
+        const auto cancel = [this] {
+            EXPECT_TRUE(screen->hasFocus("handoff.running.cancel"));
+            EXPECT_EQ(screen->shown("handoff.running.details"), text("Extracting subclip"));
             screen->click(QPoint(5, 5));
             EXPECT_TRUE(screen->shows(text("handoff.running.cancel")));
             screen->picture(text("handoff-running"));
             screen->key(Qt::Key_Return);
             screen->key(Qt::Key_Escape);
-            EXPECT_EQ(shown("handoff.running.cancel"), text("Cancelling…"));
+            EXPECT_EQ(screen->shown("handoff.running.cancel"), text("Cancelling…"));
             EXPECT_FALSE(screen->item(text("handoff.running.cancel"))->isEnabled());
             screen->key(Qt::Key_Escape);
             detach(store.closeProject());
         };
-        QMetaObject::invokeMethod(qApp, work, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(qApp, cancel, Qt::BlockingQueuedConnection);
     };
     flow->setDestinationFolder(at("out"));
     screen->click(text("handoff.configure.start"));
-    EXPECT_TRUE(hasFocus("handoff.done.done"));
-    EXPECT_EQ(shown("handoff.done.headline"), text("Handoff cancelled"));
+    EXPECT_TRUE(screen->hasFocus("handoff.done.done"));
+    EXPECT_EQ(screen->shown("handoff.done.headline"), text("Handoff cancelled"));
     EXPECT_FALSE(store.project());
     screen->key(Qt::Key_Escape);
-    EXPECT_FALSE(state->isOpen());
+    EXPECT_FALSE(sheet->isOpen());
 }
 
 } // namespace corvane::test
