@@ -4,6 +4,7 @@
 
 #include "delivery/handoff/HandoffPlanning.h"
 #include "delivery/handoff/SelectsHandoffEngine.h"
+#include "media/FFmpegExportSessions.h"
 #include "mediacache/FilmstripService.h"
 #include "platform/AtomicWrite.h"
 #include "platform/Tasks.h"
@@ -91,12 +92,11 @@ void clearOutputs() {
 
 void handoffOurs(benchmark::State &state) {
     Footage &footage = footageToHandOver();
-    media::NoExportSessions sessions;
     for (auto _ : state) {
         state.PauseTiming();
         clearOutputs();
         state.ResumeTiming();
-        SelectsHandoffEngine engine(footage.authorization(), sessions);
+        SelectsHandoffEngine engine(footage.authorization(), media::ffmpegExportSessions());
         const HandoffResult result =
             waitUntilDone(engine.run(footage.plan(), [](const HandoffProgress &) {}));
         if (result.succeeded.size() != kClips || result.generalError) {
