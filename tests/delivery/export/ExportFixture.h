@@ -1,6 +1,7 @@
 #pragma once
 
 #include "delivery/DeliveryFixture.h"
+#include "delivery/DeliveryRows.h"
 #include "delivery/export/ExportPlanning.h"
 
 namespace corvane::test {
@@ -19,6 +20,13 @@ class ExportTest : public DeliveryTest {
         subclip.selectedForExport = true;
         video.subclips.append(subclip);
         return video.subclips.last();
+    }
+    static std::vector<std::string> rowNames(const DeliveryRows &rows) {
+        std::vector<std::string> names;
+        for (const DeliveryRow &row : rows.rows()) {
+            names.push_back(row.name.toStdString());
+        }
+        return names;
     }
 
     ExportChoices choices;

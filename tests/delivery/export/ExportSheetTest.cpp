@@ -38,13 +38,6 @@ class ExportSheetTest : public ExportTest {
             }
         });
     }
-    std::vector<std::string> names() {
-        std::vector<std::string> names;
-        for (const DeliveryRow &row : sheet.rows()->rows()) {
-            names.push_back(row.name.toStdString());
-        }
-        return names;
-    }
     std::vector<std::string> results() {
         std::vector<std::string> rows;
         for (const DeliveryResult &row : sheet.results()->rows()) {
@@ -71,7 +64,7 @@ TEST_F(ExportSheetTest, OpensWithTheDefaultsAndExplainsThem) {
     EXPECT_EQ(sheet.handles().labels, text("None 0.5s 1s 2s 4s").split(QLatin1Char(' ')));
     EXPECT_EQ(sheet.countLine(), text("3 rows"));
     const QAbstractItemModelTester tester(sheet.rows());
-    EXPECT_THAT(names(), ElementsAre("a.mov", "b.mov", "b_subclip-1.mov"));
+    EXPECT_THAT(rowNames(*sheet.rows()), ElementsAre("a.mov", "b.mov", "b_subclip-1.mov"));
 
     sheet.chooseMode(1);
     sheet.chooseOutput(2);
@@ -82,7 +75,7 @@ TEST_F(ExportSheetTest, OpensWithTheDefaultsAndExplainsThem) {
     EXPECT_EQ(sheet.mode().help, ExportTexts::help(ExportBatch::Mode::accurateTranscode));
     EXPECT_EQ(sheet.output().help, ExportTexts::help(OutputMode::hdOnly));
     EXPECT_EQ(flow.choices().subclipHandleSeconds, 2);
-    EXPECT_EQ(names().front(), "a.mp4");
+    EXPECT_EQ(rowNames(*sheet.rows()).front(), "a.mp4");
     sheet.open();
     EXPECT_EQ(sheet.mode().index, 1) << "opening an open sheet keeps the choices";
     sheet.setIncludeSubclips(false);
@@ -111,7 +104,7 @@ TEST_F(ExportSheetTest, UpdatesNamesForEveryFieldWithoutResettingTheList) {
     EXPECT_EQ(naming.baseName(), text(" Kai")) << "untrimmed while typing";
     naming.setIncludeShootDate(true);
     naming.setIncludeSelectType(true);
-    EXPECT_THAT(names(),
+    EXPECT_THAT(rowNames(*sheet.rows()),
                 ElementsAre("2026-03-01_Kai_001_select.mov", "2026-03-01_Kai_002_select.mov",
                             "2026-03-01_Kai_003_subclip-1_subclip.mov"));
     naming.setBaseName({});
@@ -121,11 +114,12 @@ TEST_F(ExportSheetTest, UpdatesNamesForEveryFieldWithoutResettingTheList) {
     naming.setIncludeSelectType(false);
     naming.setIncludeSubclipLabel(false);
     naming.setIncludeOriginalFilename(true);
-    EXPECT_THAT(names(), ElementsAre("a.mov", "b.mov", "b (2).mov"));
+    EXPECT_THAT(rowNames(*sheet.rows()), ElementsAre("a.mov", "b.mov", "b (2).mov"));
     EXPECT_THAT(inserts, IsEmpty());
 
     store.toggleSelectedForExport(text("A"));
-    EXPECT_THAT(names(), ElementsAre("b.mov", "b (2).mov")) << "the preview follows";
+    EXPECT_THAT(rowNames(*sheet.rows()), ElementsAre("b.mov", "b (2).mov"))
+        << "the preview follows";
     store.undo();
     EXPECT_THAT(inserts, ElementsAre(QVariantList{QModelIndex(), 0, 0}));
     EXPECT_THAT(resets, IsEmpty());

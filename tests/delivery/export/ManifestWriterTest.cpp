@@ -46,7 +46,7 @@ class ManifestWriterTest : public testing::Test {
 
 } // namespace
 
-TEST_F(ManifestWriterTest, WritesIndentedJSONWithSortedKeys) {
+TEST_F(ManifestWriterTest, WritesIndentedJSONWithAnHDStatusOnlyForHDRuns) {
     EXPECT_EQ(write(), folder.at("out/manifest-run_1.json"));
     const QByteArray written = folder.read("out/manifest-run_1.json");
     const JSONValue value = JSONDocument::parse(written).root().toValue();
@@ -68,9 +68,7 @@ TEST_F(ManifestWriterTest, WritesIndentedJSONWithSortedKeys) {
             R"("error":"Cancelled","hdDestinationPath":"/out/HD/s.mp4","hdStatus":"not-attempted",)"
             R"("parentVideoId":"A","rowId":"sub:A:s","status":"cancelled","subclipId":"s"}],)"
             R"("subclipHandleSeconds":0.5,"succeededCount":1})");
-}
 
-TEST_F(ManifestWriterTest, OmitsTheHDStatusOfARunWithoutHDCopies) {
     input.outputMode = OutputMode::primaryOnly;
     write();
     EXPECT_FALSE(folder.read("out/manifest-run_1.json").contains("hdStatus"));
