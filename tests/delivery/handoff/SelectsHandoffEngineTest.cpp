@@ -107,12 +107,9 @@ TEST_F(HandoffOutputs, FollowTheModeTheNamingAndTheHandles) {
 TEST_F(HandoffOutputs, HaveHDCopiesWithUniqueNamesThatMayFail) {
     addVideo("b.mov", "three");
     handoff.outputMode = HandoffOutputMode::primaryAndHd;
-    sessions.halfway = [](const QString &output) {
-        if (output.contains(text("/HD/"))) {
-            static int count = 0;
-            if (++count == 1) {
-                throw Failure(text("no"));
-            }
+    sessions.halfway = [hasFailed = false](const QString &output) mutable {
+        if (output.contains(text("/HD/")) && !std::exchange(hasFailed, true)) {
+            throw Failure(text("no"));
         }
     };
     const HandoffResult result = run();
