@@ -1,8 +1,11 @@
 #pragma once
 
+#include "delivery/DeliverySheet.h"
 #include "session/ProjectStore.h"
 #include "support/SampleProject.h"
 #include "transfer/TransferFixture.h"
+
+#include <QEventLoop>
 
 namespace corvane::test {
 
@@ -35,6 +38,13 @@ class DeliveryTest : public TransferTest {
         await(io.save(project, projectFile, false));
         await(store.openProject(projectFile));
         await(store.flushPendingSave());
+    }
+    /// Starts a sheet's run and waits for its result.
+    static void runSheet(DeliverySheet &sheet) {
+        QEventLoop loop;
+        QObject::connect(&sheet, &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
+        sheet.start();
+        loop.exec();
     }
     /// An error without the path of the test folder.
     std::string shortened(std::optional<QString> error) const {

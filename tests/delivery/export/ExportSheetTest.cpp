@@ -24,12 +24,6 @@ class ExportSheetTest : public ExportTest {
         addSubclip(addClip("B", "b.mov", "b"), 1, 1.25, 2.25);
         grantAndOpen();
     }
-    void run() {
-        QEventLoop loop;
-        QObject::connect(&sheet, &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
-        sheet.start();
-        loop.exec();
-    }
     /// Runs the action when the run reports that row.
     void atRow(int index, const std::function<void()> &action) {
         QObject::connect(&sheet, &DeliverySheet::runChanged, &sheet, [=, this] {
@@ -165,7 +159,7 @@ TEST_F(ExportSheetTest, ReportsProgressPerRowAndListsResultsByOutcome) {
         sheet.open();
         sheet.dismiss();
     });
-    run();
+    runSheet(sheet);
     EXPECT_TRUE(sheet.isOpen()) << "a run keeps its sheet open";
     EXPECT_THAT(lines, testing::Contains(text("33%|Copying / encoding…|")));
     EXPECT_THAT(lines, testing::Contains(text("50%|Copying / encoding… (hd)|About 5 s left")));
@@ -204,7 +198,7 @@ TEST_F(ExportSheetTest, LabelsTheCancelButtonAndAbortsTheOutputOnASecondCancel) 
         };
         QMetaObject::invokeMethod(&sheet, cancelTwice, Qt::BlockingQueuedConnection);
     };
-    run();
+    runSheet(sheet);
     EXPECT_EQ(flow.cancelStage(), CancelStage::hard);
     EXPECT_EQ(sheet.result().headline, text("Export cancelled"));
     EXPECT_EQ(sheet.result().cancelled, 3);
@@ -223,7 +217,7 @@ TEST_F(ExportSheetTest, ShowsManifestAndBackupErrorsOnTheirOwnLines) {
         }
     });
     sheet.open();
-    run();
+    runSheet(sheet);
     files.setObserver({});
     EXPECT_EQ(sheet.result().headline, text("Export finished with 1 issue"));
     EXPECT_EQ(sheet.result().succeeded, 3);
@@ -262,7 +256,7 @@ TEST_F(ExportSheetTest, ClosesWithItsProjectUnlessARunIsInProgress) {
             detach(store.closeProject());
         }
     });
-    run();
+    runSheet(sheet);
     EXPECT_FALSE(store.project());
     EXPECT_TRUE(sheet.isOpen());
     EXPECT_EQ(sheet.result().headline, text("Export complete"));

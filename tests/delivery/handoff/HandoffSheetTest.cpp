@@ -32,12 +32,6 @@ class HandoffSheetTest : public HandoffTest {
         sheet.chooseFolder();
         sheet.setProjectName(text("Show"));
     }
-    void run() {
-        QEventLoop loop;
-        QObject::connect(&sheet, &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
-        sheet.start();
-        loop.exec();
-    }
 
     TestPanels panels;
     SelectsHandoffViewModel flow{&store, sessions, cache.functions(), settings()};
@@ -98,7 +92,7 @@ TEST_F(HandoffSheetTest, ReportsThePhasesOfARunAndItsPackage) {
         lines.append(sheet.run().line + QLatin1Char('|') + sheet.run().details);
         lines.removeDuplicates();
     });
-    run();
+    runSheet(sheet);
     EXPECT_THAT(lines, Contains(text("1 of 2: a.mov|Copying media · 1 bytes / 1 bytes")));
     EXPECT_THAT(lines, Contains(text("1 of 2: a_x.mov|Extracting subclip")));
     EXPECT_THAT(lines, Contains(text("1 of 2: a.mov|Encoding HD copy")));
@@ -124,7 +118,7 @@ TEST_F(HandoffSheetTest, ReportsThePhasesOfARunAndItsPackage) {
 TEST_F(HandoffSheetTest, ReportsFailedAndCancelledRuns) {
     prepare();
     folder.write(footage("a.mov"), "changed");
-    run();
+    runSheet(sheet);
     EXPECT_EQ(sheet.result().headline, text("Handoff finished with 2 issues"));
     EXPECT_EQ(sheet.results()->rows().last().name, text("a.mov"));
     EXPECT_TRUE(sheet.results()->rows().last().error.startsWith(text("Subclip extract: ")));
@@ -138,7 +132,7 @@ TEST_F(HandoffSheetTest, ReportsFailedAndCancelledRuns) {
             detach(store.closeProject());
         }
     });
-    run();
+    runSheet(sheet);
     QObject::disconnect(cancel);
     EXPECT_EQ(sheet.result().headline, text("Handoff cancelled"));
     EXPECT_EQ(sheet.result().cancelled, 2);
@@ -148,7 +142,7 @@ TEST_F(HandoffSheetTest, ReportsFailedAndCancelledRuns) {
     sheet.again();
     panels.answer = folder.write("file", "in the way");
     sheet.chooseFolder();
-    run();
+    runSheet(sheet);
     EXPECT_EQ(sheet.result().headline, text("Handoff finished with 1 issue"));
     EXPECT_FALSE(sheet.result().errorLine.isEmpty());
     EXPECT_EQ(sheet.result().line, QString());
