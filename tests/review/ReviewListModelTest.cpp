@@ -174,30 +174,6 @@ TEST(ReviewListModel, DescribesRowsInWordsAndReportsWhichSubclipsAreInline) {
     EXPECT_EQ(inlineReports, 1) << "for subclips in both lists";
 }
 
-TEST(ReviewListModel, KeepsTheIdentityOfRowsWhenFilterOrSortChanges) {
-    Project project = test::sampleProject(30);
-    for (int index = 0; index < 30; ++index) {
-        project.videos[index].edit().rating = index % 5;
-    }
-    ReviewListModel model;
-    model.setProject(&project);
-    MirrorView view(model);
-    view.rows = view.shown();
-    const auto rowOf = [&](const char *id) {
-        return QPersistentModelIndex(
-            model.index(int(view.shown().indexOf(QString::fromLatin1(id)))));
-    };
-    const QPersistentModelIndex staying = rowOf("clip-14");
-    const QPersistentModelIndex going = rowOf("clip-10");
-    model.setState({.ratingFilter = ReviewState::RatingFilter::threshold(4),
-                    .sort = ReviewState::Sort::rating});
-    EXPECT_EQ(staying.data(ReviewListModel::RowIdRole), QStringLiteral("clip-clip-14"));
-    EXPECT_FALSE(going.isValid());
-    model.setState({.sort = ReviewState::Sort::filename});
-    EXPECT_EQ(staying.data(ReviewListModel::RowIdRole), QStringLiteral("clip-clip-14"));
-    EXPECT_EQ(view.rows, view.shown());
-}
-
 TEST(ReviewListModel, ListsInlineSubclipsInCreationOrderBelowSortedClips) {
     VideoRecord second = test::makeVideo(QStringLiteral("B"), QStringLiteral("b.mov"));
     VideoRecord first = test::makeVideo(QStringLiteral("A"), QStringLiteral("a.mov"));

@@ -81,19 +81,11 @@ TEST_F(ReviewScreenTest, InspectsTheClip) {
     }());
     EXPECT_EQ(inspector.facts().join(QLatin1Char(' ')),
               QStringLiteral("avc1 3840×2160 23.98fps 0:12"));
-    for (const char *typed : {" Gull ", "Gull", "gull", "  "}) {
-        inspector.setNewTag(QString::fromLatin1(typed));
-        inspector.addTag();
-    }
-    EXPECT_EQ(inspector.tags(), (QStringList{QStringLiteral("Gull"), QStringLiteral("gull")}));
     inspector.setNotes(QStringLiteral("word ").repeated(1000));
     EXPECT_FALSE(inspector.notesBreakInWords());
     inspector.setNotes(inspector.notes() + QString(3000, QLatin1Char('n')));
     EXPECT_TRUE(inspector.notesBreakInWords());
-    inspector.setRating(5);
-    inspector.setRating(5);
     inspector.toggleFlag(1);
-    EXPECT_EQ(inspector.rating(), 5);
     EXPECT_EQ(titles(inspector.flags(), "isOn").first(), QStringLiteral("Selected"));
 }
 

@@ -180,8 +180,10 @@ TEST_F(MainPaneTest, HidesTheOverlayButtonDuringPlaybackUnlessThePointerIsOverIt
     Screen view = open();
     const auto button = text("playerOverlayButton");
     const QRect play = rectOf(view, "transport.play");
+    EXPECT_EQ(Screen::accessibleName(view.item(button)), text("Play"));
     view.click(button);
     EXPECT_EQ(player.shownRate, 1);
+    EXPECT_EQ(Screen::accessibleName(view.item(button)), text("Pause"));
     EXPECT_TRUE(view.shows(button)) << "the pointer is over the player";
     view.hover(text("drawer.head"));
     EXPECT_FALSE(view.shows(button));

@@ -15,16 +15,9 @@ constexpr auto kView = R"(
     import QtQuick
     import Corvane.Review
     PlayerView {
-        id: view
         property var player
-        property int toggles: 0
         anchors.fill: parent
         engine: player
-        PlayerOverlayButton {
-            anchors.centerIn: parent
-            isPlaying: view.toggles % 2
-            onToggle: view.toggles += 1
-        }
     })";
 
 /// The frame number in the part of the window that shows a frame of this aspect ratio.
@@ -57,17 +50,6 @@ TEST(PlayerViewTest, ShowsEntireFramesOnBlackAndNoFrameOfAMissingFile) {
     waitUntilDone(engine.load(folder.write(QStringLiteral("c.mov"), "no film")));
     EXPECT_TRUE(
         screen.waitFor([&] { return screen.picture().pixelColor(200, 200) == QColor(Qt::black); }));
-}
-
-TEST(PlayerViewTest, HasAnOverlayButtonWithAnAccessibleName) {
-    TestMonotonicClock clock;
-    PlayerEngine engine({.clock = &clock});
-    Screen screen(kView, {500, 400}, {{QStringLiteral("player"), QVariant::fromValue(&engine)}});
-    const auto button = QStringLiteral("playerOverlayButton");
-    EXPECT_EQ(Screen::accessibleName(screen.item(button)), QStringLiteral("Play"));
-    screen.click(button);
-    EXPECT_EQ(screen.root()->property("toggles").toInt(), 1);
-    EXPECT_EQ(Screen::accessibleName(screen.item(button)), QStringLiteral("Pause"));
 }
 
 } // namespace corvane::test

@@ -100,16 +100,17 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
         const MultiSelection &rows = review().selection()->multiSelection();
         return rows.multiSelectedClipIds.size() + rows.multiSelectedSubclipIds.size();
     }
-    /// Presses a delete key and answers the confirmation with a key. Returns the alert's title.
+    /// Presses a delete key and answers the confirmation with a key. Returns the alert's title and
+    /// the text of its button.
     std::string confirm(const char *deleteKey, const char *answer) {
         key(deleteKey);
         EXPECT_TRUE(appears("confirmation.accept") && popupsSettle());
         key("F"); // ignored while the alert is open
         key("Ctrl+Z");
-        const QString title = review().confirmation()->title;
+        const ReviewConfirmation asked = *review().confirmation();
         key(answer);
         EXPECT_TRUE(disappears("confirmation.accept") && reviewGetsFocus());
-        return title.toStdString();
+        return (asked.title + QLatin1Char(' ') + asked.acceptButton).toStdString();
     }
 };
 
@@ -172,7 +173,7 @@ TEST_F(ReviewKeysTest, InSubclipModeKeysEditTheSubclip) {
          "X > 0 x0 2.50; Right > 0 x0 3.50; . > 0 x0 3.50; Left > 0 x0 2.50; "
          "I > 0 x0 2.50 in 2.50");
     EXPECT_EQ(document(), "0-0-3FS 0R-0-0 0R-0-0");
-    EXPECT_EQ(confirm("Del", "Esc"), "Delete \"Subclip 2\"?");
+    EXPECT_EQ(confirm("Del", "Esc"), "Delete \"Subclip 2\"? Delete");
     EXPECT_EQ(document(), "0-0-3FS 0R-0-0 0R-0-0");
     EXPECT_EQ(state(), "0 x0 2.50 in 2.50") << "Esc only cancelled the alert";
     key("Esc");
@@ -180,11 +181,11 @@ TEST_F(ReviewKeysTest, InSubclipModeKeysEditTheSubclip) {
     EXPECT_EQ(state(), "0 x0 2.50");
     press({"4", "Up", "1"});
     EXPECT_EQ(document(), "4R-1-3FS 0R-0-0 0R-0-0");
-    EXPECT_EQ(confirm("Backspace", "Return"), "Delete \"Subclip 1\"?");
+    EXPECT_EQ(confirm("Backspace", "Return"), "Delete \"Subclip 1\"? Delete");
     EXPECT_EQ(document(), "4R-3FS 0R-0-0 0R-0-0");
     EXPECT_FALSE(review().selection()->isInSubclipMode());
-    EXPECT_EQ(confirm("Del", "Esc"), "Reject \"clip-0\"?");
-    EXPECT_EQ(confirm("Del", "Return"), "Reject \"clip-0\"?");
+    EXPECT_EQ(confirm("Del", "Esc"), "Reject \"clip-0\"? Reject");
+    EXPECT_EQ(confirm("Del", "Return"), "Reject \"clip-0\"? Reject");
     EXPECT_EQ(document(), "4RX-3FS 0R-0-0 0R-0-0");
     key("Del");
     EXPECT_FALSE(review().hasConfirmation()) << "it is rejected already";
@@ -193,20 +194,21 @@ TEST_F(ReviewKeysTest, InSubclipModeKeysEditTheSubclip) {
 }
 
 TEST_F(ReviewKeysTest, KeysEditAllMarkedRowsInOneUndoStep) {
+    app.store().toggleSubclipFavorite({QStringLiteral("clip-0"), QStringLiteral("clip-0-sub-1")});
     select("clip-clip-1");
     click("sub-clip-0-sub-1", Qt::ControlModifier);
     press({"Shift+Down", "Shift+Down"});
     EXPECT_EQ(markedRows(), 3);
     key("I");
     keys("4 > 4R; F > 4FR; S > 4FSR; R > 4FS", " x0 0.00 in 0.00");
-    EXPECT_EQ(document(), "0R-0-4FS 4FS-4FS-0 0R-0-0");
+    EXPECT_EQ(document(), "0R-0-4S 4FS-4FS-0 0R-0-0") << "F toggles each row";
     press({"Ctrl+Z", "Ctrl+Z"});
-    EXPECT_EQ(document(), "0R-0-4F 4FR-4F-0 0R-0-0") << "one undo step per key";
+    EXPECT_EQ(document(), "0R-0-4 4FR-4F-0 0R-0-0") << "one undo step per key";
     click("clip-clip-2", Qt::ControlModifier);
     key("X");
-    EXPECT_EQ(document(), "0R-0-4F 4FRX-4F-0 0RX-0-0");
+    EXPECT_EQ(document(), "0R-0-4 4FRX-4F-0 0RX-0-0");
     key("Ctrl+Z");
-    EXPECT_EQ(confirm("Del", "Esc"), "Delete 2 subclips and reject 2 clips?");
+    EXPECT_EQ(confirm("Del", "Esc"), "Delete 2 subclips and reject 2 clips? Apply");
     EXPECT_EQ(markedRows(), 4);
     key("Esc");
     EXPECT_EQ(markedRows(), 0);
@@ -215,11 +217,11 @@ TEST_F(ReviewKeysTest, KeysEditAllMarkedRowsInOneUndoStep) {
     EXPECT_FALSE(review().marking()->draftIn());
     click("sub-clip-0-sub-1", Qt::ControlModifier);
     click("clip-clip-2", Qt::ControlModifier);
-    EXPECT_EQ(confirm("Backspace", "Return"), "Delete 1 subclip and reject 1 clip?");
+    EXPECT_EQ(confirm("Backspace", "Return"), "Delete 1 subclip and reject 1 clip? Apply");
     EXPECT_EQ(document(), "0R-0 4FR-4F-0 0RX-0-0");
     EXPECT_EQ(markedRows(), 0);
     key("Ctrl+Z");
-    EXPECT_EQ(document(), "0R-0-4F 4FR-4F-0 0R-0-0");
+    EXPECT_EQ(document(), "0R-0-4 4FR-4F-0 0R-0-0");
 }
 
 TEST_F(ReviewKeysTest, TypingInAFieldTriggersNoReviewKey) {
