@@ -7,12 +7,16 @@ namespace {
 
 using AppCommandsTest = ShellTest;
 
-/// The label and shortcut of each entry, in lines.
+/// The label, shortcut and help text of each entry, in lines; "-" before a disabled one.
 std::string describe(const AppMenu &menu) {
     QString lines;
     for (const MenuEntry &entry : menu.entries) {
         const AppCommand *const command = entry.command;
-        lines += command ? command->label() + QLatin1Char('|') + command->shortcut()
+        const QString parts =
+            command ? QStringList{command->label(), command->shortcut(), command->toolTip()}.join(
+                          QLatin1Char('|'))
+                    : QString();
+        lines += command ? (command->isEnabled() ? QString() : QStringLiteral("-")) + parts
                  : entry.isRecentProjects ? AppCommands::openRecentLabel()
                                           : QStringLiteral("---");
         lines += QLatin1Char('\n');
@@ -22,14 +26,21 @@ std::string describe(const AppMenu &menu) {
 
 } // namespace
 
-TEST_F(AppCommandsTest, MenusListEveryCommand) {
+TEST_F(AppCommandsTest, MenusListEveryCommandAndWhyItIsDisabled) {
     const auto &menus = app.commands()->menus();
     ASSERT_EQ(menus.size(), 2);
-    EXPECT_EQ(describe(menus[0]), "New Project|Ctrl+N\nOpen Project…|Ctrl+O\nOpen Recent\n"
-                                  "Save Project|Ctrl+S\nClose Project|Ctrl+Shift+W\n---\n"
-                                  "Import Footage…|Ctrl+I\nExport…|Ctrl+E\n"
-                                  "Selects Handoff…|Ctrl+Shift+E\n");
-    EXPECT_EQ(describe(menus[1]), "Corvane Help|Ctrl+?\n---\nCheck for Updates…|\n");
+    EXPECT_EQ(describe(menus[0]),
+              "New Project|Ctrl+N|\nOpen Project…|Ctrl+O|\nOpen Recent\n-Save Project|Ctrl+S|\n"
+              "-Close Project|Ctrl+Shift+W|\n---\n-Import Footage…|Ctrl+I|\n-Export…|Ctrl+E|\n"
+              "-Selects Handoff…|Ctrl+Shift+E|Mark clips with the S flag in Review first\n");
+    EXPECT_EQ(describe(menus[1]), "Corvane Help|Ctrl+?|\n---\nCheck for Updates…||\n");
+    open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
+    app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+    EXPECT_EQ(describe(menus[0]),
+              "New Project|Ctrl+N|\nOpen Project…|Ctrl+O|\nOpen Recent\nSave Project|Ctrl+S|\n"
+              "Close Project|Ctrl+Shift+W|\n---\nImport Footage…|Ctrl+I|\nExport…|Ctrl+E|\n"
+              "Selects Handoff…|Ctrl+Shift+E|Bundle selects + their media + cache into a portable "
+              ".corvane package\n");
 }
 
 TEST_F(AppCommandsTest, EnabledCommandsEmitTheirRequest) {

@@ -14,7 +14,6 @@ using Screen = ContentRouter::Screen;
 class ContentRouterTest : public ShellTest {
   protected:
     QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2));
-    QString bad = folder.write(QStringLiteral("bad.corvane"), "{");
 };
 
 class ProjectSetupTest : public ShellTest {
@@ -43,30 +42,6 @@ TEST_F(ContentRouterTest, ShowsTheScreenForTheSessionState) {
     await(app.store().closeProject());
     EXPECT_EQ(router.screen(), Screen::Home) << "opening a project leaves the setup";
     EXPECT_TRUE(app.setup()->projectName().isEmpty());
-}
-
-TEST_F(ContentRouterTest, AnInvalidFileShowsAnAlertAndTheOpenProjectStays) {
-    open(file);
-    await(app.store().flushPendingSave());
-    panels.answer = bad;
-    ContentRouter &router = *app.router();
-    const std::function<void()> openBad[] = {
-        [&] { router.open(bad); },
-        [&] { Q_EMIT app.requests()->openProjectRequested(); },
-        [&] { router.openDropped({QUrl::fromLocalFile(bad)}); },
-    };
-    for (const auto &open : openBad) {
-        open();
-        waitUntil([&] { return router.hasError(); });
-        EXPECT_EQ(
-            alert(),
-            QStringLiteral("Open failed: %1 is not a valid `.corvane` JSON document.").arg(bad));
-        EXPECT_EQ(app.store().fileURL(), file);
-        router.dismissError();
-        EXPECT_EQ(alert(), QString());
-        EXPECT_EQ(router.screen(), Screen::Project);
-    }
-    EXPECT_EQ(panels.shown, 1);
 }
 
 TEST_F(ContentRouterTest, AcceptsOneDroppedProjectFile) {

@@ -128,9 +128,6 @@ class WindowTest : public ShellTest {
         EXPECT_TRUE(disappears(start.c_str()) &&
                     appears((flow + ".done.done").c_str(), kMediaTimeout));
         QStringList lines{delivery->result().headline};
-        if (!delivery->result().errorLine.isEmpty()) {
-            lines.append(delivery->result().errorLine);
-        }
         for (const DeliveryResult &row : delivery->results()->rows()) {
             lines.append(row.name + (row.error.isEmpty() ? QString() : utf8(": ") + row.error));
         }
