@@ -180,29 +180,6 @@ TEST_F(ImportSheetTest, ReportsProgressThatNeverDecreases) {
     EXPECT_EQ(sheet.result().notice, QString());
 }
 
-TEST_F(ImportSheetTest, CancelsOnceAndReportsHowManyVideosAreMissing) {
-    for (const char *path : {"cards/a.mov", "cards/b.mov", "cards/c.mov"}) {
-        write(path);
-    }
-    scanCards(SourceImportMode::copied);
-    BlockedCopy blocked(utf8("b.mov"));
-    QObject::connect(&sheet, &ImportSheet::runChanged, &sheet, [&] {
-        if (sheet.run().fileName == utf8("b.mov") && sheet.canCancel()) {
-            sheet.escape();
-            EXPECT_EQ(sheet.cancelText(), utf8("Cancelling…"));
-            sheet.openWith({at(utf8("p"))});
-            blocked.resume();
-        }
-    });
-    sheet.beginImport();
-    waitFor(Stage::done);
-    EXPECT_EQ(sheet.result().notice, utf8("Cancelled. 2 videos were not imported."));
-    EXPECT_EQ(counterTexts(), QStringList(utf8("1 imported")));
-    EXPECT_EQ(folder.names(utf8("p/media")), QStringList(utf8("a.mov")));
-    sheet.startAgain();
-    EXPECT_EQ(import.sourceURLs(), QStringList(at(utf8("p"))));
-}
-
 TEST(ImportTexts, CountWhatWasLeftOutAndWhatNeedsConfirmation) {
     EXPECT_EQ(leftOutText({}), QString());
     EXPECT_EQ(leftOutText({.notMedia = 1, .unreadable = 2}),

@@ -78,6 +78,8 @@ TEST_F(ExportSheetTest, OpensWithTheDefaultsAndExplainsThem) {
     EXPECT_EQ(sheet.countLine(), text("No selects"));
     EXPECT_FALSE(sheet.hasRows() || sheet.canStart());
     EXPECT_EQ(sheet.startHelp(), text("There is nothing to export."));
+    flow.setOutputFolder(at("a\nb"));
+    EXPECT_EQ(sheet.folderLine(), at("a b"));
     flow.setOutputFolder({});
     EXPECT_EQ(sheet.folder(), text("(none chosen)"));
     EXPECT_EQ(sheet.startHelp(), text("Choose an output folder first."));
@@ -226,19 +228,6 @@ TEST_F(ExportSheetTest, ShowsManifestAndBackupErrorsOnTheirOwnLines) {
     EXPECT_TRUE(sheet.result().errorLine.startsWith(text("manifest write: ")));
     EXPECT_EQ(sheet.result().line, QString());
     EXPECT_FALSE(store.lastError());
-}
-
-TEST_F(ExportSheetTest, StartsTheFolderPanelInAnExistingFolder) {
-    sheet.chooseFolder();
-    sheet.open();
-    panels.answer = at("a\nb");
-    sheet.chooseFolder();
-    EXPECT_EQ(panels.choice.startFolder, at("project"));
-    EXPECT_EQ(sheet.folder(), at("a\nb"));
-    EXPECT_EQ(sheet.folderLine(), at("a b"));
-    QSignalSpy reveals(&sheet, &DeliverySheet::revealWanted);
-    sheet.reveal(at("x"));
-    EXPECT_THAT(reveals, ElementsAre(QVariantList{at("x")}));
 }
 
 TEST_F(ExportSheetTest, ClosesWithItsProjectUnlessARunIsInProgress) {

@@ -109,18 +109,6 @@ TEST_F(SelectsHandoffViewModelTest, RunsOnceAndLeavesTheProjectUnchanged) {
     EXPECT_FALSE(has("out/Show (2)"));
 }
 
-TEST_F(SelectsHandoffViewModelTest, CancelsBeforeTheFirstClip) {
-    addVideo("a.mov", "1");
-    prepare();
-    auto running = flow->start(project);
-    flow->requestCancel();
-    EXPECT_EQ(flow->cancelStage(), CancelStage::graceful);
-    await(std::move(running));
-    EXPECT_EQ(HandoffTexts::headline(*flow->result()), text("Handoff cancelled"));
-    EXPECT_EQ(HandoffTexts::row(flow->result()->failed.first()), text("a.mov: Cancelled"));
-    EXPECT_THAT(delivered().videos, IsEmpty());
-}
-
 TEST_F(SelectsHandoffViewModelTest, AbortAndDestructionCancelTheCurrentOutput) {
     addSubclip(addVideo("a.mov", "1"), "x");
     prepare();

@@ -167,12 +167,15 @@ TEST_F(ImportViewTest, CannotBeClosedDuringARunAndEscCancels) {
     EXPECT_EQ(text("import.running.cancel"), named("Cancelling…"));
     screen.key(Qt::Key_Escape);
     EXPECT_TRUE(sheet.isOpen());
+    sheet.openWith({at(named("p"))});
     blocked.resume();
     ASSERT_TRUE(reaches(Stage::done, "import.more"));
     EXPECT_EQ(text("import.doneNotice"), named("Cancelled. 1 video was not imported."));
     settle();
     screen.picture(named("import-cancelled"));
     EXPECT_EQ(store.project()->videos.size(), 1);
+    click("import.more");
+    EXPECT_EQ(import.sourceURLs(), QStringList(at(named("p")))) << "added during the run";
 }
 
 TEST_F(ImportViewTest, ArrowKeysSkipImportedRowsAndLongNamesFit) {
