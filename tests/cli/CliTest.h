@@ -97,14 +97,14 @@ class CliTest : public testing::Test {
         for (int index = 1; index <= count; ++index) {
             folder.write(QStringLiteral("card/clip%1.mp4").arg(index), noise(5000, quint32(index)));
         }
-        folder.folder(QStringLiteral("p"));
+        folder.folder("p");
         ASSERT_EQ(run("create P --name Harbor"), kAllDone) << console.error.data();
         ASSERT_EQ(run("import P @card"), kAllDone) << console.error.data();
     }
 
     TestFolder folder;
-    TestConsole console{folder.at(QStringLiteral("data"))};
-    QString project = folder.at(QStringLiteral("p/Harbor.corvane"));
+    TestConsole console{folder.at("data")};
+    QString project = folder.at("p/Harbor.corvane");
 };
 
 } // namespace corvane::test

@@ -15,7 +15,7 @@ class CommandLine : public CliTest {};
 
 TEST_F(CommandLine, ExplainsWrongUsageWithStatusTwo) {
     createWithClips(1);
-    const QByteArray before = folder.read(QStringLiteral("p/Harbor.corvane"));
+    const QByteArray before = folder.read("p/Harbor.corvane");
     const std::pair<const char *, const char *> wrong[] = {
         {"", "A command is missing"},
         {"deliver P", "Unknown command \"deliver\""},
@@ -56,8 +56,8 @@ TEST_F(CommandLine, ExplainsWrongUsageWithStatusTwo) {
         EXPECT_THAT(console.error.toStdString(), HasSubstr(message)) << line;
         EXPECT_TRUE(console.output.isEmpty()) << line;
     }
-    EXPECT_EQ(folder.read(QStringLiteral("p/Harbor.corvane")), before);
-    EXPECT_FALSE(folder.has(QStringLiteral("p/other.corvane")));
+    EXPECT_EQ(folder.read("p/Harbor.corvane"), before);
+    EXPECT_FALSE(folder.has("p/other.corvane"));
 }
 
 TEST_F(CommandLine, PrintsOneJSONObjectEvenOnFailure) {
@@ -88,17 +88,17 @@ TEST_F(CommandLine, RefusesCommandsThatNeedDataLockedByAnotherProcess) {
     EXPECT_THAT(console.error.toStdString(), HasSubstr("is using Corvane's data"));
     EXPECT_EQ(run("mark P clip1.mp4 --rating 3"), kRefused);
     EXPECT_EQ(run("create @p/second --name Second"), kRefused);
-    EXPECT_FALSE(folder.has(QStringLiteral("p/second.corvane")));
+    EXPECT_FALSE(folder.has("p/second.corvane"));
     EXPECT_EQ(run("scan @card"), kAllDone);
     EXPECT_EQ(run("anchor @card/clip1.mp4"), kAllDone);
 }
 
 TEST_F(CommandLine, VerifiesFilesAgainstAnchors) {
-    const QString file = folder.write(QStringLiteral("clip.mov"), "bytes");
+    const QString file = folder.write("clip.mov", "bytes");
     const QString anchor = text(json("anchor @clip.mov"), "anchor");
     const QByteArray verify = "verify " + anchor.toUtf8() + " @clip.mov";
     expectMembers(json(verify.constData()), R"({"result": "matches"})");
-    folder.write(QStringLiteral("clip.mov"), "other");
+    folder.write("clip.mov", "other");
     expectMembers(json(verify.constData(), kRefused), R"({"result": "mismatches"})");
     expectMembers(json("verify nothing @clip.mov", kRefused), R"({"result": "unverifiable"})");
     EXPECT_EQ(run("anchor @missing.mov"), kRefused);
@@ -106,7 +106,7 @@ TEST_F(CommandLine, VerifiesFilesAgainstAnchors) {
 }
 
 TEST_F(CommandLine, RemovesControlCharactersOfFileNames) {
-    folder.write(QStringLiteral("card/a\x1b[2J\n.mp4"), "bytes");
+    folder.write("card/a\x1b[2J\n.mp4", "bytes");
     EXPECT_EQ(run("scan @card"), kAllDone);
     EXPECT_FALSE(console.output.contains('\x1b'));
     EXPECT_EQ(console.output.count('\n'), 3) << console.output.data();

@@ -30,10 +30,10 @@ void interruptAt(test::FaultyFileSystem &files, const QString &suffix) {
 } // namespace
 
 TEST_F(DeliveryCommands, ScanListsMediaWithSidecarsAndReportsSkippedFiles) {
-    const QString clip = folder.write(QStringLiteral("card/A/C0001.MP4"), noise(100));
-    const QString sidecar = folder.write(QStringLiteral("card/A/C0001M01.XML"), "<x/>");
-    folder.write(QStringLiteral("card/plain.mov"), "");
-    folder.write(QStringLiteral("card/notes.txt"), "text");
+    const QString clip = folder.write("card/A/C0001.MP4", noise(100));
+    const QString sidecar = folder.write("card/A/C0001M01.XML", "<x/>");
+    folder.write("card/plain.mov", "");
+    folder.write("card/notes.txt", "text");
 
     EXPECT_EQ(list(json("scan @card"), "videos").size(), 1);
     const JSONValue::Array videos = list(json("scan @card --recursive"), "videos");
@@ -55,23 +55,23 @@ TEST_F(DeliveryCommands, ScanListsMediaWithSidecarsAndReportsSkippedFiles) {
 TEST_F(DeliveryCommands, ImportsNewFilesInPlaceOrByCopyAndReportsFailures) {
     createWithClips(2);
     EXPECT_EQ(column(list(json("info P"), "videos"), "sourcePath").first(),
-              folder.at(QStringLiteral("card/clip1.mp4")));
-    folder.write(QStringLiteral("other/clip3.mp4"), noise(10, 3));
-    folder.write(QStringLiteral("other/clip3.xml"), "<x/>");
-    folder.write(QStringLiteral("other/same.mp4"), noise(5000, 1));
+              folder.at("card/clip1.mp4"));
+    folder.write("other/clip3.mp4", noise(10, 3));
+    folder.write("other/clip3.xml", "<x/>");
+    folder.write("other/same.mp4", noise(5000, 1));
 
     const auto imported = json("import P @other --copy");
     expectMembers(imported, R"({"succeeded": 1, "skipped": 1, "sidecarsImported": 1})");
     EXPECT_EQ(list(imported, "videos").first(),
               JSONValue(text(list(json("info P"), "videos").last(), "id")));
-    EXPECT_EQ(folder.read(QStringLiteral("p/media/clip3.mp4")), noise(10, 3));
-    EXPECT_TRUE(folder.has(QStringLiteral("p/media/clip3.xml")));
+    EXPECT_EQ(folder.read("p/media/clip3.mp4"), noise(10, 3));
+    EXPECT_TRUE(folder.has("p/media/clip3.xml"));
 
     expectMembers(json("import P @card @other --copy --to @elsewhere"),
                   R"({"succeeded": 0, "skipped": 4})");
-    EXPECT_FALSE(folder.has(QStringLiteral("elsewhere")));
+    EXPECT_FALSE(folder.has("elsewhere"));
 
-    folder.write(QStringLiteral("other/clip4.mp4"), noise(10, 4));
+    folder.write("other/clip4.mp4", noise(10, 4));
     const auto failed = json("import P @other --copy --to @other/clip3.mp4", kRefused);
     expectMembers(failed, R"({"succeeded": 0, "skipped": 2, "failed": 1})");
     EXPECT_FALSE(text(list(failed, "failures").first(), "message").isEmpty());
@@ -88,14 +88,14 @@ TEST_F(DeliveryCommands, PreviewsAnExportAndThenDelivers) {
     EXPECT_THAT(
         column(list(preview, "rows"), "proposedName"),
         testing::ElementsAre(QStringLiteral("Gulls_001.mp4"), QStringLiteral("Gulls_002.mp4")));
-    EXPECT_FALSE(folder.has(QStringLiteral("out")));
+    EXPECT_FALSE(folder.has("out"));
 
     console.isTerminal = true;
     const auto result = json("export P --to @out");
     EXPECT_TRUE(console.error.contains("[")) << "a progress bar";
     EXPECT_TRUE(console.error.endsWith("\r\x1b[K")) << "the bar is erased";
     expectMembers(result, R"({"succeededCount": 2, "manifestError": null})");
-    EXPECT_EQ(folder.read(QStringLiteral("out/clip3.mp4")), noise(5000, 3));
+    EXPECT_EQ(folder.read("out/clip3.mp4"), noise(5000, 3));
     JSONValue::Object manifest = result;
     manifest.remove(QStringLiteral("manifestPath"));
     manifest.remove(QStringLiteral("manifestError"));
@@ -107,7 +107,7 @@ TEST_F(DeliveryCommands, PreviewsAnExportAndThenDelivers) {
 }
 
 TEST_F(DeliveryCommands, OptionsDetermineThePlannedRows) {
-    folder.write(QStringLiteral("card/old.mov"), noise(10));
+    folder.write("card/old.mov", noise(10));
     createWithClips(1);
     ASSERT_EQ(run("mark P old.mov --select on"), kAllDone);
     ASSERT_EQ(run("export P"), kAllDone);
@@ -135,9 +135,8 @@ TEST_F(DeliveryCommands, OptionsDetermineThePlannedRows) {
 
 TEST_F(DeliveryCommands, EncodesSubclips) {
     createWithClips(1);
-    folder.folder(QStringLiteral("shoot"));
-    test::makeClip(folder.at(QStringLiteral("shoot/take.mov")),
-                   {.frames = 100, .bFrames = 2, .audioTracks = 1});
+    folder.folder("shoot");
+    test::makeClip(folder.at("shoot/take.mov"), {.frames = 100, .bFrames = 2, .audioTracks = 1});
     ASSERT_EQ(run("import P @shoot"), kAllDone);
     ASSERT_EQ(run("subclip P take.mov 1 2 --label Pan"), kAllDone);
     expectMembers(json("export P --to @a --output primary-and-hd --handles 0.5"),
@@ -165,12 +164,12 @@ TEST_F(DeliveryCommands, ReportsAMissingManifestAndAChangedFile) {
         EXPECT_THAT(console.error.toStdString(), HasSubstr("manifest write: "));
     }
     ASSERT_EQ(run("mark P clip2.mp4 --select on"), kAllDone);
-    folder.write(QStringLiteral("card/clip2.mp4"), noise(5000, 9));
+    folder.write("card/clip2.mp4", noise(5000, 9));
     expectMembers(json("export P --all --to @out", kRefused),
                   R"({"succeededCount": 1, "failedCount": 1, "manifestError": null})");
     EXPECT_THAT(console.error.toStdString(), HasSubstr("clip2.mp4: "));
-    EXPECT_TRUE(folder.has(QStringLiteral("out/clip1.mp4")));
-    EXPECT_FALSE(folder.has(QStringLiteral("out/clip2.mp4")));
+    EXPECT_TRUE(folder.has("out/clip1.mp4"));
+    EXPECT_FALSE(folder.has("out/clip2.mp4"));
 }
 
 TEST_F(DeliveryCommands, InterruptedRunsKeepTheirResults) {
@@ -198,7 +197,7 @@ TEST_F(DeliveryCommands, InterruptedRunsKeepTheirResults) {
     EXPECT_EQ(list(exported, "rows").size(), 5);
     EXPECT_FALSE(text(exported, "manifestPath").isEmpty());
 
-    folder.folder(QStringLiteral("packages"));
+    folder.folder("packages");
     interruptAt(files, QStringLiteral("packages/Show/media"));
     const auto handoff = json("handoff P --to @packages --name Show", kRefused);
     expectMembers(handoff, R"({"cancelled": true})");
@@ -223,9 +222,9 @@ TEST_F(DeliveryCommands, ListsAndConfirmsPendingMedia) {
                             "unresolvedMediaPendingPaths": []})");
 
     // A project from elsewhere has no grant for its media folder.
-    folder.write(QStringLiteral("p/media/clip2.mp4"), noise(10, 2));
+    folder.write("p/media/clip2.mp4", noise(10, 2));
     ASSERT_EQ(run("import P @p/media"), kAllDone);
-    console.useData(folder.at(QStringLiteral("data2")));
+    console.useData(folder.at("data2"));
     EXPECT_EQ(run("media P"), kAllDone);
     EXPECT_EQ(console.output,
               "This project's media folder hasn't been authorized, so Export and Handoff will "
@@ -238,7 +237,7 @@ TEST_F(DeliveryCommands, ListsAndConfirmsPendingMedia) {
     EXPECT_EQ(run("import P @card"), kAllDone);
     EXPECT_TRUE(console.error.contains("1 file of the skipped can't be read for this project"))
         << console.error.data();
-    const QString clip = folder.at(QStringLiteral("card/clip1.mp4"));
+    const QString clip = folder.at("card/clip1.mp4");
     EXPECT_EQ(list(json("media P"), "unresolvedMediaPendingPaths"),
               (JSONValue::Array{JSONValue(clip)}));
     ASSERT_TRUE(QFile::rename(clip, clip + QStringLiteral(".away")));
@@ -259,24 +258,23 @@ TEST_F(DeliveryCommands, AMovedPackageDeliversOnceItsMediaAreConfirmed) {
         "generalError": "Could not reserve package folder: No such file or directory",
         "packageFolder": null})");
 
-    folder.folder(QStringLiteral("out"));
-    folder.write(QStringLiteral("card/clip3.mp4"), noise(5000, 9));
+    folder.folder("out");
+    folder.write("card/clip3.mp4", noise(5000, 9));
     const auto result = json("handoff P --to @out --name Show", kRefused);
     expectMembers(result, R"({"succeeded": 1, "failed": 1, "generalError": null})");
-    EXPECT_EQ(text(result, "projectFile"), folder.at(QStringLiteral("out/Show/Show.corvane")));
+    EXPECT_EQ(text(result, "projectFile"), folder.at("out/Show/Show.corvane"));
     EXPECT_EQ(text(list(result, "failures").first(), "videoFileName"), QStringLiteral("clip3.mp4"));
 
     EXPECT_EQ(run("export @out/Show/Show.corvane --to @here"), kAllDone) << console.error.data();
-    folder.folder(QStringLiteral("far"));
-    fileSystem().rename(folder.at(QStringLiteral("out/Show")),
-                        folder.at(QStringLiteral("far/away")));
+    folder.folder("far");
+    fileSystem().rename(folder.at("out/Show"), folder.at("far/away"));
     EXPECT_EQ(run("export @far/away/Show.corvane --all --to @there"), kRefused);
     expectMembers(json("media @far/away/Show.corvane"),
                   R"({"legacyPackageMediaNeedsAuthorization": true})");
     EXPECT_EQ(run("media @far/away/Show.corvane --confirm legacy-package"), kAllDone);
     EXPECT_EQ(run("export @far/away/Show.corvane --all --to @there"), kAllDone)
         << console.error.data();
-    EXPECT_EQ(folder.read(QStringLiteral("there/clip1.mp4")), noise(5000, 1));
+    EXPECT_EQ(folder.read("there/clip1.mp4"), noise(5000, 1));
 }
 
 } // namespace corvane

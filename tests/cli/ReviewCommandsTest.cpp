@@ -21,7 +21,7 @@ class ReviewCommands : public CliTest {
 } // namespace
 
 TEST_F(ReviewCommands, CreatesAProjectAndNeverReplacesAFile) {
-    folder.folder(QStringLiteral("p"));
+    folder.folder("p");
     const char members[] =
         R"({"name": "Harbor", "shootDate": "2024-05-01", "clientOrSeries": "Gulls",
             "location": "Pier", "notes": "Windy", "clips": 0, "schemaVersion": 7})";
@@ -29,12 +29,12 @@ TEST_F(ReviewCommands, CreatesAProjectAndNeverReplacesAFile) {
                               "--client Gulls --location Pier --notes Windy");
     expectMembers(created, members);
     EXPECT_EQ(text(created, "filePath"), project);
-    const QByteArray before = folder.read(QStringLiteral("p/Harbor.corvane"));
+    const QByteArray before = folder.read("p/Harbor.corvane");
 
     EXPECT_EQ(text(json("create P --name Other", kRefused), "error"),
               project + QStringLiteral(" already exists. Nothing was changed."));
     expectMembers(json("info P"), members);
-    EXPECT_EQ(folder.read(QStringLiteral("p/Harbor.corvane")), before);
+    EXPECT_EQ(folder.read("p/Harbor.corvane"), before);
 
     EXPECT_EQ(run("create @missing/x --name X"), kRefused);
     EXPECT_THAT(console.error.toStdString(), HasSubstr("Create failed: "));
@@ -59,14 +59,14 @@ TEST_F(ReviewCommands, AppliesAllMarksToTheClips) {
 
 TEST_F(ReviewCommands, RefusesUnknownAndAmbiguousClipsWithoutChanges) {
     createWithClips(2);
-    folder.write(QStringLiteral("card2/clip1.mp4"), "another");
+    folder.write("card2/clip1.mp4", "another");
     ASSERT_EQ(run("import P @card2"), kAllDone);
-    const QByteArray before = folder.read(QStringLiteral("p/Harbor.corvane"));
+    const QByteArray before = folder.read("p/Harbor.corvane");
     EXPECT_EQ(run("mark P clip2.mp4 clip1.mp4 --rating 3"), kRefused);
     EXPECT_THAT(console.error.toStdString(), HasSubstr("2 clips have the file name \"clip1.mp4\""));
     EXPECT_EQ(run("mark P clip2.mp4 clip9.mp4 --rating 3"), kRefused);
     EXPECT_THAT(console.error.toStdString(), HasSubstr("\"clip9.mp4\""));
-    EXPECT_EQ(folder.read(QStringLiteral("p/Harbor.corvane")), before);
+    EXPECT_EQ(folder.read("p/Harbor.corvane"), before);
 
     const QString id = text(list(json("info P"), "videos").last(), "id");
     EXPECT_EQ(run(("mark P --rating 3 " + id.toUtf8()).constData()), kAllDone);

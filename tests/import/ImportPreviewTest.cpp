@@ -36,8 +36,8 @@ std::string namesOf(const QList<ImportPreviewRow> &rows) {
 
 TEST(ImportPreview, RenamesEquallyNamedVideosTogetherWithTheirSidecars) {
     const TestFolder destination;
-    destination.write(QStringLiteral("C1 (3).MP4"), "there");
-    destination.write(QStringLiteral("A2.XML"), "there");
+    destination.write("C1 (3).MP4", "there");
+    destination.write("A2.XML", "there");
     const auto rows = buildPreviewRows(
         {scannedVideo("/a/C1.MP4", "/a/C1M01.XML"), scannedVideo("/b/C1.MP4", "/b/C1M01.XML"),
          scannedVideo("/c/C1.MP4", "/c/C1.b.xmp"), scannedVideo("/c/C1.MOV", "/c/C1M01.XML"),

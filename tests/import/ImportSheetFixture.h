@@ -5,31 +5,13 @@
 #include "support/FaultyFileSystem.h"
 #include "support/TestClock.h"
 #include "support/TestFolder.h"
+#include "support/TestPanels.h"
 
 #include <gmock/gmock.h>
 
 #include <semaphore>
 
 namespace corvane::test {
-
-/// Answers every panel with `paths`; cancels it if they are empty.
-class PathPanels : public FilePanels {
-  public:
-    void openProjectFile(Chosen) override {}
-    void save(const SavePanel &, Chosen) override {}
-    void chooseFolder(const ChoosePanel &, Chosen chosen) override {
-        if (!paths.isEmpty()) {
-            chosen(paths.first());
-        }
-    }
-    void chooseFiles(const ChoosePanel &, ChosenFiles chosen) override {
-        if (!paths.isEmpty()) {
-            chosen(paths);
-        }
-    }
-
-    QStringList paths;
-};
 
 /// Blocks the copy of one file until `resume`.
 class BlockedCopy {
@@ -49,26 +31,29 @@ class BlockedCopy {
     FileSystemScope m_scope{m_files};
 };
 
-/// The import sheet of a new project, with a folder "cards" beside it.
-class ImportSheetFixture : public testing::Test {
+/// An import into a new project, with the project in a folder "p".
+class ImportTest : public testing::Test {
   protected:
-    ImportSheetFixture() {
-        await(store.createProject({.name = QStringLiteral("Shoot")}, projectFile));
-    }
+    ImportTest() { await(store.createProject({.name = QStringLiteral("Shoot")}, projectFile)); }
 
-    QString at(const QString &relative) const { return folder.at(relative); }
+    QString at(QAnyStringView relative) const { return folder.at(relative); }
 
     TestFolder folder;
-    QString projectFile = folder.folder(QStringLiteral("p")) + QStringLiteral("/shoot.corvane");
-    QString cards = folder.folder(QStringLiteral("cards"));
+    QString projectFile = folder.folder("p") + QStringLiteral("/shoot.corvane");
     TestClock clock;
     ProjectFileIO io;
-    ProjectRegistry registry{at(QStringLiteral("data")), clock};
+    ProjectRegistry registry{at("data"), clock};
     BackupService backups{clock};
-    MediaSourceAuthorization authorization{at(QStringLiteral("data"))};
+    MediaSourceAuthorization authorization{at("data")};
     ProjectStore store{io, registry, backups, authorization, clock};
     ImportViewModel import{&store};
-    PathPanels panels;
+};
+
+/// The import sheet, with a folder "cards" beside the project's.
+class ImportSheetFixture : public ImportTest {
+  protected:
+    QString cards = folder.folder("cards");
+    TestPanels panels;
     ImportSheet sheet{import, panels, clock};
 };
 

@@ -16,7 +16,7 @@ using Stage = ImportViewModel::Stage;
 class ImportSheetTest : public ImportSheetFixture {
   protected:
     void write(const char *path, qsizetype bytes = 100) const {
-        folder.write(QString::fromLatin1(path), noise(bytes, quint32(qHash(QByteArray(path)))));
+        folder.write(path, noise(bytes, quint32(qHash(QByteArray(path)))));
     }
     void waitFor(Stage stage) {
         const QDeadlineTimer deadline(20'000);
@@ -54,19 +54,20 @@ TEST_F(ImportSheetTest, AddsEachSourceOnceAndExplainsWhatCannotBeAdded) {
     const QAbstractItemModelTester tester(sheet.sources());
     sheet.open();
     write("a.mov");
-    panels.paths = {cards, at(utf8("a.mov")), cards + utf8("/../cards/")};
+    panels.answer = cards;
+    panels.files = {cards, at("a.mov"), cards + utf8("/../cards/")};
     sheet.sources()->chooseFiles();
     sheet.sources()->chooseFolder();
-    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(utf8("a.mov"))}));
+    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at("a.mov")}));
     EXPECT_EQ(sheet.sources()->index(0).data(ImportSourceList::SymbolRole), utf8("folder"));
     EXPECT_EQ(sheet.sources()->index(1).data(ImportSourceList::SymbolRole), utf8("file"));
     sheet.sources()->addDropped(
-        {QUrl(utf8("https://a.example/b.mov")), QUrl::fromLocalFile(at(utf8("p")))});
+        {QUrl(utf8("https://a.example/b.mov")), QUrl::fromLocalFile(at("p"))});
     EXPECT_EQ(sheet.sources()->notice(),
               utf8("Only files and folders of this computer can be imported."));
     EXPECT_EQ(sheet.sources()->count(), 3);
     sheet.sources()->remove(1);
-    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(utf8("p"))}));
+    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at("p")}));
     sheet.sources()->remove(7);
     sheet.sources()->remove(1);
     sheet.sources()->remove(0);
@@ -91,8 +92,8 @@ TEST_F(ImportSheetTest, EscGoesBackOneStageOrCloses) {
     EXPECT_EQ(import.sourceURLs(), QStringList(cards));
     sheet.scan();
     waitFor(Stage::results);
-    sheet.openWith({at(utf8("p"))});
-    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(utf8("p"))}));
+    sheet.openWith({at("p")});
+    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at("p")}));
     sheet.escape();
     EXPECT_FALSE(sheet.isOpen());
     sheet.open();
@@ -150,7 +151,7 @@ TEST_F(ImportSheetTest, ReportsProgressThatNeverDecreases) {
     write("cards/c.mov", 4'000'000);
     scanCards(SourceImportMode::copied);
     sheet.toggleRow(1);
-    EXPECT_TRUE(folder.names(utf8("p/media")).isEmpty());
+    EXPECT_TRUE(folder.names("p/media").isEmpty());
     EXPECT_EQ(sheet.preview().destinationNote, utf8("(created on import)"));
     QStringList seen;
     double reached = 0;

@@ -1,35 +1,22 @@
-#include "import/ImportViewModel.h"
-
-#include "support/Await.h"
-#include "support/FaultyFileSystem.h"
-#include "support/TestClock.h"
-#include "support/TestFolder.h"
+#include "ImportSheetFixture.h"
 #include "support/TestMedia.h"
 #include "trust/ContentHasher.h"
-
-#include <gmock/gmock.h>
 
 #include <QFile>
 
 #include <cerrno>
-#include <semaphore>
 
 using namespace corvane;
 using corvane::test::await;
 using corvane::test::FaultyFileSystem;
-using corvane::test::TestFolder;
 
 namespace {
 
 using Stage = ImportViewModel::Stage;
 
-/// An import into a new project, from a folder "cards" beside it.
-class ImportViewModelTest : public testing::Test {
+/// Imports from a folder "cards".
+class ImportViewModelTest : public test::ImportTest {
   protected:
-    ImportViewModelTest() {
-        await(store.createProject({.name = QStringLiteral("Shoot")}, projectFile));
-    }
-
     /// Writes files that contain their own paths. `paths` is separated by spaces.
     void fill(const char *paths) const {
         for (const QString &path : QString::fromLatin1(paths).split(QLatin1Char(' '))) {
@@ -61,8 +48,7 @@ class ImportViewModelTest : public testing::Test {
         return {result.succeededCount, result.failedCount, result.skippedCount,
                 result.sidecarsImportedCount};
     }
-    QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
-    QByteArray read(const char *name) const { return folder.read(QString::fromLatin1(name)); }
+    QByteArray read(const char *name) const { return folder.read(name); }
     AuthorizedPaths grants() { return await(authorization.authorizedPaths(projectFile)); }
     /// Calls `action` at every progress of that row; the first row is 1.
     void atRow(int index, const std::function<void()> &action) {
@@ -73,17 +59,7 @@ class ImportViewModelTest : public testing::Test {
         });
     }
 
-    TestFolder folder;
-    QString projectFile = at("p/shoot.corvane");
     QString media = at("p/media");
-    QString made = folder.folder(QStringLiteral("p"));
-    test::TestClock clock;
-    ProjectFileIO io;
-    ProjectRegistry registry{at("data"), clock};
-    BackupService backups{clock};
-    MediaSourceAuthorization authorization{at("data")};
-    ProjectStore store{io, registry, backups, authorization, clock};
-    ImportViewModel import{&store};
 };
 
 } // namespace
@@ -139,11 +115,11 @@ TEST_F(ImportViewModelTest, AsksForConfirmationOfSkippedClipsThatMayNotBeRead) {
 
 TEST_F(ImportViewModelTest, AsksAboutAChangeThatTheDuplicateKeyDoesNotCover) {
     QByteArray bytes(3 << 20, 'a');
-    const QString clip = folder.write(QStringLiteral("cards/C1.MP4"), bytes);
+    const QString clip = folder.write("cards/C1.MP4", bytes);
     scanCards();
     run();
     bytes[(1 << 20) + 7] = 'b';
-    folder.write(QStringLiteral("cards/C1.MP4"), bytes);
+    folder.write("cards/C1.MP4", bytes);
     QFile file(clip);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
                 file.setFileTime(clock.now().addSecs(1), QFileDevice::FileModificationTime));
@@ -189,7 +165,7 @@ TEST_F(ImportViewModelTest, ContinuesAfterAFailedRowAndKeepsAVideoWithoutItsSide
     fill("cards/a.mov cards/a.xml cards/b.mov cards/c.mov cards/d.mov");
     scanCards(SourceImportMode::copied);
     ASSERT_TRUE(QFile::remove(at("cards/a.xml")));
-    folder.folder(QStringLiteral("p/media/b.mov"));
+    folder.folder("p/media/b.mov");
     fill("p/media/c.mov");
     import.togglePreviewRow(import.previewRows().last().id);
     run();
@@ -205,7 +181,7 @@ TEST_F(ImportViewModelTest, ContinuesAfterAFailedRowAndKeepsAVideoWithoutItsSide
 
 TEST_F(ImportViewModelTest, FailsIfTheDestinationIsALinkToAFolder) {
     fill("cards/a.mov");
-    folder.link(QStringLiteral("p/media"), folder.folder(QStringLiteral("elsewhere")));
+    folder.link("p/media", folder.folder("elsewhere"));
     scanCards(SourceImportMode::copied);
     run();
     ASSERT_EQ(import.result().failures.size(), 1);
@@ -213,7 +189,7 @@ TEST_F(ImportViewModelTest, FailsIfTheDestinationIsALinkToAFolder) {
                 testing::StartsWith("Cannot write to media: "));
     EXPECT_TRUE(videos().isEmpty());
     EXPECT_FALSE(store.canUndo());
-    EXPECT_THAT(folder.names(QStringLiteral("elsewhere")), testing::IsEmpty());
+    EXPECT_THAT(folder.names("elsewhere"), testing::IsEmpty());
 }
 
 TEST_F(ImportViewModelTest, KeepsTheRowsBeforeTheCancelledOne) {
@@ -226,7 +202,7 @@ TEST_F(ImportViewModelTest, KeepsTheRowsBeforeTheCancelledOne) {
     });
     run();
     EXPECT_EQ(imported(), "1.mov, 2.mov");
-    EXPECT_EQ(folder.names(QStringLiteral("p/media")).size(), 2);
+    EXPECT_EQ(folder.names("p/media").size(), 2);
     EXPECT_EQ(grants().size(), 2);
     EXPECT_EQ(counters(), (QList{2, 0, 0, 0}));
 }
@@ -244,7 +220,7 @@ TEST_F(ImportViewModelTest, RemovesTheVideoIfItsSidecarIsCancelled) {
     });
     EXPECT_THROW(RowImport::copyFiles(import.previewRows().first(), media, {}, task.get_token()),
                  Cancelled);
-    EXPECT_THAT(folder.names(QStringLiteral("p/media")), testing::IsEmpty());
+    EXPECT_THAT(folder.names("p/media"), testing::IsEmpty());
 }
 
 TEST_F(ImportViewModelTest, AddsNoClipsToAnotherProject) {
@@ -329,7 +305,7 @@ TEST_F(ImportViewModelTest, DiscardsACancelledScanAndStopsWhenDestroyed) {
 }
 
 TEST_F(ImportViewModelTest, AddsMetadataToClipsWithoutLosingLaterEdits) {
-    const QString first = folder.folder(QStringLiteral("cards")) + QStringLiteral("/a.mp4");
+    const QString first = folder.folder("cards") + QStringLiteral("/a.mp4");
     test::makeClip(first);
     test::makeClip(at("cards/b.mp4"));
     test::makeClip(at("cards/c.mp4"));

@@ -48,7 +48,7 @@ class CountingFileSystem : public SystemFileSystem {
 /// Lists of names are texts separated by spaces.
 class SourceScanTest : public testing::Test {
   protected:
-    QString at(const char *name) const { return folder.at(QString::fromLatin1(name)); }
+    QString at(const char *name) const { return folder.at(name); }
     void fill(const char *names) const {
         for (const QString &name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
             folder.write(name, "12345");
@@ -73,7 +73,7 @@ std::string sidecarAmong(const char *names) {
     for (const QString &name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
         card.write(name, "sidecar");
     }
-    const QString clip = card.write(QStringLiteral("A001.mov"), "clip");
+    const QString clip = card.write("A001.mov", "clip");
     const ScanResult result = scan({card.path()}, false, {});
     EXPECT_EQ(result.videos.value(0).url, clip);
     const QString sidecar = result.videos.value(0).sidecarURL.value_or(QString());
@@ -109,8 +109,8 @@ TEST_F(SourceScanTest, PairsAVideoWithTheSidecarOfItsStem) {
 
 TEST_F(SourceScanTest, CountsEntriesLeftOutByReason) {
     fill("a.mov a.xml b.xml notes.txt locked/x.mov replaced/x.mov elsewhere/notes.txt");
-    folder.link(QStringLiteral("link.mov"), at("a.mov"));
-    folder.link(QStringLiteral("linked"), at("elsewhere"));
+    folder.link("link.mov", at("a.mov"));
+    folder.link("linked", at("elsewhere"));
     const QByteArray invalid = folder.path().toUtf8() + "/bad\xff.mov";
     ::close(::open(invalid.constData(), O_CREAT | O_WRONLY, 0600));
     const ScanResult result = scan({folder.path()}, true, {});
@@ -122,7 +122,7 @@ TEST_F(SourceScanTest, CountsEntriesLeftOutByReason) {
 
 TEST_F(SourceScanTest, ScansSingleFilesThroughTheirFolderAndFollowsALinkedRoot) {
     fill("card/a.mov card/a.xml card/b.mov card/notes.txt");
-    const QString link = folder.link(QStringLiteral("link.mov"), at("card/a.mov"));
+    const QString link = folder.link("link.mov", at("card/a.mov"));
     const ScanResult files = scan({at("card/b.mov"), at("card/./a.mov"), link, at("card/notes.txt"),
                                    at("card/gone.mov"), at("gone/x.mov")},
                                   false, {});
@@ -133,7 +133,7 @@ TEST_F(SourceScanTest, ScansSingleFilesThroughTheirFolderAndFollowsALinkedRoot) 
     EXPECT_EQ(files.leftOut, (LeftOut{.notMedia = 1, .symbolicLinks = 1, .unreadable = 2}));
     EXPECT_EQ(countingFiles.listCalls.value(at("card")), 1);
 
-    const QString linked = folder.link(QStringLiteral("linked"), at("card"));
+    const QString linked = folder.link("linked", at("card"));
     EXPECT_EQ(found(scan({linked}, true, {})), "linked/a.mov linked/b.mov");
 }
 

@@ -33,9 +33,8 @@ bool hasFocusRing(const Screen &screen, const QString &name) {
 }
 
 bool hasFocus(const Screen &screen, const char *name) {
-    return screen.waitFor([&] {
-        return screen.shows(text(name)) && screen.property(text(name), "activeFocus").toBool();
-    });
+    return screen.waitFor(
+        [&] { return screen.shows(name) && screen.property(name, "activeFocus").toBool(); });
 }
 
 TEST(ControlsTest, AButtonTakesClickReturnAndSpaceAndShowsItsHelpTextWhileDisabled) {
@@ -46,11 +45,11 @@ TEST(ControlsTest, AButtonTakesClickReturnAndSpaceAndShowsItsHelpTextWhileDisabl
             helpText: "Mark clips first"; onClicked: window.note("off")
         }
     )"));
-    screen.hover(text("off"));
-    EXPECT_TRUE(screen.waitFor([&] { return screen.shows(text("helpTip")); }));
-    EXPECT_EQ(Screen::accessibleName(screen.item(text("helpTip"))), text("Mark clips first"));
-    screen.click(text("off"));
-    screen.click(text("on"));
+    screen.hover("off");
+    EXPECT_TRUE(screen.waitFor([&] { return screen.shows("helpTip"); }));
+    EXPECT_EQ(Screen::accessibleName(screen.item("helpTip")), text("Mark clips first"));
+    screen.click("off");
+    screen.click("on");
     EXPECT_FALSE(hasFocusRing(screen, text("on")));
     screen.key(Qt::Key_Return);
     screen.key(Qt::Key_Space);
@@ -66,22 +65,22 @@ TEST(ControlsTest, FocusRingsAppearForKeyboardFocusAndAlwaysOnFields) {
             TextArea { objectName: "notes"; name: "Notes" }
         }
     )"));
-    screen.click(text("choice.1"));
-    EXPECT_TRUE(screen.property(text("choice"), "activeFocus").toBool());
+    screen.click("choice.1");
+    EXPECT_TRUE(screen.property("choice", "activeFocus").toBool());
     EXPECT_FALSE(hasFocusRing(screen, text("choice")));
     screen.key(Qt::Key_Backtab);
     EXPECT_TRUE(hasFocusRing(screen, text("check")));
     screen.key(Qt::Key_Space);
-    EXPECT_TRUE(screen.property(text("check"), "checked").toBool());
-    screen.click(text("field"));
-    EXPECT_TRUE(screen.property(text("field"), "showsFocusRing").toBool());
-    screen.type(text("Tide"));
-    EXPECT_EQ(screen.property(text("field"), "text").toString(), text("Tide"));
+    EXPECT_TRUE(screen.property("check", "checked").toBool());
+    screen.click("field");
+    EXPECT_TRUE(screen.property("field", "showsFocusRing").toBool());
+    screen.type("Tide");
+    EXPECT_EQ(screen.property("field", "text").toString(), text("Tide"));
     screen.key(Qt::Key_Tab);
-    screen.type(text("low water"));
+    screen.type("low water");
     screen.key(Qt::Key_Tab);
-    EXPECT_EQ(screen.property(text("notes"), "text").toString(), text("low water"));
-    EXPECT_FALSE(screen.property(text("notes.input"), "activeFocus").toBool());
+    EXPECT_EQ(screen.property("notes", "text").toString(), text("low water"));
+    EXPECT_FALSE(screen.property("notes.input", "activeFocus").toBool());
 }
 
 TEST(ControlsTest, KeysChangeAChoiceAndARatingWithinTheirLimits) {
@@ -94,20 +93,20 @@ TEST(ControlsTest, KeysChangeAChoiceAndARatingWithinTheirLimits) {
             Stars { objectName: "stars"; onRated: stars => rating = stars }
         }
     )"));
-    screen.click(text("choice.1"));
+    screen.click("choice.1");
     screen.key(Qt::Key_Right);
     screen.key(Qt::Key_Right);
-    EXPECT_EQ(screen.property(text("choice"), "currentIndex").toInt(), 2);
+    EXPECT_EQ(screen.property("choice", "currentIndex").toInt(), 2);
     screen.key(Qt::Key_Home);
     screen.key(Qt::Key_Left);
-    EXPECT_EQ(screen.property(text("choice"), "currentIndex").toInt(), 0);
+    EXPECT_EQ(screen.property("choice", "currentIndex").toInt(), 0);
     screen.key(Qt::Key_Tab);
     screen.key(Qt::Key_4);
     screen.key(Qt::Key_Right);
     screen.key(Qt::Key_Right);
-    EXPECT_EQ(screen.property(text("stars"), "rating").toInt(), 5);
-    screen.click(text("stars.clear"));
-    EXPECT_EQ(screen.property(text("stars"), "rating").toInt(), 0);
+    EXPECT_EQ(screen.property("stars", "rating").toInt(), 5);
+    screen.click("stars.clear");
+    EXPECT_EQ(screen.property("stars", "rating").toInt(), 0);
 }
 
 TEST(ControlsTest, AHeldReturnPressesAControlOnce) {
@@ -132,10 +131,10 @@ TEST(ControlsTest, AnAlertTakesReturnAndEscButNoClickOutside) {
         Button { objectName: "ask"; text: "Ask"; onClicked: alert.open() }
     )"));
     const auto openAlert = [&] {
-        screen.click(text("ask"));
+        screen.click("ask");
         EXPECT_TRUE(hasFocus(screen, "alert.accept"));
     };
-    const auto isClosed = [&] { return !screen.shows(text("alert.accept")); };
+    const auto isClosed = [&] { return !screen.shows("alert.accept"); };
     openAlert();
     EXPECT_TRUE(hasFocusRing(screen, text("alert.accept")));
     screen.click(QPoint(20, 700));
@@ -163,7 +162,7 @@ TEST(ControlsTest, ASheetStaysOpenOnEscAndClicksOutsideAndReturnPressesItsDefaul
     screen.key(Qt::Key_Return);
     screen.key(Qt::Key_Escape);
     screen.click(QPoint(20, 700));
-    screen.click(text("sheet.back"));
+    screen.click("sheet.back");
     EXPECT_EQ(eventsOf(screen), QStringList({text("start"), text("esc"), text("back")}));
 }
 
@@ -179,20 +178,20 @@ TEST(ControlsTest, AMenuTakesKeysAndReturnsTheFocus) {
     )"));
     screen.key(Qt::Key_Tab);
     screen.key(Qt::Key_Down);
-    EXPECT_TRUE(screen.waitFor([&] { return screen.shows(text("one")); }));
+    EXPECT_TRUE(screen.waitFor([&] { return screen.shows("one"); }));
     screen.key(Qt::Key_Down);
     screen.key(Qt::Key_Down);
     screen.key(Qt::Key_Return);
-    EXPECT_TRUE(screen.waitFor([&] { return !screen.shows(text("one")); }));
+    EXPECT_TRUE(screen.waitFor([&] { return !screen.shows("one"); }));
     EXPECT_EQ(eventsOf(screen), QStringList({text("one")}));
-    EXPECT_EQ(screen.focused(), screen.item(text("chip")));
+    EXPECT_EQ(screen.focused(), screen.item("chip"));
 }
 
 TEST(ControlsTest, AProgressBarNeverGoesBackBeforeARestart) {
     Screen screen(windowWith(R"(
         ProgressBar { objectName: "bar"; width: 200; name: "Exporting" }
     )"));
-    QQuickItem *bar = screen.item(text("bar"));
+    QQuickItem *bar = screen.item("bar");
     for (const double value : {0.5, 0.2, 7.0}) {
         bar->setProperty("value", value);
         EXPECT_EQ(bar->property("shownValue").toDouble(), value > 1 ? 1.0 : 0.5);
@@ -209,17 +208,17 @@ TEST(ControlsTest, ADateFieldTakesTypedAndChosenDatesAndRevertsInvalidOnes) {
             onEdited: day => { date = day; window.note(day) }
         }
     )"));
-    screen.click(text("day.calendar"));
+    screen.click("day.calendar");
     EXPECT_TRUE(hasFocus(screen, "calendarDays"));
     screen.key(Qt::Key_PageDown); // 30 June
     screen.key(Qt::Key_Right);
-    EXPECT_EQ(Screen::accessibleName(screen.item(text("day.2025-07-01"))), text("1 July 2025"));
+    EXPECT_EQ(Screen::accessibleName(screen.item("day.2025-07-01")), text("1 July 2025"));
     screen.key(Qt::Key_Return);
-    EXPECT_TRUE(screen.waitFor([&] { return !screen.shows(text("calendarDays")); }));
+    EXPECT_TRUE(screen.waitFor([&] { return !screen.shows("calendarDays"); }));
     screen.key(Qt::Key_A, Qt::ControlModifier);
-    screen.type(text("2025-13-99"));
+    screen.type("2025-13-99");
     screen.key(Qt::Key_Return);
-    EXPECT_EQ(screen.property(text("day"), "text").toString(), text("2025-07-01"));
+    EXPECT_EQ(screen.property("day", "text").toString(), text("2025-07-01"));
     EXPECT_EQ(eventsOf(screen), QStringList({text("2025-07-01")}));
 }
 

@@ -40,7 +40,7 @@ TEST(GalleryTest, FocusableItemsHaveAnAccessibleNameAndRole) {
         EXPECT_NE(Screen::accessibleRole(item), int(QAccessible::Client)) << type;
     }
     EXPECT_GT(count, 40);
-    screen.picture(QStringLiteral("gallery"));
+    screen.picture("gallery");
 }
 
 TEST(GalleryTest, EverySymbolInQmlIsInTheTableAndTheFont) {

@@ -1,6 +1,6 @@
 #include "lists/ListModel.h"
 
-#include <gtest/gtest.h>
+#include "support/ModelMirror.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -40,55 +40,13 @@ QList<Fruit> fruits(const char *ids, int price = 1) {
     return rows;
 }
 
-/// A view that knows only what the signals of the model report.
-class View {
-  public:
-    explicit View(FruitList &list) : m_list(list), m_tester(&list) {
-        using Model = QAbstractItemModel;
-        QObject::connect(&list, &Model::modelReset, [] { FAIL() << "the model was reset"; });
-        QObject::connect(&list, &Model::rowsRemoved, [this](const auto &, int first, int last) {
-            rows.remove(first, last - first + 1);
-            EXPECT_EQ(rows.size(), m_list.rowCount());
-        });
-        QObject::connect(&list, &Model::rowsInserted, [this](const auto &, int first, int last) {
-            for (int row = first; row <= last; ++row) {
-                rows.insert(row, read(row));
-            }
-            EXPECT_EQ(rows.size(), m_list.rowCount());
-        });
-        QObject::connect(&list, &Model::rowsMoved,
-                         [this](const auto &, int first, int last, const auto &, int before) {
-                             const auto begin = rows.begin();
-                             before > last
-                                 ? std::rotate(begin + first, begin + last + 1, begin + before)
-                                 : std::rotate(begin + before, begin + first, begin + last + 1);
-                             ++moves;
-                         });
-        QObject::connect(&list, &Model::layoutChanged, [this] {
-            for (int row = 0; row < m_list.rowCount(); ++row) {
-                rows[row] = read(row);
-            }
-        });
-        QObject::connect(&list, &Model::dataChanged, [this](const auto &first, const auto &last) {
-            for (int row = first.row(); row <= last.row(); ++row) {
-                rows[row] = read(row);
-            }
-            ++dataChanges;
-        });
-    }
-
-    QList<Fruit> rows;
-    int moves = 0;
-    int dataChanges = 0;
-
-  private:
-    Fruit read(int row) const {
-        const QModelIndex index = m_list.index(row);
-        return {index.data(FruitList::IdRole).toString(), index.data(FruitList::PriceRole).toInt()};
-    }
-
-    FruitList &m_list;
-    QAbstractItemModelTester m_tester;
+struct View : test::ModelMirror<Fruit> {
+    explicit View(const FruitList &list)
+        : ModelMirror(list, [&list](int row) -> Fruit {
+              const QModelIndex index = list.index(row);
+              return {index.data(FruitList::IdRole).toString(),
+                      index.data(FruitList::PriceRole).toInt()};
+          }) {}
 };
 
 } // namespace
@@ -97,7 +55,8 @@ TEST(ListModel, ReportsEveryChangeOfRandomListsToViews) {
     std::mt19937 random(1);
     for (int list = 0; list < 200; ++list) {
         FruitList model;
-        View view(model);
+        const QAbstractItemModelTester tester(&model);
+        const View view(model);
         QList<Fruit> rows = fruits("abcdefgh");
         for (int step = 0; step < 12; ++step) {
             switch (random() % 4) {
@@ -169,8 +128,7 @@ TEST(ListModel, ReportsChangedValuesOnlyForRowsThatDiffer) {
 TEST(ListModel, ReportsAdjacentRowsThatMoveAsOneMove) {
     FruitList model;
     model.setRows(fruits("abcdefg"));
-    View view(model);
-    view.rows = model.rows();
+    const View view(model);
     model.setRows(fruits("aefbcdg"));
     model.setRows(fruits("abcdefg"));
     EXPECT_EQ(view.moves, 2);

@@ -23,7 +23,7 @@ class SessionTest : public testing::Test {
     }
 
     QString clip(const char *name, const ClipOptions &options) const {
-        return makeClip(folder.at(QLatin1String(name)), options);
+        return makeClip(folder.at(name), options);
     }
 
     /// Exports to "out.mp4". Returns the failure's text, "none" if there is no session, or "" on

@@ -68,7 +68,7 @@ TEST_F(PlayerEngineTest, PublishesTheFactsOfALoadedFileAndPausesAtItsFirstFrame)
     engine->stepFrames(1);
     EXPECT_NEAR(engine->currentSeconds(), 0.5 + 1.0 / 30, 0.001);
 
-    load(folder.write(QStringLiteral("no.mov"), "no film"));
+    load(folder.write("no.mov", "no film"));
     EXPECT_FALSE(engine->isReady());
     EXPECT_EQ(engine->durationSeconds(), 0);
     engine->seek(5);

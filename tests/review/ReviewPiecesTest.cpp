@@ -96,7 +96,7 @@ TEST_F(ReviewScreenTest, ResetsWhenAnotherProjectIsOpened) {
     screen.filterBar()->setSearchQuery(QStringLiteral("clip"));
     int requestedImports = 0;
     QObject::connect(&screen, &ReviewScreenState::importRequested, [&] { ++requestedImports; });
-    const QString other = folder.at(QStringLiteral("Other.corvane"));
+    const QString other = folder.at("Other.corvane");
     test::await(store.createProject({.name = QStringLiteral("Other")}, other));
     EXPECT_FALSE(screen.selection()->selectedVideoId() || screen.marking()->draftIn() ||
                  screen.selection()->activeSubclipId());

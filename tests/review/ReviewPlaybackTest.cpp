@@ -20,7 +20,7 @@ using test::eventually;
 class ReviewPlaybackTest : public test::ReviewScreenTest {
   protected:
     ReviewPlaybackTest() : ReviewScreenTest(test::sampleProject(1)) {
-        test::makeClip(folder.at(QStringLiteral("clip.mov")), {.size = {640, 480}, .frames = 50});
+        test::makeClip(folder.at("clip.mov"), {.size = {640, 480}, .frames = 50});
         Project project = *store.project();
         project.videos[0].edit().id = id.toLower();
         project.videos[0].edit().sourcePath = QStringLiteral("clip.mov");

@@ -63,7 +63,7 @@ class FakePlayer : public ReviewPlayer {
 class ReviewScreenTest : public testing::Test {
   protected:
     explicit ReviewScreenTest(const Project &project = sampleProject(4, 2)) {
-        const QString file = folder.at(QStringLiteral("Harbor.corvane"));
+        const QString file = folder.at("Harbor.corvane");
         await(io.save(project, file, false));
         await(store.openProject(file));
         await(store.flushPendingSave());
@@ -102,9 +102,9 @@ class ReviewScreenTest : public testing::Test {
     TestFolder folder;
     TestClock clock;
     ProjectFileIO io;
-    ProjectRegistry registry{folder.at(QStringLiteral("data")), clock};
+    ProjectRegistry registry{folder.at("data"), clock};
     BackupService backups{clock};
-    MediaSourceAuthorization authorization{folder.at(QStringLiteral("data"))};
+    MediaSourceAuthorization authorization{folder.at("data")};
     ProjectStore store{io, registry, backups, authorization, clock};
     FakePlayer player;
     ReviewScreenState screen{store, player};

@@ -60,12 +60,6 @@ TEST_F(ReviewScreenTest, MarksRowsAndRanges) {
     EXPECT_EQ(marked(), QStringList());
     click("clip-2-sub-1", Qt::ShiftModifier);
     EXPECT_EQ(marked(), idList("clip-2-sub-1 clip-3")) << "anchored at the clip in the player";
-    type("i");
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(screen.selection()->multiSelection().exists());
-    EXPECT_TRUE(screen.marking()->draftIn());
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(screen.marking()->draftIn());
 }
 
 TEST_F(ReviewScreenTest, AsksOnceAboutAllMarkedRows) {

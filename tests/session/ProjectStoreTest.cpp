@@ -17,7 +17,7 @@ namespace {
 
 class ProjectStoreTest : public testing::Test {
   protected:
-    QString make(const QString &name, const Project &project) {
+    QString make(QAnyStringView name, const Project &project) {
         const QString path = folder.at(name);
         await(ProjectFileIO().save(project, path, false));
         return path;
@@ -41,7 +41,7 @@ class ProjectStoreTest : public testing::Test {
     BackupService backups{clock};
     MediaSourceAuthorization authorization{folder.at("data")};
     ProjectStore store{io, registry, backups, authorization, clock};
-    QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(3, 1));
+    QString file = make("Harbor.corvane", sampleProject(3, 1));
     const QString clip = QStringLiteral("clip-0");
     const SubclipKey subclip{QStringLiteral("clip-0"), QStringLiteral("clip-0-sub-0")};
 };
@@ -65,7 +65,7 @@ TEST_F(ProjectStoreTest, KeepsTheOpenProjectIfOpeningAnotherFails) {
 }
 
 TEST_F(ProjectStoreTest, SavesTheOpenProjectBeforeOpeningAnother) {
-    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
+    const QString other = make("Other.corvane", sampleProject(1));
     open();
     store.setNotes(clip, QStringLiteral("typed"));
     files.setFreeSpace(0);
@@ -123,7 +123,7 @@ TEST_F(ProjectStoreTest, IgnoresADocumentOfAnotherProject) {
 TEST_F(ProjectStoreTest, MigratesReviewedFlagsOfOldProjectsOnOpening) {
     Project project = sampleProject(2);
     project.videos[1].edit().rating = 4;
-    const QString old = make(QStringLiteral("Old.corvane"), project);
+    const QString old = make("Old.corvane", project);
     await(store.openProject(old));
     EXPECT_TRUE(store.isDirty());
     EXPECT_EQ(store.statusMessage(), QStringLiteral("Migrated reviewed flags on legacy clips."));
@@ -188,7 +188,7 @@ TEST_F(ProjectStoreTest, AllowsOneSmallerSaveAfterADeletion) {
     await(store.flushPendingSave());
     EXPECT_FALSE(store.lastError());
     EXPECT_EQ(onDisk(file).subclipCount(), 2);
-    make(QStringLiteral("Harbor.corvane"), sampleProject(5, 5));
+    make("Harbor.corvane", sampleProject(5, 5));
     store.setRating(clip, 1);
     await(store.flushPendingSave());
     EXPECT_EQ(error(),

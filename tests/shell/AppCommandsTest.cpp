@@ -34,7 +34,7 @@ TEST_F(AppCommandsTest, MenusListEveryCommandAndWhyItIsDisabled) {
               "-Close Project|Ctrl+Shift+W|\n---\n-Import Footage…|Ctrl+I|\n-Export…|Ctrl+E|\n"
               "-Selects Handoff…|Ctrl+Shift+E|Mark clips with the S flag in Review first\n");
     EXPECT_EQ(describe(menus[1]), "Corvane Help|Ctrl+?|\n---\nCheck for Updates…||\n");
-    open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
+    open(make("Harbor.corvane", sampleProject(1)));
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
     EXPECT_EQ(describe(menus[0]),
               "New Project|Ctrl+N|\nOpen Project…|Ctrl+O|\nOpen Recent\nSave Project|Ctrl+S|\n"
@@ -63,28 +63,12 @@ TEST_F(AppCommandsTest, EnabledCommandsEmitTheirRequest) {
         return emitted.join(QLatin1Char(' ')).toStdString();
     };
     EXPECT_EQ(triggerAll(), "newProject openProject help");
-    open(make(QStringLiteral("Harbor.corvane"), sampleProject(2, 1)));
+    open(make("Harbor.corvane", sampleProject(2, 1)));
     EXPECT_EQ(triggerAll(), "newProject openProject import export help");
     app.store().toggleSubclipSelected({QStringLiteral("clip-1"), QStringLiteral("clip-1-sub-0")});
     EXPECT_EQ(triggerAll(), "newProject openProject import export selectsHandoff help");
     await(app.store().closeProject());
     EXPECT_EQ(triggerAll(), "newProject openProject help");
-}
-
-TEST_F(AppCommandsTest, SaveAndCloseWriteTheEdits) {
-    const QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(1));
-    const auto rating = [&] { return ProjectFileIO::loadNow(file).videos.at(0)->rating; };
-    open(file);
-    app.store().setRating(QStringLiteral("clip-0"), 3);
-    command("saveProject").trigger();
-    waitUntil([&] { return !app.store().isDirty(); });
-    EXPECT_EQ(rating(), 3);
-    app.store().setRating(QStringLiteral("clip-0"), 5);
-    command("closeProject").trigger();
-    waitUntil([&] { return !app.store().project(); });
-    EXPECT_FALSE(command("saveProject").isEnabled());
-    EXPECT_FALSE(command("closeProject").isEnabled());
-    EXPECT_EQ(rating(), 5);
 }
 
 TEST_F(AppCommandsTest, LogsAnUpdateCheckWithoutAKey) {

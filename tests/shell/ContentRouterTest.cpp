@@ -13,7 +13,7 @@ using Screen = ContentRouter::Screen;
 
 class ContentRouterTest : public ShellTest {
   protected:
-    QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2));
+    QString file = make("Harbor.corvane", sampleProject(2));
 };
 
 class ProjectSetupTest : public ShellTest {
@@ -55,7 +55,7 @@ TEST_F(ContentRouterTest, AcceptsOneDroppedProjectFile) {
 }
 
 TEST_F(ContentRouterTest, RecentProjectsAreOpenedAndRemovedWithoutTheirFiles) {
-    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
+    const QString other = make("Other.corvane", sampleProject(1));
     RecentProjectsModel &recents = *app.recents();
     const auto textAt = [&](int row, RecentProjectsModel::Role role) {
         return recents.data(recents.index(row), role).toString();
@@ -130,7 +130,7 @@ TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithTheFields) {
     setup.setShootDateText(QStringLiteral("2024-02-29"));
     setup.setClientOrSeries(QStringLiteral("  "));
     setup.setNotes(QStringLiteral("Low water 14:20.\n"));
-    create(folder.at(QStringLiteral("new/Folder")));
+    create(folder.at("new/Folder"));
     EXPECT_EQ(
         panels.asked,
         (FilePanels::SavePanel{
@@ -139,8 +139,7 @@ TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithTheFields) {
             .proposedName = QStringLiteral("Tidewater")}));
     EXPECT_EQ(alert(), QString());
     EXPECT_TRUE(app.store().pendingImportOnLoad());
-    const Project created =
-        ProjectFileIO::loadNow(folder.at(QStringLiteral("new/Folder/Tidewater.corvane")));
+    const Project created = ProjectFileIO::loadNow(folder.at("new/Folder/Tidewater.corvane"));
     EXPECT_EQ(created.shootDate, QStringLiteral("2024-02-29"));
     EXPECT_FALSE(created.clientOrSeries);
     EXPECT_EQ(created.notes, QStringLiteral("Low water 14:20."));
@@ -149,19 +148,19 @@ TEST_F(ProjectSetupTest, CreatesAFolderOrAFileWithTheFields) {
     SetUp();
     setup.setProjectName(QStringLiteral("Plain"));
     setup.setCreateProjectFolder(false);
-    create(folder.at(QStringLiteral("Other name")));
+    create(folder.at("Other name"));
     EXPECT_EQ(
         panels.asked,
         (FilePanels::SavePanel{.message = QStringLiteral("Choose where to save the .corvane file."),
                                .proposedName = QStringLiteral("Plain.corvane"),
                                .choosesProjectFile = true}));
-    const Project plain = ProjectFileIO::loadNow(folder.at(QStringLiteral("Other name.corvane")));
+    const Project plain = ProjectFileIO::loadNow(folder.at("Other name.corvane"));
     EXPECT_EQ(plain.name, QStringLiteral("Plain"));
     EXPECT_FALSE(plain.shootDate);
 }
 
 TEST_F(ProjectSetupTest, AFailureShowsAnAlertAndTheFieldsStay) {
-    folder.write(QStringLiteral("file"), "in the way");
+    folder.write("file", "in the way");
     const QString longName(300, QLatin1Char('x'));
     const std::tuple<QString, bool, QString, QString> failures[] = {
         {longName, true, longName, QStringLiteral("File name too long")},

@@ -51,7 +51,7 @@ TEST(InstanceHandover, DisconnectsInvalidMessagesAndKeepsListening) {
     for (const QByteArray &invalid :
          {QByteArray(100'000, '\x7f'), QByteArray("\0\0\0\2\xff\xfe", 6)}) {
         QLocalSocket peer;
-        peer.connectToServer(folder.at(QStringLiteral("handover")));
+        peer.connectToServer(folder.at("handover"));
         peer.write(invalid);
         waitUntil([&] { return peer.state() == QLocalSocket::UnconnectedState; });
     }

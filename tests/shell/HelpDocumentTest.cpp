@@ -68,9 +68,9 @@ TEST(HelpDocument, InlineFormsBecomeTagsAndOtherTextIsEscaped) {
 TEST(HelpDocument, AMissingOrUnreadableGuideShowsAnError) {
     const TestFolder folder;
     const std::pair<QString, const char *> guides[] = {
-        {folder.at(QStringLiteral("none.md")), "UserGuide.md not found in bundle."},
-        {folder.folder(QStringLiteral("folder")), "Could not read UserGuide.md: "},
-        {folder.write(QStringLiteral("latin1.md"), "caf\xe9"), "Could not read UserGuide.md: "},
+        {folder.at("none.md"), "UserGuide.md not found in bundle."},
+        {folder.folder("folder"), "Could not read UserGuide.md: "},
+        {folder.write("latin1.md", "caf\xe9"), "Could not read UserGuide.md: "},
     };
     for (const auto &[path, message] : guides) {
         HelpDocument help(path);
@@ -80,7 +80,7 @@ TEST(HelpDocument, AMissingOrUnreadableGuideShowsAnError) {
         EXPECT_FALSE(help.isLoading());
         EXPECT_EQ(help.rowCount(), 0);
     }
-    HelpDocument help(folder.write(QStringLiteral("guide.md"), "# A\n\n- *b*"));
+    HelpDocument help(folder.write("guide.md", "# A\n\n- *b*"));
     help.load();
     EXPECT_EQ(help.loadError(), QString());
     ASSERT_EQ(help.rowCount(), 3);

@@ -49,18 +49,18 @@ inline void waitUntil(const std::function<bool()> &condition) {
 class ShellTest : public testing::Test {
   protected:
     explicit ShellTest(CorvaneApp::MakeProjectScreen makeProjectScreen = {})
-        : app({.dataFolder = folder.at(QStringLiteral("data")),
+        : app({.dataFolder = folder.at("data"),
                .updates = {.version = QStringLiteral("1.0.0")},
                .panels = &panels,
                .clock = &clock,
-               .userDefaults = std::make_unique<QSettings>(
-                   folder.at(QStringLiteral("defaults.ini")), QSettings::IniFormat),
+               .userDefaults =
+                   std::make_unique<QSettings>(folder.at("defaults.ini"), QSettings::IniFormat),
                .hashes = ContentHashMigration::Awaited,
                .makeProjectScreen = std::move(makeProjectScreen)}) {
         await(app.store().waitForStartUp());
     }
 
-    QString make(const QString &name, const Project &project) {
+    QString make(QAnyStringView name, const Project &project) {
         const QString path = folder.at(name);
         await(ProjectFileIO().save(project, path, false));
         return path;

@@ -19,10 +19,13 @@ class TestPanels : public FilePanels {
     }
     void chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) override {
         choice = panel;
-        answerWith([chosen = std::move(chosen)](const QString &path) { chosen({path}); });
+        answerWith([this, chosen = std::move(chosen)](const QString &path) {
+            chosen(files.isEmpty() ? QStringList(path) : files);
+        });
     }
 
     QString answer;
+    QStringList files; ///< for `chooseFiles`; empty for `answer` alone
     SavePanel asked;
     ChoosePanel choice;
     int shown = 0;

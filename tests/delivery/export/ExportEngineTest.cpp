@@ -339,7 +339,7 @@ TEST_F(ExportEngineTest, LeavesOnlyCompleteFilesAfterAnyFailedOperation) {
     int failedRuns = 0;
     for (int failing = 0; failing <= calls; ++failing) {
         for (const char *name : {"out/a.mov", "out/a.xml", "out/HD/a.mp4"}) {
-            folder.write(QString::fromLatin1(name), "older");
+            folder.write(name, "older");
         }
         QFile::remove(at("out/manifest-BATCH-1.json"));
         files.failAt(failing, EIO);

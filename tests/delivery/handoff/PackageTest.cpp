@@ -97,7 +97,7 @@ TEST_F(PackageTest, ContainsNoPathsOfTheSourceAndLeavesTheSourceUnchanged) {
     const auto contents = [this] {
         QHash<QString, QByteArray> files;
         for (const char *root : {"project", "footage"}) {
-            for (const QString &name : folder.names(text(root))) {
+            for (const QString &name : folder.names(root)) {
                 files.insert(name, folder.read(text(root) + text("/") + name));
             }
         }

@@ -4,7 +4,6 @@
 
 #include <QAccessible>
 #include <QFile>
-#include <QMimeData>
 
 namespace corvane::test {
 namespace {
@@ -32,8 +31,8 @@ class ImportViewTest : public ImportSheetFixture {
 
     static QString named(const char *name) { return QString::fromUtf8(name); }
     QString clip(const char *name) const { return makeClip(at(named(name)), {.frames = 5}); }
-    void click(const char *name) { screen.click(named(name)); }
-    QString text(const char *name) const { return screen.property(named(name), "text").toString(); }
+    void click(const char *name) { screen.click(name); }
+    QString text(const char *name) const { return screen.text(name); }
     bool hasFocus(const char *name) const {
         // A list passes the focus to its current row.
         return screen.waitFor([&] {
@@ -47,11 +46,12 @@ class ImportViewTest : public ImportSheetFixture {
         });
     }
     bool reaches(Stage stage, const char *shown) const {
-        return screen.waitFor([&] { return sheet.stage() == stage && screen.shows(named(shown)); });
+        return screen.waitFor([&] { return sheet.stage() == stage && screen.shows(shown); });
     }
     /// Uses the buttons to get from the sources to the results.
     void scanCards(const QStringList &sources) {
-        panels.paths = sources;
+        panels.answer = sources.first();
+        panels.files = sources;
         click("import.chooseFiles");
         click("import.scan");
         EXPECT_TRUE(reaches(Stage::results, "import.begin"));
@@ -66,15 +66,6 @@ class ImportViewTest : public ImportSheetFixture {
                    runs.first()->property("opened").toBool();
         }));
     }
-    void drop(const QList<QUrl> &urls) {
-        QMimeData data;
-        data.setUrls(urls);
-        const QPoint where(screen.window()->width() / 2, screen.window()->height() / 2);
-        QDragEnterEvent enter(where, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(screen.window(), &enter);
-        QDropEvent event(where, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(screen.window(), &event);
-    }
 
     Screen screen{kWindow, {1440, 900}, {{named("sheet"), QVariant::fromValue(&sheet)}}};
 };
@@ -84,18 +75,18 @@ class ImportViewTest : public ImportSheetFixture {
 TEST_F(ImportViewTest, ImportsInPlaceByKeyboard) {
     clip("cards/a.mov");
     clip("cards/b.mov");
-    folder.write(QStringLiteral("cards/b.xml"), "<a/>");
-    folder.write(QStringLiteral("cards/notes.txt"), "-");
-    panels.paths = {cards};
-    screen.picture(named("import-sources-empty"));
+    folder.write("cards/b.xml", "<a/>");
+    folder.write("cards/notes.txt", "-");
+    panels.answer = cards;
+    screen.picture("import-sources-empty");
     screen.key(Qt::Key_Return);
-    EXPECT_TRUE(screen.waitFor([&] { return screen.shows(named("import.source.0")); }));
+    EXPECT_TRUE(screen.waitFor([&] { return screen.shows("import.source.0"); }));
     for (const char *next : {"import.chooseFiles", "import.sources", "import.recursive",
                              "import.cancel", "import.scan"}) {
         screen.key(Qt::Key_Tab);
         EXPECT_TRUE(hasFocus(next)) << next;
     }
-    screen.picture(named("import-sources"));
+    screen.picture("import-sources");
     screen.key(Qt::Key_Return);
     ASSERT_TRUE(reaches(Stage::results, "import.begin"));
     EXPECT_TRUE(hasFocus("import.begin"));
@@ -107,17 +98,17 @@ TEST_F(ImportViewTest, ImportsInPlaceByKeyboard) {
     EXPECT_EQ(text("import.included"), named("1 included"));
     screen.key(Qt::Key_Down);
     screen.key(Qt::Key_Space);
-    EXPECT_FALSE(screen.property(named("import.begin"), "enabled").toBool());
+    EXPECT_FALSE(screen.property("import.begin", "enabled").toBool());
     screen.key(Qt::Key_Space);
     screen.key(Qt::Key_Return);
     ASSERT_TRUE(reaches(Stage::done, "import.more"));
     EXPECT_TRUE(hasFocus("import.more"));
     settle();
-    screen.picture(named("import-done"));
-    EXPECT_TRUE(screen.shows(named("import.counter.sidecars")));
-    EXPECT_FALSE(screen.shows(named("import.counter.failed")));
+    screen.picture("import-done");
+    EXPECT_TRUE(screen.shows("import.counter.sidecars"));
+    EXPECT_FALSE(screen.shows("import.counter.failed"));
     ASSERT_EQ(store.project()->videos.size(), 1);
-    EXPECT_EQ(store.project()->videos.first()->sourcePath, at(named("cards/b.mov")));
+    EXPECT_EQ(store.project()->videos.first()->sourcePath, at("cards/b.mov"));
     screen.key(Qt::Key_Return);
     EXPECT_TRUE(hasFocus("import.chooseFolder"));
     screen.key(Qt::Key_Escape);
@@ -126,24 +117,24 @@ TEST_F(ImportViewTest, ImportsInPlaceByKeyboard) {
 
 TEST_F(ImportViewTest, CopiesByMouseAndShowsFailures) {
     clip("cards/a.mov");
-    folder.folder(named("other"));
+    folder.folder("other");
     clip("other/b.mov");
-    scanCards({cards, at(named("other"))});
-    screen.click(named("import.mode.1"));
-    EXPECT_EQ(Screen::accessibleName(screen.item(named("import.destination"))),
+    scanCards({cards, at("other")});
+    screen.click("import.mode.1");
+    EXPECT_EQ(Screen::accessibleName(screen.item("import.destination")),
               named("media folder (created on import)"));
-    ASSERT_TRUE(QFile::rename(at(named("other")), at(named("gone"))));
+    ASSERT_TRUE(QFile::rename(at("other"), at("gone")));
     click("import.begin");
     ASSERT_TRUE(reaches(Stage::done, "import.more"));
     settle();
-    EXPECT_TRUE(screen.shows(named("import.counter.failed")));
-    EXPECT_FALSE(screen.shows(named("import.failure.0")));
+    EXPECT_TRUE(screen.shows("import.counter.failed"));
+    EXPECT_FALSE(screen.shows("import.failure.0"));
     click("import.details.line");
-    EXPECT_TRUE(Screen::accessibleName(screen.item(named("import.failure.0")))
+    EXPECT_TRUE(Screen::accessibleName(screen.item("import.failure.0"))
                     .startsWith(named("b.mov: Cannot read")));
-    screen.picture(named("import-failures"));
+    screen.picture("import-failures");
     ASSERT_EQ(store.project()->videos.size(), 1);
-    EXPECT_EQ(store.project()->videos.first()->sourcePath, at(named("p/media/a.mov")));
+    EXPECT_EQ(store.project()->videos.first()->sourcePath, at("p/media/a.mov"));
     EXPECT_GT(store.project()->videos.first()->durationSeconds, 0);
     click("import.finish");
     EXPECT_FALSE(sheet.isOpen());
@@ -153,29 +144,29 @@ TEST_F(ImportViewTest, CannotBeClosedDuringARunAndEscCancels) {
     clip("cards/a.mov");
     clip("cards/b.mov");
     scanCards({cards});
-    screen.click(named("import.mode.1"));
+    screen.click("import.mode.1");
     BlockedCopy blocked(named("b.mov"));
     click("import.begin");
     ASSERT_TRUE(reaches(Stage::importing, "import.running.cancel"));
     ASSERT_TRUE(screen.waitFor([&] { return text("import.running.figure") == named("2 / 2"); }));
     EXPECT_TRUE(hasFocus("import.running.cancel"));
     settle();
-    screen.picture(named("import-running"));
+    screen.picture("import-running");
     screen.click(QPoint(5, 5));
     EXPECT_TRUE(sheet.isOpen());
     screen.key(Qt::Key_Escape);
     EXPECT_EQ(text("import.running.cancel"), named("Cancelling…"));
     screen.key(Qt::Key_Escape);
     EXPECT_TRUE(sheet.isOpen());
-    sheet.openWith({at(named("p"))});
+    sheet.openWith({at("p")});
     blocked.resume();
     ASSERT_TRUE(reaches(Stage::done, "import.more"));
     EXPECT_EQ(text("import.doneNotice"), named("Cancelled. 1 video was not imported."));
     settle();
-    screen.picture(named("import-cancelled"));
+    screen.picture("import-cancelled");
     EXPECT_EQ(store.project()->videos.size(), 1);
     click("import.more");
-    EXPECT_EQ(import.sourceURLs(), QStringList(at(named("p")))) << "added during the run";
+    EXPECT_EQ(import.sourceURLs(), QStringList(at("p"))) << "added during the run";
 }
 
 TEST_F(ImportViewTest, ArrowKeysSkipImportedRowsAndLongNamesFit) {
@@ -187,14 +178,14 @@ TEST_F(ImportViewTest, ArrowKeysSkipImportedRowsAndLongNamesFit) {
     ASSERT_TRUE(reaches(Stage::done, "import.more"));
     settle();
     click("import.more");
-    folder.write(named("cards/a\nline.mov"), noise(70'000, 1));
+    folder.write("cards/a\nline.mov", noise(70'000, 1));
     folder.write(named("cards/c") + QString(240, QLatin1Char('x')) + named(".mov"), noise(900, 2));
-    folder.write(named("cards/b.xml"), "<a/>");
-    folder.write(named("p/media/e.mov"), "e");
-    folder.write(named("cards/e.mov"), noise(5'000'000, 3));
-    folder.write(named("cards/e.xml"), "<e/>");
+    folder.write("cards/b.xml", "<a/>");
+    folder.write("p/media/e.mov", "e");
+    folder.write("cards/e.mov", noise(5'000'000, 3));
+    folder.write("cards/e.xml", "<e/>");
     scanCards({cards});
-    screen.click(named("import.mode.1"));
+    screen.click("import.mode.1");
     screen.key(Qt::Key_Tab);
     EXPECT_TRUE(hasFocus("import.row.0"));
     screen.key(Qt::Key_Down);
@@ -204,18 +195,18 @@ TEST_F(ImportViewTest, ArrowKeysSkipImportedRowsAndLongNamesFit) {
     screen.key(Qt::Key_Home);
     screen.key(Qt::Key_Space);
     EXPECT_EQ(text("import.included"), named("2 included"));
-    screen.click(named("import.row.3")); // imported already
+    screen.click("import.row.3"); // imported already
     EXPECT_EQ(text("import.included"), named("2 included"));
-    screen.click(named("import.row.0"));
+    screen.click("import.row.0");
     EXPECT_EQ(text("import.included"), named("3 included"));
-    EXPECT_EQ(Screen::accessibleRole(screen.item(named("import.row.4"))), QAccessible::CheckBox);
-    EXPECT_EQ(Screen::accessibleName(screen.item(named("import.row.0"))), named("a line.mov"));
-    screen.picture(named("import-results"));
+    EXPECT_EQ(Screen::accessibleRole(screen.item("import.row.4")), QAccessible::CheckBox);
+    EXPECT_EQ(Screen::accessibleName(screen.item("import.row.0")), named("a line.mov"));
+    screen.picture("import-results");
     screen.window()->resize(960, 600);
     EXPECT_TRUE(screen.waitFor([&] { return screen.root()->property("width") == 960; }));
-    const QQuickItem *rows = screen.item(named("import.rows"));
+    const QQuickItem *rows = screen.item("import.rows");
     EXPECT_TRUE(screen.waitFor([&] { return rows->mapToScene({rows->width(), 0}).x() < 960; }));
-    screen.picture(named("import-results-960"));
+    screen.picture("import-results-960");
     screen.key(Qt::Key_Escape);
     EXPECT_TRUE(hasFocus("import.scan"));
 }
@@ -236,16 +227,16 @@ TEST_F(ImportViewTest, CreatesDelegatesOnlyForVisibleRows) {
 
 TEST_F(ImportViewTest, AddsDroppedSources) {
     clip("cards/a.mov");
-    drop({QUrl::fromLocalFile(cards), QUrl::fromLocalFile(at(named("cards/a.mov")))});
-    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at(named("cards/a.mov"))}));
-    drop({QUrl(named("https://a.example/b.mov"))});
-    EXPECT_TRUE(screen.shows(named("import.sourcesNotice")));
+    screen.drop({QUrl::fromLocalFile(cards), QUrl::fromLocalFile(at("cards/a.mov"))});
+    EXPECT_EQ(import.sourceURLs(), (QStringList{cards, at("cards/a.mov")}));
+    screen.drop({QUrl(named("https://a.example/b.mov"))});
+    EXPECT_TRUE(screen.shows("import.sourcesNotice"));
     EXPECT_EQ(sheet.sources()->count(), 2);
-    screen.picture(named("import-dropped"));
+    screen.picture("import-dropped");
     click("import.source.0.remove");
-    screen.click(named("import.source.0"));
+    screen.click("import.source.0");
     screen.key(Qt::Key_Delete);
-    EXPECT_TRUE(screen.shows(named("import.noSources")));
+    EXPECT_TRUE(screen.shows("import.noSources"));
     EXPECT_TRUE(hasFocus("import.chooseFolder"));
 }
 

@@ -63,16 +63,13 @@ class InspectorTest : public ReviewScreenTest {
                        {name("paneWidth"), width}});
     }
     static int keysOfScreen(const Screen &view) { return view.root()->property("keys").toInt(); }
-    static QString notesIn(const Screen &view) {
-        return view.property(name("inspector.notes"), "text").toString();
-    }
 };
 
 } // namespace
 
 TEST_F(InspectorTest, RatesAndFlagsTheClip) {
     Screen view = open();
-    const QQuickItem *stars = view.item(name("inspector.rating"));
+    const QQuickItem *stars = view.item("inspector.rating");
     const QPoint fifth =
         stars->mapToScene(QPointF(4.5 * stars->property("starWidth").toInt(), 12)).toPoint();
     view.click(fifth);
@@ -82,36 +79,36 @@ TEST_F(InspectorTest, RatesAndFlagsTheClip) {
     view.click(fifth);
     EXPECT_EQ(clip(0).rating, 5);
     EXPECT_EQ(edits, 1) << "clicking the current rating sets it again";
-    view.click(name("inspector.flag.0"));
-    view.click(name("inspector.flag.1"));
-    view.click(name("inspector.flag.2"));
+    view.click("inspector.flag.0");
+    view.click("inspector.flag.1");
+    view.click("inspector.flag.2");
     EXPECT_TRUE(clip(0).favorite && clip(0).selectedForExport && !clip(0).reviewed)
         << "rating has set reviewed";
-    view.picture(name("inspector"));
-    view.click(name("inspector.rating.clear"));
+    view.picture("inspector");
+    view.click("inspector.rating.clear");
     EXPECT_EQ(clip(0).rating, 0);
     EXPECT_EQ(keysOfScreen(view), 0);
 
-    view.item(name("inspector.flag.3"))->forceActiveFocus(Qt::TabFocusReason);
+    view.item("inspector.flag.3")->forceActiveFocus(Qt::TabFocusReason);
     view.key(Qt::Key_Space);
     view.key(Qt::Key_Return);
     view.key(Qt::Key_Space);
     EXPECT_TRUE(clip(0).rejected) << "the button keeps the focus";
     EXPECT_EQ(keysOfScreen(view), 0);
     store.undo();
-    EXPECT_FALSE(view.property(name("inspector.flag.3"), "isOn").toBool());
+    EXPECT_FALSE(view.property("inspector.flag.3", "isOn").toBool());
 }
 
 TEST_F(InspectorTest, HasHelpTextForEachStar) {
     Screen view = open();
-    const QQuickItem *stars = view.item(name("inspector.rating"));
+    const QQuickItem *stars = view.item("inspector.rating");
     const QStringList texts{name("Rate 1 star (1 key)"), name("Rate 2 stars (2 key)")};
     for (int star = 1; star <= 2; ++star) {
         const QPointF point((star - 0.5) * stars->property("starWidth").toInt(), 12);
         QTest::mouseMove(view.window(), stars->mapToScene(point).toPoint());
         EXPECT_TRUE(view.waitFor([&] {
-            return view.shows(name("helpTip")) &&
-                   Screen::accessibleName(view.item(name("helpTip"))) == texts.at(star - 1);
+            return view.shows("helpTip") &&
+                   Screen::accessibleName(view.item("helpTip")) == texts.at(star - 1);
         }));
     }
 }
@@ -120,18 +117,18 @@ TEST_F(InspectorTest, AddsSeveralTagsAndRemovesThem) {
     Screen view = open();
     const auto field = name("inspector.newTag");
     view.click(field);
-    view.type(name("  Gull "));
+    view.type("  Gull ");
     view.key(Qt::Key_Return);
-    view.type(name("Gull"));
-    view.click(name("inspector.addTag"));
-    view.type(name("gull"));
+    view.type("Gull");
+    view.click("inspector.addTag");
+    view.type("gull");
     view.key(Qt::Key_Return);
     EXPECT_EQ(clip(0).tags.mid(5), (QStringList{name("Gull"), name("gull")}));
     EXPECT_EQ(view.property(field, "text").toString(), QString());
     EXPECT_EQ(view.focused(), view.item(field));
-    view.click(name("inspector.tag.1.remove"));
+    view.click("inspector.tag.1.remove");
     EXPECT_EQ(clip(0).tags.at(1), name("first light"));
-    view.type(name("  "));
+    view.type("  ");
     view.key(Qt::Key_Return);
     view.key(Qt::Key_F2);
     view.key(Qt::Key_Up);
@@ -149,9 +146,9 @@ TEST_F(InspectorTest, SavesNotesToTheirClipAndKeepsTheCursor) {
     store.setRating(name("clip-0"), 3);
     EXPECT_TRUE(clip(0).notes->contains(name("\r\n"))) << "showing notes doesn't change them";
     view.item(input)->setProperty("cursorPosition", 3);
-    view.type(name(" then"));
+    view.type(" then");
     store.setRating(name("clip-0"), 4);
-    view.type(name("!"));
+    view.type("!");
     EXPECT_TRUE(clip(0).notes->startsWith(name("Sun then! clears")))
         << clip(0).notes->toStdString();
     view.key(Qt::Key_F3);
@@ -159,20 +156,20 @@ TEST_F(InspectorTest, SavesNotesToTheirClipAndKeepsTheCursor) {
 
     const QString before = *clip(0).notes;
     screen.selection()->selectClip(name("clip-1"));
-    EXPECT_EQ(notesIn(view), QString());
+    EXPECT_EQ(view.text("inspector.notes"), QString());
     view.key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(clip(1).notes, std::nullopt) << "undo doesn't restore notes of another clip";
-    view.type(name("x"));
+    view.type("x");
     view.key(Qt::Key_Backspace);
     screen.selection()->selectClip(name("clip-2"));
     view.key(Qt::Key_Z, Qt::ControlModifier);
-    view.type(name("second"));
+    view.type("second");
     EXPECT_EQ(clip(0).notes, before);
     EXPECT_EQ(clip(1).notes, std::nullopt);
     EXPECT_EQ(clip(2).notes, name("second"));
     EXPECT_EQ(keysOfScreen(view), 0);
     view.key(Qt::Key_Tab);
-    EXPECT_EQ(view.focused(), view.item(name("inspector.newTag")));
+    EXPECT_EQ(view.focused(), view.item("inspector.newTag"));
 }
 
 TEST_F(InspectorTest, ShowsHugeNotesAndManyTagsInANarrowPane) {
@@ -184,37 +181,37 @@ TEST_F(InspectorTest, ShowsHugeNotesAndManyTagsInANarrowPane) {
     video.tags.prepend(QString(500, QLatin1Char('w')));
     store.updateProject(project);
     Screen view = open(160);
-    EXPECT_TRUE(view.waitFor([&] { return view.shows(name("inspector.tag.405")); }));
-    const QQuickItem *chips = view.item(name("inspector.tags"));
+    EXPECT_TRUE(view.waitFor([&] { return view.shows("inspector.tag.405"); }));
+    const QQuickItem *chips = view.item("inspector.tags");
     for (const char *chip : {"inspector.tag.0", "inspector.tag.1"}) {
-        const QQuickItem *item = view.item(name(chip));
+        const QQuickItem *item = view.item(chip);
         EXPECT_EQ(item->x(), 0) << chip;
         EXPECT_LE(item->width(), chips->width()) << chip;
     }
-    view.picture(name("inspector-narrow"));
-    view.item(name("inspector.newTag"))->forceActiveFocus(Qt::TabFocusReason);
-    view.picture(name("inspector-narrow-tag"));
+    view.picture("inspector-narrow");
+    view.item("inspector.newTag")->forceActiveFocus(Qt::TabFocusReason);
+    view.picture("inspector-narrow-tag");
     const QRect seen(0, 0, 160, 640);
-    const QQuickItem *field = view.item(name("inspector.newTag"));
+    const QQuickItem *field = view.item("inspector.newTag");
     EXPECT_TRUE(seen.contains(field->mapToScene(QPointF(0, 0)).toPoint())) << "Tab scrolls to it";
-    view.type(name("new"));
+    view.type("new");
     view.key(Qt::Key_Return);
     EXPECT_EQ(clip(0).tags.last(), name("new"));
 
     const QString line = name("some words of a note ").repeated(4) + QLatin1Char('\n');
     const QString huge = line.repeated((1 << 20) / line.size());
     store.setNotes(name("clip-0"), huge);
-    view.item(name("inspector.notes.input"))->forceActiveFocus();
+    view.item("inspector.notes.input")->forceActiveFocus();
     view.key(Qt::Key_End, Qt::ControlModifier);
-    view.type(name("and more"));
+    view.type("and more");
     EXPECT_EQ(*clip(0).notes, huge + name("and more"));
-    const QQuickItem *notes = view.item(name("inspector.notes"));
+    const QQuickItem *notes = view.item("inspector.notes");
     EXPECT_EQ(notes->height(), notes->property("implicitHeight").toDouble());
     EXPECT_LE(notes->height(), 112);
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Backtab);
     EXPECT_TRUE(seen.contains(notes->mapToScene(QPointF(0, 0)).toPoint()));
-    EXPECT_GE(view.property(name("inspector.scroll"), "contentY").toDouble(), 0);
+    EXPECT_GE(view.property("inspector.scroll", "contentY").toDouble(), 0);
 }
 
 } // namespace corvane::test

@@ -62,16 +62,14 @@ QByteArray claiming(QByteArray jpeg, quint16 side) {
 
 class JpegImageTest : public testing::Test {
   protected:
-    bool isLoaded(const char *name) {
-        return screen.property(QString::fromLatin1(name), "isLoaded").toBool();
-    }
+    bool isLoaded(const char *name) { return screen.property(name, "isLoaded").toBool(); }
     void show(const char *property, const QString &path) {
         screen.root()->setProperty(property, path);
     }
     /// Files are read in order, so this waits for all earlier requests.
     bool reloadsSecond() {
         show("second", {});
-        show("second", folder.at(QStringLiteral("good.jpg")));
+        show("second", folder.at("good.jpg"));
         return screen.waitFor([this] { return isLoaded("second"); });
     }
     static bool isLike(QColor colour, QColor wanted) {
@@ -82,7 +80,7 @@ class JpegImageTest : public testing::Test {
     bool firstIs(QColor wanted) { return isLike(screen.picture().pixelColor(40, 22), wanted); }
 
     TestFolder folder;
-    QString good = folder.write(QStringLiteral("good.jpg"), stripes(Qt::red));
+    QString good = folder.write("good.jpg", stripes(Qt::red));
     Screen screen{kThumbnails, {300, 60}};
 };
 
@@ -97,7 +95,7 @@ TEST_F(JpegImageTest, CropsToItsSizeWithRoundCornersAndKeepsNoMorePixels) {
     EXPECT_TRUE(isLike(picture.pixelColor(76, 22), Qt::red));
     EXPECT_FALSE(isLike(picture.pixelColor(0, 0), Qt::red)) << "a corner is round";
 
-    screen.item(QStringLiteral("first"))->setSize({160, 45});
+    screen.item("first")->setSize({160, 45});
     EXPECT_TRUE(screen.waitFor([] { return HeldImage::totalBytes() == 160 * 45 * 4; }));
     EXPECT_TRUE(isLike(screen.picture().pixelColor(3, 22), Qt::black)) << "not cropped any more";
 
@@ -107,19 +105,19 @@ TEST_F(JpegImageTest, CropsToItsSizeWithRoundCornersAndKeepsNoMorePixels) {
 }
 
 TEST_F(JpegImageTest, ShowsAGlyphForAnInvalidFileWithoutBlockingOnIt) {
-    const QString fifo = folder.at(QStringLiteral("fifo.jpg"));
+    const QString fifo = folder.at("fifo.jpg");
     ASSERT_EQ(::mkfifo(qPrintable(fifo), 0600), 0);
-    const QByteArray whole = folder.read(QStringLiteral("good.jpg"));
+    const QByteArray whole = folder.read("good.jpg");
     const QStringList bad{
-        folder.at(QStringLiteral("missing.jpg")),
-        folder.folder(QStringLiteral("folder.jpg")),
+        folder.at("missing.jpg"),
+        folder.folder("folder.jpg"),
         fifo,
-        folder.link(QStringLiteral("link.jpg"), good),
-        folder.write(QStringLiteral("empty.jpg"), {}),
-        folder.write(QStringLiteral("text.jpg"), "no picture"),
-        folder.write(QStringLiteral("half.jpg"), whole.first(whole.size() / 2)),
-        folder.write(QStringLiteral("vast.jpg"), claiming(whole, 65000)),
-        folder.write(QStringLiteral("long.jpg"), whole + QByteArray(jpeg::kMaxFileBytes, 'x')),
+        folder.link("link.jpg", good),
+        folder.write("empty.jpg", {}),
+        folder.write("text.jpg", "no picture"),
+        folder.write("half.jpg", whole.first(whole.size() / 2)),
+        folder.write("vast.jpg", claiming(whole, 65000)),
+        folder.write("long.jpg", whole + QByteArray(jpeg::kMaxFileBytes, 'x')),
         QStringLiteral("/dev/zero"),
         QString::fromLatin1("/no\0path", 8),
     };
@@ -131,17 +129,17 @@ TEST_F(JpegImageTest, ShowsAGlyphForAnInvalidFileWithoutBlockingOnIt) {
 }
 
 TEST_F(JpegImageTest, UsesTheFallbackWithoutAFileAndReadsAgainWhenRecreated) {
-    const QString own = folder.at(QStringLiteral("own.jpg"));
+    const QString own = folder.at("own.jpg");
     show("fallback", good);
     show("first", own);
     EXPECT_TRUE(screen.waitFor([this] { return firstIs(Qt::red); }));
-    folder.write(QStringLiteral("own.jpg"), stripes(Qt::green));
+    folder.write("own.jpg", stripes(Qt::green));
     screen.root()->setProperty("shown", false);
     screen.root()->setProperty("shown", true);
     EXPECT_TRUE(screen.waitFor([this] { return firstIs(Qt::green); }));
 
-    folder.write(QStringLiteral("broken.jpg"), "no picture");
-    show("first", folder.at(QStringLiteral("broken.jpg")));
+    folder.write("broken.jpg", "no picture");
+    show("first", folder.at("broken.jpg"));
     ASSERT_TRUE(reloadsSecond());
     EXPECT_FALSE(isLoaded("first")) << "the file exists";
 }
@@ -149,7 +147,7 @@ TEST_F(JpegImageTest, UsesTheFallbackWithoutAFileAndReadsAgainWhenRecreated) {
 TEST_F(JpegImageTest, DiscardsImagesOfFormerPaths) {
     std::latch isReading(1);
     std::latch mayGoOn(1);
-    const QString slow = folder.write(QStringLiteral("slow.jpg"), stripes(Qt::blue));
+    const QString slow = folder.write("slow.jpg", stripes(Qt::blue));
     FaultyFileSystem files;
     files.setObserver([&](const QString &operation, const QString &path) {
         if (operation == QStringLiteral("openForReading") && path == slow) {

@@ -39,7 +39,7 @@ QString text(const char *latin) {
 }
 
 QRect rectOf(const Screen &view, const char *name) {
-    const QQuickItem *item = view.item(text(name));
+    const QQuickItem *item = view.item(name);
     return item->mapRectToScene(QRectF(QPointF(0, 0), item->size())).toRect();
 }
 
@@ -54,9 +54,9 @@ class MainPaneTest : public ReviewScreenTest {
     Screen open() { return Screen(kPane, kSize, {{text("review"), QVariant::fromValue(&screen)}}); }
     const Subclip &subclip(int index) const { return clip(1).subclips.at(index); }
     void openDrawer(Screen &view) {
-        view.click(text("drawer.head"));
+        view.click("drawer.head");
         EXPECT_TRUE(view.waitFor([&] {
-            return view.shows(text("drawer.keys")) &&
+            return view.shows("drawer.keys") &&
                    rectOf(view, "drawer.keys").bottom() < kSize.height();
         }));
     }
@@ -73,7 +73,7 @@ TEST_F(MainPaneTest, SeeksOnceForAClickAndAtEveryChangeOfADragEvenOutside) {
         }});
     state.selection()->selectClip(text("clip-1"));
     Screen view(kPane, kSize, {{text("review"), QVariant::fromValue(&state)}});
-    EXPECT_FALSE(view.shows(text("filmstrip"))) << "no filmstrip for an id that is not a UUID";
+    EXPECT_FALSE(view.shows("filmstrip")) << "no filmstrip for an id that is not a UUID";
     state.filmstrip()->start(newIdentifier(), {}, folder.path());
     state.selection()->selectSubclip(text("clip-1"), subclip(1).id);
     QList<double> seeks;
@@ -88,7 +88,7 @@ TEST_F(MainPaneTest, SeeksOnceForAClickAndAtEveryChangeOfADragEvenOutside) {
     for (const auto &[track, begin, end] : tracks) {
         const QRect rect = rectOf(view, track);
         seeks.clear();
-        view.click(text(track));
+        view.click(track);
         view.drag(rect.center(), {rect.right() + 10, rect.center().y() - 80});
         view.drag(rect.center(), {rect.left() - 10, rect.center().y()});
         const double middle = (begin + end) / 2;
@@ -102,7 +102,7 @@ TEST_F(MainPaneTest, SeeksOnceForAClickAndAtEveryChangeOfADragEvenOutside) {
 TEST_F(MainPaneTest, DescribesTheTracksToScreenReadersAndStepsByFrames) {
     Screen view = open();
     player.seek(3.2);
-    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(view.item(text("scrubber")));
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(view.item("scrubber"));
     ASSERT_TRUE(face && face->valueInterface() && face->actionInterface());
     EXPECT_EQ(face->role(), QAccessible::Slider);
     EXPECT_EQ(face->valueInterface()->currentValue().toDouble(), 3.2);
@@ -110,10 +110,10 @@ TEST_F(MainPaneTest, DescribesTheTracksToScreenReadersAndStepsByFrames) {
     EXPECT_EQ(face->text(QAccessible::Description), text("00:00:03  /  00:00:12"));
     face->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
     EXPECT_DOUBLE_EQ(player.current, 3.24);
-    view.click(text("transport.back"));
-    view.click(text("transport.back"));
+    view.click("transport.back");
+    view.click("transport.back");
     EXPECT_DOUBLE_EQ(player.current, 3.16);
-    view.click(text("transport.forward"));
+    view.click("transport.forward");
     EXPECT_DOUBLE_EQ(player.current, 3.2);
 }
 
@@ -121,18 +121,18 @@ TEST_F(MainPaneTest, ShowsTheDraftMarksUnlessTheDurationIsUnknown) {
     Screen view = open();
     type("i");
     player.seek(10);
-    EXPECT_TRUE(view.shows(text("scrubber.in")) && !view.shows(text("scrubber.out")));
+    EXPECT_TRUE(view.shows("scrubber.in") && !view.shows("scrubber.out"));
     type("o");
-    EXPECT_TRUE(view.shows(text("scrubber.out")) && view.shows(text("scrubber.range")));
+    EXPECT_TRUE(view.shows("scrubber.out") && view.shows("scrubber.range"));
     const QRect track = rectOf(view, "scrubber");
     EXPECT_NEAR(rectOf(view, "scrubber.range").width(), track.width() * 0.8, 1);
     EXPECT_NEAR(rectOf(view, "scrubber.knob").center().x(),
                 rectOf(view, "scrubber.out").center().x(), 1);
-    view.picture(text("mainpane-marks"));
+    view.picture("mainpane-marks");
     player.duration = 0;
     Q_EMIT player.durationChanged();
     for (const char *mark : {"scrubber.in", "scrubber.range", "scrubber.knob", "bars.0"}) {
-        EXPECT_FALSE(view.shows(text(mark))) << mark;
+        EXPECT_FALSE(view.shows(mark)) << mark;
     }
 }
 
@@ -141,16 +141,16 @@ TEST_F(MainPaneTest, PlaysASubclipFromItsBarWithoutResizingTheVideo) {
     const QRect picture = rectOf(view, "playerView");
     const QRect track = rectOf(view, "scrubber");
     EXPECT_NEAR(rectOf(view, "bars.1").left(), track.left() + track.width() * 0.2, 1);
-    EXPECT_EQ(Screen::accessibleName(view.item(text("bars.1"))), text("Subclip 2"));
-    view.click(text("bars.1"));
+    EXPECT_EQ(Screen::accessibleName(view.item("bars.1")), text("Subclip 2"));
+    view.click("bars.1");
     EXPECT_EQ(screen.selection()->activeSubclipId(), subclip(1).id);
-    EXPECT_FALSE(view.shows(text("bars.0")));
+    EXPECT_FALSE(view.shows("bars.0"));
     EXPECT_EQ(rectOf(view, "playerView"), picture);
-    EXPECT_EQ(Screen::accessibleName(view.item(text("subclipBanner.name"))), text("Subclip 2"));
-    view.picture(text("mainpane-subclip"));
-    view.click(text("subclipBanner.close"));
-    EXPECT_FALSE(view.shows(text("subclipBanner")));
-    EXPECT_TRUE(view.shows(text("bars.0")));
+    EXPECT_EQ(Screen::accessibleName(view.item("subclipBanner.name")), text("Subclip 2"));
+    view.picture("mainpane-subclip");
+    view.click("subclipBanner.close");
+    EXPECT_FALSE(view.shows("subclipBanner"));
+    EXPECT_TRUE(view.shows("bars.0"));
 }
 
 TEST_F(MainPaneTest, TabFollowsReadingOrderAndHiddenControlsReturnTheFocus) {
@@ -167,7 +167,7 @@ TEST_F(MainPaneTest, TabFollowsReadingOrderAndHiddenControlsReturnTheFocus) {
         view.key(Qt::Key_Backtab);
     }
     view.key(Qt::Key_Return);
-    EXPECT_TRUE(view.shows(text("subclipBanner")));
+    EXPECT_TRUE(view.shows("subclipBanner"));
     EXPECT_EQ(view.focused()->objectName(), text("screen"));
     view.key(Qt::Key_Tab);
     EXPECT_EQ(view.focused()->objectName(), text("subclipBanner.close"));
@@ -185,22 +185,21 @@ TEST_F(MainPaneTest, HidesTheOverlayButtonDuringPlaybackUnlessThePointerIsOverIt
     EXPECT_EQ(player.shownRate, 1);
     EXPECT_EQ(Screen::accessibleName(view.item(button)), text("Pause"));
     EXPECT_TRUE(view.shows(button)) << "the pointer is over the player";
-    view.hover(text("drawer.head"));
+    view.hover("drawer.head");
     EXPECT_FALSE(view.shows(button));
-    EXPECT_EQ(Screen::accessibleName(view.item(text("transport.play"))), text("Pause (Space)"));
+    EXPECT_EQ(Screen::accessibleName(view.item("transport.play")), text("Pause (Space)"));
     player.seek(12);
     EXPECT_EQ(rectOf(view, "transport.play"), play);
     EXPECT_NEAR(play.center().x(), rectOf(view, "playerView").center().x(), 1);
-    view.click(text("transport.play"));
+    view.click("transport.play");
     EXPECT_EQ(player.shownRate, 0);
     EXPECT_TRUE(view.shows(button));
     EXPECT_EQ(view.focused()->objectName(), text("screen")) << "clicks don't move the focus";
 
     store.updateProject(sampleProject(1));
-    EXPECT_TRUE(view.shows(text("player.none")));
-    EXPECT_FALSE(view.shows(text("transport.play")) || view.shows(text("drawer.head")) ||
-                 view.shows(button));
-    view.picture(text("mainpane-empty"));
+    EXPECT_TRUE(view.shows("player.none"));
+    EXPECT_FALSE(view.shows("transport.play") || view.shows("drawer.head") || view.shows(button));
+    view.picture("mainpane-empty");
 }
 
 TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
@@ -208,13 +207,13 @@ TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
     openDrawer(view);
     const auto field = text("subclip.0.field");
     const auto edit = [&](const char *typed) {
-        view.click(text("subclip.0.name"));
+        view.click("subclip.0.name");
         ASSERT_TRUE(view.shows(field));
         view.key(Qt::Key_A, Qt::ControlModifier);
-        view.type(text(typed));
+        view.type(typed);
     };
     edit("  Pole lift, wide ");
-    view.picture(text("mainpane-editing"));
+    view.picture("mainpane-editing");
     view.key(Qt::Key_Up);
     view.key(Qt::Key_F5);
     view.key(Qt::Key_Return);
@@ -228,7 +227,7 @@ TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
     view.key(Qt::Key_Escape);
     EXPECT_FALSE(view.shows(field));
     edit("Lost too");
-    view.click(text("subclip.1.name"));
+    view.click("subclip.1.name");
     EXPECT_FALSE(view.shows(field));
     view.key(Qt::Key_Escape);
     EXPECT_EQ(subclip(0).label, text("Pole lift, wide"));
@@ -247,24 +246,24 @@ TEST_F(MainPaneTest, RatesMarksPlaysAndDeletesASubclipByPointerAndByKeys) {
     const QRect stars = rectOf(view, "subclip.0.rating");
     view.click(QPoint(stars.left() + 4 * 18 - 5, stars.center().y()));
     EXPECT_EQ(subclip(0).rating, 4);
-    view.click(text("subclip.0.rating.clear"));
+    view.click("subclip.0.rating.clear");
     EXPECT_EQ(subclip(0).rating, 0);
     const bool wasMarked = subclip(0).selectedForExport;
-    view.click(text("subclip.0.favorite"));
-    view.click(text("subclip.0.selected"));
+    view.click("subclip.0.favorite");
+    view.click("subclip.0.selected");
     EXPECT_TRUE(subclip(0).favorite && subclip(0).selectedForExport != wasMarked);
     EXPECT_FALSE(screen.selection()->isInSubclipMode()) << "its buttons don't play the subclip";
     EXPECT_EQ(view.focused()->objectName(), text("screen")) << "they don't take the focus";
 
-    view.click(text("subclip.1.delete"));
+    view.click("subclip.1.delete");
     ASSERT_EQ(clip(1).subclips.size(), 1);
-    EXPECT_FALSE(view.shows(text("subclip.1")));
-    view.click(text("subclip.0"));
+    EXPECT_FALSE(view.shows("subclip.1"));
+    view.click("subclip.0");
     EXPECT_EQ(screen.selection()->activeSubclipId(), subclip(0).id);
-    EXPECT_TRUE(view.shows(text("subclipBanner")));
+    EXPECT_TRUE(view.shows("subclipBanner"));
     screen.selection()->exitSubclipMode();
 
-    view.item(text("subclip.0"))->forceActiveFocus(Qt::TabFocusReason);
+    view.item("subclip.0")->forceActiveFocus(Qt::TabFocusReason);
     view.key(Qt::Key_Return);
     EXPECT_TRUE(screen.selection()->isInSubclipMode());
     screen.selection()->exitSubclipMode();
@@ -278,24 +277,24 @@ TEST_F(MainPaneTest, RatesMarksPlaysAndDeletesASubclipByPointerAndByKeys) {
     view.key(Qt::Key_Tab);
     view.key(Qt::Key_Space);
     EXPECT_FALSE(subclip(0).favorite);
-    view.click(text("subclip.0.delete"));
-    EXPECT_TRUE(view.waitFor([&] { return view.shows(text("drawer.none")); }));
+    view.click("subclip.0.delete");
+    EXPECT_TRUE(view.waitFor([&] { return view.shows("drawer.none"); }));
     EXPECT_EQ(player.range, std::nullopt);
 }
 
 TEST_F(MainPaneTest, StopsARemovedClipUntilItIsRestored) {
     const Screen view = open();
-    EXPECT_TRUE(view.shows(text("picture")));
+    EXPECT_TRUE(view.shows("picture"));
     screen.transport()->togglePlayback();
     const Project whole = *store.project();
     Project without = whole;
     without.videos.removeAt(1);
     store.updateProject(without);
     EXPECT_FALSE(screen.transport()->isPlaying());
-    EXPECT_FALSE(view.shows(text("picture")));
-    EXPECT_TRUE(view.shows(text("player.none")));
+    EXPECT_FALSE(view.shows("picture"));
+    EXPECT_TRUE(view.shows("player.none"));
     store.updateProject(whole);
-    EXPECT_TRUE(view.shows(text("picture")));
+    EXPECT_TRUE(view.shows("picture"));
     EXPECT_TRUE(screen.selection()->hasSelectedVideo());
 }
 

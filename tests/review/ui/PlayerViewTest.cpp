@@ -36,18 +36,17 @@ TEST(PlayerViewTest, ShowsEntireFramesOnBlackAndNoFrameOfAMissingFile) {
     TestMonotonicClock clock;
     PlayerEngine engine({.clock = &clock});
     Screen screen(kView, {500, 400}, {{QStringLiteral("player"), QVariant::fromValue(&engine)}});
-    waitUntilDone(engine.load(makeClip(folder.at(QStringLiteral("a.mov")), {.frames = 20})));
+    waitUntilDone(engine.load(makeClip(folder.at("a.mov"), {.frames = 20})));
     EXPECT_TRUE(screen.waitFor([&] { return numberIn(screen.picture(), {320, 180}, 0) == 0; }));
     engine.seek(0.52);
     EXPECT_TRUE(screen.waitFor([&] { return numberIn(screen.picture(), {320, 180}, 0) == 13; }));
     EXPECT_EQ(screen.picture().pixelColor(250, 30), QColor(Qt::black));
 
-    const auto upright =
-        makeClip(folder.at(QStringLiteral("b.mov")), {.frames = 5, .rotation = 90});
+    const auto upright = makeClip(folder.at("b.mov"), {.frames = 5, .rotation = 90});
     waitUntilDone(engine.load(upright));
     EXPECT_TRUE(screen.waitFor([&] { return numberIn(screen.picture(), {180, 320}, 1) == 0; }));
 
-    waitUntilDone(engine.load(folder.write(QStringLiteral("c.mov"), "no film")));
+    waitUntilDone(engine.load(folder.write("c.mov", "no film")));
     EXPECT_TRUE(
         screen.waitFor([&] { return screen.picture().pixelColor(200, 200) == QColor(Qt::black); }));
 }

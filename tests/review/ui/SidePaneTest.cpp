@@ -56,10 +56,10 @@ class SidePaneTest : public ReviewScreenTest {
   protected:
     SidePaneTest() : ReviewScreenTest(manyClips()) {}
 
-    QQuickItem *list() { return window.item(QStringLiteral("review.list")); }
-    QQuickItem *row(const char *id) { return window.item(QString::fromLatin1(id)); }
+    QQuickItem *list() { return window.item("review.list"); }
+    QQuickItem *row(const char *id) { return window.item(id); }
     void clickOn(const char *id, Qt::KeyboardModifiers modifiers = {}) {
-        window.click(QString::fromLatin1(id), modifiers);
+        window.click(id, modifiers);
     }
     /// True if the screen itself has the focus.
     bool hasKeys() { return window.focused()->objectName() == QStringLiteral("keys"); }
@@ -76,7 +76,7 @@ class SidePaneTest : public ReviewScreenTest {
     }
     /// A replacement for the inspector.
     void giveInspector() {
-        const QString file = folder.write(QStringLiteral("Stub.qml"), R"(
+        const QString file = folder.write("Stub.qml", R"(
             import QtQuick
             Item { objectName: "inspector"; required property var inspector })");
         window.root()->setProperty("inspectorSource", QUrl::fromLocalFile(file));
@@ -108,7 +108,7 @@ TEST_F(SidePaneTest, MovesThroughAllRowsByKeysIfTheListHasTheFocus) {
     key(Qt::Key_Down);
     EXPECT_EQ(current(), 0) << "without the focus it ignores keys";
     focusList();
-    EXPECT_TRUE(window.shows(QStringLiteral("review.list.ring")));
+    EXPECT_TRUE(window.shows("review.list.ring"));
     key(Qt::Key_Down);
     key(Qt::Key_Down);
     key(Qt::Key_Return);
@@ -119,7 +119,7 @@ TEST_F(SidePaneTest, MovesThroughAllRowsByKeysIfTheListHasTheFocus) {
     EXPECT_EQ(marked().size(), 2);
     key(Qt::Key_End);
     EXPECT_EQ(current(), 301);
-    EXPECT_TRUE(window.shows(QStringLiteral("clip-clip-299")));
+    EXPECT_TRUE(window.shows("clip-clip-299"));
     key(Qt::Key_Space, Qt::ControlModifier);
     EXPECT_TRUE(marked().contains(QStringLiteral("clip-299")));
     key(Qt::Key_PageUp);
@@ -171,8 +171,8 @@ TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesOnlyNames) {
             EXPECT_EQ(row("clip-clip-0")->height(), large ? thumbnail->height() + 58 : 53);
         }
     }
-    window.hover(QStringLiteral("clip-clip-0"));
-    auto *tip = window.item(QStringLiteral("tip"));
+    window.hover("clip-clip-0");
+    auto *tip = window.item("tip");
     EXPECT_TRUE(
         window.waitFor([&] { return tip->property("shownText") == inOneLine(clip(0).fileName); }));
 }
@@ -185,7 +185,7 @@ TEST_F(SidePaneTest, KeepsTheFirstVisibleClipAtTheTopAndDoesNotScrollForEdits) {
     store.toggleRejected(QStringLiteral("clip-5"));
     window.picture();
     EXPECT_EQ(top(), 2 * 53 + 30);
-    EXPECT_FALSE(window.shows(QStringLiteral("clip-clip-5")));
+    EXPECT_FALSE(window.shows("clip-clip-5"));
 
     for (const bool large : {true, false}) {
         screen.filterBar()->setUseLargeThumbnails(large);
@@ -193,8 +193,8 @@ TEST_F(SidePaneTest, KeepsTheFirstVisibleClipAtTheTopAndDoesNotScrollForEdits) {
         EXPECT_NEAR(row("clip-clip-2")->y(), top(), 3) << large;
     }
     screen.filterBar()->setUseLargeThumbnails(true);
-    EXPECT_TRUE(window.property(QStringLiteral("sidePane.largeThumbnails"), "checked").toBool());
-    window.click(QStringLiteral("sidePane.largeThumbnails"));
+    EXPECT_TRUE(window.property("sidePane.largeThumbnails", "checked").toBool());
+    window.click("sidePane.largeThumbnails");
     EXPECT_FALSE(screen.filterBar()->useLargeThumbnails());
 }
 
@@ -204,20 +204,20 @@ TEST_F(SidePaneTest, SwapsTheListForTheInspectorAndBack) {
     EXPECT_FALSE(window.property(info, "enabled").toBool());
     clickOn("clip-clip-1");
     window.click(info);
-    EXPECT_TRUE(window.waitFor([&] { return !window.shows(QStringLiteral("review.list")); }));
-    EXPECT_EQ(window.item(QStringLiteral("inspector"))->property("inspector").value<QObject *>(),
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows("review.list"); }));
+    EXPECT_EQ(window.item("inspector")->property("inspector").value<QObject *>(),
               screen.inspector());
-    EXPECT_EQ(window.property(QStringLiteral("sidePane.title"), "text"), QStringLiteral("clip-1"));
+    EXPECT_EQ(window.property("sidePane.title", "text"), QStringLiteral("clip-1"));
     EXPECT_EQ(Screen::accessibleName(window.item(info)), QStringLiteral("Back to clip list"));
     window.click(info);
-    EXPECT_TRUE(window.waitFor([&] { return !window.shows(QStringLiteral("inspector")); }));
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows("inspector"); }));
     EXPECT_TRUE(hasKeys());
 }
 
 TEST_F(SidePaneTest, FiltersTheListByTheControlsOfTheFilterRow) {
-    const auto click = [&](const char *name) { window.click(QString::fromLatin1(name)); };
+    const auto click = [&](const char *name) { window.click(name); };
     const auto is = [&](const char *name, const char *property) {
-        return window.property(QString::fromLatin1(name), property);
+        return window.property(name, property);
     };
     const auto choose = [&](const char *menu, const char *item) {
         click(menu);
@@ -230,7 +230,7 @@ TEST_F(SidePaneTest, FiltersTheListByTheControlsOfTheFilterRow) {
     EXPECT_EQ(is("filter.rating", "text"), QStringLiteral("3★+"));
     EXPECT_TRUE(is("filter.rating", "checked").toBool());
     EXPECT_EQ(is("filter.count", "text"), QStringLiteral("0 of 300 visible"));
-    EXPECT_FALSE(window.shows(QStringLiteral("filter.addToSelects")));
+    EXPECT_FALSE(window.shows("filter.addToSelects"));
     click("sidePane.clearFilters");
     EXPECT_FALSE(is("filter.Favorites", "checked").toBool());
     click("filter.All");
@@ -240,7 +240,7 @@ TEST_F(SidePaneTest, FiltersTheListByTheControlsOfTheFilterRow) {
     EXPECT_TRUE(hasKeys());
 
     click("filter.search");
-    window.type(QStringLiteral("CLIP-29 "));
+    window.type("CLIP-29 ");
     EXPECT_EQ(screen.filterBar()->searchQuery(), QStringLiteral("CLIP-29 "));
     EXPECT_EQ(is("filter.count", "text"), QStringLiteral("11 of 300 visible"));
     click("filter.addToSelects");

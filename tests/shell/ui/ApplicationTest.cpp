@@ -107,7 +107,7 @@ TEST(Application, RetriesTheHandoverIfTheRunningInstanceDropsTheConnection) {
     int connections = 0;
     const std::unique_ptr<QThread> runningInstance(QThread::create([&] {
         QLocalServer server;
-        server.listen(folder.at(QStringLiteral("handover")));
+        server.listen(folder.at("handover"));
         isListening.count_down();
         for (const bool isReady : {false, true}) {
             if (!server.waitForNewConnection(20'000)) {

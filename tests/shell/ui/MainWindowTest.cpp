@@ -16,7 +16,7 @@ class MainWindowTest : public WindowTest {
     std::string alertAfter(const std::function<void()> &action) {
         action();
         EXPECT_TRUE(appears("projectError.accept"));
-        const QQuickItem *const accept = screen->item(QStringLiteral("projectError.accept"));
+        const QQuickItem *const accept = screen->item("projectError.accept");
         EXPECT_LT(accept->mapToScene({0, accept->height()}).y(), screen->window()->height());
         const std::string message = alert().toStdString();
         click("projectError.accept");
@@ -45,7 +45,7 @@ class MainWindowTest : public WindowTest {
     }
     /// A menu item as "label|shortcut|help text", prefixed with "-" if it is disabled.
     std::string row(const char *name) {
-        const QQuickItem *const item = screen->item(QLatin1String(name));
+        const QQuickItem *const item = screen->item(name);
         const auto part = [item](const char *property) {
             return item->property(property).toString().toStdString();
         };
@@ -53,8 +53,8 @@ class MainWindowTest : public WindowTest {
                      : (item->isEnabled() ? "" : "-") + part("text") + '|' + part("shortcutText") +
                            '|' + part("helpText");
     }
-    QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2, 1));
-    QString bad = folder.write(QStringLiteral("bad.corvane"), "{");
+    QString file = make("Harbor.corvane", sampleProject(2, 1));
+    QString bad = folder.write("bad.corvane", "{");
 };
 
 } // namespace
@@ -84,8 +84,8 @@ TEST_F(MainWindowTest, HomeOpensAndRemovesRecentProjects) {
     screen->key(Qt::Key_Down);
     EXPECT_TRUE(hasFocus("home.newProject")) << "the list is empty";
     EXPECT_EQ(text("home.version"), CorvaneApp::versionText());
-    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
-    const QString third = make(QStringLiteral("Third.corvane"), sampleProject(1));
+    const QString other = make("Other.corvane", sampleProject(1));
+    const QString third = make("Third.corvane", sampleProject(1));
     for (const QString &each : {file, other, third}) {
         open(each);
         clock.advance(std::chrono::seconds(1));
@@ -97,11 +97,11 @@ TEST_F(MainWindowTest, HomeOpensAndRemovesRecentProjects) {
     EXPECT_TRUE(disappears("home.recent.2"));
     EXPECT_FALSE(app.store().project()) << "the cross does not open the project";
     screen->key(Qt::Key_Tab);
-    screen->item(QStringLiteral("home.newProject"))->forceActiveFocus();
+    screen->item("home.newProject")->forceActiveFocus();
     screen->key(Qt::Key_Down);
     screen->key(Qt::Key_Delete);
     EXPECT_TRUE(disappears("home.recent.1"));
-    EXPECT_TRUE(folder.has(QStringLiteral("Other.corvane")));
+    EXPECT_TRUE(folder.has("Other.corvane"));
     screen->key(Qt::Key_Return);
     EXPECT_TRUE(appears("header.projectName"));
     EXPECT_EQ(app.store().fileURL(), file);
@@ -113,20 +113,20 @@ TEST_F(MainWindowTest, HomeOpensAndRemovesRecentProjects) {
 
 TEST_F(MainWindowTest, OpenRecentListsTheNewestFirstAndTabReachesTheMenus) {
     show();
-    const QString other = make(QStringLiteral("Other.corvane"), sampleProject(1));
+    const QString other = make("Other.corvane", sampleProject(1));
     for (const QString &each : {file, other, file}) {
         open(each);
         clock.advance(std::chrono::seconds(1));
     }
     await(app.store().closeProject());
     openRecentMenu();
-    EXPECT_EQ(screen->property(QStringLiteral("menu.recent.0"), "y").toInt(), 0);
-    EXPECT_GT(screen->property(QStringLiteral("menu.recent.1"), "y").toInt(), 0);
+    EXPECT_EQ(screen->property("menu.recent.0", "y").toInt(), 0);
+    EXPECT_GT(screen->property("menu.recent.1", "y").toInt(), 0);
     screen->key(Qt::Key_Escape);
     ASSERT_TRUE(disappears("menu.recent.0"));
     screen->key(Qt::Key_Escape);
     ASSERT_TRUE(disappears("menu.openProject"));
-    screen->item(QStringLiteral("home.newProject"))->forceActiveFocus(Qt::TabFocusReason);
+    screen->item("home.newProject")->forceActiveFocus(Qt::TabFocusReason);
     screen->key(Qt::Key_Backtab);
     screen->key(Qt::Key_Down);
     EXPECT_TRUE(appears("menu.checkForUpdates"));
@@ -158,24 +158,24 @@ TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     show();
     click("home.newProject");
     ASSERT_TRUE(appears("setup.projectName"));
-    EXPECT_FALSE(screen->item(QStringLiteral("setup.create"))->isEnabled());
-    screen->type(QStringLiteral("Tide/"));
-    EXPECT_FALSE(screen->item(QStringLiteral("setup.create"))->isEnabled());
+    EXPECT_FALSE(screen->item("setup.create")->isEnabled());
+    screen->type("Tide/");
+    EXPECT_FALSE(screen->item("setup.create")->isEnabled());
     screen->key(Qt::Key_Backspace);
     EXPECT_THAT(text("setup.layoutPreview").toStdString(), StartsWith("<parent>/Tide/\n"));
     EXPECT_FALSE(shows("setup.shootDate"));
     click("setup.includeShootDate");
     ASSERT_TRUE(appears("setup.shootDate"));
     click("setup.notes");
-    screen->type(QStringLiteral("Low water."));
+    screen->type("Low water.");
 
     EXPECT_EQ(app.setup()->notes(), QStringLiteral("Low water."));
-    panels.answer = folder.at(QStringLiteral("new"));
+    panels.answer = folder.at("new");
     click("setup.create");
     ASSERT_TRUE(appears("header.projectName"));
     EXPECT_EQ(text("header.projectName"), QStringLiteral("Tide"));
     EXPECT_EQ(text("header.status"), QStringLiteral("Created project Tide"));
-    EXPECT_TRUE(folder.has(QStringLiteral("new/Tide.corvane")));
+    EXPECT_TRUE(folder.has("new/Tide.corvane"));
     EXPECT_TRUE(appears("import.cancel")) << "the import sheet opens after creation";
     leaveSheet();
     click("header.close");
@@ -184,31 +184,30 @@ TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     ASSERT_TRUE(appears("setup.back"));
     EXPECT_EQ(text("setup.projectName"), QString());
     screen->window()->resize(960, 600);
-    ASSERT_TRUE(
-        screen->waitFor([&] { return screen->item(QStringLiteral("setup"))->height() < 600; }));
-    screen->item(QStringLiteral("setup.cancel"))->forceActiveFocus(Qt::TabFocusReason);
-    EXPECT_LT(screen->item(QStringLiteral("setup.cancel"))->mapToScene({0, 0}).y(), 560);
+    ASSERT_TRUE(screen->waitFor([&] { return screen->item("setup")->height() < 600; }));
+    screen->item("setup.cancel")->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_LT(screen->item("setup.cancel")->mapToScene({0, 0}).y(), 560);
     screen->key(Qt::Key_Return);
     EXPECT_TRUE(appears("home.newProject"));
 }
 
 TEST_F(MainWindowTest, OpensADroppedProjectWhoseHeaderButtonsWork) {
     show();
-    drop(folder.write(QStringLiteral("take.mov"), "x"));
+    drop(folder.write("take.mov", "x"));
     drop(file);
     ASSERT_TRUE(appears("header.import"));
     int exports = 0;
     QObject::connect(app.requests(), &AppRequests::exportRequested, [&] { ++exports; });
     click("header.export");
     EXPECT_EQ(exports, 0);
-    EXPECT_EQ(screen->property(QStringLiteral("header.handoff"), "helpText"),
+    EXPECT_EQ(screen->property("header.handoff", "helpText"),
               QStringLiteral("Mark clips with the S flag in Review first"));
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
     click("header.export");
     EXPECT_EQ(exports, 1);
-    EXPECT_EQ(Screen::accessibleName(screen->item(QStringLiteral("header.help"))),
+    EXPECT_EQ(Screen::accessibleName(screen->item("header.help")),
               QStringLiteral("Open Corvane User Guide (Cmd-?)"));
-    screen->picture(QStringLiteral("project"));
+    screen->picture("project");
 }
 
 TEST_F(MainWindowTest, HelpOpensASingleWindow) {
@@ -251,5 +250,5 @@ TEST_F(MainWindowTest, TheFileDialogShowsTheRequestAndReturnsTheAnswer) {
     EXPECT_TRUE(part("text", QStringLiteral("Tide")));
     screen->click(part("text", QStringLiteral("Save"))->mapToScene({8, 8}).toPoint());
     waitUntil([&] { return !chosen.isEmpty(); });
-    EXPECT_EQ(chosen, folder.at(QStringLiteral("Tide")));
+    EXPECT_EQ(chosen, folder.at("Tide"));
 }

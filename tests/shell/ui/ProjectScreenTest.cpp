@@ -38,7 +38,7 @@ constexpr auto kControlsAboveReview = R"(
 } // namespace
 
 TEST_F(ShellTest, ClicksAboveTheReviewLeaveItTheFocus) {
-    const QString file = make(QStringLiteral("Harbor.corvane"), sampleProject(2, 1));
+    const QString file = make("Harbor.corvane", sampleProject(2, 1));
     await(app.store().openProject(file));
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
     ProjectHeader header(app.store());
@@ -47,20 +47,20 @@ TEST_F(ShellTest, ClicksAboveTheReviewLeaveItTheFocus) {
     for (const char *const name :
          {"header.close", "header.import", "header.export", "header.handoff", "header.help",
           "banner.disclosure.line", "banner.answer", "banner.close"}) {
-        screen.click(QLatin1String(name));
+        screen.click(name);
         EXPECT_EQ(screen.focused()->objectName(), QStringLiteral("keys")) << name;
     }
-    EXPECT_TRUE(screen.shows(QStringLiteral("banner.paths")));
+    EXPECT_TRUE(screen.shows("banner.paths"));
 }
 
 TEST_F(ShellTest, TheImportSheetClosesWithItsProject) {
     ProjectScreen screen(app, media::MediaPlayer::Options());
-    open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
+    open(make("Harbor.corvane", sampleProject(1)));
     screen.review()->appear();
     screen.requestImport();
     screen.importing()->sources()->add({folder.path()});
     ASSERT_TRUE(screen.importing()->isOpen());
-    open(make(QStringLiteral("Other.corvane"), sampleProject(2)));
+    open(make("Other.corvane", sampleProject(2)));
     EXPECT_FALSE(screen.importing()->isOpen());
     screen.requestImport();
     EXPECT_TRUE(screen.importing()->isOpen());
@@ -69,7 +69,7 @@ TEST_F(ShellTest, TheImportSheetClosesWithItsProject) {
 
 TEST_F(ShellTest, OpensOneSheetAtATimeAndADeliveryOnlyWithSelects) {
     ProjectScreen screen(app, media::MediaPlayer::Options());
-    open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
+    open(make("Harbor.corvane", sampleProject(1)));
     screen.requestExport();
     screen.requestHandoff();
     EXPECT_FALSE(screen.exporting()->isOpen() || screen.handoff()->isOpen());

@@ -19,14 +19,14 @@ struct FrozenPlayback {
 class ReviewKeysTest : private FrozenPlayback, public WindowTest {
   protected:
     ReviewKeysTest() : WindowTest(playerClock) {
-        makeClip(folder.at(QStringLiteral("clip.mov")), {.size = kFrameSize, .frames = 300});
+        makeClip(folder.at("clip.mov"), {.size = kFrameSize, .frames = 300});
         Project project = sampleProject(3, 2);
         for (VideoItem &video : project.videos) {
             video.edit().sourcePath = QStringLiteral("clip.mov");
             video.edit().durationSeconds = 12;
         }
         show();
-        open(make(QStringLiteral("Harbor.corvane"), project));
+        open(make("Harbor.corvane", project));
         EXPECT_TRUE(appears("clip-clip-0") && reviewGetsFocus());
     }
 
@@ -231,7 +231,7 @@ TEST_F(ReviewKeysTest, TypingInAFieldTriggersNoReviewKey) {
     click("drawer.head");
     ASSERT_TRUE(screen->waitFor([&] {
         return shows("subclip.0.name") &&
-               screen->item(QStringLiteral("drawer.keys"))->mapToScene({0, 20}).y() < 800;
+               screen->item("drawer.keys")->mapToScene({0, 20}).y() < 800;
     }));
     const std::string before = document();
     const std::string stateBefore = state();
@@ -273,7 +273,7 @@ TEST_F(ReviewKeysTest, SheetsOpenByShortcutAndBlockReviewKeys) {
         for (const auto &[other, name] : sheets) {
             key(other);
         }
-        screen->item(QString::fromUtf8(button))->forceActiveFocus();
+        screen->item(button)->forceActiveFocus();
         press({"3", "F", "X", "L", ".", "I", "Del", "Right", "Down"});
         key("Ctrl+Z");
         EXPECT_EQ(state(), "0SR x0 0.00") << button;

@@ -82,7 +82,7 @@ class StoryTest : public WindowTest {
     /// Creates two subclips of the first clip: 0.4 to 0.8 s and 1.2 to 2 s.
     void markSubclips() {
         click("filter.search");
-        screen->type(utf8("c01"));
+        screen->type("c01");
         screen->key(Qt::Key_Escape);
         ASSERT_TRUE(hasFocus("project.keys"));
         screen->key(Qt::Key_Home);
@@ -110,16 +110,16 @@ class StoryTest : public WindowTest {
         EXPECT_THAT(report, Not(HasSubstr(": ")));
     }
     void exportTwice() {
-        configure("export", folder.folder(utf8("fast")));
+        configure("export", folder.folder("fast"));
         deliverAll("export");
-        configure("export", folder.folder(utf8("accurate")));
+        configure("export", folder.folder("accurate"));
         click("export.newOnly");
         click("export.mode.1");
         deliverAll("export");
     }
     /// Expects every selected clip in the folder at full length, and a matching manifest.
     void checkExport(const char *destination) {
-        const QStringList names = folder.names(utf8(destination));
+        const QStringList names = folder.names(destination);
         ASSERT_EQ(names.size(), 13) << names.join(QLatin1Char(' ')).toStdString();
         const QByteArray manifest = folder.read(utf8(destination) + QLatin1Char('/') +
                                                 names.filter(utf8(".json")).value(0));
@@ -178,7 +178,7 @@ class StoryTest : public WindowTest {
         const int first = displayedFrame();
         screen->key(Qt::Key_Space);
         EXPECT_TRUE(screen->waitFor([&] { return displayedFrame() > first + 3; }, kMediaTimeout));
-        screen->picture(utf8("story-package"));
+        screen->picture("story-package");
     }
     const VideoRecord &video(int row) { return *videos().at(row); }
 };
@@ -192,13 +192,13 @@ TEST_F(StoryTest, ImportsReviewsExportsAndHandsOffAShootAndPlaysThePackage) {
     ASSERT_EQ(videos().size(), 20);
     rateAll();
     markSubclips();
-    screen->picture(utf8("story-review"));
+    screen->picture("story-review");
     exportTwice();
     checkExport("fast");
     checkExport("accurate");
-    configure("handoff", folder.folder(utf8("elsewhere")));
+    configure("handoff", folder.folder("elsewhere"));
     deliverAll("handoff");
-    const QString package = folder.at(utf8("elsewhere/Tide - Selects"));
+    const QString package = folder.at("elsewhere/Tide - Selects");
     checkPackage(package);
     EXPECT_EQ(folder.temporaries(), QStringList());
     openPackage(package);

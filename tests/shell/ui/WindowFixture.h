@@ -5,9 +5,6 @@
 #include "support/screens/Screen.h"
 #include "support/TestMedia.h"
 
-#include <QDragEnterEvent>
-#include <QMimeData>
-
 namespace corvane::test {
 
 inline QString utf8(const char *text) {
@@ -38,11 +35,11 @@ class WindowTest : public ShellTest {
     ReviewScreenState &review() { return *projectScreen().review(); }
     PlayerEngine &engine() { return *projectScreen().engine(); }
 
-    bool shows(const char *name) const { return screen->shows(QString::fromUtf8(name)); }
+    bool shows(const char *name) const { return screen->shows(name); }
     /// Clicks an item once no sheet or menu is opening or closing.
     void click(const char *name, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         EXPECT_TRUE(popupsSettle());
-        screen->click(QString::fromUtf8(name), modifiers);
+        screen->click(name, modifiers);
     }
     /// Waits until no sheet, alert or menu is opening or closing.
     bool popupsSettle() {
@@ -60,12 +57,8 @@ class WindowTest : public ShellTest {
     bool disappears(const char *name) {
         return screen->waitFor([&] { return !shows(name); });
     }
-    QString text(const char *name) {
-        return screen->property(QString::fromUtf8(name), "text").toString();
-    }
-    bool hasFocus(const char *name) const {
-        return screen->property(QString::fromUtf8(name), "activeFocus").toBool();
-    }
+    QString text(const char *name) { return screen->property(name, "text").toString(); }
+    bool hasFocus(const char *name) const { return screen->property(name, "activeFocus").toBool(); }
     /// Waits until the review receives key presses.
     bool reviewGetsFocus() {
         return screen->waitFor([&] { return hasFocus("project.keys"); });
@@ -85,8 +78,8 @@ class WindowTest : public ShellTest {
     void createProject() {
         click("home.newProject");
         ASSERT_TRUE(appears("setup.projectName"));
-        screen->type(utf8("Tide"));
-        panels.answer = folder.at(utf8("shoot"));
+        screen->type("Tide");
+        panels.answer = folder.at("shoot");
         click("setup.create");
         ASSERT_TRUE(appears("import.chooseFolder"));
     }
@@ -138,17 +131,10 @@ class WindowTest : public ShellTest {
         return lines.join(QLatin1Char('\n')).remove(folder.path()).toStdString();
     }
     const QList<VideoItem> &videos() { return app.store().project()->videos; }
-    void drop(const QString &path) {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(path)});
-        QDragEnterEvent enter({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(screen->window(), &enter);
-        QDropEvent dropped({400, 400}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(screen->window(), &dropped);
-    }
+    void drop(const QString &path) { screen->drop({QUrl::fromLocalFile(path)}); }
     /// The number encoded in the frame that the player displays; -1 if it displays no such frame.
     int displayedFrame() {
-        const QQuickItem *const item = screen->item(QStringLiteral("picture"));
+        const QQuickItem *const item = screen->item("picture");
         const QImage image =
             screen->picture().copy(item->mapRectToScene({QPointF(0, 0), item->size()}).toRect());
         const QSize size = kFrameSize.scaled(image.size(), Qt::KeepAspectRatio);
@@ -159,7 +145,7 @@ class WindowTest : public ShellTest {
         return number.value_or(-1);
     }
 
-    QString card = folder.folder(utf8("card")); ///< source footage
+    QString card = folder.folder("card"); ///< source footage
     std::optional<Screen> screen;
     DeliverySheet *delivery = nullptr; ///< the flow of the last `configure`
 };

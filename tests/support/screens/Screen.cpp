@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QQmlComponent>
 #include <QTest>
 
@@ -70,13 +72,13 @@ QList<QQuickItem *> Screen::visibleItems() const {
     return items;
 }
 
-bool Screen::shows(const QString &name) const {
+bool Screen::shows(QAnyStringView name) const {
     const QList<QQuickItem *> items = visibleItems();
     return std::any_of(items.begin(), items.end(),
-                       [&name](const QQuickItem *item) { return item->objectName() == name; });
+                       [name](const QQuickItem *item) { return item->objectName() == name; });
 }
 
-QQuickItem *Screen::item(const QString &name) const {
+QQuickItem *Screen::item(QAnyStringView name) const {
     for (QQuickItem *item : visibleItems()) {
         if (item->objectName() == name) {
             return item;
@@ -88,7 +90,7 @@ QQuickItem *Screen::item(const QString &name) const {
             present.append(item->objectName());
         }
     }
-    ADD_FAILURE() << "no visible item is named \"" << name.toStdString() << "\", only "
+    ADD_FAILURE() << "no visible item is named \"" << name.toString().toStdString() << "\", only "
                   << present.join(QStringLiteral(", ")).toStdString();
     return nullptr;
 }
@@ -97,7 +99,7 @@ QPoint Screen::center(const QQuickItem *item) const {
     return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
 }
 
-void Screen::click(const QString &name, Qt::KeyboardModifiers modifiers, Qt::MouseButton button) {
+void Screen::click(QAnyStringView name, Qt::KeyboardModifiers modifiers, Qt::MouseButton button) {
     if (const QQuickItem *target = item(name)) {
         click(center(target), modifiers, button);
     }
@@ -108,7 +110,7 @@ void Screen::click(QPoint point, Qt::KeyboardModifiers modifiers, Qt::MouseButto
     QCoreApplication::processEvents();
 }
 
-void Screen::hover(const QString &name) {
+void Screen::hover(QAnyStringView name) {
     if (const QQuickItem *target = item(name)) {
         QTest::mouseMove(m_window, center(target));
         QCoreApplication::processEvents();
@@ -124,8 +126,18 @@ void Screen::drag(QPoint from, QPoint to) {
     QCoreApplication::processEvents();
 }
 
-void Screen::type(const QString &text) {
-    for (const QChar letter : text) {
+void Screen::drop(const QList<QUrl> &urls) {
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint center = QRect(QPoint(), m_window->size()).center();
+    QDragEnterEvent enter(center, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &enter);
+    QDropEvent dropped(center, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &dropped);
+}
+
+void Screen::type(QAnyStringView text) {
+    for (const QChar letter : text.toString()) {
         QTest::sendKeyEvent(QTest::Click, m_window, Qt::Key_unknown, QString(letter),
                             Qt::NoModifier);
     }
@@ -159,7 +171,7 @@ bool Screen::waitFor(const std::function<bool()> &condition,
     return true;
 }
 
-QVariant Screen::property(const QString &name, const char *property) const {
+QVariant Screen::property(QAnyStringView name, const char *property) const {
     const QQuickItem *target = item(name);
     return target ? target->property(property) : QVariant();
 }
@@ -178,12 +190,13 @@ int Screen::accessibleRole(QQuickItem *item) {
     return interface ? interface->role() : QAccessible::NoRole;
 }
 
-QImage Screen::picture(const QString &name) {
+QImage Screen::picture(QAnyStringView name) {
     const QImage image = m_window->grabWindow();
     const QString folder = qEnvironmentVariable("CORVANE_PICTURES");
     if (!name.isEmpty() && !folder.isEmpty()) {
         QDir().mkpath(folder);
-        EXPECT_TRUE(image.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")));
+        EXPECT_TRUE(
+            image.save(folder + QLatin1Char('/') + name.toString() + QStringLiteral(".png")));
     }
     return image;
 }

@@ -35,25 +35,27 @@ class Screen {
 
     /// The visible item with an objectName, in popups too. Adds a failure and returns nullptr if
     /// there is none.
-    [[nodiscard]] QQuickItem *item(const QString &name) const;
+    [[nodiscard]] QQuickItem *item(QAnyStringView name) const;
 
     /// True if there is a visible item with this objectName.
-    [[nodiscard]] bool shows(const QString &name) const;
+    [[nodiscard]] bool shows(QAnyStringView name) const;
 
     /// Clicks the center of an item, or a point in the window.
-    void click(const QString &name, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+    void click(QAnyStringView name, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
                Qt::MouseButton button = Qt::LeftButton);
     void click(QPoint point, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
                Qt::MouseButton button = Qt::LeftButton);
 
     /// Moves the pointer to the center of an item.
-    void hover(const QString &name);
+    void hover(QAnyStringView name);
 
     /// Presses at `from`, moves to `to` and releases.
     void drag(QPoint from, QPoint to);
+    /// Drops URLs from another application at the center of the window.
+    void drop(const QList<QUrl> &urls);
 
     /// Sends text or a key to the focused item.
-    void type(const QString &text);
+    void type(QAnyStringView text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Presses a key and holds it for a few auto-repeats.
     void hold(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
@@ -62,7 +64,10 @@ class Screen {
     [[nodiscard]] bool waitFor(const std::function<bool()> &condition,
                                std::chrono::milliseconds timeout = kTimeout) const;
 
-    [[nodiscard]] QVariant property(const QString &name, const char *property) const;
+    [[nodiscard]] QVariant property(QAnyStringView name, const char *property) const;
+    [[nodiscard]] QString text(QAnyStringView name) const {
+        return property(name, "text").toString();
+    }
 
     /// The item with the keyboard focus, or nullptr.
     [[nodiscard]] QQuickItem *focused() const;
@@ -76,7 +81,7 @@ class Screen {
 
     /// A screenshot of the window. Also saves it as <name>.png in the folder that the environment
     /// variable CORVANE_PICTURES names, if it is set.
-    QImage picture(const QString &name = {});
+    QImage picture(QAnyStringView name = {});
 
   private:
     [[nodiscard]] QPoint center(const QQuickItem *item) const;

@@ -51,41 +51,41 @@ TEST_F(ExportViewTest, DeliversByKeyboardAndMouse) {
     EXPECT_EQ(screen->shown("export.count"), text("3 rows"));
 
     panels.answer = at("out");
-    screen->click(text("export.folder.choose"));
+    screen->click("export.folder.choose");
     EXPECT_EQ(panels.choice.startFolder, at("project")) << "the chosen folder does not exist yet";
-    screen->click(text("export.output.1"));
-    screen->click(text("export.naming.preset.2"));
-    screen->click(text("export.naming.keepOriginal"));
-    screen->click(text("export.naming.originalFilename"));
-    screen->click(text("export.naming.baseName"));
-    screen->type(text("Harbor"));
+    screen->click("export.output.1");
+    screen->click("export.naming.preset.2");
+    screen->click("export.naming.keepOriginal");
+    screen->click("export.naming.originalFilename");
+    screen->click("export.naming.baseName");
+    screen->type("Harbor");
     EXPECT_EQ(rowNames(*sheet->rows()).front(), "Harbor.mov");
-    screen->click(text("export.naming.numbering.2"));
+    screen->click("export.naming.numbering.2");
     EXPECT_THAT(
         rowNames(*sheet->rows()),
         testing::ElementsAre("Harbor_001.mov", "Harbor_002_Pole lift, wide.mov", "Harbor_003.mov"));
-    EXPECT_EQ(screen->property(text("export.preview.1"), "name"), sheet->rows()->rows()[1].name);
-    screen->picture(text("export-configure"));
+    EXPECT_EQ(screen->property("export.preview.1", "name"), sheet->rows()->rows()[1].name);
+    screen->picture("export-configure");
 
-    screen->click(text("export.naming.baseName"));
+    screen->click("export.naming.baseName");
     screen->key(Qt::Key_Return);
     EXPECT_TRUE(screen->hasFocus("export.done.done"));
     EXPECT_EQ(screen->shown("export.done.headline"), text("Export complete"));
-    screen->picture(text("export-complete"));
+    screen->picture("export-complete");
     EXPECT_TRUE(has("out/Harbor_003.mov") && has("out/HD/Harbor_001.mp4"));
 
     QSignalSpy reveals(sheet.get(), &DeliverySheet::revealWanted);
-    screen->click(text("export.done.results.0.reveal"));
-    screen->click(text("export.done.reveal"));
-    screen->click(text("export.done.revealFolder"));
+    screen->click("export.done.results.0.reveal");
+    screen->click("export.done.reveal");
+    screen->click("export.done.revealFolder");
     EXPECT_THAT(reveals,
                 testing::ElementsAre(QVariantList{at("out/Harbor_001.mov")},
                                      QVariantList{flow->result()->manifestSidecarPath.value()},
                                      QVariantList{at("out")}));
-    screen->click(text("export.done.again"));
+    screen->click("export.done.again");
     EXPECT_TRUE(screen->hasFocus("export.folder.choose")) << "nothing is new";
     EXPECT_EQ(screen->shown("export.count"), text("0 of 3 rows"));
-    EXPECT_TRUE(screen->shows(text("export.preview.nothing")));
+    EXPECT_TRUE(screen->shows("export.preview.nothing"));
     screen->key(Qt::Key_Escape);
     EXPECT_TRUE(screen->isClosed());
 }
@@ -98,32 +98,32 @@ TEST_F(ExportViewTest, EscapeCancelsARunAndItsResultsListEachRow) {
     show(fakes);
     folder.write(footage("a.mov"), "changed");
     open();
-    screen->click(text("export.mode.1"));
+    screen->click("export.mode.1");
     fakes.halfway = [this](const QString &) {
         const auto cancel = [this] {
             EXPECT_TRUE(screen->hasFocus("export.running.cancel"));
             EXPECT_EQ(screen->shown("export.running.file"), text("2 of 3: b.mp4"));
             EXPECT_EQ(screen->shown("export.running.figure"), text("33%"));
             screen->click(QPoint(5, 5));
-            screen->picture(text("export-running"));
+            screen->picture("export-running");
             screen->key(Qt::Key_Escape);
             EXPECT_EQ(screen->shown("export.running.cancel"), text("Force Cancel"));
             EXPECT_EQ(flow->cancelStage(), CancelStage::graceful);
         };
         QMetaObject::invokeMethod(qApp, cancel, Qt::BlockingQueuedConnection);
     };
-    screen->click(text("export.configure.start"));
+    screen->click("export.configure.start");
     EXPECT_TRUE(screen->hasFocus("export.done.done"));
     EXPECT_EQ(screen->shown("export.done.headline"), text("Export cancelled"));
     for (const char *count : {"succeeded", "failed", "cancelled"}) {
         EXPECT_EQ(screen->property(text("export.done.") + text(count), "count"), 1);
     }
-    screen->picture(text("export-cancelled"));
-    EXPECT_EQ(Screen::accessibleName(screen->item(text("export.done.results.2"))),
+    screen->picture("export-cancelled");
+    EXPECT_EQ(Screen::accessibleName(screen->item("export.done.results.2")),
               text("c.mp4: Cancelled"));
 
     QSignalSpy reveals(sheet.get(), &DeliverySheet::revealWanted);
-    screen->item(text("export.done.results.list"))->forceActiveFocus();
+    screen->item("export.done.results.list")->forceActiveFocus();
     screen->key(Qt::Key_Space);
     EXPECT_THAT(reveals, testing::SizeIs(1));
     screen->key(Qt::Key_Down);
@@ -131,7 +131,7 @@ TEST_F(ExportViewTest, EscapeCancelsARunAndItsResultsListEachRow) {
     EXPECT_THAT(reveals, testing::SizeIs(1)) << "a failed row has no file";
     screen->key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(text("a.mp4: export source")));
-    screen->click(text("export.done.results.1.reason"));
+    screen->click("export.done.results.1.reason");
     screen->key(Qt::Key_Return);
     EXPECT_TRUE(screen->isClosed());
 }
@@ -144,8 +144,8 @@ TEST_F(ExportViewTest, ASmallWindowScrollsToTheItemFocusedByTab) {
     FakeSessions fakes;
     show(fakes, {1280, 800});
     open();
-    screen->click(text("export.naming.preset.2"));
-    const QQuickItem *choices = screen->item(text("export.configure.choices"));
+    screen->click("export.naming.preset.2");
+    const QQuickItem *choices = screen->item("export.configure.choices");
     QStringList order;
     for (int stop = 0; stop < 20; ++stop) {
         screen->key(Qt::Key_Tab);
@@ -157,7 +157,7 @@ TEST_F(ExportViewTest, ASmallWindowScrollsToTheItemFocusedByTab) {
                 << order.last().toStdString();
         }
     }
-    screen->picture(text("export-configure-1280x800"));
+    screen->picture("export-configure-1280x800");
     const QString expected = text(
         "naming.keepOriginal naming.baseName naming.shootDate naming.originalFilename "
         "naming.originalFileNumber naming.numbering naming.subclipLabel naming.selectType "
@@ -172,8 +172,8 @@ TEST_F(ExportViewTest, ASmallWindowScrollsToTheItemFocusedByTab) {
         rows += Screen::accessibleRole(item) == QAccessible::ListItem;
     }
     EXPECT_TRUE(rows > 10 && rows < 100) << rows;
-    const QQuickItem *list = screen->item(text("export.preview.list"));
-    screen->item(text("export.preview.list"))->forceActiveFocus();
+    const QQuickItem *list = screen->item("export.preview.list");
+    screen->item("export.preview.list")->forceActiveFocus();
     screen->key(Qt::Key_End);
     EXPECT_GT(list->property("contentY").toDouble(), 50000);
     await(store.closeProject());

@@ -37,46 +37,46 @@ TEST_F(SelectsHandoffViewTest, DeliversAPackageByKeyboardAndMouse) {
     addVideo("A003_C007_0612.mov", noise(5000));
     show(media::ffmpegExportSessions(), {});
     EXPECT_TRUE(screen->hasFocus("handoff.folder.choose")) << "there is no destination yet";
-    EXPECT_FALSE(screen->item(text("handoff.configure.start"))->isEnabled());
-    EXPECT_FALSE(screen->item(text("handoff.recent"))->isEnabled());
+    EXPECT_FALSE(screen->item("handoff.configure.start")->isEnabled());
+    EXPECT_FALSE(screen->item("handoff.recent")->isEnabled());
     panels.answer = at("out");
     screen->key(Qt::Key_Return);
     EXPECT_EQ(screen->shown("handoff.folder.path"), at("out"));
-    screen->click(text("handoff.projectName"));
+    screen->click("handoff.projectName");
     screen->key(Qt::Key_A, Qt::ControlModifier);
-    screen->type(text("Tidewater Day 2 - Selects"));
-    screen->click(text("handoff.output.1"));
-    screen->picture(text("handoff-configure"));
-    screen->click(text("handoff.naming.preset.2"));
-    EXPECT_TRUE(screen->shows(text("handoff.naming.numbering")));
-    screen->picture(text("handoff-custom"));
-    screen->click(text("handoff.naming.preset.0"));
+    screen->type("Tidewater Day 2 - Selects");
+    screen->click("handoff.output.1");
+    screen->picture("handoff-configure");
+    screen->click("handoff.naming.preset.2");
+    EXPECT_TRUE(screen->shows("handoff.naming.numbering"));
+    screen->picture("handoff-custom");
+    screen->click("handoff.naming.preset.0");
 
-    screen->click(text("handoff.configure.start"));
+    screen->click("handoff.configure.start");
     EXPECT_TRUE(screen->hasFocus("handoff.done.done"));
     EXPECT_EQ(screen->shown("handoff.done.headline"), text("Handoff complete"));
     EXPECT_EQ(ProjectFileIO::loadNow(
                   at("out/Tidewater Day 2 - Selects/Tidewater Day 2 - Selects.corvane"))
                   .videos.size(),
               3);
-    screen->picture(text("handoff-done"));
+    screen->picture("handoff-done");
     QSignalSpy reveals(sheet.get(), &DeliverySheet::revealWanted);
-    screen->click(text("handoff.done.reveal"));
-    screen->click(text("handoff.done.revealFolder"));
+    screen->click("handoff.done.reveal");
+    screen->click("handoff.done.revealFolder");
     EXPECT_THAT(reveals, testing::ElementsAre(QVariantList{at("out/Tidewater Day 2 - Selects")},
                                               QVariantList{at("out")}));
 
-    screen->click(text("handoff.done.again"));
+    screen->click("handoff.done.again");
     EXPECT_TRUE(screen->hasFocus("handoff.configure.start"));
     flow->setDestinationFolder({});
-    screen->click(text("handoff.recent"));
-    EXPECT_TRUE(screen->waitFor([this] { return screen->shows(text("handoff.recent.0")); }));
-    screen->picture(text("handoff-recent"));
+    screen->click("handoff.recent");
+    EXPECT_TRUE(screen->waitFor([this] { return screen->shows("handoff.recent.0"); }));
+    screen->picture("handoff-recent");
     screen->key(Qt::Key_Down);
     screen->key(Qt::Key_Return);
     EXPECT_TRUE(screen->hasFocus("handoff.recent"));
     EXPECT_EQ(screen->shown("handoff.folder.path"), at("out"));
-    screen->click(text("handoff.configure.back"));
+    screen->click("handoff.configure.back");
     EXPECT_FALSE(sheet->isOpen());
 }
 
@@ -89,19 +89,19 @@ TEST_F(SelectsHandoffViewTest, KeepsTheSheetOpenDuringARunAndShowsItsResult) {
             EXPECT_TRUE(screen->hasFocus("handoff.running.cancel"));
             EXPECT_EQ(screen->shown("handoff.running.details"), text("Extracting subclip"));
             screen->click(QPoint(5, 5));
-            EXPECT_TRUE(screen->shows(text("handoff.running.cancel")));
-            screen->picture(text("handoff-running"));
+            EXPECT_TRUE(screen->shows("handoff.running.cancel"));
+            screen->picture("handoff-running");
             screen->key(Qt::Key_Return);
             screen->key(Qt::Key_Escape);
             EXPECT_EQ(screen->shown("handoff.running.cancel"), text("Cancelling…"));
-            EXPECT_FALSE(screen->item(text("handoff.running.cancel"))->isEnabled());
+            EXPECT_FALSE(screen->item("handoff.running.cancel")->isEnabled());
             screen->key(Qt::Key_Escape);
             detach(store.closeProject());
         };
         QMetaObject::invokeMethod(qApp, cancel, Qt::BlockingQueuedConnection);
     };
     flow->setDestinationFolder(at("out"));
-    screen->click(text("handoff.configure.start"));
+    screen->click("handoff.configure.start");
     EXPECT_TRUE(screen->hasFocus("handoff.done.done"));
     EXPECT_EQ(screen->shown("handoff.done.headline"), text("Handoff cancelled"));
     EXPECT_FALSE(store.project());
