@@ -19,18 +19,6 @@ using namespace corvane::test;
 
 namespace {
 
-std::string codeText(quint32 code) {
-    const auto bytes = qToBigEndian(code);
-    return {reinterpret_cast<const char *>(&bytes), sizeof bytes};
-}
-
-struct Facts {
-    const char *name;
-    ClipOptions options;
-    const char *codec;
-    const char *audioCodec;
-};
-
 QByteArray number(quint32 value) {
     QByteArray bytes(4, 0);
     qToBigEndian(value, bytes.data());
@@ -74,51 +62,6 @@ qint64 peakMemory() {
 }
 
 } // namespace
-
-TEST(MediaAssetTest, ReadsTheTracksOfEveryKindOfFile) {
-    const char *pcm = "pcm_s16le";
-    const Facts kinds[] = {
-        {"a.mp4", {.audioTracks = 2}, "avc1", "mp4a"},
-        {"a.mov", {.rate = "24000/1001", .audioTracks = 1, .audioCodec = pcm}, "avc1", "sowt"},
-        {"b.mov",
-         {.codec = "libx265", .audioTracks = 1, .arguments = "-tag:v hvc1"},
-         "hvc1",
-         "mp4a"},
-        {"c.mov", {.codec = "prores_ks", .pixelFormat = "yuv422p10le"}, "apch", ""},
-        {"a.mkv", {.codec = "libx265", .audioTracks = 1}, "hvc1", "mp4a"},
-        {"a.avi", {.codec = "mpeg4", .audioTracks = 1, .audioCodec = pcm}, "FMP4", "lpcm"},
-        {"a.ts", {.audioTracks = 1}, "avc1", "mp4a"},
-        {"a.mxf",
-         {.codec = "mpeg2video",
-          .size = {1920, 1080},
-          .frames = 5,
-          .audioTracks = 1,
-          .audioCodec = pcm},
-         "mp2v",
-         "lpcm"},
-        // As cameras write it that survive a loss of power.
-        {"fragments.mp4", {.arguments = "-movflags frag_keyframe+empty_moov"}, "avc1", ""},
-        {"odd.mkv", {.codec = "ffv1", .size = {37, 21}}, "FFV1", ""},
-    };
-    const TestFolder folder;
-    for (const Facts &kind : kinds) {
-        SCOPED_TRACE(kind.name);
-        const MediaAsset asset = MediaAsset::read(makeClip(folder.at(kind.name), kind.options));
-        const double rate = kind.options.rate == "25" ? 25 : 24000 / 1001.0;
-        ASSERT_TRUE(asset.duration);
-        EXPECT_NEAR(asset.duration->seconds(), kind.options.frames / rate, 0.08);
-        ASSERT_EQ(asset.videoTracks.size(), 1);
-        const VideoTrack &video = asset.videoTracks.first();
-        EXPECT_EQ(video.naturalSize, kind.options.size);
-        EXPECT_NEAR(video.nominalFrameRate, rate, 1e-3);
-        EXPECT_GT(video.estimatedDataRate, 1000);
-        EXPECT_EQ(codeText(video.mediaSubType), kind.codec);
-        ASSERT_EQ(asset.audioTracks.size(), kind.options.audioTracks);
-        if (!asset.audioTracks.isEmpty()) {
-            EXPECT_EQ(codeText(asset.audioTracks.first().mediaSubType), kind.audioCodec);
-        }
-    }
-}
 
 TEST(MediaAssetTest, RefusesFilesThatAreNotMedia) {
     const TestFolder folder;

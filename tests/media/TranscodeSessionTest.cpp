@@ -36,34 +36,6 @@ class TranscodeSessionTest : public SessionTest {
 
 } // namespace
 
-TEST_F(TranscodeSessionTest, CutsEveryKindOfSourceFrameAccurately) {
-    const std::tuple<const char *, ClipOptions> sources[] = {
-        {"plain.mp4", {.frames = 80}},
-        {"b.mov", {.frames = 80, .gop = 300, .bFrames = 3, .audioTracks = 1}},
-        {"open.mkv", {.frames = 80, .gop = 10, .bFrames = 2, .openGop = true}},
-        {"b.mts", {.frames = 80, .gop = 12, .bFrames = 2, .audioTracks = 1, .audioCodec = "ac3"}},
-        {"hevc.mp4", {.codec = "libx265", .frames = 80, .gop = 24, .bFrames = 3}},
-        {"b.avi", {.frames = 80, .gop = 12, .bFrames = 2}},
-        {"intra.mov",
-         {.codec = "prores_ks",
-          .frames = 80,
-          .pixelFormat = "yuv422p10le",
-          .audioTracks = 1,
-          .audioCodec = "pcm_s16le"}},
-        {"long.mxf", {.codec = "mpeg2video", .frames = 80, .bFrames = 2}},
-        {"late.mp4",
-         {.frames = 80, .bFrames = 2, .videoDelay = 0, .audioTracks = 1, .audioSeconds = 5}},
-    };
-    for (const auto &[name, options] : sources) {
-        const QString source = clip(name, options);
-        EXPECT_EQ(exported(source, kAccurate, frameRange(31, 52)), "") << name;
-        EXPECT_EQ(shownFrames(), numbers(31, 21)) << name;
-        EXPECT_EQ(probed("v:0", "stream=start_time,duration"), "0.000000,0.840000") << name;
-        EXPECT_EQ(exported(source, kAccurate), "") << name;
-        EXPECT_EQ(shownFrames(), numbers(0, 80)) << name;
-    }
-}
-
 TEST_F(TranscodeSessionTest, KeepsTheTimestampsOfAVariableFrameRate) {
     // Pairs 20 ms apart, 100 ms from pair to pair; then one frame of two seconds.
     const QString source =

@@ -1,12 +1,15 @@
 #include "media/VideoReader.h"
 
 #include "media/FrameDecoder.h"
+#include "media/MediaAsset.h"
 #include "media/MediaInput.h"
 #include "media/NonReferenceDetector.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"
 
 #include <gtest/gtest.h>
+
+#include <QtEndian>
 
 #include <random>
 
@@ -76,54 +79,97 @@ std::pair<int, int> nonReferenceFrames(const QString &path) {
 struct Kind {
     const char *name;
     ClipOptions options;
+    const char *codec = "avc1";      ///< the code of the video track
+    const char *audioCodec = "mp4a"; ///< of the audio tracks, if there are any
 };
+
+std::string codeText(quint32 code) {
+    const auto bytes = qToBigEndian(code);
+    return {reinterpret_cast<const char *>(&bytes), sizeof bytes};
+}
+
+void expectTracks(const MediaAsset &asset, const Kind &kind, double rate) {
+    ASSERT_TRUE(asset.duration);
+    EXPECT_NEAR(asset.duration->seconds(), kind.options.frames / rate, 0.08);
+    ASSERT_EQ(asset.videoTracks.size(), 1);
+    const VideoTrack &video = asset.videoTracks.first();
+    EXPECT_EQ(video.naturalSize, kind.options.size);
+    EXPECT_NEAR(video.nominalFrameRate, rate, 1e-3);
+    EXPECT_GT(video.estimatedDataRate, 1000);
+    EXPECT_EQ(codeText(video.mediaSubType), kind.codec);
+    ASSERT_EQ(asset.audioTracks.size(), kind.options.audioTracks);
+    for (const AudioTrack &audio : asset.audioTracks) {
+        EXPECT_EQ(codeText(audio.mediaSubType), kind.audioCodec);
+    }
+}
 
 } // namespace
 
-TEST(VideoReaderTest, FindsTheFrameAtATimeInEveryKindOfFile) {
+TEST(VideoReaderTest, FindsTheTracksAndTheFrameAtATimeInEveryKindOfFile) {
+    const char *pcm = "pcm_s16le";
     const Kind kinds[] = {
-        {"h264.mp4", {.bFrames = 2, .audioTracks = 1}},
+        {"h264.mp4", {.bFrames = 2, .audioTracks = 2}},
+        {"h264.mov", {.rate = "24000/1001", .audioTracks = 1, .audioCodec = pcm}, "avc1", "sowt"},
         {"open.mp4", {.bFrames = 3, .openGop = true}},
+        {"fragments.mp4", {.arguments = "-movflags frag_keyframe+empty_moov"}}, // for a power cut
         {"h264.m4v", {.rate = "30000/1001", .gop = 300}},
         {"h264.mkv", {.bFrames = 2, .audioTracks = 1}},
-        {"h264.avi", {.bFrames = 2}},
+        {"h264.avi", {.bFrames = 2}, "H264"},
         {"h264.ts", {.bFrames = 2, .audioTracks = 1}},
         {"open.ts", {.bFrames = 3, .openGop = true}},
         {"h264.mts", {.interlaced = true}},
-        {"hevc.mp4", {.codec = "libx265", .bFrames = 3}},
+        {"hevc.mp4", {.codec = "libx265", .bFrames = 3}, "hev1"},
+        {"hevc.mkv", {.codec = "libx265", .audioTracks = 1}, "hvc1"},
         {"open.mov",
-         {.codec = "libx265", .bFrames = 3, .openGop = true, .pixelFormat = "yuv420p10le"}},
-        {"hevc.m2ts", {.codec = "libx265", .bFrames = 2}},
+         {.codec = "libx265",
+          .bFrames = 3,
+          .openGop = true,
+          .pixelFormat = "yuv420p10le",
+          .audioTracks = 1,
+          .arguments = "-tag:v hvc1"},
+         "hvc1"},
+        {"hevc.m2ts", {.codec = "libx265", .bFrames = 2}, "hvc1"},
         {"prores.mov",
          {.codec = "prores_ks",
           .pixelFormat = "yuv422p10le",
           .audioTracks = 2,
-          .audioCodec = "pcm_s16le",
-          .arguments = "-timecode 10:00:00:00"}},
+          .audioCodec = pcm,
+          .arguments = "-timecode 10:00:00:00"},
+         "apch",
+         "sowt"},
         {"dnxhr.mov",
-         {.codec = "dnxhd", .pixelFormat = "yuv422p", .arguments = "-profile:v dnxhr_sq"}},
+         {.codec = "dnxhd", .pixelFormat = "yuv422p", .arguments = "-profile:v dnxhr_sq"},
+         "AVdh"},
         {"dnxhd.mxf",
          {.codec = "dnxhd",
           .size = {1280, 720},
           .frames = 12,
           .pixelFormat = "yuv422p",
-          .arguments = "-b:v 90M"}},
-        {"mpeg2.mxf", {.codec = "mpeg2video", .bFrames = 2}},
-        {"mpeg2.mpg", {.codec = "mpeg2video", .bFrames = 2}},
+          .arguments = "-b:v 90M"},
+         "AVdn"},
+        {"mpeg2.mxf",
+         {.codec = "mpeg2video", .bFrames = 2, .audioTracks = 1, .audioCodec = pcm},
+         "mp2v",
+         "lpcm"},
+        {"mpeg2.mpg", {.codec = "mpeg2video", .bFrames = 2}, "mp2v"},
         {"mpeg2.ts",
-         {.codec = "mpeg2video", .bFrames = 2, .interlaced = true, .pixelFormat = "yuv422p"}},
-        {"mjpeg.avi", {.codec = "mjpeg", .pixelFormat = "yuvj422p"}},
-        {"mpeg4.avi", {.codec = "mpeg4"}},
-        {"vp9.mkv", {.codec = "libvpx-vp9"}},
-        {"av1.mp4", {.codec = "libsvtav1"}},
+         {.codec = "mpeg2video", .bFrames = 2, .interlaced = true, .pixelFormat = "yuv422p"},
+         "mp2v"},
+        {"mjpeg.avi", {.codec = "mjpeg", .pixelFormat = "yuvj422p"}, "MJPG"},
+        {"mpeg4.avi", {.codec = "mpeg4", .audioTracks = 1, .audioCodec = pcm}, "FMP4", "lpcm"},
+        {"vp9.mkv", {.codec = "libvpx-vp9"}, "vp09"},
+        {"av1.mp4", {.codec = "libsvtav1"}, "av01"},
+        {"odd.mkv", {.codec = "ffv1", .size = {37, 21}}, "FFV1"},
     };
     const TestFolder folder;
     for (const Kind &kind : kinds) {
         SCOPED_TRACE(kind.name);
         const QString path = makeClip(folder.at(kind.name), kind.options);
         VideoReader reader(path, {.isSingleFrameRead = kind.options.bFrames > 0});
-        const double rate = kind.options.rate == "25" ? 25 : 30000 / 1001.0;
+        const QByteArrayList ratio = kind.options.rate.split('/');
+        const double rate = ratio.first().toDouble() / ratio.value(1, "1").toDouble();
         EXPECT_NEAR(reader.nominalFrameRate(), rate, 1e-6);
+        expectTracks(MediaAsset::read(path), kind, rate);
         // Audio can start slightly before the video.
         const double delay = reader.frameAt({}).value_or(VideoFrame()).time.seconds();
         EXPECT_LT(delay, 0.05);
