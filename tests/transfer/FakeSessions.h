@@ -20,7 +20,7 @@ inline QString text(const char *utf8) {
 /// bytes.
 class FakeSessions : public media::ExportSessionFactory {
   public:
-    bool canCreateSessions() const override { return true; }
+    bool canCreateSessions() const override { return !isMissing; }
     std::unique_ptr<media::ExportSession> create(const QString &asset,
                                                  media::ExportPreset preset) override {
         assets.append(asset);
@@ -37,6 +37,7 @@ class FakeSessions : public media::ExportSessionFactory {
 
     QStringList assets; ///< in the order in which they were opened
     bool canNotCreate = false;
+    bool isMissing = false; ///< as in a build without a media framework
     /// Called half way through each output, on the executor's thread, with the unfinished file.
     std::function<void(const QString &output)> halfway = [](const QString &) {};
 

@@ -129,16 +129,13 @@ TEST_F(HandoffSheetTest, ReportsFailedAndCancelledRuns) {
         if (sheet.stage() == DeliverySheet::Stage::Running) {
             sheet.requestCancel();
             EXPECT_EQ(sheet.cancelText(), text("Force Cancel"));
-            detach(store.closeProject());
         }
     });
     runSheet(sheet);
     QObject::disconnect(cancel);
     EXPECT_EQ(sheet.result().headline, text("Handoff cancelled"));
     EXPECT_EQ(sheet.result().cancelled, 2);
-    EXPECT_TRUE(sheet.isOpen()) << "closing the project keeps the results open";
 
-    await(store.openProject(projectFile));
     sheet.again();
     panels.answer = folder.write("file", "in the way");
     sheet.chooseFolder();
@@ -147,7 +144,4 @@ TEST_F(HandoffSheetTest, ReportsFailedAndCancelledRuns) {
     EXPECT_FALSE(sheet.result().errorLine.isEmpty());
     EXPECT_EQ(sheet.result().line, QString());
     EXPECT_EQ(sheet.result().folder, at("file"));
-    sheet.again();
-    await(store.closeProject());
-    EXPECT_FALSE(sheet.isOpen());
 }
