@@ -1,4 +1,4 @@
-// Failures during work in the window: what is lost, what is reported, and what continues.
+// Runs in the window during which the user opens another project or closes the window.
 
 #include "WindowFixture.h"
 
@@ -13,9 +13,9 @@ using namespace corvane::test;
 
 namespace {
 
-class BadInputTest : public WindowTest {
+class InterruptedRunTest : public WindowTest {
   protected:
-    BadInputTest() { show(); }
+    InterruptedRunTest() { show(); }
 
     /// Makes clips in the folder "card".
     void clips(std::initializer_list<const char *> names) {
@@ -58,7 +58,7 @@ class BadInputTest : public WindowTest {
 
 } // namespace
 
-TEST_F(BadInputTest, ImportsDroppedFootageAndOpensADroppedProjectAfterTheRun) {
+TEST_F(InterruptedRunTest, ImportsDroppedFootageAndOpensADroppedProjectAfterTheRun) {
     clips({"a.mov", "b.mov"});
     const QString other = make("Other.corvane", sampleProject(1));
     const QString third = make("Third.corvane", sampleProject(1));
@@ -86,7 +86,7 @@ TEST_F(BadInputTest, ImportsDroppedFootageAndOpensADroppedProjectAfterTheRun) {
     finishImport(); // the result sheet still appears
 }
 
-TEST_F(BadInputTest, ClosingTheWindowDuringAnImportLeavesCompleteFilesAndASavedProject) {
+TEST_F(InterruptedRunTest, ClosingTheWindowDuringAnImportLeavesCompleteFilesAndASavedProject) {
     clips({"a.mov", "b.mov", "c.mov"});
     createProject();
     scan();
@@ -105,7 +105,7 @@ TEST_F(BadInputTest, ClosingTheWindowDuringAnImportLeavesCompleteFilesAndASavedP
     expectCompleteFiles("shoot/media");
 }
 
-TEST_F(BadInputTest, ClosingTheWindowDuringAnExportLeavesCompleteFilesAndAManifest) {
+TEST_F(InterruptedRunTest, ClosingTheWindowDuringAnExportLeavesCompleteFilesAndAManifest) {
     clips({"a.mov", "b.mov", "c.mov"});
     createProject();
     importCard();

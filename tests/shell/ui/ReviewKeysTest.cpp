@@ -117,6 +117,9 @@ class ReviewKeysTest : private FrozenPlayback, public WindowTest {
 } // namespace
 
 TEST_F(ReviewKeysTest, MarkKeysEditTheSelectedClipAndOtherKeysDoNothing) {
+    app.store().toggleFavorite(QStringLiteral("clip-0"));
+    key("Ctrl+Z");
+    EXPECT_EQ(document(), "0R-0-0 0R-0-0 0R-0-0") << "undo needs no clip";
     const Project untouched = *app.store().project();
     press({"3", "F", "Space", "I", "Return", "Right", "Del", "Esc"});
     EXPECT_EQ(state(), "none");
