@@ -1,8 +1,8 @@
 #include "import/ImportTexts.h"
 #include "ImportSheetFixture.h"
+#include "support/TestPlayer.h"
 
 #include <QAbstractItemModelTester>
-#include <QDeadlineTimer>
 #include <QSignalSpy>
 
 using namespace corvane;
@@ -19,11 +19,7 @@ class ImportSheetTest : public ImportSheetFixture {
         folder.write(path, noise(bytes, quint32(qHash(QByteArray(path)))));
     }
     void waitFor(Stage stage) {
-        const QDeadlineTimer deadline(20'000);
-        while (sheet.stage() != stage && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        EXPECT_EQ(sheet.stage(), stage);
+        EXPECT_TRUE(eventually([&] { return sheet.stage() == stage; }));
     }
     void scanCards(SourceImportMode mode) {
         sheet.openWith({cards});

@@ -227,21 +227,14 @@ TEST_F(ImportViewModelTest, AddsNoClipsToAnotherProject) {
     fill("cards/a.mov cards/b.mov");
     scanCards(SourceImportMode::copied);
     std::optional<QCoro::Task<>> creating;
-    std::binary_semaphore isCreated{0};
     atRow(1, [&] {
         if (!creating) {
             creating =
                 store.createProject({.name = QStringLiteral("Other")}, at("p/other.corvane"));
         }
     });
-    QObject::connect(&store, &ProjectStore::fileURLChanged, &store, [&] { isCreated.release(); });
-    FaultyFileSystem waiting;
-    waiting.setObserver([&](const QString &operation, const QString &path) {
-        if (operation == QLatin1String("openFileAt") && path == QLatin1String("a.mov")) {
-            EXPECT_TRUE(isCreated.try_acquire_for(std::chrono::minutes(1)));
-        }
-    });
-    const FileSystemScope scope(waiting);
+    test::BlockedCopy blocked(QStringLiteral("a.mov"));
+    QObject::connect(&store, &ProjectStore::fileURLChanged, &import, [&] { blocked.resume(); });
     run();
     await(std::move(*creating));
     EXPECT_TRUE(videos().isEmpty());

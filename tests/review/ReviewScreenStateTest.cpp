@@ -18,18 +18,6 @@ class ReviewOfFifty : public ReviewScreenTest {
 
 } // namespace
 
-TEST_F(ReviewScreenTest, HandlesOnlyTheKeysThatItUses) {
-    EXPECT_FALSE(press(Qt::Key_Space));
-    EXPECT_TRUE(press(Qt::Key_Z, Qt::ControlModifier)) << "undo needs no clip";
-    click("clip-1");
-    for (const int key : {Qt::Key_Space, Qt::Key_Delete, Qt::Key_Escape, Qt::Key_3}) {
-        EXPECT_FALSE(screen.handleKeyDown(key, {}, true)) << "text input has the focus";
-        EXPECT_FALSE(screen.handleKeyPress(key, {}, true));
-    }
-    EXPECT_TRUE(screen.handleKeyDown(Qt::Key_F, {}, false, true)) << "held down";
-    EXPECT_FALSE(press(Qt::Key_K, Qt::MetaModifier));
-}
-
 TEST_F(ReviewOfFifty, MovesTheSelectionFromTheIndexOfARejectedClip) {
     const QList<SidebarRowId> all = screen.list()->orderedRowIds();
     screen.selection()->clickRow(10, {});

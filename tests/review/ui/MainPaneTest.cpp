@@ -195,11 +195,6 @@ TEST_F(MainPaneTest, HidesTheOverlayButtonDuringPlaybackUnlessThePointerIsOverIt
     EXPECT_EQ(player.shownRate, 0);
     EXPECT_TRUE(view.shows(button));
     EXPECT_EQ(view.focused()->objectName(), text("screen")) << "clicks don't move the focus";
-
-    store.updateProject(sampleProject(1));
-    EXPECT_TRUE(view.shows("player.none"));
-    EXPECT_FALSE(view.shows("transport.play") || view.shows("drawer.head") || view.shows(button));
-    view.picture("mainpane-empty");
 }
 
 TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
@@ -283,7 +278,7 @@ TEST_F(MainPaneTest, RatesMarksPlaysAndDeletesASubclipByPointerAndByKeys) {
 }
 
 TEST_F(MainPaneTest, StopsARemovedClipUntilItIsRestored) {
-    const Screen view = open();
+    Screen view = open();
     EXPECT_TRUE(view.shows("picture"));
     screen.transport()->togglePlayback();
     const Project whole = *store.project();
@@ -293,6 +288,9 @@ TEST_F(MainPaneTest, StopsARemovedClipUntilItIsRestored) {
     EXPECT_FALSE(screen.transport()->isPlaying());
     EXPECT_FALSE(view.shows("picture"));
     EXPECT_TRUE(view.shows("player.none"));
+    EXPECT_FALSE(view.shows("transport.play") || view.shows("drawer.head") ||
+                 view.shows("playerOverlayButton"));
+    view.picture("mainpane-empty");
     store.updateProject(whole);
     EXPECT_TRUE(view.shows("picture"));
     EXPECT_TRUE(screen.selection()->hasSelectedVideo());
