@@ -22,8 +22,6 @@ class DeliveryScreen : public Screen {
     bool isClosed() const {
         return waitFor([this] { return sheets() == 0; });
     }
-    /// The text of an item.
-    QString shown(const char *name) const { return property(text(name), "text").toString(); }
 
   private:
     static constexpr auto kQml = R"(

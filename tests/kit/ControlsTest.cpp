@@ -75,11 +75,11 @@ TEST(ControlsTest, FocusRingsAppearForKeyboardFocusAndAlwaysOnFields) {
     screen.click("field");
     EXPECT_TRUE(screen.property("field", "showsFocusRing").toBool());
     screen.type("Tide");
-    EXPECT_EQ(screen.property("field", "text").toString(), text("Tide"));
+    EXPECT_EQ(screen.textOf("field"), text("Tide"));
     screen.key(Qt::Key_Tab);
     screen.type("low water");
     screen.key(Qt::Key_Tab);
-    EXPECT_EQ(screen.property("notes", "text").toString(), text("low water"));
+    EXPECT_EQ(screen.textOf("notes"), text("low water"));
     EXPECT_FALSE(screen.property("notes.input", "activeFocus").toBool());
 }
 
@@ -218,7 +218,7 @@ TEST(ControlsTest, ADateFieldTakesTypedAndChosenDatesAndRevertsInvalidOnes) {
     screen.key(Qt::Key_A, Qt::ControlModifier);
     screen.type("2025-13-99");
     screen.key(Qt::Key_Return);
-    EXPECT_EQ(screen.property("day", "text").toString(), text("2025-07-01"));
+    EXPECT_EQ(screen.textOf("day"), text("2025-07-01"));
     EXPECT_EQ(eventsOf(screen), QStringList({text("2025-07-01")}));
 }
 

@@ -32,7 +32,7 @@ class ImportViewTest : public ImportSheetFixture {
     static QString named(const char *name) { return QString::fromUtf8(name); }
     QString clip(const char *name) const { return makeClip(at(named(name)), {.frames = 5}); }
     void click(const char *name) { screen.click(name); }
-    QString text(const char *name) const { return screen.text(name); }
+    QString text(const char *name) const { return screen.textOf(name); }
     bool hasFocus(const char *name) const {
         // A list passes the focus to its current row.
         return screen.waitFor([&] {

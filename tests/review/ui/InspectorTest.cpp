@@ -124,7 +124,7 @@ TEST_F(InspectorTest, AddsSeveralTagsAndRemovesThem) {
     view.type("gull");
     view.key(Qt::Key_Return);
     EXPECT_EQ(clip(0).tags.mid(5), (QStringList{name("Gull"), name("gull")}));
-    EXPECT_EQ(view.property(field, "text").toString(), QString());
+    EXPECT_EQ(view.textOf(field), QString());
     EXPECT_EQ(view.focused(), view.item(field));
     view.click("inspector.tag.1.remove");
     EXPECT_EQ(clip(0).tags.at(1), name("first light"));
@@ -156,7 +156,7 @@ TEST_F(InspectorTest, SavesNotesToTheirClipAndKeepsTheCursor) {
 
     const QString before = *clip(0).notes;
     screen.selection()->selectClip(name("clip-1"));
-    EXPECT_EQ(view.text("inspector.notes"), QString());
+    EXPECT_EQ(view.textOf("inspector.notes"), QString());
     view.key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(clip(1).notes, std::nullopt) << "undo doesn't restore notes of another clip";
     view.type("x");

@@ -207,7 +207,7 @@ TEST_F(SidePaneTest, SwapsTheListForTheInspectorAndBack) {
     EXPECT_TRUE(window.waitFor([&] { return !window.shows("review.list"); }));
     EXPECT_EQ(window.item("inspector")->property("inspector").value<QObject *>(),
               screen.inspector());
-    EXPECT_EQ(window.property("sidePane.title", "text"), QStringLiteral("clip-1"));
+    EXPECT_EQ(window.textOf("sidePane.title"), QStringLiteral("clip-1"));
     EXPECT_EQ(Screen::accessibleName(window.item(info)), QStringLiteral("Back to clip list"));
     window.click(info);
     EXPECT_TRUE(window.waitFor([&] { return !window.shows("inspector"); }));

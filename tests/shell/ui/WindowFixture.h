@@ -57,7 +57,7 @@ class WindowTest : public ShellTest {
     bool disappears(const char *name) {
         return screen->waitFor([&] { return !shows(name); });
     }
-    QString text(const char *name) { return screen->property(name, "text").toString(); }
+    QString text(const char *name) { return screen->textOf(name); }
     bool hasFocus(const char *name) const { return screen->property(name, "activeFocus").toBool(); }
     /// Waits until the review receives key presses.
     bool reviewGetsFocus() {

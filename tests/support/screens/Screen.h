@@ -65,7 +65,8 @@ class Screen {
                                std::chrono::milliseconds timeout = kTimeout) const;
 
     [[nodiscard]] QVariant property(QAnyStringView name, const char *property) const;
-    [[nodiscard]] QString text(QAnyStringView name) const {
+    /// The text of an item.
+    [[nodiscard]] QString textOf(QAnyStringView name) const {
         return property(name, "text").toString();
     }
 

@@ -47,8 +47,8 @@ TEST_F(ExportViewTest, DeliversByKeyboardAndMouse) {
     addClip("B", "A003_C007_0612.mov", noise(5000));
     show(media::ffmpegExportSessions());
     open();
-    EXPECT_EQ(screen->shown("export.folder.path"), at("project/selects"));
-    EXPECT_EQ(screen->shown("export.count"), text("3 rows"));
+    EXPECT_EQ(screen->textOf("export.folder.path"), at("project/selects"));
+    EXPECT_EQ(screen->textOf("export.count"), text("3 rows"));
 
     panels.answer = at("out");
     screen->click("export.folder.choose");
@@ -70,7 +70,7 @@ TEST_F(ExportViewTest, DeliversByKeyboardAndMouse) {
     screen->click("export.naming.baseName");
     screen->key(Qt::Key_Return);
     EXPECT_TRUE(screen->hasFocus("export.done.done"));
-    EXPECT_EQ(screen->shown("export.done.headline"), text("Export complete"));
+    EXPECT_EQ(screen->textOf("export.done.headline"), text("Export complete"));
     screen->picture("export-complete");
     EXPECT_TRUE(has("out/Harbor_003.mov") && has("out/HD/Harbor_001.mp4"));
 
@@ -84,7 +84,7 @@ TEST_F(ExportViewTest, DeliversByKeyboardAndMouse) {
                                      QVariantList{at("out")}));
     screen->click("export.done.again");
     EXPECT_TRUE(screen->hasFocus("export.folder.choose")) << "nothing is new";
-    EXPECT_EQ(screen->shown("export.count"), text("0 of 3 rows"));
+    EXPECT_EQ(screen->textOf("export.count"), text("0 of 3 rows"));
     EXPECT_TRUE(screen->shows("export.preview.nothing"));
     screen->key(Qt::Key_Escape);
     EXPECT_TRUE(screen->isClosed());
@@ -102,19 +102,19 @@ TEST_F(ExportViewTest, EscapeCancelsARunAndItsResultsListEachRow) {
     fakes.halfway = [this](const QString &) {
         const auto cancel = [this] {
             EXPECT_TRUE(screen->hasFocus("export.running.cancel"));
-            EXPECT_EQ(screen->shown("export.running.file"), text("2 of 3: b.mp4"));
-            EXPECT_EQ(screen->shown("export.running.figure"), text("33%"));
+            EXPECT_EQ(screen->textOf("export.running.file"), text("2 of 3: b.mp4"));
+            EXPECT_EQ(screen->textOf("export.running.figure"), text("33%"));
             screen->click(QPoint(5, 5));
             screen->picture("export-running");
             screen->key(Qt::Key_Escape);
-            EXPECT_EQ(screen->shown("export.running.cancel"), text("Force Cancel"));
+            EXPECT_EQ(screen->textOf("export.running.cancel"), text("Force Cancel"));
             EXPECT_EQ(flow->cancelStage(), CancelStage::graceful);
         };
         QMetaObject::invokeMethod(qApp, cancel, Qt::BlockingQueuedConnection);
     };
     screen->click("export.configure.start");
     EXPECT_TRUE(screen->hasFocus("export.done.done"));
-    EXPECT_EQ(screen->shown("export.done.headline"), text("Export cancelled"));
+    EXPECT_EQ(screen->textOf("export.done.headline"), text("Export cancelled"));
     for (const char *count : {"succeeded", "failed", "cancelled"}) {
         EXPECT_EQ(screen->property(text("export.done.") + text(count), "count"), 1);
     }

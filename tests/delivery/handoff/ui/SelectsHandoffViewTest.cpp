@@ -41,7 +41,7 @@ TEST_F(SelectsHandoffViewTest, DeliversAPackageByKeyboardAndMouse) {
     EXPECT_FALSE(screen->item("handoff.recent")->isEnabled());
     panels.answer = at("out");
     screen->key(Qt::Key_Return);
-    EXPECT_EQ(screen->shown("handoff.folder.path"), at("out"));
+    EXPECT_EQ(screen->textOf("handoff.folder.path"), at("out"));
     screen->click("handoff.projectName");
     screen->key(Qt::Key_A, Qt::ControlModifier);
     screen->type("Tidewater Day 2 - Selects");
@@ -54,7 +54,7 @@ TEST_F(SelectsHandoffViewTest, DeliversAPackageByKeyboardAndMouse) {
 
     screen->click("handoff.configure.start");
     EXPECT_TRUE(screen->hasFocus("handoff.done.done"));
-    EXPECT_EQ(screen->shown("handoff.done.headline"), text("Handoff complete"));
+    EXPECT_EQ(screen->textOf("handoff.done.headline"), text("Handoff complete"));
     EXPECT_EQ(ProjectFileIO::loadNow(
                   at("out/Tidewater Day 2 - Selects/Tidewater Day 2 - Selects.corvane"))
                   .videos.size(),
@@ -75,7 +75,7 @@ TEST_F(SelectsHandoffViewTest, DeliversAPackageByKeyboardAndMouse) {
     screen->key(Qt::Key_Down);
     screen->key(Qt::Key_Return);
     EXPECT_TRUE(screen->hasFocus("handoff.recent"));
-    EXPECT_EQ(screen->shown("handoff.folder.path"), at("out"));
+    EXPECT_EQ(screen->textOf("handoff.folder.path"), at("out"));
     screen->click("handoff.configure.back");
     EXPECT_FALSE(sheet->isOpen());
 }
@@ -87,13 +87,13 @@ TEST_F(SelectsHandoffViewTest, KeepsTheSheetOpenDuringARunAndShowsItsResult) {
     sessions.halfway = [this](const QString &) {
         const auto cancel = [this] {
             EXPECT_TRUE(screen->hasFocus("handoff.running.cancel"));
-            EXPECT_EQ(screen->shown("handoff.running.details"), text("Extracting subclip"));
+            EXPECT_EQ(screen->textOf("handoff.running.details"), text("Extracting subclip"));
             screen->click(QPoint(5, 5));
             EXPECT_TRUE(screen->shows("handoff.running.cancel"));
             screen->picture("handoff-running");
             screen->key(Qt::Key_Return);
             screen->key(Qt::Key_Escape);
-            EXPECT_EQ(screen->shown("handoff.running.cancel"), text("Cancelling…"));
+            EXPECT_EQ(screen->textOf("handoff.running.cancel"), text("Cancelling…"));
             EXPECT_FALSE(screen->item("handoff.running.cancel")->isEnabled());
             screen->key(Qt::Key_Escape);
             detach(store.closeProject());
@@ -103,7 +103,7 @@ TEST_F(SelectsHandoffViewTest, KeepsTheSheetOpenDuringARunAndShowsItsResult) {
     flow->setDestinationFolder(at("out"));
     screen->click("handoff.configure.start");
     EXPECT_TRUE(screen->hasFocus("handoff.done.done"));
-    EXPECT_EQ(screen->shown("handoff.done.headline"), text("Handoff cancelled"));
+    EXPECT_EQ(screen->textOf("handoff.done.headline"), text("Handoff cancelled"));
     EXPECT_FALSE(store.project());
     screen->key(Qt::Key_Escape);
     EXPECT_FALSE(sheet->isOpen());
