@@ -63,7 +63,8 @@ TEST_F(PassthroughSessionTest, ShowsEveryFrameOfTheCutOfEveryKindOfSource) {
         const QString source = clip(name, options);
         EXPECT_EQ(exported(source, ExportPreset::highestQuality, frameRange(31, 52)), "");
         EXPECT_EQ(shownFrames(), numbers(31, 21));
-        EXPECT_EQ(probed("v:0", "stream=start_time,duration"), "0.000000,0.840000");
+        EXPECT_THAT(probed("v:0", "stream=start_time,duration"),
+                    testing::StartsWith("0.000000,0.840000"));
         EXPECT_EQ(exported(source, ExportPreset::highestQuality), "");
         EXPECT_EQ(shownFrames(), numbers(0, 80));
         if (options.codec == "prores_ks" || source.endsWith(QLatin1String(".avi"))) {

@@ -90,7 +90,9 @@ std::string codeText(quint32 code) {
 
 void expectTracks(const MediaAsset &asset, const Kind &kind, double rate) {
     ASSERT_TRUE(asset.duration);
-    EXPECT_NEAR(asset.duration->seconds(), kind.options.frames / rate, 0.08);
+    // A program stream doesn't store its duration, which is estimated from its last packets.
+    const double tolerance = std::string_view(kind.name).ends_with(".mpg") ? 0.13 : 0.08;
+    EXPECT_NEAR(asset.duration->seconds(), kind.options.frames / rate, tolerance);
     ASSERT_EQ(asset.videoTracks.size(), 1);
     const VideoTrack &video = asset.videoTracks.first();
     EXPECT_EQ(video.naturalSize, kind.options.size);
@@ -128,7 +130,7 @@ TEST(VideoReaderTest, FindsTheTracksAndTheFrameAtATimeInEveryKindOfFile) {
           .audioTracks = 1,
           .arguments = "-tag:v hvc1"},
          "hvc1"},
-        {"hevc.m2ts", {.codec = "libx265", .bFrames = 2}, "hvc1"},
+        {"hevc.m2ts", {.codec = "libx265", .bFrames = 2}, "HEVC"},
         {"prores.mov",
          {.codec = "prores_ks",
           .pixelFormat = "yuv422p10le",
