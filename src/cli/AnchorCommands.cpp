@@ -6,13 +6,12 @@ namespace corvane {
 
 using ContentHasher::AnchorVerification;
 
-template <> struct RawValues<AnchorVerification> {
-    static constexpr std::array<std::pair<AnchorVerification, std::string_view>, 3> table{{
-        {AnchorVerification::matches, "matches"},
-        {AnchorVerification::mismatches, "mismatches"},
-        {AnchorVerification::unverifiable, "unverifiable"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<AnchorVerification> = std::to_array<RawValue<AnchorVerification>>({
+    {AnchorVerification::matches, "matches"},
+    {AnchorVerification::mismatches, "mismatches"},
+    {AnchorVerification::unverifiable, "unverifiable"},
+});
 
 namespace {
 

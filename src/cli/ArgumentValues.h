@@ -19,7 +19,7 @@ bool onOrOff(const QString &text, const QString &name);
 template <RawRepresentable Enumeration>
 Enumeration choice(const QString &text, const QString &name) {
     QStringList known;
-    for (const auto &[value, raw] : RawValues<Enumeration>::table) {
+    for (const auto &[value, raw] : rawValues<Enumeration>) {
         known.append(rawValue(value));
         if (known.last() == text) {
             return value;

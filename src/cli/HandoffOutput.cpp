@@ -6,13 +6,7 @@
 
 namespace corvane {
 
-template <> struct JSONFields<HandoffRowFailure> {
-    static constexpr auto table =
-        std::tuple(jsonField("videoId", &HandoffRowFailure::videoId),
-                   jsonField("videoFileName", &HandoffRowFailure::videoFileName),
-                   jsonField("error", &HandoffRowFailure::error),
-                   jsonField("cancelled", &HandoffRowFailure::cancelled));
-};
+CORVANE_JSON_FIELDS(HandoffRowFailure, videoId, videoFileName, error, cancelled);
 
 void writeHandoffResult(JSONWriter &writer, const HandoffResult &result) {
     writer.beginObject();

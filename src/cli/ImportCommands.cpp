@@ -11,10 +11,7 @@
 
 namespace corvane {
 
-template <> struct JSONFields<ImportFailure> {
-    static constexpr auto table = std::tuple(jsonField("filename", &ImportFailure::filename),
-                                             jsonField("message", &ImportFailure::message));
-};
+CORVANE_JSON_FIELDS(ImportFailure, filename, message);
 
 namespace {
 

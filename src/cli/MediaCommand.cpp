@@ -7,29 +7,19 @@
 
 namespace corvane {
 
-template <> struct JSONFields<MediaConfirmation> {
-    using State = MediaConfirmation;
-    static constexpr auto table = std::tuple(
-        jsonField("legacyPackageMediaNeedsAuthorization",
-                  &State::legacyPackageMediaNeedsAuthorization),
-        jsonField("contentMismatchNeedsConfirmation", &State::contentMismatchNeedsConfirmation),
-        jsonField("contentMismatchPendingPaths", &State::contentMismatchPendingPaths),
-        jsonField("legacyProjectIdMediaNeedsConfirmation",
-                  &State::legacyProjectIdMediaNeedsConfirmation),
-        jsonField("legacyProjectIdMediaPendingPaths", &State::legacyProjectIdMediaPendingPaths),
-        jsonField("unresolvedMediaNeedsConfirmation", &State::unresolvedMediaNeedsConfirmation),
-        jsonField("unresolvedMediaPendingPaths", &State::unresolvedMediaPendingPaths));
-};
+CORVANE_JSON_FIELDS(MediaConfirmation, legacyPackageMediaNeedsAuthorization,
+                    contentMismatchNeedsConfirmation, contentMismatchPendingPaths,
+                    legacyProjectIdMediaNeedsConfirmation, legacyProjectIdMediaPendingPaths,
+                    unresolvedMediaNeedsConfirmation, unresolvedMediaPendingPaths);
 
-template <> struct RawValues<MediaConfirmationBanner::Kind> {
-    using Kind = MediaConfirmationBanner::Kind;
-    static constexpr std::array<std::pair<Kind, std::string_view>, 4> table{{
-        {Kind::legacyPackage, "legacy-package"},
-        {Kind::legacyProjectId, "carried-over"},
-        {Kind::unresolved, "unresolved"},
-        {Kind::contentMismatch, "changed"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<MediaConfirmationBanner::Kind> =
+    std::to_array<RawValue<MediaConfirmationBanner::Kind>>({
+        {MediaConfirmationBanner::Kind::legacyPackage, "legacy-package"},
+        {MediaConfirmationBanner::Kind::legacyProjectId, "carried-over"},
+        {MediaConfirmationBanner::Kind::unresolved, "unresolved"},
+        {MediaConfirmationBanner::Kind::contentMismatch, "changed"},
+    });
 
 namespace {
 

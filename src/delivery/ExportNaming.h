@@ -57,19 +57,17 @@ QString buildExportName(const ExportNameParts &parts);
 QString uniqueExportName(const QString &name, const QSet<QString> &usedNames,
                          const QSet<QString> &usedStems);
 
-template <> struct RawValues<NamingPreset> {
-    static constexpr std::array<std::pair<NamingPreset, std::string_view>, 3> table{{
-        {NamingPreset::keepOriginal, "keepOriginal"},
-        {NamingPreset::projectNameNumber, "projectNameNumber"},
-        {NamingPreset::custom, "custom"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<NamingPreset> = std::to_array<RawValue<NamingPreset>>({
+    {NamingPreset::keepOriginal, "keepOriginal"},
+    {NamingPreset::projectNameNumber, "projectNameNumber"},
+    {NamingPreset::custom, "custom"},
+});
 
-template <> struct RawValues<ExportRowKind> {
-    static constexpr std::array<std::pair<ExportRowKind, std::string_view>, 2> table{{
-        {ExportRowKind::wholeClip, "whole-clip"},
-        {ExportRowKind::subclip, "subclip"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<ExportRowKind> = std::to_array<RawValue<ExportRowKind>>({
+    {ExportRowKind::wholeClip, "whole-clip"},
+    {ExportRowKind::subclip, "subclip"},
+});
 
 } // namespace corvane

@@ -171,134 +171,63 @@ QString mediaFolder(const QString &projectFile);
 /// project folder.
 QString cacheRoot(const QString &projectFile);
 
-template <> struct RawValues<SourceImportMode> {
-    static constexpr std::array<std::pair<SourceImportMode, std::string_view>, 2> table{{
-        {SourceImportMode::inPlace, "in-place"},
-        {SourceImportMode::copied, "copied"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<SourceImportMode> = std::to_array<RawValue<SourceImportMode>>({
+    {SourceImportMode::inPlace, "in-place"},
+    {SourceImportMode::copied, "copied"},
+});
 
-template <> struct RawValues<SidecarType> {
-    static constexpr std::array<std::pair<SidecarType, std::string_view>, 4> table{{
-        {SidecarType::xml, "xml"},
-        {SidecarType::xmp, "xmp"},
-        {SidecarType::json, "json"},
-        {SidecarType::other, "other"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<SidecarType> = std::to_array<RawValue<SidecarType>>({
+    {SidecarType::xml, "xml"},
+    {SidecarType::xmp, "xmp"},
+    {SidecarType::json, "json"},
+    {SidecarType::other, "other"},
+});
 
-template <> struct RawValues<ExportBatch::Mode> {
-    static constexpr std::array<std::pair<ExportBatch::Mode, std::string_view>, 2> table{{
-        {ExportBatch::Mode::fastCopy, "fast-copy"},
-        {ExportBatch::Mode::accurateTranscode, "accurate-transcode"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<ExportBatch::Mode> = std::to_array<RawValue<ExportBatch::Mode>>({
+    {ExportBatch::Mode::fastCopy, "fast-copy"},
+    {ExportBatch::Mode::accurateTranscode, "accurate-transcode"},
+});
 
-template <> struct RawValues<OutputMode> {
-    static constexpr std::array<std::pair<OutputMode, std::string_view>, 3> table{{
-        {OutputMode::primaryOnly, "primary-only"},
-        {OutputMode::primaryAndHd, "primary-and-hd"},
-        {OutputMode::hdOnly, "hd-only"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<OutputMode> = std::to_array<RawValue<OutputMode>>({
+    {OutputMode::primaryOnly, "primary-only"},
+    {OutputMode::primaryAndHd, "primary-and-hd"},
+    {OutputMode::hdOnly, "hd-only"},
+});
 
-template <> struct RawValues<ExportNamingOptions::NumberingMode> {
-    using Mode = ExportNamingOptions::NumberingMode;
-    static constexpr std::array<std::pair<Mode, std::string_view>, 3> table{{
-        {Mode::off, "off"},
-        {Mode::originalFileNumber, "original-file-number"},
-        {Mode::sequential, "sequential"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<ExportNamingOptions::NumberingMode> =
+    std::to_array<RawValue<ExportNamingOptions::NumberingMode>>({
+        {ExportNamingOptions::NumberingMode::off, "off"},
+        {ExportNamingOptions::NumberingMode::originalFileNumber, "original-file-number"},
+        {ExportNamingOptions::NumberingMode::sequential, "sequential"},
+    });
 
-template <> struct JSONFields<Subclip> {
-    static constexpr auto table = std::tuple(
-        jsonField("id", &Subclip::id), jsonField("sourceVideoId", &Subclip::sourceVideoId),
-        jsonField("label", &Subclip::label), jsonField("inSeconds", &Subclip::inSeconds),
-        jsonField("outSeconds", &Subclip::outSeconds),
-        jsonField("selectedForExport", &Subclip::selectedForExport),
-        jsonField("rating", &Subclip::rating), jsonField("favorite", &Subclip::favorite),
-        jsonField("notes", &Subclip::notes), jsonField("createdAt", &Subclip::createdAt),
-        jsonField("creationIndex", &Subclip::creationIndex),
-        jsonField("exportedAt", &Subclip::exportedAt));
-};
+CORVANE_JSON_FIELDS(Subclip, id, sourceVideoId, label, inSeconds, outSeconds, selectedForExport,
+                    rating, favorite, notes, createdAt, creationIndex, exportedAt);
 
-template <> struct JSONFields<VideoRecord> {
-    static constexpr auto table = std::tuple(
-        jsonField("id", &VideoRecord::id), jsonField("sourcePath", &VideoRecord::sourcePath),
-        jsonField("sourceImportMode", &VideoRecord::sourceImportMode),
-        jsonField("originalSourcePath", &VideoRecord::originalSourcePath),
-        jsonField("fileName", &VideoRecord::fileName),
-        jsonField("parentFolder", &VideoRecord::parentFolder),
-        jsonField("durationSeconds", &VideoRecord::durationSeconds),
-        jsonField("width", &VideoRecord::width), jsonField("height", &VideoRecord::height),
-        jsonField("fps", &VideoRecord::fps), jsonField("codec", &VideoRecord::codec),
-        jsonField("audioCodec", &VideoRecord::audioCodec),
-        jsonField("fileSizeBytes", &VideoRecord::fileSizeBytes),
-        jsonField("thumbnailPath", &VideoRecord::thumbnailPath),
-        jsonField("filmstripPath", &VideoRecord::filmstripPath),
-        jsonField("hdPath", &VideoRecord::hdPath), jsonField("proxyPath", &VideoRecord::proxyPath),
-        jsonField("needsProxy", &VideoRecord::needsProxy),
-        jsonField("bitRateBps", &VideoRecord::bitRateBps),
-        jsonField("pixelFormat", &VideoRecord::pixelFormat),
-        jsonField("rating", &VideoRecord::rating), jsonField("rejected", &VideoRecord::rejected),
-        jsonField("favorite", &VideoRecord::favorite),
-        jsonField("selectedForExport", &VideoRecord::selectedForExport),
-        jsonField("reviewed", &VideoRecord::reviewed),
-        jsonField("reviewedAt", &VideoRecord::reviewedAt),
-        jsonField("missing", &VideoRecord::missing), jsonField("tags", &VideoRecord::tags),
-        jsonField("notes", &VideoRecord::notes), jsonField("subclips", &VideoRecord::subclips),
-        jsonField("exportedAt", &VideoRecord::exportedAt),
-        jsonField("sidecarPath", &VideoRecord::sidecarPath),
-        jsonField("sidecarType", &VideoRecord::sidecarType),
-        jsonField("cameraMetadata", &VideoRecord::cameraMetadata),
-        jsonField("contentHash", &VideoRecord::contentHash),
-        jsonField("createdAt", &VideoRecord::createdAt),
-        jsonField("updatedAt", &VideoRecord::updatedAt));
-};
+CORVANE_JSON_FIELDS(VideoRecord, id, sourcePath, sourceImportMode, originalSourcePath, fileName,
+                    parentFolder, durationSeconds, width, height, fps, codec, audioCodec,
+                    fileSizeBytes, thumbnailPath, filmstripPath, hdPath, proxyPath, needsProxy,
+                    bitRateBps, pixelFormat, rating, rejected, favorite, selectedForExport,
+                    reviewed, reviewedAt, missing, tags, notes, subclips, exportedAt, sidecarPath,
+                    sidecarType, cameraMetadata, contentHash, createdAt, updatedAt);
 
-template <> struct JSONFields<ExportNamingOptions> {
-    using Options = ExportNamingOptions;
-    static constexpr auto table =
-        std::tuple(jsonField("keepOriginalForWholeVideos", &Options::keepOriginalForWholeVideos),
-                   jsonField("baseName", &Options::baseName),
-                   jsonField("includeShootDate", &Options::includeShootDate),
-                   jsonField("includeOriginalFilename", &Options::includeOriginalFilename),
-                   jsonField("includeOriginalFileNumber", &Options::includeOriginalFileNumber),
-                   jsonField("numberingMode", &Options::numberingMode),
-                   jsonField("includeSubclipLabel", &Options::includeSubclipLabel),
-                   jsonField("includeSelectType", &Options::includeSelectType));
-};
+CORVANE_JSON_FIELDS(ExportNamingOptions, keepOriginalForWholeVideos, baseName, includeShootDate,
+                    includeOriginalFilename, includeOriginalFileNumber, numberingMode,
+                    includeSubclipLabel, includeSelectType);
 
-template <> struct JSONFields<ExportBatch> {
-    static constexpr auto table = std::tuple(
-        jsonField("id", &ExportBatch::id), jsonField("outputFolder", &ExportBatch::outputFolder),
-        jsonField("mode", &ExportBatch::mode),
-        jsonField("includeWholeVideoSelects", &ExportBatch::includeWholeVideoSelects),
-        jsonField("includeSubclipSelects", &ExportBatch::includeSubclipSelects),
-        jsonField("subclipHandleSeconds", &ExportBatch::subclipHandleSeconds),
-        jsonField("namingOptions", &ExportBatch::namingOptions),
-        jsonField("createdAt", &ExportBatch::createdAt),
-        jsonField("completedAt", &ExportBatch::completedAt),
-        jsonField("succeededCount", &ExportBatch::succeededCount),
-        jsonField("failedCount", &ExportBatch::failedCount),
-        jsonField("cancelledCount", &ExportBatch::cancelledCount),
-        jsonField("cancelled", &ExportBatch::cancelled),
-        jsonField("outputMode", &ExportBatch::outputMode));
-};
+CORVANE_JSON_FIELDS(ExportBatch, id, outputFolder, mode, includeWholeVideoSelects,
+                    includeSubclipSelects, subclipHandleSeconds, namingOptions, createdAt,
+                    completedAt, succeededCount, failedCount, cancelledCount, cancelled,
+                    outputMode);
 
-template <> struct JSONFields<Project> {
-    static constexpr auto table = std::tuple(
-        jsonField("id", &Project::id), jsonField("name", &Project::name),
-        jsonField("filePath", &Project::filePath), jsonField("rootFolders", &Project::rootFolders),
-        jsonField("videos", &Project::videos), jsonField("exportBatches", &Project::exportBatches),
-        jsonField("projectName", &Project::projectName),
-        jsonField("shootDate", &Project::shootDate),
-        jsonField("clientOrSeries", &Project::clientOrSeries),
-        jsonField("location", &Project::location), jsonField("notes", &Project::notes),
-        jsonField("createdAt", &Project::createdAt), jsonField("updatedAt", &Project::updatedAt),
-        jsonField("schemaVersion", &Project::schemaVersion));
-};
+CORVANE_JSON_FIELDS(Project, id, name, filePath, rootFolders, videos, exportBatches, projectName,
+                    shootDate, clientOrSeries, location, notes, createdAt, updatedAt,
+                    schemaVersion);
 
 template <typename Value> size_t hashOf(const Value &value, size_t seed) {
     if constexpr (std::is_enum_v<Value>) {

@@ -17,13 +17,7 @@ struct ProjectSummary {
     bool operator==(const ProjectSummary &) const = default;
 };
 
-template <> struct JSONFields<ProjectSummary> {
-    static constexpr auto table = std::tuple(
-        jsonField("id", &ProjectSummary::id), jsonField("filePath", &ProjectSummary::filePath),
-        jsonField("name", &ProjectSummary::name),
-        jsonField("lastOpenedAt", &ProjectSummary::lastOpenedAt),
-        jsonField("videoCount", &ProjectSummary::videoCount));
-};
+CORVANE_JSON_FIELDS(ProjectSummary, id, filePath, name, lastOpenedAt, videoCount);
 
 /// The projects that the user has opened, stored in "registry.json" in the application's data
 /// folder. Failures to read or write the file are ignored: the list is a convenience. Called and

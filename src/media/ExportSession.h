@@ -58,12 +58,12 @@ class ExportSessionFactory {
 
 namespace corvane {
 
-template <> struct RawValues<media::ExportPreset> {
-    static constexpr std::array<std::pair<media::ExportPreset, std::string_view>, 3> table{{
+template <>
+inline constexpr auto rawValues<media::ExportPreset> =
+    std::to_array<RawValue<media::ExportPreset>>({
         {media::ExportPreset::highestQuality, "AVAssetExportPresetHighestQuality"},
         {media::ExportPreset::hd1920x1080, "AVAssetExportPreset1920x1080"},
         {media::ExportPreset::passthrough, "AVAssetExportPresetPassthrough"},
-    }};
-};
+    });
 
 } // namespace corvane

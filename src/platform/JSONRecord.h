@@ -21,25 +21,20 @@
 /// booleans, numbers, texts, dates, `JSONValue`, enumerations, records, and `std::optional`,
 /// `QList`, `QMap` and `QHash` of these.
 ///
-/// A record is a plain struct with a table of its fields. The table names each field once, in the
-/// order in which the encoder writes them:
+/// A record is a plain struct with a table of its members, in the order in which the encoder writes
+/// them. Each member's name is also its key, so renaming one changes the format:
 ///
-///     template <> struct JSONFields<Point> {
-///         static constexpr auto table =
-///             std::tuple(jsonField("x", &Point::x), jsonField("label", &Point::label));
-///     };
+///     CORVANE_JSON_FIELDS(Point, x, label);
 ///
 /// A member of type `std::optional` may be missing or null, and is omitted if it is nullopt. Every
 /// other member is required and always written. The decoder ignores keys that aren't in the table.
 ///
 /// An enumeration has a table of the texts of its values:
 ///
-///     template <> struct RawValues<Shape> {
-///         static constexpr std::array<std::pair<Shape, std::string_view>, 2> table{{
-///             {Shape::circle, "circle"},
-///             {Shape::square, "square"},
-///         }};
-///     };
+///     template <> inline constexpr auto rawValues<Shape> = std::to_array<RawValue<Shape>>({
+///         {Shape::circle, "circle"},
+///         {Shape::square, "square"},
+///     });
 namespace corvane {
 
 /// Thrown if a JSON value doesn't have the form that the C++ type requires. The description is the
@@ -71,13 +66,36 @@ template <typename Record> struct JSONFields;
 template <typename Record>
 concept JSONRecord = requires { JSONFields<Record>::table; };
 
-template <typename Enumeration> struct RawValues;
+// The preprocessor has no loops: each of the 64 scans that `CORVANE_JSON_SCAN` causes adds a
+// member.
+#define CORVANE_JSON_SCAN_1(...) __VA_ARGS__
+#define CORVANE_JSON_SCAN_4(...)                                                                   \
+    CORVANE_JSON_SCAN_1(CORVANE_JSON_SCAN_1(CORVANE_JSON_SCAN_1(CORVANE_JSON_SCAN_1(__VA_ARGS__))))
+#define CORVANE_JSON_SCAN_16(...)                                                                  \
+    CORVANE_JSON_SCAN_4(CORVANE_JSON_SCAN_4(CORVANE_JSON_SCAN_4(CORVANE_JSON_SCAN_4(__VA_ARGS__))))
+#define CORVANE_JSON_SCAN(...)                                                                     \
+    CORVANE_JSON_SCAN_16(                                                                          \
+        CORVANE_JSON_SCAN_16(CORVANE_JSON_SCAN_16(CORVANE_JSON_SCAN_16(__VA_ARGS__))))
+#define CORVANE_JSON_PARENTHESES ()
+#define CORVANE_JSON_MEMBERS_AGAIN() CORVANE_JSON_MEMBERS
+#define CORVANE_JSON_MEMBERS(Record, member, ...)                                                  \
+    jsonField(#member, &Record::member)                                                            \
+        __VA_OPT__(, CORVANE_JSON_MEMBERS_AGAIN CORVANE_JSON_PARENTHESES(Record, __VA_ARGS__))
+#define CORVANE_JSON_FIELDS(Record, ...)                                                           \
+    template <> struct JSONFields<Record> {                                                        \
+        static constexpr auto table =                                                              \
+            std::tuple(CORVANE_JSON_SCAN(CORVANE_JSON_MEMBERS(Record, __VA_ARGS__)));              \
+    }
+
+template <typename Enumeration> using RawValue = std::pair<Enumeration, std::string_view>;
+template <typename Enumeration> constexpr auto rawValues = nullptr; ///< no table
 template <typename Enumeration>
-concept RawRepresentable = requires { RawValues<Enumeration>::table; };
+concept RawRepresentable =
+    !std::is_null_pointer_v<std::remove_const_t<decltype(rawValues<Enumeration>)>>;
 
 /// The text of a value; empty for a value that isn't in the table.
 template <RawRepresentable Enumeration> constexpr std::string_view rawText(Enumeration value) {
-    for (const auto &[known, text] : RawValues<Enumeration>::table) {
+    for (const auto &[known, text] : rawValues<Enumeration>) {
         if (known == value) {
             return text;
         }
@@ -92,7 +110,7 @@ template <RawRepresentable Enumeration> QString rawValue(Enumeration value) {
 /// The value with this text; nullopt for a text that isn't in the table.
 template <RawRepresentable Enumeration>
 constexpr std::optional<Enumeration> fromRawValue(std::string_view text) {
-    for (const auto &[known, raw] : RawValues<Enumeration>::table) {
+    for (const auto &[known, raw] : rawValues<Enumeration>) {
         if (raw == text) {
             return known;
         }
@@ -159,7 +177,7 @@ template <> struct JSONCodec<JSONValue> {
     static void encode(JSONWriter &writer, const JSONValue &value) { writer.value(value); }
 };
 
-// Throw `JSONDecodeError` for a text that isn't in a `RawValues` table, and for a required member
+// Throw `JSONDecodeError` for a text that isn't in a `rawValues` table, and for a required member
 // that is missing or null.
 [[noreturn]] void throwUnknownRawValue(std::string_view text);
 [[noreturn]] void throwMissing(std::string_view name);

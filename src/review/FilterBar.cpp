@@ -143,7 +143,7 @@ QString FilterBar::sortLabel() const {
 
 QVariantList FilterBar::sortItems() const {
     QVariantList items;
-    for (const auto &[sort, key] : RawValues<ReviewState::Sort>::table) {
+    for (const auto &[sort, key] : rawValues<ReviewState::Sort>) {
         items.append(QVariantMap{{QStringLiteral("title"), label(sort)},
                                  {QStringLiteral("isCurrent"), sort == m_state.sort}});
     }
@@ -151,7 +151,7 @@ QVariantList FilterBar::sortItems() const {
 }
 
 void FilterBar::chooseSort(int item) {
-    const auto &sorts = RawValues<ReviewState::Sort>::table;
+    const auto &sorts = rawValues<ReviewState::Sort>;
     if (item >= 0 && size_t(item) < sorts.size()) {
         set(&ReviewState::sort, sorts[size_t(item)].first);
     }

@@ -16,12 +16,7 @@ struct AuthorizationTables {
     bool operator==(const AuthorizationTables &) const = default;
 };
 
-template <> struct JSONFields<MediaRootRecord> {
-    static constexpr auto table = std::tuple(jsonField("path", &MediaRootRecord::path),
-                                             jsonField("device", &MediaRootRecord::device),
-                                             jsonField("inode", &MediaRootRecord::inode),
-                                             jsonField("volumeUUID", &MediaRootRecord::volumeUUID));
-};
+CORVANE_JSON_FIELDS(MediaRootRecord, path, device, inode, volumeUUID);
 
 /// Reads and writes the registry file. Blocks on file access. Neither function throws.
 ///

@@ -32,11 +32,6 @@ struct RootIdentity {
 /// but could not be identified; unlike a missing path, it can be confirmed by the user.
 using AuthorizedPaths = QHash<QString, std::optional<RootIdentity>>;
 
-template <> struct JSONFields<RootIdentity> {
-    static constexpr auto table = std::tuple(jsonField("device", &RootIdentity::device),
-                                             jsonField("inode", &RootIdentity::inode),
-                                             jsonField("volumeUUID", &RootIdentity::volumeUUID),
-                                             jsonField("contentHash", &RootIdentity::contentHash));
-};
+CORVANE_JSON_FIELDS(RootIdentity, device, inode, volumeUUID, contentHash);
 
 } // namespace corvane

@@ -107,11 +107,10 @@ struct HandoffResult {
     bool operator==(const HandoffResult &) const = default;
 };
 
-template <> struct RawValues<HandoffOutputMode> {
-    static constexpr std::array<std::pair<HandoffOutputMode, std::string_view>, 2> table{{
-        {HandoffOutputMode::primaryOnly, "primary-only"},
-        {HandoffOutputMode::primaryAndHd, "primary-and-hd"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<HandoffOutputMode> = std::to_array<RawValue<HandoffOutputMode>>({
+    {HandoffOutputMode::primaryOnly, "primary-only"},
+    {HandoffOutputMode::primaryAndHd, "primary-and-hd"},
+});
 
 } // namespace corvane

@@ -33,7 +33,7 @@ class ClipOrder {
     static void sortByKey(ReviewState::Sort sort, SortedClips &sorted, const ReviewIndex &index);
     static void moveClip(SortedClips &sorted, int clip, double key);
 
-    std::array<SortedClips, RawValues<ReviewState::Sort>::table.size()> m_sorted;
+    std::array<SortedClips, rawValues<ReviewState::Sort>.size()> m_sorted;
     std::vector<int> m_projectOrder; ///< 0, 1, 2...
 };
 

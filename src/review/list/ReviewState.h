@@ -58,15 +58,13 @@ struct ReviewState {
 };
 
 /// Keys on the command line. The screen has labels of its own.
-template <> struct RawValues<ReviewState::Sort> {
-    using Sort = ReviewState::Sort;
-    static constexpr std::array<std::pair<Sort, std::string_view>, 4> table{{
-        {Sort::filename, "filename"},
-        {Sort::imported, "imported"},
-        {Sort::rating, "rating"},
-        {Sort::duration, "duration"},
-    }};
-};
+template <>
+inline constexpr auto rawValues<ReviewState::Sort> = std::to_array<RawValue<ReviewState::Sort>>({
+    {ReviewState::Sort::filename, "filename"},
+    {ReviewState::Sort::imported, "imported"},
+    {ReviewState::Sort::rating, "rating"},
+    {ReviewState::Sort::duration, "duration"},
+});
 
 /// The fields of a clip that a filter reads, apart from its texts. `ReviewIndex` stores them side
 /// by side, so that filtering many clips does not touch their records.
