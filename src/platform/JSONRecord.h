@@ -27,7 +27,8 @@
 ///     CORVANE_JSON_FIELDS(Point, x, label);
 ///
 /// A member of type `std::optional` may be missing or null, and is omitted if it is nullopt. Every
-/// other member is required and always written. The decoder ignores keys that aren't in the table.
+/// other member is required and always written. The decoder ignores keys that aren't in the table,
+/// and of a key that occurs twice uses the last value.
 ///
 /// An enumeration has a table of the texts of its values:
 ///
@@ -276,13 +277,17 @@ template <JSONRecord Record> struct JSONCodec<Record> {
     struct Entry {
         std::string_view name;
         bool isRequired;
-        void (*decode)(JSONView, Record &);
+        void (*decode)(JSONView, Record &, bool isRepeated);
     };
 
     template <size_t Index> static constexpr Entry entry() {
         static constexpr auto field = std::get<Index>(JSONFields<Record>::table);
         using Member = std::remove_cvref_t<decltype(std::declval<Record &>().*field.member)>;
-        return {field.name, !IsOptional<Member>::value, [](JSONView view, Record &record) {
+        return {field.name, !IsOptional<Member>::value,
+                [](JSONView view, Record &record, bool isRepeated) {
+                    if (isRepeated) { // nothing of the first value is kept
+                        record.*field.member = Member();
+                    }
                     JSONCodec<Member>::decode(view, record.*field.member);
                 }};
     }
@@ -315,8 +320,8 @@ template <JSONRecord Record> struct JSONCodec<Record> {
                 return;
             }
             next = index + 1 == kFields ? 0 : index + 1;
+            decodeMember(entries[index], member, record, present.test(index));
             present.set(index, !member.isNull());
-            decodeMember(entries[index], member, record);
         });
         for (size_t index = 0; index < kFields; ++index) {
             if (entries[index].isRequired && !present.test(index)) {
@@ -325,12 +330,12 @@ template <JSONRecord Record> struct JSONCodec<Record> {
         }
     }
 
-    static void decodeMember(const Entry &entry, JSONView member, Record &record) {
+    static void decodeMember(const Entry &entry, JSONView member, Record &record, bool isRepeated) {
         if (entry.isRequired && member.isNull()) {
             return; // reported as missing once all members have been read
         }
         try {
-            entry.decode(member, record);
+            entry.decode(member, record, isRepeated);
         } catch (const JSONDecodeError &error) {
             throw error.within(QString::fromLatin1(entry.name));
         }

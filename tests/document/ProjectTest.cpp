@@ -44,6 +44,17 @@ TEST(Project, OmitsUnsetMembersReadsNullAsUnsetAndIgnoresUnknownKeys) {
     EXPECT_EQ(decoded(newer), decoded(text));
 }
 
+TEST(Project, OfARepeatedKeyTheLastValueReplacesTheFirstEntirely) {
+    Project project = sampleProject(0);
+    project.exportBatches.append(ExportBatch{});
+    const QByteArray text = encodeJSON(project);
+    const QByteArray first = encodeJSON(ExportNamingOptions{.baseName = QStringLiteral("first")});
+    QByteArray repeated = text;
+    repeated.replace("\"namingOptions\":", "\"namingOptions\": " + first + ", \"namingOptions\":");
+    EXPECT_NE(repeated, text);
+    EXPECT_EQ(decoded(repeated), decoded(text));
+}
+
 TEST(Project, DecodeErrorsNameTheFieldPathAndTheProblem) {
     const QByteArray good = encodeJSON(fullProject());
     const auto changed = [&](const char *before, const char *after) {
