@@ -2,7 +2,7 @@
 
 #include "BenchData.h"
 
-#include "media/FFmpegExportSessions.h"
+#include "media/ExportSession.h"
 #include "platform/AtomicWrite.h"
 
 #include <benchmark/benchmark.h>

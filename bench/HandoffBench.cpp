@@ -4,7 +4,7 @@
 
 #include "delivery/handoff/HandoffPlanning.h"
 #include "delivery/handoff/SelectsHandoffEngine.h"
-#include "media/FFmpegExportSessions.h"
+#include "media/ExportSession.h"
 #include "mediacache/FilmstripService.h"
 #include "platform/AtomicWrite.h"
 #include "platform/Tasks.h"

@@ -1,7 +1,7 @@
 #include "cli/DeliveryArguments.h"
 #include "cli/ExportOutput.h"
 #include "delivery/export/ExportViewModel.h"
-#include "media/FFmpegExportSessions.h"
+#include "media/ExportSession.h"
 #include "platform/InterruptWatcher.h"
 
 namespace corvane {

@@ -1,7 +1,7 @@
 #include "cli/DeliveryArguments.h"
 #include "cli/HandoffOutput.h"
 #include "delivery/handoff/SelectsHandoffViewModel.h"
-#include "media/FFmpegExportSessions.h"
+#include "media/ExportSession.h"
 #include "platform/InterruptWatcher.h"
 
 namespace corvane {

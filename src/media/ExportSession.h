@@ -54,6 +54,11 @@ class ExportSessionFactory {
     virtual std::unique_ptr<ExportSession> create(const QString &asset, ExportPreset preset) = 0;
 };
 
+/// The factory of this build, which uses FFmpeg. Sessions encode video as visually lossless H.264
+/// and audio as AAC. With `passthrough`, `create` throws `UnsupportedSource` for video or audio
+/// that MPEG-4 files don't support.
+ExportSessionFactory &ffmpegExportSessions();
+
 } // namespace corvane::media
 
 namespace corvane {

@@ -1,5 +1,3 @@
-#include "media/FFmpegExportSessions.h"
-
 #include "media/AudioTranscoder.h"
 #include "media/FFmpegExportSession.h"
 #include "media/StreamCopier.h"

@@ -119,6 +119,7 @@ QByteArray FrameFilterGraph::filtersFor(const AVFrame &frame) const {
 }
 
 void FrameFilterGraph::build(const AVFrame &frame) {
+    m_sourceFormat.reset(); // so that a failure leaves no graph to use
     m_graph.reset(allocated(avfilter_graph_alloc()));
     const QByteArray aspect = QByteArray::number(frame.sample_aspect_ratio.num) + '/' +
                               QByteArray::number(std::max(1, frame.sample_aspect_ratio.den));
@@ -146,11 +147,12 @@ void FrameFilterGraph::build(const AVFrame &frame) {
     avfilter_inout_free(&end);
     check(result, kConverting);
     check(avfilter_graph_config(m_graph.get(), nullptr), kConverting);
-    m_sourceFormat = makeFrame();
-    check(av_frame_copy_props(m_sourceFormat.get(), &frame), kConverting);
-    m_sourceFormat->format = frame.format;
-    m_sourceFormat->width = frame.width;
-    m_sourceFormat->height = frame.height;
+    FrameHandle format = makeFrame();
+    check(av_frame_copy_props(format.get(), &frame), kConverting);
+    format->format = frame.format;
+    format->width = frame.width;
+    format->height = frame.height;
+    m_sourceFormat = std::move(format);
 }
 
 FrameHandle FrameFilterGraph::convert(FrameHandle frame) {

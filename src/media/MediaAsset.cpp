@@ -58,17 +58,16 @@ MediaAsset MediaAsset::read(const QString &path, std::stop_token stop) {
     const MediaInput input(path, MediaInput::Depth::Facts, std::move(stop));
     const AVFormatContext &context = *input.context();
     MediaAsset asset{.duration = input.duration()};
-    for (const AVStream *each : allStreams(context)) {
-        const AVStream &stream = *each;
-        if (isVideo(stream)) {
-            asset.videoTracks.append(videoTrack(context, stream));
+    for (const AVStream *stream : allStreams(context)) {
+        if (isVideo(*stream)) {
+            asset.videoTracks.append(videoTrack(context, *stream));
             // Other containers store the encoder's limit instead of the actual rate.
             if (isQuickTime(context)) {
                 asset.videoTracks.last().estimatedDataRate =
-                    credibleDataRate(context, stream, asset.duration);
+                    credibleDataRate(context, *stream, asset.duration);
             }
-        } else if (stream.codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
-            asset.audioTracks.append({.mediaSubType = mediaSubType(context, stream)});
+        } else if (stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
+            asset.audioTracks.append({.mediaSubType = mediaSubType(context, *stream)});
         }
     }
     if (asset.videoTracks.size() == 1 && asset.videoTracks.first().estimatedDataRate <= 0) {

@@ -121,15 +121,14 @@ bool MediaInput::isHeaderSufficient(Depth depth) const {
         (m_context->ctx_flags & AVFMTCTX_NOHEADER) != 0 || m_context->nb_streams == 0) {
         return false;
     }
-    for (const AVStream *each : allStreams(*m_context)) {
-        const AVStream &stream = *each;
-        const AVCodecParameters &codec = *stream.codecpar;
+    for (const AVStream *stream : allStreams(*m_context)) {
+        const AVCodecParameters &codec = *stream->codecpar;
         const bool isSized = codec.width > 0 && codec.height > 0;
-        const bool isRated = isQuickTimeFile || stream.avg_frame_rate.num > 0;
+        const bool isRated = isQuickTimeFile || stream->avg_frame_rate.num > 0;
         const bool isMedia =
             codec.codec_type == AVMEDIA_TYPE_VIDEO || codec.codec_type == AVMEDIA_TYPE_AUDIO;
         if ((isMedia && codec.codec_id == AV_CODEC_ID_NONE) ||
-            (isVideo(stream) && !(isSized && isRated))) {
+            (isVideo(*stream) && !(isSized && isRated))) {
             return false;
         }
     }
@@ -143,12 +142,11 @@ void MediaInput::findStartTime() {
         return;
     }
     qint64 earliest = std::numeric_limits<qint64>::max();
-    for (const AVStream *each : allStreams(*m_context)) {
-        const AVStream &stream = *each;
-        const auto type = stream.codecpar->codec_type;
-        if (stream.start_time != AV_NOPTS_VALUE &&
-            (isVideo(stream) || type == AVMEDIA_TYPE_AUDIO)) {
-            earliest = std::min(earliest, qint64(av_rescale_q(stream.start_time, stream.time_base,
+    for (const AVStream *stream : allStreams(*m_context)) {
+        const auto type = stream->codecpar->codec_type;
+        if (stream->start_time != AV_NOPTS_VALUE &&
+            (isVideo(*stream) || type == AVMEDIA_TYPE_AUDIO)) {
+            earliest = std::min(earliest, qint64(av_rescale_q(stream->start_time, stream->time_base,
                                                               kContainerTimeBase)));
         }
     }
@@ -171,10 +169,9 @@ std::optional<MediaTime> MediaInput::duration() const {
         return MediaTime{m_context->duration, AV_TIME_BASE};
     }
     qint64 longest = 0;
-    for (const AVStream *each : allStreams(*m_context)) {
-        const AVStream &stream = *each;
-        if (stream.duration > 0) {
-            longest = std::max(longest, qint64(av_rescale_q(stream.duration, stream.time_base,
+    for (const AVStream *stream : allStreams(*m_context)) {
+        if (stream->duration > 0) {
+            longest = std::max(longest, qint64(av_rescale_q(stream->duration, stream->time_base,
                                                             kContainerTimeBase)));
         }
     }

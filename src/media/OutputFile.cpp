@@ -38,7 +38,7 @@ OutputFile::~OutputFile() {
 AVStream &OutputFile::addStream(AVRational timeBase) {
     AVStream *stream = allocated(avformat_new_stream(m_context, nullptr));
     stream->time_base = timeBase;
-    m_tracks.push_back({timeBase});
+    m_streams.push_back({timeBase});
     return *stream;
 }
 
@@ -51,26 +51,26 @@ void OutputFile::begin() {
 }
 
 /// Replaces missing and decreasing timestamps of damaged sources, which the muxer rejects.
-void OutputFile::repairTimestamps(AVPacket &packet, Track &track) const {
+void OutputFile::repairTimestamps(AVPacket &packet, OutputStream &stream) const {
     if (packet.dts == AV_NOPTS_VALUE) {
         packet.dts = packet.pts;
     }
     if (packet.dts == AV_NOPTS_VALUE) {
-        packet.dts = track.lastDts == AV_NOPTS_VALUE ? 0 : track.lastDts + 1;
+        packet.dts = stream.lastDts == AV_NOPTS_VALUE ? 0 : stream.lastDts + 1;
     }
-    if (track.lastDts != AV_NOPTS_VALUE) {
-        packet.dts = std::max(packet.dts, track.lastDts + 1);
+    if (stream.lastDts != AV_NOPTS_VALUE) {
+        packet.dts = std::max(packet.dts, stream.lastDts + 1);
     }
     packet.pts = packet.pts == AV_NOPTS_VALUE ? packet.dts : std::max(packet.pts, packet.dts);
-    track.lastDts = packet.dts;
+    stream.lastDts = packet.dts;
 }
 
 bool OutputFile::write(AVPacket &packet, const AVStream &stream) {
-    Track &track = m_tracks.at(size_t(stream.index));
+    OutputStream &written = m_streams.at(size_t(stream.index));
     packet.stream_index = stream.index;
     packet.pos = -1;
-    av_packet_rescale_ts(&packet, track.timeBase, stream.time_base);
-    repairTimestamps(packet, track);
+    av_packet_rescale_ts(&packet, written.timeBase, stream.time_base);
+    repairTimestamps(packet, written);
     const int result = av_interleaved_write_frame(m_context, &packet);
     if (result == AVERROR(EINVAL) || result == AVERROR_INVALIDDATA) {
         checkWritten(0);

@@ -33,15 +33,15 @@ class OutputFile {
     void finish();
 
   private:
-    struct Track {
+    struct OutputStream {
         AVRational timeBase; ///< of the packets passed to `write`
         int64_t lastDts = AV_NOPTS_VALUE;
     };
-    void repairTimestamps(AVPacket &packet, Track &track) const;
+    void repairTimestamps(AVPacket &packet, OutputStream &stream) const;
     void checkWritten(int result) const;
 
     AVFormatContext *m_context = nullptr;
-    std::vector<Track> m_tracks;
+    std::vector<OutputStream> m_streams;
 };
 
 } // namespace corvane::media

@@ -100,7 +100,6 @@ void copyStream(const AVStream &source, AVStream &output) {
         addIfMissing(output.metadata, key, valueOf(source.metadata, key));
     }
     output.disposition = source.disposition;
-    copySideData(source, output, AV_PKT_DATA_DISPLAYMATRIX);
 }
 
 void copySideData(const AVStream &source, AVStream &output, AVPacketSideDataType type) {

@@ -12,7 +12,7 @@ namespace corvane::media::sourceMetadata {
 /// that players and editors read.
 void copyFile(const AVFormatContext &source, AVFormatContext &output);
 
-/// Copies a stream's language, name, creation date, disposition and display matrix.
+/// Copies a stream's language, name, creation date and disposition.
 void copyStream(const AVStream &source, AVStream &output);
 
 /// Copies side data of this type if the source has it.

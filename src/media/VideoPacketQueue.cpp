@@ -1,7 +1,5 @@
 #include "media/VideoPacketQueue.h"
 
-#include <algorithm>
-
 namespace corvane::media {
 
 namespace {

@@ -59,7 +59,6 @@ class VideoReader {
     /// Sets `Options::isSingleFrameRead` for the following reads. The threading doesn't change.
     void setSingleFrameRead(bool isSingle) { m_search.setSingleFrameRead(isSingle); }
 
-    /// Replaces the stop token.
     void setStop(std::stop_token stop) { m_input.setStop(std::move(stop)); }
 
   private:

@@ -46,6 +46,7 @@ VideoTranscoder::VideoTranscoder(const ExportSource &source, int stream, const E
     openEncoder(from, format);
     m_filterGraph.emplace(format, m_timeBase);
     sourceMetadata::copyStream(from, m_stream);
+    sourceMetadata::copySideData(from, m_stream, AV_PKT_DATA_DISPLAYMATRIX);
 }
 
 void VideoTranscoder::openEncoder(const AVStream &stream, const VideoFormat &format) {

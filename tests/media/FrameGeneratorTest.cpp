@@ -1,5 +1,6 @@
 #include "media/FrameGenerator.h"
 
+#include "media/FrameFilterGraph.h"
 #include "media/MediaError.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"
@@ -17,6 +18,15 @@ QList<int> sizeOf(const RGBImage &image) {
 }
 
 const FrameGenerator::Options kThumbnail{.maximumSize = {160, 90}};
+
+FrameHandle blankFrame(QSize size) {
+    FrameHandle frame = makeFrame();
+    frame->format = AV_PIX_FMT_YUV420P;
+    frame->width = size.width();
+    frame->height = size.height();
+    check(av_frame_get_buffer(frame.get(), 0), "A frame can't be allocated");
+    return frame;
+}
 
 } // namespace
 
@@ -81,4 +91,13 @@ TEST(FrameGeneratorTest, FailsWithoutAVideoTrack) {
     stop.request_stop();
     EXPECT_THROW(stopped.images({{1, 1}}, [](qsizetype, std::optional<RGBImage>) {}), Cancelled);
     EXPECT_THROW(RGBImage().encodedJPEG(0.8), MediaError);
+}
+
+TEST(FrameFilterGraphTest, ConvertsAgainAfterAFormatThatItCannotConvert) {
+    FrameFilterGraph graph(VideoFormat{.size = {64, 36}}, {1, 25});
+    EXPECT_EQ(graph.convert(blankFrame({128, 72}))->width, 64);
+    FrameHandle unknown = blankFrame({128, 72});
+    unknown->format = AV_PIX_FMT_NONE;
+    EXPECT_THROW(graph.convert(std::move(unknown)), MediaError);
+    EXPECT_EQ(graph.convert(blankFrame({128, 72}))->width, 64);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "media/FFmpegExportSessions.h"
+#include "media/ExportSession.h"
 #include "support/Command.h"
 #include "support/TestFolder.h"
 #include "support/TestMedia.h"

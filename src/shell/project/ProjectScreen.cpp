@@ -1,7 +1,6 @@
 #include "shell/project/ProjectScreen.h"
 
-#include "media/FFmpegExportSessions.h"
-#include "review/ReviewServices.h"
+#include "media/ExportSession.h"
 #include "shell/ProjectModule.h"
 
 #include <QGuiApplication>
@@ -17,7 +16,7 @@ constexpr int kRowsPerPage = 10;
 
 ProjectScreen::ProjectScreen(CorvaneApp &app, media::MediaPlayer::Options player)
     : m_engine(std::move(player)),
-      m_review(app.store(), m_engine, reviewServices()),
+      m_review(app.store(), m_engine, ReviewScreenState::mediaServices()),
       m_banners(app.store()),
       m_importFlow(&app.store()),
       m_importing(m_importFlow, app.panels(), app.clock()),

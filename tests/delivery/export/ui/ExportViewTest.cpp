@@ -1,7 +1,7 @@
 #include "delivery/DeliveryScreen.h"
 #include "delivery/export/ExportFixture.h"
 #include "delivery/export/ExportSheet.h"
-#include "media/FFmpegExportSessions.h"
+#include "media/ExportSession.h"
 #include "support/TestMedia.h"
 #include "support/TestPanels.h"
 

@@ -1,7 +1,7 @@
 #include "delivery/DeliveryScreen.h"
 #include "delivery/handoff/HandoffFixture.h"
 #include "delivery/handoff/HandoffSheet.h"
-#include "media/FFmpegExportSessions.h"
+#include "media/ExportSession.h"
 #include "support/TestMedia.h"
 #include "support/TestPanels.h"
 
