@@ -9,15 +9,6 @@ namespace corvane::cacheFolder {
 
 namespace {
 
-/// The ids of clips are used as names, and a document can contain any id.
-void checkName(const QString &name) {
-    const bool isInvalid = name.isEmpty() || name == QStringLiteral(".") ||
-                           name == QStringLiteral("..") || name.contains(QLatin1Char('/'));
-    if (isInvalid) {
-        throw FileError(name, EINVAL);
-    }
-}
-
 void checkFolder(const QString &path) {
     const auto existing = fileSystem().linkStatus(path);
     if (existing && existing->type != FileType::Directory) {
@@ -26,6 +17,14 @@ void checkFolder(const QString &path) {
 }
 
 } // namespace
+
+void checkName(const QString &name) {
+    const bool isInvalid = name.isEmpty() || name == QStringLiteral(".") ||
+                           name == QStringLiteral("..") || name.contains(QLatin1Char('/'));
+    if (isInvalid) {
+        throw FileError(name, EINVAL);
+    }
+}
 
 QString ensure(const QString &cacheRoot, const QStringList &names) {
     QString folder = cacheRoot;

@@ -6,9 +6,13 @@
 /// Folders inside a project's cache, which contains only files that can be recreated.
 namespace corvane::cacheFolder {
 
+/// Throws `FileError` if a name is not a single path component. The ids of clips are used as names,
+/// and a document can contain any id.
+void checkName(const QString &name);
+
 /// Creates the folder at `cacheRoot`/`names` with its parents and returns its path. Throws
-/// `FileError` if a component, the cache root included, is a link or a file, or if a name is not a
-/// single path component. Any thread.
+/// `FileError` if a component, the cache root included, is a link or a file, and like
+/// `checkName`. Any thread.
 QString ensure(const QString &cacheRoot, const QStringList &names);
 
 } // namespace corvane::cacheFolder

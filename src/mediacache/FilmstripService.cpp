@@ -8,8 +8,6 @@
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
 
-#include <algorithm>
-
 namespace corvane::FilmstripService {
 
 namespace {
@@ -23,18 +21,17 @@ SerialExecutor &filmstripExecutor() {
     return executor;
 }
 
-QString errorText(Error::Case reason) {
-    switch (reason) {
-    case Error::Case::assetHasNoDuration:
-        return QStringLiteral("The clip has no duration.");
-    case Error::Case::noVideoTrack:
-        return QStringLiteral("The clip has no video track.");
-    }
-    Q_UNREACHABLE();
-}
-
 QStringList folderNames(const QString &videoId) {
     return {videoId, QStringLiteral("filmstrip")};
+}
+
+QStringList framePathsIn(const QString &folder) {
+    QStringList files;
+    for (int index = 0; index < kFrameCount; ++index) {
+        files.append(paths::joined(
+            folder, QStringLiteral("frame-%1.jpg").arg(index, 2, 10, QLatin1Char('0'))));
+    }
+    return files;
 }
 
 QStringList existing(QStringList files) {
@@ -80,8 +77,7 @@ void createFrames(const QString &path, const QStringList &files, const std::stop
 
 QStringList generateNow(const QString &videoId, const QString &path, const QString &cacheRoot,
                         const std::stop_token &stop) {
-    (void)cacheFolder::ensure(cacheRoot, folderNames(videoId));
-    const QStringList files = framePaths(videoId, cacheRoot);
+    const QStringList files = framePathsIn(cacheFolder::ensure(cacheRoot, folderNames(videoId)));
     if (existing(files).size() < files.size()) {
         createFrames(path, files, stop);
     }
@@ -90,16 +86,13 @@ QStringList generateNow(const QString &videoId, const QString &path, const QStri
 
 } // namespace
 
-Error::Error(Case reason) : Failure(errorText(reason)), m_reason(reason) {}
+Error::Error(Case reason)
+    : Failure(reason == Case::noVideoTrack ? QStringLiteral("The clip has no video track.")
+                                           : QStringLiteral("The clip has no duration.")),
+      m_reason(reason) {}
 
 QStringList framePaths(const QString &videoId, const QString &cacheRoot) {
-    const QString folder = paths::joined(cacheRoot, folderNames(videoId).join(QLatin1Char('/')));
-    QStringList files;
-    for (int index = 0; index < kFrameCount; ++index) {
-        files.append(paths::joined(
-            folder, QStringLiteral("frame-%1.jpg").arg(index, 2, 10, QLatin1Char('0'))));
-    }
-    return files;
+    return framePathsIn(paths::joined(cacheRoot, folderNames(videoId).join(QLatin1Char('/'))));
 }
 
 QList<double> frameSeconds(double durationSeconds) {

@@ -12,16 +12,6 @@ namespace corvane::ImageIOHelper {
 
 namespace {
 
-QString writeErrorText(WriteError::Case reason, const QString &path) {
-    switch (reason) {
-    case WriteError::Case::destinationCreateFailed:
-        return QStringLiteral("Could not open image destination at %1.").arg(path);
-    case WriteError::Case::finalizeFailed:
-        return QStringLiteral("Image encoder failed to finalize %1.").arg(path);
-    }
-    Q_UNREACHABLE();
-}
-
 std::unique_ptr<TemporaryFile> createDestination(const QString &path) {
     const QString name = QStringLiteral(".tmp-%1.jpg")
                              .arg(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
@@ -46,7 +36,12 @@ void finalize(TemporaryFile &file, const media::RGBImage &image, double quality,
 } // namespace
 
 WriteError::WriteError(Case reason, const QString &path)
-    : Failure(writeErrorText(reason, path)), m_reason(reason), m_path(path) {}
+    : Failure((reason == Case::finalizeFailed
+                   ? QStringLiteral("Image encoder failed to finalize %1.")
+                   : QStringLiteral("Could not open image destination at %1."))
+                  .arg(path)),
+      m_reason(reason),
+      m_path(path) {}
 
 void writeJPEG(const media::RGBImage &image, const QString &path, double quality) {
     fileSystem().createFolders(paths::parentFolder(path));

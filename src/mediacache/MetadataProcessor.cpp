@@ -59,6 +59,7 @@ void setFacts(const media::MediaAsset &asset, Outcome &outcome) {
 
 QString writeThumbnail(const QString &videoId, const QString &path, const QString &cacheRoot,
                        double duration) {
+    cacheFolder::checkName(videoId);
     const QString folder = QStringLiteral("thumbnails");
     const QString name = videoId + QStringLiteral(".jpg");
     const QString target = paths::joined(cacheFolder::ensure(cacheRoot, {folder}), name);

@@ -61,10 +61,16 @@ TEST_F(ClipCacheTest, LeavesUnreadableFieldsEmpty) {
               (MetadataProcessor::Outcome{.videoId = QStringLiteral("V"), .durationSeconds = 2}));
     const QString noise = folder.write("noise.mp4", test::noise(5000));
     EXPECT_EQ(process(noise), MetadataProcessor::Outcome{.videoId = QStringLiteral("V")});
+    // An id that is not a file name is not used as one.
+    const QString clip = createClip("b.mp4");
+    const QString unusable = QStringLiteral("../x");
+    EXPECT_FALSE(
+        await(MetadataProcessor::process(unusable, clip, folder.at("q"))).thumbnailRelativePath);
+    EXPECT_FALSE(QFile::exists(folder.at("q/x.jpg")));
     // A cache that is a link is not followed.
     folder.folder("elsewhere");
     folder.link("p/.corvane-cache", folder.at("elsewhere"));
-    const auto outcome = process(createClip("b.mp4"));
+    const auto outcome = process(clip);
     EXPECT_EQ(outcome.durationSeconds, 2);
     EXPECT_FALSE(outcome.thumbnailRelativePath);
     EXPECT_TRUE(folder.names("elsewhere").isEmpty());
