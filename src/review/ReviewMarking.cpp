@@ -31,19 +31,19 @@ std::optional<ClipRange> rangeOfDrafts(const std::optional<double> &in,
 
 } // namespace
 
-ReviewMarking::ReviewMarking(const Screen &screen, SubclipThumbnails::Writer thumbnailWriter)
-    : m_screen(screen), m_thumbnailWriter(std::move(thumbnailWriter)) {
-    connect(&screen.selection, &ReviewSelection::clipSelected, this, &ReviewMarking::clearDrafts);
-    connect(&screen.transport, &ReviewTransport::durationsChanged, this, &ReviewMarking::publish);
+ReviewMarking::ReviewMarking(const Parts &parts, SubclipThumbnails::Writer thumbnailWriter)
+    : m_parts(parts), m_thumbnailWriter(std::move(thumbnailWriter)) {
+    connect(&parts.selection, &ReviewSelection::clipSelected, this, &ReviewMarking::clearDrafts);
+    connect(&parts.transport, &ReviewTransport::durationsChanged, this, &ReviewMarking::publish);
 }
 
 void ReviewMarking::run(const KeyMap::Command &command) {
     switch (command.action) {
     case KeyMap::Action::markIn:
-        setDrafts(m_screen.player.currentSeconds(), m_draftOut);
+        setDrafts(m_parts.player.currentSeconds(), m_draftOut);
         break;
     case KeyMap::Action::markOut:
-        setDrafts(m_draftIn, m_screen.player.currentSeconds());
+        setDrafts(m_draftIn, m_parts.player.currentSeconds());
         break;
     case KeyMap::Action::nudgeIn:
         setDrafts(nudged(m_draftIn), m_draftOut);
@@ -55,7 +55,7 @@ void ReviewMarking::run(const KeyMap::Command &command) {
         saveDraftSubclip();
         break;
     case KeyMap::Action::leaveSubclipMode:
-        m_screen.selection.exitSubclipMode();
+        m_parts.selection.exitSubclipMode();
         clearDrafts();
         break;
     case KeyMap::Action::jumpToIn:
@@ -77,41 +77,41 @@ void ReviewMarking::setDrafts(std::optional<double> in, std::optional<double> ou
 
 /// One frame later, clamped to the clip.
 double ReviewMarking::nudged(const std::optional<double> &draft) const {
-    const double fps = m_screen.player.fps();
-    const double later = draft.value_or(m_screen.player.currentSeconds()) +
+    const double fps = m_parts.player.fps();
+    const double later = draft.value_or(m_parts.player.currentSeconds()) +
                          (fps > 0 ? 1 / fps : kDefaultFrameDuration);
-    return std::max(std::min(later, m_screen.player.durationSeconds()), 0.0);
+    return std::max(std::min(later, m_parts.player.durationSeconds()), 0.0);
 }
 
 /// Seeks to the draft, or to the edge of the last subclip if there is no draft.
 void ReviewMarking::jump(const std::optional<double> &draft, double Subclip::*edge) {
-    const VideoRecord *video = m_screen.selection.selectedVideo();
+    const VideoRecord *video = m_parts.selection.selectedVideo();
     if (draft) {
-        m_screen.player.seek(*draft);
+        m_parts.player.seek(*draft);
     } else if (video && !video->subclips.isEmpty()) {
-        const ReviewIndex &index = m_screen.list.reviewIndex();
+        const ReviewIndex &index = m_parts.list.reviewIndex();
         const ReviewIndex::IndexedClip &clip = index.clip(index.indexOfClip(video->id));
-        m_screen.player.seek(video->subclips.at(clip.subclips.back().index).*edge);
+        m_parts.player.seek(video->subclips.at(clip.subclips.back().index).*edge);
     }
 }
 
 void ReviewMarking::saveDraftSubclip() {
-    const VideoRecord *video = m_screen.selection.selectedVideo();
+    const VideoRecord *video = m_parts.selection.selectedVideo();
     if (!video) {
         return;
     }
     const double end =
-        video->durationSeconds > 0 ? video->durationSeconds : m_screen.player.durationSeconds();
+        video->durationSeconds > 0 ? video->durationSeconds : m_parts.player.durationSeconds();
     const auto range = rangeOfDrafts(m_draftIn, m_draftOut, end);
     if (!range) {
         return;
     }
     const QString videoId = video->id;
     const QString media =
-        resolvedAgainstProject(video->sourcePath, m_screen.store.fileURL().value_or(QString()));
+        resolvedAgainstProject(video->sourcePath, m_parts.store.fileURL().value_or(QString()));
     const SubclipKey key{videoId,
-                         m_screen.store.addSubclip(videoId, range->inSeconds, range->outSeconds)};
-    if (const Subclip *saved = m_screen.list.subclip(key)) {
+                         m_parts.store.addSubclip(videoId, range->inSeconds, range->outSeconds)};
+    if (const Subclip *saved = m_parts.list.subclip(key)) {
         createThumbnail(key, *saved, media);
         clearDrafts();
     }
@@ -120,7 +120,7 @@ void ReviewMarking::saveDraftSubclip() {
 void ReviewMarking::createThumbnail(const SubclipKey &key, const Subclip &subclip,
                                     const QString &media) {
     setThumbnailPending(key, true);
-    const auto &projectFile = m_screen.store.fileURL();
+    const auto &projectFile = m_parts.store.fileURL();
     SubclipThumbnails::generateDetached(subclip, media,
                                         projectFile ? projectFolder(*projectFile) : QString(),
                                         m_thumbnailWriter, [self = QPointer(this), key] {
@@ -131,20 +131,20 @@ void ReviewMarking::createThumbnail(const SubclipKey &key, const Subclip &subcli
 }
 
 void ReviewMarking::setThumbnailPending(const SubclipKey &key, bool isPending) {
-    m_screen.list.setThumbnailPending(key, isPending);
-    m_screen.subclips.setThumbnailPending(key.subclipId, isPending);
+    m_parts.list.setThumbnailPending(key, isPending);
+    m_parts.subclips.setThumbnailPending(key.subclipId, isPending);
 }
 
 std::optional<double> ReviewMarking::shownDraftIn() const {
-    return ScrubberGeometry::shownDraft(m_draftIn, m_screen.transport.activeRange());
+    return ScrubberGeometry::shownDraft(m_draftIn, m_parts.transport.activeRange());
 }
 
 std::optional<double> ReviewMarking::shownDraftOut() const {
-    return ScrubberGeometry::shownDraft(m_draftOut, m_screen.transport.activeRange());
+    return ScrubberGeometry::shownDraft(m_draftOut, m_parts.transport.activeRange());
 }
 
 QVariant ReviewMarking::scrubberFraction(std::optional<double> seconds) const {
-    const ReviewTransport &transport = m_screen.transport;
+    const ReviewTransport &transport = m_parts.transport;
     return seconds && transport.showsPlayhead()
                ? QVariant(ScrubberGeometry::position(*seconds, transport.transportDuration()))
                : QVariant();
@@ -158,40 +158,40 @@ void ReviewMarking::publish() {
 }
 
 std::optional<SubclipKey> ReviewMarking::subclipKey(const QString &subclipId) const {
-    const SubclipKey key{m_screen.selection.selectedVideoId().value_or(QString()), subclipId};
-    return m_screen.list.subclip(key) ? std::optional(key) : std::nullopt;
+    const SubclipKey key{m_parts.selection.selectedVideoId().value_or(QString()), subclipId};
+    return m_parts.list.subclip(key) ? std::optional(key) : std::nullopt;
 }
 
 void ReviewMarking::renameSubclip(const QString &subclipId, const QString &text) {
     if (const auto key = subclipKey(subclipId)) {
-        m_screen.store.renameSubclip(*key, text);
+        m_parts.store.renameSubclip(*key, text);
     }
 }
 
 void ReviewMarking::rateSubclip(const QString &subclipId, int rating) {
     if (const auto key = subclipKey(subclipId)) {
-        m_screen.store.setSubclipRating(*key, rating);
+        m_parts.store.setSubclipRating(*key, rating);
     }
 }
 
 void ReviewMarking::toggleSubclipFavorite(const QString &subclipId) {
     if (const auto key = subclipKey(subclipId)) {
-        m_screen.store.toggleSubclipFavorite(*key);
+        m_parts.store.toggleSubclipFavorite(*key);
     }
 }
 
 void ReviewMarking::toggleSubclipSelected(const QString &subclipId) {
     if (const auto key = subclipKey(subclipId)) {
-        m_screen.store.toggleSubclipSelected(*key);
+        m_parts.store.toggleSubclipSelected(*key);
     }
 }
 
 void ReviewMarking::deleteSubclip(const QString &subclipId) {
     if (const auto key = subclipKey(subclipId)) {
-        if (m_screen.selection.activeSubclipId() == subclipId) {
-            m_screen.selection.exitSubclipMode();
+        if (m_parts.selection.activeSubclipId() == subclipId) {
+            m_parts.selection.exitSubclipMode();
         }
-        m_screen.store.deleteSubclip(*key);
+        m_parts.store.deleteSubclip(*key);
     }
 }
 

@@ -19,7 +19,7 @@ class ReviewMarking : public QObject {
 
   public:
     /// The objects that the marks depend on.
-    struct Screen {
+    struct Parts {
         ProjectStore &store;
         ReviewPlayer &player;
         ReviewSelection &selection;
@@ -29,7 +29,7 @@ class ReviewMarking : public QObject {
     };
 
     /// Without a writer subclips get no thumbnails.
-    ReviewMarking(const Screen &screen, SubclipThumbnails::Writer thumbnailWriter);
+    ReviewMarking(const Parts &parts, SubclipThumbnails::Writer thumbnailWriter);
 
     const std::optional<double> &draftIn() const { return m_draftIn; }
     const std::optional<double> &draftOut() const { return m_draftOut; }
@@ -68,7 +68,7 @@ class ReviewMarking : public QObject {
     void setThumbnailPending(const SubclipKey &key, bool isPending);
     std::optional<SubclipKey> subclipKey(const QString &subclipId) const;
 
-    Screen m_screen;
+    Parts m_parts;
     SubclipThumbnails::Writer m_thumbnailWriter;
     std::optional<double> m_draftIn;
     std::optional<double> m_draftOut;

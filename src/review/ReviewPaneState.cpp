@@ -1,7 +1,5 @@
 #include "review/ReviewPaneState.h"
 
-#include "review/list/ReviewFormats.h"
-
 namespace corvane {
 
 QString ReviewPaneState::inspectorGlyph() const {
@@ -39,7 +37,7 @@ bool ReviewPaneState::showsSubclipBars() const {
 
 QString ReviewPaneState::subclipCountText() const {
     const VideoRecord *video = m_selection.selectedVideo();
-    return ReviewFormats::countInParentheses(video ? video->subclips.size() : 0);
+    return QStringLiteral("(%1)").arg(video ? video->subclips.size() : 0);
 }
 
 void ReviewPaneState::setKeyboardFocused(bool focused) {
@@ -55,13 +53,9 @@ void ReviewPaneState::close() {
 }
 
 void ReviewPaneState::publish() {
-    Published now{.hasSelectedVideo = m_selection.hasSelectedVideo(),
-                  .inspectorPanelOpen = m_inspectorPanelOpen,
-                  .subclipDrawerOpen = m_subclipDrawerOpen,
-                  .showsSubclipBars = showsSubclipBars(),
-                  .subclipCountText = subclipCountText()};
-    if (now != m_published) {
-        m_published = std::move(now);
+    const std::tuple now(m_selection.hasSelectedVideo(), m_inspectorPanelOpen, m_subclipDrawerOpen,
+                         showsSubclipBars(), subclipCountText());
+    if (std::exchange(m_published, now) != now) {
         Q_EMIT panesChanged();
     }
 }

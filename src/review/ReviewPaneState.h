@@ -49,18 +49,9 @@ class ReviewPaneState : public QObject {
     void keyboardFocusedChanged();
 
   private:
-    struct Published {
-        bool hasSelectedVideo = false;
-        bool inspectorPanelOpen = false;
-        bool subclipDrawerOpen = false;
-        bool showsSubclipBars = false;
-        QString subclipCountText;
-
-        bool operator==(const Published &) const = default;
-    };
-
     const ReviewSelection &m_selection;
-    Published m_published;
+    /// The selection, the open parts, the subclip bars and the count.
+    std::tuple<bool, bool, bool, bool, QString> m_published;
     bool m_inspectorPanelOpen = false;
     bool m_subclipDrawerOpen = false;
     bool m_keyboardFocused = false;

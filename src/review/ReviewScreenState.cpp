@@ -1,8 +1,24 @@
 #include "review/ReviewScreenState.h"
 
-#include "review/BulkSelects.h"
+#include "mediacache/FilmstripService.h"
+#include "platform/TextFormat.h"
 
 namespace corvane {
+
+namespace {
+
+QString nounForRows(const ReviewState &state) {
+    if (state.subclipsView) {
+        return QStringLiteral("subclip");
+    }
+    return state.selectedOnly ? QStringLiteral("item") : QStringLiteral("clip");
+}
+
+} // namespace
+
+ReviewScreenState::Services ReviewScreenState::mediaServices() {
+    return {FilmstripService::generate, SubclipThumbnails::writeFrame};
+}
 
 ReviewScreenState::ReviewScreenState(ProjectStore &store, ReviewPlayer &player, Services services,
                                      QObject *parent)
@@ -112,12 +128,22 @@ bool ReviewScreenState::showsNoMatches() const {
     return m_list.visibleCount() == 0 && !m_list.reviewIndex().clips().empty();
 }
 
-void ReviewScreenState::addToSelects() {
-    setVisibleSelected(m_store, m_filterBar.state(), m_list, true);
-}
-
-void ReviewScreenState::removeFromSelects() {
-    setVisibleSelected(m_store, m_filterBar.state(), m_list, false);
+void ReviewScreenState::setVisibleSelected(bool isSelected) {
+    const auto [clips, subclips] = m_list.bulkTargets();
+    int changed = 0;
+    if (!clips.isEmpty()) {
+        changed += isSelected ? m_store.selectClips(clips) : m_store.deselectClips(clips);
+    }
+    if (!subclips.isEmpty()) {
+        changed +=
+            isSelected ? m_store.selectSubclips(subclips) : m_store.deselectSubclips(subclips);
+    }
+    const QString noun = nounForRows(m_filterBar.state());
+    const QString done = isSelected ? QStringLiteral("Marked %1 for export")
+                                    : QStringLiteral("Cleared %1 from selects");
+    const QString unchanged = isSelected ? QStringLiteral("All visible %1s were already selected")
+                                         : QStringLiteral("No visible %1s were selected");
+    m_store.setStatus(changed > 0 ? done.arg(counted(changed, noun)) : unchanged.arg(noun));
 }
 
 } // namespace corvane

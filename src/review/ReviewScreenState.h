@@ -34,6 +34,8 @@ class ReviewScreenState : public QObject {
         FilmstripLoader::Generator filmstrip;
         SubclipThumbnails::Writer subclipThumbnail;
     };
+    /// The creators that read media files.
+    static Services mediaServices();
 
     /// The store and the player must outlive it.
     ReviewScreenState(ProjectStore &store, ReviewPlayer &player, Services services = {},
@@ -71,8 +73,9 @@ class ReviewScreenState : public QObject {
     bool hasSelects() const { return m_list.reviewIndex().hasSelects(); }
     /// True if the project has clips but the list is empty.
     bool showsNoMatches() const;
-    Q_INVOKABLE void addToSelects();
-    Q_INVOKABLE void removeFromSelects();
+    /// Selects or deselects all visible rows for export, except inline subclips, and reports the
+    /// result in the status line.
+    Q_INVOKABLE void setVisibleSelected(bool isSelected);
 
   Q_SIGNALS:
     void hasSelectsChanged();

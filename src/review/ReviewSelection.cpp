@@ -202,12 +202,9 @@ void ReviewSelection::dropRemoved() {
 }
 
 void ReviewSelection::publish() {
-    Published now{.selectedVideoId = selectedVideoIdText(),
-                  .hasSelectedVideo = hasSelectedVideo(),
-                  .activeSubclipName =
-                      isInSubclipMode() ? std::optional(activeSubclipName()) : std::nullopt};
-    if (now != m_published) {
-        m_published = std::move(now);
+    const std::tuple now(selectedVideoIdText(), hasSelectedVideo(),
+                         isInSubclipMode() ? std::optional(activeSubclipName()) : std::nullopt);
+    if (std::exchange(m_published, now) != now) {
         Q_EMIT selectionChanged();
     }
 }

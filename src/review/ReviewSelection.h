@@ -82,14 +82,6 @@ class ReviewSelection : public QObject {
     void rowChosen(int row);
 
   private:
-    struct Published {
-        QString selectedVideoId;
-        bool hasSelectedVideo = false;
-        std::optional<QString> activeSubclipName;
-
-        bool operator==(const Published &) const = default;
-    };
-
     QString selectedVideoIdText() const { return m_selectedVideoId.value_or(QString()); }
     void seekOnceReady(const SubclipKey &key, double inSeconds);
     void leaveSubclip();
@@ -104,7 +96,8 @@ class ReviewSelection : public QObject {
     MultiSelection m_marks;
     std::optional<SidebarRowId> m_clickedRow; ///< clicked last, or chosen by a key
     std::optional<qsizetype> m_clickedIndex;  ///< its index at that time; nullopt if refiltered
-    Published m_published;
+    /// The selected clip, whether it exists, and the active subclip's name.
+    std::tuple<QString, bool, std::optional<QString>> m_published;
 };
 
 } // namespace corvane

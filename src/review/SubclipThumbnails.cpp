@@ -1,5 +1,7 @@
 #include "review/SubclipThumbnails.h"
 
+#include "media/FrameGenerator.h"
+#include "mediacache/ImageIOHelper.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
@@ -21,6 +23,15 @@ SerialExecutor &thumbnailExecutor() {
 }
 
 } // namespace
+
+void writeFrame(const QString &mediaFile, double seconds, const QString &file) {
+    constexpr double kTolerance = 0.1;
+    constexpr double kQuality = 0.7;
+    media::FrameGenerator generator(mediaFile,
+                                    {.maximumSize = {320, 180}, .tolerance = kTolerance});
+    ImageIOHelper::writeJPEG(generator.imageAt(media::MediaTime::fromSeconds(seconds)), file,
+                             kQuality);
+}
 
 void generate(const Subclip &subclip, const QString &media, const QString &projectFolder,
               const Writer &writer) {

@@ -1,7 +1,7 @@
 // The review screen with the real player engine and services.
 
 #include "review/PlayerEngine.h"
-#include "review/ReviewServices.h"
+#include "review/ReviewScreenState.h"
 #include "ReviewScreenFixture.h"
 #include "support/TestMedia.h"
 #include "support/TestPlayer.h"
@@ -53,7 +53,7 @@ class ReviewPlaybackTest : public test::ReviewScreenTest {
     test::TestMonotonicClock clock;
     std::shared_ptr<test::TestSink> sink = std::make_shared<test::TestSink>();
     PlayerEngine engine{media::MediaPlayer::Options{.clock = &clock}};
-    ReviewScreenState real{store, engine, reviewServices()};
+    ReviewScreenState real{store, engine, ReviewScreenState::mediaServices()};
 };
 
 } // namespace

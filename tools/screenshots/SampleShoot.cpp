@@ -3,7 +3,7 @@
 #include "Footage.h"
 
 #include "platform/Tasks.h"
-#include "review/ReviewServices.h"
+#include "review/ReviewScreenState.h"
 
 #include <QStandardPaths>
 
@@ -194,7 +194,7 @@ void SampleShoot::review(CorvaneApp &app) const {
         }
         const VideoRecord &video = *store.video(id);
         SubclipThumbnails::generate(video.subclips.last(), video.sourcePath, projectFolder(),
-                                    reviewServices().subclipThumbnail);
+                                    ReviewScreenState::mediaServices().subclipThumbnail);
     }
 }
 

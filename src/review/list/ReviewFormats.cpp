@@ -76,8 +76,4 @@ QString description(const Subclip &subclip) {
         .join(QStringLiteral(", "));
 }
 
-QString countInParentheses(qsizetype count) {
-    return QStringLiteral("(%1)").arg(count);
-}
-
 } // namespace corvane::ReviewFormats

@@ -21,7 +21,5 @@ QString details(const VideoRecord &video);
 /// reviewed, rejected, HD".
 QString description(const VideoRecord &video);
 QString description(const Subclip &subclip);
-/// "(2)", after a heading.
-QString countInParentheses(qsizetype count);
 
 } // namespace corvane::ReviewFormats

@@ -104,7 +104,7 @@ QImage rounded(const QImage &image, double radius) {
 
 } // namespace
 
-QImage decode(const Request &request, const std::stop_token &stop) {
+QImage decode(const DecodeRequest &request, const std::stop_token &stop) {
     if (stop.stop_requested() || request.pixels.isEmpty()) {
         return {};
     }

@@ -16,6 +16,7 @@ constexpr int kMaxSide = 4096;
 
 JpegImage::JpegImage(QQuickItem *parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
+    connect(this, &JpegImage::radiusChanged, this, &QQuickItem::polish);
 }
 
 JpegImage::~JpegImage() {
@@ -42,14 +43,6 @@ void JpegImage::changePath(QString &field, const QString &path) {
     Q_EMIT pathChanged();
 }
 
-void JpegImage::setRadius(double radius) {
-    if (m_radius != radius) {
-        m_radius = radius;
-        polish();
-        Q_EMIT radiusChanged();
-    }
-}
-
 void JpegImage::cancel() {
     if (m_task) {
         m_task->cancel();
@@ -57,7 +50,7 @@ void JpegImage::cancel() {
     }
 }
 
-jpeg::Request JpegImage::request() const {
+jpeg::DecodeRequest JpegImage::request() const {
     const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1;
     const QSize pixels(int(std::ceil(width() * ratio)), int(std::ceil(height() * ratio)));
     return {m_path, m_fallbackPath, pixels.boundedTo({kMaxSide, kMaxSide}), m_radius * ratio};
@@ -66,7 +59,7 @@ jpeg::Request JpegImage::request() const {
 /// Runs once per frame, after all properties are set. After a change of size the former image stays
 /// until the new one is loaded.
 void JpegImage::updatePolish() {
-    const jpeg::Request now = request();
+    const jpeg::DecodeRequest now = request();
     if (now == m_lastRequest || now.pixels.isEmpty() ||
         (m_path.isEmpty() && m_fallbackPath.isEmpty())) {
         return;

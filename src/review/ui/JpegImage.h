@@ -16,7 +16,7 @@ class JpegImage : public QQuickItem {
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
     /// Used if there is no file at `path` when it is read.
     Q_PROPERTY(QString fallbackPath READ fallbackPath WRITE setFallbackPath NOTIFY pathChanged)
-    Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
+    Q_PROPERTY(double radius MEMBER m_radius NOTIFY radiusChanged)
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY isLoadedChanged)
 
   public:
@@ -27,8 +27,6 @@ class JpegImage : public QQuickItem {
     void setPath(const QString &path);
     const QString &fallbackPath() const { return m_fallbackPath; }
     void setFallbackPath(const QString &path);
-    double radius() const { return m_radius; }
-    void setRadius(double radius);
     bool isLoaded() const { return m_image != nullptr; }
 
     /// Shows the result of the task; nullptr on failure.
@@ -49,13 +47,13 @@ class JpegImage : public QQuickItem {
     void changePath(QString &field, const QString &path);
     void cancel();
     void setImage(std::shared_ptr<const HeldImage> image);
-    jpeg::Request request() const;
+    jpeg::DecodeRequest request() const;
 
     QString m_path;
     QString m_fallbackPath;
     double m_radius = 0;
     std::shared_ptr<JpegTask> m_task;
-    jpeg::Request m_lastRequest;
+    jpeg::DecodeRequest m_lastRequest;
     std::shared_ptr<const HeldImage> m_image;
     bool m_isTextureStale = false;
 };

@@ -33,7 +33,7 @@ class HeldImage {
 /// Created and cancelled on the main thread.
 class JpegTask {
   public:
-    JpegTask(JpegImage *item, jpeg::Request request)
+    JpegTask(JpegImage *item, jpeg::DecodeRequest request)
         : m_item(item), m_request(std::move(request)) {}
 
     static void start(const std::shared_ptr<JpegTask> &task);
@@ -45,7 +45,7 @@ class JpegTask {
 
     std::mutex m_mutex;
     JpegImage *m_item; ///< nullptr if cancelled
-    const jpeg::Request m_request;
+    const jpeg::DecodeRequest m_request;
     std::stop_source m_stop;
 };
 
