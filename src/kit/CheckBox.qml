@@ -47,7 +47,6 @@ T.CheckBox {
 
         FocusRing {
             visible: control.showsFocusRing
-            cornerRadius: parent.radius
         }
     }
 

@@ -66,7 +66,6 @@ ButtonBase {
 
         FocusRing {
             visible: control.showsFocusRing
-            cornerRadius: parent.radius
         }
     }
 }

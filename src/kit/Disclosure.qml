@@ -48,7 +48,6 @@ Column {
 
             FocusRing {
                 visible: line.showsFocusRing
-                cornerRadius: parent.radius
             }
         }
     }

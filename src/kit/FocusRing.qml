@@ -1,10 +1,10 @@
 // The ring around a control with keyboard focus: 2 px wide, 2 px outside the control. The owner
 // binds `visible`.
-//   cornerRadius: radius of the control
+//   cornerRadius: radius of the control, by default that of the Rectangle around the ring
 import QtQuick
 
 Rectangle {
-    property real cornerRadius: Theme.controlRadius
+    property real cornerRadius: (parent as Rectangle)?.radius || Theme.controlRadius
     readonly property int outset: Theme.focusRingGap + Theme.focusRingWidth
 
     objectName: "focusRing"

@@ -47,17 +47,6 @@ QQuickItem *itemWithHelpAt(QQuickWindow *window, QPointF scene) {
 
 } // namespace
 
-HelpTextAttached::HelpTextAttached(QObject *parent) : QObject(parent) {}
-
-void HelpTextAttached::setText(const QString &text) {
-    if (m_text != text) {
-        m_text = text;
-        Q_EMIT textChanged();
-    }
-}
-
-HelpText::HelpText(QQuickItem *parent) : QQuickItem(parent) {}
-
 QString HelpText::text() const {
     const HelpTextAttached *help = m_isShown && m_hovered ? attachedHelp(m_hovered) : nullptr;
     return help ? help->text() : QString();

@@ -11,13 +11,12 @@ namespace corvane {
 class HelpTextAttached : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
-    Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
+    Q_PROPERTY(QString text MEMBER m_text NOTIFY textChanged)
 
   public:
-    explicit HelpTextAttached(QObject *parent = nullptr);
+    using QObject::QObject;
 
     [[nodiscard]] const QString &text() const { return m_text; }
-    void setText(const QString &text);
 
   Q_SIGNALS:
     void textChanged();
@@ -39,7 +38,7 @@ class HelpText : public QQuickItem {
     Q_PROPERTY(QQuickItem *subject READ subject NOTIFY shownChanged)
 
   public:
-    explicit HelpText(QQuickItem *parent = nullptr);
+    using QQuickItem::QQuickItem;
 
     /// The help text to display, or an empty string.
     [[nodiscard]] QString text() const;

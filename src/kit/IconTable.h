@@ -19,8 +19,6 @@ class IconTable : public QObject {
     explicit IconTable(QObject *parent = nullptr);
 
     [[nodiscard]] QString family() const;
-
-    /// All symbol names.
     [[nodiscard]] QStringList symbols() const;
 
     /// The string that draws `symbol` in the icon font; empty for an empty name. Throws a

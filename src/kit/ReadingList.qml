@@ -2,13 +2,11 @@
 // scroll it. Its rows take no focus.
 //   name: string (its accessible name); step, page: real, what a key scrolls; a ListView otherwise
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
-ListView {
+ScrollingList {
     id: list
 
-    property string name
     property real step: Theme.previewRowHeight
     property real page: height
 
@@ -20,12 +18,6 @@ ListView {
 
     activeFocusOnTab: true
     currentIndex: -1
-    keyNavigationEnabled: false
-    boundsBehavior: Flickable.StopAtBounds
-    clip: true
-    T.ScrollBar.vertical: ScrollBar {}
-    Accessible.role: Accessible.List
-    Accessible.name: name
     Accessible.focusable: true
 
     Keys.onPressed: event => {

@@ -31,7 +31,6 @@ CheckBox {
 
         FocusRing {
             visible: control.showsFocusRing
-            cornerRadius: parent.radius
         }
     }
 }

@@ -59,22 +59,7 @@ Line layOut(const QString &text, const QFontMetricsF &metrics) {
 
 TabularText::TabularText(QQuickItem *parent) : QQuickPaintedItem(parent) {
     setAntialiasing(true);
-}
-
-void TabularText::setText(const QString &text) {
-    set(m_text, text);
-}
-
-void TabularText::setFont(const QFont &font) {
-    set(m_font, font);
-}
-
-void TabularText::setColor(const QColor &color) {
-    set(m_color, color);
-}
-
-void TabularText::setRightAligned(bool rightAligned) {
-    set(m_rightAligned, rightAligned);
+    connect(this, &TabularText::changed, this, &TabularText::updateSize);
 }
 
 void TabularText::paint(QPainter *painter) {
@@ -89,15 +74,10 @@ void TabularText::paint(QPainter *painter) {
     }
 }
 
-template <typename Value> void TabularText::set(Value &field, const Value &value) {
-    if (field == value) {
-        return;
-    }
-    field = value;
+void TabularText::updateSize() {
     const QFontMetricsF metrics(m_font);
     setImplicitSize(std::ceil(layOut(m_text, metrics).width), std::ceil(metrics.height()));
     update();
-    Q_EMIT changed();
 }
 
 } // namespace corvane

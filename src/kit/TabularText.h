@@ -13,23 +13,14 @@ namespace corvane {
 class TabularText : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
-    Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY changed)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY changed)
+    Q_PROPERTY(QString text MEMBER m_text NOTIFY changed)
+    Q_PROPERTY(QFont font MEMBER m_font NOTIFY changed)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
     /// True aligns the text to the right edge, false to the left.
-    Q_PROPERTY(bool rightAligned READ rightAligned WRITE setRightAligned NOTIFY changed)
+    Q_PROPERTY(bool rightAligned MEMBER m_rightAligned NOTIFY changed)
 
   public:
     explicit TabularText(QQuickItem *parent = nullptr);
-
-    [[nodiscard]] const QString &text() const { return m_text; }
-    void setText(const QString &text);
-    [[nodiscard]] const QFont &font() const { return m_font; }
-    void setFont(const QFont &font);
-    [[nodiscard]] const QColor &color() const { return m_color; }
-    void setColor(const QColor &color);
-    [[nodiscard]] bool rightAligned() const { return m_rightAligned; }
-    void setRightAligned(bool rightAligned);
 
     void paint(QPainter *painter) override;
 
@@ -37,7 +28,7 @@ class TabularText : public QQuickPaintedItem {
     void changed();
 
   private:
-    template <typename Value> void set(Value &field, const Value &value);
+    void updateSize();
 
     QString m_text;
     QFont m_font;

@@ -4,7 +4,6 @@
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Delivery
 
@@ -24,22 +23,18 @@ Rectangle {
         }
     }
 
-    ListView {
+    ScrollingList {
         id: list
 
         objectName: results.objectName + ".list"
         anchors.fill: parent
         activeFocusOnTab: true
         keyNavigationEnabled: true
-        boundsBehavior: Flickable.StopAtBounds
         highlightFollowsCurrentItem: true
         highlightMoveDuration: 0
-        clip: true
         model: results.sheet.results
-        T.ScrollBar.vertical: ScrollBar {}
         footer: Item { height: Theme.spacing16 }
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Results")
+        name: qsTr("Results")
         Accessible.focusable: true
         readonly property ResultRow currentRow: currentItem as ResultRow
 

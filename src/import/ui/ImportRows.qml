@@ -4,11 +4,10 @@
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Import
 import Corvane.Kit
 
-ListView {
+ScrollingList {
     id: list
 
     required property ImportSheet sheet
@@ -70,15 +69,10 @@ ListView {
 
     objectName: "import.rows"
     model: rows
-    clip: true
     reuseItems: true
     activeFocusOnTab: count > 0
-    boundsBehavior: Flickable.StopAtBounds
-    keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
-    T.ScrollBar.vertical: ScrollBar {}
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Preview")
+    name: qsTr("Preview")
     onActiveFocusChanged: {
         if (!activeFocus) {
             byPointer = false;

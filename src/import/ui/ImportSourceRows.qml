@@ -3,11 +3,10 @@
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Import
 import Corvane.Kit
 
-ListView {
+ScrollingList {
     id: list
 
     required property ImportSourceList sources
@@ -25,13 +24,9 @@ ListView {
 
     objectName: "import.sources"
     model: sources
-    clip: true
     activeFocusOnTab: count > 0
-    boundsBehavior: Flickable.StopAtBounds
     keyNavigationEnabled: true
-    T.ScrollBar.vertical: ScrollBar {}
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Sources")
+    name: qsTr("Sources")
 
     Keys.onPressed: event => {
         list.byPointer = false;

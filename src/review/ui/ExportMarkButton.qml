@@ -30,7 +30,6 @@ ButtonBase {
 
             FocusRing {
                 visible: control.visualFocus
-                cornerRadius: parent.radius
             }
         }
     }

@@ -85,7 +85,7 @@ Rectangle {
             Keys.onEscapePressed: root.focusLeft()
         }
 
-        Button {
+        PaneButton {
             id: clear
 
             objectName: "filter.clearSearch"
@@ -94,7 +94,6 @@ Rectangle {
             anchors.verticalCenter: search.verticalCenter
             visible: root.bar.searchQuery !== ""
             small: true
-            focusPolicy: Qt.TabFocus
             symbol: "xmark.circle.fill"
             iconSize: Theme.buttonIconSize
             helpText: qsTr("Clear search")
@@ -106,13 +105,12 @@ Rectangle {
             }
         }
 
-        Button {
+        PaneButton {
             id: sort
 
             objectName: "filter.sort"
             anchors.left: search.right
             anchors.leftMargin: Theme.spacing12
-            focusPolicy: Qt.TabFocus
             textStyle: Theme.listNameStyle
             text: root.bar.sortLabel
             trailingSymbol: "chevron.down"
@@ -149,24 +147,22 @@ Rectangle {
             spacing: Theme.chipGap
             visible: root.bar.hasBulkActions
 
-            Button {
+            PaneButton {
                 objectName: "filter.addToSelects"
-                focusPolicy: Qt.TabFocus
                 textStyle: Theme.listNameStyle
                 symbol: "plus"
                 text: qsTr("Add to Selects")
                 helpText: qsTr("Mark every visible item with the export S flag")
-                onClicked: root.review.addToSelects()
+                onClicked: root.review.setVisibleSelected(true)
             }
 
-            Button {
+            PaneButton {
                 objectName: "filter.removeFromSelects"
-                focusPolicy: Qt.TabFocus
                 textStyle: Theme.listNameStyle
                 symbol: "minus"
                 text: qsTr("Remove from Selects")
                 helpText: qsTr("Clear the export S flag on every visible item")
-                onClicked: root.review.removeFromSelects()
+                onClicked: root.review.setVisibleSelected(false)
             }
         }
     }

@@ -35,7 +35,6 @@ ButtonBase {
 
         FocusRing {
             visible: control.visualFocus
-            cornerRadius: parent.radius
         }
     }
     contentItem: Row {

@@ -1,7 +1,6 @@
 // A media confirmation banner.
 //   banner: a map of MediaBanners.banners; signals answered(), closed()
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 
 Rectangle {
@@ -50,19 +49,15 @@ Rectangle {
             width: parent.width
             text: row.banner.disclosure
 
-            ListView {
+            ScrollingList {
                 id: list
 
                 objectName: row.objectName + ".paths"
                 width: text.width
                 height: Math.min(count, Theme.bannerListLines) * Theme.listStyle.lineHeight
-                clip: true
                 interactive: count > Theme.bannerListLines
-                boundsBehavior: Flickable.StopAtBounds
                 model: row.banner.paths
-                T.ScrollBar.vertical: ScrollBar {}
-                Accessible.role: Accessible.List
-                Accessible.name: row.banner.disclosure
+                name: row.banner.disclosure
 
                 delegate: Label {
                     required property string modelData
@@ -87,16 +82,14 @@ Rectangle {
         y: Theme.spacing8
         spacing: Theme.spacing4
 
-        Button {
+        PaneButton {
             objectName: row.objectName + ".answer"
-            focusPolicy: Qt.TabFocus
             text: row.banner.button
             enabled: !row.banner.isAnswering
             onClicked: row.answered()
         }
-        Button { // reserves its space if hidden, so that the answer buttons are aligned
+        PaneButton { // reserves its space if hidden, so that the answer buttons are aligned
             objectName: row.objectName + ".close"
-            focusPolicy: Qt.TabFocus
             opacity: row.banner.isClosable ? 1 : 0
             enabled: row.banner.isClosable
             width: Theme.controlHeight

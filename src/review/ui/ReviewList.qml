@@ -4,11 +4,10 @@
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Review
 
-ListView {
+ScrollingList {
     id: list
 
     required property ReviewScreenState review
@@ -20,17 +19,12 @@ ListView {
 
     objectName: "review.list"
     model: review.list
-    clip: true
     reuseItems: true
     topMargin: Theme.spacing2
     bottomMargin: Theme.spacing2
     activeFocusOnTab: count > 0
-    keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
-    boundsBehavior: Flickable.StopAtBounds
-    T.ScrollBar.vertical: ScrollBar {}
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Clips")
+    name: qsTr("Clips")
 
     function rowAt(y: real): int {
         return indexAt(0, Math.max(originY, Math.min(y, originY + contentHeight - 1)));

@@ -54,7 +54,7 @@ Rectangle {
             HelpText.text: truncated ? text : ""
         }
 
-        Button {
+        PaneButton {
             id: info
 
             objectName: "sidePane.info"
@@ -63,7 +63,6 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: Theme.infoButtonSize
             height: Theme.infoButtonSize
-            focusPolicy: Qt.TabFocus
             enabled: pane.review.selection.hasSelectedVideo
             symbol: pane.review.panes.inspectorGlyph
             iconSize: pane.review.panes.showsInspector ? Theme.iconSize : Theme.buttonIconSize
@@ -109,10 +108,9 @@ Rectangle {
                 horizontalAlignment: Text.AlignHCenter
             }
 
-            Button {
+            PaneButton {
                 objectName: "sidePane.clearFilters"
                 anchors.horizontalCenter: parent.horizontalCenter
-                focusPolicy: Qt.TabFocus
                 text: qsTr("Clear filters")
                 onClicked: {
                     const hadFocus = activeFocus;

@@ -58,7 +58,6 @@ Item {
 
                     FocusRing {
                         visible: bar.visualFocus
-                        cornerRadius: parent.radius
                     }
                 }
             }

@@ -3,7 +3,6 @@
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Review
 
@@ -21,7 +20,7 @@ Column {
         count: view.review.panes.subclipCountText
     }
 
-    ListView {
+    ScrollingList {
         id: list
 
         // Scrolls to the control that gets the focus.
@@ -38,13 +37,8 @@ Column {
         objectName: "drawer.list"
         width: parent.width
         height: view.listHeight
-        clip: true
-        keyNavigationEnabled: false
-        boundsBehavior: Flickable.StopAtBounds
         model: view.review.subclips
-        T.ScrollBar.vertical: ScrollBar {}
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Subclips")
+        name: qsTr("Subclips")
 
         Connections {
             target: list.Window.window

@@ -75,7 +75,7 @@ BorderedPanel {
             muted: true
         }
 
-        Button {
+        PaneButton {
             id: close
 
             objectName: "subclipBanner.close"
@@ -83,7 +83,6 @@ BorderedPanel {
             symbol: "xmark"
             iconSize: Theme.buttonIconSize
             helpText: qsTr("Exit subclip mode")
-            focusPolicy: Qt.TabFocus
             onClicked: {
                 focus = false; // the banner is about to be hidden
                 banner.review.selection.exitSubclipMode();

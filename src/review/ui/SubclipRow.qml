@@ -206,13 +206,12 @@ FocusItem {
             onRated: stars => row.review.marking.rateSubclip(row.subclipId, stars)
         }
 
-        Button {
+        PaneButton {
             objectName: row.objectName + ".favorite"
             symbol: row.favorite ? "heart.fill" : "heart"
             iconSize: Theme.buttonIconSize
             glyphColor: row.favorite ? Theme.favorite : Theme.secondaryText
             helpText: qsTr("Favorite this subclip (independent of parent)")
-            focusPolicy: Qt.TabFocus
             onClicked: row.review.marking.toggleSubclipFavorite(row.subclipId)
             Accessible.checkable: true
             Accessible.checked: row.favorite
@@ -225,12 +224,11 @@ FocusItem {
             onClicked: row.review.marking.toggleSubclipSelected(row.subclipId)
         }
 
-        Button {
+        PaneButton {
             objectName: row.objectName + ".delete"
             symbol: "trash"
             destructive: true
             helpText: qsTr("Delete subclip (Cmd-Z to undo)")
-            focusPolicy: Qt.TabFocus
             onClicked: row.review.marking.deleteSubclip(row.subclipId)
         }
     }

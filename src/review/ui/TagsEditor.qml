@@ -72,12 +72,11 @@ Column {
             }
         }
 
-        Button {
+        PaneButton {
             id: add
 
             objectName: "inspector.addTag"
             text: qsTr("Add")
-            focusPolicy: Qt.TabFocus
             onClicked: editor.add()
         }
     }

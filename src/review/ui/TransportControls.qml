@@ -10,13 +10,12 @@ Item {
 
     implicitHeight: Theme.transportHeight
 
-    component StepButton: Button {
+    component StepButton: PaneButton {
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.transportButtonSize
         height: Theme.transportButtonSize
         iconSize: Theme.transportIconSize
         glyphColor: Theme.primaryText
-        focusPolicy: Qt.TabFocus
     }
 
     StepButton {
@@ -28,7 +27,7 @@ Item {
         onClicked: controls.transport.stepFrames(-1)
     }
 
-    Button {
+    PaneButton {
         id: play
 
         objectName: "transport.play"
@@ -40,7 +39,6 @@ Item {
         iconSize: Theme.playIconSize
         glyphColor: Theme.primaryText
         helpText: controls.transport.playHelp
-        focusPolicy: Qt.TabFocus
         onClicked: controls.transport.togglePlayback()
     }
 

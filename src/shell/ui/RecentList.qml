@@ -4,11 +4,10 @@
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Templates as T
 import Corvane.Kit
 import Corvane.Shell
 
-ListView {
+ScrollingList {
     id: list
 
     required property RecentProjectsModel recents
@@ -17,15 +16,11 @@ ListView {
 
     objectName: "home.recents"
     model: recents
-    clip: true
     activeFocusOnTab: true
-    boundsBehavior: Flickable.StopAtBounds
     keyNavigationEnabled: true
     highlightFollowsCurrentItem: true
     bottomMargin: Theme.spacing24
-    T.ScrollBar.vertical: ScrollBar {}
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Recent Projects")
+    name: qsTr("Recent Projects")
 
     Keys.onReturnPressed: recents.open(currentIndex)
     Keys.onEnterPressed: recents.open(currentIndex)
