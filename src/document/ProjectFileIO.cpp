@@ -2,7 +2,6 @@
 
 #include "document/ProjectMigration.h"
 #include "platform/AtomicWrite.h"
-#include "platform/Paths.h"
 
 #include <cerrno>
 
@@ -12,6 +11,12 @@ namespace {
 
 QString megabytes(qint64 bytes) {
     return QString::asprintf("%.0f MB", double(bytes) / double(qint64(1) << 20));
+}
+
+QString fullerFileText(const QString &what, qsizetype inMemory, qsizetype onDisk) {
+    return QStringLiteral("Save aborted: in-memory has %1 %2 but disk has %3. Refusing to "
+                          "overwrite a fuller file.")
+        .arg(QString::number(inMemory), what, QString::number(onDisk));
 }
 
 /// Decodes a document of any supported version. An older one is converted to a tree, migrated, and
@@ -118,18 +123,12 @@ LoadError LoadError::fileTooLarge(const QString &file, qint64 bytes, qint64 limi
 
 SaveError SaveError::diskGuardTripped(qsizetype inMemoryVideos, qsizetype onDiskVideos) {
     return {Kind::diskGuardTripped,
-            QStringLiteral("Save aborted: in-memory has %1 videos but disk has %2. Refusing to "
-                           "overwrite a fuller file.")
-                .arg(inMemoryVideos)
-                .arg(onDiskVideos)};
+            fullerFileText(QStringLiteral("videos"), inMemoryVideos, onDiskVideos)};
 }
 
 SaveError SaveError::diskGuardTrippedSubclips(qsizetype inMemory, qsizetype onDisk) {
     return {Kind::diskGuardTrippedSubclips,
-            QStringLiteral("Save aborted: in-memory has %1 subclips but disk has %2. Refusing to "
-                           "overwrite a fuller file.")
-                .arg(inMemory)
-                .arg(onDisk)};
+            fullerFileText(QStringLiteral("subclips"), inMemory, onDisk)};
 }
 
 SaveError SaveError::diskCorruptAbort(const QString &file, const LoadError &error) {

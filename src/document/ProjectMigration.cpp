@@ -76,19 +76,15 @@ void addBatchCounts(Object &document) {
     });
 }
 
-void addSubclipRatings(Object &document) {
-    addMissingToSubclips(document, QStringLiteral("rating"), 0);
-}
-
-void addSubclipFavorites(Object &document) {
-    addMissingToSubclips(document, QStringLiteral("favorite"), false);
-}
-
-void noChange(Object &) {}
-
-/// The step at index i migrates from version i + 1 to i + 2.
-constexpr std::array kSteps = {&addCreationIndexes,  &addBatchCounts, &addSubclipRatings,
-                               &addSubclipFavorites, &noChange,       &noChange};
+/// The step at index i migrates from version i + 1 to i + 2; nullptr changes nothing.
+constexpr auto kSteps = std::to_array<void (*)(Object &)>({
+    addCreationIndexes,
+    addBatchCounts,
+    [](Object &document) { addMissingToSubclips(document, QStringLiteral("rating"), 0); },
+    [](Object &document) { addMissingToSubclips(document, QStringLiteral("favorite"), false); },
+    nullptr,
+    nullptr,
+});
 static_assert(kSteps.size() == kCurrentSchemaVersion - 1);
 
 } // namespace
@@ -117,7 +113,9 @@ void migrate(Object &object) {
         throw MigrationError::unknownFutureSchema(version);
     }
     for (qint64 from = std::max<qint64>(version, 1); from < kCurrentSchemaVersion; ++from) {
-        kSteps.at(size_t(from - 1))(object);
+        if (const auto step = kSteps.at(size_t(from - 1))) {
+            step(object);
+        }
     }
     object.insert(QStringLiteral("schemaVersion"), kCurrentSchemaVersion);
 }

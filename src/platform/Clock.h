@@ -29,7 +29,6 @@ class Clock {
     virtual std::unique_ptr<Timer> after(std::chrono::milliseconds delay,
                                          std::function<void()> action) = 0;
 
-    /// The system's clock.
     static Clock &system();
 };
 

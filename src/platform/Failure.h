@@ -18,8 +18,6 @@ class Failure : public std::exception {
         : m_description(std::move(description)), m_utf8(m_description.toUtf8()) {}
 
     const QString &description() const noexcept { return m_description; }
-
-    /// The description in UTF-8.
     const char *what() const noexcept override { return m_utf8.constData(); }
 
   private:

@@ -3,7 +3,6 @@
 #include <QStringList>
 
 #include <functional>
-#include <optional>
 
 namespace corvane {
 

@@ -2,7 +2,6 @@
 
 #include <QTimeZone>
 
-#include <charconv>
 #include <chrono>
 
 namespace corvane::isoDate {

@@ -1,6 +1,5 @@
 #include "platform/InstanceLock.h"
 
-#include "platform/FileSystem.h"
 #include "platform/Paths.h"
 
 #include <QCoreApplication>

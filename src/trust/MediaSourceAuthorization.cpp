@@ -97,12 +97,8 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
     if (paths.isEmpty()) {
         co_return;
     }
-    struct Request {
-        QString key;
-        QList<Candidate> candidates;
-    };
-    Request request = co_await m_executor.run([this, paths, projectFile, knownAnchors] {
-        Request result{.key = projectKey(projectFile)};
+    auto [key, candidates] = co_await m_executor.run([this, paths, projectFile, knownAnchors] {
+        std::pair<QString, QList<Candidate>> listed(projectKey(projectFile), {});
         FolderIdentities identities;
         QSet<QString> seen;
         for (const QString &requested : paths) {
@@ -110,22 +106,22 @@ QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString
             if (!seen.contains(path)) {
                 seen.insert(path);
                 const auto known = knownAnchors.constFind(path);
-                result.candidates.append(
+                listed.second.append(
                     {path, identities.ofParent(path),
                      known == knownAnchors.cend() ? std::nullopt : std::optional(*known)});
             }
         }
-        listCandidates(result.key, result.candidates);
-        return result;
+        listCandidates(listed.first, listed.second);
+        return listed;
     });
     // One task per file, so that the executor can run others before an import is hashed entirely.
-    for (Candidate &candidate : request.candidates) {
+    for (Candidate &candidate : candidates) {
         if (candidate.identity && !candidate.anchor) {
             candidate.anchor = co_await utilityExecutor().run(
                 [path = candidate.path] { return anchorIfReadable(path); });
         }
     }
-    co_await m_executor.run([this, request] { storeGrants(request.key, request.candidates); });
+    co_await m_executor.run([this, key, candidates] { storeGrants(key, candidates); });
 }
 
 /// Lists new paths without an identity until they are hashed. If the process ends before that, the
