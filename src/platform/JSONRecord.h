@@ -89,7 +89,7 @@ concept JSONRecord = requires { JSONFields<Record>::table; };
     }
 
 template <typename Enumeration> using RawValue = std::pair<Enumeration, std::string_view>;
-template <typename Enumeration> constexpr auto rawValues = nullptr; ///< no table
+template <typename Enumeration> constexpr auto rawValues = nullptr; ///< if it has no table
 template <typename Enumeration>
 concept RawRepresentable =
     !std::is_null_pointer_v<std::remove_const_t<decltype(rawValues<Enumeration>)>>;
@@ -285,7 +285,7 @@ template <JSONRecord Record> struct JSONCodec<Record> {
         using Member = std::remove_cvref_t<decltype(std::declval<Record &>().*field.member)>;
         return {field.name, !IsOptional<Member>::value,
                 [](JSONView view, Record &record, bool isRepeated) {
-                    if (isRepeated) { // nothing of the first value is kept
+                    if (isRepeated) { // drops the optional members of the first value
                         record.*field.member = Member();
                     }
                     JSONCodec<Member>::decode(view, record.*field.member);
