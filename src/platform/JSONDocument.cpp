@@ -51,10 +51,8 @@ class JSONTokenCollector {
     bool Double(double) { return false; }
     bool String(const char *text, rapidjson::SizeType length, bool) {
         Token token{.text = text};
-        token.kind = Kind::String;
         token.extent = length;
-        m_tokens.push_back(token);
-        return true;
+        return append(Kind::String, token);
     }
     bool Key(const char *text, rapidjson::SizeType length, bool copy) {
         return String(text, length, copy);
@@ -73,13 +71,10 @@ class JSONTokenCollector {
         if (fits && value == std::trunc(value) && !isNegativeZero) {
             return append(Kind::Int, qint64(value));
         }
-        Token token{.real = value};
-        token.kind = Kind::Double;
-        m_tokens.push_back(token);
-        return true;
+        return append(Kind::Double, Token{.real = value});
     }
-    bool append(Kind kind, qint64 value = 0) {
-        Token token{.integer = value};
+    bool append(Kind kind, qint64 value = 0) { return append(kind, Token{.integer = value}); }
+    bool append(Kind kind, Token token) {
         token.kind = kind;
         m_tokens.push_back(token);
         return true;

@@ -14,10 +14,7 @@ namespace {
 std::optional<qint64> wholeUnits(double seconds, double unitsPerSecond) {
     constexpr double latest = 1e15;
     const bool isTime = seconds >= 0 && seconds < latest; // false for NaN
-    if (!isTime) {
-        return std::nullopt;
-    }
-    return qint64(std::floor(seconds * unitsPerSecond));
+    return isTime ? std::optional(qint64(std::floor(seconds * unitsPerSecond))) : std::nullopt;
 }
 
 QString padded(qint64 value) {
