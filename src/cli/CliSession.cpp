@@ -34,13 +34,14 @@ CliSession::CliSession(const Console &console, ContentHashMigration hashes)
     waitUntilDone(m_store.waitForStartUp());
 }
 
-void CliSession::create(const NewProject &fields, const QString &file) {
-    waitUntilDone(m_store.createProject(fields, file));
+CliSession::CliSession(const CommandCall &call, ContentHashMigration hashes)
+    : CliSession(call.console(), hashes) {
+    waitUntilDone(m_store.openProject(call.path(0)));
     throwLastError();
 }
 
-void CliSession::open(const QString &file) {
-    waitUntilDone(m_store.openProject(file));
+void CliSession::create(const NewProject &fields, const QString &file) {
+    waitUntilDone(m_store.createProject(fields, file));
     throwLastError();
 }
 

@@ -19,13 +19,15 @@ class CliSession {
     /// about grants should run it.
     explicit CliSession(const Console &console,
                         ContentHashMigration hashes = ContentHashMigration::Skipped);
+    /// Also opens the project that the first argument names.
+    explicit CliSession(const CommandCall &call,
+                        ContentHashMigration hashes = ContentHashMigration::Skipped);
 
     ProjectStore &store() { return m_store; }
     /// The open project.
     const Project &project() const { return *m_store.project(); }
 
     void create(const NewProject &fields, const QString &file);
-    void open(const QString &file);
     /// Writes all edits to the file.
     void save();
 

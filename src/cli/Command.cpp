@@ -52,9 +52,16 @@ void CommandCall::printNotice(const QString &line) const {
     m_console.writeError(printable(line).toUtf8() + '\n');
 }
 
-void CommandCall::printJSON(const std::function<void(JSONWriter &)> &write) const {
+void CommandCall::printResult(const std::function<void(JSONWriter &)> &writeObject,
+                              const std::function<void()> &printText) const {
+    if (!isJSON()) {
+        printText();
+        return;
+    }
     JSONWriter writer(JSONWriter::Style::Pretty);
-    write(writer);
+    writer.beginObject();
+    writeObject(writer);
+    writer.endObject();
     m_console.writeOutput(writer.finish() + '\n');
 }
 

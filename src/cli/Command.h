@@ -48,8 +48,10 @@ class CommandCall {
     void printLine(const QString &line) const;
     /// Prints a line to the error stream.
     void printNotice(const QString &line) const;
-    /// Prints the JSON output. Called once.
-    void printJSON(const std::function<void(JSONWriter &)> &write) const;
+    /// Prints the result: with "--json" one object, whose members `writeObject` writes, otherwise
+    /// the text that `printText` prints. Called once.
+    void printResult(const std::function<void(JSONWriter &)> &writeObject,
+                     const std::function<void()> &printText) const;
 
   private:
     const QCommandLineParser &m_parser;
@@ -58,13 +60,13 @@ class CommandCall {
 
 /// A command of the program. `run` returns the exit status, or throws a `UsageError` or another
 /// `Failure`, which sets the exit status and prints a message.
-struct Command {
+struct CliCommand {
     QString name;
-    QString synopsis; ///< positional arguments, "PROJECT CLIP..."
+    /// Positional arguments, "PROJECT CLIP...", then required options. The dots allow any further
+    /// number of the last argument.
+    QString synopsis;
     QString summary;
     QList<QCommandLineOption> options;
-    int fewestArguments = 0;
-    int mostArguments = 0; ///< -1 for any number
     int (*run)(const CommandCall &call) = nullptr;
 };
 
@@ -72,17 +74,17 @@ struct Command {
 QCommandLineOption flagOption(const char *name, const char *description);
 QCommandLineOption valueOption(const char *name, const char *value, const char *description);
 
-Command createCommand();
-Command infoCommand();
-Command scanCommand();
-Command importCommand();
-Command listCommand();
-Command markCommand();
-Command subclipCommand();
-Command exportCommand();
-Command handoffCommand();
-Command mediaCommand();
-Command anchorCommand();
-Command verifyCommand();
+CliCommand createCommand();
+CliCommand infoCommand();
+CliCommand scanCommand();
+CliCommand importCommand();
+CliCommand listCommand();
+CliCommand markCommand();
+CliCommand subclipCommand();
+CliCommand exportCommand();
+CliCommand handoffCommand();
+CliCommand mediaCommand();
+CliCommand anchorCommand();
+CliCommand verifyCommand();
 
 } // namespace corvane

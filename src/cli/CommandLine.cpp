@@ -16,7 +16,7 @@ void addCommonOptions(QCommandLineParser &parser) {
         {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Print this help.")});
 }
 
-QString commandHelp(const Command &command, const QCommandLineParser &parser) {
+QString commandHelp(const CliCommand &command, const QCommandLineParser &parser) {
     const QString help = parser.helpText();
     return QStringLiteral("Usage: %1 %2 %3 [OPTIONS]\n\n%4\n\n%5")
         .arg(kProgram, command.name, command.synopsis, command.summary,
@@ -28,7 +28,7 @@ QString generalHelp() {
                                   "Reviews video footage and delivers the chosen takes, without a "
                                   "screen.\n\nCommands:\n")
                        .arg(kProgram);
-    for (const Command &command : commands()) {
+    for (const CliCommand &command : commands()) {
         help += QStringLiteral("  %1 %2\n").arg(command.name, -9).arg(command.summary);
     }
     return help + QStringLiteral("\n'%1 COMMAND --help' tells a command's arguments and options.\n")
@@ -51,7 +51,7 @@ class ProgramRun {
         if (first == QStringLiteral("--version")) {
             return print("version", QStringLiteral(CORVANE_VERSION), kProgram + QLatin1Char(' '));
         }
-        const auto command = std::ranges::find(commands(), first, &Command::name);
+        const auto command = std::ranges::find(commands(), first, &CliCommand::name);
         if (command != commands().cend()) {
             return runCommand(*command);
         }
@@ -61,7 +61,7 @@ class ProgramRun {
     }
 
   private:
-    int runCommand(const Command &command) {
+    int runCommand(const CliCommand &command) {
         QCommandLineParser parser;
         addCommonOptions(parser);
         parser.addOptions(command.options);
@@ -73,14 +73,17 @@ class ProgramRun {
             return refuseUsage(command.name, parser.errorText());
         }
         const qsizetype argumentCount = parser.positionalArguments().size();
-        if (argumentCount < command.fewestArguments) {
+        const QStringList arguments =
+            command.synopsis.section(QStringLiteral(" --"), 0, 0).split(QLatin1Char(' '));
+        if (argumentCount < arguments.size()) {
             return refuseUsage(command.name, QStringLiteral("An argument is missing: %1 %2")
                                                  .arg(command.name, command.synopsis));
         }
-        if (command.mostArguments >= 0 && argumentCount > command.mostArguments) {
+        const bool isOpenEnded = arguments.last().endsWith(QStringLiteral("..."));
+        if (!isOpenEnded && argumentCount > arguments.size()) {
             return refuseUsage(command.name,
                                QStringLiteral("Unexpected argument \"%1\".")
-                                   .arg(parser.positionalArguments().at(command.mostArguments)));
+                                   .arg(parser.positionalArguments().at(arguments.size())));
         }
         try {
             return command.run(CommandCall(parser, m_console));
@@ -132,8 +135,8 @@ class ProgramRun {
 
 } // namespace
 
-const QList<Command> &commands() {
-    static const QList<Command> table{
+const QList<CliCommand> &commands() {
+    static const QList<CliCommand> table{
         createCommand(),  infoCommand(),  scanCommand(),    importCommand(),
         listCommand(),    markCommand(),  subclipCommand(), exportCommand(),
         handoffCommand(), mediaCommand(), anchorCommand(),  verifyCommand(),

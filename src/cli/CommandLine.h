@@ -5,7 +5,7 @@
 namespace corvane {
 
 /// All commands, in the order of the help.
-const QList<Command> &commands();
+const QList<CliCommand> &commands();
 
 /// Runs the command that the arguments name and returns the exit status. `arguments` starts with
 /// the program name. Never throws. Main thread only; requires an application object.

@@ -37,4 +37,12 @@ template <RawRepresentable OutputMode> class DeliveryArguments {
 void runDelivery(DeliveryFlow &flow, CliSession &session, const CommandCall &call,
                  const QString &initialText = {});
 
+/// "Succeeded 3, failed 1, cancelled 0"
+template <typename Result> QString deliveryCounts(const Result &result) {
+    return QStringLiteral("Succeeded %1, failed %2, cancelled %3")
+        .arg(result.succeeded.size())
+        .arg(result.failedCount())
+        .arg(result.cancelledCount);
+}
+
 } // namespace corvane

@@ -1,12 +1,69 @@
 #include "cli/DeliveryArguments.h"
-#include "cli/HandoffOutput.h"
+#include "cli/JSONMembers.h"
+#include "delivery/handoff/HandoffTexts.h"
 #include "delivery/handoff/SelectsHandoffViewModel.h"
 #include "media/ExportSession.h"
 #include "platform/InterruptWatcher.h"
+#include "platform/Paths.h"
 
 namespace corvane {
 
+CORVANE_JSON_FIELDS(HandoffRowFailure, videoId, videoFileName, error, cancelled);
+
 namespace {
+
+void writeHandoffResult(JSONWriter &writer, const HandoffResult &result) {
+    writeMember(writer, "packageFolder", result.packageFolder);
+    writeMember(writer, "projectFile", result.projectFileURL);
+    writeMember(writer, "succeeded", int(result.succeeded.size()));
+    writeMember(writer, "failed", result.failedCount());
+    writeMember(writer, "cancelledCount", result.cancelledCount);
+    writeMember(writer, "cancelled", result.cancelled);
+    writeMember(writer, "generalError", result.generalError);
+    writeMember(writer, "failures", result.failed);
+}
+
+void printHandoffResult(const CommandCall &call, const HandoffResult &result) {
+    const bool isEmpty =
+        result.succeeded.isEmpty() && result.failed.isEmpty() && !result.generalError;
+    if (isEmpty) {
+        call.printLine(QStringLiteral("Nothing to hand off."));
+        return;
+    }
+    for (const HandoffRowOutcome &row : result.succeeded) {
+        call.printLine(QStringLiteral("Handed over ") + row.destinationPath);
+        if (row.hdPath) {
+            call.printLine(QStringLiteral("Handed over ") + *row.hdPath);
+        }
+    }
+    call.printLine(HandoffTexts::headline(result));
+    call.printLine(deliveryCounts(result));
+    if (result.projectFileURL) {
+        call.printLine(QStringLiteral("Package: ") + *result.projectFileURL);
+    }
+}
+
+/// Prints failures on standard error. Returns true if there are none: every requested output was
+/// written.
+bool printHandoffFailures(const CommandCall &call, const HandoffResult &result,
+                          HandoffOutputMode outputMode) {
+    for (const HandoffRowFailure &failure : result.failed) {
+        call.printNotice(HandoffTexts::row(failure));
+    }
+    bool isDone = result.failed.isEmpty();
+    for (const HandoffRowOutcome &row : result.succeeded) {
+        if (outputMode == HandoffOutputMode::primaryAndHd && !row.hdPath) {
+            isDone = false;
+            call.printNotice(paths::lastComponent(row.destinationPath) +
+                             QStringLiteral(": There is no HD copy of it."));
+        }
+    }
+    if (result.generalError) {
+        isDone = false;
+        call.printNotice(*result.generalError);
+    }
+    return isDone;
+}
 
 int runHandoff(const CommandCall &call) {
     const auto destination = call.pathValue("to");
@@ -14,8 +71,7 @@ int runHandoff(const CommandCall &call) {
         throw UsageError(QStringLiteral("--to is missing."));
     }
     const DeliveryArguments<HandoffOutputMode> arguments(call);
-    CliSession session(call.console());
-    session.open(call.path(0));
+    CliSession session(call);
     SelectsHandoffViewModel flow(&session.store(), media::ffmpegExportSessions(), {},
                                  call.console().userDefaults());
     flow.reset(session.project());
@@ -30,17 +86,14 @@ int runHandoff(const CommandCall &call) {
         call.printNotice(*notice);
         isDone = false;
     }
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) { writeHandoffResult(writer, result); });
-    } else {
-        printHandoffResult(call, result);
-    }
+    call.printResult([&](JSONWriter &writer) { writeHandoffResult(writer, result); },
+                     [&] { printHandoffResult(call, result); });
     return isDone && !watcher.wasInterrupted() ? kAllDone : kRefused;
 }
 
 } // namespace
 
-Command handoffCommand() {
+CliCommand handoffCommand() {
     return {
         .name = QStringLiteral("handoff"),
         .synopsis = QStringLiteral("PROJECT"),
@@ -56,8 +109,6 @@ Command handoffCommand() {
                 valueOption("output", "OUTPUT", "primary-only or primary-and-hd."),
                 valueOption("handles", "S", "Seconds to add at both ends of extracted subclips.")} +
             NamingArguments::options(),
-        .fewestArguments = 1,
-        .mostArguments = 1,
         .run = runHandoff};
 }
 

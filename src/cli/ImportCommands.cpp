@@ -20,7 +20,7 @@ QStringList sourcesFrom(const CommandCall &call, int index) {
     const QStringList sources = call.pathsFrom(index);
     for (const QString &source : sources) {
         try {
-            (void)fileSystem().status(source);
+            (void)fileSystem().status(source); // throws unless the source exists and can be reached
         } catch (const FileError &error) {
             throw Failure(QStringLiteral("Cannot read %1: %2. Nothing was changed.")
                               .arg(source, error.description()));
@@ -54,20 +54,13 @@ void printLeftOut(const CommandCall &call, const LeftOut &leftOut) {
 }
 
 void writeScan(JSONWriter &writer, const QList<ScannedVideo> &videos) {
-    writer.beginObject();
-    writer.key("videos");
-    writer.beginArray();
-    for (const ScannedVideo &video : videos) {
-        writer.beginObject();
+    writeRows(writer, "videos", videos, [&](const ScannedVideo &video) {
         writeMember(writer, "path", video.url);
         writeMember(writer, "fileSizeBytes", video.fileSizeBytes);
         writeMember(writer, "sidecarPath", video.sidecarURL);
         writeMember(writer, "sidecarType", video.sidecarType);
         writeMember(writer, "contentHash", video.contentHash);
-        writer.endObject();
-    }
-    writer.endArray();
-    writer.endObject();
+    });
 }
 
 void printScan(const CommandCall &call, const ImportViewModel &flow) {
@@ -79,7 +72,6 @@ void printScan(const CommandCall &call, const ImportViewModel &flow) {
     }
     table.print(call);
     call.printLine(foundText(flow.previewRows()) + alreadyImportedText(flow.previewRows()));
-    printLeftOut(call, flow.leftOut());
 }
 
 int runScan(const CommandCall &call) {
@@ -87,12 +79,9 @@ int runScan(const CommandCall &call) {
     ImportViewModel flow(nullptr);
     const InterruptWatcher watcher([&flow] { flow.cancelScan(); });
     scanSources(flow, sources, call);
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) { writeScan(writer, flow.scannedVideos()); });
-        printLeftOut(call, flow.leftOut());
-    } else {
-        printScan(call, flow);
-    }
+    call.printResult([&](JSONWriter &writer) { writeScan(writer, flow.scannedVideos()); },
+                     [&] { printScan(call, flow); });
+    printLeftOut(call, flow.leftOut());
     return kAllDone;
 }
 
@@ -119,14 +108,12 @@ void importRows(ImportViewModel &flow, const CommandCall &call) {
 }
 
 void writeResult(JSONWriter &writer, const ImportResult &result) {
-    writer.beginObject();
     writeMember(writer, "succeeded", result.succeededCount);
     writeMember(writer, "skipped", result.skippedCount);
     writeMember(writer, "failed", result.failedCount);
     writeMember(writer, "sidecarsImported", result.sidecarsImportedCount);
     writeMember(writer, "failures", result.failures);
     writeMember(writer, "videos", result.importedVideoIds);
-    writer.endObject();
 }
 
 void printResult(const CommandCall &call, const ImportResult &result) {
@@ -158,8 +145,7 @@ int runImport(const CommandCall &call) {
         throw UsageError(QStringLiteral("--to names the folder for copies, so it needs --copy."));
     }
     const QStringList sources = sourcesFrom(call, 1);
-    CliSession session(call.console());
-    session.open(call.path(0));
+    CliSession session(call);
     ImportViewModel flow(&session.store());
     const InterruptWatcher watcher([&flow] {
         flow.cancelScan();
@@ -178,11 +164,8 @@ int runImport(const CommandCall &call) {
     for (const ImportFailure &failure : std::as_const(result.failures)) {
         call.printNotice(failure.filename + QStringLiteral(": ") + failure.message);
     }
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) { writeResult(writer, result); });
-    } else {
-        printResult(call, result);
-    }
+    call.printResult([&](JSONWriter &writer) { writeResult(writer, result); },
+                     [&] { printResult(call, result); });
     printLeftOut(call, flow.leftOut());
     if (watcher.wasInterrupted()) {
         call.printNotice(QStringLiteral("Cancelled"));
@@ -200,25 +183,21 @@ const char kRecursiveHelp[] = "Look into folders below the sources too.";
 
 } // namespace
 
-Command scanCommand() {
+CliCommand scanCommand() {
     return {.name = QStringLiteral("scan"),
             .synopsis = QStringLiteral("SOURCE..."),
             .summary = QStringLiteral("Lists the media files in folders and their sidecar files."),
             .options = {flagOption("recursive", kRecursiveHelp)},
-            .fewestArguments = 1,
-            .mostArguments = -1,
             .run = runScan};
 }
 
-Command importCommand() {
+CliCommand importCommand() {
     return {.name = QStringLiteral("import"),
             .synopsis = QStringLiteral("PROJECT SOURCE..."),
             .summary = QStringLiteral("Adds the media files of folders to a project."),
             .options = {flagOption("recursive", kRecursiveHelp),
                         flagOption("copy", "Copy the files into the project's media folder."),
                         valueOption("to", "FOLDER", "Copy them into this folder instead.")},
-            .fewestArguments = 2,
-            .mostArguments = -1,
             .run = runImport};
 }
 

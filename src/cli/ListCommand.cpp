@@ -32,8 +32,7 @@ ReviewState reviewStateOf(const CommandCall &call) {
 
 int runList(const CommandCall &call) {
     const ReviewState state = reviewStateOf(call);
-    CliSession session(call.console());
-    session.open(call.path(0));
+    CliSession session(call);
     ReviewIndex index;
     index.update(session.project().videos);
     ClipOrder order;
@@ -42,25 +41,23 @@ int runList(const CommandCall &call) {
     const QList<MixedSidebarRow> rows = listing.shownRows(clips);
     const qsizetype total = listing.totalCount();
     const QString label = state.countLabel(rows.size(), total);
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) {
-            writer.beginObject();
+    call.printResult(
+        [&](JSONWriter &writer) {
             writeMember(writer, "visible", rows.size());
             writeMember(writer, "total", total);
             writeMember(writer, "label", label);
             writeReviewRows(writer, rows);
-            writer.endObject();
+        },
+        [&] {
+            printReviewRows(call, rows);
+            call.printLine(label);
         });
-    } else {
-        printReviewRows(call, rows);
-        call.printLine(label);
-    }
     return kAllDone;
 }
 
 } // namespace
 
-Command listCommand() {
+CliCommand listCommand() {
     return {.name = QStringLiteral("list"),
             .synopsis = QStringLiteral("PROJECT"),
             .summary = QStringLiteral("Lists clips and subclips, filtered and sorted."),
@@ -77,8 +74,6 @@ Command listCommand() {
                         valueOption("sort", "KEY",
                                     "The clips' order: filename, imported, rating "
                                     "or duration.")},
-            .fewestArguments = 1,
-            .mostArguments = 1,
             .run = runList};
 }
 

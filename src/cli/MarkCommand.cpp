@@ -1,6 +1,5 @@
 #include "cli/ArgumentValues.h"
 #include "cli/CliSession.h"
-#include "cli/JSONMembers.h"
 #include "cli/ReviewRows.h"
 
 namespace corvane {
@@ -68,8 +67,7 @@ void markClip(ProjectStore &store, const QString &id, const Marks &marks) {
 
 int runMark(const CommandCall &call) {
     const Marks marks = marksOf(call);
-    CliSession session(call.console());
-    session.open(call.path(0));
+    CliSession session(call);
     const QStringList ids = session.resolveClips(call.arguments().mid(1));
     {
         const ProjectStore::UndoBatch batch(session.store());
@@ -85,21 +83,14 @@ int runMark(const CommandCall &call) {
             rows.append({video, {}});
         }
     }
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) {
-            writer.beginObject();
-            writeReviewRows(writer, rows);
-            writer.endObject();
-        });
-    } else {
-        printReviewRows(call, rows);
-    }
+    call.printResult([&](JSONWriter &writer) { writeReviewRows(writer, rows); },
+                     [&] { printReviewRows(call, rows); });
     return kAllDone;
 }
 
 } // namespace
 
-Command markCommand() {
+CliCommand markCommand() {
     return {.name = QStringLiteral("mark"),
             .synopsis = QStringLiteral("PROJECT CLIP..."),
             .summary = QStringLiteral("Rates, flags, tags and annotates clips."),
@@ -111,8 +102,6 @@ Command markCommand() {
                         valueOption("notes", "T", "The notes; an empty text removes them."),
                         valueOption("tag", "T", "Add a tag. May be given more than once."),
                         valueOption("untag", "T", "Remove a tag. May be given more than once.")},
-            .fewestArguments = 2,
-            .mostArguments = -1,
             .run = runMark};
 }
 

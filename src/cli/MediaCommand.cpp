@@ -1,5 +1,6 @@
 #include "cli/ArgumentValues.h"
 #include "cli/CliSession.h"
+#include "cli/JSONMembers.h"
 #include "platform/Tasks.h"
 #include "session/MediaConfirmationBanner.h"
 
@@ -74,20 +75,15 @@ void printBanners(const CommandCall &call, const MediaConfirmation &state) {
 
 int runMedia(const CommandCall &call) {
     const QList<Kind> kinds = kindsToConfirm(call);
-    CliSession session(call.console(), ContentHashMigration::Awaited);
-    session.open(call.path(0));
+    CliSession session(call, ContentHashMigration::Awaited);
     ProjectStore &store = session.store();
     bool isDone = true;
     for (const Kind kind : kinds) {
         isDone = confirm(store, kind, call) && isDone;
     }
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) {
-            JSONCodec<MediaConfirmation>::encode(writer, store.mediaConfirmation());
-        });
-    } else {
-        printBanners(call, store.mediaConfirmation());
-    }
+    const MediaConfirmation &state = store.mediaConfirmation();
+    call.printResult([&](JSONWriter &writer) { writeMembers(writer, state); },
+                     [&] { printBanners(call, state); });
     if (const auto &notice = store.authorization().unsavedNotice()) {
         call.printNotice(*notice);
         isDone = false;
@@ -97,15 +93,13 @@ int runMedia(const CommandCall &call) {
 
 } // namespace
 
-Command mediaCommand() {
+CliCommand mediaCommand() {
     return {.name = QStringLiteral("media"),
             .synopsis = QStringLiteral("PROJECT"),
             .summary = QStringLiteral("Tells which media wait for a confirmation, and confirms."),
             .options = {valueOption("confirm", "WHICH",
                                     "Confirm media: legacy-package, carried-over, unresolved or "
                                     "changed. May be given more than once.")},
-            .fewestArguments = 1,
-            .mostArguments = 1,
             .run = runMedia};
 }
 

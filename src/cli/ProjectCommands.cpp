@@ -1,12 +1,39 @@
 #include "cli/CliSession.h"
-#include "cli/ProjectOutput.h"
-
+#include "cli/JSONMembers.h"
 #include "platform/FileSystem.h"
 #include "session/ProjectName.h"
 
 namespace corvane {
 
 namespace {
+
+void printField(const CommandCall &call, const QString &name, const std::optional<QString> &value) {
+    if (value) {
+        call.printLine(name.leftJustified(16) + *value);
+    }
+}
+
+/// Writes the members of the document and the numbers of its clips and subclips.
+void writeProject(JSONWriter &writer, const Project &project) {
+    writeMembers(writer, project);
+    writeMember(writer, "clips", project.videos.size());
+    writeMember(writer, "subclips", project.subclipCount());
+}
+
+void printProject(const CommandCall &call, const Project &project) {
+    printField(call, QStringLiteral("Project"), project.displayName());
+    printField(call, QStringLiteral("File"), project.filePath);
+    printField(call, QStringLiteral("Id"), project.id);
+    printField(call, QStringLiteral("Shoot date"), project.shootDate);
+    printField(call, QStringLiteral("Client, series"), project.clientOrSeries);
+    printField(call, QStringLiteral("Location"), project.location);
+    printField(call, QStringLiteral("Notes"), project.notes);
+    printField(call, QStringLiteral("Created"), isoDate::toText(project.createdAt));
+    printField(call, QStringLiteral("Updated"), isoDate::toText(project.updatedAt));
+    printField(call, QStringLiteral("Clips"), QString::number(project.videos.size()));
+    printField(call, QStringLiteral("Subclips"), QString::number(project.subclipCount()));
+    printField(call, QStringLiteral("Export runs"), QString::number(project.exportBatches.size()));
+}
 
 /// Validates a project name by the rules of the setup screen.
 QString projectNameOf(const CommandCall &call) {
@@ -35,29 +62,24 @@ int runCreate(const CommandCall &call) {
         throw Failure(QStringLiteral("%1 already exists. Nothing was changed.").arg(file));
     }
     session.create(fields, file);
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) { writeProject(writer, session.project()); });
-    } else {
-        call.printLine(session.store().statusMessage().value_or(QString()));
-        call.printLine(file);
-    }
+    call.printResult([&](JSONWriter &writer) { writeProject(writer, session.project()); },
+                     [&] {
+                         call.printLine(session.store().statusMessage().value_or(QString()));
+                         call.printLine(file);
+                     });
     return kAllDone;
 }
 
 int runInfo(const CommandCall &call) {
-    CliSession session(call.console());
-    session.open(call.path(0));
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) { writeProject(writer, session.project()); });
-    } else {
-        printProject(call, session.project());
-    }
+    CliSession session(call);
+    call.printResult([&](JSONWriter &writer) { writeProject(writer, session.project()); },
+                     [&] { printProject(call, session.project()); });
     return kAllDone;
 }
 
 } // namespace
 
-Command createCommand() {
+CliCommand createCommand() {
     return {.name = QStringLiteral("create"),
             .synopsis = QStringLiteral("PROJECT --name NAME"),
             .summary = QStringLiteral("Creates a project."),
@@ -66,17 +88,13 @@ Command createCommand() {
                         valueOption("client", "T", "The client or series."),
                         valueOption("location", "T", "Where it was shot."),
                         valueOption("notes", "T", "Notes.")},
-            .fewestArguments = 1,
-            .mostArguments = 1,
             .run = runCreate};
 }
 
-Command infoCommand() {
+CliCommand infoCommand() {
     return {.name = QStringLiteral("info"),
             .synopsis = QStringLiteral("PROJECT"),
             .summary = QStringLiteral("Shows what a project is."),
-            .fewestArguments = 1,
-            .mostArguments = 1,
             .run = runInfo};
 }
 

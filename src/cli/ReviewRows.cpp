@@ -59,7 +59,6 @@ QStringList cellsOf(const MixedSidebarRow &row) {
 } // namespace
 
 void writeReviewRow(JSONWriter &writer, const MixedSidebarRow &row) {
-    writer.beginObject();
     if (row.subclip) {
         writeMember(writer, "kind", QStringLiteral("subclip"));
         writeMember(writer, "parentId", row.video->id);
@@ -70,16 +69,11 @@ void writeReviewRow(JSONWriter &writer, const MixedSidebarRow &row) {
         writeMember(writer, "parentId", std::optional<QString>());
         writeMembers(writer, *row.video);
     }
-    writer.endObject();
 }
 
 void writeReviewRows(JSONWriter &writer, const QList<MixedSidebarRow> &rows) {
-    writer.key("rows");
-    writer.beginArray();
-    for (const MixedSidebarRow &row : rows) {
-        writeReviewRow(writer, row);
-    }
-    writer.endArray();
+    writeRows(writer, "rows", rows,
+              [&](const MixedSidebarRow &row) { writeReviewRow(writer, row); });
 }
 
 void printReviewRows(const CommandCall &call, const QList<MixedSidebarRow> &rows) {

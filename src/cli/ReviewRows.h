@@ -6,8 +6,10 @@
 /// How commands show rows of the review: clips, and subclips with the clip that they belong to.
 namespace corvane {
 
-/// "kind", "parentId" (null for a clip), the clip's "fileName" and every field of the record.
+/// Writes the members "kind", "parentId" (null for a clip), "fileName" of the clip, and every field
+/// of the record.
 void writeReviewRow(JSONWriter &writer, const MixedSidebarRow &row);
+/// Writes the member "rows", an array of them.
 void writeReviewRows(JSONWriter &writer, const QList<MixedSidebarRow> &rows);
 
 /// A line for each row.

@@ -48,30 +48,24 @@ MixedSidebarRow addSubclip(ProjectStore &store, const QString &videoId, const Su
 
 int runSubclip(const CommandCall &call) {
     const SubclipMarks marks = subclipMarksOf(call);
-    CliSession session(call.console());
-    session.open(call.path(0));
+    CliSession session(call);
     const QString videoId = session.resolveClips({call.argument(1)}).first();
     const MixedSidebarRow row = addSubclip(session.store(), videoId, marks);
     session.save();
-    if (call.isJSON()) {
-        call.printJSON([&](JSONWriter &writer) { writeReviewRow(writer, row); });
-    } else {
-        printReviewRows(call, {row});
-    }
+    call.printResult([&](JSONWriter &writer) { writeReviewRow(writer, row); },
+                     [&] { printReviewRows(call, {row}); });
     return kAllDone;
 }
 
 } // namespace
 
-Command subclipCommand() {
+CliCommand subclipCommand() {
     return {.name = QStringLiteral("subclip"),
             .synopsis = QStringLiteral("PROJECT CLIP IN OUT"),
             .summary = QStringLiteral("Marks a range of a clip, in seconds, as a subclip."),
             .options = {valueOption("label", "T", "The subclip's label."),
                         valueOption("rating", "N", "0 to 5 stars."),
                         valueOption("select", "on|off", "Selected for export; on unless said.")},
-            .fewestArguments = 4,
-            .mostArguments = 4,
             .run = runSubclip};
 }
 

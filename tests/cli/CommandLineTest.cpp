@@ -72,7 +72,7 @@ TEST_F(CommandLine, PrintsOneJSONObjectEvenOnFailure) {
 TEST_F(CommandLine, PrintsHelpForTheProgramAndEachCommand) {
     EXPECT_EQ(run("--help"), kAllDone);
     const std::string help = console.output.toStdString();
-    for (const Command &command : commands()) {
+    for (const CliCommand &command : commands()) {
         const std::string name = command.name.toStdString();
         EXPECT_THAT(help, HasSubstr("  " + name));
         EXPECT_EQ(run((name + " --help").c_str()), kAllDone);
