@@ -97,8 +97,8 @@ void handoffOurs(benchmark::State &state) {
         clearOutputs();
         state.ResumeTiming();
         SelectsHandoffEngine engine(footage.authorization(), media::ffmpegExportSessions());
-        const HandoffResult result =
-            waitUntilDone(engine.run(footage.plan(), [](const HandoffProgress &) {}));
+        const HandoffResult result = waitUntilDone(engine.run(
+            footage.plan(), [](const HandoffProgress &) {}, std::make_shared<CancelToken>()));
         if (result.succeeded.size() != kClips || result.generalError) {
             state.SkipWithError("a handoff lost clips");
         }

@@ -211,7 +211,7 @@ void measureResponsiveness(ProjectScreen &screen, CorvaneApp &app, const QString
     longestTurnUntil([&] { return exporting.canStart(); });
     exporting.start();
     const double delivering =
-        longestTurnUntil([&] { return exporting.stage() == DeliverySheet::Stage::Done; });
+        longestTurnUntil([&] { return exporting.stage() == DeliveryFlow::Stage::done; });
     if (exporting.result().failed > 0 || exporting.result().succeeded == 0) {
         qFatal("the export failed");
     }

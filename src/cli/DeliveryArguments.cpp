@@ -15,8 +15,8 @@ void runDelivery(DeliveryFlow &flow, CliSession &session, const CommandCall &cal
         }
         const QObject context;
         QObject::connect(&flow, &DeliveryFlow::progressChanged, &context, [&] {
-            if (const QString fileName = flow.currentFilename(); !fileName.isEmpty()) {
-                line.show(flow.overallFraction(), fileName);
+            if (const auto row = flow.currentRow(); row && !row->fileName.isEmpty()) {
+                line.show(flow.overallFraction(), row->fileName);
             }
         });
         waitUntilDone(flow.start(session.project()));

@@ -119,7 +119,7 @@ int runExport(const CommandCall &call) {
     ExportViewModel flow(&session.store(), media::ffmpegExportSessions());
     flow.reset(session.project());
     if (outputFolder) {
-        flow.setOutputFolder(outputFolder);
+        flow.setFolder(outputFolder);
     }
     flow.setIncludeWholeVideoSelects(!call.isSet("no-clips"));
     flow.setIncludeSubclipSelects(!call.isSet("no-subclips"));

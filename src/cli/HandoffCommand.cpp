@@ -75,7 +75,7 @@ int runHandoff(const CommandCall &call) {
     SelectsHandoffViewModel flow(&session.store(), media::ffmpegExportSessions(), {},
                                  call.console().userDefaults());
     flow.reset(session.project());
-    flow.setDestinationFolder(destination);
+    flow.setFolder(destination);
     flow.setProjectName(call.value("name").value_or(flow.choices().projectName));
     arguments.apply(flow);
     const InterruptWatcher watcher([&flow] { flow.requestCancel(); });

@@ -2,6 +2,8 @@
 
 #include "delivery/ExportNaming.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 /// The choices that every kind of delivery offers.
@@ -16,6 +18,10 @@ struct DeliveryChoices {
 
 /// Returns the range of a subclip extended by the handles. The result does not start below 0, and
 /// does not end after `clipDuration` unless that is unknown (0).
-ClipRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration);
+inline ClipRange widenedRange(const Subclip &subclip, double handleSeconds, double clipDuration) {
+    const double out = subclip.outSeconds + handleSeconds;
+    return {std::max(subclip.inSeconds - handleSeconds, 0.0),
+            clipDuration > 0 ? std::min(out, clipDuration) : out};
+}
 
 } // namespace corvane

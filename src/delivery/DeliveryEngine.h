@@ -16,12 +16,6 @@ class DeliveryEngine {
             m_cancelToken->request();
         }
     }
-    /// Aborts the current output. A no-op before a run.
-    void abort() {
-        if (m_cancelToken) {
-            m_cancelToken->abort();
-        }
-    }
     bool isRunning() const { return m_isRunning; }
     /// Token of the current or last run; nullptr before the first.
     const std::shared_ptr<CancelToken> &cancelToken() const { return m_cancelToken; }

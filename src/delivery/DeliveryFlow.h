@@ -29,6 +29,14 @@ class DeliveryFlow : public QObject {
 
   public:
     enum class Stage { configure, running, done };
+    Q_ENUM(Stage)
+
+    /// The row of a run that is in progress.
+    struct CurrentRow {
+        int index = 0; ///< from 0
+        int total = 0;
+        QString fileName; ///< empty before the first output
+    };
 
     ~DeliveryFlow() override;
 
@@ -37,8 +45,8 @@ class DeliveryFlow : public QObject {
     const std::optional<QString> &projectDisplayName() const { return m_projectDisplayName; }
     /// Completed part of the run, from 0 to 1; never decreases. Changes with `progressChanged`.
     double overallFraction() const { return m_overallFraction; }
-    /// File name of the current row; empty before the first.
-    virtual QString currentFilename() const = 0;
+    /// nullopt before the first row. Changes with `progressChanged`.
+    virtual std::optional<CurrentRow> currentRow() const = 0;
     /// Why the backup before the run failed. The run goes on without it.
     const std::optional<QString> &backupError() const { return m_backupError; }
     CancelStage cancelStage() const { return m_cancelToken->stage(); }
@@ -111,7 +119,7 @@ class DeliveryFlow : public QObject {
 };
 
 /// The part of a flow that depends on the types of its kind of delivery.
-template <class Choices, class Progress, class Result>
+template <class Choices, class Progress, class Result, auto folderField>
 class TypedDeliveryFlow : public DeliveryFlow {
   public:
     const Choices &choices() const override { return m_choices; }
@@ -119,9 +127,16 @@ class TypedDeliveryFlow : public DeliveryFlow {
     const std::optional<Progress> &progress() const { return m_progress; }
     /// nullopt before the end of the run.
     const std::optional<Result> &result() const { return m_result; }
-    QString currentFilename() const override {
-        return m_progress ? m_progress->currentFilename : QString();
+    std::optional<CurrentRow> currentRow() const override {
+        return m_progress.transform([](const Progress &row) {
+            return CurrentRow{row.index, row.total, row.currentFilename};
+        });
     }
+    const std::optional<QString> &folder() const override { return m_choices.*folderField; }
+    void setFolder(const std::optional<QString> &folder) override {
+        choose(folderField, standardizedFolder(folder));
+    }
+    void setOutputMode(decltype(Choices::outputMode) mode) { choose(&Choices::outputMode, mode); }
 
   protected:
     using DeliveryFlow::DeliveryFlow;

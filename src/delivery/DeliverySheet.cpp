@@ -7,6 +7,8 @@
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 
+#include <QMetaEnum>
+
 namespace corvane {
 
 namespace {
@@ -15,12 +17,14 @@ namespace {
 constexpr std::chrono::milliseconds kQuickPlan{8};
 constexpr std::chrono::milliseconds kTypingPause{120};
 
-constexpr std::array kModes{ExportBatch::Mode::fastCopy, ExportBatch::Mode::accurateTranscode};
-constexpr std::array kHandleSeconds{0.0, 0.5, 1.0, 2.0, 4.0};
-
-QString handleLabel(double seconds) {
-    return seconds == 0 ? QStringLiteral("None") : QString::number(seconds) + QLatin1Char('s');
-}
+constexpr std::array<segments::Segment<ExportBatch::Mode>, 2> kModes{{
+    {ExportBatch::Mode::fastCopy, "Fast copy",
+     "Whole-clips: byte-level copy (no re-encode). Subclips: stream pass-through (GOP-snapped, may "
+     "extend trim ~1–2s)."},
+    {ExportBatch::Mode::accurateTranscode, "Accurate transcode"},
+}};
+constexpr std::array<segments::Segment<double>, 5> kHandleSeconds{
+    {{0, "None"}, {0.5, "0.5s"}, {1, "1s"}, {2, "2s"}, {4, "4s"}}};
 
 /// Returns the folder or its nearest existing ancestor, because a panel cannot start elsewhere.
 QString existingFolder(QString folder) {
@@ -39,9 +43,10 @@ QString existingFolder(QString folder) {
 
 } // namespace
 
-DeliverySheet::DeliverySheet(DeliveryFlow &flow, ProjectStore &store, FilePanels &panels,
-                             Clock &clock, QObject *parent)
+DeliverySheet::DeliverySheet(Texts texts, DeliveryFlow &flow, ProjectStore &store,
+                             FilePanels &panels, Clock &clock, QObject *parent)
     : QObject(parent),
+      m_texts(std::move(texts)),
       m_flow(flow),
       m_store(store),
       m_panels(panels),
@@ -56,20 +61,12 @@ DeliverySheet::DeliverySheet(DeliveryFlow &flow, ProjectStore &store, FilePanels
 
 DeliverySheet::~DeliverySheet() = default;
 
-DeliverySheet::Stage DeliverySheet::stage() const {
-    switch (m_flow.stage()) {
-    case DeliveryFlow::Stage::configure:
-        return Stage::Configure;
-    case DeliveryFlow::Stage::running:
-        return Stage::Running;
-    case DeliveryFlow::Stage::done:
-        break;
-    }
-    return Stage::Done;
+QString DeliverySheet::stageName() const {
+    return QString::fromLatin1(QMetaEnum::fromType<Stage>().valueToKey(int(stage())));
 }
 
 QString DeliverySheet::folder() const {
-    return DeliveryTexts::folder(m_flow.folder());
+    return m_flow.folder().value_or(QStringLiteral("(none chosen)"));
 }
 
 QString DeliverySheet::folderLine() const {
@@ -77,14 +74,17 @@ QString DeliverySheet::folderLine() const {
 }
 
 DeliveryChoice DeliverySheet::mode() const {
-    return {segments::labels(kModes, DeliveryTexts::label),
-            segments::indexOf(kModes, m_flow.choices().mode), modeHelp()};
+    DeliveryChoice choice = segments::choice(kModes, m_flow.choices().mode);
+    if (choice.help.isEmpty()) {
+        choice.help = m_texts.transcodeHelp;
+    }
+    return choice;
 }
 
 DeliveryChoice DeliverySheet::handles() const {
-    return {segments::labels(kHandleSeconds, handleLabel),
-            segments::indexOf(kHandleSeconds, m_flow.choices().subclipHandleSeconds),
-            handlesHelp()};
+    DeliveryChoice choice = segments::choice(kHandleSeconds, m_flow.choices().subclipHandleSeconds);
+    choice.help = m_texts.handlesHelp;
+    return choice;
 }
 
 void DeliverySheet::chooseMode(int index) {
@@ -104,10 +104,10 @@ QString DeliverySheet::cancelText() const {
 }
 
 void DeliverySheet::open() {
-    if (m_isOpen || (!m_store.project() && stage() != Stage::Running)) {
+    if (m_isOpen || (!m_store.project() && stage() != Stage::running)) {
         return;
     }
-    if (stage() != Stage::Running) {
+    if (stage() != Stage::running) {
         resetFlow(*m_store.project());
     }
     setOpen(true);
@@ -120,7 +120,7 @@ void DeliverySheet::resetFlow(const Project &project) {
 }
 
 void DeliverySheet::dismiss() {
-    if (m_isOpen && stage() != Stage::Running) {
+    if (m_isOpen && stage() != Stage::running) {
         m_planTimer.reset();
         setOpen(false);
         Q_EMIT dismissed();
@@ -128,7 +128,7 @@ void DeliverySheet::dismiss() {
 }
 
 void DeliverySheet::again() {
-    if (stage() != Stage::Done) {
+    if (stage() != Stage::done) {
         return;
     }
     if (m_store.project()) {
@@ -146,22 +146,22 @@ void DeliverySheet::setOpen(bool isOpen) {
 }
 
 void DeliverySheet::chooseFolder() {
-    if (stage() != Stage::Configure) {
+    if (stage() != Stage::configure) {
         return;
     }
     const auto chosen = m_flow.folder();
-    const FilePanels::ChoosePanel panel{.message = folderPanelMessage(),
+    const FilePanels::ChoosePanel panel{.message = m_texts.folderPanelMessage,
                                         .startFolder =
                                             chosen ? existingFolder(*chosen) : QString()};
     m_panels.chooseFolder(panel, [self = QPointer(this)](const QString &folder) {
-        if (self && self->m_isOpen && self->stage() == Stage::Configure) {
+        if (self && self->m_isOpen && self->stage() == Stage::configure) {
             self->m_flow.setFolder(folder);
         }
     });
 }
 
 void DeliverySheet::start() {
-    if (canStart() && stage() == Stage::Configure && m_store.project()) {
+    if (canStart() && stage() == Stage::configure && m_store.project()) {
         detach(m_flow.start(*m_store.project()));
     }
 }
@@ -175,7 +175,7 @@ void DeliverySheet::reveal(const QString &path) {
 }
 
 void DeliverySheet::followProject() {
-    if (!m_isOpen || stage() != Stage::Configure) {
+    if (!m_isOpen || stage() != Stage::configure) {
         return;
     }
     if (m_store.project() && m_store.fileURL() == m_projectFile) {
@@ -195,7 +195,7 @@ void DeliverySheet::planSoon() {
 
 void DeliverySheet::planNow() {
     m_planTimer.reset();
-    if (!m_store.project() || stage() != Stage::Configure) {
+    if (!m_store.project() || stage() != Stage::configure) {
         return;
     }
     const auto startTime = m_clock.monotonic();
@@ -214,7 +214,7 @@ void DeliverySheet::updateCanStart() {
 
 void DeliverySheet::handleChoices() {
     Q_EMIT choicesChanged();
-    if (m_isOpen && stage() == Stage::Configure) {
+    if (m_isOpen && stage() == Stage::configure) {
         if (planDependsOnChoices()) {
             planSoon();
         }
@@ -223,12 +223,12 @@ void DeliverySheet::handleChoices() {
 }
 
 void DeliverySheet::handleStage() {
-    if (stage() == Stage::Running) {
+    if (stage() == Stage::running) {
         m_planTimer.reset();
         m_remaining.emplace(m_clock.monotonic());
         updateRun();
     }
-    if (stage() == Stage::Done) {
+    if (stage() == Stage::done) {
         updateResult();
     }
     Q_EMIT stageChanged();
@@ -236,10 +236,10 @@ void DeliverySheet::handleStage() {
 
 void DeliverySheet::updateRun() {
     m_run = {.line = DeliveryTexts::checkingLine(), .fraction = m_flow.overallFraction()};
-    if (const auto texts = progressTexts()) {
-        m_run.line = texts->line;
+    if (const auto row = m_flow.currentRow()) {
+        m_run.line = DeliveryTexts::progressLine(row->index, row->total, row->fileName);
         m_run.percent = DeliveryTexts::percent(m_run.fraction);
-        m_run.details = texts->details;
+        m_run.details = progressDetails();
         if (m_remaining) {
             m_run.timeLeft = m_remaining->text(m_run.fraction, m_clock.monotonic());
         }

@@ -19,7 +19,8 @@ namespace corvane {
 class DeliverySheet : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
-    Q_PROPERTY(corvane::DeliverySheet::Stage stage READ stage NOTIFY stageChanged)
+    /// Name of the `DeliveryFlow::Stage`.
+    Q_PROPERTY(QString stage READ stageName NOTIFY stageChanged)
 
     // Configure.
     Q_PROPERTY(QString folder READ folder NOTIFY choicesChanged)
@@ -47,13 +48,12 @@ class DeliverySheet : public QObject {
     Q_PROPERTY(corvane::DeliveryResults *results READ results CONSTANT)
 
   public:
-    enum class Stage { Configure, Running, Done };
-    Q_ENUM(Stage)
+    using Stage = DeliveryFlow::Stage;
 
     ~DeliverySheet() override;
 
     bool isOpen() const { return m_isOpen; }
-    Stage stage() const;
+    Stage stage() const { return m_flow.stage(); }
 
     QString folder() const;
     QString folderLine() const;
@@ -63,7 +63,7 @@ class DeliverySheet : public QObject {
     NamingFields *naming() { return &m_naming; }
     DeliveryRows *rows() { return &m_rows; }
     bool hasRows() const { return m_rows.count() > 0; }
-    virtual QString nothingText() const = 0;
+    const QString &nothingText() const { return m_texts.nothing; }
     bool canStart() const { return isOpen() && m_startHelp.isEmpty(); }
     const QString &startHelp() const { return m_startHelp; }
 
@@ -104,24 +104,24 @@ class DeliverySheet : public QObject {
     void dismissed();
 
   protected:
-    struct ProgressTexts {
-        QString line;
-        QString details;
+    /// Texts that depend on the kind of delivery only.
+    struct Texts {
+        QString nothing; ///< replaces an empty list
+        QString folderPanelMessage;
+        QString transcodeHelp; ///< about mode `accurateTranscode`
+        QString handlesHelp;
     };
-    DeliverySheet(DeliveryFlow &flow, ProjectStore &store, FilePanels &panels, Clock &clock,
-                  QObject *parent);
+    DeliverySheet(Texts texts, DeliveryFlow &flow, ProjectStore &store, FilePanels &panels,
+                  Clock &clock, QObject *parent);
 
-    virtual QString modeHelp() const = 0;
-    virtual QString handlesHelp() const = 0;
-    virtual QString folderPanelMessage() const = 0;
     /// True if the planned rows depend on the choices, not only on the project.
     virtual bool planDependsOnChoices() const = 0;
     /// Returns the planned rows and updates the subclass's summary of them.
     virtual QList<DeliveryRow> plan(const Project &project) = 0;
     /// Why the run cannot be started although a project is open; empty if it can.
     virtual QString obstacle() const = 0;
-    /// nullopt before the first row.
-    virtual std::optional<ProgressTexts> progressTexts() const = 0;
+    /// The state of the current row. Called from the first row on.
+    virtual QString progressDetails() const = 0;
     virtual DeliveryResultTexts resultTexts() const = 0;
 
     /// Fills the counts and the rows. `show` converts an outcome or a failure into a row.
@@ -140,6 +140,7 @@ class DeliverySheet : public QObject {
     }
 
   private:
+    QString stageName() const;
     void resetFlow(const Project &project);
     void handleChoices();
     void handleStage();
@@ -151,6 +152,7 @@ class DeliverySheet : public QObject {
     void updateResult();
     void setOpen(bool isOpen);
 
+    Texts m_texts;
     DeliveryFlow &m_flow;
     ProjectStore &m_store;
     FilePanels &m_panels;

@@ -6,20 +6,6 @@
 
 namespace corvane::DeliveryTexts {
 
-QString folder(const std::optional<QString> &chosen) {
-    return chosen.value_or(QStringLiteral("(none chosen)"));
-}
-
-QString label(ExportBatch::Mode mode) {
-    return mode == ExportBatch::Mode::fastCopy ? QStringLiteral("Fast copy")
-                                               : QStringLiteral("Accurate transcode");
-}
-
-QString fastCopyHelp() {
-    return QStringLiteral("Whole-clips: byte-level copy (no re-encode). Subclips: stream "
-                          "pass-through (GOP-snapped, may extend trim ~1–2s).");
-}
-
 QString symbol(ExportRowKind kind) {
     return kind == ExportRowKind::wholeClip ? QStringLiteral("film") : QStringLiteral("scissors");
 }

@@ -6,10 +6,6 @@
 /// Texts that all kinds of delivery share.
 namespace corvane::DeliveryTexts {
 
-// Configure.
-QString folder(const std::optional<QString> &chosen);
-QString label(ExportBatch::Mode mode);
-QString fastCopyHelp();
 /// Icon of a row in the preview.
 QString symbol(ExportRowKind kind);
 

@@ -8,34 +8,16 @@ namespace {
 
 using NumberingMode = ExportNamingOptions::NumberingMode;
 
-constexpr std::array kPresets{NamingPreset::keepOriginal, NamingPreset::projectNameNumber,
-                              NamingPreset::custom};
-constexpr std::array kNumberings{NumberingMode::off, NumberingMode::originalFileNumber,
-                                 NumberingMode::sequential};
-
-QString presetLabel(NamingPreset preset) {
-    switch (preset) {
-    case NamingPreset::keepOriginal:
-        return QStringLiteral("Keep original");
-    case NamingPreset::projectNameNumber:
-        return QStringLiteral("Project name and number");
-    case NamingPreset::custom:
-        break;
-    }
-    return QStringLiteral("Custom");
-}
-
-QString numberingLabel(NumberingMode mode) {
-    switch (mode) {
-    case NumberingMode::off:
-        return QStringLiteral("Off");
-    case NumberingMode::originalFileNumber:
-        return QStringLiteral("Original file number");
-    case NumberingMode::sequential:
-        break;
-    }
-    return QStringLiteral("Sequential (001…)");
-}
+constexpr std::array<segments::Segment<NamingPreset>, 3> kPresets{{
+    {NamingPreset::keepOriginal, "Keep original"},
+    {NamingPreset::projectNameNumber, "Project name and number"},
+    {NamingPreset::custom, "Custom"},
+}};
+constexpr std::array<segments::Segment<NumberingMode>, 3> kNumberings{{
+    {NumberingMode::off, "Off"},
+    {NumberingMode::originalFileNumber, "Original file number"},
+    {NumberingMode::sequential, "Sequential (001…)"},
+}};
 
 } // namespace
 
@@ -44,11 +26,11 @@ NamingFields::NamingFields(DeliveryFlow &flow, QObject *parent) : QObject(parent
 }
 
 QStringList NamingFields::presets() {
-    return segments::labels(kPresets, presetLabel);
+    return segments::labels(kPresets);
 }
 
 QStringList NamingFields::numberings() {
-    return segments::labels(kNumberings, numberingLabel);
+    return segments::labels(kNumberings);
 }
 
 int NamingFields::preset() const {

@@ -1,32 +1,45 @@
 #pragma once
 
-#include <QStringList>
+#include "delivery/DeliverySheetTexts.h"
 
 #include <algorithm>
 #include <optional>
 
-/// Maps the values of a choice to the segments of the control that shows them.
+/// The values of a choice, in the order of the segments of its control.
 namespace corvane::segments {
 
+template <typename Value> struct Segment {
+    Value value;
+    const char *label; ///< UTF-8, like `help`
+    const char *help = "";
+};
+
+template <typename Table> QStringList labels(const Table &table) {
+    QStringList texts;
+    for (const auto &segment : table) {
+        texts.append(QString::fromUtf8(segment.label));
+    }
+    return texts;
+}
+
 /// Index of the value, or -1.
-template <typename Values, typename Value> int indexOf(const Values &values, const Value &value) {
-    const auto found = std::ranges::find(values, value);
-    return found == std::ranges::end(values) ? -1 : int(found - std::ranges::begin(values));
+template <typename Table, typename Value> int indexOf(const Table &table, const Value &value) {
+    const auto found = std::ranges::find(table, value, [](const auto &each) { return each.value; });
+    return found == table.end() ? -1 : int(found - table.begin());
 }
 
 /// The value at the index, or nullopt if the index is out of range.
-template <typename Values> auto valueAt(const Values &values, int index) {
-    const bool isValid = index >= 0 && index < std::ssize(values);
-    return isValid ? std::optional<typename Values::value_type>(values[index]) : std::nullopt;
+template <typename Table> auto valueAt(const Table &table, int index) {
+    const bool isValid = index >= 0 && index < std::ssize(table);
+    return isValid ? std::optional(table[size_t(index)].value) : std::nullopt;
 }
 
-template <typename Values, typename Label>
-QStringList labels(const Values &values, const Label &label) {
-    QStringList texts;
-    for (const auto &value : values) {
-        texts.append(label(value));
-    }
-    return texts;
+/// The choice with the current value and its help.
+template <typename Table, typename Value>
+DeliveryChoice choice(const Table &table, const Value &value) {
+    const int index = indexOf(table, value);
+    const char *const help = index < 0 ? "" : table[size_t(index)].help;
+    return {labels(table), index, QString::fromUtf8(help)};
 }
 
 } // namespace corvane::segments

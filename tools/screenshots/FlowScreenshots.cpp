@@ -98,7 +98,7 @@ bool exportDone(ProjectWindow &projectWindow) {
     ExportSheet &exporting = *projectWindow.screen().exporting();
     exporting.setNewOnly(false);
     exporting.start();
-    return waitUntil([&] { return exporting.stage() == DeliverySheet::Stage::Done; });
+    return waitUntil([&] { return exporting.stage() == DeliveryFlow::Stage::done; });
 }
 
 bool handoffConfigure(ProjectWindow &projectWindow) {
@@ -122,7 +122,7 @@ bool handoffDone(ProjectWindow &projectWindow) {
     HandoffSheet &handoff = *projectWindow.screen().handoff();
     handoff.chooseOutput(0);
     handoff.start();
-    return waitUntil([&] { return handoff.stage() == DeliverySheet::Stage::Done; });
+    return waitUntil([&] { return handoff.stage() == DeliveryFlow::Stage::done; });
 }
 
 /// Banners about three replaced files and about media that were not imported on this machine.

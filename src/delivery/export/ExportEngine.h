@@ -21,9 +21,9 @@ class ExportEngine : public DeliveryEngine {
     explicit ExportEngine(media::ExportSessionFactory &sessions, Clock &clock = Clock::system());
 
     /// One run at a time. `cancelToken` may be requested before the run.
-    QCoro::Task<ExportBatchResult>
-    run(ExportBatchInput input, QList<ExportRowJob> rows, ExportProgressHandler onProgress,
-        std::shared_ptr<CancelToken> cancelToken = std::make_shared<CancelToken>());
+    QCoro::Task<ExportBatchResult> run(ExportBatchInput input, QList<ExportRowJob> rows,
+                                       ExportProgressHandler onProgress,
+                                       std::shared_ptr<CancelToken> cancelToken);
 
   private:
     QCoro::Task<std::shared_ptr<const ExportRunContext>>

@@ -10,43 +10,32 @@ namespace corvane {
 
 namespace {
 
-/// A selected item without a name yet. Points into the planned project.
+/// A selected clip or subclip, in the planned project.
 struct PlannedItem {
-    ExportRowKind kind = ExportRowKind::wholeClip;
     const VideoRecord *parent = nullptr;
-    const Subclip *subclip = nullptr;
-    std::optional<double> inSeconds;
-    std::optional<double> outSeconds;
-    bool alreadyExported = false;
+    const Subclip *subclip = nullptr; ///< nullptr for the whole clip
 
+    ExportRowKind kind() const {
+        return subclip ? ExportRowKind::subclip : ExportRowKind::wholeClip;
+    }
+    bool isExported() const {
+        return (subclip ? subclip->exportedAt : parent->exportedAt).has_value();
+    }
     std::tuple<const QString &, ExportRowKind, int> order() const {
-        return {parent->id, kind, subclip ? subclip->creationIndex : 0};
+        return {parent->id, kind(), subclip ? subclip->creationIndex : 0};
     }
 };
-
-PlannedItem plannedSubclip(const VideoRecord &parent, const Subclip &subclip,
-                           double handleSeconds) {
-    const ClipRange range = widenedRange(subclip, handleSeconds, parent.durationSeconds);
-    return {.kind = ExportRowKind::subclip,
-            .parent = &parent,
-            .subclip = &subclip,
-            .inSeconds = range.inSeconds,
-            .outSeconds = range.outSeconds,
-            .alreadyExported = subclip.exportedAt.has_value()};
-}
 
 /// Returns the selected items that the include switches admit, in document order.
 QList<PlannedItem> admittedItems(const Project &project, const ExportChoices &choices) {
     QList<PlannedItem> items;
     for (const VideoItem &video : project.videos) {
         if (choices.includeWholeVideoSelects && video->selectedForExport) {
-            items.append({.parent = &*video, .alreadyExported = video->exportedAt.has_value()});
+            items.append({.parent = &*video});
         }
-    }
-    for (const VideoItem &video : project.videos) {
         for (const Subclip &subclip : video->subclips) {
             if (choices.includeSubclipSelects && subclip.selectedForExport) {
-                items.append(plannedSubclip(*video, subclip, choices.subclipHandleSeconds));
+                items.append({.parent = &*video, .subclip = &subclip});
             }
         }
     }
@@ -103,23 +92,25 @@ ExportRowJob RowPlanner::nextRow(const PlannedItem &item) {
     const QString stem = paths::split(name).stem;
     const QString clip = item.parent->id;
     ExportRowJob row{
-        .id = item.subclip ? exportRowId(clip, item.subclip->id) : exportRowId(clip),
-        .kind = item.kind,
+        .id = exportRowId(clip),
+        .kind = item.kind(),
         .sourcePath = resolvedAgainstProject(item.parent->sourcePath, m_project.filePath),
         .destinationPath = paths::joined(m_folder, name),
-        .inSeconds = item.inSeconds,
-        .outSeconds = item.outSeconds,
         .parentVideoId = clip,
         .originalFilename = item.parent->fileName,
         .proposedName = name,
     };
-    if (item.subclip) {
-        row.subclipId = item.subclip->id;
-    }
     if (m_choices.outputMode == OutputMode::primaryAndHd) {
         addHDCopy(row, stem);
     }
-    if (item.kind == ExportRowKind::wholeClip) {
+    if (item.subclip) {
+        const ClipRange range = widenedRange(*item.subclip, m_choices.subclipHandleSeconds,
+                                             item.parent->durationSeconds);
+        row.id = exportRowId(clip, item.subclip->id);
+        row.subclipId = item.subclip->id;
+        row.inSeconds = range.inSeconds;
+        row.outSeconds = range.outSeconds;
+    } else {
         addSidecar(row, item, stem);
     }
     return row;
@@ -128,7 +119,7 @@ ExportRowJob RowPlanner::nextRow(const PlannedItem &item) {
 QString RowPlanner::takeName(const PlannedItem &item) {
     const bool isHDOnly = m_choices.outputMode == OutputMode::hdOnly;
     ExportNameParts parts{
-        .kind = item.kind,
+        .kind = item.kind(),
         .mode = isHDOnly ? ExportBatch::Mode::accurateTranscode : m_choices.mode,
         .originalFilename = item.parent->fileName,
         .options = m_choices.naming,
@@ -178,9 +169,8 @@ QList<ExportRowJob> planRows(const Project &project, const ExportChoices &choice
         return {};
     }
     QList<PlannedItem> items = admittedItems(project, choices);
-    items.removeIf([&choices](const PlannedItem &item) {
-        return choices.exportNewOnly && item.alreadyExported;
-    });
+    items.removeIf(
+        [&choices](const PlannedItem &item) { return choices.exportNewOnly && item.isExported(); });
     std::ranges::stable_sort(items, {}, &PlannedItem::order);
     RowPlanner planner(project, choices, includeFolderContents);
     QList<ExportRowJob> rows;

@@ -9,8 +9,13 @@ namespace corvane {
 
 namespace {
 
-constexpr std::array kExportOutputs{OutputMode::primaryOnly, OutputMode::primaryAndHd,
-                                    OutputMode::hdOnly};
+constexpr std::array<segments::Segment<OutputMode>, 3> kExportOutputs{{
+    {OutputMode::primaryOnly, "Primary only", "Source-quality export only."},
+    {OutputMode::primaryAndHd, "Primary + HD",
+     "Primary export plus a 1080p H.264 deliverable in /HD/. HD copies are deliverables, NOT "
+     "proxies."},
+    {OutputMode::hdOnly, "HD only", "1080p H.264 deliverable only — no source-quality export."},
+}};
 
 struct ShowExportRow {
     DeliveryResult operator()(const ExportRowOutcome &outcome) const {
@@ -32,34 +37,26 @@ struct ShowExportRow {
 
 ExportSheet::ExportSheet(ExportViewModel &flow, ProjectStore &store, FilePanels &panels,
                          Clock &clock, QObject *parent)
-    : DeliverySheet(flow, store, panels, clock, parent), m_flow(flow) {}
-
-QString ExportSheet::modeHelp() const {
-    return ExportTexts::help(m_flow.choices().mode);
-}
+    : DeliverySheet(
+          {.nothing = QStringLiteral("Nothing to export. Mark clips with the S flag in Review (or "
+                                     "set up subclips), then come back here."),
+           .folderPanelMessage = QStringLiteral("Choose the output folder"),
+           .transcodeHelp = QStringLiteral("H.264/AAC re-encode at HighestQuality preset. "
+                                           "Frame-accurate trims; output is .mp4 always."),
+           .handlesHelp = QStringLiteral("Extra time before in-point and after out-point. Useful "
+                                         "for room tone or NLE re-trim. Skipped for whole-clip "
+                                         "rows.")},
+          flow, store, panels, clock, parent),
+      m_flow(flow) {}
 
 DeliveryChoice ExportSheet::output() const {
-    const auto output = m_flow.choices().outputMode;
-    return {segments::labels(kExportOutputs, ExportTexts::label),
-            segments::indexOf(kExportOutputs, output), ExportTexts::help(output)};
+    return segments::choice(kExportOutputs, m_flow.choices().outputMode);
 }
 
 void ExportSheet::chooseOutput(int index) {
     if (const auto output = segments::valueAt(kExportOutputs, index)) {
         m_flow.setOutputMode(*output);
     }
-}
-
-QString ExportSheet::handlesHelp() const {
-    return ExportTexts::handlesHelp();
-}
-
-QString ExportSheet::nothingText() const {
-    return ExportTexts::nothingToExport();
-}
-
-QString ExportSheet::folderPanelMessage() const {
-    return QStringLiteral("Choose the output folder");
 }
 
 QList<DeliveryRow> ExportSheet::plan(const Project &project) {
@@ -81,14 +78,8 @@ QString ExportSheet::obstacle() const {
     return hasRows() ? QString() : QStringLiteral("There is nothing to export.");
 }
 
-std::optional<DeliverySheet::ProgressTexts> ExportSheet::progressTexts() const {
-    const auto &progress = m_flow.progress();
-    if (!progress) {
-        return std::nullopt;
-    }
-    return ProgressTexts{.line = DeliveryTexts::progressLine(progress->index, progress->total,
-                                                             progress->currentFilename),
-                         .details = ExportTexts::rowLine(*progress)};
+QString ExportSheet::progressDetails() const {
+    return ExportTexts::rowLine(*m_flow.progress());
 }
 
 DeliveryResultTexts ExportSheet::resultTexts() const {

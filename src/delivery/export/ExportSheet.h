@@ -23,7 +23,6 @@ class ExportSheet : public corvane::DeliverySheet {
 
     DeliveryChoice output() const override;
     void chooseOutput(int index) override;
-    QString nothingText() const override;
 
     bool includeWholeClips() const { return m_flow.choices().includeWholeVideoSelects; }
     void setIncludeWholeClips(bool include) { m_flow.setIncludeWholeVideoSelects(include); }
@@ -34,13 +33,10 @@ class ExportSheet : public corvane::DeliverySheet {
     const QString &countLine() const { return m_countLine; }
 
   protected:
-    QString modeHelp() const override;
-    QString handlesHelp() const override;
-    QString folderPanelMessage() const override;
     bool planDependsOnChoices() const override { return true; }
     QList<DeliveryRow> plan(const Project &project) override;
     QString obstacle() const override;
-    std::optional<ProgressTexts> progressTexts() const override;
+    QString progressDetails() const override;
     DeliveryResultTexts resultTexts() const override;
 
   private:

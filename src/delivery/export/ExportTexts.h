@@ -6,20 +6,10 @@
 /// `DeliveryTexts`.
 namespace corvane::ExportTexts {
 
-// Configure.
-QString help(ExportBatch::Mode mode);
-QString label(OutputMode mode);
-QString help(OutputMode mode);
-QString handlesHelp();
 /// "12 of 15 rows"; "15 rows" if all are planned.
 QString countLine(qsizetype selected, qsizetype planned);
-/// Replaces a preview without rows.
-QString nothingToExport();
-
 /// State of the current output, with byte counts for a byte copy, and "(hd)" for an HD copy.
 QString rowLine(const ExportProgress &progress);
-
-// Done.
 QString headline(const ExportBatchResult &result);
 /// "(+ HD)" or "(HD skipped)"; empty if no HD copy was wanted.
 QString note(const ExportRowOutcome &outcome);

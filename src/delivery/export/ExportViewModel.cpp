@@ -68,26 +68,6 @@ ExportViewModel::ExportViewModel(ProjectStore *store, media::ExportSessionFactor
                                  QObject *parent)
     : TypedDeliveryFlow(store, parent), m_sessions(sessions) {}
 
-void ExportViewModel::setOutputFolder(const std::optional<QString> &folder) {
-    choose(&ExportChoices::outputFolder, standardizedFolder(folder));
-}
-
-void ExportViewModel::setOutputMode(OutputMode mode) {
-    choose(&ExportChoices::outputMode, mode);
-}
-
-void ExportViewModel::setIncludeWholeVideoSelects(bool include) {
-    choose(&ExportChoices::includeWholeVideoSelects, include);
-}
-
-void ExportViewModel::setIncludeSubclipSelects(bool include) {
-    choose(&ExportChoices::includeSubclipSelects, include);
-}
-
-void ExportViewModel::setExportNewOnly(bool newOnly) {
-    choose(&ExportChoices::exportNewOnly, newOnly);
-}
-
 void ExportViewModel::resetChoices(const Project &project) {
     setChoices(defaultExportChoices(project));
 }

@@ -11,7 +11,8 @@ namespace corvane {
 ///
 /// Main thread. If the view model is destroyed during a run, what was delivered until then is still
 /// written back.
-class ExportViewModel : public TypedDeliveryFlow<ExportChoices, ExportProgress, ExportBatchResult> {
+class ExportViewModel : public TypedDeliveryFlow<ExportChoices, ExportProgress, ExportBatchResult,
+                                                 &ExportChoices::outputFolder> {
     Q_OBJECT
 
   public:
@@ -23,13 +24,13 @@ class ExportViewModel : public TypedDeliveryFlow<ExportChoices, ExportProgress, 
     const std::optional<ExportBatchInput> &runInput() const { return m_runInput; }
 
     // Choices, beside those of every delivery. All emit `choicesChanged`.
-    const std::optional<QString> &folder() const override { return choices().outputFolder; }
-    void setFolder(const std::optional<QString> &folder) override { setOutputFolder(folder); }
-    void setOutputFolder(const std::optional<QString> &folder);
-    void setOutputMode(OutputMode mode);
-    void setIncludeWholeVideoSelects(bool include);
-    void setIncludeSubclipSelects(bool include);
-    void setExportNewOnly(bool newOnly);
+    void setIncludeWholeVideoSelects(bool include) {
+        choose(&ExportChoices::includeWholeVideoSelects, include);
+    }
+    void setIncludeSubclipSelects(bool include) {
+        choose(&ExportChoices::includeSubclipSelects, include);
+    }
+    void setExportNewOnly(bool newOnly) { choose(&ExportChoices::exportNewOnly, newOnly); }
 
     QList<ExportRowJob> planRows(const Project &project, bool includeFolderContents) const;
     bool canStart(const QList<ExportRowJob> &rows) const;

@@ -1,6 +1,5 @@
 #include "delivery/handoff/HandoffSheet.h"
 
-#include "delivery/DeliveryTexts.h"
 #include "delivery/handoff/HandoffTexts.h"
 #include "delivery/Segments.h"
 #include "platform/Paths.h"
@@ -10,8 +9,13 @@ namespace corvane {
 
 namespace {
 
-constexpr std::array kHandoffOutputs{HandoffOutputMode::primaryOnly,
-                                     HandoffOutputMode::primaryAndHd};
+constexpr std::array<segments::Segment<HandoffOutputMode>, 2> kHandoffOutputs{{
+    {HandoffOutputMode::primaryOnly, "Primary only",
+     "Source-quality clips + extracted subclips only."},
+    {HandoffOutputMode::primaryAndHd, "Primary + HD",
+     "Each output gets a 1080p H.264 sibling under media/HD/. The .corvane marks clips with hdPath "
+     "so the sidebar can show an HD badge."},
+}};
 
 struct ShowHandoffRow {
     DeliveryResult operator()(const HandoffRowOutcome &outcome) const {
@@ -32,19 +36,24 @@ struct ShowHandoffRow {
 
 HandoffSheet::HandoffSheet(SelectsHandoffViewModel &flow, ProjectStore &store, FilePanels &panels,
                            Clock &clock, QObject *parent)
-    : DeliverySheet(flow, store, panels, clock, parent), m_flow(flow) {
+    : DeliverySheet(
+          {.nothing =
+               QStringLiteral("Nothing to hand off. Mark clips with the S flag in Review (or "
+                              "set up subclips), then come back here."),
+           .folderPanelMessage = QStringLiteral("Choose the destination folder"),
+           .transcodeHelp = QStringLiteral("H.264/AAC re-encode at HighestQuality. Frame-accurate "
+                                           "trims; output is .mp4 always."),
+           .handlesHelp = QStringLiteral("Extra time before in-point and after out-point of "
+                                         "extracted subclips. Useful for room tone or NLE re-trim. "
+                                         "Skipped for whole-clip rows.")},
+          flow, store, panels, clock, parent),
+      m_flow(flow) {
     connect(&flow, &SelectsHandoffViewModel::recentDestinationsChanged, this,
             &HandoffSheet::recentsChanged);
 }
 
-QString HandoffSheet::modeHelp() const {
-    return HandoffTexts::help(m_flow.choices().mode);
-}
-
 DeliveryChoice HandoffSheet::output() const {
-    const auto output = m_flow.choices().outputMode;
-    return {segments::labels(kHandoffOutputs, HandoffTexts::label),
-            segments::indexOf(kHandoffOutputs, output), HandoffTexts::help(output)};
+    return segments::choice(kHandoffOutputs, m_flow.choices().outputMode);
 }
 
 void HandoffSheet::chooseOutput(int index) {
@@ -53,28 +62,14 @@ void HandoffSheet::chooseOutput(int index) {
     }
 }
 
-QString HandoffSheet::handlesHelp() const {
-    return HandoffTexts::handlesHelp();
-}
-
-QString HandoffSheet::nothingText() const {
-    return HandoffTexts::nothingToHandOff();
-}
-
 QString HandoffSheet::packageLocation() const {
     return HandoffTexts::packageLocation(m_flow.choices());
 }
 
-QString HandoffSheet::projectNamePlaceholder() {
-    return HandoffTexts::projectNamePlaceholder();
-}
-
-QString HandoffSheet::projectNameHelp() {
-    return HandoffTexts::projectNameHelp();
-}
-
 QStringList HandoffSheet::recents() const {
-    return segments::labels(m_flow.recentDestinations(), inOneLine);
+    QStringList lines = m_flow.recentDestinations();
+    std::ranges::transform(lines, lines.begin(), inOneLine);
+    return lines;
 }
 
 QString HandoffSheet::recentsHelp() const {
@@ -82,13 +77,9 @@ QString HandoffSheet::recentsHelp() const {
 }
 
 void HandoffSheet::chooseRecent(int index) {
-    if (const auto folder = segments::valueAt(m_flow.recentDestinations(), index)) {
-        m_flow.setDestinationFolder(folder);
+    if (index >= 0 && index < m_flow.recentDestinations().size()) {
+        m_flow.setFolder(m_flow.recentDestinations().at(index));
     }
-}
-
-QString HandoffSheet::folderPanelMessage() const {
-    return QStringLiteral("Choose the destination folder");
 }
 
 QList<DeliveryRow> HandoffSheet::plan(const Project &project) {
@@ -116,14 +107,8 @@ QString HandoffSheet::obstacle() const {
     return hasRows() ? QString() : QStringLiteral("There is nothing to hand off.");
 }
 
-std::optional<DeliverySheet::ProgressTexts> HandoffSheet::progressTexts() const {
-    const auto &progress = m_flow.progress();
-    if (!progress) {
-        return std::nullopt;
-    }
-    return ProgressTexts{.line = DeliveryTexts::progressLine(progress->index, progress->total,
-                                                             progress->currentFilename),
-                         .details = HandoffTexts::rowLine(*progress)};
+QString HandoffSheet::progressDetails() const {
+    return HandoffTexts::rowLine(*m_flow.progress());
 }
 
 DeliveryResultTexts HandoffSheet::resultTexts() const {

@@ -27,13 +27,14 @@ class HandoffSheet : public corvane::DeliverySheet {
 
     DeliveryChoice output() const override;
     void chooseOutput(int index) override;
-    QString nothingText() const override;
 
     QString packageLocation() const;
     const QString &projectName() const { return m_flow.choices().projectName; }
     void setProjectName(const QString &name) { m_flow.setProjectName(name); }
-    static QString projectNamePlaceholder();
-    static QString projectNameHelp();
+    static QString projectNamePlaceholder() { return QStringLiteral("MyProject - Selects"); }
+    static QString projectNameHelp() {
+        return QStringLiteral("Used as both the package folder name and the .corvane filename.");
+    }
     QStringList recents() const;
     bool hasRecents() const { return !m_flow.recentDestinations().isEmpty(); }
     QString recentsHelp() const;
@@ -44,13 +45,10 @@ class HandoffSheet : public corvane::DeliverySheet {
     void recentsChanged();
 
   protected:
-    QString modeHelp() const override;
-    QString handlesHelp() const override;
-    QString folderPanelMessage() const override;
     bool planDependsOnChoices() const override { return false; }
     QList<DeliveryRow> plan(const Project &project) override;
     QString obstacle() const override;
-    std::optional<ProgressTexts> progressTexts() const override;
+    QString progressDetails() const override;
     DeliveryResultTexts resultTexts() const override;
 
   private:

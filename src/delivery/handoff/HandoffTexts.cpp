@@ -41,41 +41,6 @@ QString packageLocation(const HandoffChoices &choices) {
     return QStringLiteral("The handoff package will be created at %1/.").arg(folder);
 }
 
-QString projectNamePlaceholder() {
-    return QStringLiteral("MyProject - Selects");
-}
-
-QString projectNameHelp() {
-    return QStringLiteral("Used as both the package folder name and the .corvane filename.");
-}
-
-QString help(ExportBatch::Mode mode) {
-    if (mode == ExportBatch::Mode::fastCopy) {
-        return DeliveryTexts::fastCopyHelp();
-    }
-    return QStringLiteral("H.264/AAC re-encode at HighestQuality. Frame-accurate trims; output is "
-                          ".mp4 always.");
-}
-
-QString label(HandoffOutputMode mode) {
-    return mode == HandoffOutputMode::primaryOnly ? QStringLiteral("Primary only")
-                                                  : QStringLiteral("Primary + HD");
-}
-
-QString help(HandoffOutputMode mode) {
-    if (mode == HandoffOutputMode::primaryOnly) {
-        return QStringLiteral("Source-quality clips + extracted subclips only.");
-    }
-    return QStringLiteral("Each output gets a 1080p H.264 sibling under media/HD/. The .corvane "
-                          "marks clips with hdPath so the sidebar can show an HD badge.");
-}
-
-QString handlesHelp() {
-    return QStringLiteral(
-        "Extra time before in-point and after out-point of extracted subclips. Useful for room "
-        "tone or NLE re-trim. Skipped for whole-clip rows.");
-}
-
 QString contentsSummary(const QList<HandoffClip> &clips) {
     qsizetype wholeClips = 0;
     qsizetype subclips = 0;
@@ -104,11 +69,6 @@ QString contents(const HandoffClip &clip) {
         parts.append(counted(clip.standaloneSubclips.size(), QStringLiteral("subclip")));
     }
     return parts.join(QStringLiteral(" + "));
-}
-
-QString nothingToHandOff() {
-    return QStringLiteral("Nothing to hand off. Mark clips with the S flag in Review (or set up "
-                          "subclips), then come back here.");
 }
 
 QString rowLine(const HandoffProgress &progress) {

@@ -6,28 +6,16 @@
 /// `DeliveryTexts`.
 namespace corvane::HandoffTexts {
 
-// Configure.
 /// The package's path, with placeholders for missing choices.
 QString packageLocation(const HandoffChoices &choices);
-QString projectNamePlaceholder();
-QString projectNameHelp();
-QString help(ExportBatch::Mode mode);
-QString label(HandoffOutputMode mode);
-QString help(HandoffOutputMode mode);
-QString handlesHelp();
 /// "2 clips, 1 subclip, 3 outputs, ~1.2 GB"
 QString contentsSummary(const QList<HandoffClip> &clips);
 /// Icon of a row in the preview.
 QString symbol(const HandoffClip &clip);
 /// "clip + 2 subclips"
 QString contents(const HandoffClip &clip);
-/// Replaces a preview without rows.
-QString nothingToHandOff();
-
 /// "Copying media · 1.2 MB / 3.4 MB"
 QString rowLine(const HandoffProgress &progress);
-
-// Done.
 QString headline(const HandoffResult &result);
 QString row(const HandoffRowFailure &failure);
 

@@ -31,9 +31,8 @@ class SelectsHandoffEngine : public DeliveryEngine {
                          Clock &clock = Clock::system());
 
     /// One run at a time. `cancelToken` may be requested before the run.
-    QCoro::Task<HandoffResult>
-    run(HandoffPlan plan, HandoffProgressHandler onProgress,
-        std::shared_ptr<CancelToken> cancelToken = std::make_shared<CancelToken>());
+    QCoro::Task<HandoffResult> run(HandoffPlan plan, HandoffProgressHandler onProgress,
+                                   std::shared_ptr<CancelToken> cancelToken);
 
   private:
     QCoro::Task<Project> createPackage(std::shared_ptr<HandoffRun> run);

@@ -44,18 +44,6 @@ SelectsHandoffViewModel::SelectsHandoffViewModel(ProjectStore *store,
       m_cache(std::move(cache)),
       m_recents(std::move(defaults)) {}
 
-void SelectsHandoffViewModel::setDestinationFolder(const std::optional<QString> &folder) {
-    choose(&HandoffChoices::destinationFolder, standardizedFolder(folder));
-}
-
-void SelectsHandoffViewModel::setProjectName(const QString &name) {
-    choose(&HandoffChoices::projectName, name);
-}
-
-void SelectsHandoffViewModel::setOutputMode(HandoffOutputMode mode) {
-    choose(&HandoffChoices::outputMode, mode);
-}
-
 void SelectsHandoffViewModel::resetChoices(const Project &project) {
     assign(m_recentDestinations, m_recents.load(),
            &SelectsHandoffViewModel::recentDestinationsChanged);

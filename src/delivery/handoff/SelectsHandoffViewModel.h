@@ -15,7 +15,8 @@ namespace corvane {
 /// Main thread. If the view model is destroyed during a run, the package is completed with what was
 /// made until then.
 class SelectsHandoffViewModel
-    : public TypedDeliveryFlow<HandoffChoices, HandoffProgress, HandoffResult> {
+    : public TypedDeliveryFlow<HandoffChoices, HandoffProgress, HandoffResult,
+                               &HandoffChoices::destinationFolder> {
     Q_OBJECT
 
   public:
@@ -28,12 +29,7 @@ class SelectsHandoffViewModel
     /// Newest first.
     const QStringList &recentDestinations() const { return m_recentDestinations; }
 
-    // Choices, beside those of every delivery. All emit `choicesChanged`.
-    const std::optional<QString> &folder() const override { return choices().destinationFolder; }
-    void setFolder(const std::optional<QString> &folder) override { setDestinationFolder(folder); }
-    void setDestinationFolder(const std::optional<QString> &folder);
-    void setProjectName(const QString &name);
-    void setOutputMode(HandoffOutputMode mode);
+    void setProjectName(const QString &name) { choose(&HandoffChoices::projectName, name); }
 
     /// Moves or adds the folder to the front of the recent ones.
     void noteDestination(const QString &folder);

@@ -22,7 +22,7 @@ Sheet {
 
     backText: qsTr("Back")
     sheetWidth: Theme.deliverySheetWidth
-    visible: sheet.isOpen && sheet.stage === DeliverySheet.Configure
+    visible: sheet.isOpen && sheet.stage === "configure"
     defaultButton: start
     initialFocus: sheet.canStart ? start : folderButton
     onEscapePressed: sheet.dismiss()

@@ -19,7 +19,7 @@ Sheet {
     sheetWidth: Theme.resultSheetWidth
     sheetHeight: Theme.resultSheetHeight
     maximumMargin: Theme.resultSheetMargin
-    visible: sheet.isOpen && sheet.stage === DeliverySheet.Done
+    visible: sheet.isOpen && sheet.stage === "done"
     defaultButton: done
     onEscapePressed: sheet.dismiss()
 

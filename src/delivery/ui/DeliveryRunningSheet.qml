@@ -9,7 +9,7 @@ RunningSheet {
 
     required property DeliverySheet sheet
 
-    visible: sheet.isOpen && sheet.stage === DeliverySheet.Running
+    visible: sheet.isOpen && sheet.stage === "running"
     fileName: sheet.run.line
     figure: sheet.run.percent
     figureIsStrong: true

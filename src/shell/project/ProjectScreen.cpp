@@ -80,8 +80,8 @@ void ProjectScreen::leaveImport() {
 
 void ProjectScreen::updateRunning() {
     const bool isRunning = m_importing.stage() == ImportViewModel::Stage::importing ||
-                           m_exporting.stage() == DeliverySheet::Stage::Running ||
-                           m_handoff.stage() == DeliverySheet::Stage::Running;
+                           m_exporting.stage() == DeliveryFlow::Stage::running ||
+                           m_handoff.stage() == DeliveryFlow::Stage::running;
     if (std::exchange(m_isRunning, isRunning) == isRunning) {
         return;
     }

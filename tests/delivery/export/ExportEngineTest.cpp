@@ -32,10 +32,11 @@ class ExportEngineTest : public ExportTest {
                 .authorizedSourcePaths = await(authorization.authorizedPaths(projectFile))};
     }
     ExportBatchResult run(QList<ExportRowJob> rows) {
-        return await(engine.run(input(), std::move(rows), [this](const ExportProgress &reported) {
+        const auto report = [this](const ExportProgress &reported) {
             progress.append(reported);
             onProgress(reported);
-        }));
+        };
+        return await(engine.run(input(), std::move(rows), report, std::make_shared<CancelToken>()));
     }
     ExportBatchResult run() { return run(planRows(project, choices, true)); }
     /// Returns the text of the only failure.
@@ -275,7 +276,7 @@ TEST_F(ExportEngineTest, AFailedHDCopyLeavesTheRowASuccess) {
     EXPECT_EQ(failed.hdError, text("Export failed: No codec."));
     EXPECT_FALSE(failed.hdOutputPath);
     EXPECT_EQ(hdStatus(), text("failed"));
-    sessions.halfway = [this](const QString &) { engine.abort(); };
+    sessions.halfway = [this](const QString &) { engine.cancelToken()->abort(); };
     EXPECT_EQ(run().succeeded.at(0).hdError, text("Cancelled"));
     cancelDuringRow(0);
     EXPECT_EQ(run().succeeded.at(0).hdError, text("Cancelled")) << "not started";
@@ -343,8 +344,8 @@ TEST_F(ExportEngineTest, LeavesOnlyCompleteFilesAfterAnyFailedOperation) {
         }
         QFile::remove(at("out/manifest-BATCH-1.json"));
         files.failAt(failing, EIO);
-        const ExportBatchResult result =
-            await(engine.run(batch, rows, [](const ExportProgress &) {}));
+        const ExportBatchResult result = await(engine.run(
+            batch, rows, [](const ExportProgress &) {}, std::make_shared<CancelToken>()));
         calls = failing == 0 ? files.calls() : calls;
         files.failAt(0, 0);
         EXPECT_THAT(delivered("a.mov"), testing::AnyOf(bytes, "older")) << failing;

@@ -66,8 +66,11 @@ TEST_F(ExportSheetTest, OpensWithTheDefaultsAndExplainsThem) {
     sheet.chooseHandle(7);
     EXPECT_EQ(std::tuple(sheet.mode().index, sheet.output().index, sheet.handles().index),
               std::tuple(1, 2, 3));
-    EXPECT_EQ(sheet.mode().help, ExportTexts::help(ExportBatch::Mode::accurateTranscode));
-    EXPECT_EQ(sheet.output().help, ExportTexts::help(OutputMode::hdOnly));
+    EXPECT_EQ(sheet.mode().help,
+              text("H.264/AAC re-encode at HighestQuality preset. Frame-accurate "
+                   "trims; output is .mp4 always."));
+    EXPECT_EQ(sheet.output().help,
+              text("1080p H.264 deliverable only — no source-quality export."));
     EXPECT_EQ(flow.choices().subclipHandleSeconds, 2);
     EXPECT_EQ(rowNames(*sheet.rows()).front(), "a.mp4");
     sheet.open();
@@ -78,9 +81,9 @@ TEST_F(ExportSheetTest, OpensWithTheDefaultsAndExplainsThem) {
     EXPECT_EQ(sheet.countLine(), text("No selects"));
     EXPECT_FALSE(sheet.hasRows() || sheet.canStart());
     EXPECT_EQ(sheet.startHelp(), text("There is nothing to export."));
-    flow.setOutputFolder(at("a\nb"));
+    flow.setFolder(at("a\nb"));
     EXPECT_EQ(sheet.folderLine(), at("a b"));
-    flow.setOutputFolder({});
+    flow.setFolder({});
     EXPECT_EQ(sheet.folder(), text("(none chosen)"));
     EXPECT_EQ(sheet.startHelp(), text("Choose an output folder first."));
 }
@@ -179,7 +182,7 @@ TEST_F(ExportSheetTest, ReportsProgressPerRowAndListsResultsByOutcome) {
             "|checkmark.circle.fill|b_subclip-1.mov(+ HD)||/project/selects/b_subclip-1.mov",
             "Failed / Cancelled (1)|exclamationmark.triangle.fill|a.mov|export so|"));
     sheet.again();
-    EXPECT_EQ(sheet.stage(), DeliverySheet::Stage::Configure);
+    EXPECT_EQ(sheet.stage(), DeliveryFlow::Stage::configure);
     EXPECT_EQ(sheet.countLine(), text("1 of 3 rows"));
     sheet.dismiss();
     EXPECT_FALSE(sheet.isOpen());

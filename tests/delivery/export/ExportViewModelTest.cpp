@@ -60,7 +60,7 @@ TEST_F(ExportViewModelTest, StartsWithDefaultsAndSignalsOnlyChanges) {
         flow->setSubclipHandleSeconds(invalid);
         EXPECT_EQ(flow->choices().subclipHandleSeconds, 0);
     }
-    flow->setOutputFolder(QString());
+    flow->setFolder(QString());
     EXPECT_FALSE(flow->canStart(flow->planRows(project, false)));
     run();
     EXPECT_EQ(flow->stage(), Stage::configure);

@@ -86,10 +86,11 @@ class HandoffTest : public DeliveryTest {
         return plan;
     }
     HandoffResult run(const HandoffPlan &plan) {
-        return await(engine.run(plan, [this](const HandoffProgress &reported) {
+        const auto report = [this](const HandoffProgress &reported) {
             progress.append(reported);
             onProgress(reported);
-        }));
+        };
+        return await(engine.run(plan, report, std::make_shared<CancelToken>()));
     }
     HandoffResult run() {
         grantAndOpen();

@@ -108,7 +108,7 @@ TEST_F(HandoffSheetTest, ReportsThePhasesOfARunAndItsPackage) {
     sheet.again();
     EXPECT_EQ(sheet.folder(), at("out"));
     EXPECT_EQ(sheet.recents(), QStringList{at("out")});
-    flow.setDestinationFolder({});
+    flow.setFolder({});
     sheet.chooseRecent(3);
     EXPECT_FALSE(sheet.canStart());
     sheet.chooseRecent(0);
@@ -126,7 +126,7 @@ TEST_F(HandoffSheetTest, ReportsFailedAndCancelledRuns) {
     sheet.again();
     sheet.setProjectName(text("Show"));
     const auto cancel = QObject::connect(&sheet, &DeliverySheet::stageChanged, &sheet, [this] {
-        if (sheet.stage() == DeliverySheet::Stage::Running) {
+        if (sheet.stage() == DeliveryFlow::Stage::running) {
             sheet.requestCancel();
             EXPECT_EQ(sheet.cancelText(), text("Force Cancel"));
         }

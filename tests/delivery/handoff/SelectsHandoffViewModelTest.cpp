@@ -20,7 +20,7 @@ class SelectsHandoffViewModelTest : public HandoffTest {
     }
     void choose() {
         flow->reset(project);
-        flow->setDestinationFolder(at("out"));
+        flow->setFolder(at("out"));
         flow->setProjectName(text("Show"));
     }
 
@@ -98,7 +98,7 @@ TEST_F(SelectsHandoffViewModelTest, RunsOnceAndLeavesTheProjectUnchanged) {
     await(std::move(running));
     EXPECT_EQ(flow->stage(), Stage::done);
     EXPECT_EQ(flow->overallFraction(), 1);
-    EXPECT_EQ(flow->currentFilename(), text("Show.corvane"));
+    EXPECT_EQ(flow->currentRow()->fileName, text("Show.corvane"));
     EXPECT_FALSE(store.isDirty());
     EXPECT_EQ(store.project()->videos.first()->exportedAt, std::nullopt);
     EXPECT_THAT(folder.names("project").filter(text(".corvane.bak")), SizeIs(1));

@@ -68,7 +68,7 @@ TEST_F(SelectsHandoffViewTest, DeliversAPackageByKeyboardAndMouse) {
 
     screen->click("handoff.done.again");
     EXPECT_TRUE(screen->hasFocus("handoff.configure.start"));
-    flow->setDestinationFolder({});
+    flow->setFolder({});
     screen->click("handoff.recent");
     EXPECT_TRUE(screen->waitFor([this] { return screen->shows("handoff.recent.0"); }));
     screen->picture("handoff-recent");
@@ -100,7 +100,7 @@ TEST_F(SelectsHandoffViewTest, KeepsTheSheetOpenDuringARunAndShowsItsResult) {
         };
         QMetaObject::invokeMethod(qApp, cancel, Qt::BlockingQueuedConnection);
     };
-    flow->setDestinationFolder(at("out"));
+    flow->setFolder(at("out"));
     screen->click("handoff.configure.start");
     EXPECT_TRUE(screen->hasFocus("handoff.done.done"));
     EXPECT_EQ(screen->textOf("handoff.done.headline"), text("Handoff cancelled"));
