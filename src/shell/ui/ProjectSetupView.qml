@@ -56,7 +56,7 @@ FocusScope {
                 }
             }
 
-            SetupRow {
+            LabelledRow {
                 label: qsTr("Project name")
                 required: true
 
@@ -70,7 +70,7 @@ FocusScope {
                 }
             }
 
-            SetupRow {
+            LabelledRow {
                 label: qsTr("Shoot date")
 
                 Row {
@@ -95,7 +95,7 @@ FocusScope {
                 }
             }
 
-            SetupRow {
+            LabelledRow {
                 label: qsTr("Client or series")
 
                 TextField {
@@ -107,7 +107,7 @@ FocusScope {
                 }
             }
 
-            SetupRow {
+            LabelledRow {
                 label: qsTr("Location")
 
                 TextField {
@@ -119,7 +119,7 @@ FocusScope {
                 }
             }
 
-            SetupRow {
+            LabelledRow {
                 label: qsTr("Notes")
 
                 TextArea {
@@ -130,7 +130,7 @@ FocusScope {
                 }
             }
 
-            SetupRow {
+            LabelledRow {
                 label: qsTr("File layout")
 
                 CheckBox {

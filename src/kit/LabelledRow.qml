@@ -1,26 +1,36 @@
-// A row of choices: a label, a column of controls, and a line of help.
-//   label: string; help: string; default content: controls
+// A row of a form: a label, a column of controls, and a line of help.
+//   label: string; required: bool (adds an accented star); help: string; default content: controls
 import QtQuick
-import Corvane.Kit
 
 Item {
     id: row
 
     property string label
+    property bool required: false
     property string help
     default property alias controls: column.data
 
     width: parent ? parent.width : 0
     implicitHeight: Math.max(caption.height, inner.height)
 
-    Label {
+    Row {
         id: caption
 
-        width: Theme.labelColumnWidth
         height: Theme.controlHeight
-        verticalAlignment: Text.AlignVCenter
-        text: row.label
-        textStyle: Theme.bodyLabelStyle
+        spacing: Theme.spacing4
+
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            text: row.label
+            textStyle: Theme.bodyLabelStyle
+        }
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: row.required
+            text: "*"
+            color: Theme.accent
+            Accessible.name: qsTr("required")
+        }
     }
 
     Column {
