@@ -1,6 +1,7 @@
 #include "import/ImportViewModel.h"
 
 #include "import/RefusedRows.h"
+#include "platform/Cancellation.h"
 #include "platform/Paths.h"
 #include "trust/ContentHasher.h"
 
@@ -14,9 +15,7 @@ namespace {
 ScanResult scanAndHash(const QStringList &sources, bool recursive, const std::stop_token &stop) {
     ScanResult result = scan(sources, recursive, stop);
     for (ScannedVideo &video : result.videos) {
-        if (stop.stop_requested()) {
-            throw Cancelled();
-        }
+        throwIfStopRequested(stop);
         try {
             video.contentHash = ContentHasher::duplicateKey(video.url);
         } catch (const ContentHasher::HashError &) {

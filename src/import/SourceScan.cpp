@@ -1,6 +1,7 @@
 #include "import/SourceScan.h"
 
 #include "import/SidecarIndex.h"
+#include "platform/Cancellation.h"
 #include "platform/Paths.h"
 #include "trust/PathSafety.h"
 
@@ -40,7 +41,6 @@ class SourceScanner {
     void scanSingleFile(const QString &folder, const QString &name);
     void scanFile(const QString &folder, const QString &name, const SidecarIndex &sidecars);
     void leaveOutNonMedia(const QString &folder, const QString &name);
-    void checkCancelled() const;
 
     bool m_recursive;
     std::stop_token m_stop;
@@ -55,7 +55,7 @@ class SourceScanner {
 };
 
 void SourceScanner::scanSource(const QString &source) {
-    checkCancelled();
+    throwIfStopRequested(m_stop);
     const QString path = paths::standardized(source);
     const auto target = fileSystem().targetStatus(path);
     const bool isFolder = target && target->type == FileType::Directory;
@@ -123,7 +123,7 @@ void SourceScanner::walk(const QString &folder) {
         return;
     }
     for (const DirectoryEntry &entry : listing->entries) {
-        checkCancelled();
+        throwIfStopRequested(m_stop);
         visit(folder, entry, listing->sidecars);
     }
 }
@@ -194,12 +194,6 @@ void SourceScanner::leaveOutNonMedia(const QString &folder, const QString &name)
         m_possibleSidecars.append(paths::joined(folder, name));
     } else {
         ++m_result.leftOut.notMedia;
-    }
-}
-
-void SourceScanner::checkCancelled() const {
-    if (m_stop.stop_requested()) {
-        throw Cancelled();
     }
 }
 

@@ -1,6 +1,7 @@
 #include "media/HeaderMemory.h"
 
 #include "media/MediaSubType.h"
+#include "platform/Cancellation.h"
 #include "platform/FileSystem.h"
 
 #include <QtEndian>
@@ -187,9 +188,7 @@ void HeaderMemoryEstimator::parseChildren(const Box &parent, int depth) {
         return;
     }
     for (qint64 offset = parent.begin; offset + 8 <= parent.end;) {
-        if (m_stop.stop_requested()) {
-            throw Cancelled();
-        }
+        throwIfStopRequested(m_stop);
         Box child{.begin = offset + 8, .end = parent.end};
         qint64 size = number<quint32>(parent, offset - parent.begin);
         child.type = number<quint32>(parent, offset - parent.begin + 4);

@@ -1,6 +1,7 @@
 #include "media/MediaInput.h"
 
 #include "media/HeaderMemory.h"
+#include "platform/Cancellation.h"
 #include "platform/FileSystem.h"
 
 #include <algorithm>
@@ -213,9 +214,7 @@ bool MediaInput::rewind(const AVStream &stream) {
 }
 
 void MediaInput::throwIfStopped() const {
-    if (m_stop.stop_requested()) {
-        throw Cancelled();
-    }
+    throwIfStopRequested(m_stop);
 }
 
 bool MediaInput::isHeaderTooLong() const {

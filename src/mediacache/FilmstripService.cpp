@@ -4,6 +4,7 @@
 #include "media/MediaAsset.h"
 #include "mediacache/CacheFolder.h"
 #include "mediacache/ImageIOHelper.h"
+#include "platform/Cancellation.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
@@ -61,9 +62,7 @@ void createFrames(const QString &path, const QStringList &files, const std::stop
     media::FrameGenerator generator(path, {.maximumSize = kFrameSize, .tolerance = kFrameTolerance},
                                     stop);
     generator.images(times, [&](qsizetype index, std::optional<media::RGBImage> image) {
-        if (stop.stop_requested()) {
-            throw Cancelled();
-        }
+        throwIfStopRequested(stop);
         if (!image) {
             return;
         }

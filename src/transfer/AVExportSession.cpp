@@ -1,6 +1,5 @@
 #include "transfer/AVExportSession.h"
 
-#include "document/Project.h"
 #include "platform/AtomicWrite.h"
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
@@ -13,12 +12,12 @@
 #include <QDir>
 
 #include <cmath>
-#include <unistd.h>
 
 namespace corvane::AVExportSession {
 
 namespace {
 
+using ImportCopier::temporaryName;
 using media::ExportPreset;
 using media::ExportSession;
 using media::ExportSessionFactory;
@@ -41,12 +40,6 @@ class SharedSession {
     mutable std::mutex m_mutex;
     std::weak_ptr<ExportSession> m_session;
 };
-
-/// "<prefix><process>.<new UUID>.<extension>"
-QString temporaryName(const QString &prefix, const QString &extension) {
-    return QStringLiteral("%1%2.%3.%4")
-        .arg(prefix, QString::number(::getpid()), newIdentifier(), extension);
-}
 
 /// A private copy of the source in the temporary folder. The destructor removes it.
 class VettedCopy {

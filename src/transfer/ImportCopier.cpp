@@ -2,6 +2,7 @@
 
 #include "document/Project.h"
 #include "platform/BlockBuffer.h"
+#include "platform/Cancellation.h"
 #include "platform/Paths.h"
 #include "transfer/PipelinedHasher.h"
 #include "trust/ContentHasher.h"
@@ -86,28 +87,16 @@ Descriptor openSource(const QString &source, const std::optional<SourceRoot> &ro
     });
 }
 
-/// A hidden name, which scans skip, with the extension of the destination.
-QString temporaryPath(const QString &destination) {
-    const QString name =
-        QStringLiteral(".tmp.%1.%2.%3")
-            .arg(QString::number(::getpid()), newIdentifier(), paths::extension(destination));
-    return paths::joined(paths::parentFolder(destination), name);
-}
-
 TemporaryFile createTemporary(const QString &destination, quint32 permissions,
                               Durability durability) {
-    return converting(
-        [&] { return TemporaryFile(temporaryPath(destination), permissions, durability); },
-        [&](const QString &) {
-            return CopyError::destinationUnwritable(destination,
-                                                    QStringLiteral("could not create tmp file"));
-        });
-}
-
-void checkCancelled(const std::stop_token &stop) {
-    if (stop.stop_requested()) {
-        throw Cancelled();
-    }
+    // Scans skip hidden names.
+    const QString name = temporaryName(QStringLiteral(".tmp."), paths::extension(destination));
+    const QString path = paths::joined(paths::parentFolder(destination), name);
+    return converting([&] { return TemporaryFile(path, permissions, durability); },
+                      [&](const QString &) {
+                          return CopyError::destinationUnwritable(
+                              destination, QStringLiteral("could not create tmp file"));
+                      });
 }
 
 /// Parameters of a copy that its steps share.
@@ -125,7 +114,7 @@ void transferBytes(const Transfer &transfer, const Descriptor &from, TemporaryFi
     if (!hasher) {
         ownBlock.emplace();
     }
-    checkCancelled(transfer.stop);
+    throwIfStopRequested(transfer.stop);
     for (quint64 bytesDone = 0;;) {
         char *block = hasher ? hasher->nextBlock() : ownBlock->data();
         const qint64 count = reading(
@@ -141,7 +130,7 @@ void transferBytes(const Transfer &transfer, const Descriptor &from, TemporaryFi
         if (transfer.progress) {
             transfer.progress(bytesDone);
         }
-        checkCancelled(transfer.stop);
+        throwIfStopRequested(transfer.stop);
     }
 }
 
@@ -216,6 +205,11 @@ CopyError CopyError::sourceContentChanged(const QString &path) {
         QStringLiteral("%1's contents changed since it was authorized, refusing to use what was "
                        "just read: %2. Re-import or relink it, then try again.")
             .arg(paths::lastComponent(path), path)};
+}
+
+QString temporaryName(const QString &prefix, const QString &extension) {
+    return QStringLiteral("%1%2.%3.%4")
+        .arg(prefix, QString::number(::getpid()), newIdentifier(), extension);
 }
 
 void copy(const QString &source, const QString &destination, const std::optional<SourceRoot> &root,

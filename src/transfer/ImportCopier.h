@@ -51,6 +51,9 @@ struct SourceRoot {
     std::optional<RootIdentity> identity;
 };
 
+/// "<prefix><process>.<new UUID>.<extension>", for a file that is renamed or removed.
+QString temporaryName(const QString &prefix, const QString &extension);
+
 /// Called with the bytes copied so far, on the copying thread.
 using Progress = std::function<void(quint64 bytesDone)>;
 

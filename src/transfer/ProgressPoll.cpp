@@ -3,14 +3,14 @@
 namespace corvane {
 
 ProgressPoll::ProgressPoll(Clock &clock, std::chrono::milliseconds interval,
-                           std::function<void()> look)
-    : m_clock(clock), m_interval(interval), m_look(std::move(look)) {
-    lookAndWait();
+                           std::function<void()> report)
+    : m_clock(clock), m_interval(interval), m_report(std::move(report)) {
+    reportAndWait();
 }
 
-void ProgressPoll::lookAndWait() {
-    m_look();
-    m_next = m_clock.after(m_interval, [this] { lookAndWait(); });
+void ProgressPoll::reportAndWait() {
+    m_report();
+    m_next = m_clock.after(m_interval, [this] { reportAndWait(); });
 }
 
 } // namespace corvane

@@ -1,5 +1,6 @@
 #include "trust/ContentHasher.h"
 
+#include "platform/Cancellation.h"
 #include "platform/Paths.h"
 #include "trust/SampledDigest.h"
 
@@ -65,9 +66,7 @@ QString fullDigest(const QString &path, const QByteArray &salt, const std::stop_
     const HashedFile file(path);
     StreamingAnchorHasher hasher(salt);
     file.forEachBlock([&](const char *bytes, qint64 count) {
-        if (stop.stop_requested()) {
-            throw Cancelled();
-        }
+        throwIfStopRequested(stop);
         hasher.update(bytes, count);
     });
     return hasher.finalizeDigest();
