@@ -1,6 +1,7 @@
 #include "import/ImportRun.h"
 
 #include "document/Project.h"
+#include "import/ImportTexts.h"
 #include "mediacache/MetadataProcessor.h"
 #include "platform/Paths.h"
 
@@ -191,7 +192,7 @@ void ImportRun::addToProject() {
     }
     ImportProgress progress = *m_progress;
     progress.phase = ImportProgress::Phase::recording;
-    progress.currentFilename = QStringLiteral("Recording what was imported…");
+    progress.currentFilename = recordingText();
     progress.bytesDone = progress.bytesTotal = 0;
     setProgress(progress);
 }
@@ -203,7 +204,7 @@ QCoro::Task<> ImportRun::readMetadata() {
         setProgress({.phase = ImportProgress::Phase::metadata,
                      .index = int(index) + 1,
                      .total = int(m_videos.size()),
-                     .currentFilename = QStringLiteral("Reading metadata: ") + video->fileName});
+                     .currentFilename = metadataText(video->fileName)});
         const auto outcome = co_await MetadataProcessor::process(video->id, video->sourcePath,
                                                                  cacheRoot(m_projectFile));
         if (isProjectOpen()) {

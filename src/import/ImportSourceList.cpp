@@ -91,16 +91,6 @@ void ImportSourceList::add(const QStringList &paths) {
     m_import.setSources(sources);
 }
 
-QStringList ImportSourceList::localPaths(const QList<QUrl> &urls) {
-    QStringList paths;
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile()) {
-            paths.append(url.toLocalFile());
-        }
-    }
-    return paths;
-}
-
 void ImportSourceList::addDropped(const QList<QUrl> &urls) {
     const QStringList paths = localPaths(urls);
     add(paths);

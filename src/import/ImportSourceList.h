@@ -4,8 +4,6 @@
 #include "lists/ListModel.h"
 #include "platform/FilePanels.h"
 
-#include <QUrl>
-
 namespace corvane {
 
 struct ImportSource {
@@ -41,9 +39,6 @@ class ImportSourceList : public ListModel<ImportSource, &ImportSource::path> {
     /// Adds the local files and folders; others only cause a notice.
     Q_INVOKABLE void addDropped(const QList<QUrl> &urls);
     Q_INVOKABLE void remove(int row);
-
-    /// The paths of the URLs that are local.
-    static QStringList localPaths(const QList<QUrl> &urls);
 
   Q_SIGNALS:
     void noticeChanged();

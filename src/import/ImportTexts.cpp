@@ -43,6 +43,14 @@ QString refusedText(int count) {
         .arg(counted(count, QStringLiteral("file")));
 }
 
+QString recordingText() {
+    return QStringLiteral("Recording what was imported…");
+}
+
+QString metadataText(const QString &fileName) {
+    return QStringLiteral("Reading metadata: ") + fileName;
+}
+
 QString cancelledText(int notImported) {
     if (notImported == 0) {
         return QStringLiteral("Cancelled. Clips whose metadata wasn't read yet stay without it.");

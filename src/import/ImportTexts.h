@@ -19,6 +19,12 @@ QString leftOutText(const LeftOut &leftOut);
 /// zero.
 QString refusedText(int count);
 
+/// Shown while the imported clips are recorded, which takes the place of a file name.
+QString recordingText();
+
+/// "Reading metadata: a.mov"
+QString metadataText(const QString &fileName);
+
 /// Describes a cancelled run by the number of included files that were not imported. Zero means
 /// that only reading metadata was cancelled.
 QString cancelledText(int notImported);

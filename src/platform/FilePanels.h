@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <QUrl>
 
 #include <functional>
 
@@ -44,5 +45,16 @@ class FilePanels {
     /// Asks for existing files.
     virtual void chooseFiles(const ChoosePanel &panel, ChosenFiles chosen) = 0;
 };
+
+/// The paths of the URLs that are local files, for items that were chosen or dropped.
+inline QStringList localPaths(const QList<QUrl> &urls) {
+    QStringList paths;
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile()) {
+            paths.append(url.toLocalFile());
+        }
+    }
+    return paths;
+}
 
 } // namespace corvane

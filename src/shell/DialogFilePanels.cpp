@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -77,15 +79,11 @@ QString DialogFilePanels::defaultSuffix() const {
 
 void DialogFilePanels::accept(const QList<QUrl> &urls) {
     const ChosenFiles chosen = std::exchange(m_chosen, {});
-    QStringList paths;
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile()) {
-            paths.append(paths::standardized(url.toLocalFile()));
-        }
-    }
-    if (chosen && !paths.isEmpty()) {
-        m_folder = m_kind == Kind::OpenFolder ? paths.first() : paths::parentFolder(paths.first());
-        chosen(paths);
+    QStringList files = localPaths(urls);
+    std::ranges::transform(files, files.begin(), paths::standardized);
+    if (chosen && !files.isEmpty()) {
+        m_folder = m_kind == Kind::OpenFolder ? files.first() : paths::parentFolder(files.first());
+        chosen(files);
     }
 }
 

@@ -3,7 +3,6 @@
 #include "platform/FilePanels.h"
 
 #include <QObject>
-#include <QUrl>
 
 namespace corvane {
 

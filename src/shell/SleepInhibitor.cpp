@@ -40,9 +40,9 @@ SerialExecutor &connectingExecutor() {
 
 /// Requests an inhibition, holds it and releases it. Outlives its inhibitor until the response
 /// arrives, because only the response identifies the inhibition.
-class SleepInhibitor::Request : public QObject {
+class SleepInhibitor::Inhibition : public QObject {
   public:
-    Request(QString why, Buses buses) : m_why(std::move(why)), m_buses(std::move(buses)) {}
+    Inhibition(QString why, Buses buses) : m_why(std::move(why)), m_buses(std::move(buses)) {}
 
     bool isHeld() const { return m_lock.isValid() || m_cookie; }
     bool isSettled() const { return m_isSettled; }
@@ -140,20 +140,20 @@ SleepInhibitor::SleepInhibitor(const QString &why)
     : SleepInhibitor(why, {&QDBusConnection::systemBus, &QDBusConnection::sessionBus}) {}
 
 SleepInhibitor::SleepInhibitor(const QString &why, Buses buses)
-    : m_request(new Request(why, std::move(buses))) {
-    detach(m_request->requestFromLoginManager());
+    : m_inhibition(new Inhibition(why, std::move(buses))) {
+    detach(m_inhibition->requestFromLoginManager());
 }
 
 SleepInhibitor::~SleepInhibitor() {
-    m_request->release();
+    m_inhibition->release();
 }
 
 bool SleepInhibitor::isHeld() const {
-    return m_request->isHeld();
+    return m_inhibition->isHeld();
 }
 
 bool SleepInhibitor::isSettled() const {
-    return m_request->isSettled();
+    return m_inhibition->isSettled();
 }
 
 } // namespace corvane

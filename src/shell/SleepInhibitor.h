@@ -30,9 +30,9 @@ class SleepInhibitor {
     bool isSettled() const;
 
   private:
-    class Request;
+    class Inhibition;
 
-    Request *m_request; ///< deletes itself when it is released and answered
+    Inhibition *m_inhibition; ///< deletes itself when it is released and answered
 };
 
 } // namespace corvane

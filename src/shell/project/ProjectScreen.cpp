@@ -4,6 +4,7 @@
 #include "shell/ProjectModule.h"
 
 #include <QGuiApplication>
+#include <QHash>
 
 namespace corvane {
 
@@ -119,46 +120,29 @@ bool ProjectScreen::handleKey(int key, int modifiers, bool isRepeat) {
 }
 
 bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
-    if (modifiers & ~Qt::ShiftModifier) {
-        return false;
-    }
     const int all = m_review.list()->rowCount();
-    int rows = 0;
-    switch (key) {
-    case Qt::Key_Up:
-        rows = -1;
-        break;
-    case Qt::Key_Down:
-        rows = 1;
-        break;
-    case Qt::Key_PageUp:
-        rows = -kRowsPerPage;
-        break;
-    case Qt::Key_PageDown:
-        rows = kRowsPerPage;
-        break;
-    case Qt::Key_Home:
-        rows = -all;
-        break;
-    case Qt::Key_End:
-        rows = all;
-        break;
-    default:
+    const QHash<int, int> rowsByKey{{Qt::Key_Up, -1},
+                                    {Qt::Key_Down, 1},
+                                    {Qt::Key_PageUp, -kRowsPerPage},
+                                    {Qt::Key_PageDown, kRowsPerPage},
+                                    {Qt::Key_Home, -all},
+                                    {Qt::Key_End, all}};
+    const auto rows = rowsByKey.constFind(key);
+    if (rows == rowsByKey.cend() || modifiers & ~Qt::ShiftModifier) {
         return false;
     }
-    m_review.selection()->moveSelection(rows, modifiers);
+    m_review.selection()->moveSelection(*rows, modifiers);
     return true;
 }
 
 bool ProjectScreen::canImportDropped(const QList<QUrl> &urls) const {
-    return !isSheetOpen() && !m_review.hasConfirmation() &&
-           !ImportSourceList::localPaths(urls).isEmpty();
+    return !isSheetOpen() && !m_review.hasConfirmation() && !localPaths(urls).isEmpty();
 }
 
 void ProjectScreen::importDropped(const QList<QUrl> &urls) {
     if (canImportDropped(urls)) {
         requestImport();
-        m_importing.openWith(ImportSourceList::localPaths(urls));
+        m_importing.openWith(localPaths(urls));
     }
 }
 
