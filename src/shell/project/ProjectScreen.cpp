@@ -35,7 +35,7 @@ void ProjectScreen::connectRequests(AppRequests &requests) {
     connect(&requests, &AppRequests::importRequested, this, &ProjectScreen::requestImport);
     connect(&requests, &AppRequests::exportRequested, this, &ProjectScreen::requestExport);
     connect(&requests, &AppRequests::selectsHandoffRequested, this, &ProjectScreen::requestHandoff);
-    connect(&m_review, &ReviewScreenState::importRequested, this, &ProjectScreen::requestImport);
+    connect(&m_review, &ReviewScreenState::importRequested, this, &ProjectScreen::startWithImport);
     connect(&m_review, &ReviewScreenState::projectReplaced, this, &ProjectScreen::leaveImport);
 }
 
@@ -44,6 +44,7 @@ void ProjectScreen::connectFlows() {
     for (DeliverySheet *const flow :
          std::initializer_list<DeliverySheet *>{&m_exporting, &m_handoff}) {
         connect(flow, &DeliverySheet::stageChanged, this, &ProjectScreen::updateRunning);
+        connect(flow, &DeliverySheet::isOpenChanged, this, &ProjectScreen::openPendingImport);
         connect(flow, &DeliverySheet::revealWanted, &m_reveal, &FileReveal::reveal);
     }
 }
@@ -72,8 +73,20 @@ void ProjectScreen::requestHandoff() {
     }
 }
 
+void ProjectScreen::startWithImport() {
+    m_isImportPending = !m_importing.isOpen();
+    openPendingImport();
+}
+
+void ProjectScreen::openPendingImport() {
+    if (!isSheetOpen() && std::exchange(m_isImportPending, false)) {
+        requestImport();
+    }
+}
+
 /// Discards the choices made for the former project. The results of a run stay open.
 void ProjectScreen::leaveImport() {
+    m_isImportPending = false;
     if (m_importing.stage() != ImportViewModel::Stage::done) {
         m_importing.dismiss();
     }

@@ -69,6 +69,10 @@ class ProjectScreen : public OpenProjectScreen {
     }
     template <class Sheet> void open(Sheet &sheet);
     void leaveImport();
+    /// Opens the import that a new project starts with. Waits until the sheet of a delivery is
+    /// closed.
+    void startWithImport();
+    void openPendingImport();
     void updateRunning();
     bool moveInList(int key, Qt::KeyboardModifiers modifiers);
 
@@ -84,6 +88,7 @@ class ProjectScreen : public OpenProjectScreen {
     HandoffSheet m_handoff;
 
     FileReveal m_reveal;
+    bool m_isImportPending = false; ///< waits for the open sheet of a delivery
     bool m_isRunning = false;
     std::optional<SleepInhibitor> m_sleepInhibitor; ///< while a flow runs
 };

@@ -83,3 +83,23 @@ TEST_F(ShellTest, OpensOneSheetAtATimeAndADeliveryOnlyWithSelects) {
     screen.requestImport();
     EXPECT_TRUE(screen.importing()->isOpen() && !screen.exporting()->isOpen());
 }
+
+TEST_F(ShellTest, ANewProjectStartsWithTheImportOnceTheOpenSheetIsClosed) {
+    ProjectScreen screen(app, media::MediaPlayer::Options());
+    open(make(QStringLiteral("Harbor.corvane"), sampleProject(1)));
+    screen.review()->appear();
+    app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
+    screen.requestExport();
+    QEventLoop loop;
+    QObject::connect(screen.exporting(), &DeliverySheet::resultChanged, &loop, &QEventLoop::quit);
+    screen.exporting()->start();
+    loop.exec();
+    const QString file = folder.at(QStringLiteral("Other.corvane"));
+    await(app.store().createProject({.name = QStringLiteral("Other")}, file));
+    ASSERT_TRUE(screen.exporting()->isOpen()) << "the results";
+    EXPECT_FALSE(screen.importing()->isOpen());
+    screen.exporting()->dismiss();
+    EXPECT_TRUE(screen.importing()->isOpen());
+    screen.importing()->dismiss();
+    EXPECT_FALSE(screen.importing()->isOpen());
+}
