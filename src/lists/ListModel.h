@@ -108,6 +108,9 @@ template <class Row, auto key = &Row::id> class ListModel : public ListModelBase
     }
 
     void setRows(QList<Row> rows) {
+        if (rows == m_rows) {
+            return;
+        }
         const int countBefore = count();
         rowDiff::Matches matches = rowDiff::matchRows(m_rows, rows, key);
         const std::vector<int> changed = changedRows(rows, matches);
@@ -175,14 +178,21 @@ template <class Row, auto key = &Row::id> class ListModel : public ListModelBase
     /// Removes the rows that are not matched, brings the others into the order of the new rows and
     /// renumbers `matches`.
     void keepMatched(rowDiff::Matches &matches) {
-        std::vector<int> kept;
-        std::ranges::copy_if(matches, std::back_inserter(kept), [](int row) { return row >= 0; });
-        rowDiff::Matches ascending = kept;
-        std::ranges::sort(ascending);
-        replaceRows(rowsAt(ascending), ascending);
-        std::vector<int> ranks(ascending.empty() ? 0 : size_t(ascending.back()) + 1);
-        for (size_t rank = 0; rank < ascending.size(); ++rank) {
-            ranks[size_t(ascending[rank])] = int(rank);
+        constexpr int kRemoved = -1;
+        std::vector<int> ranks(size_t(m_rows.size()), kRemoved);
+        for (const int match : matches) {
+            if (match >= 0) {
+                ranks[size_t(match)] = match;
+            }
+        }
+        rowDiff::Matches kept;
+        for (int &rank : ranks) {
+            if (rank != kRemoved) {
+                kept.push_back(std::exchange(rank, int(kept.size())));
+            }
+        }
+        if (std::ssize(kept) < m_rows.size()) {
+            replaceRows(rowsAt(kept), kept);
         }
         std::vector<int> order;
         for (int &match : matches) {
