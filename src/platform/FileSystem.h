@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Failure.h"
+#include "platform/MountTable.h"
 
 #include <QList>
 #include <QString>
@@ -74,12 +75,13 @@ struct DirectoryEntry {
     bool isTypeKnown = false;
 };
 
-/// The mount that contains an open file.
-struct Mount {
+/// The mount that contains an open file, and the file's path.
+struct MountedPath {
     quint64 fileSystemId = 0;
-    QString mountPoint; ///< empty if unknown
+    std::optional<Mount> mount; ///< nullopt if unknown
+    QByteArray path;            ///< current, without symbolic links; empty if unknown
 
-    bool operator==(const Mount &) const = default;
+    bool operator==(const MountedPath &) const = default;
 };
 
 /// The file system calls of the program. An interface, so that a test can make any call fail and
@@ -152,10 +154,10 @@ class FileSystem {
     /// Blocks until everything written to the volume of this path is on the disk. For many small
     /// files much faster than `sync` for each.
     virtual void syncVolume(const QString &path) = 0;
-    virtual Mount mount(const Descriptor &file) const = 0;
-    /// The UUID of the file system that contains the path, from /dev/disk/by-uuid. It is the same
-    /// after a remount. nullopt if the file system has none, or if the path doesn't exist.
-    virtual std::optional<QString> volumeUUID(const QString &path) const = 0;
+    virtual MountedPath mountedPath(const Descriptor &file) const = 0;
+    /// The UUID of a mounted volume, which is the same after a remount; nullopt if it has none. For
+    /// the identity of a folder use `FolderIdentity`.
+    virtual std::optional<QString> volumeUUID(const Mount &mount) const = 0;
     /// Free space for unprivileged users on the file system that contains the path.
     virtual qint64 availableBytes(const QString &path) const = 0;
 };

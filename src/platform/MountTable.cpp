@@ -1,21 +1,17 @@
 #include "platform/MountTable.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QList>
 
+#include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 namespace corvane {
 
 namespace {
-
-struct MountLine {
-    QByteArray mountPoint;
-    QByteArray device; ///< a path, or any word for a file system without a device
-};
 
 /// Decodes spaces, tabs, newlines and backslashes, which mountinfo writes as a backslash and
 /// three octal digits.
@@ -30,53 +26,113 @@ QByteArray unescaped(const QByteArray &text) {
     return out;
 }
 
-/// The line of the mount that contains a path relative to `folder`, or `folder` itself if the path
-/// is empty. The fields are: id, parent, major:minor, root, mount point, options, ..., "-", type,
-/// device, options.
-std::optional<MountLine> mountLine(int folder, const char *path) {
-    struct statx raw{};
-    if (::statx(folder, path, AT_EMPTY_PATH, STATX_MNT_ID, &raw) != 0 ||
-        !(raw.stx_mask & STATX_MNT_ID)) {
+/// The fields are: id, parent, major:minor, root, mount point, options, ..., "-", type, source,
+/// options of the file system.
+std::optional<Mount> parsedMount(const QByteArray &line) {
+    const QList<QByteArray> fields = line.split(' ');
+    const qsizetype dash = fields.indexOf("-", 5);
+    if (dash < 0 || dash + 2 >= fields.size()) {
         return std::nullopt;
     }
-    QFile table(QStringLiteral("/proc/self/mountinfo"));
-    if (!table.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
-    }
-    const QByteArray mountId = QByteArray::number(quint64(raw.stx_mnt_id));
-    const QList<QByteArray> lines = table.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        const QList<QByteArray> fields = line.split(' ');
-        const qsizetype dash = fields.indexOf("-");
-        if (fields.first() == mountId && dash >= 5 && dash + 2 < fields.size()) {
-            return MountLine{unescaped(fields.at(4)), unescaped(fields.at(dash + 2))};
-        }
-    }
-    return std::nullopt;
+    const QList<QByteArray> device = fields.at(2).split(':');
+    return Mount{.id = fields.first().toULongLong(),
+                 .device = makedev(device.first().toUInt(), device.last().toUInt()),
+                 .root = unescaped(fields.at(3)),
+                 .mountPoint = unescaped(fields.at(4)),
+                 .type = fields.at(dash + 1),
+                 .source = unescaped(fields.at(dash + 2)),
+                 .options = fields.value(dash + 3)};
+}
+
+/// The part of a path below a folder, with its leading slash; empty for the folder itself. nullopt
+/// if the path is elsewhere.
+std::optional<QByteArray> pathBelow(const QByteArray &folder, const QByteArray &path) {
+    const QByteArray prefix = folder == "/" ? QByteArray() : folder;
+    const bool isInside =
+        path.startsWith(prefix) && (path.size() == prefix.size() || path.at(prefix.size()) == '/');
+    return isInside ? std::optional(path == "/" ? QByteArray() : path.mid(prefix.size()))
+                    : std::nullopt;
+}
+
+bool isFUSE(const QByteArray &type) {
+    return type == "fuse" || type == "fuseblk" || type.startsWith("fuse.");
+}
+
+bool isFAT(const QByteArray &type) {
+    return type == "vfat" || type == "exfat" || type == "msdos";
+}
+
+bool isCIFS(const QByteArray &type) {
+    return type == "cifs" || type == "smb3";
 }
 
 } // namespace
 
-QString mountPointOf(int descriptor) {
-    const auto line = mountLine(descriptor, "");
-    return line ? QString::fromUtf8(line->mountPoint) : QString();
+bool Mount::hasStableInodes() const {
+    if (isCIFS(type)) {
+        return options.split(',').contains("serverino");
+    }
+    return !isFUSE(type) && !isFAT(type);
 }
 
-std::optional<QString> volumeUUIDAt(const QByteArray &path) {
-    const auto line = mountLine(AT_FDCWD, path.constData());
-    if (!line || !line->device.startsWith('/')) {
+std::optional<QString> Mount::share() const {
+    // The paths of gvfsd-fuse begin with the name of a share or of a camera.
+    const bool isNamed = isCIFS(type) || type == "fuse.gvfsd-fuse" || source.startsWith("//") ||
+                         (source.contains(':') && !source.startsWith('/'));
+    const bool isShare = isNamed && !hasStableInodes() && source.isValidUtf8();
+    return isShare ? std::optional(QString::fromUtf8(source)) : std::nullopt;
+}
+
+std::optional<QString> Mount::pathOnVolume(const QByteArray &path) const {
+    const auto below = pathBelow(mountPoint, path);
+    if (!below || path.isEmpty()) {
         return std::nullopt;
     }
-    const QString device = QFileInfo(QString::fromUtf8(line->device)).canonicalFilePath();
-    const QDir links(QStringLiteral("/dev/disk/by-uuid"));
-    const QFileInfoList entries =
-        links.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-    for (const QFileInfo &entry : entries) {
-        if (!device.isEmpty() && entry.canonicalFilePath() == device) {
-            return entry.fileName();
+    const QByteArray fullPath = root == "/" && !below->isEmpty() ? *below : root + *below;
+    return fullPath.isValidUtf8() ? std::optional(QString::fromUtf8(fullPath)) : std::nullopt;
+}
+
+std::optional<Mount> mountWithId(const QByteArray &table, quint64 id) {
+    const QByteArray prefix = QByteArray::number(id) + ' ';
+    for (const QByteArray &line : table.split('\n')) {
+        if (line.startsWith(prefix)) {
+            return parsedMount(line);
         }
     }
     return std::nullopt;
+}
+
+std::optional<Mount> mountContaining(const QByteArray &table, const QByteArray &path) {
+    std::optional<Mount> innermost;
+    for (const QByteArray &line : table.split('\n')) {
+        const auto mount = parsedMount(line);
+        // Of two mounts at the same mount point, the later one hides the other.
+        if (mount && pathBelow(mount->mountPoint, path) &&
+            (!innermost || mount->mountPoint.size() >= innermost->mountPoint.size())) {
+            innermost = mount;
+        }
+    }
+    return innermost;
+}
+
+QByteArray pathOfDescriptor(int descriptor) {
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    QByteArray path(PATH_MAX, '\0');
+    const ssize_t size = ::readlink(link.constData(), path.data(), size_t(path.size()));
+    path.resize(size > 0 && size < path.size() ? size : 0);
+    return path;
+}
+
+std::optional<Mount> mountOfDescriptor(int descriptor, const QByteArray &path) {
+    QFile table(QStringLiteral("/proc/self/mountinfo"));
+    if (!table.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    struct statx raw{};
+    const bool hasId = ::statx(descriptor, "", AT_EMPTY_PATH, STATX_MNT_ID, &raw) == 0 &&
+                       (raw.stx_mask & STATX_MNT_ID);
+    return hasId ? mountWithId(table.readAll(), raw.stx_mnt_id)
+                 : mountContaining(table.readAll(), path); // before Linux 5.8
 }
 
 } // namespace corvane

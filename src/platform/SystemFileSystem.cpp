@@ -1,7 +1,7 @@
 #include "platform/SystemFileSystem.h"
 
-#include "platform/MountTable.h"
 #include "platform/Paths.h"
+#include "platform/VolumeUUID.h"
 
 #include <QStringDecoder>
 
@@ -300,16 +300,18 @@ void SystemFileSystem::syncVolume(const QString &path) {
     checked(path, [&] { return ::syncfs(file.number()); });
 }
 
-Mount SystemFileSystem::mount(const Descriptor &file) const {
+MountedPath SystemFileSystem::mountedPath(const Descriptor &file) const {
     struct statfs raw{};
     checked(file.path(), [&] { return ::fstatfs(file.number(), &raw); });
     const auto &id = raw.f_fsid.__val;
+    const QByteArray path = pathOfDescriptor(file.number());
     return {.fileSystemId = (quint64(quint32(id[0])) << 32) | quint32(id[1]),
-            .mountPoint = mountPointOf(file.number())};
+            .mount = mountOfDescriptor(file.number(), path),
+            .path = path};
 }
 
-std::optional<QString> SystemFileSystem::volumeUUID(const QString &path) const {
-    return volumeUUIDAt(encoded(path));
+std::optional<QString> SystemFileSystem::volumeUUID(const Mount &mount) const {
+    return mountedVolumeUUID(mount);
 }
 
 qint64 SystemFileSystem::availableBytes(const QString &path) const {

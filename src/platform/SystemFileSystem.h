@@ -36,8 +36,8 @@ class SystemFileSystem : public FileSystem {
     void syncFolder(const QString &path) override;
 
     void syncVolume(const QString &path) override;
-    Mount mount(const Descriptor &file) const override;
-    std::optional<QString> volumeUUID(const QString &path) const override;
+    MountedPath mountedPath(const Descriptor &file) const override;
+    std::optional<QString> volumeUUID(const Mount &mount) const override;
     qint64 availableBytes(const QString &path) const override;
 };
 

@@ -34,26 +34,12 @@ template <typename Call> auto writing(const QString &destination, Call call) {
         call, [&](const QString &error) { return CopyError::writeFailed(destination, error); });
 }
 
-/// The UUID of the volume that contains the folder. It can only be queried by path, so the mount is
-/// read again afterwards to verify that the UUID belongs to this mount.
-std::optional<QString> volumeOf(const Descriptor &folder) {
-    const Mount before = fileSystem().mount(folder);
-    const auto uuid =
-        before.mountPoint.isEmpty() ? std::nullopt : fileSystem().volumeUUID(before.mountPoint);
-    if (fileSystem().mount(folder) != before) {
-        throw CopyError::sourceRootChanged(folder.path());
-    }
-    return uuid;
-}
-
 /// Opens the root and verifies that it is the expected folder.
 Descriptor openRoot(const QString &root, const std::optional<RootIdentity> &expected) {
     Descriptor folder = fileSystem().openFolder(root);
-    const FileStatus status = fileSystem().status(folder);
     if (expected) {
-        const RootIdentity found{
-            .device = int(status.device), .inode = status.inode, .volumeUUID = volumeOf(folder)};
-        if (!found.isSameFolder(*expected)) {
+        const auto current = FolderIdentity::of(folder);
+        if (!current || !expected->isSameFolder(*current)) {
             throw CopyError::sourceRootChanged(root);
         }
     }

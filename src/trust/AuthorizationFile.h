@@ -16,7 +16,7 @@ struct AuthorizationTables {
     bool operator==(const AuthorizationTables &) const = default;
 };
 
-CORVANE_JSON_FIELDS(MediaRootRecord, path, device, inode, volumeUUID);
+CORVANE_JSON_FIELDS(MediaRootRecord, path, device, inode, volumeUUID, volumePath);
 
 /// Reads and writes the registry file. Blocks on file access. Neither function throws.
 ///

@@ -51,7 +51,7 @@ QHash<QUuid, QString> filesOfUniqueIds(const QList<ProjectSummary> &summaries) {
 /// A different file in it does not show that the granted file changed.
 bool hasOtherFolder(const LegacyMigrationCandidate &candidate) {
     const auto folder = PathSafety::folderIdentity(paths::parentFolder(candidate.path));
-    return folder && !folder->isSameFolder(candidate.identity);
+    return folder && !candidate.identity.isSameFolder(*folder);
 }
 
 /// Reads the entire file.

@@ -17,16 +17,15 @@ std::optional<MediaRootRecord> mediaRootRecord(const QString &mediaFolder) {
     if (!status || status->type != FileType::Directory) {
         return std::nullopt;
     }
-    return MediaRootRecord{.path = path,
-                           .device = int(status->device),
-                           .inode = status->inode,
-                           .volumeUUID = fileSystem().volumeUUID(path)};
+    const auto identity = PathSafety::folderIdentity(path);
+    const bool isUnchanged = identity && identity->inode == status->inode;
+    return isUnchanged ? std::optional(MediaRootRecord{*identity, path}) : std::nullopt;
 }
 
+/// The record has the absolute path, so an older one doesn't need the path on the volume.
 bool isSameRoot(const MediaRootRecord &stored, const MediaRootRecord &current) {
-    const RootIdentity granted{stored.device, stored.inode, stored.volumeUUID, {}};
-    const RootIdentity found{current.device, current.inode, current.volumeUUID, {}};
-    return stored.path == current.path && granted.isSameFolder(found);
+    return stored.path == current.path &&
+           (stored.isSameFolder(current) || stored.lacksPathOf(current));
 }
 
 std::optional<QString> anchorIfReadable(const QString &path) {

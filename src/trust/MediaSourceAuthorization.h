@@ -20,11 +20,8 @@ struct LegacyMigrationCandidate;
 struct LegacyMigrationOutcome;
 
 /// The grant of a project's media folder. The fields identify the folder itself.
-struct MediaRootRecord {
+struct MediaRootRecord : FolderIdentity {
     QString path; ///< standardized
-    int device = 0;
-    quint64 inode = 0;
-    std::optional<QString> volumeUUID;
 
     bool operator==(const MediaRootRecord &) const = default;
 };

@@ -57,7 +57,7 @@ bool hasChangedContents(const QString &path, const QString &anchor, const Source
 /// An unreadable folder doesn't count as a change: reading the file will fail.
 bool hasChangedFolder(const QString &path, const RootIdentity &granted) {
     const auto folder = folderIdentity(paths::parentFolder(path));
-    return folder && !folder->isSameFolder(granted);
+    return folder && !granted.isSameFolder(*folder);
 }
 
 bool isInAuthorizedMediaRoot(const QString &path, const SourceGrants &grants) {
@@ -89,13 +89,12 @@ bool isInsideWithoutSymlinks(const QString &path, const QString &root) {
 }
 
 std::optional<RootIdentity> folderIdentity(const QString &folder) {
-    const auto status = fileSystem().targetStatus(folder);
-    if (!status) {
+    try {
+        const auto identity = FolderIdentity::of(fileSystem().openFolder(folder));
+        return identity ? std::optional(RootIdentity{*identity, {}}) : std::nullopt;
+    } catch (const FileError &) {
         return std::nullopt;
     }
-    return RootIdentity{.device = int(status->device),
-                        .inode = status->inode,
-                        .volumeUUID = fileSystem().volumeUUID(folder)};
 }
 
 void validateSource(const QString &path, const SourceGrants &grants, const QString &label) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FolderIdentity.h"
 #include "platform/JSONRecord.h"
 
 #include <QHash>
@@ -13,25 +14,21 @@ namespace corvane {
 ///
 /// In a grant the folder is the parent of the granted file, and `contentHash` belongs to the file.
 /// In a `ScanRoot` the folder is the scanned one, and `contentHash` is nullopt.
-struct RootIdentity {
-    int device = 0;    ///< `st_dev`; never compared, since it changes with every mount
-    quint64 inode = 0; ///< `st_ino`
-    std::optional<QString> volumeUUID;
+struct RootIdentity : FolderIdentity {
     std::optional<QString> contentHash; ///< an anchor (see `ContentHasher`)
 
     bool operator==(const RootIdentity &) const = default;
 
-    /// True if the inodes are equal, and the volume UUIDs too if both are known.
-    bool isSameFolder(const RootIdentity &other) const {
-        const bool bothKnowVolume = volumeUUID && other.volumeUUID;
-        return inode == other.inode && (!bothKnowVolume || *volumeUUID == *other.volumeUUID);
-    }
+    /// True if the granted folder is `current`. A grant without a path on a file system where
+    /// inodes change also accepts any other folder of the volume if its anchor is a full one: the
+    /// caller verifies that too, so the file is the granted one.
+    bool isSameFolder(const FolderIdentity &current) const;
 };
 
 /// The grants of a project: standardized path to identity. A path that maps to nullopt was listed,
 /// but could not be identified; unlike a missing path, it can be confirmed by the user.
 using AuthorizedPaths = QHash<QString, std::optional<RootIdentity>>;
 
-CORVANE_JSON_FIELDS(RootIdentity, device, inode, volumeUUID, contentHash);
+CORVANE_JSON_FIELDS(RootIdentity, device, inode, volumeUUID, volumePath, contentHash);
 
 } // namespace corvane

@@ -137,8 +137,16 @@ void FaultyFileSystem::syncVolume(const QString &path) {
     m_unsynced.clear();
 }
 
-std::optional<QString> FaultyFileSystem::volumeUUID(const QString &path) const {
-    return m_volumeUUID ? *m_volumeUUID : SystemFileSystem::volumeUUID(path);
+MountedPath FaultyFileSystem::mountedPath(const Descriptor &file) const {
+    MountedPath location = SystemFileSystem::mountedPath(file);
+    if (m_mountTable) {
+        location.mount = mountContaining(*m_mountTable, location.path);
+    }
+    return location;
+}
+
+std::optional<QString> FaultyFileSystem::volumeUUID(const Mount &mount) const {
+    return m_volumeUUID ? *m_volumeUUID : SystemFileSystem::volumeUUID(mount);
 }
 
 qint64 FaultyFileSystem::availableBytes(const QString &path) const {

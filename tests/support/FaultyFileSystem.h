@@ -26,7 +26,9 @@ class FaultyFileSystem : public SystemFileSystem {
     /// Sets a function to call with the operation's name and path before each counted call.
     void setObserver(std::function<void(const QString &, const QString &)> observer);
     int calls() const { return m_calls; }
-    /// Sets the result of `volumeUUID` for all paths.
+    /// Replaces the system's mount table by a text in the form of /proc/self/mountinfo.
+    void setMountTable(const QByteArray &table) { m_mountTable = table; }
+    /// Sets the result of `volumeUUID` for all mounts.
     void setVolumeUUID(std::optional<QString> uuid) { m_volumeUUID = std::move(uuid); }
 
     /// Simulates a power cut: truncates all files that weren't synced, including renamed ones.
@@ -48,7 +50,8 @@ class FaultyFileSystem : public SystemFileSystem {
     void renameToFreeName(const QString &from, const QString &to) override;
     void syncFolder(const QString &path) override;
     void syncVolume(const QString &path) override;
-    std::optional<QString> volumeUUID(const QString &path) const override;
+    MountedPath mountedPath(const Descriptor &file) const override;
+    std::optional<QString> volumeUUID(const Mount &mount) const override;
     qint64 availableBytes(const QString &path) const override;
 
   private:
@@ -60,6 +63,7 @@ class FaultyFileSystem : public SystemFileSystem {
     std::atomic<int> m_failingCode = 0;
     std::atomic<qint64> m_freeSpace = -1;
     std::function<void(const QString &, const QString &)> m_observer;
+    std::optional<QByteArray> m_mountTable;
     std::optional<std::optional<QString>> m_volumeUUID;
     std::mutex m_mutex;
     QStringList m_unsynced;

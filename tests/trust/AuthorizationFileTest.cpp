@@ -26,11 +26,12 @@ AuthorizationTables withPaths(const AuthorizedPaths &paths) {
 TEST(AuthorizationFile, ReadsBackWhatItWrote) {
     const TestFolder folder;
     const QString path = QStringLiteral("/m/\u00e9 \"x\".mov");
-    const RootIdentity identity{-7, std::numeric_limits<quint64>::max(),
-                                QStringLiteral("1111-AAAA"), QStringLiteral("3:00")};
+    const RootIdentity identity{{-7, std::numeric_limits<quint64>::max(),
+                                 QStringLiteral("1111-AAAA"), QStringLiteral("/DCIM")},
+                                QStringLiteral("3:00")};
     AuthorizationTables tables = withPaths(
         {{path, identity}, {QStringLiteral("/m/b.mov"), std::nullopt}, {{}, RootIdentity{}}});
-    tables.authorizedMediaRoots.insert(kKey, {QStringLiteral("/p/media"), 5, 6, {}});
+    tables.authorizedMediaRoots.insert(kKey, {{5, 6, {}, {}}, QStringLiteral("/p/media")});
     tables.pendingLegacyPaths.insert(kKey, {path, QStringLiteral("/m/b.mov")});
     tables.contentMismatchPaths.insert(kKey, {path});
     AuthorizationFile::write(tables, folder.at(kName));
@@ -46,7 +47,7 @@ TEST(AuthorizationFile, AddsCurrentIdentitiesToOlderFormats) {
         withPaths({{folder.at("card/a.mov"), PathSafety::folderIdentity(folder.at("card"))},
                    {folder.at("gone/b.mov"), std::nullopt}});
     EXPECT_EQ(readText(folder, lists), tables);
-    tables.authorizedMediaRoots.insert(kKey, {QStringLiteral("/p/media"), 1, 2, {}});
+    tables.authorizedMediaRoots.insert(kKey, {{1, 2, {}, {}}, QStringLiteral("/p/media")});
     tables.pendingLegacyPaths.insert(kKey, {QStringLiteral("/c.mov")});
     EXPECT_EQ(readText(folder, R"({"paths":)" + lists + R"(,"mediaRoots":{"/p/a.corvane":
         {"path":"/p/media","device":1,"inode":2}},"pendingLegacy":{"/p/a.corvane":["/c.mov"]}})"),

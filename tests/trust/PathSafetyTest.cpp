@@ -36,7 +36,7 @@ class PathSafetyTest : public testing::Test {
     test::TestFolder folder;
     QString clip = folder.write("card/clip.mov", "take one");
     RootIdentity here = folderIdentity(folder.at("card")).value_or(RootIdentity{});
-    RootIdentity elsewhere{.device = here.device, .inode = here.inode + 1};
+    RootIdentity elsewhere{{.device = here.device, .inode = here.inode + 1}, {}};
     SourceGrants grants{.projectFolder = folder.path()};
 };
 
