@@ -56,8 +56,8 @@ struct GrantedProject {
             grants.insert(video->sourcePath, identity);
         }
         writeAtomically(file, encodeJSON(project));
-        return !AuthorizationFile::write({.authorizedPaths = {{file, grants}}},
-                                         registryFile(folder));
+        return AuthorizationFile::write({.authorizedPaths = {{file, grants}}},
+                                        registryFile(folder)) > 0;
     }
 };
 

@@ -51,6 +51,14 @@ void CliSession::save() {
     throwLastError();
 }
 
+bool CliSession::printNotices(const CommandCall &call) const {
+    const QStringList notices = m_authorization.notices();
+    for (const QString &notice : notices) {
+        call.printNotice(notice);
+    }
+    return !m_authorization.unsavedNotice();
+}
+
 QStringList CliSession::resolveClips(const QStringList &texts) const {
     QHash<QString, QStringList> idsByName;
     QSet<QString> known;

@@ -30,6 +30,9 @@ class CliSession {
     void create(const NewProject &fields, const QString &file);
     /// Writes all edits to the file.
     void save();
+    /// Prints what is to be said about the registry of grants. Returns false if changes to it could
+    /// not be written.
+    bool printNotices(const CommandCall &call) const;
 
     /// Returns the ids of the clips, named by id or by unique file name, without duplicates. Throws
     /// if a text matches no clip or several.

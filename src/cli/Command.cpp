@@ -18,6 +18,14 @@ QString absolutePath(const QString &text) {
     return path;
 }
 
+QStringList absolutePaths(const QStringList &texts) {
+    QStringList paths;
+    for (const QString &text : texts) {
+        paths.append(absolutePath(text));
+    }
+    return paths;
+}
+
 } // namespace
 
 CommandCall::CommandCall(const QCommandLineParser &parser, Console &console)
@@ -28,11 +36,11 @@ QString CommandCall::path(int index) const {
 }
 
 QStringList CommandCall::pathsFrom(int index) const {
-    QStringList absolutePaths;
-    for (const QString &text : arguments().mid(index)) {
-        absolutePaths.append(absolutePath(text));
-    }
-    return absolutePaths;
+    return absolutePaths(arguments().mid(index));
+}
+
+QStringList CommandCall::pathValues(const char *option) const {
+    return absolutePaths(values(option));
 }
 
 std::optional<QString> CommandCall::value(const char *option) const {

@@ -43,6 +43,8 @@ class CommandCall {
     QStringList values(const char *option) const { return m_parser.values(QLatin1String(option)); }
     /// The option's value as an absolute path.
     std::optional<QString> pathValue(const char *option) const;
+    /// The values of a repeated option as absolute paths.
+    QStringList pathValues(const char *option) const;
 
     /// Prints a line of the text output.
     void printLine(const QString &line) const;
@@ -84,6 +86,7 @@ CliCommand subclipCommand();
 CliCommand exportCommand();
 CliCommand handoffCommand();
 CliCommand mediaCommand();
+CliCommand grantsCommand();
 CliCommand anchorCommand();
 CliCommand verifyCommand();
 

@@ -73,13 +73,13 @@ class ProgramRun {
             return refuseUsage(command.name, parser.errorText());
         }
         const qsizetype argumentCount = parser.positionalArguments().size();
-        const QStringList arguments =
-            command.synopsis.section(QStringLiteral(" --"), 0, 0).split(QLatin1Char(' '));
+        const QStringList arguments = command.synopsis.section(QStringLiteral(" --"), 0, 0)
+                                          .split(QLatin1Char(' '), Qt::SkipEmptyParts);
         if (argumentCount < arguments.size()) {
             return refuseUsage(command.name, QStringLiteral("An argument is missing: %1 %2")
                                                  .arg(command.name, command.synopsis));
         }
-        const bool isOpenEnded = arguments.last().endsWith(QStringLiteral("..."));
+        const bool isOpenEnded = command.synopsis.contains(QStringLiteral("..."));
         if (!isOpenEnded && argumentCount > arguments.size()) {
             return refuseUsage(command.name,
                                QStringLiteral("Unexpected argument \"%1\".")
@@ -137,9 +137,9 @@ class ProgramRun {
 
 const QList<CliCommand> &commands() {
     static const QList<CliCommand> table{
-        createCommand(),  infoCommand(),  scanCommand(),    importCommand(),
-        listCommand(),    markCommand(),  subclipCommand(), exportCommand(),
-        handoffCommand(), mediaCommand(), anchorCommand(),  verifyCommand(),
+        createCommand(), infoCommand(),    scanCommand(),   importCommand(),  listCommand(),
+        markCommand(),   subclipCommand(), exportCommand(), handoffCommand(), mediaCommand(),
+        grantsCommand(), anchorCommand(),  verifyCommand(),
     };
     return table;
 }

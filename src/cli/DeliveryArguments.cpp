@@ -3,6 +3,7 @@
 #include "cli/ProgressLine.h"
 #include "delivery/DeliveryTexts.h"
 #include "platform/Tasks.h"
+#include "platform/TextFormat.h"
 
 namespace corvane {
 
@@ -24,6 +25,13 @@ void runDelivery(DeliveryFlow &flow, CliSession &session, const CommandCall &cal
     session.save();
     if (flow.backupError()) {
         call.printNotice(DeliveryTexts::backupLine(flow.backupError()));
+    }
+    const auto changed = session.store().mediaConfirmation().contentMismatchPendingPaths.size();
+    if (changed > 0) {
+        call.printNotice(QStringLiteral("%1 not what this project authorized. See \"corvane-cli "
+                                        "media\" to trust the new contents.")
+                             .arg(counted(changed, QStringLiteral("file")) +
+                                  QLatin1String(changed == 1 ? " is" : " are")));
     }
 }
 

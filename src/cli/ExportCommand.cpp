@@ -106,6 +106,7 @@ int runPlanned(ExportViewModel &flow, CliSession &session, const CommandCall &ca
     runDelivery(flow, session, call, QStringLiteral("Verifying sources…"));
     const ExportBatchResult result = flow.result().value_or(ExportBatchResult());
     printExportFailures(call, result);
+    session.printNotices(call);
     call.printResult(
         [&](JSONWriter &writer) { writeExportResult(writer, flow.runInput(), result); },
         [&] { printExportResult(call, result); });

@@ -82,10 +82,7 @@ int runHandoff(const CommandCall &call) {
     runDelivery(flow, session, call);
     const HandoffResult result = flow.result().value_or(HandoffResult());
     bool isDone = printHandoffFailures(call, result, flow.choices().outputMode);
-    if (const auto &notice = session.store().authorization().unsavedNotice()) {
-        call.printNotice(*notice);
-        isDone = false;
-    }
+    isDone = session.printNotices(call) && isDone;
     call.printResult([&](JSONWriter &writer) { writeHandoffResult(writer, result); },
                      [&] { printHandoffResult(call, result); });
     return isDone && !watcher.wasInterrupted() ? kAllDone : kRefused;

@@ -6,8 +6,10 @@
 #include "import/ImportViewModel.h"
 #include "platform/InterruptWatcher.h"
 #include "platform/Paths.h"
+#include "platform/RemainingTime.h"
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
+#include "session/MediaConfirmationBanner.h"
 
 namespace corvane {
 
@@ -85,25 +87,44 @@ int runScan(const CommandCall &call) {
     return kAllDone;
 }
 
-void showImportProgress(ProgressLine &line, const ImportViewModel &flow) {
-    const auto progress = flow.progress();
-    if (!progress) {
-        return;
+/// Shows the progress of an import.
+class ImportLine {
+  public:
+    explicit ImportLine(Console &console) : m_line(console) {}
+
+    void show(const ImportProgress &progress) {
+        const double part =
+            progress.bytesTotal > 0 ? double(progress.bytesDone) / double(progress.bytesTotal) : 0;
+        if (progress.phase == ImportProgress::Phase::recording) {
+            showRecording(progress, part);
+        } else {
+            m_line.show((progress.index - 1 + part) / progress.total, progress.currentFilename);
+        }
     }
-    if (progress->phase == ImportProgress::Phase::recording) {
-        line.show(progress->currentFilename);
-        return;
+
+  private:
+    void showRecording(const ImportProgress &progress, double part) {
+        const auto now = Clock::system().monotonic();
+        if (!m_recordingTime) {
+            m_recordingTime.emplace(now);
+        }
+        const HashingProgress hashing{.bytesDone = qint64(progress.bytesDone),
+                                      .bytesTotal = qint64(progress.bytesTotal)};
+        m_line.show(part, hashingText(hashing, m_recordingTime->text(part, now)));
     }
-    const double row =
-        progress->bytesTotal > 0 ? double(progress->bytesDone) / double(progress->bytesTotal) : 0.0;
-    line.show((progress->index - 1 + row) / progress->total, progress->currentFilename);
-}
+
+    ProgressLine m_line;
+    std::optional<RemainingTime> m_recordingTime; ///< nullopt before the phase
+};
 
 void importRows(ImportViewModel &flow, const CommandCall &call) {
-    ProgressLine line(call.console());
+    ImportLine line(call.console());
     const QObject context;
-    QObject::connect(&flow, &ImportViewModel::progressChanged, &context,
-                     [&] { showImportProgress(line, flow); });
+    QObject::connect(&flow, &ImportViewModel::progressChanged, &context, [&] {
+        if (const auto progress = flow.progress()) {
+            line.show(*progress);
+        }
+    });
     waitUntilDone(flow.beginImport());
 }
 
@@ -170,12 +191,15 @@ int runImport(const CommandCall &call) {
     if (watcher.wasInterrupted()) {
         call.printNotice(QStringLiteral("Cancelled"));
     }
-    const auto &unsaved = session.store().authorization().unsavedNotice();
-    if (unsaved) {
-        call.printNotice(*unsaved);
+    if (result.pendingCount > 0) {
+        call.printNotice(QStringLiteral("%1 not read to the end and can't be delivered until you "
+                                        "confirm. See \"corvane-cli media\".")
+                             .arg(counted(result.pendingCount, QStringLiteral("imported clip")) +
+                                  QLatin1String(result.pendingCount == 1 ? " was" : " were")));
     }
+    const bool isRegistrySaved = session.printNotices(call);
     printPending(flow, call);
-    const bool isDone = result.failures.isEmpty() && !unsaved && !watcher.wasInterrupted();
+    const bool isDone = result.failures.isEmpty() && isRegistrySaved && !watcher.wasInterrupted();
     return isDone ? kAllDone : kRefused;
 }
 

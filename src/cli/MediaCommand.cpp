@@ -1,6 +1,8 @@
 #include "cli/ArgumentValues.h"
 #include "cli/CliSession.h"
 #include "cli/JSONMembers.h"
+#include "cli/ProgressLine.h"
+#include "platform/InterruptWatcher.h"
 #include "platform/Tasks.h"
 #include "session/MediaConfirmationBanner.h"
 
@@ -34,25 +36,42 @@ QList<Kind> kindsToConfirm(const CommandCall &call) {
     return kinds;
 }
 
-bool isPending(const ProjectStore &store, Kind kind) {
+/// Returns the question about media of this kind, or nullopt if there are none.
+std::optional<MediaConfirmationBanner> question(const ProjectStore &store, Kind kind) {
     const auto banners = mediaConfirmationBanners(store.mediaConfirmation());
-    return std::ranges::find(banners, kind, &MediaConfirmationBanner::kind) != banners.end();
+    const auto found = std::ranges::find(banners, kind, &MediaConfirmationBanner::kind);
+    return found == banners.end() ? std::nullopt : std::optional(*found);
 }
 
 /// Confirms the pending media of this kind. Returns false if some of them cannot be read and stay
 /// pending.
 bool confirm(ProjectStore &store, Kind kind, const CommandCall &call) {
-    if (!isPending(store, kind)) {
+    if (!question(store, kind)) {
         call.printNotice(QStringLiteral("Nothing waits for \"--confirm %1\".").arg(rawValue(kind)));
         return true;
     }
-    waitUntilDone(answerBanner(store, kind));
-    waitUntilDone(store.refreshMediaConfirmationState());
-    if (!isPending(store, kind)) {
-        return true;
+    bool isCancelled = false;
+    {
+        const InterruptWatcher watcher([&] {
+            isCancelled = true;
+            store.cancelAnswers();
+        });
+        ProgressLine line(call.console());
+        const QObject context;
+        QObject::connect(&store, &ProjectStore::mediaProgressChanged, &context, [&] {
+            if (const auto &progress = store.mediaProgress()) {
+                line.show(progress->fraction, progress->text);
+            }
+        });
+        waitUntilDone(answerBanner(store, kind));
     }
-    call.printNotice(QStringLiteral("Some of these files can't be read and were not confirmed."));
-    return false;
+    waitUntilDone(store.refreshMediaConfirmationState());
+    const auto rest = question(store, kind);
+    if (rest) {
+        const qsizetype count = std::max<qsizetype>(rest->paths.size(), 1);
+        call.printNotice(isCancelled ? cancelledAnswerText(count) : unconfirmedText(count));
+    }
+    return !rest && !isCancelled;
 }
 
 void printBanner(const CommandCall &call, const MediaConfirmationBanner &banner) {
@@ -84,10 +103,7 @@ int runMedia(const CommandCall &call) {
     const MediaConfirmation &state = store.mediaConfirmation();
     call.printResult([&](JSONWriter &writer) { writeMembers(writer, state); },
                      [&] { printBanners(call, state); });
-    if (const auto &notice = store.authorization().unsavedNotice()) {
-        call.printNotice(*notice);
-        isDone = false;
-    }
+    isDone = session.printNotices(call) && isDone;
     return isDone ? kAllDone : kRefused;
 }
 

@@ -89,8 +89,15 @@ QCoro::Task<> DeliveryFlow::perform(QPointer<DeliveryFlow> flow, QString project
     if (store) {
         grants = co_await store->authorization().sourceGrants(projectFile);
     }
+    QStringList changed;
     if (flow) {
-        co_await run->deliver(grants, cancelToken);
+        changed = co_await run->deliver(grants, cancelToken);
+    }
+    if (store && !changed.isEmpty()) {
+        co_await store->authorization().markPending({}, changed, projectFile);
+    }
+    if (store && !changed.isEmpty()) {
+        co_await store->refreshMediaConfirmationState();
     }
 }
 

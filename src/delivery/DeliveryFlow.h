@@ -15,9 +15,10 @@ class DeliveryRun {
     virtual ~DeliveryRun();
 
     /// Runs the engine and passes its progress and result to the flow, if that still exists.
-    /// `grants` is a snapshot for the entire run. Never throws.
-    virtual QCoro::Task<> deliver(PathSafety::SourceGrants grants,
-                                  std::shared_ptr<CancelToken> cancelToken) = 0;
+    /// `grants` is a snapshot for the entire run. Returns the sources that were refused because
+    /// they are no longer the granted files. Never throws.
+    virtual QCoro::Task<QStringList> deliver(PathSafety::SourceGrants grants,
+                                             std::shared_ptr<CancelToken> cancelToken) = 0;
 };
 
 /// The flow of one kind of delivery: its stage, its choices and its run, one at a time. Each
@@ -64,7 +65,8 @@ class DeliveryFlow : public QObject {
 
     /// Returns to `configure` with the defaults for the project. A no-op during a run.
     void reset(const Project &project);
-    /// Runs the delivery of the project; the task ends with the run. A no-op during a run and if
+    /// Runs the delivery of the project; the task ends with the run. Sources that were refused
+    /// because they changed await the user's confirmation from then on. A no-op during a run and if
     /// there is nothing to deliver.
     QCoro::Task<> start(Project project);
     /// Raises the cancel stage by one step. A no-op unless running.

@@ -6,7 +6,7 @@ namespace corvane {
 
 namespace {
 
-constexpr double kRecordingPerByte = 0.25; ///< read from the page cache, nothing is written
+constexpr double kRecordingPerCopiedByte = 0.25; ///< read from the page cache, nothing is written
 constexpr double kMetadataPerClip = 64e6;
 
 } // namespace
@@ -20,7 +20,7 @@ ImportMeter::ImportMeter(const QList<ImportPreviewRow> &rows, SourceImportMode m
         }
     }
     m_copying = mode == SourceImportMode::copied ? bytes : 0;
-    m_recording = bytes * kRecordingPerByte;
+    m_recording = m_copying > 0 ? bytes * kRecordingPerCopiedByte : bytes;
     m_metadata = double(m_ends.size()) * kMetadataPerClip;
 }
 
@@ -34,7 +34,9 @@ void ImportMeter::update(const ImportProgress &progress) {
         }
         break;
     case ImportProgress::Phase::recording:
-        advanceTo(m_copying);
+        advanceTo(m_copying + (progress.bytesTotal > 0 ? m_recording * double(progress.bytesDone) /
+                                                             double(progress.bytesTotal)
+                                                       : 0.0));
         break;
     case ImportProgress::Phase::metadata:
         advanceTo(m_copying + m_recording + m_metadata * double(row - 1) / progress.total);

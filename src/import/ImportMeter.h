@@ -7,8 +7,8 @@
 namespace corvane {
 
 /// Progress of an import run as one fraction that never decreases. Its phases are weighted in
-/// bytes: copying the rows, recording the clips, which reads them once more, and reading each
-/// clip's metadata.
+/// bytes: copying the rows, recording the clips, which reads them to their ends, and reading
+/// each clip's metadata.
 class ImportMeter {
   public:
     ImportMeter() = default;

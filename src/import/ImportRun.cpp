@@ -51,12 +51,7 @@ QCoro::Task<ImportResult> ImportRun::run() {
         failAllRows();
     } else if (!m_videos.isEmpty()) {
         addToProject();
-        // Grants follow the copies because they contain anchors of the files at the clips' paths.
-        QStringList files;
-        for (const VideoItem &video : std::as_const(m_videos)) {
-            files.append(video->sourcePath);
-        }
-        co_await m_store->authorization().authorize(files, m_projectFile);
+        co_await grantAccess();
         co_await readMetadata();
     }
     co_return m_result;
@@ -195,6 +190,35 @@ void ImportRun::addToProject() {
     progress.currentFilename = recordingText();
     progress.bytesDone = progress.bytesTotal = 0;
     setProgress(progress);
+}
+
+/// Follows the copies, because grants contain anchors of the files at the clips' paths.
+QCoro::Task<> ImportRun::grantAccess() {
+    QStringList files;
+    for (const VideoItem &video : std::as_const(m_videos)) {
+        files.append(video->sourcePath);
+    }
+    const auto report = [this](const HashingProgress &hashing) {
+        ImportProgress progress = *m_progress;
+        progress.bytesDone = quint64(hashing.bytesDone);
+        progress.bytesTotal = quint64(hashing.bytesTotal);
+        setProgress(progress);
+    };
+    const QSet<QString> granted = co_await m_store->authorization().authorize(
+        files, m_projectFile, {}, {.stop = m_stop.get_token(), .progress = report});
+    for (const VideoItem &video : std::as_const(m_videos)) {
+        if (granted.contains(paths::standardized(video->sourcePath))) {
+            continue;
+        }
+        if (m_stop.stop_requested()) {
+            ++m_result.pendingCount;
+        } else {
+            m_result.failures.append({video->fileName, unreadableClipText()});
+        }
+    }
+    if (isProjectOpen() && granted.size() < m_videos.size()) {
+        co_await m_store->refreshMediaConfirmationState();
+    }
 }
 
 /// Updates one clip at a time, so that fields appear as they are read.

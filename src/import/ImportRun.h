@@ -16,8 +16,9 @@ struct ImportProgress {
     int index = 0;           ///< of the current row, or clip in phase `metadata`; starts at 1
     int total = 0;           ///< number of included rows or of clips
     QString currentFilename; ///< the file name; in later phases a sentence
-    quint64 bytesDone = 0;   ///< of the current row's video; 0 unless it is copied
-    quint64 bytesTotal = 0;  ///< size of the current row's video; 0 after the first phase
+    /// Of the current row's video, 0 unless it is copied; in phase `recording` of all clips.
+    quint64 bytesDone = 0;
+    quint64 bytesTotal = 0; ///< size of the current row's video or of all clips; 0 in `metadata`
 
     bool operator==(const ImportProgress &) const = default;
 };
@@ -30,6 +31,7 @@ struct ImportResult {
     int sidecarsImportedCount = 0;
     QList<ImportFailure> failures;
     QStringList importedVideoIds; ///< of the clips added to the project, in row order
+    int pendingCount = 0;         ///< imported clips that await confirmation after a cancellation
 };
 
 /// One run of an import: copies the files of the included rows unless they are used in place, adds
@@ -48,8 +50,8 @@ class ImportRun : public QObject {
 
     /// Performs the run. Must be called once; the object must outlive the task. Never throws.
     QCoro::Task<ImportResult> run();
-    /// Stops at the current row. Completed rows are kept and added to the project; clips whose
-    /// metadata was not read yet stay without it.
+    /// Stops at the current row. Completed rows are kept and added to the project; clips that were
+    /// not hashed yet await confirmation, and those whose metadata was not read stay without it.
     void cancel() { m_stop.request_stop(); }
     /// Cancels and leaves the project unchanged from now on.
     void abandon();
@@ -69,6 +71,7 @@ class ImportRun : public QObject {
     void finishRow(const ImportPreviewRow &row, const RowImport::Outcome &outcome);
     void failAllRows();
     void addToProject();
+    QCoro::Task<> grantAccess();
     QCoro::Task<> readMetadata();
     ImportCopier::Progress byteProgress();
     void setProgress(const ImportProgress &progress);

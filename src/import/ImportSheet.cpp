@@ -206,14 +206,12 @@ void ImportSheet::updateRun() {
                        .figure =
                            QStringLiteral("%1 / %2").arg(progress->index).arg(progress->total),
                        .fraction = m_meter.fraction()};
-    if (m_import.mode() == SourceImportMode::copied && progress->bytesTotal > 0) {
+    const bool isRecording = progress->phase == ImportProgress::Phase::recording;
+    if ((m_import.mode() == SourceImportMode::copied || isRecording) && progress->bytesTotal > 0) {
         run.details = formattedByteCount(progress->bytesDone) + QStringLiteral(" / ") +
                       formattedByteCount(progress->bytesTotal);
     }
-    // Recording reports no progress of its own.
-    if (progress->phase != ImportProgress::Phase::recording) {
-        run.timeLeft = m_remaining.text(run.fraction, m_clock.monotonic());
-    }
+    run.timeLeft = m_remaining.text(run.fraction, m_clock.monotonic());
     if (run != m_run) {
         m_run = std::move(run);
         Q_EMIT runChanged();
@@ -236,8 +234,8 @@ ImportResultTexts ImportSheet::result() const {
     const ImportResult &result = m_import.result();
     ImportResultTexts texts{.counters = counterMaps(result)};
     if (m_isCancelling) {
-        texts.notice =
-            cancelledText(m_includedAtStart - result.succeededCount - result.failedCount);
+        texts.notice = cancelledText(m_includedAtStart - result.succeededCount - result.failedCount,
+                                     result.pendingCount);
     }
     for (const ImportFailure &failure : result.failures) {
         texts.failures.append(QVariantMap{{QStringLiteral("fileName"), failure.filename},

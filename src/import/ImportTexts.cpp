@@ -51,13 +51,28 @@ QString metadataText(const QString &fileName) {
     return QStringLiteral("Reading metadata: ") + fileName;
 }
 
-QString cancelledText(int notImported) {
-    if (notImported == 0) {
-        return QStringLiteral("Cancelled. Clips whose metadata wasn't read yet stay without it.");
+QString cancelledText(int notImported, int pending) {
+    QString text =
+        QStringLiteral("Cancelled. Clips whose metadata wasn't read yet stay without it.");
+    if (notImported > 0) {
+        text = QStringLiteral("Cancelled. %1 not imported.")
+                   .arg(counted(notImported, QStringLiteral("video")) +
+                        QLatin1String(notImported == 1 ? " was" : " were"));
     }
-    return QStringLiteral("Cancelled. %1 not imported.")
-        .arg(counted(notImported, QStringLiteral("video")) +
-             QLatin1String(notImported == 1 ? " was" : " were"));
+    if (pending > 0) {
+        text += QStringLiteral(" %1 not read to the end, so the banner over the review asks about "
+                               "%2.")
+                    .arg(pending == 1 ? QStringLiteral("1 imported clip was")
+                                      : QStringLiteral("%1 imported clips were").arg(pending),
+                         QLatin1String(pending == 1 ? "it" : "them"));
+    }
+    return text;
+}
+
+QString unreadableClipText() {
+    return QStringLiteral("The clip was imported, but it can't be read to its end, so Export and "
+                          "Handoff refuse it. Confirm it in the banner over the review or with "
+                          "\"corvane-cli media\" when it can be read.");
 }
 
 } // namespace corvane

@@ -25,8 +25,12 @@ QString recordingText();
 /// "Reading metadata: a.mov"
 QString metadataText(const QString &fileName);
 
-/// Describes a cancelled run by the number of included files that were not imported. Zero means
-/// that only reading metadata was cancelled.
-QString cancelledText(int notImported);
+/// Describes a cancelled run by the number of included files that were not imported, and of
+/// imported clips that await confirmation. Zero of both means that only reading metadata was
+/// cancelled.
+QString cancelledText(int notImported, int pending);
+
+/// Says that an imported clip is not authorized because its contents can't be read.
+QString unreadableClipText();
 
 } // namespace corvane

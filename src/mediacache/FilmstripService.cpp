@@ -18,8 +18,7 @@ constexpr double kFrameTolerance = 0.1;
 constexpr double kFrameQuality = 0.7;
 
 SerialExecutor &filmstripExecutor() {
-    static SerialExecutor executor(QStringLiteral("filmstrip"));
-    return executor;
+    return sharedExecutor("filmstrip");
 }
 
 QStringList folderNames(const QString &videoId) {

@@ -20,8 +20,7 @@ constexpr double kThumbnailTolerance = 0.5;
 constexpr double kThumbnailQuality = 0.8;
 
 SerialExecutor &metadataExecutor() {
-    static SerialExecutor executor(QStringLiteral("metadata"));
-    return executor;
+    return sharedExecutor("metadata");
 }
 
 /// Returns nullopt if the value is not finite or out of range.

@@ -1,8 +1,14 @@
 #include "platform/SerialExecutor.h"
 
+#include "platform/ApplicationEnd.h"
+
 #include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
+
+#include <map>
+#include <memory>
+#include <string>
 
 namespace corvane {
 
@@ -13,6 +19,32 @@ void setThreadPriority(SerialExecutor::Priority priority) {
     if (priority == SerialExecutor::Priority::Utility) {
         ::setpriority(PRIO_PROCESS, id_t(::gettid()), 10);
     }
+}
+
+struct SharedExecutors {
+    std::mutex mutex;
+    std::map<std::string, std::unique_ptr<SerialExecutor>, std::less<>> byName;
+};
+
+SharedExecutors &sharedExecutors() {
+    static SharedExecutors executors;
+    return executors;
+}
+
+/// Called by the destructor of the application object. Results that are posted to that object from
+/// now on are dropped with it.
+void endSharedExecutors() {
+    decltype(SharedExecutors::byName) ended;
+    {
+        const std::scoped_lock lock(sharedExecutors().mutex);
+        ended.swap(sharedExecutors().byName);
+    }
+    applicationEnd::request();
+    for (const auto &[name, executor] : ended) {
+        executor->discardQueue();
+    }
+    ended.clear();
+    applicationEnd::reset();
 }
 
 } // namespace
@@ -37,6 +69,12 @@ void SerialExecutor::post(std::function<void()> work) {
     m_wake.notify_one();
 }
 
+void SerialExecutor::discardQueue() {
+    std::deque<std::function<void()>> discarded;
+    const std::scoped_lock lock(m_mutex);
+    discarded.swap(m_queue);
+}
+
 void SerialExecutor::runQueue(const QString &name, Priority priority) {
     ::pthread_setname_np(::pthread_self(), name.left(15).toLatin1().constData());
     setThreadPriority(priority);
@@ -54,14 +92,26 @@ void SerialExecutor::runQueue(const QString &name, Priority priority) {
     }
 }
 
+SerialExecutor &sharedExecutor(const char *name, SerialExecutor::Priority priority) {
+    SharedExecutors &executors = sharedExecutors();
+    const std::scoped_lock lock(executors.mutex);
+    if (executors.byName.empty()) {
+        qAddPostRoutine(endSharedExecutors);
+    }
+    const auto found = executors.byName.find(name);
+    if (found != executors.byName.end()) {
+        return *found->second;
+    }
+    auto executor = std::make_unique<SerialExecutor>(QString::fromLatin1(name), priority);
+    return *executors.byName.emplace(name, std::move(executor)).first->second;
+}
+
 SerialExecutor &utilityExecutor() {
-    static SerialExecutor executor(QStringLiteral("utility"), SerialExecutor::Priority::Utility);
-    return executor;
+    return sharedExecutor("utility", SerialExecutor::Priority::Utility);
 }
 
 SerialExecutor &userInitiatedExecutor() {
-    static SerialExecutor executor(QStringLiteral("userInitiated"));
-    return executor;
+    return sharedExecutor("userInitiated");
 }
 
 } // namespace corvane

@@ -33,6 +33,9 @@ class SerialExecutor {
 
     /// Queues a function, which must not throw. Thread-safe.
     void post(std::function<void()> work);
+    /// Removes the functions that have not started. Tasks that await them never resume.
+    /// Thread-safe.
+    void discardQueue();
 
     /// Runs `work` on the executor's thread and returns its result.
     template <std::invocable Work> QCoro::Task<std::invoke_result_t<Work>> run(Work work) {
@@ -99,8 +102,15 @@ class SerialExecutor {
     std::thread m_thread;
 };
 
-/// Two executors for long operations that belong to no object, created on first use: for hashing in
-/// the background, and for scans and copies that the user waits for.
+/// Returns the executor with this name, for work that belongs to no object. Its thread starts on
+/// first use, with the priority of that call. It ends before the application object does: then
+/// `applicationEnd` is requested, and functions that have not started are discarded. Thread-safe.
+SerialExecutor &
+sharedExecutor(const char *name,
+               SerialExecutor::Priority priority = SerialExecutor::Priority::Normal);
+
+/// Two shared executors for long operations: for hashing in the background, and for scans and
+/// copies that the user waits for.
 SerialExecutor &utilityExecutor();
 SerialExecutor &userInitiatedExecutor();
 

@@ -25,6 +25,7 @@ MediaBanners::MediaBanners(ProjectStore &store, QObject *parent)
     : QObject(parent), m_store(store), m_projectFile(store.fileURL()) {
     connect(&m_store, &ProjectStore::mediaConfirmationChanged, this, &MediaBanners::updateBanners);
     connect(&m_store, &ProjectStore::fileURLChanged, this, &MediaBanners::updateProject);
+    connect(&m_store, &ProjectStore::mediaProgressChanged, this, &MediaBanners::changed);
     updateBanners();
 }
 
@@ -32,22 +33,32 @@ QVariantList MediaBanners::banners() const {
     QVariantList banners;
     for (int kind = 0; kind < kBannerKinds; ++kind) {
         const MediaConfirmationBanner *found = bannerOf(m_banners, kind);
-        const MediaConfirmationBanner banner = found ? *found : MediaConfirmationBanner();
-        banners.append(
-            QVariantMap{{QStringLiteral("isShown"), found && !m_closed.contains(kind)},
-                        {QStringLiteral("icon"), banner.icon},
-                        {QStringLiteral("message"), banner.message},
-                        {QStringLiteral("button"), banner.button},
-                        {QStringLiteral("disclosure"), banner.disclosure},
-                        {QStringLiteral("paths"), banner.paths},
-                        {QStringLiteral("isClosable"), banner.isClosable},
-                        {QStringLiteral("isAnswering"), found && m_answering.contains(kind)}});
+        MediaConfirmationBanner banner = found ? *found : MediaConfirmationBanner();
+        const bool isAnswering = found && m_answering.contains(kind);
+        const bool canCancel = isAnswering && m_store.mediaProgress();
+        if (canCancel) {
+            banner.message = QStringLiteral("Reading the files: ") + m_store.mediaProgress()->text;
+            banner.button = QStringLiteral("Cancel");
+        }
+        banners.append(QVariantMap{{QStringLiteral("isShown"), found && !m_closed.contains(kind)},
+                                   {QStringLiteral("icon"), banner.icon},
+                                   {QStringLiteral("message"), banner.message},
+                                   {QStringLiteral("button"), banner.button},
+                                   {QStringLiteral("disclosure"), banner.disclosure},
+                                   {QStringLiteral("paths"), banner.paths},
+                                   {QStringLiteral("isClosable"), banner.isClosable},
+                                   {QStringLiteral("isAnswering"), isAnswering},
+                                   {QStringLiteral("canCancel"), canCancel}});
     }
     return banners;
 }
 
 void MediaBanners::answer(int kind) {
-    if (!m_answering.contains(kind) && bannerOf(m_banners, kind)) {
+    if (m_answering.contains(kind)) {
+        if (m_store.mediaProgress()) {
+            m_store.cancelAnswers();
+        }
+    } else if (bannerOf(m_banners, kind)) {
         detach(runAnswer(Kind(kind)));
     }
 }

@@ -19,12 +19,13 @@ class MediaBanners : public QObject {
     explicit MediaBanners(ProjectStore &store, QObject *parent = nullptr);
 
     /// A map for each kind, the most serious last: "isShown", "icon", "message", "button",
-    /// "disclosure", "paths", "isClosable", "isAnswering".
+    /// "disclosure", "paths", "isClosable", "isAnswering", "canCancel". While an answer reads
+    /// files, the message shows its progress and the button cancels it.
     QVariantList banners() const;
 
     // `kind` is an index in `banners`.
-    /// Runs the action of the banner's button. Until it finishes the banner stays and ignores
-    /// further answers.
+    /// Runs the action of the banner's button. Until it finishes the banner stays, and another call
+    /// cancels it if it has been reading files for a moment.
     Q_INVOKABLE void answer(int kind);
     Q_INVOKABLE void close(int kind);
 

@@ -17,9 +17,7 @@ namespace {
 
 /// Not a shared executor: those can be busy for minutes with verifying files.
 SerialExecutor &thumbnailExecutor() {
-    static SerialExecutor executor(QStringLiteral("subclipThumbnails"),
-                                   SerialExecutor::Priority::Utility);
-    return executor;
+    return sharedExecutor("subclipThumbnails", SerialExecutor::Priority::Utility);
 }
 
 } // namespace

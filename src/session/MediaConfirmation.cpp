@@ -12,10 +12,6 @@ QStringList sortedList(const QSet<QString> &paths) {
     return list;
 }
 
-QSet<QString> setOf(const QStringList &paths) {
-    return QSet<QString>(paths.cbegin(), paths.cend());
-}
-
 } // namespace
 
 void MediaConfirmation::setPending(const PendingMedia &media) {
@@ -27,13 +23,9 @@ void MediaConfirmation::setPending(const PendingMedia &media) {
 }
 
 void MediaConfirmation::addContentMismatches(const QSet<QString> &paths) {
-    contentMismatchPendingPaths = sortedList(setOf(contentMismatchPendingPaths) | paths);
-    updateFlags();
-}
-
-void MediaConfirmation::remove(QStringList MediaConfirmation::*list, const QStringList &paths) {
-    const QSet<QString> removed = setOf(paths);
-    (this->*list).removeIf([&](const QString &path) { return removed.contains(path); });
+    contentMismatchPendingPaths = sortedList(
+        QSet<QString>(contentMismatchPendingPaths.cbegin(), contentMismatchPendingPaths.cend()) |
+        paths);
     updateFlags();
 }
 

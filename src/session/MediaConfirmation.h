@@ -21,7 +21,6 @@ struct MediaConfirmation {
     /// Replaces the lists. A changed file is listed as changed even if it also has no identity.
     void setPending(const PendingMedia &media);
     void addContentMismatches(const QSet<QString> &paths);
-    void remove(QStringList MediaConfirmation::*list, const QStringList &paths);
 
     /// Sets each list's flag.
     void updateFlags();

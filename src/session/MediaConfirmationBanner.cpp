@@ -1,6 +1,7 @@
 #include "session/MediaConfirmationBanner.h"
 
 #include "platform/Paths.h"
+#include "platform/TextFormat.h"
 
 namespace corvane {
 
@@ -110,6 +111,26 @@ QList<Banner> mediaConfirmationBanners(const MediaConfirmation &state) {
         banners.append(contentMismatchBanner(state.contentMismatchPendingPaths));
     }
     return banners;
+}
+
+QString unconfirmedText(qsizetype count) {
+    return count == 1 ? QStringLiteral("1 file can't be read and was not confirmed. Check that its "
+                                       "drive is connected, then confirm again.")
+                      : QStringLiteral("%1 files can't be read and were not confirmed. Check that "
+                                       "their drive is connected, then confirm again.")
+                            .arg(count);
+}
+
+QString cancelledAnswerText(qsizetype count) {
+    return QStringLiteral("Cancelled. %1 for your confirmation.")
+        .arg(count == 1 ? QStringLiteral("1 file still waits")
+                        : QStringLiteral("%1 files still wait").arg(count));
+}
+
+QString hashingText(const HashingProgress &progress, const QString &timeLeft) {
+    const QString bytes = formattedByteCount(quint64(progress.bytesDone)) + QStringLiteral(" / ") +
+                          formattedByteCount(quint64(progress.bytesTotal));
+    return timeLeft.isEmpty() ? bytes : bytes + QStringLiteral(". ") + timeLeft;
 }
 
 QCoro::Task<> answerBanner(ProjectStore &store, Banner::Kind kind) {

@@ -22,6 +22,15 @@ struct MediaConfirmationBanner {
 /// Returns a banner for each flag that is set, the most serious last.
 QList<MediaConfirmationBanner> mediaConfirmationBanners(const MediaConfirmation &state);
 
+/// Says that `count` files could not be read, so that an answer did not grant them.
+QString unconfirmedText(qsizetype count);
+
+/// Says that the user cancelled an answer with `count` files still pending.
+QString cancelledAnswerText(qsizetype count);
+
+/// "1.2 GB / 30.0 GB. About 3 min left". `timeLeft` may be empty.
+QString hashingText(const HashingProgress &progress, const QString &timeLeft);
+
 /// Performs the action of the banner's button.
 QCoro::Task<> answerBanner(ProjectStore &store, MediaConfirmationBanner::Kind kind);
 

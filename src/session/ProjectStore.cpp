@@ -21,7 +21,7 @@ ProjectStore::ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupS
 
 ProjectStore::~ProjectStore() {
     m_authorization.setContentMismatchContinuation({});
-    m_authorization.setUnsavedNoticeContinuation({});
+    m_authorization.setNoticeContinuation({});
 }
 
 QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
@@ -31,7 +31,7 @@ QCoro::Task<> ProjectStore::startUp(StartUpMigrations migrations) {
             self->addContentMismatch(event);
         }
     });
-    m_authorization.setUnsavedNoticeContinuation([self](const QString &notice) {
+    m_authorization.setNoticeContinuation([self](const QString &notice) {
         if (self) {
             self->setStatus(notice);
         }
@@ -78,6 +78,10 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     }
     if (self) {
         co_await refreshMediaConfirmationState();
+    }
+    if (const QStringList notices = self ? m_authorization.notices() : QStringList();
+        self && project() && !notices.isEmpty()) {
+        setStatus(notices.join(QLatin1Char(' ')));
     }
 }
 

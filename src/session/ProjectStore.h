@@ -14,6 +14,14 @@
 
 namespace corvane {
 
+/// Progress of an answer that reads files to grant them.
+struct MediaProgress {
+    double fraction = 0; ///< from 0 to 1
+    QString text;        ///< bytes and time left
+
+    bool operator==(const MediaProgress &) const = default;
+};
+
 /// The session: opens, saves and closes the project, and publishes its state to every front end.
 /// The editing operations are inherited from `ProjectEditor`.
 ///
@@ -50,6 +58,8 @@ class ProjectStore : public ProjectEditor {
     /// Set when a project is created, until the review screen has opened the import flow.
     bool pendingImportOnLoad() const { return m_pendingImportOnLoad; }
     const MediaConfirmation &mediaConfirmation() const { return m_mediaConfirmation; }
+    /// nullopt unless an answer has been reading files for a moment.
+    const std::optional<MediaProgress> &mediaProgress() const { return m_mediaProgress; }
 
     MediaSourceAuthorization &authorization() { return m_authorization; }
 
@@ -85,12 +95,14 @@ class ProjectStore : public ProjectEditor {
     /// Reads `mediaConfirmation` from the registry again. Done whenever a project is opened.
     QCoro::Task<> refreshMediaConfirmationState();
     // The user's answers. Each grants the listed files, which may read them entirely, and then
-    // removes them from `mediaConfirmation`. Files that could not be granted are listed again by
-    // the next refresh. No-op while the same answer is in progress.
+    // reads `mediaConfirmation` again: files that could not be read are still listed. No-op while
+    // the same answer is in progress.
     QCoro::Task<> authorizeLegacyPackageMedia();
     QCoro::Task<> confirmLegacyProjectIdMedia();
     QCoro::Task<> confirmUnresolvedMedia();
     QCoro::Task<> trustChangedContents();
+    /// Stops the answers in progress. Files that were read are granted, the others stay listed.
+    void cancelAnswers() { m_answerStop.request_stop(); }
 
   Q_SIGNALS:
     void fileURLChanged();
@@ -102,6 +114,7 @@ class ProjectStore : public ProjectEditor {
     void recentProjectsChanged();
     void pendingImportOnLoadChanged();
     void mediaConfirmationChanged();
+    void mediaProgressChanged();
 
   private:
     void scheduleSave() override;
@@ -146,9 +159,13 @@ class ProjectStore : public ProjectEditor {
     }
 
     enum class Answer { legacyPackage, legacyProjectId, unresolved, contentMismatch };
-    using Grant = std::function<QCoro::Task<>(QString projectFile)>;
-    using StateChange = std::function<void(MediaConfirmation &)>;
-    QCoro::Task<> runAnswer(Answer answer, Grant grant, StateChange change, QString status);
+    /// Returns the files that could not be granted.
+    using Grant = std::function<QCoro::Task<QStringList>(QString projectFile, HashingControl)>;
+    QCoro::Task<> runAnswer(Answer answer, Grant grant, QString status);
+    QCoro::Task<QStringList> confirmPaths(QStringList paths, QString file, HashingControl control);
+    QCoro::Task<QStringList> grantMediaFolder(Project project, QString file,
+                                              HashingControl control);
+    HashingControl answerControl();
     QCoro::Task<> confirm(Answer answer, QStringList MediaConfirmation::*list, QString status);
     QCoro::Task<bool> legacyPackageNeedsAuthorization(Project project, QString file);
     void addContentMismatch(const ContentMismatchEvent &event);
@@ -168,6 +185,8 @@ class ProjectStore : public ProjectEditor {
     bool m_pendingImportOnLoad = false;
     MediaConfirmation m_mediaConfirmation;
     std::set<std::pair<Answer, QString>> m_runningAnswers; ///< with the path of the project file
+    std::stop_source m_answerStop;                         ///< of all answers in progress
+    std::optional<MediaProgress> m_mediaProgress;
     /// For the file checks of the media confirmation, which must not wait for a copy.
     SerialExecutor m_mediaChecks{QStringLiteral("MediaChecks")};
 

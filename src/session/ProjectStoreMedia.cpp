@@ -1,6 +1,8 @@
 // Media confirmation: what the registry asks about the open project, and the user's answers.
 
 #include "platform/Paths.h"
+#include "platform/RemainingTime.h"
+#include "session/MediaConfirmationBanner.h"
 #include "session/ProjectStore.h"
 #include "trust/PathSafety.h"
 
@@ -84,11 +86,17 @@ void ProjectStore::addContentMismatch(const ContentMismatchEvent &event) {
 QCoro::Task<> ProjectStore::authorizeLegacyPackageMedia() {
     return runAnswer(
         Answer::legacyPackage,
-        [this](const QString &file) {
-            return m_authorization.authorizeMediaFolderClips(*project(), file);
+        [this](const QString &file, const HashingControl &control) {
+            return grantMediaFolder(*project(), file, control);
         },
-        [](MediaConfirmation &state) { state.legacyPackageMediaNeedsAuthorization = false; },
         QStringLiteral("Authorized this project's media folder for Export and Handoff."));
+}
+
+QCoro::Task<QStringList> ProjectStore::grantMediaFolder(Project project, QString file,
+                                                        HashingControl control) {
+    co_await m_authorization.authorizeMediaFolderClips(std::move(project), std::move(file),
+                                                       std::move(control));
+    co_return {};
 }
 
 QCoro::Task<> ProjectStore::confirmLegacyProjectIdMedia() {
@@ -106,39 +114,76 @@ QCoro::Task<> ProjectStore::trustChangedContents() {
     return confirm(Answer::contentMismatch, &MediaConfirmation::contentMismatchPendingPaths, {});
 }
 
-/// Removes only the confirmed paths from the list: others may have been added meanwhile.
 QCoro::Task<> ProjectStore::confirm(Answer answer, QStringList MediaConfirmation::*list,
                                     QString status) {
-    const QStringList confirmed = m_mediaConfirmation.*list;
     return runAnswer(
         answer,
-        [this, confirmed](const QString &file) {
-            return m_authorization.confirmPendingPaths(confirmed, file);
+        [this, asked = m_mediaConfirmation.*list](const QString &file,
+                                                  const HashingControl &control) {
+            return confirmPaths(asked, file, control);
         },
-        [list, confirmed](MediaConfirmation &state) { state.remove(list, confirmed); },
         std::move(status));
 }
 
-/// Publishes `status`, or that the registry couldn't be written, unless the text is empty.
-QCoro::Task<> ProjectStore::runAnswer(Answer answer, Grant grant, StateChange change,
-                                      QString status) {
+QCoro::Task<QStringList> ProjectStore::confirmPaths(QStringList paths, QString file,
+                                                    HashingControl control) {
+    const QSet<QString> granted =
+        co_await m_authorization.confirmPendingPaths(paths, std::move(file), std::move(control));
+    paths.removeIf([&](const QString &path) { return granted.contains(path); });
+    co_return paths;
+}
+
+HashingControl ProjectStore::answerControl() {
+    const auto report = [self = QPointer(this), remaining = RemainingTime(clock().monotonic())](
+                            const HashingProgress &progress) {
+        if (self) {
+            const double fraction = progress.fraction();
+            const QString timeLeft = remaining.text(fraction, self->clock().monotonic());
+            self->publish(self->m_mediaProgress,
+                          std::optional(MediaProgress{fraction, hashingText(progress, timeLeft)}),
+                          &ProjectStore::mediaProgressChanged);
+        }
+    };
+    return {.stop = m_answerStop.get_token(), .progress = report};
+}
+
+/// Publishes that files couldn't be granted, that the registry couldn't be written, or `status`,
+/// unless the text is empty. What is still pending is read after the answer, without a suspension
+/// before it is published: other paths may have become pending meanwhile.
+QCoro::Task<> ProjectStore::runAnswer(Answer answer, Grant grant, QString status) {
     if (!project() || !m_fileURL || m_runningAnswers.contains({answer, *m_fileURL})) {
         co_return;
     }
     const QPointer self(this);
     const QString file = *m_fileURL;
     m_runningAnswers.insert({answer, file});
-    co_await grant(file);
+    const QStringList refused = co_await grant(file, answerControl());
+    if (!self) {
+        co_return;
+    }
+    const PendingMedia pending = co_await m_authorization.pendingMedia(file);
     if (!self) {
         co_return;
     }
     m_runningAnswers.erase({answer, file});
+    const bool isCancelled = m_answerStop.stop_requested();
+    if (m_runningAnswers.empty()) {
+        m_answerStop = std::stop_source();
+        publish(m_mediaProgress, {}, &ProjectStore::mediaProgressChanged);
+    }
     if (m_fileURL != file) {
         co_return;
     }
     MediaConfirmation state = m_mediaConfirmation;
-    change(state);
+    if (answer == Answer::legacyPackage) {
+        state.legacyPackageMediaNeedsAuthorization = false;
+    }
+    state.setPending(pending);
     setMediaConfirmation(std::move(state));
+    if (!refused.isEmpty()) {
+        status =
+            isCancelled ? cancelledAnswerText(refused.size()) : unconfirmedText(refused.size());
+    }
     const QString text = m_authorization.unsavedNotice().value_or(status);
     if (!text.isEmpty()) {
         setStatus(text);

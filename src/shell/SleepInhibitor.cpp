@@ -32,8 +32,7 @@ QDBusMessage screenSaverCall(const char *method) {
 }
 
 SerialExecutor &connectingExecutor() {
-    static SerialExecutor executor(QStringLiteral("buses"), SerialExecutor::Priority::Utility);
-    return executor;
+    return sharedExecutor("buses", SerialExecutor::Priority::Utility);
 }
 
 } // namespace

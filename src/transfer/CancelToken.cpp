@@ -9,6 +9,7 @@ CancelStage CancelToken::stage() const {
 
 CancelStage CancelToken::request() {
     const std::scoped_lock lock(m_mutex);
+    m_requested.request_stop();
     m_stage = m_stage == CancelStage::none ? CancelStage::graceful : CancelStage::hard;
     if (m_stage == CancelStage::hard) {
         m_stop.request_stop();
@@ -19,6 +20,7 @@ CancelStage CancelToken::request() {
 void CancelToken::abort() {
     const std::scoped_lock lock(m_mutex);
     m_stage = CancelStage::hard;
+    m_requested.request_stop();
     m_stop.request_stop();
     m_abort.request_stop();
 }

@@ -27,6 +27,8 @@ class CancelToken {
     /// Raises the stage to `hard`.
     void abort();
 
+    /// Stops on the first request, for work that makes no output.
+    std::stop_token requestToken() const { return m_requested.get_token(); }
     /// Stops when the stage becomes `hard`.
     std::stop_token stopToken() const { return m_stop.get_token(); }
     /// Stops when `abort` is called, but not on a second `request`.
@@ -35,6 +37,7 @@ class CancelToken {
   private:
     mutable std::mutex m_mutex;
     CancelStage m_stage = CancelStage::none;
+    std::stop_source m_requested;
     std::stop_source m_stop;
     std::stop_source m_abort;
 };

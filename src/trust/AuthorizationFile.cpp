@@ -1,6 +1,8 @@
 #include "trust/AuthorizationFile.h"
 
 #include "platform/AtomicWrite.h"
+#include "platform/ISODate.h"
+#include "platform/Paths.h"
 #include "trust/FolderIdentities.h"
 
 namespace corvane {
@@ -83,38 +85,54 @@ AuthorizationTables decodeAnyFormat(JSONView view) {
     if (const auto lists = decoded<PathLists>(view)) {
         return {.authorizedPaths = withCurrentIdentities(*lists)};
     }
-    return {};
+    throw Failure(QStringLiteral("it is damaged, or a newer version of Corvane wrote it"));
 }
+
+constexpr qint64 kLimit = MediaSourceAuthorization::kFileLimit;
 
 } // namespace
 
 AuthorizationTables AuthorizationFile::read(const QString &file) {
-    constexpr qint64 kLimit = MediaSourceAuthorization::kFileLimit;
+    QByteArray bytes;
     try {
-        QByteArray bytes = readAll(file, kLimit);
-        if (bytes.size() <= kLimit) {
-            return decodeAnyFormat(JSONDocument::parse(std::move(bytes)).root());
+        bytes = readAll(file, kLimit);
+    } catch (const FileError &error) {
+        if (error.isMissingFile()) {
+            return {};
         }
-    } catch (const Failure &) {
-        // An unreadable registry grants no file.
+        throw;
     }
-    return {};
+    if (bytes.size() > kLimit) {
+        throw Failure(QStringLiteral("it is larger than 8 MB"));
+    }
+    return decodeAnyFormat(JSONDocument::parse(std::move(bytes)).root());
 }
 
-std::optional<QString> AuthorizationFile::write(const AuthorizationTables &tables,
-                                                const QString &file) {
+qint64 AuthorizationFile::write(const AuthorizationTables &tables, const QString &file) {
     const CurrentRegistryFile stored{tables.authorizedPaths, tables.authorizedMediaRoots,
                                      tables.pendingLegacyPaths, tables.contentMismatchPaths};
-    try {
-        const QByteArray bytes = encodeJSON(stored, JSONWriter::Style::Compact);
-        if (bytes.size() > MediaSourceAuthorization::kFileLimit) {
-            return QStringLiteral("the file would grow past the 8 MB that can be read again.");
-        }
-        writeAtomically(file, bytes);
-        return std::nullopt;
-    } catch (const Failure &error) {
-        return error.description() + QLatin1Char('.');
+    const QByteArray bytes = encodeJSON(stored, JSONWriter::Style::Compact);
+    if (bytes.size() > kLimit) {
+        throw Failure(QStringLiteral("the file would grow past the 8 MB that can be read again"));
     }
+    writeAtomically(file, bytes);
+    return bytes.size();
+}
+
+QString AuthorizationFile::setAside(const QString &file, const QDateTime &now) {
+    const QString stamp = isoDate::toText(now).replace(QLatin1Char(':'), QLatin1Char('-'));
+    const auto [stem, extension] = paths::split(paths::lastComponent(file));
+    const QString kept =
+        paths::joined(paths::parentFolder(file),
+                      QStringLiteral("%1.unreadable-%2%3").arg(stem, stamp, extension));
+    try {
+        fileSystem().renameToFreeName(file, kept);
+    } catch (const FileError &error) {
+        if (!error.isMissingFile()) {
+            throw;
+        }
+    }
+    return kept;
 }
 
 } // namespace corvane

@@ -18,7 +18,7 @@ struct AuthorizationTables {
 
 CORVANE_JSON_FIELDS(MediaRootRecord, path, device, inode, volumeUUID, volumePath);
 
-/// Reads and writes the registry file. Blocks on file access. Neither function throws.
+/// Reads and writes the registry file. Blocks on file access. The functions throw `Failure`.
 ///
 /// The file is one compact JSON object with four members, each an object keyed by project key:
 /// "paths" maps a path to a `RootIdentity` or null, "mediaRoots" is a `MediaRootRecord`, and
@@ -30,13 +30,17 @@ CORVANE_JSON_FIELDS(MediaRootRecord, path, device, inode, volumeUUID, volumePath
 /// each path gets the current identity of its folder.
 namespace AuthorizationFile {
 
-/// Returns empty tables if the file is missing, unreadable, above `kFileLimit` or in no known
-/// format.
+/// Returns empty tables if the file is missing. Throws if it can't be read, is above `kFileLimit`
+/// or in no known format.
 AuthorizationTables read(const QString &file);
 
-/// Replaces the file atomically. Returns nullopt on success, otherwise the reason as a sentence,
-/// and the previous file stays. Fails if the new file would exceed `kFileLimit`.
-std::optional<QString> write(const AuthorizationTables &tables, const QString &file);
+/// Replaces the file atomically and returns its size in bytes. Throws if it can't be written or
+/// would exceed `kFileLimit`; the previous file stays.
+qint64 write(const AuthorizationTables &tables, const QString &file);
+
+/// Renames a file that can't be read to a free name that contains the date, and returns its new
+/// path. A missing file is ignored. Throws if it can't be renamed.
+QString setAside(const QString &file, const QDateTime &now);
 
 } // namespace AuthorizationFile
 

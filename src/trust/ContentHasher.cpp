@@ -62,12 +62,16 @@ std::optional<FullAnchor> parseLegacyAnchor(const QString &anchor) {
 }
 
 /// Throws `Cancelled` once `stop` is requested.
-QString fullDigest(const QString &path, const QByteArray &salt, const std::stop_token &stop = {}) {
+QString fullDigest(const QString &path, const QByteArray &salt, const std::stop_token &stop = {},
+                   const BlockHandler &onBlock = {}) {
     const HashedFile file(path);
     StreamingAnchorHasher hasher(salt);
     file.forEachBlock([&](const char *bytes, qint64 count) {
         throwIfStopRequested(stop);
         hasher.update(bytes, count);
+        if (onBlock) {
+            onBlock(count);
+        }
     });
     return hasher.finalizeDigest();
 }
@@ -118,9 +122,9 @@ QString StreamingAnchorHasher::finalizeDigest() {
     return digestWithLength(m_hasher, m_totalBytes);
 }
 
-QString makeAnchor(const QString &path) {
+QString makeAnchor(const QString &path, const std::stop_token &stop, const BlockHandler &onBlock) {
     const QByteArray salt = randomSalt();
-    return fullAnchor(salt, fullDigest(path, salt));
+    return fullAnchor(salt, fullDigest(path, salt, stop, onBlock));
 }
 
 AnchorVerification verifyAnchor(const QString &anchor, const QString &path) {

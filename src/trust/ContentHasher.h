@@ -20,7 +20,8 @@
 ///
 /// Every function that takes a path opens the file itself, refuses a symbolic link in the last
 /// component, and reads through that one descriptor. Thread-safe. The functions block for up to the
-/// time it takes to read the file, so call them on a background executor.
+/// time it takes to read the file, so call them on a background executor. When the application ends
+/// they throw `Cancelled`.
 namespace corvane::ContentHasher {
 
 class HashError : public Failure {
@@ -76,8 +77,13 @@ class StreamingAnchorHasher {
     quint64 m_totalBytes = 0;
 };
 
-/// Returns a full anchor with a random salt. Throws `HashError`.
-QString makeAnchor(const QString &path);
+/// Receives the size of each block that was hashed, on the hashing thread.
+using BlockHandler = std::function<void(qint64 bytes)>;
+
+/// Returns a full anchor with a random salt. Throws `HashError`, and `Cancelled` once `stop` is
+/// requested.
+QString makeAnchor(const QString &path, const std::stop_token &stop = {},
+                   const BlockHandler &onBlock = {});
 
 /// Compares the file with an anchor in any format. Does not throw.
 AnchorVerification verifyAnchor(const QString &anchor, const QString &path);

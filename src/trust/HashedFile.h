@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ApplicationEnd.h"
 #include "platform/BlockBuffer.h"
 #include "platform/FileSystem.h"
 
@@ -15,10 +16,13 @@ class HashedFile {
     qint64 size() const { return m_size; } ///< bytes, as of opening
 
     /// Calls `each(bytes, count)` for consecutive blocks of the entire file, of at most 1 MiB each.
-    /// Call it only once: it moves the read position.
+    /// Call it only once: it moves the read position. Throws `Cancelled` when the application ends.
     template <typename Each> void forEachBlock(Each each) const {
         const BlockBuffer block;
         while (const qint64 count = read(block.data(), BlockBuffer::kSize)) {
+            if (applicationEnd::isRequested()) {
+                throw Cancelled();
+            }
             each(block.data(), count);
         }
     }

@@ -1,10 +1,12 @@
 #include "trust/MediaSourceAuthorization.h"
 
+#include "platform/Cancellation.h"
 #include "trust/AuthorizationFile.h"
 #include "trust/ContentHasher.h"
 #include "trust/FolderIdentities.h"
+#include "trust/HashingMeter.h"
 
-#include <QCoreApplication>
+#include <chrono>
 
 namespace corvane {
 
@@ -28,24 +30,19 @@ bool isSameRoot(const MediaRootRecord &stored, const MediaRootRecord &current) {
            (stored.isSameFolder(current) || stored.lacksPathOf(current));
 }
 
-std::optional<QString> anchorIfReadable(const QString &path) {
+constexpr qint64 kQuickHashBytes = qint64(64) << 20; ///< hashed in well under a second
+/// How long hashed files may wait to be written. A registry is up to 8 MB, too much for each file.
+constexpr std::chrono::seconds kWriteInterval{2};
+
+/// Returns nullopt if the file can't be read. Throws `Cancelled`.
+std::optional<QString> anchorIfReadable(const QString &path, const std::stop_token &stop,
+                                        HashingMeter &meter) {
     try {
-        return ContentHasher::makeAnchor(path);
+        return ContentHasher::makeAnchor(path, stop,
+                                         [&meter](qint64 bytes) { meter.addBytes(bytes); });
     } catch (const ContentHasher::HashError &) {
         return std::nullopt;
     }
-}
-
-constexpr qint64 kQuickHashBytes = qint64(64) << 20; ///< hashed in well under a second
-
-bool isSlowToHash(const QStringList &files) {
-    qint64 bytes = 0;
-    for (const QString &file : files) {
-        const auto status =
-            bytes <= kQuickHashBytes ? fileSystem().targetStatus(file) : std::nullopt;
-        bytes += status ? status->size : 0;
-    }
-    return bytes > kQuickHashBytes;
 }
 
 /// Includes clips that can't be accessed, so that authorizing them makes them pending.
@@ -75,105 +72,150 @@ MediaSourceAuthorization::MediaSourceAuthorization(const QString &dataFolder,
       m_listeners(std::make_shared<Listeners>()),
       m_executor(QStringLiteral("MediaSourceAuth")) {
     // Runs before every other operation on the executor.
-    m_executor.post([this, dataFolder] {
-        try {
-            fileSystem().createFolders(dataFolder);
-        } catch (const FileError &) {
-            // The first change fails to be written, and is reported then.
-        }
-        *m_tables = AuthorizationFile::read(m_filePath);
-    });
+    m_executor.post([this, dataFolder] { load(dataFolder); });
 }
 
-MediaSourceAuthorization::~MediaSourceAuthorization() = default;
+/// Writes what was hashed by an operation that will not complete.
+MediaSourceAuthorization::~MediaSourceAuthorization() {
+    m_executor.post([this] { persistIfDirty(); });
+}
 
 QString MediaSourceAuthorization::projectKey(const QString &projectFile) {
     return paths::resolvingLinks(projectFile);
 }
 
-QCoro::Task<void> MediaSourceAuthorization::authorize(QStringList paths, QString projectFile,
-                                                      QHash<QString, QString> knownAnchors) {
+/// Used by the executor and, between its functions, by the main thread.
+struct MediaSourceAuthorization::GrantRequest {
+    QString key;
+    QList<Candidate> toHash;
+    qsizetype hashedCount = 0; ///< of `toHash`
+    qint64 bytesToHash = 0;
+    QSet<QString> granted; ///< with a new anchor
+    std::chrono::steady_clock::time_point lastWrite = std::chrono::steady_clock::now();
+};
+
+QCoro::Task<QSet<QString>> MediaSourceAuthorization::authorize(QStringList paths,
+                                                               QString projectFile,
+                                                               QHash<QString, QString> knownAnchors,
+                                                               HashingControl control) {
     if (paths.isEmpty()) {
-        co_return;
+        co_return {};
     }
-    auto [key, candidates] = co_await m_executor.run([this, paths, projectFile, knownAnchors] {
-        std::pair<QString, QList<Candidate>> listed(projectKey(projectFile), {});
-        FolderIdentities identities;
-        QSet<QString> seen;
-        for (const QString &requested : paths) {
-            const QString path = paths::standardized(requested);
-            if (!seen.contains(path)) {
-                seen.insert(path);
-                const auto known = knownAnchors.constFind(path);
-                listed.second.append(
-                    {path, identities.ofParent(path),
-                     known == knownAnchors.cend() ? std::nullopt : std::optional(*known)});
-            }
-        }
-        listCandidates(listed.first, listed.second);
-        return listed;
+    const auto request = std::make_shared<GrantRequest>();
+    co_await m_executor.run([this, request, paths, projectFile, knownAnchors] {
+        request->key = projectKey(projectFile);
+        beginGrants(*request, paths, knownAnchors);
     });
-    // One task per file, so that the executor can run others before an import is hashed entirely.
-    for (Candidate &candidate : candidates) {
-        if (candidate.identity && !candidate.anchor) {
-            candidate.anchor = co_await utilityExecutor().run(
-                [path = candidate.path] { return anchorIfReadable(path); });
+    const auto meter = std::make_shared<HashingMeter>(control.progress, int(request->toHash.size()),
+                                                      request->bytesToHash);
+    qint64 bytesBefore = 0;
+    // One task per file, so that the executors can run others before an import is hashed entirely.
+    for (Candidate candidate : std::as_const(request->toHash)) {
+        try {
+            candidate.anchor =
+                co_await utilityExecutor().run([path = candidate.path, bytes = candidate.bytes,
+                                                stop = control.stop, meter, bytesBefore] {
+                    throwIfStopRequested(stop);
+                    const auto anchor = anchorIfReadable(path, stop, *meter);
+                    meter->finishFile(bytesBefore, bytes);
+                    return anchor;
+                });
+        } catch (const Cancelled &) {
+            break;
         }
+        bytesBefore += candidate.bytes;
+        co_await m_executor.run([this, request, candidate] {
+            ++request->hashedCount;
+            storeGrant(*request, candidate);
+        });
     }
-    co_await m_executor.run([this, key, candidates] { storeGrants(key, candidates); });
+    co_await m_executor.run([this, request] { finishGrants(*request); });
+    co_return request->granted;
 }
 
 /// Lists new paths without an identity until they are hashed. If the process ends before that, the
 /// user is asked about them instead of finding them refused. The registry file is written for this
-/// only if hashing is slow, since it is written again with the grants.
-void MediaSourceAuthorization::listCandidates(const QString &key, QList<Candidate> &candidates) {
-    AuthorizedPaths &table = m_tables->authorizedPaths[key];
-    const QSet<QString> pending = m_tables->pendingLegacyPaths.value(key);
-    QStringList toHash;
-    for (Candidate &candidate : candidates) {
-        if (!table.contains(candidate.path)) {
-            candidate.isNew = !pending.contains(candidate.path);
-            table.insert(candidate.path, std::nullopt);
-            if (candidate.identity && !candidate.anchor) {
-                toHash.append(candidate.path);
-            }
+/// only if hashing is slow, since it is written again with the grants. Grants what needs no
+/// hashing.
+void MediaSourceAuthorization::beginGrants(GrantRequest &request, const QStringList &paths,
+                                           const QHash<QString, QString> &knownAnchors) {
+    FolderIdentities identities;
+    QSet<QString> seen;
+    QList<Candidate> ready;
+    for (const QString &requested : paths) {
+        const QString path = paths::standardized(requested);
+        if (seen.contains(path)) {
+            continue;
         }
+        seen.insert(path);
+        const auto known = knownAnchors.constFind(path);
+        Candidate candidate{.path = path,
+                            .identity = identities.ofParent(path),
+                            .anchor = known == knownAnchors.cend() ? std::nullopt
+                                                                   : std::optional(*known)};
+        listCandidate(request.key, candidate);
+        const bool needsHashing = candidate.identity && !candidate.anchor;
+        const auto status = needsHashing ? fileSystem().targetStatus(path) : std::nullopt;
+        candidate.bytes = status ? status->size : 0;
+        request.bytesToHash += candidate.bytes;
+        (needsHashing ? request.toHash : ready).append(candidate);
     }
-    if (isSlowToHash(toHash)) {
+    if (request.bytesToHash > kQuickHashBytes) {
         persist();
+        request.lastWrite = std::chrono::steady_clock::now();
+    }
+    for (const Candidate &candidate : std::as_const(ready)) {
+        storeGrant(request, candidate);
     }
 }
 
-void MediaSourceAuthorization::storeGrants(const QString &key, const QList<Candidate> &candidates) {
+void MediaSourceAuthorization::listCandidate(const QString &key, Candidate &candidate) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
-    QSet<QString> unresolved;
-    QSet<QString> granted;
-    for (const Candidate &candidate : candidates) {
-        const auto known = table.constFind(candidate.path);
-        if (!candidate.identity) {
-            if (known == table.cend()) {
-                table.insert(candidate.path, std::nullopt);
-            }
-            continue;
-        }
+    if (!table.contains(candidate.path)) {
+        candidate.isNew = !m_tables->pendingLegacyPaths.value(key).contains(candidate.path);
+        table.insert(candidate.path, std::nullopt);
+        m_isDirty = true;
+    }
+}
+
+/// Grants a file that was hashed, or makes it pending if it could not be.
+void MediaSourceAuthorization::storeGrant(GrantRequest &request, const Candidate &candidate) {
+    AuthorizedPaths &table = m_tables->authorizedPaths[request.key];
+    const std::optional<RootIdentity> known = table.value(candidate.path);
+    if (!candidate.identity) {
+        table.insert(candidate.path, known);
+    } else if (candidate.anchor || (known && known->contentHash)) {
         RootIdentity identity = *candidate.identity;
-        identity.contentHash = candidate.anchor;
-        if (!identity.contentHash && known != table.cend() && *known) {
-            identity.contentHash = (*known)->contentHash;
+        identity.contentHash = candidate.anchor ? candidate.anchor : known->contentHash;
+        table.insert(candidate.path, identity);
+        if (candidate.anchor) {
+            request.granted.insert(candidate.path);
         }
-        if (identity.contentHash) {
-            table.insert(candidate.path, identity);
-            if (candidate.isNew) { // a query may have made it pending while it was hashed
-                granted.insert(candidate.path);
-            }
-        } else {
-            table.insert(candidate.path, std::nullopt);
-            unresolved.insert(candidate.path);
+        if (candidate.isNew) { // a query may have made it pending while it was hashed
+            removePending(request.key, {candidate.path});
+        }
+    } else {
+        table.insert(candidate.path, std::nullopt);
+        addPending(request.key, {candidate.path});
+    }
+    m_isDirty = true;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - request.lastWrite >= kWriteInterval) {
+        persist();
+        request.lastWrite = now;
+    }
+}
+
+/// Makes the new files pending that were not hashed.
+void MediaSourceAuthorization::finishGrants(GrantRequest &request) {
+    const AuthorizedPaths table = m_tables->authorizedPaths.value(request.key);
+    for (const Candidate &candidate : request.toHash.mid(request.hashedCount)) {
+        if (!table.value(candidate.path)) {
+            addPending(request.key, {candidate.path});
+            m_isDirty = true;
         }
     }
-    removePending(key, granted);
-    addPending(key, unresolved);
-    persist();
+    persistIfDirty();
 }
 
 QCoro::Task<void> MediaSourceAuthorization::authorizeMediaRoot(QString mediaFolder,
@@ -219,48 +261,17 @@ QCoro::Task<PathSafety::SourceGrants> MediaSourceAuthorization::sourceGrants(QSt
 }
 
 QCoro::Task<void> MediaSourceAuthorization::authorizeMediaFolderClips(Project project,
-                                                                      QString projectFile) {
+                                                                      QString projectFile,
+                                                                      HashingControl control) {
     const QStringList clips = co_await m_executor.run([project = std::move(project), projectFile] {
         return clipsInMediaFolder(project, projectFile);
     });
-    co_await authorize(clips, projectFile);
+    co_await authorize(clips, projectFile, {}, std::move(control));
 }
 
 void MediaSourceAuthorization::setContentMismatchContinuation(
     std::function<void(ContentMismatchEvent)> sink) {
     m_listeners->contentMismatch = std::move(sink);
-}
-
-void MediaSourceAuthorization::setUnsavedNoticeContinuation(std::function<void(QString)> sink) {
-    m_listeners->unsaved = std::move(sink);
-}
-
-/// Queues the report to the main thread before the task ends, so that it is delivered before the
-/// operation that changed the tables completes.
-void MediaSourceAuthorization::persist() {
-    const std::optional<QString> fault = AuthorizationFile::write(*m_tables, m_filePath);
-    const bool wasWritten = std::exchange(m_isFileUpToDate, !fault);
-    if (!fault && wasWritten) {
-        return;
-    }
-    std::optional<QString> notice;
-    if (fault) {
-        notice = QStringLiteral("The media authorizations could not be written to %1: %2 "
-                                "They last until Corvane quits.")
-                     .arg(m_filePath, *fault);
-    }
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(),
-        [weakListeners = std::weak_ptr(m_listeners), notice] {
-            const auto listeners = weakListeners.lock();
-            if (listeners) {
-                listeners->unsavedNotice = notice;
-            }
-            if (listeners && notice && listeners->unsaved) {
-                listeners->unsaved(*notice);
-            }
-        },
-        Qt::QueuedConnection);
 }
 
 } // namespace corvane

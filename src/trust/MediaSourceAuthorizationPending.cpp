@@ -49,17 +49,17 @@ QSet<QString> MediaSourceAuthorization::listUnresolved(const QString &key) {
 
 /// Paths stay pending until they are granted, so that no question is lost if the process ends while
 /// hashing.
-QCoro::Task<void> MediaSourceAuthorization::confirmPendingPaths(QStringList paths,
-                                                                QString projectFile) {
+QCoro::Task<QSet<QString>> MediaSourceAuthorization::confirmPendingPaths(QStringList paths,
+                                                                         QString projectFile,
+                                                                         HashingControl control) {
     const QStringList confirmed = co_await m_executor.run(
         [this, paths, projectFile] { return pendingAmong(projectKey(projectFile), paths); });
     if (confirmed.isEmpty()) {
-        co_return;
+        co_return {};
     }
-    co_await authorize(confirmed, projectFile);
-    co_await m_executor.run([this, confirmed, projectFile] {
-        finishConfirmation(projectKey(projectFile), confirmed);
-        persist();
+    const QSet<QString> hashed = co_await authorize(confirmed, projectFile, {}, std::move(control));
+    co_return co_await m_executor.run([this, confirmed, hashed, projectFile] {
+        return finishConfirmation(projectKey(projectFile), confirmed, hashed);
     });
 }
 
@@ -75,23 +75,25 @@ QStringList MediaSourceAuthorization::pendingAmong(const QString &key,
     return among;
 }
 
-/// Removes granted paths from the pending ones. A file that was reported as changed is granted only
-/// with an anchor of its new contents.
-void MediaSourceAuthorization::finishConfirmation(const QString &key, const QStringList &paths) {
+/// Removes the paths that were hashed from the pending ones and returns them. The others stay
+/// pending, and a file that was reported as changed keeps no grant without an anchor.
+QSet<QString> MediaSourceAuthorization::finishConfirmation(const QString &key,
+                                                           const QStringList &paths,
+                                                           const QSet<QString> &hashed) {
     AuthorizedPaths &table = m_tables->authorizedPaths[key];
     const QSet<QString> mismatched = m_tables->contentMismatchPaths.value(key);
     QSet<QString> granted;
-    QSet<QString> unconfirmed;
     for (const QString &path : paths) {
         const std::optional<RootIdentity> entry = table.value(path);
-        const bool isVerified = entry && (entry->contentHash || !mismatched.contains(path));
-        if (entry && !isVerified) {
+        if (hashed.contains(paths::standardized(path))) {
+            granted.insert(path);
+        } else if (entry && !entry->contentHash && mismatched.contains(path)) {
             table.insert(path, std::nullopt);
         }
-        (isVerified ? granted : unconfirmed).insert(path);
     }
     removePending(key, granted);
-    addPending(key, unconfirmed);
+    persist();
+    return granted;
 }
 
 QCoro::Task<void> MediaSourceAuthorization::markPending(QStringList neverGranted,

@@ -242,11 +242,69 @@ TEST_F(DeliveryCommands, ListsAndConfirmsPendingMedia) {
               (JSONValue::Array{JSONValue(clip)}));
     ASSERT_TRUE(QFile::rename(clip, clip + QStringLiteral(".away")));
     EXPECT_EQ(run("media P --confirm unresolved"), kRefused);
+    EXPECT_TRUE(console.error.startsWith("1 file can't be read and was not confirmed."));
     ASSERT_TRUE(QFile::rename(clip + QStringLiteral(".away"), clip));
     expectMembers(json("media P --confirm unresolved"),
                   R"({"unresolvedMediaNeedsConfirmation": false})");
     ASSERT_EQ(run("mark P clip1.mp4 --select on"), kAllDone);
     EXPECT_EQ(run("export P --to @out"), kAllDone) << console.error.data();
+}
+
+TEST_F(DeliveryCommands, AsksAboutSourcesThatADeliveryRefusedBecauseTheyChanged) {
+    createWithClips(1);
+    folder.folder(QStringLiteral("out"));
+    ASSERT_EQ(run("mark P clip1.mp4 --select on"), kAllDone);
+    const QString clip = folder.at(QStringLiteral("card/clip1.mp4"));
+    const auto changeContents = [&] {
+        static int seed = 10;
+        folder.write(QStringLiteral("card/clip1.mp4"), noise(5000, quint32(++seed)));
+    };
+    const auto replaceFolder = [&] {
+        const QByteArray bytes = folder.read(QStringLiteral("card/clip1.mp4"));
+        fileSystem().rename(folder.at(QStringLiteral("card")), folder.at(QStringLiteral("former")));
+        folder.write(QStringLiteral("card/clip1.mp4"), bytes);
+    };
+    const std::vector<std::pair<const char *, std::function<void()>>> cases{
+        {"export P --all --to @selects", changeContents},
+        {"export P --all --to @selects", replaceFolder},
+        {"handoff P --to @out --name Show", changeContents},
+        {"export P --all --output hd-only --to @selects", changeContents}};
+    for (const auto &[command, change] : cases) {
+        change();
+        EXPECT_EQ(run(command), kRefused);
+        EXPECT_THAT(console.error.toStdString(), HasSubstr("See \"corvane-cli media\""));
+        EXPECT_EQ(list(json("media P"), "contentMismatchPendingPaths"),
+                  (JSONValue::Array{JSONValue(clip)}))
+            << command;
+        EXPECT_EQ(run("media P --confirm changed"), kAllDone);
+    }
+    EXPECT_EQ(run("export P --all --to @selects"), kAllDone) << console.error.data();
+}
+
+TEST_F(DeliveryCommands, ListsAndForgetsTheGrantsOfProjects) {
+    createWithClips(2);
+    folder.folder(QStringLiteral("q"));
+    ASSERT_EQ(run("create @q/Other.corvane --name Other"), kAllDone);
+    ASSERT_EQ(run("import @q/Other.corvane @card"), kAllDone);
+    EXPECT_EQ(run("grants"), kAllDone);
+    EXPECT_EQ(console.output, "GRANTED  PENDING  PROJECT\n2        0        " + project.toUtf8() +
+                                  "\n2        0        " +
+                                  folder.at(QStringLiteral("q/Other.corvane")).toUtf8() +
+                                  "\n2 projects, 0% of 8 MB used\n");
+    ASSERT_TRUE(QFile::remove(folder.at(QStringLiteral("q/Other.corvane"))));
+    const auto projects = list(json("grants"), "projects");
+    ASSERT_EQ(projects.size(), 2);
+    expectMembers(*projects.last().object(),
+                  R"({"granted": 2, "pending": 0, "mediaFolder": false, "missing": true})");
+    const auto rest = json("grants --forget @q/Other.corvane --forget @nowhere", kRefused);
+    EXPECT_EQ(console.error,
+              "No grants are stored for " + folder.at(QStringLiteral("nowhere")).toUtf8() + ".\n");
+    EXPECT_EQ(column(list(rest, "projects"), "project"), QStringList{project});
+    EXPECT_EQ(list(rest, "forgotten").size(), 1);
+    folder.write(QStringLiteral("data/media-authorizations.json"), "{");
+    EXPECT_EQ(run("grants"), kAllDone);
+    EXPECT_THAT(console.error.toStdString(), HasSubstr("can't be read: "));
+    EXPECT_EQ(console.output, "0 projects, 0% of 8 MB used\n");
 }
 
 TEST_F(DeliveryCommands, AMovedPackageDeliversOnceItsMediaAreConfirmed) {

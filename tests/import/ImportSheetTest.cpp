@@ -184,5 +184,9 @@ TEST(ImportTexts, CountWhatWasLeftOutAndWhatNeedsConfirmation) {
                    "can't be read"));
     EXPECT_EQ(refusedText(0), QString());
     EXPECT_TRUE(refusedText(1).startsWith(utf8("1 file already imported can't be read")));
-    EXPECT_EQ(cancelledText(1), utf8("Cancelled. 1 video was not imported."));
+    EXPECT_EQ(cancelledText(1, 0), utf8("Cancelled. 1 video was not imported."));
+    EXPECT_EQ(cancelledText(0, 2),
+              utf8("Cancelled. Clips whose metadata wasn't read yet stay without it. 2 imported "
+                   "clips were not read to the end, so the banner over the review asks about "
+                   "them."));
 }

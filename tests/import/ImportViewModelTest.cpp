@@ -1,3 +1,4 @@
+#include "import/ImportTexts.h"
 #include "ImportSheetFixture.h"
 #include "support/TestMedia.h"
 #include "trust/ContentHasher.h"
@@ -82,6 +83,41 @@ TEST_F(ImportViewModelTest, ImportsInPlaceAsOneUndoStepThatIsGrantedAndSaved) {
     EXPECT_EQ(ProjectFileIO::loadNow(projectFile).videos.size(), 2);
     store.undo();
     EXPECT_TRUE(videos().isEmpty());
+}
+
+TEST_F(ImportViewModelTest, AsksAboutClipsThatWereNotHashedBecauseOfACancellationOrAnError) {
+    const QString second = at("cards/C2.MP4");
+    const QString third = at("cards/C3.MP4");
+    for (const bool isCancelled : {true, false}) {
+        fill("cards/C1.MP4 cards/C2.MP4 cards/C3.MP4");
+        FaultyFileSystem files;
+        const FileSystemScope scope(files);
+        scanCards();
+        files.setObserver([&](const QString &operation, const QString &path) {
+            if (operation == u"read" && path == second) {
+                if (!isCancelled) {
+                    throw FileError(path, EIO);
+                }
+                import.cancelImport();
+            }
+        });
+        run();
+        files.setObserver({});
+        EXPECT_EQ(imported(), "C1.MP4, C2.MP4, C3.MP4");
+        EXPECT_TRUE(grants().value(at("cards/C1.MP4")));
+        const QStringList asked = store.mediaConfirmation().unresolvedMediaPendingPaths;
+        EXPECT_EQ(asked, isCancelled ? (QStringList{second, third}) : QStringList{second});
+        EXPECT_EQ(import.result().pendingCount, isCancelled ? 2 : 0);
+        ASSERT_EQ(import.result().failures.size(), isCancelled ? 0 : 1);
+        if (!isCancelled) {
+            EXPECT_EQ(import.result().failures[0].filename, QStringLiteral("C2.MP4"));
+            EXPECT_EQ(import.result().failures[0].message, unreadableClipText());
+        }
+        store.undo();
+        await(authorization.forget(projectFile));
+        await(store.refreshMediaConfirmationState());
+        import.reset();
+    }
 }
 
 TEST_F(ImportViewModelTest, AsksForConfirmationOfSkippedClipsThatMayNotBeRead) {

@@ -54,14 +54,14 @@ TEST(AuthorizationFile, AddsCurrentIdentitiesToOlderFormats) {
               tables);
 }
 
-TEST(AuthorizationFile, GrantsNoFileIfItCannotBeRead) {
+TEST(AuthorizationFile, ReportsAFileThatCannotBeRead) {
     const TestFolder folder;
     EXPECT_EQ(AuthorizationFile::read(folder.at(kName)), AuthorizationTables());
-    EXPECT_EQ(AuthorizationFile::read(folder.path()), AuthorizationTables());
+    EXPECT_THROW(AuthorizationFile::read(folder.path()), Failure);
     for (const char *text : {"", "[]", "{", R"({"paths":7})", R"({"/p":["/a",3]})",
                              R"({"paths":{"/p":{"/a":{"device":1,"inode":-2}}}})",
                              R"({"paths":{"/p":{"/a":{"inode":2}}}})"}) {
-        EXPECT_EQ(readText(folder, text), AuthorizationTables()) << text;
+        EXPECT_THROW(readText(folder, text), Failure) << text;
     }
 }
 
@@ -73,11 +73,12 @@ TEST(AuthorizationFile, ReadsAndWritesUpToEightMebibytes) {
     text.insert(text.indexOf("/b") + 2, QByteArray(padding, 'x'));
     const QString longest = QStringLiteral("/b") + QString(padding, QLatin1Char('x'));
     const AuthorizationTables tables = withPaths({{longest, std::nullopt}});
-    EXPECT_EQ(readText(folder, text + ' '), AuthorizationTables());
+    EXPECT_THROW(readText(folder, text + ' '), Failure);
     EXPECT_EQ(readText(folder, text), tables);
-    AuthorizationFile::write(tables, folder.at(kName));
+    EXPECT_EQ(AuthorizationFile::write(tables, folder.at(kName)), 8388608);
     EXPECT_EQ(folder.read(kName), text);
-    AuthorizationFile::write(withPaths({{longest + QLatin1Char('x'), std::nullopt}}),
-                             folder.at(kName));
+    EXPECT_THROW(AuthorizationFile::write(withPaths({{longest + QLatin1Char('x'), std::nullopt}}),
+                                          folder.at(kName)),
+                 Failure);
     EXPECT_EQ(folder.read(kName), text);
 }

@@ -1,5 +1,6 @@
 #include "trust/ContentHasher.h"
 
+#include "platform/ApplicationEnd.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TestFolder.h"
 
@@ -155,6 +156,25 @@ TEST(ContentHasher, ReportsWhichCallFailed) {
     UnstattableFileSystem unstattable;
     const FileSystemScope inner(unstattable);
     EXPECT_EQ(hashFailure(path), HashError::Kind::statFailed);
+}
+
+TEST(ContentHasher, StopsWithinAFileWhenCancelledOrWhenTheApplicationEnds) {
+    const test::TestFolder folder;
+    const QString path = folder.write("a.mov", test::noise(3 << 20));
+    const QString anchor = makeAnchor(path);
+    std::stop_source stop;
+    qint64 bytes = 0;
+    const auto stopAtFirstBlock = [&](qint64 count) {
+        bytes += count;
+        stop.request_stop();
+    };
+    EXPECT_THROW(makeAnchor(path, stop.get_token(), stopAtFirstBlock), Cancelled);
+    EXPECT_EQ(bytes, 1 << 20);
+    applicationEnd::request();
+    EXPECT_THROW(makeAnchor(path), Cancelled);
+    EXPECT_THROW(verifyAnchor(anchor, path), Cancelled);
+    applicationEnd::reset();
+    EXPECT_EQ(verifyAnchor(anchor, path), AnchorVerification::matches);
 }
 
 TEST(ContentHasher, OmitsTheRemainingFilesOnceCancelled) {

@@ -127,6 +127,43 @@ TEST_F(MediaSourceAuthorizationTest, WritesTheFileOnlyForChangesAndTwiceOnlyIfHa
     files.setObserver({});
 }
 
+TEST_F(MediaSourceAuthorizationTest, KeepsWhatWasHashedWhenItIsCancelled) {
+    FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    authorize({clip});
+    const auto before = entry(clip);
+    folder.write("card/clip.mov", "take two");
+    await(registry->markPending({}, {clip}, project));
+    const QString first = folder.write("card/first.mov", "");
+    const QString second = folder.write("card/second.mov", "");
+    ASSERT_TRUE(QFile::resize(first, 17 << 20) && QFile::resize(second, 17 << 20));
+    std::stop_source stop;
+    files.setObserver([&](const QString &operation, const QString &path) {
+        if (operation == u"read" && path == second) {
+            stop.request_stop();
+        }
+    });
+    QList<HashingProgress> reports;
+    const HashingControl control{
+        .stop = stop.get_token(),
+        .progress = [&](const HashingProgress &progress) { reports.append(progress); }};
+    const Paths granted =
+        await(registry->authorize({first, second, clip, offline}, project, {}, control));
+    files.setObserver({});
+    EXPECT_EQ(granted, Paths{first});
+    ASSERT_FALSE(reports.isEmpty());
+    EXPECT_EQ(reports.last(), (HashingProgress{1, 3, 17 << 20, (34 << 20) + 8}));
+    reopen();
+    EXPECT_TRUE(isGrantedUnchanged(first));
+    EXPECT_TRUE(isEmptyEntry(second) && isEmptyEntry(offline));
+    EXPECT_EQ(entry(clip), before);
+    EXPECT_EQ(pending(), (Paths{second, clip}));
+    EXPECT_EQ(await(registry->confirmPendingPaths({second, clip}, project, control)), Paths());
+    EXPECT_EQ(pending(), (Paths{second, clip}));
+    confirm({second, clip});
+    EXPECT_TRUE(isGrantedUnchanged(second) && isGrantedUnchanged(clip));
+}
+
 TEST_F(MediaSourceAuthorizationTest, MovesAPathThroughItsStates) {
     enum { None, Empty, Granted };
     struct Step {
@@ -161,6 +198,12 @@ TEST_F(MediaSourceAuthorizationTest, MovesAPathThroughItsStates) {
         {"change", Granted, false},
         {"authorize", Granted, false},
         {"mark as changed", Granted, true},
+        {"unmount", Granted, true},
+        {"confirm", Granted, true}, // an earlier anchor confirms nothing
+        {"mount a folder in its place", Granted, true},
+        {"confirm", Granted, true},
+        {"unmount", Granted, true},
+        {"mount", Granted, true},
         {"confirm", Granted, false},
         {"forget", None, false},
         {"unmount", None, false},
@@ -177,8 +220,7 @@ TEST_F(MediaSourceAuthorizationTest, MovesAPathThroughItsStates) {
         const int found = !table().contains(path) ? None : entry(path) ? Granted : Empty;
         EXPECT_EQ(found, expectedEntry) << event;
         EXPECT_EQ(pending().contains(path), isPending) << event;
-        EXPECT_TRUE(found != Granted || what == "change" || what == "mark as changed" ||
-                    isGrantedUnchanged(path))
+        EXPECT_TRUE(found != Granted || isPending || what == "change" || isGrantedUnchanged(path))
             << event;
     }
 }
@@ -204,16 +246,96 @@ TEST_F(MediaSourceAuthorizationTest, ReportsAGrantThatWouldExceedTheFileLimitAnd
     const QByteArray original = folder.read(kRegistry);
     reopen();
     QStringList notices;
-    registry->setUnsavedNoticeContinuation([&](const QString &notice) { notices.append(notice); });
+    registry->setNoticeContinuation([&](const QString &notice) { notices.append(notice); });
     authorize({clip});
     EXPECT_TRUE(folder.read(kRegistry) == original);
     EXPECT_TRUE(isGrantedUnchanged(clip));
-    EXPECT_EQ(notices.value(0),
-              QStringLiteral("The media authorizations could not be written to %1: "
-                             "the file would grow past the 8 MB that can be read "
-                             "again. They last until Corvane quits.")
+    const QString unsaved = QStringLiteral("The media authorizations could not be written to %1: "
+                                           "the file would grow past the 8 MB that can be read "
+                                           "again. They last until Corvane quits.")
+                                .arg(folder.at(kRegistry));
+    EXPECT_EQ(notices.value(1), unsaved);
+    EXPECT_EQ(registry->unsavedNotice(), unsaved);
+}
+
+TEST_F(MediaSourceAuthorizationTest, WarnsOfANearlyFullFileUntilProjectsAreForgotten) {
+    const auto fill = [&](qsizetype bytes) {
+        registry.reset();
+        folder.write(kRegistry,
+                     R"({"paths":{"/p":{"/)" + QByteArray(bytes - 27, 'x') + R"(":null}}})");
+        reopen();
+        table();
+        return registry->notices();
+    };
+    EXPECT_EQ(fill(6710886), QStringList());
+    const QString warning =
+        QStringLiteral("The media authorizations of all projects fill 80% of the 8 MB that can be "
+                       "stored. To make room, forget projects that you no longer need: "
+                       "\"corvane-cli grants\" lists them.");
+    EXPECT_EQ(fill(6710887), QStringList{warning});
+    EXPECT_EQ(registry->fileBytes(), 6710887);
+    QStringList notices;
+    registry->setNoticeContinuation([&](const QString &notice) { notices.append(notice); });
+    authorize({clip, offline});
+    await(registry->authorizeMediaRoot(folder.folder("p/media"), project));
+    EXPECT_EQ(notices, QStringList()) << "the warning is not repeated after each change";
+    const QList<ProjectGrants> expected{
+        {.projectKey = QStringLiteral("/p")},
+        {.projectKey = project, .grantedCount = 1, .hasMediaFolder = true}};
+    EXPECT_EQ(await(registry->projects()), expected);
+    EXPECT_TRUE(await(registry->forget(QStringLiteral("/p"))));
+    EXPECT_FALSE(await(registry->forget(QStringLiteral("/p"))));
+    EXPECT_EQ(registry->notices(), QStringList());
+    reopen();
+    EXPECT_EQ(await(registry->projects()), expected.mid(1));
+}
+
+TEST_F(MediaSourceAuthorizationTest, SetsAnUnreadableFileAsideBeforeTheFirstChange) {
+    FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    const QByteArray damaged = R"({"paths":{"/p":{"/a.mov":7}}})";
+    const QByteArray sound = R"({"paths":{}})";
+    const auto kept = [&] {
+        QStringList names = folder.names(u"data");
+        names.removeIf([](const QString &name) { return !name.contains(u".unreadable-"); });
+        return names;
+    };
+    registry.reset();
+    folder.write(kRegistry, damaged);
+    reopen();
+    EXPECT_EQ(table(), AuthorizedPaths());
+    ASSERT_EQ(registry->notices().size(), 1);
+    EXPECT_EQ(registry->notices()[0],
+              QStringLiteral("The media authorizations in %1 can't be read: it is damaged, or a "
+                             "newer version of Corvane wrote it. Export and Handoff refuse all "
+                             "media until you confirm them again. The file is kept.")
                   .arg(folder.at(kRegistry)));
+    EXPECT_EQ(folder.read(kRegistry), damaged) << "opening changes no file";
+    authorize({clip});
+    authorize({offline});
+    ASSERT_EQ(kept().size(), 1);
+    EXPECT_EQ(folder.read(QStringLiteral("data/") + kept().first()), damaged);
+    EXPECT_TRUE(registry->notices().value(0).contains(kept().first()));
+    reopen();
+    EXPECT_EQ(table().size(), 2);
+    EXPECT_EQ(registry->notices(), QStringList());
+
+    // An I/O error, and a folder in which no file can be renamed.
+    registry.reset();
+    folder.write(kRegistry, sound);
+    files.setObserver([](const QString &operation, const QString &path) {
+        if (path.contains(u"media-authorizations") &&
+            (operation == u"openForReading" || operation == u"renameToFreeName")) {
+            throw FileError(path, EIO);
+        }
+    });
+    reopen();
+    authorize({clip});
+    files.setObserver({});
+    EXPECT_TRUE(isGrantedUnchanged(clip)) << "until the process ends";
     EXPECT_TRUE(registry->unsavedNotice());
+    EXPECT_EQ(folder.read(kRegistry), sound);
+    EXPECT_EQ(kept().size(), 1);
 }
 
 TEST_F(MediaSourceAuthorizationTest, IdentifiesAProjectThroughALinkButNotUnderANewName) {

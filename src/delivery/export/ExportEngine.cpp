@@ -97,6 +97,9 @@ QCoro::Task<ExportBatchResult> runRows(std::shared_ptr<const ExportRunContext> c
         }
         ExportRowRunner runner(context, rows.at(index), index);
         const ExportRowResult rowResult = co_await runner.run();
+        if (runner.isSourceChanged()) {
+            result.changedSources.append(paths::standardized(rows.at(index).sourcePath));
+        }
         if (const auto *outcome = std::get_if<ExportRowOutcome>(&rowResult)) {
             result.succeeded.append(*outcome);
         } else {
@@ -132,8 +135,8 @@ QCoro::Task<ExportBatchResult> ExportEngine::run(ExportBatchInput input, QList<E
     co_return *result;
 }
 
-/// Hashes the sources ahead of the rows. Hashing stops between two files when the run is cancelled,
-/// and within a file when it is aborted.
+/// Hashes the sources ahead of the rows. Hashing stops, even within a file, when the run is
+/// cancelled: no row has begun then.
 QCoro::Task<std::shared_ptr<const ExportRunContext>>
 ExportEngine::makeContext(ExportBatchInput input, QList<ExportRowJob> rows,
                           ExportProgressHandler onProgress) {
@@ -144,8 +147,7 @@ ExportEngine::makeContext(ExportBatchInput input, QList<ExportRowJob> rows,
         });
     const auto verifications = co_await utilityExecutor().run(
         [anchors = anchorsOf(rows, input.authorizedSourcePaths), token] {
-            return ContentHasher::verifyAnchors(
-                anchors, [&] { return token->isRequested(); }, token->stopToken());
+            return ContentHasher::verifyAnchors(anchors, {}, token->requestToken());
         });
     co_return std::make_shared<const ExportRunContext>(
         ExportRunContext{.input = input,

@@ -121,6 +121,7 @@ struct ExportBatchResult {
     std::optional<QString> manifestSidecarPath;
     std::optional<QString> manifestError;
     bool cancelled = false;
+    QStringList changedSources; ///< refused because they are no longer the granted files
 
     /// Number of rows that failed other than by cancellation.
     int failedCount() const { return int(failed.size()) - cancelledCount; }

@@ -1,5 +1,6 @@
 #include "delivery/export/ExportRowRunner.h"
 
+#include "delivery/SourceChange.h"
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
 #include "transfer/SidecarCopier.h"
@@ -63,6 +64,7 @@ QCoro::Task<ExportRowResult> ExportRowRunner::run() {
     } catch (const SidecarCancelled &error) {
         result = failedRow(m_row, error.description(), true);
     } catch (const std::exception &error) {
+        m_isSourceChanged = isSourceChange(error);
         result = failedRow(m_row, describe(error));
     }
     reportProgress(1, Phase::done);
@@ -172,6 +174,7 @@ QCoro::Task<> ExportRowRunner::makeHDCopy() {
         co_await makeOutput(*m_row.hdDestinationPath, ExportPreset::hd1920x1080);
         m_outcome.hdOutputPath = m_row.hdDestinationPath;
     } catch (const std::exception &error) {
+        m_isSourceChanged = isSourceChange(error);
         m_outcome.hdError = describe(error);
     }
 }

@@ -36,6 +36,8 @@ class ExportRowRunner {
 
     /// Never throws.
     QCoro::Task<ExportRowResult> run();
+    /// True if an output was refused because the source is no longer the granted file.
+    bool isSourceChanged() const { return m_isSourceChanged; }
 
   private:
     void validatePaths() const;
@@ -53,6 +55,7 @@ class ExportRowRunner {
     ExportRowJob m_row;
     ExportProgress m_progress;
     ExportRowOutcome m_outcome;
+    bool m_isSourceChanged = false;
 };
 
 } // namespace corvane

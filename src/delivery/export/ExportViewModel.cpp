@@ -36,8 +36,8 @@ class ExportViewModel::Run : public DeliveryRun {
           m_input(std::move(input)),
           m_rows(std::move(rows)) {}
 
-    QCoro::Task<> deliver(PathSafety::SourceGrants grants,
-                          std::shared_ptr<CancelToken> cancelToken) override {
+    QCoro::Task<QStringList> deliver(PathSafety::SourceGrants grants,
+                                     std::shared_ptr<CancelToken> cancelToken) override {
         m_input.authorizedSourcePaths = grants.authorizedSourcePaths;
         m_input.mediaRootAuthorized = grants.mediaRootAuthorized;
         m_flow->m_runInput = m_input;
@@ -50,9 +50,11 @@ class ExportViewModel::Run : public DeliveryRun {
         if (m_store) {
             writeBack(*m_store, m_origin, m_input, result);
         }
+        const QStringList changed = result.changedSources;
         if (m_flow) {
             m_flow->finish(std::move(result));
         }
+        co_return changed;
     }
 
   private:

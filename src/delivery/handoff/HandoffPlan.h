@@ -100,6 +100,7 @@ struct HandoffResult {
     int cancelledCount = 0;
     bool cancelled = false;
     std::optional<QString> generalError; ///< why the package is incomplete
+    QStringList changedSources;          ///< refused because they are no longer the granted files
 
     /// Number of failures other than cancellations.
     int failedCount() const { return int(failed.size()) - cancelledCount; }

@@ -1,10 +1,9 @@
 #include "delivery/handoff/HandoffStep.h"
 
 #include "delivery/handoff/SelectsHandoff.h"
+#include "delivery/SourceChange.h"
 #include "platform/Paths.h"
-#include "transfer/AVExportSession.h"
 #include "transfer/DestinationSafety.h"
-#include "transfer/ImportCopier.h"
 
 namespace corvane {
 
@@ -18,15 +17,6 @@ PathSafety::SourceGrants withoutHashing(PathSafety::SourceGrants grants, const Q
         grants.preverifiedAnchors = {{source, ContentHasher::AnchorVerification::matches}};
     }
     return grants;
-}
-
-bool isContentChange(const std::exception &error) {
-    using CopyError = ImportCopier::CopyError;
-    using SessionError = AVExportSession::SessionError;
-    const auto *copy = dynamic_cast<const CopyError *>(&error);
-    const auto *session = dynamic_cast<const SessionError *>(&error);
-    return (copy && copy->kind() == CopyError::Kind::sourceContentChanged) ||
-           (session && session->kind() == SessionError::Kind::sourceContentChanged);
 }
 
 } // namespace
@@ -56,7 +46,14 @@ QCoro::Task<> HandoffStep::perform() {
     } catch (const Cancelled &) {
         m_run->result.failed.append(failedClip(m_clip, kCancelledText, true));
     } catch (const std::exception &error) {
+        noteSourceChange(error);
         m_run->result.failed.append(failedClip(m_clip, failureText(describe(error))));
+    }
+}
+
+void HandoffStep::noteSourceChange(const std::exception &error) {
+    if (isSourceChange(error)) {
+        m_run->result.changedSources.append(paths::standardized(m_clip.video->sourcePath));
     }
 }
 
@@ -118,7 +115,7 @@ QCoro::Task<> HandoffStep::makeOutput(QString destination,
                                     .sourceIdentity = sourceIdentity()},
                                    report);
     } catch (const Failure &error) {
-        if (isContentChange(error)) {
+        if (isSourceChange(error)) {
             using Violation = PathSafety::Violation;
             throw Violation(Violation::Kind::sourceIdentityChanged, source, kSourceLabel);
         }
@@ -139,7 +136,8 @@ QCoro::Task<std::optional<QString>> HandoffStep::makeHDCopy(std::optional<ClipRa
     try {
         co_await userInitiatedExecutor().run([this, path] { assertInPackage(path); });
         co_await makeOutput(path, media::ExportPreset::hd1920x1080, range, progressRange);
-    } catch (const std::exception &) {
+    } catch (const std::exception &error) {
+        noteSourceChange(error);
         co_return std::nullopt;
     }
     co_return name;

@@ -61,6 +61,7 @@ class HandoffStep {
     bool isCancelled() const { return m_run->cancelToken->isRequested(); }
     bool hasHDCopy() const { return m_run->plan.outputMode == HandoffOutputMode::primaryAndHd; }
     void assertInPackage(const QString &path) const;
+    void noteSourceChange(const std::exception &error);
 };
 
 HandoffRowFailure failedClip(const HandoffClip &clip, const QString &error,

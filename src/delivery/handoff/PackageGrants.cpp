@@ -7,11 +7,13 @@ namespace corvane {
 namespace {
 
 /// nullopt if the file cannot be hashed. The registry then asks the user to confirm it.
-QCoro::Task<std::optional<QString>> hashed(QString file) {
-    co_return co_await utilityExecutor().run([file]() -> std::optional<QString> {
+QCoro::Task<std::optional<QString>> hashed(QString file, std::stop_token stop) {
+    co_return co_await utilityExecutor().run([file, stop]() -> std::optional<QString> {
         try {
-            return ContentHasher::makeAnchor(file);
+            return ContentHasher::makeAnchor(file, stop);
         } catch (const ContentHasher::HashError &) {
+            return std::nullopt;
+        } catch (const Cancelled &) {
             return std::nullopt;
         }
     });
@@ -19,15 +21,15 @@ QCoro::Task<std::optional<QString>> hashed(QString file) {
 
 } // namespace
 
-PackageGrants::PackageGrants(MediaSourceAuthorization &authorization)
-    : m_authorization(authorization) {}
+PackageGrants::PackageGrants(MediaSourceAuthorization &authorization, std::stop_token stop)
+    : m_authorization(authorization), m_stop(std::move(stop)) {}
 
 void PackageGrants::add(const QString &file, const std::optional<QString> &anchor) {
     m_files.append(file);
     if (anchor) {
         m_anchors.insert(file, *anchor);
     } else {
-        m_hashing.emplace_back(file, hashed(file));
+        m_hashing.emplace_back(file, hashed(file, m_stop));
     }
 }
 
@@ -38,7 +40,7 @@ QCoro::Task<> PackageGrants::grantAll(QString projectFile) {
         }
     }
     m_hashing.clear();
-    co_await m_authorization.authorize(m_files, projectFile, m_anchors);
+    co_await m_authorization.authorize(m_files, projectFile, m_anchors, {.stop = m_stop});
 }
 
 } // namespace corvane

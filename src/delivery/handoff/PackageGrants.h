@@ -9,7 +9,8 @@ namespace corvane {
 /// Main thread.
 class PackageGrants {
   public:
-    explicit PackageGrants(MediaSourceAuthorization &authorization);
+    /// Once `stop` is requested, files that are not hashed yet are listed without a grant.
+    PackageGrants(MediaSourceAuthorization &authorization, std::stop_token stop);
 
     /// Adds a file. `anchor` is the anchor of its content if it was verified while the file was
     /// written; otherwise the file is hashed.
@@ -19,6 +20,7 @@ class PackageGrants {
 
   private:
     MediaSourceAuthorization &m_authorization;
+    std::stop_token m_stop;
     QStringList m_files;
     QHash<QString, QString> m_anchors;
     std::vector<std::pair<QString, QCoro::Task<std::optional<QString>>>> m_hashing;

@@ -75,7 +75,7 @@ QCoro::Task<HandoffResult> SelectsHandoffEngine::run(HandoffPlan plan,
     startRun(cancelToken);
     const auto run = std::make_shared<HandoffRun>(
         HandoffRun{.plan = std::move(plan),
-                   .packageGrants{m_authorization},
+                   .packageGrants{m_authorization, cancelToken->requestToken()},
                    .cancelToken = cancelToken,
                    .onProgress = std::move(onProgress),
                    .maker{m_sessions, m_clock, cancelToken->abortToken()},

@@ -13,8 +13,8 @@ class SelectsHandoffViewModel::Run : public DeliveryRun {
                    flow.store()->clock()),
           m_plan(std::move(plan)) {}
 
-    QCoro::Task<> deliver(PathSafety::SourceGrants grants,
-                          std::shared_ptr<CancelToken> cancelToken) override {
+    QCoro::Task<QStringList> deliver(PathSafety::SourceGrants grants,
+                                     std::shared_ptr<CancelToken> cancelToken) override {
         m_plan.authorizedSourcePaths = grants.authorizedSourcePaths;
         m_plan.sourceMediaRootAuthorized = grants.mediaRootAuthorized;
         const auto onProgress = [this](const HandoffProgress &progress) {
@@ -23,9 +23,11 @@ class SelectsHandoffViewModel::Run : public DeliveryRun {
             }
         };
         HandoffResult result = co_await m_engine.run(m_plan, onProgress, cancelToken);
+        const QStringList changed = result.changedSources;
         if (m_flow) {
             m_flow->finish(std::move(result));
         }
+        co_return changed;
     }
 
   private:

@@ -12,8 +12,7 @@ namespace {
 std::atomic<qint64> totalImageBytes = 0;
 
 SerialExecutor &jpegExecutor() {
-    static SerialExecutor executor(QStringLiteral("jpegImages"), SerialExecutor::Priority::Utility);
-    return executor;
+    return sharedExecutor("jpegImages", SerialExecutor::Priority::Utility);
 }
 
 } // namespace

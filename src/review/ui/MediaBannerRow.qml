@@ -85,7 +85,7 @@ Rectangle {
         PaneButton {
             objectName: row.objectName + ".answer"
             text: row.banner.button
-            enabled: !row.banner.isAnswering
+            enabled: !row.banner.isAnswering || row.banner.canCancel
             onClicked: row.answered()
         }
         PaneButton { // reserves its space if hidden, so that the answer buttons are aligned

@@ -1,5 +1,6 @@
 #include "shell/ui/Application.h"
 
+#include "platform/ApplicationEnd.h"
 #include "platform/InstanceLock.h"
 #include "platform/InterruptWatcher.h"
 #include "shell/InstanceHandover.h"
@@ -10,6 +11,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <QScopeGuard>
 #include <QThread>
 
 #include <cstdio>
@@ -84,6 +86,8 @@ int runWindow(const StartOptions &options) {
     // CorvaneApp::quit() stops running work before it quits.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     InstanceHandover handover(options.dataFolder);
+    // Requested while the objects below are destroyed: none of them waits for a file to be read.
+    const auto allowWork = qScopeGuard([] { applicationEnd::reset(); });
     CorvaneApp app(
         {.dataFolder = options.dataFolder, .makeProjectScreen = [&options](CorvaneApp &app) {
              return makeProjectScreenOrQuit(options, app);
@@ -114,7 +118,9 @@ int runWindow(const StartOptions &options) {
     }
     window->show();
     open(options.file);
-    return QGuiApplication::exec();
+    const int status = QGuiApplication::exec();
+    applicationEnd::request();
+    return status;
 }
 
 } // namespace

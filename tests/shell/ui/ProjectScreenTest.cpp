@@ -31,7 +31,7 @@ constexpr auto kControlsAboveReview = R"(
             width: parent.width
             banner: ({ isShown: true, icon: "exclamationmark.triangle", message: "Unknown.",
                        button: "Confirm", disclosure: "Show all 2 paths", paths: ["/a", "/b"],
-                       isClosable: true, isAnswering: false })
+                       isClosable: true, isAnswering: false, canCancel: false })
         }
     })";
 

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <exception>
+
+namespace corvane {
+
+/// True if an output was refused because the contents or the folder of its source are no longer
+/// those that were granted. Only the user can decide whether to trust such a source.
+bool isSourceChange(const std::exception &error);
+
+} // namespace corvane
