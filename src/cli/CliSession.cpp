@@ -1,6 +1,7 @@
 #include "cli/CliSession.h"
 
 #include "platform/Tasks.h"
+#include "session/SessionTexts.h"
 
 namespace corvane {
 
@@ -23,8 +24,9 @@ QString uniqueId(const QString &name, const QStringList &ids) {
 
 } // namespace
 
-CliSession::CliSession(const Console &console, ContentHashMigration hashes)
-    : m_lock(console.dataFolder()),
+CliSession::CliSession(Console &console, ContentHashMigration hashes)
+    : m_console(console),
+      m_lock(console.dataFolder()),
       m_registry(console.dataFolder()),
       m_authorization(console.dataFolder(), console.userDefaults()),
       m_store(m_io, m_registry, m_backups, m_authorization, Clock::system(),
@@ -43,12 +45,17 @@ CliSession::CliSession(const CommandCall &call, ContentHashMigration hashes)
 void CliSession::create(const NewProject &fields, const QString &file) {
     waitUntilDone(m_store.createProject(fields, file));
     throwLastError();
+    if (const auto holder = DocumentLock::otherHolder(file, {}, m_store.clock().now())) {
+        warn(SessionTexts::openOnSince(*holder));
+    }
+    warnIfNearlyFull();
 }
 
 void CliSession::save() {
     throwLastError();
     waitUntilDone(m_store.flushPendingSave());
     throwLastError();
+    warnIfNearlyFull();
 }
 
 bool CliSession::printNotices(const CommandCall &call) const {
@@ -72,6 +79,18 @@ QStringList CliSession::resolveClips(const QStringList &texts) const {
     }
     ids.removeDuplicates();
     return ids;
+}
+
+void CliSession::warn(const QString &sentence) {
+    m_console.writeError(printable(sentence).toUtf8() + '\n');
+}
+
+/// Once for each command.
+void CliSession::warnIfNearlyFull() {
+    const QString sentence = SessionTexts::nearlyFull(m_store.saveState());
+    if (!sentence.isEmpty() && !std::exchange(m_hasWarnedOfSize, true)) {
+        warn(sentence);
+    }
 }
 
 void CliSession::throwLastError() const {

@@ -10,6 +10,9 @@ namespace corvane {
 /// The session of one command: the lock on the data folder, the store and the services below it.
 /// Operations run the event loop until they are finished, and throw the store's last error. Main
 /// thread only.
+///
+/// The error stream gets a warning if the project's file is almost too large, and if another
+/// machine has the project open.
 class CliSession {
   public:
     /// Locks the data folder and migrates an older registry of grants. Throws `AlreadyRunning` if
@@ -17,7 +20,7 @@ class CliSession {
     ///
     /// The hash migration reads entire files and starts over if it is interrupted. Only commands
     /// about grants should run it.
-    explicit CliSession(const Console &console,
+    explicit CliSession(Console &console,
                         ContentHashMigration hashes = ContentHashMigration::Skipped);
     /// Also opens the project that the first argument names.
     explicit CliSession(const CommandCall &call,
@@ -40,13 +43,17 @@ class CliSession {
 
   private:
     void throwLastError() const;
+    void warn(const QString &sentence);
+    void warnIfNearlyFull();
 
+    Console &m_console;
     InstanceLock m_lock;
     ProjectFileIO m_io;
     ProjectRegistry m_registry;
     BackupService m_backups;
     MediaSourceAuthorization m_authorization;
     ProjectStore m_store;
+    bool m_hasWarnedOfSize = false;
 };
 
 } // namespace corvane

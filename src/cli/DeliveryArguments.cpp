@@ -1,9 +1,9 @@
 #include "cli/DeliveryArguments.h"
 
 #include "cli/ProgressLine.h"
-#include "delivery/DeliveryTexts.h"
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
+#include "session/SessionTexts.h"
 
 namespace corvane {
 
@@ -24,7 +24,7 @@ void runDelivery(DeliveryFlow &flow, CliSession &session, const CommandCall &cal
     }
     session.save();
     if (flow.backupError()) {
-        call.printNotice(DeliveryTexts::backupLine(flow.backupError()));
+        call.printNotice(SessionTexts::backupLine(flow.backupError()));
     }
     const auto changed = session.store().mediaConfirmation().contentMismatchPendingPaths.size();
     if (changed > 0) {

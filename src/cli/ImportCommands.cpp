@@ -10,6 +10,7 @@
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 #include "session/MediaConfirmationBanner.h"
+#include "session/SessionTexts.h"
 
 namespace corvane {
 
@@ -182,6 +183,9 @@ int runImport(const CommandCall &call) {
     session.save(); // before the result is printed
     ImportResult result = flow.result();
     result.skippedCount = int(excludedCount); // also if there was no row to import and so no run
+    if (result.backupError) {
+        call.printNotice(SessionTexts::backupLine(result.backupError));
+    }
     for (const ImportFailure &failure : std::as_const(result.failures)) {
         call.printNotice(failure.filename + QStringLiteral(": ") + failure.message);
     }

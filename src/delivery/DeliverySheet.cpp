@@ -6,6 +6,7 @@
 #include "platform/Paths.h"
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
+#include "session/SessionTexts.h"
 
 #include <QMetaEnum>
 
@@ -249,7 +250,7 @@ void DeliverySheet::updateRun() {
 
 void DeliverySheet::updateResult() {
     m_result = resultTexts();
-    m_result.backupLine = DeliveryTexts::backupLine(m_flow.backupError());
+    m_result.backupLine = SessionTexts::backupLine(m_flow.backupError());
     QList<DeliveryResult> rows = std::exchange(m_result.rows, {});
     const qsizetype failedCount = rows.size() - m_result.succeeded;
     if (m_result.succeeded > 0) {

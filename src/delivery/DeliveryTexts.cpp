@@ -52,10 +52,6 @@ QString headline(const QString &subject, bool isCancelled, qsizetype issueCount)
                                      : QStringLiteral(" complete"));
 }
 
-QString backupLine(const std::optional<QString> &backupError) {
-    return backupError ? QStringLiteral("Backup warning: ") + *backupError : QString();
-}
-
 QString succeededTitle(qsizetype count) {
     return QStringLiteral("Succeeded (%1)").arg(count);
 }

@@ -23,8 +23,6 @@ QString cancelButton(CancelStage stage);
 // Done.
 /// `subject` is "Export" or "Handoff".
 QString headline(const QString &subject, bool isCancelled, qsizetype issueCount);
-/// Empty without an error.
-QString backupLine(const std::optional<QString> &backupError);
 QString succeededTitle(qsizetype count);
 QString failedTitle(qsizetype count);
 

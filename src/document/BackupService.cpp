@@ -17,12 +17,30 @@ struct Backup {
     FileTime modified;
 };
 
+QString stampOf(const QDateTime &date) {
+    return isoDate::toText(date).replace(QLatin1Char(':'), QLatin1Char('-'));
+}
+
+/// True only for a text that `stampOf` returns: "Harbor.v2" is another project than "Harbor".
+bool isStamp(QString text) {
+    const QString stamp = text;
+    for (const int colon : {13, 16}) {
+        if (colon < text.size()) {
+            text[colon] = QLatin1Char(':');
+        }
+    }
+    const auto date = isoDate::fromText(text.toUtf8());
+    return date && stampOf(*date) == stamp;
+}
+
 QList<Backup> backupsOf(const QString &folder, const QString &stem) {
+    const QString start = stem + QLatin1Char('.');
     QList<Backup> backups;
     const QList<DirectoryEntry> entries = fileSystem().list(folder);
     for (const DirectoryEntry &entry : entries) {
-        if (!entry.hasValidName || !entry.name.startsWith(stem + QLatin1Char('.')) ||
-            !entry.name.endsWith(kSuffix)) {
+        const qsizetype stampSize = entry.name.size() - start.size() - kSuffix.size();
+        if (!entry.hasValidName || !entry.name.startsWith(start) || !entry.name.endsWith(kSuffix) ||
+            !isStamp(entry.name.mid(start.size(), stampSize))) {
             continue;
         }
         const QString path = paths::joined(folder, entry.name);
@@ -67,8 +85,7 @@ QCoro::Task<QString> BackupService::write(Project project) {
 QString BackupService::writeNow(const Project &project, const QDateTime &now) {
     const QString folder = paths::parentFolder(project.filePath);
     const QString stem = paths::split(paths::lastComponent(project.filePath)).stem;
-    const QString stamp = isoDate::toText(now).replace(QLatin1Char(':'), QLatin1Char('-'));
-    const QString path = paths::joined(folder, stem + QLatin1Char('.') + stamp + kSuffix);
+    const QString path = paths::joined(folder, stem + QLatin1Char('.') + stampOf(now) + kSuffix);
     try {
         writeAtomically(path, encodeJSON(project));
     } catch (const Failure &error) {

@@ -2,6 +2,7 @@
 
 #include "document/ProjectMigration.h"
 #include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
 
 #include <cerrno>
 
@@ -61,6 +62,33 @@ QByteArray readProjectFile(const QString &file) {
     }
 }
 
+Project decodeProjectFile(const QString &file, QByteArray bytes) {
+    using LoadError = ProjectFileIO::LoadError;
+    JSONDocument document;
+    try {
+        document = JSONDocument::parse(std::move(bytes));
+    } catch (const JSONSyntaxError &) {
+        throw LoadError::invalidJSON(file);
+    }
+    if (document.root().kind() != JSONView::Kind::Object) {
+        throw LoadError::invalidJSON(file);
+    }
+    Project project = decodeDocument(file, document);
+    project.filePath = file;
+    return project;
+}
+
+/// The status is read first: if another program replaces the file meanwhile, the next save compares
+/// the contents.
+ProjectFileIO::OpenedProject openProjectFile(const QString &file) {
+    const auto status = fileSystem().targetStatus(file);
+    QByteArray bytes = readProjectFile(file);
+    const auto baseline = std::make_shared<FileBaseline>();
+    baseline->setRead(status.value_or(FileStatus()), bytes);
+    const qint64 size = bytes.size();
+    return {decodeProjectFile(file, std::move(bytes)), baseline, size};
+}
+
 /// False only if the file certainly doesn't exist; a path that no file can have is left for the
 /// write to report. Throws `SaveError` if the status can't be read: an existing file might be
 /// overwritten otherwise.
@@ -75,6 +103,47 @@ bool existsOnDisk(const QString &file) {
         }
         throw ProjectFileIO::SaveError::diskCorruptAbort(
             file, ProjectFileIO::LoadError::readFailed(file, error));
+    }
+}
+
+/// A missing file is written again, except on another volume: while the file's volume isn't
+/// mounted, its mount point is a folder of the system's disk.
+void requireSameVolume(const QString &file, const FileBaseline &baseline) {
+    const auto folder = fileSystem().targetStatus(paths::parentFolder(file));
+    if (folder && folder->device != baseline.device()) {
+        throw ProjectFileIO::SaveError::writeFailed(
+            file, QStringLiteral("The volume that contained it is no longer connected."));
+    }
+}
+
+/// Throws `SaveError` if the file isn't what the document was read from or last written to.
+void requireUnchanged(const QString &file, FileBaseline &baseline) {
+    using LoadError = ProjectFileIO::LoadError;
+    using SaveError = ProjectFileIO::SaveError;
+    using Match = FileBaseline::Match;
+    if (!baseline.isKnown()) {
+        return;
+    }
+    if (!existsOnDisk(file)) {
+        requireSameVolume(file, baseline);
+        return;
+    }
+    Match match = Match::Changed;
+    try {
+        if (const auto status = fileSystem().targetStatus(file)) {
+            match = baseline.match(*status);
+            if (match == Match::Uncertain) {
+                match = baseline.match(*status, readProjectFile(file));
+            }
+        }
+    } catch (const LoadError &error) {
+        if (error.kind() == LoadError::Kind::readFailed) {
+            throw SaveError::diskCorruptAbort(file, error);
+        }
+        // Another kind of file, or one that is too large.
+    }
+    if (match != Match::Same) {
+        throw SaveError::changedOnDisk(file);
     }
 }
 
@@ -143,32 +212,33 @@ SaveError SaveError::writeFailed(const QString &file, const QString &error) {
     return {Kind::writeFailed, QStringLiteral("Failed to write %1: %2").arg(file, error)};
 }
 
+SaveError SaveError::changedOnDisk(const QString &file) {
+    return {Kind::changedOnDisk,
+            QStringLiteral("Save aborted: %1 was changed by another program after it was last read "
+                           "or saved here. It was not overwritten.")
+                .arg(file)};
+}
+
 ProjectFileIO::ProjectFileIO() : m_executor(QStringLiteral("ProjectFileIO")) {}
 
 QCoro::Task<Project> ProjectFileIO::load(QString file) {
     co_return co_await m_executor.run([file] { return loadNow(file); });
 }
 
-QCoro::Task<void> ProjectFileIO::save(Project project, QString file, bool allowDecrease) {
-    co_await m_executor.run([this, project = std::move(project), file, allowDecrease] {
-        saveNow(project, file, allowDecrease);
-    });
+QCoro::Task<ProjectFileIO::OpenedProject> ProjectFileIO::open(QString file) {
+    co_return co_await m_executor.run([file] { return openProjectFile(file); });
+}
+
+QCoro::Task<qint64> ProjectFileIO::save(Project project, QString file, bool allowDecrease,
+                                        std::shared_ptr<FileBaseline> baseline) {
+    co_return co_await m_executor.run(
+        [this, project = std::move(project), file, allowDecrease, baseline] {
+            return saveNow(project, file, allowDecrease, baseline.get());
+        });
 }
 
 Project ProjectFileIO::loadNow(const QString &file) {
-    QByteArray bytes = readProjectFile(file);
-    JSONDocument document;
-    try {
-        document = JSONDocument::parse(std::move(bytes));
-    } catch (const JSONSyntaxError &) {
-        throw LoadError::invalidJSON(file);
-    }
-    if (document.root().kind() != JSONView::Kind::Object) {
-        throw LoadError::invalidJSON(file);
-    }
-    Project project = decodeDocument(file, document);
-    project.filePath = file;
-    return project;
+    return decodeProjectFile(file, readProjectFile(file));
 }
 
 std::optional<ProjectFileIO::Stamp> ProjectFileIO::readStamp(const QString &file) {
@@ -176,9 +246,13 @@ std::optional<ProjectFileIO::Stamp> ProjectFileIO::readStamp(const QString &file
     return status ? std::optional(Stamp{status->inode, status->modified}) : std::nullopt;
 }
 
-void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecrease) {
+qint64 ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecrease,
+                              FileBaseline *baseline) {
     project.filePath = file;
     project.schemaVersion = kCurrentSchemaVersion;
+    if (baseline) {
+        requireUnchanged(file, *baseline);
+    }
     if (!allowDecrease) {
         guardDisk(project, file);
     }
@@ -192,12 +266,19 @@ void ProjectFileIO::saveNow(Project project, const QString &file, bool allowDecr
                     .arg(bytes.size())
                     .arg(megabytes(kFileLimit)));
         }
+        if (baseline) {
+            baseline->setWriting(bytes);
+        }
         // The stamp is that of the written file, not of the path: another program may have replaced
         // the file since.
         const FileStatus written = writeAtomically(file, bytes);
         m_diskGuardCache.insert(
             file,
             {{written.inode, written.modified}, project.videos.size(), project.subclipCount()});
+        if (baseline) {
+            baseline->setWritten(written);
+        }
+        return bytes.size();
     } catch (const SaveError &) {
         throw;
     } catch (const Failure &error) {

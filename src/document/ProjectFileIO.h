@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/FileBaseline.h"
 #include "document/Project.h"
 #include "platform/FileSystem.h"
 #include "platform/SerialExecutor.h"
@@ -18,7 +19,8 @@ namespace corvane {
 /// Writing is guarded: a save doesn't replace a file that has more clips or more subclips than the
 /// document, unless the caller allows it. The guard reads the file at the first save; later it
 /// remembers what it has read or saved, and reads the file again only if another program has
-/// changed it.
+/// changed it. A save with a known baseline never replaces a file that another program has changed,
+/// whatever it contains.
 ///
 /// Operations are serialized on the object's own executor. `load` and `save` are called and awaited
 /// on the main thread.
@@ -75,12 +77,14 @@ class ProjectFileIO {
             diskGuardTrippedSubclips,
             diskCorruptAbort,
             writeFailed,
+            changedOnDisk,
         };
 
         static SaveError diskGuardTripped(qsizetype inMemoryVideos, qsizetype onDiskVideos);
         static SaveError diskGuardTrippedSubclips(qsizetype inMemory, qsizetype onDisk);
         static SaveError diskCorruptAbort(const QString &file, const LoadError &error);
         static SaveError writeFailed(const QString &file, const QString &error);
+        static SaveError changedOnDisk(const QString &file);
 
         Kind kind() const { return m_kind; }
 
@@ -93,13 +97,24 @@ class ProjectFileIO {
     /// 32 MiB, inclusive.
     static constexpr qint64 kFileLimit = qint64(32) << 20;
 
+    /// A document to be edited and saved.
+    struct OpenedProject {
+        Project project;
+        std::shared_ptr<FileBaseline> baseline; ///< never null
+        qint64 size = 0;                        ///< of the file, in bytes
+    };
+
     ProjectFileIO();
 
     /// Throws `LoadError`.
     QCoro::Task<Project> load(QString file);
-    /// Writes the document with its `filePath` set to `file`. Throws `SaveError` and leaves the
-    /// file on disk unchanged, except as `writeAtomically` describes.
-    QCoro::Task<void> save(Project project, QString file, bool allowDecrease);
+    /// Likewise, for a document that will be saved.
+    QCoro::Task<OpenedProject> open(QString file);
+    /// Writes the document with its `filePath` set to `file`, updates the baseline if there is one,
+    /// and returns the size of the file in bytes. Throws `SaveError` and leaves the file on disk
+    /// unchanged, except as `writeAtomically` describes.
+    QCoro::Task<qint64> save(Project project, QString file, bool allowDecrease,
+                             std::shared_ptr<FileBaseline> baseline = {});
 
     /// Reads a project file on the calling thread. Thread-safe. Throws `LoadError`.
     static Project loadNow(const QString &file);
@@ -110,7 +125,8 @@ class ProjectFileIO {
     int diskGuardFullReloadCountForTesting() const { return m_fullReloads; }
 
   private:
-    void saveNow(Project project, const QString &file, bool allowDecrease);
+    qint64 saveNow(Project project, const QString &file, bool allowDecrease,
+                   FileBaseline *baseline);
     void guardDisk(const Project &project, const QString &file);
     std::optional<DiskGuardStamp> contentsOnDisk(const QString &file);
 

@@ -47,6 +47,9 @@ QCoro::Task<ImportResult> ImportRun::run() {
     if (co_await prepareDestination()) {
         co_await importRows();
     }
+    if (isProjectOpen() && !m_videos.isEmpty()) {
+        co_await backUp();
+    }
     if (!isProjectOpen()) {
         failAllRows();
     } else if (!m_videos.isEmpty()) {
@@ -167,6 +170,12 @@ void ImportRun::failAllRows() {
         {paths::lastComponent(m_projectFile),
          QStringLiteral("The project was closed before the import ended. Nothing was added to it. "
                         "Open it and import again.")});
+}
+
+QCoro::Task<> ImportRun::backUp() {
+    if (const auto failure = co_await m_store->backUp()) {
+        m_result.backupError = failure->description();
+    }
 }
 
 void ImportRun::addToProject() {

@@ -32,10 +32,12 @@ struct ImportResult {
     QList<ImportFailure> failures;
     QStringList importedVideoIds; ///< of the clips added to the project, in row order
     int pendingCount = 0;         ///< imported clips that await confirmation after a cancellation
+    std::optional<QString> backupError; ///< of the backup before the project was changed
 };
 
-/// One run of an import: copies the files of the included rows unless they are used in place, adds
-/// the clips to the project as one undo step, grants access to them and reads their metadata.
+/// One run of an import: copies the files of the included rows unless they are used in place,
+/// writes a backup of the project, adds the clips to it as one undo step, grants access to them and
+/// reads their metadata. A failed backup is reported and doesn't stop the run.
 ///
 /// Adds nothing if the project that was open at the start no longer is; every row then counts as
 /// failed. Main thread; files are copied on the user-initiated executor. The store may be destroyed
@@ -70,6 +72,7 @@ class ImportRun : public QObject {
     QCoro::Task<std::optional<RowImport::Outcome>> copyRow(ImportPreviewRow row);
     void finishRow(const ImportPreviewRow &row, const RowImport::Outcome &outcome);
     void failAllRows();
+    QCoro::Task<> backUp();
     void addToProject();
     QCoro::Task<> grantAccess();
     QCoro::Task<> readMetadata();

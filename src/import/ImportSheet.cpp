@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
+#include "session/SessionTexts.h"
 
 #include <QMetaEnum>
 
@@ -233,10 +234,15 @@ void ImportSheet::cancelImport() {
 ImportResultTexts ImportSheet::result() const {
     const ImportResult &result = m_import.result();
     ImportResultTexts texts{.counters = counterMaps(result)};
+    QStringList notices;
     if (m_isCancelling) {
-        texts.notice = cancelledText(m_includedAtStart - result.succeededCount - result.failedCount,
-                                     result.pendingCount);
+        notices.append(cancelledText(m_includedAtStart - result.succeededCount - result.failedCount,
+                                     result.pendingCount));
     }
+    if (result.backupError) {
+        notices.append(SessionTexts::backupLine(result.backupError));
+    }
+    texts.notice = notices.join(QLatin1Char('\n'));
     for (const ImportFailure &failure : result.failures) {
         texts.failures.append(QVariantMap{{QStringLiteral("fileName"), failure.filename},
                                           {QStringLiteral("message"), failure.message}});

@@ -63,7 +63,7 @@ struct ImportResultTexts {
 
   public:
     QVariantList counters; ///< maps with "kind", "symbol" and "text", one per count above zero
-    QString notice;        ///< what a cancelled run left undone; else empty
+    QString notice;        ///< what a cancelled run left undone, and a failed backup; may be empty
     QVariantList failures; ///< maps with "fileName" and "message"
 };
 

@@ -1,11 +1,15 @@
 // A modal question or message. Return presses the default button, Esc the other one; a click
 // outside does nothing.
 //   title, text: string; acceptText: string; cancelText: string, empty for a message with one
-//   button; subject: var, null or an object with title, text and, if needed, acceptText and
-//   cancelText: the alert is open while it has a subject, and keeps the texts while it fades out;
-//   prominent: bool (the default button in accent); destructive: bool; signals accepted(),
-//   rejected() (Esc on a message accepts it), when the alert starts to close
-// Buttons are "<objectName>.accept" and "<objectName>.cancel".
+//   button; choices: var, a list of objects with answer (int) and label, for further buttons above
+//   the others; subject: var, null or an object with title, text and, if needed, acceptText,
+//   cancelText, destructive and choices: the alert is open while it has a subject, and keeps the
+//   texts while it fades out; prominent: bool (the default button in accent); destructive: bool;
+//   signals accepted(), rejected() (Esc on a message accepts it), chosen(int answer), when the alert
+//   starts to close
+// Buttons are "<objectName>.accept", "<objectName>.cancel" and "<objectName>.choice<answer>".
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 
@@ -18,10 +22,12 @@ ModalPopup {
     property string cancelText
     property bool prominent: false
     property bool destructive: false
+    property var choices: []
     property var subject: null
 
     signal accepted()
     signal rejected()
+    signal chosen(int answer)
 
     onSubjectChanged: {
         if (!subject) {
@@ -32,6 +38,8 @@ ModalPopup {
         text = subject.text;
         acceptText = subject.acceptText ?? acceptText;
         cancelText = subject.cancelText ?? cancelText;
+        destructive = subject.destructive ?? destructive;
+        choices = subject.choices ?? choices;
         open();
     }
 
@@ -93,6 +101,29 @@ ModalPopup {
                     text: control.text
                     lineHeight: textStyle.lineHeight + Theme.hairline
                     wrapMode: Text.Wrap
+                }
+            }
+            Column {
+                width: parent.width
+                topPadding: Theme.spacing12
+                spacing: Theme.spacing6
+                visible: control.choices.length > 0
+
+                Repeater {
+                    model: control.choices
+
+                    delegate: Button {
+                        required property var modelData
+
+                        objectName: control.objectName + ".choice" + modelData.answer
+                        width: parent.width
+                        large: true
+                        text: modelData.label
+                        onClicked: {
+                            control.close();
+                            control.chosen(modelData.answer);
+                        }
+                    }
                 }
             }
             Row {

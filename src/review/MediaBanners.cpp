@@ -21,11 +21,10 @@ const MediaConfirmationBanner *bannerOf(const QList<MediaConfirmationBanner> &ba
 
 } // namespace
 
-MediaBanners::MediaBanners(ProjectStore &store, QObject *parent)
-    : QObject(parent), m_store(store), m_projectFile(store.fileURL()) {
+MediaBanners::MediaBanners(ProjectStore &store, QObject *parent) : QObject(parent), m_store(store) {
     connect(&m_store, &ProjectStore::mediaConfirmationChanged, this, &MediaBanners::updateBanners);
-    connect(&m_store, &ProjectStore::fileURLChanged, this, &MediaBanners::updateProject);
     connect(&m_store, &ProjectStore::mediaProgressChanged, this, &MediaBanners::changed);
+    connect(&m_store, &ProjectStore::projectOpened, this, &MediaBanners::reopenBanners);
     updateBanners();
 }
 
@@ -86,9 +85,8 @@ void MediaBanners::updateBanners() {
     Q_EMIT changed();
 }
 
-void MediaBanners::updateProject() {
-    if (std::exchange(m_projectFile, m_store.fileURL()) != m_store.fileURL() &&
-        !m_closed.isEmpty()) {
+void MediaBanners::reopenBanners() {
+    if (!m_closed.isEmpty()) {
         m_closed.clear();
         Q_EMIT changed();
     }

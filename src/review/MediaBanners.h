@@ -35,11 +35,10 @@ class MediaBanners : public QObject {
   private:
     QCoro::Task<> runAnswer(Kind kind);
     void updateBanners();
-    void updateProject();
+    void reopenBanners();
 
     ProjectStore &m_store;
     QList<MediaConfirmationBanner> m_banners;
-    std::optional<QString> m_projectFile;
     QSet<int> m_closed;    ///< kinds
     QSet<int> m_answering; ///< kinds
 };

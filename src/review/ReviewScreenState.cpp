@@ -37,6 +37,7 @@ ReviewScreenState::ReviewScreenState(ProjectStore &store, ReviewPlayer &player, 
                 std::move(services.subclipThumbnail)),
       m_panes(m_selection),
       m_edits(store, m_list, m_selection, m_marking) {
+    connect(&m_store, &ProjectStore::projectOpened, this, [this] { m_projectFile.reset(); });
     connect(&m_store, &ProjectStore::projectChanged, this, &ReviewScreenState::updateProject);
     connect(&m_filterBar, &FilterBar::stateChanged, this, &ReviewScreenState::updateFilter);
     connect(&m_selection, &ReviewSelection::changed, this, &ReviewScreenState::updateSelection);

@@ -10,8 +10,8 @@ namespace corvane {
 /// The review screen without its QML: connects its parts to the project and to each other, and
 /// dispatches keys.
 ///
-/// Edits go to the store, playback to the player. The state is not saved; another project
-/// starts from the defaults. Main thread only.
+/// Edits go to the store, playback to the player. The state is not saved; each opened project
+/// starts from the defaults, also if it is opened again. Main thread only.
 class ReviewScreenState : public QObject {
     Q_OBJECT
     Q_PROPERTY(corvane::FilterBar *filterBar READ filterBar CONSTANT)
@@ -81,7 +81,7 @@ class ReviewScreenState : public QObject {
     void hasSelectsChanged();
     void showsNoMatchesChanged();
     void confirmationChanged();
-    /// Another project was opened, or the project was closed.
+    /// A project was opened, perhaps the same again, or the project was closed.
     void projectReplaced();
     /// A new project is shown that starts with importing footage.
     void importRequested();
@@ -109,7 +109,7 @@ class ReviewScreenState : public QObject {
     ReviewPaneState m_panes;
     SelectionEdits m_edits;
 
-    std::optional<QString> m_projectFile; ///< of the shown project
+    std::optional<QString> m_projectFile; ///< of the shown project; nullopt if it isn't shown yet
     std::optional<ReviewConfirmation> m_confirmation;
     std::function<void()> m_onAccept;
     bool m_isShown = false;

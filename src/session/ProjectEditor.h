@@ -108,6 +108,8 @@ class ProjectEditor : public QObject {
     /// Returns whether clips or subclips were removed on purpose since the last call, so that the
     /// next save may write fewer than the file contains.
     bool takeNextSaveAllowsDecrease() { return std::exchange(m_nextSaveAllowsDecrease, false); }
+    /// For a removal that no save has written yet, as after a failed save.
+    void setNextSaveAllowsDecrease() { m_nextSaveAllowsDecrease = true; }
 
   private:
     enum class Undoable { Yes, No };

@@ -15,7 +15,8 @@ ProjectStore::ProjectStore(ProjectFileIO &io, ProjectRegistry &registry, BackupS
       m_io(io),
       m_registry(registry),
       m_backups(backups),
-      m_authorization(authorization) {
+      m_authorization(authorization),
+      m_retry([this] { detach(saveNow()); }, clock) {
     m_startUp = std::make_shared<QCoro::Task<>>(startUp(std::move(migrations)));
 }
 
@@ -47,7 +48,7 @@ QCoro::Task<> ProjectStore::waitForStartUp() {
     co_await *startUp;
 }
 
-QCoro::Task<> ProjectStore::openProject(QString file) {
+QCoro::Task<> ProjectStore::openProject(QString file, UnsavedEdits edits) {
     const QPointer self(this);
     setLastError({});
     file = paths::standardized(file);
@@ -58,11 +59,12 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     if (!self) {
         co_return;
     }
-    std::optional<Project> loaded = co_await loadUpToDate(file);
-    if (!self || !loaded) {
+    auto opened = edits == UnsavedEdits::Discard ? co_await loadAfterSaves(file)
+                                                 : co_await loadUpToDate(file);
+    if (!self || !opened) {
         co_return;
     }
-    adoptProject(std::move(*loaded), file);
+    adoptProject(std::move(*opened), file);
     if (!self || !project()) {
         co_return; // closed by an observer
     }
@@ -85,29 +87,46 @@ QCoro::Task<> ProjectStore::openProject(QString file) {
     }
 }
 
+/// Reads `file` when no save is running. Reads again if one has run meanwhile.
+QCoro::Task<std::optional<ProjectFileIO::OpenedProject>>
+ProjectStore::loadAfterSaves(QString file) {
+    const QPointer self(this);
+    for (;;) {
+        co_await waitForRunningSave();
+        if (!self) {
+            co_return std::nullopt;
+        }
+        const auto lastSave = m_lastSave;
+        std::optional<ProjectFileIO::OpenedProject> opened = co_await loadProject(file);
+        if (!self || !opened || m_lastSave == lastSave) {
+            co_return opened;
+        }
+    }
+}
+
 /// Saves the open project and reads `file`. Reads again if `file` is the open project and it was
 /// edited and saved during the read.
-QCoro::Task<std::optional<Project>> ProjectStore::loadUpToDate(QString file) {
+QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> ProjectStore::loadUpToDate(QString file) {
     const QPointer self(this);
     for (;;) {
         if (isOpen(file) && (!co_await saveEverything() || !self)) {
             co_return std::nullopt;
         }
         const quint64 before = revision();
-        std::optional<Project> loaded = co_await loadProject(file);
-        if (!self || !loaded || !co_await saveEverything() || !self) {
+        std::optional<ProjectFileIO::OpenedProject> opened = co_await loadProject(file);
+        if (!self || !opened || !co_await saveEverything() || !self) {
             co_return std::nullopt;
         }
         if (!isOpen(file) || revision() == before) {
-            co_return loaded;
+            co_return opened;
         }
     }
 }
 
-QCoro::Task<std::optional<Project>> ProjectStore::loadProject(QString file) {
+QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> ProjectStore::loadProject(QString file) {
     const QPointer self(this);
     try {
-        co_return co_await m_io.load(file);
+        co_return co_await m_io.open(file);
     } catch (const std::exception &error) {
         if (self) {
             setLastError(ProjectStoreError(ProjectStoreError::Kind::openFailed, describe(error)));
@@ -123,7 +142,8 @@ bool ProjectStore::isOpen(const QString &file) const {
 }
 
 /// Throws the error whose description follows "Create failed: ".
-QCoro::Task<> ProjectStore::writeNewProject(Project project, QString file, ProjectFolder folder) {
+QCoro::Task<ProjectFileIO::OpenedProject>
+ProjectStore::writeNewProject(Project project, QString file, ProjectFolder folder) {
     ProjectFileIO &io = m_io; // outlives the store
     if (folder == ProjectFolder::Create) {
         const QString path = projectFolder(file);
@@ -133,7 +153,9 @@ QCoro::Task<> ProjectStore::writeNewProject(Project project, QString file, Proje
             throw ProjectFileIO::SaveError::writeFailed(path, error.description());
         }
     }
-    co_await io.save(project, file, false);
+    const auto baseline = std::make_shared<FileBaseline>();
+    const qint64 size = co_await io.save(project, file, false, baseline);
+    co_return {project, baseline, size};
 }
 
 QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, ProjectFolder folder) {
@@ -145,9 +167,9 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, Proje
     const bool wasPending = m_pendingImportOnLoad;
     setPendingImportOnLoad(true);
     file = paths::standardized(file);
-    const Project created = makeProject(fields, file, clock().now());
+    ProjectFileIO::OpenedProject created;
     try {
-        co_await writeNewProject(created, file, folder);
+        created = co_await writeNewProject(makeProject(fields, file, clock().now()), file, folder);
     } catch (const std::exception &error) {
         if (self) {
             setLastError(ProjectStoreError(ProjectStoreError::Kind::createFailed, describe(error)));
@@ -165,120 +187,30 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, Proje
     if (!self) {
         co_return;
     }
-    adoptProject(created, file);
+    const QString name = created.project.name;
+    adoptProject(std::move(created), file);
     m_lastSavedAt = clock().now();
     Q_EMIT lastSavedAtChanged();
-    setStatus(QStringLiteral("Created project %1").arg(created.name));
+    setStatus(QStringLiteral("Created project %1").arg(name));
     if (project()) {
         co_await touchRecents();
     }
 }
 
-QCoro::Task<> ProjectStore::closeProject() {
+QCoro::Task<> ProjectStore::closeProject(UnsavedEdits edits) {
     const QPointer self(this);
-    if (!co_await saveEverything() || !self) {
+    if (edits == UnsavedEdits::Discard) {
+        m_saver.reset(); // starts no save while this one ends
+        m_retry.reset();
+        co_await waitForRunningSave();
+    } else if (!co_await saveEverything()) {
+        co_return;
+    }
+    if (!self) {
         co_return;
     }
     leaveProject();
     setLastError({});
-}
-
-QCoro::Task<> ProjectStore::flushPendingSave() {
-    const QPointer self(this);
-    const quint64 before = revision();
-    const bool saveIsDue = isSaving() || (m_saver && m_saver->hasPending());
-    if (const auto saver = m_saver) {
-        co_await saver->flush();
-    }
-    if (!self) {
-        co_return;
-    }
-    if (const auto running = m_lastSave) {
-        co_await *running;
-    }
-    // A save that just failed is not retried at once: its failure is already published.
-    const bool hasJustFailed = self && saveIsDue && revision() == before && m_lastError &&
-                               m_lastError->kind() == ProjectStoreError::Kind::saveFailed;
-    if (self && m_isDirty && !hasJustFailed) {
-        co_await saveNow();
-    }
-}
-
-QCoro::Task<bool> ProjectStore::saveEverything() {
-    const QPointer self(this);
-    while (self && (m_isDirty || isSaving() || (m_saver && m_saver->hasPending()))) {
-        const quint64 before = revision();
-        co_await flushPendingSave();
-        if (self && m_isDirty && revision() == before) {
-            co_return false; // still dirty without a new edit: the save failed
-        }
-    }
-    co_return true;
-}
-
-QCoro::Task<> ProjectStore::saveNow() {
-    const auto save = std::make_shared<QCoro::Task<>>(performSave());
-    m_lastSave = save;
-    co_await *save;
-}
-
-QCoro::Task<> ProjectStore::performSave() {
-    if (!project() || !m_fileURL) {
-        co_return;
-    }
-    const QPointer self(this);
-    const QString file = *m_fileURL;
-    const QString id = project()->id;
-    const quint64 before = revision();
-    const bool allowDecrease = takeNextSaveAllowsDecrease();
-    if (++m_runningSaves == 1) {
-        Q_EMIT isSavingChanged();
-    }
-    std::optional<ProjectStoreError> failure;
-    try {
-        co_await m_io.save(*project(), file, allowDecrease);
-    } catch (const std::exception &error) {
-        failure.emplace(ProjectStoreError::Kind::saveFailed, describe(error));
-    }
-    if (!self) {
-        co_return;
-    }
-    const bool isStillOpen = project() && project()->id == id && m_fileURL == file;
-    if (isStillOpen && !failure) {
-        setDirty(revision() != before);
-        m_lastSavedAt = clock().now();
-        Q_EMIT lastSavedAtChanged();
-    }
-    if (isStillOpen) {
-        setLastError(failure);
-    }
-    if (--m_runningSaves == 0) {
-        Q_EMIT isSavingChanged();
-    }
-}
-
-QCoro::Task<std::optional<ProjectStoreError>> ProjectStore::backUp() {
-    if (!project()) {
-        co_return std::nullopt;
-    }
-    const QPointer self(this);
-    try {
-        const QString backup = co_await m_backups.write(*project());
-        if (self) {
-            setStatus(QStringLiteral("Backup written: %1").arg(paths::lastComponent(backup)));
-        }
-    } catch (const std::exception &error) {
-        co_return ProjectStoreError(ProjectStoreError::Kind::backupFailed, describe(error));
-    }
-    co_return std::nullopt;
-}
-
-QCoro::Task<> ProjectStore::writeBackup() {
-    const QPointer self(this);
-    const auto failure = co_await backUp();
-    if (self && failure) {
-        setLastError(failure);
-    }
 }
 
 QCoro::Task<> ProjectStore::refreshRecents() {
@@ -298,9 +230,10 @@ QCoro::Task<> ProjectStore::touchRecents() {
     }
 }
 
-void ProjectStore::adoptProject(Project project, const QString &file) {
+void ProjectStore::adoptProject(ProjectFileIO::OpenedProject opened, const QString &file) {
     clearHistory();
-    setProject(std::move(project));
+    setProject(std::move(opened.project));
+    m_baseline = std::move(opened.baseline);
     m_fileURL = file;
     m_lastSavedAt.reset();
     m_saver = std::make_shared<DebounceSaver>(
@@ -310,8 +243,11 @@ void ProjectStore::adoptProject(Project project, const QString &file) {
             }
         },
         clock());
+    m_retry.reset();
     setDirty(false);
+    setSaveState({.fileSize = opened.size});
     setMediaConfirmation({});
+    Q_EMIT projectOpened();
     Q_EMIT projectChanged();
     Q_EMIT fileURLChanged();
     Q_EMIT lastSavedAtChanged();
@@ -319,8 +255,11 @@ void ProjectStore::adoptProject(Project project, const QString &file) {
 
 void ProjectStore::leaveProject() {
     m_saver.reset();
+    m_retry.reset();
+    m_baseline.reset();
     clearHistory();
     setDirty(false);
+    setSaveState({});
     setStatusMessage({});
     setMediaConfirmation({});
     if (project()) {
@@ -328,13 +267,6 @@ void ProjectStore::leaveProject() {
         m_fileURL.reset();
         Q_EMIT projectChanged();
         Q_EMIT fileURLChanged();
-    }
-}
-
-void ProjectStore::scheduleSave() {
-    setDirty(true);
-    if (m_saver) {
-        m_saver->schedule();
     }
 }
 

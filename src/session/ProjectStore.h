@@ -7,7 +7,8 @@
 #include "session/MediaConfirmation.h"
 #include "session/NewProject.h"
 #include "session/ProjectEditor.h"
-#include "session/ProjectStoreError.h"
+#include "session/SaveRetry.h"
+#include "session/SaveState.h"
 
 #include <memory>
 #include <set>
@@ -35,6 +36,11 @@ class ProjectStore : public ProjectEditor {
     /// Migrates the registry of grants at start-up, given the recent projects. Completes when a
     /// project may be opened. Must not throw.
     using StartUpMigrations = std::function<QCoro::Task<>(QList<ProjectSummary>)>;
+    /// The fate of edits that aren't saved yet. `Discard` requires the user's consent.
+    enum class UnsavedEdits { Save, Discard };
+    /// The fate of changes that another program has made to the project's file. `Overwrite`
+    /// requires the user's consent.
+    enum class ForeignChanges { Refuse, Overwrite };
 
     /// Starts the start-up task: connects to `authorization`, loads the recent projects and runs
     /// `migrations` if it is not empty. The services must outlive the store and its tasks.
@@ -48,6 +54,7 @@ class ProjectStore : public ProjectEditor {
     const std::optional<QString> &fileURL() const { return m_fileURL; }
     bool isDirty() const { return m_isDirty; } ///< memory differs from the file
     bool isSaving() const { return m_runningSaves > 0; }
+    const SaveState &saveState() const { return m_saveState; } ///< of the open project
     /// End of the last successful save of the open project; nullopt before the first.
     const std::optional<QDateTime> &lastSavedAt() const { return m_lastSavedAt; }
     const std::optional<ProjectStoreError> &lastError() const { return m_lastError; }
@@ -66,21 +73,26 @@ class ProjectStore : public ProjectEditor {
     // Opening and closing.
     /// Completes when the start-up task is done.
     QCoro::Task<> waitForStartUp();
-    /// Waits for the start-up task, saves the open project and replaces it by the one in `file`. If
-    /// the save or the read fails, the open project stays open.
-    QCoro::Task<> openProject(QString file);
+    /// Waits for the start-up task, saves the open project or discards its edits, and replaces it
+    /// by the one in `file`. If the save or the read fails, the open project stays open. Opening
+    /// the open file reads it again.
+    QCoro::Task<> openProject(QString file, UnsavedEdits edits = UnsavedEdits::Save);
     /// Saves the open project, writes a new one to `file` and opens it. Sets `pendingImportOnLoad`.
     QCoro::Task<> createProject(NewProject fields, QString file,
                                 ProjectFolder folder = ProjectFolder::MustExist);
-    /// Saves and closes. If the save fails, the project stays open.
-    QCoro::Task<> closeProject();
+    /// Saves or discards the edits and closes. If the save fails, the project stays open.
+    QCoro::Task<> closeProject(UnsavedEdits edits = UnsavedEdits::Save);
     QCoro::Task<> refreshRecents();
 
-    // Saving.
-    /// Completes when all edits are on disk or a save failed.
+    // Saving. A failed save that can succeed later is retried.
+    /// Completes when all edits are on disk or a save failed. Publishes the failure again even if
+    /// the user has dismissed it.
     QCoro::Task<> flushPendingSave();
     /// Saves at once, with or without unsaved edits. No-op without an open project.
-    QCoro::Task<> saveNow();
+    QCoro::Task<> saveNow(ForeignChanges changes = ForeignChanges::Refuse);
+    /// Writes the open project to another file, as a project of its own for which the user has to
+    /// confirm the media. The open project stays open. Publishes a failure and returns false.
+    QCoro::Task<bool> saveCopy(QString file);
     /// Writes a backup. Returns the failure instead of publishing it; nullopt on success or without
     /// an open project.
     QCoro::Task<std::optional<ProjectStoreError>> backUp();
@@ -105,9 +117,12 @@ class ProjectStore : public ProjectEditor {
     void cancelAnswers() { m_answerStop.request_stop(); }
 
   Q_SIGNALS:
+    /// A project was opened, perhaps the open one again. Emitted before the other signals about it.
+    void projectOpened();
     void fileURLChanged();
     void isDirtyChanged();
     void isSavingChanged();
+    void saveStateChanged();
     void lastSavedAtChanged();
     void lastErrorChanged();
     void statusMessageChanged();
@@ -120,14 +135,19 @@ class ProjectStore : public ProjectEditor {
     void scheduleSave() override;
 
     QCoro::Task<> startUp(StartUpMigrations migrations);
-    /// Returns nullopt and publishes the failure if the file can't be read.
-    QCoro::Task<std::optional<Project>> loadProject(QString file);
-    QCoro::Task<std::optional<Project>> loadUpToDate(QString file);
-    QCoro::Task<> writeNewProject(Project project, QString file, ProjectFolder folder);
+    // Return nullopt and publish the failure if the file can't be read.
+    QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> loadProject(QString file);
+    QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> loadAfterSaves(QString file);
+    QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> loadUpToDate(QString file);
+    QCoro::Task<ProjectFileIO::OpenedProject> writeNewProject(Project project, QString file,
+                                                              ProjectFolder folder);
     bool isOpen(const QString &file) const;
-    void adoptProject(Project project, const QString &file);
+    void adoptProject(ProjectFileIO::OpenedProject opened, const QString &file);
     void leaveProject();
     QCoro::Task<> performSave();
+    void publishSave(const SaveState &state);
+    void publishSaveFailure(ProjectStoreError failure, bool shouldRetry);
+    QCoro::Task<> waitForRunningSave();
     /// Saves until no edit is unsaved. Returns false if a save failed.
     QCoro::Task<bool> saveEverything();
     QCoro::Task<> touchRecents();
@@ -148,6 +168,9 @@ class ProjectStore : public ProjectEditor {
         publish(m_pendingImportOnLoad, isPending, &ProjectStore::pendingImportOnLoadChanged);
     }
     void setDirty(bool isDirty) { publish(m_isDirty, isDirty, &ProjectStore::isDirtyChanged); }
+    void setSaveState(SaveState state) {
+        publish(m_saveState, std::move(state), &ProjectStore::saveStateChanged);
+    }
     void setLastError(std::optional<ProjectStoreError> error) {
         publish(m_lastError, std::move(error), &ProjectStore::lastErrorChanged);
     }
@@ -178,6 +201,7 @@ class ProjectStore : public ProjectEditor {
     std::optional<QString> m_fileURL;
     bool m_isDirty = false;
     int m_runningSaves = 0;
+    SaveState m_saveState;
     std::optional<QDateTime> m_lastSavedAt;
     std::optional<ProjectStoreError> m_lastError;
     std::optional<QString> m_statusMessage;
@@ -191,7 +215,9 @@ class ProjectStore : public ProjectEditor {
     SerialExecutor m_mediaChecks{QStringLiteral("MediaChecks")};
 
     std::shared_ptr<QCoro::Task<>> m_startUp;
-    std::shared_ptr<DebounceSaver> m_saver; ///< null if no project is open
+    std::shared_ptr<FileBaseline> m_baseline; ///< null without an open project
+    std::shared_ptr<DebounceSaver> m_saver;   ///< null if no project is open
+    SaveRetry m_retry;
     /// The save that started last. Saves run in the order they started, so it also ends last.
     std::shared_ptr<QCoro::Task<>> m_lastSave;
 };

@@ -9,9 +9,12 @@ QString errorPrefix(ProjectStoreError::Kind kind) {
     case ProjectStoreError::Kind::openFailed:
         return QStringLiteral("Open failed: ");
     case ProjectStoreError::Kind::saveFailed:
+    case ProjectStoreError::Kind::changedOnDisk:
         return QStringLiteral("Save failed: ");
     case ProjectStoreError::Kind::createFailed:
         return QStringLiteral("Create failed: ");
+    case ProjectStoreError::Kind::copyFailed:
+        return QStringLiteral("Copy failed: ");
     case ProjectStoreError::Kind::backupFailed:
         break;
     }

@@ -28,6 +28,7 @@ AppCommands::AppCommands(ProjectStore &store, UpdaterController &updater, AppReq
     add("help", QStringLiteral("Corvane Help"), "Ctrl+?", [this] { Q_EMIT helpRequested(); });
     addMenus();
     connect(&m_store, &ProjectStore::projectChanged, this, &AppCommands::updateEnabled);
+    connect(&m_store, &ProjectStore::saveStateChanged, this, &AppCommands::updateEnabled);
     connect(&m_updater, &UpdaterController::canCheckChanged, this, &AppCommands::updateEnabled);
     updateEnabled();
 }
@@ -35,8 +36,12 @@ AppCommands::AppCommands(ProjectStore &store, UpdaterController &updater, AppReq
 void AppCommands::addProjectCommands(AppRequests &requests) {
     add("saveProject", QStringLiteral("Save Project"), "Ctrl+S",
         [this] { detach(m_store.flushPendingSave()); });
+    add("saveCopy", QStringLiteral("Save a Copy…"), "",
+        [&requests] { Q_EMIT requests.saveCopyRequested(); });
     add("closeProject", QStringLiteral("Close Project"), "Ctrl+Shift+W",
         [this] { detach(m_store.closeProject()); });
+    add("closeWithoutSaving", QStringLiteral("Close Without Saving…"), "",
+        [&requests] { Q_EMIT requests.closeWithoutSavingRequested(); });
     add("import", QStringLiteral("Import Footage…"), "Ctrl+I",
         [&requests] { Q_EMIT requests.importRequested(); });
     add("export", QStringLiteral("Export…"), "Ctrl+E",
@@ -57,13 +62,13 @@ void AppCommands::addMenus() {
         return MenuEntry{.command = command(QLatin1String(id))};
     };
     const MenuEntry divider;
-    m_menus = {
-        {.title = QStringLiteral("File"),
-         .entries = {entry("newProject"), entry("openProject"), MenuEntry{.isRecentProjects = true},
-                     entry("saveProject"), entry("closeProject"), divider, entry("import"),
-                     entry("export"), entry("selectsHandoff")}},
-        {.title = QStringLiteral("Help"),
-         .entries = {entry("help"), divider, entry("checkForUpdates")}}};
+    m_menus = {{.title = QStringLiteral("File"),
+                .entries = {entry("newProject"), entry("openProject"),
+                            MenuEntry{.isRecentProjects = true}, entry("saveProject"),
+                            entry("saveCopy"), entry("closeProject"), entry("closeWithoutSaving"),
+                            divider, entry("import"), entry("export"), entry("selectsHandoff")}},
+               {.title = QStringLiteral("Help"),
+                .entries = {entry("help"), divider, entry("checkForUpdates")}}};
 }
 
 QVariantList AppMenu::entryValues() const {
@@ -86,9 +91,11 @@ AppCommand *AppCommands::command(const QString &id) const {
 void AppCommands::updateEnabled() {
     const bool isOpen = m_store.project().has_value();
     const bool hasSelects = isOpen && m_store.project()->hasSelects();
-    for (const char *const id : {"saveProject", "closeProject", "import", "export"}) {
+    for (const char *const id : {"saveProject", "saveCopy", "closeProject", "import", "export"}) {
         command(QLatin1String(id))->setEnabled(isOpen);
     }
+    command(QStringLiteral("closeWithoutSaving"))
+        ->setEnabled(isOpen && m_store.saveState().failure.has_value());
     AppCommand *const handoff = command(QStringLiteral("selectsHandoff"));
     handoff->setEnabled(hasSelects);
     handoff->setToolTip(

@@ -13,10 +13,12 @@ class AppRequests : public QObject {
     using QObject::QObject;
 
   Q_SIGNALS:
-    void newProjectRequested();     ///< "Corvane.NewProjectRequested": show the setup screen
-    void openProjectRequested();    ///< "Corvane.OpenProjectRequested": run the open panel
-    void importRequested();         ///< "Corvane.ImportRequested": open the import flow
-    void exportRequested();         ///< "Corvane.ExportRequested": open the export flow
+    void newProjectRequested();         ///< "Corvane.NewProjectRequested": show the setup screen
+    void openProjectRequested();        ///< "Corvane.OpenProjectRequested": run the open panel
+    void saveCopyRequested();           ///< ask where to save a copy of the project
+    void closeWithoutSavingRequested(); ///< ask whether to discard unsaved edits
+    void importRequested();             ///< "Corvane.ImportRequested": open the import flow
+    void exportRequested();             ///< "Corvane.ExportRequested": open the export flow
     void selectsHandoffRequested(); ///< "Corvane.SelectsHandoffRequested": open the handoff flow
 };
 

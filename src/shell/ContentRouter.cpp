@@ -3,12 +3,14 @@
 #include "platform/Paths.h"
 #include "platform/Tasks.h"
 
+#include <QPointer>
+
 namespace corvane {
 
 ContentRouter::ContentRouter(ProjectStore &store, AppRequests &requests, FilePanels &panels,
                              ProjectSetup &setup, QObject *parent)
     : QObject(parent), m_store(store), m_panels(panels), m_setup(setup) {
-    connect(&requests, &AppRequests::newProjectRequested, this, &ContentRouter::showSetup);
+    connect(&requests, &AppRequests::newProjectRequested, this, &ContentRouter::requestSetup);
     connect(&requests, &AppRequests::openProjectRequested, this, &ContentRouter::runOpenPanel);
     connect(&m_store, &ProjectStore::fileURLChanged, this, &ContentRouter::resetSetupAfterOpening);
     connect(&m_store, &ProjectStore::projectChanged, this, &ContentRouter::updateScreen);
@@ -31,9 +33,25 @@ void ContentRouter::leaveSetup() {
     updateScreen();
 }
 
-void ContentRouter::showSetup() {
+void ContentRouter::requestSetup() {
+    if (m_isHeld) {
+        m_pendingRequest = [this] { requestSetup(); };
+    } else {
+        detach(showSetup());
+    }
+}
+
+/// Closes the open project first. If it can't be saved, it stays open.
+QCoro::Task<> ContentRouter::showSetup() {
+    const QPointer self(this);
     m_isSetupRequested = true;
-    updateScreen();
+    if (m_store.project()) {
+        co_await m_store.closeProject();
+    }
+    if (self) {
+        m_isSetupRequested = !m_store.project();
+        updateScreen();
+    }
 }
 
 void ContentRouter::runOpenPanel() {
@@ -57,7 +75,7 @@ void ContentRouter::openDropped(const QList<QUrl> &urls) {
 
 void ContentRouter::open(const QString &file) {
     if (m_isHeld) {
-        m_pendingFile = file;
+        m_pendingRequest = [this, file] { open(file); };
     } else {
         detach(m_store.openProject(file));
     }
@@ -65,8 +83,8 @@ void ContentRouter::open(const QString &file) {
 
 void ContentRouter::setHeld(bool held) {
     m_isHeld = held;
-    if (!held && !m_pendingFile.isEmpty()) {
-        open(std::exchange(m_pendingFile, {}));
+    if (const auto request = held ? nullptr : std::exchange(m_pendingRequest, nullptr)) {
+        request();
     }
 }
 

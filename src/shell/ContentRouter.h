@@ -10,8 +10,9 @@
 namespace corvane {
 
 /// Chooses the screen of the main window by the state of the session, and shows the session's last
-/// error as an alert. Handles the requests for a new and for another project. The constructor's
-/// arguments must outlive this object. Main thread only.
+/// error as an alert, except the failure of a save (see `SessionAlert`). Handles the requests for a
+/// new and for another project. The constructor's arguments must outlive this object. Main thread
+/// only.
 class ContentRouter : public QObject {
     Q_OBJECT
     Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
@@ -31,7 +32,7 @@ class ContentRouter : public QObject {
                   ProjectSetup &setup, QObject *parent = nullptr);
 
     Screen screen() const { return m_screen; }
-    bool hasError() const { return m_store.lastError().has_value(); }
+    bool hasError() const { return m_store.lastError() && !m_store.lastError()->isSaveFailure(); }
     static QString errorTitle() { return QStringLiteral("Project error"); }
     /// The error's description, or "Unknown error." if that is empty.
     QString errorMessage() const;
@@ -45,7 +46,8 @@ class ContentRouter : public QObject {
     Q_INVOKABLE void openDropped(const QList<QUrl> &urls);
     /// Opens a project file. While held, keeps the latest file and opens it when the hold ends.
     void open(const QString &file);
-    /// Keeps the current project open while a run is in progress.
+    /// Keeps the current project open while a run is in progress. A request for another or a new
+    /// project waits until the hold ends; the latest one counts.
     void setHeld(bool held);
 
   Q_SIGNALS:
@@ -53,7 +55,8 @@ class ContentRouter : public QObject {
     void errorChanged();
 
   private:
-    void showSetup();
+    void requestSetup();
+    QCoro::Task<> showSetup();
     void runOpenPanel();
     void resetSetupAfterOpening();
     void updateScreen();
@@ -63,7 +66,7 @@ class ContentRouter : public QObject {
     ProjectSetup &m_setup;
     bool m_isSetupRequested = false;
     bool m_isHeld = false;
-    QString m_pendingFile; ///< opened when the hold ends; may be empty
+    std::function<void()> m_pendingRequest; ///< for the end of the hold; may be empty
     Screen m_screen = Screen::Home;
 };
 

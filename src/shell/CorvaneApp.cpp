@@ -16,15 +16,19 @@ CorvaneApp::CorvaneApp(Settings settings)
               [this, hashes = settings.hashes](const QList<ProjectSummary> &summaries) {
                   return migrateAuthorizations(m_authorization, m_io, summaries, hashes);
               }),
+      m_presence(m_store),
       m_updater(settings.updates, *settings.clock),
       m_panels(settings.panels ? *settings.panels : m_dialogs),
       m_commands(m_store, m_updater, m_requests),
+      m_sessionAlert(m_store, m_presence, m_requests, m_panels),
       m_setup(m_store, m_panels),
       m_router(m_store, m_requests, m_panels, m_setup),
       m_recents(m_store, m_registry),
-      m_header(m_store),
+      m_header(m_store, m_presence),
       m_help(settings.guide),
-      m_makeProjectScreen(std::move(settings.makeProjectScreen)) {}
+      m_makeProjectScreen(std::move(settings.makeProjectScreen)) {
+    connect(&m_sessionAlert, &SessionAlert::quitConfirmed, this, &CorvaneApp::quit);
+}
 
 CorvaneApp::~CorvaneApp() = default;
 
@@ -46,6 +50,14 @@ void CorvaneApp::quit() {
     } else {
         QCoreApplication::quit();
     }
+}
+
+bool CorvaneApp::closeWindow() {
+    if (!m_sessionAlert.confirmQuit()) {
+        return false;
+    }
+    quit();
+    return true;
 }
 
 QCoro::Task<> CorvaneApp::quitAfterRuns() {

@@ -8,6 +8,7 @@
 #include "shell/OpenProjectScreen.h"
 #include "shell/ProjectHeader.h"
 #include "shell/RecentProjectsModel.h"
+#include "shell/SessionAlert.h"
 #include "trust/AuthorizationMigrations.h"
 
 #include <QSettings>
@@ -24,6 +25,7 @@ class CorvaneApp : public QObject {
     Q_PROPERTY(QString versionText READ versionText CONSTANT)
     Q_PROPERTY(corvane::AppCommands *commands READ commands CONSTANT)
     Q_PROPERTY(corvane::ContentRouter *router READ router CONSTANT)
+    Q_PROPERTY(corvane::SessionAlert *sessionAlert READ sessionAlert CONSTANT)
     Q_PROPERTY(corvane::ProjectSetup *setup READ setup CONSTANT)
     Q_PROPERTY(corvane::RecentProjectsModel *recents READ recents CONSTANT)
     Q_PROPERTY(corvane::ProjectHeader *header READ header CONSTANT)
@@ -58,6 +60,7 @@ class CorvaneApp : public QObject {
     AppRequests *requests() { return &m_requests; }
     AppCommands *commands() { return &m_commands; }
     ContentRouter *router() { return &m_router; }
+    SessionAlert *sessionAlert() { return &m_sessionAlert; }
     ProjectSetup *setup() { return &m_setup; }
     RecentProjectsModel *recents() { return &m_recents; }
     ProjectHeader *header() { return &m_header; }
@@ -71,7 +74,9 @@ class CorvaneApp : public QObject {
     OpenProjectScreen *projectScreen();
     /// Quits the event loop. If a run is in progress, ends it first and saves its results;
     /// otherwise quits without saving or asking.
-    Q_INVOKABLE void quit();
+    void quit();
+    /// Quits for the window's close button. Asks first if a save has failed, and returns false.
+    Q_INVOKABLE bool closeWindow();
     /// Cancels a `quit` that still waits for a run, because the program was started again.
     void cancelQuit() { m_isQuitting = false; }
 
@@ -84,11 +89,13 @@ class CorvaneApp : public QObject {
     BackupService m_backups;
     MediaSourceAuthorization m_authorization;
     ProjectStore m_store;
+    ProjectPresence m_presence;
     UpdaterController m_updater;
     DialogFilePanels m_dialogs;
     FilePanels &m_panels;
     AppRequests m_requests;
     AppCommands m_commands;
+    SessionAlert m_sessionAlert;
     ProjectSetup m_setup;
     ContentRouter m_router;
     RecentProjectsModel m_recents;

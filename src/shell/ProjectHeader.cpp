@@ -1,5 +1,7 @@
 #include "shell/ProjectHeader.h"
 
+#include "session/SessionTexts.h"
+
 namespace corvane {
 
 namespace {
@@ -8,10 +10,12 @@ const auto kNoSelectsHelp = QStringLiteral("Mark clips with the S flag in Review
 
 } // namespace
 
-ProjectHeader::ProjectHeader(ProjectStore &store, QObject *parent)
-    : QObject(parent), m_store(store) {
+ProjectHeader::ProjectHeader(ProjectStore &store, ProjectPresence &presence, QObject *parent)
+    : QObject(parent), m_store(store), m_presence(presence) {
     connect(&m_store, &ProjectStore::projectChanged, this, &ProjectHeader::updateState);
     connect(&m_store, &ProjectStore::statusMessageChanged, this, &ProjectHeader::updateState);
+    connect(&m_store, &ProjectStore::saveStateChanged, this, &ProjectHeader::updateState);
+    connect(&m_presence, &ProjectPresence::otherHolderChanged, this, &ProjectHeader::updateState);
     updateState();
 }
 
@@ -21,10 +25,28 @@ void ProjectHeader::updateState() {
         state = {.projectName = project->displayName(),
                  .statusMessage = m_store.statusMessage().value_or(QString()),
                  .hasSelects = project->hasSelects()};
+        addNotices(state);
     }
     if (std::exchange(m_state, state) != state) {
         Q_EMIT changed();
     }
+}
+
+void ProjectHeader::addNotices(State &state) const {
+    QStringList notices{SessionTexts::unsavedNotice(m_store.saveState()),
+                        SessionTexts::fullnessNotice(m_store.saveState())};
+    QStringList sentences{SessionTexts::nearlyFull(m_store.saveState())};
+    if (const auto &failure = m_store.saveState().failure) {
+        sentences.prepend(failure->description());
+    }
+    if (const auto &holder = m_presence.otherHolder()) {
+        notices.append(SessionTexts::openOn(*holder));
+        sentences.append(SessionTexts::openOnSince(*holder));
+    }
+    notices.removeAll(QString());
+    sentences.removeAll(QString());
+    state.notice = notices.join(QStringLiteral(" · "));
+    state.noticeHelp = sentences.join(QLatin1Char('\n'));
 }
 
 QString ProjectHeader::exportHelp() const {

@@ -1,10 +1,15 @@
 #include "CliTest.h"
+#include "document/DocumentLock.h"
+#include "document/ProjectFileIO.h"
+#include "platform/Clock.h"
+#include "support/FaultyFileSystem.h"
 
 namespace corvane {
 
 namespace {
 
 using test::CliTest;
+using test::FaultyFileSystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -55,6 +60,42 @@ TEST_F(ReviewCommands, AppliesAllMarksToTheClips) {
     EXPECT_EQ(run("mark P clip1.mp4 --favorite on --reject off --untag wide"), kAllDone);
     expectMembers(*list(json("info P"), "videos").first().object(),
                   R"({"favorite": true, "rejected": false, "tags": ["gulls"], "notes": "Foggy"})");
+}
+
+TEST_F(ReviewCommands, RefusesToOverwriteAProjectThatWasChangedMeanwhile) {
+    createWithClips(1);
+    const QByteArray foreign = folder.read(QStringLiteral("p/Harbor.corvane")) + ' ';
+    FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    files.setObserver([&](const QString &operation, const QString &path) {
+        // The recent list is written when the project has been read.
+        if (operation == QLatin1String("createForWriting") &&
+            path.startsWith(folder.at(QStringLiteral("data")))) {
+            folder.write(QStringLiteral("p/Harbor.corvane"), foreign);
+        }
+    });
+    EXPECT_EQ(run("mark P clip1.mp4 --rating 3"), kRefused);
+    EXPECT_THAT(console.error.toStdString(), HasSubstr("was changed by another program"));
+    EXPECT_EQ(folder.read(QStringLiteral("p/Harbor.corvane")), foreign);
+}
+
+TEST_F(ReviewCommands, WarnsAboutANearlyFullProjectThatIsOpenElsewhere) {
+    createWithClips(1);
+    EXPECT_TRUE(console.error.isEmpty()) << console.error.data();
+    Project large = ProjectFileIO::loadNow(project);
+    large.notes = QString(ProjectFileIO::kFileLimit * 9 / 10, QLatin1Char('x'));
+    folder.write(QStringLiteral("p/Harbor.corvane"), encodeJSON(large));
+    const QDateTime now = Clock::system().now();
+    DocumentLock::write(project, {.host = QStringLiteral("STUDIO-2"),
+                                  .user = QStringLiteral("Anna"),
+                                  .openedAt = now,
+                                  .renewedAt = now,
+                                  .process = 1,
+                                  .session = QStringLiteral("theirs")});
+    EXPECT_EQ(run("mark P clip1.mp4 --rating 3"), kAllDone);
+    EXPECT_THAT(console.error.toStdString(),
+                HasSubstr("Anna has had this project open on STUDIO-2 since "));
+    EXPECT_EQ(console.error.count("The project's file is 90 % full."), 1);
 }
 
 TEST_F(ReviewCommands, RefusesUnknownAndAmbiguousClipsWithoutChanges) {

@@ -28,7 +28,12 @@ class BackupServiceTest : public testing::Test {
 
 TEST_F(BackupServiceTest, KeepsTheNewestThreeOfThisProject) {
     project.filePath = folder.at("a.b.corvane");
-    folder.write("a.c.2020-01-01T00-00-00.000Z.corvane.bak", "another project's");
+    const QStringList others{QStringLiteral("a.c.2020-01-01T00-00-00.000Z.corvane.bak"),
+                             QStringLiteral("a.b.v2.2020-01-01T00-00-00.000Z.corvane.bak"),
+                             QStringLiteral("a.b.2020-01-01.corvane.bak")};
+    for (const QString &other : others) {
+        folder.write(other, "not a backup of this project");
+    }
     QStringList written;
     for (int i = 0; i < 4; ++i) {
         written.append(await(backups.write(project)));
@@ -36,7 +41,7 @@ TEST_F(BackupServiceTest, KeepsTheNewestThreeOfThisProject) {
     }
     EXPECT_EQ(written.at(0), folder.at("a.b.2026-03-01T09-30-12.345Z.corvane.bak"));
     EXPECT_FALSE(folder.has("a.b.2026-03-01T09-30-12.345Z.corvane.bak"));
-    EXPECT_EQ(folder.names().size(), 4);
+    EXPECT_EQ(folder.names().size(), 3 + others.size());
     EXPECT_EQ(ProjectFileIO::loadNow(written.at(3)).videos, project.videos);
 }
 
@@ -44,7 +49,8 @@ TEST_F(BackupServiceTest, KeepsTheNewBackupEvenIfOthersHaveLaterDates) {
     project.filePath = folder.at("a.corvane");
     const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(48);
     for (int i = 0; i < 3; ++i) {
-        const QString old = folder.write(QStringLiteral("a.%1.corvane.bak").arg(i), "old");
+        const QString old = folder.write(
+            QStringLiteral("a.2020-01-0%1T00-00-00.000Z.corvane.bak").arg(i + 1), "old");
         std::filesystem::last_write_time(old.toStdString(), later);
     }
     const QString written = await(backups.write(project));

@@ -41,6 +41,23 @@ class ProjectFileIOTest : public testing::Test {
     ProjectFileIO io;
 };
 
+/// A file system in which a folder is on another volume than before.
+class UnmountedVolume : public SystemFileSystem {
+  public:
+    explicit UnmountedVolume(QString folder) : m_folder(std::move(folder)) {}
+
+    std::optional<FileStatus> targetStatus(const QString &path) const override {
+        auto status = SystemFileSystem::targetStatus(path);
+        if (status && path == m_folder) {
+            ++status->device;
+        }
+        return status;
+    }
+
+  private:
+    QString m_folder;
+};
+
 } // namespace
 
 TEST_F(ProjectFileIOTest, DescribesEachKindOfUnreadableFile) {
@@ -131,6 +148,71 @@ TEST_F(ProjectFileIOTest, AFailureOfAnyCallOfASaveLeavesAReadableFile) {
         const qsizetype videos = await(io.load(file)).videos.size();
         EXPECT_TRUE(videos == 2 || call == calls) << "call " << call;
         EXPECT_TRUE(folder.temporaries().isEmpty()) << "call " << call;
+    }
+}
+
+TEST_F(ProjectFileIOTest, ASaveOfAnOpenDocumentRefusesAFileChangedByAnotherProgram) {
+    await(io.save(sampleProject(2), file, false));
+    const QByteArray original = folder.read("Harbor.corvane");
+    const auto saveAfter = [&](const std::function<void()> &change) {
+        folder.write("Harbor.corvane", original);
+        const auto opened = await(io.open(file));
+        change();
+        const auto onDisk = folder.has("Harbor.corvane") ? folder.read("Harbor.corvane") : "";
+        try {
+            await(io.save(sampleProject(3), file, true, opened.baseline));
+            await(io.save(sampleProject(3), file, false, opened.baseline));
+        } catch (const SaveError &error) {
+            EXPECT_EQ(folder.read("Harbor.corvane"), onDisk);
+            EXPECT_EQ(error.kind(), SaveError::Kind::changedOnDisk);
+            return false;
+        }
+        return true;
+    };
+    EXPECT_TRUE(saveAfter([] {}));
+    EXPECT_TRUE(saveAfter([&] { folder.write("Harbor.corvane", original); })) << "same contents";
+    EXPECT_TRUE(saveAfter([&] { QFile::remove(file); })) << "a missing file is written again";
+    EXPECT_FALSE(saveAfter([&] { folder.write("Harbor.corvane", original + ' '); }));
+    EXPECT_FALSE(saveAfter([&] { folder.write("Harbor.corvane", original.left(100)); }));
+    EXPECT_FALSE(saveAfter([&] {
+        QByteArray sameSize = original;
+        sameSize.replace("clip-0", "clip-9");
+        folder.write("Harbor.corvane", sameSize);
+    }));
+}
+
+TEST_F(ProjectFileIOTest, WritesNothingIntoTheMountPointOfAnUnmountedVolume) {
+    await(io.save(sampleProject(1), file, false));
+    const auto opened = await(io.open(file));
+    QFile::remove(file);
+    UnmountedVolume unmounted(folder.path());
+    const FileSystemScope scope(unmounted);
+    try {
+        await(io.save(sampleProject(1), file, false, opened.baseline));
+        ADD_FAILURE() << "saved";
+    } catch (const SaveError &error) {
+        EXPECT_EQ(error.description(),
+                  QStringLiteral("Failed to write %1: The volume that contained it is no longer "
+                                 "connected.")
+                      .arg(file));
+    }
+    EXPECT_TRUE(folder.names().isEmpty());
+}
+
+TEST_F(ProjectFileIOTest, AFailedSaveIsNotTakenForAForeignChange) {
+    FaultyFileSystem faulty;
+    const FileSystemScope scope(faulty);
+    await(io.save(sampleProject(2), file, false));
+    const auto opened = await(io.open(file));
+    faulty.failAt(0, 0);
+    await(io.save(sampleProject(3), file, true, opened.baseline));
+    const int calls = faulty.calls();
+    for (int call = 1; call <= calls; ++call) {
+        faulty.failAt(call, ENOSPC);
+        EXPECT_THROW(await(io.save(sampleProject(3 + call), file, true, opened.baseline)),
+                     SaveError);
+        faulty.failAt(0, 0);
+        await(io.save(sampleProject(2), file, true, opened.baseline));
     }
 }
 

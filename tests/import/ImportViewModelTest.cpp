@@ -120,6 +120,32 @@ TEST_F(ImportViewModelTest, AsksAboutClipsThatWereNotHashedBecauseOfACancellatio
     }
 }
 
+TEST_F(ImportViewModelTest, WritesABackupBeforeItChangesTheProject) {
+    fill("cards/1.mov");
+    scanCards();
+    run();
+    const QStringList backups =
+        folder.names(QStringLiteral("p")).filter(QStringLiteral(".corvane.bak"));
+    ASSERT_EQ(backups.size(), 1);
+    EXPECT_TRUE(ProjectFileIO::loadNow(at("p/") + backups.first()).videos.isEmpty());
+    EXPECT_FALSE(import.result().backupError);
+
+    fill("cards/2.mov");
+    import.reset();
+    scanCards();
+    FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    files.setObserver([this](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("createForWriting") && path.startsWith(at("p/.tmp"))) {
+            throw FileError(path, ENOSPC);
+        }
+    });
+    run();
+    EXPECT_TRUE(import.result().backupError.value_or(QString()).startsWith(
+        QStringLiteral("Backup failed: Backup write failed at ")));
+    EXPECT_EQ(videos().size(), 2) << "a failed backup doesn't stop the import";
+}
+
 TEST_F(ImportViewModelTest, AsksForConfirmationOfSkippedClipsThatMayNotBeRead) {
     fill("cards/a/C1.MP4 cards/a/C2.MP4 cards/b/C3.MP4");
     scanCards();

@@ -1,5 +1,6 @@
 #include "platform/SerialExecutor.h"
 #include "review/list/ReviewFormats.h"
+#include "review/MediaBanners.h"
 #include "review/ScrubberGeometry.h"
 #include "ReviewScreenFixture.h"
 
@@ -107,6 +108,27 @@ TEST_F(ReviewScreenTest, ResetsWhenAnotherProjectIsOpened) {
     screen.disappear();
     screen.appear();
     EXPECT_EQ(requestedImports, 1);
+}
+
+TEST_F(ReviewScreenTest, ResetsWhenTheOpenProjectIsOpenedAgain) {
+    MediaBanners banners(store);
+    const auto isShown = [&banners] {
+        return banners.banners().first().toMap().value(QStringLiteral("isShown")).toBool();
+    };
+    folder.write(QStringLiteral("media/clip.mov"), "frames");
+    Project packaged = test::sampleProject(1);
+    packaged.videos[0].edit().sourcePath = folder.at(QStringLiteral("media/clip.mov"));
+    const QString file = folder.at(QStringLiteral("Packaged.corvane"));
+    test::await(io.save(packaged, file, false));
+    test::await(store.openProject(file));
+    ASSERT_TRUE(isShown());
+    banners.close(0);
+    click("clip-0");
+    screen.filterBar()->setSearchQuery(QStringLiteral("clip"));
+    test::await(store.openProject(file));
+    EXPECT_TRUE(isShown());
+    EXPECT_FALSE(screen.selection()->selectedVideoId());
+    EXPECT_EQ(screen.filterBar()->searchQuery(), QString());
 }
 
 TEST(FilmstripLoader, DiscardsTheFramesOfThePreviousClip) {

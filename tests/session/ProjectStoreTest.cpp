@@ -27,6 +27,9 @@ class ProjectStoreTest : public testing::Test {
         await(store.openProject(file));
         await(store.flushPendingSave());
     }
+    void settle() {
+        waitUntil([this] { return !store.isSaving(); });
+    }
     Project onDisk(const QString &path) const { return ProjectFileIO::loadNow(path); }
     QString error() const {
         return store.lastError() ? store.lastError()->description() : QString();
@@ -188,18 +191,145 @@ TEST_F(ProjectStoreTest, AllowsOneSmallerSaveAfterADeletion) {
     await(store.flushPendingSave());
     EXPECT_FALSE(store.lastError());
     EXPECT_EQ(onDisk(file).subclipCount(), 2);
-    make("Harbor.corvane", sampleProject(5, 5));
-    store.setRating(clip, 1);
+    Project thinner = *store.project();
+    thinner.videos.removeLast();
+    store.updateProject(thinner);
     await(store.flushPendingSave());
     EXPECT_EQ(error(),
-              QStringLiteral("Save failed: Save aborted: in-memory has 3 videos but disk has 5. "
+              QStringLiteral("Save failed: Save aborted: in-memory has 2 videos but disk has 3. "
                              "Refusing to overwrite a fuller file."));
     EXPECT_TRUE(store.isDirty());
-    EXPECT_EQ(store.project()->videos.at(0)->rating, 1);
+    EXPECT_EQ(store.project()->videos.size(), 2);
     store.undo();
     await(store.flushPendingSave());
     EXPECT_FALSE(store.lastError());
-    EXPECT_EQ(onDisk(file).videos.size(), 3);
+    EXPECT_EQ(onDisk(file).subclipCount(), 3);
+}
+
+TEST_F(ProjectStoreTest, SavesADeletionAfterAFailedSave) {
+    open();
+    files.setFreeSpace(0);
+    store.deleteSubclip(subclip);
+    await(store.flushPendingSave());
+    await(store.saveNow());
+    EXPECT_EQ(error(),
+              QStringLiteral("Save failed: Failed to write %1: No space left on device").arg(file));
+    files.setFreeSpace(-1);
+    await(store.closeProject());
+    EXPECT_FALSE(store.project());
+    EXPECT_EQ(onDisk(file).subclipCount(), 2);
+}
+
+TEST_F(ProjectStoreTest, RetriesAFailedSaveAndShowsItsFailureOnce) {
+    open();
+    files.setFreeSpace(0);
+    store.setRating(clip, 2);
+    clock.advance(250ms);
+    settle();
+    ASSERT_TRUE(store.lastError());
+    store.clearLastError();
+    for (const auto delay : {5s, 10s, 20s, 40s, 80s, 160s, 300s, 300s}) {
+        EXPECT_EQ(clock.nextDelay(), delay);
+        clock.advance(delay);
+        settle();
+    }
+    EXPECT_FALSE(store.lastError()) << "the user has dismissed it";
+    EXPECT_TRUE(store.saveState().failure);
+    await(store.closeProject());
+    EXPECT_TRUE(store.lastError()) << "closing is refused again";
+    files.setFreeSpace(-1);
+    clock.advance(300s);
+    settle();
+    EXPECT_FALSE(store.saveState().failure);
+    EXPECT_FALSE(store.lastError());
+    EXPECT_EQ(onDisk(file).videos.at(0)->rating, 2);
+    EXPECT_EQ(clock.pendingTimers(), 0);
+}
+
+TEST_F(ProjectStoreTest, ASuccessfulSaveClearsOnlyTheFailureOfASave) {
+    open();
+    const std::function<void()> failures[] = {
+        [&] { await(store.openProject(folder.write("bad.corvane", "{"))); },
+        [&] {
+            files.setFreeSpace(0);
+            await(store.writeBackup());
+            files.setFreeSpace(-1);
+        }};
+    for (const auto &fail : failures) {
+        fail();
+        const auto failure = store.lastError();
+        ASSERT_TRUE(failure);
+        store.toggleFavorite(clip);
+        await(store.flushPendingSave());
+        EXPECT_EQ(store.lastError(), failure);
+        EXPECT_FALSE(store.isDirty());
+    }
+}
+
+TEST_F(ProjectStoreTest, SavesACopyAsAProjectOfItsOwn) {
+    Project packaged = sampleProject(2);
+    packaged.videos[0].edit().sourcePath = QStringLiteral("media/a.mov");
+    await(store.openProject(make(QStringLiteral("Packaged.corvane"), packaged)));
+    const QString file = *store.fileURL();
+    store.setRating(clip, 4);
+    const QString granted = folder.write("media/a.mov", "frames");
+    await(authorization.authorize({granted}, file));
+    EXPECT_FALSE(await(store.saveCopy(file)));
+    EXPECT_EQ(error(),
+              QStringLiteral("Copy failed: %1 is the open project itself. Choose another name.")
+                  .arg(file));
+    store.clearLastError();
+    folder.folder("drive");
+    const QString copy = folder.at("drive/Copy.corvane");
+    EXPECT_TRUE(await(store.saveCopy(copy)));
+    EXPECT_EQ(store.statusMessage(), QStringLiteral("Saved a copy: Copy.corvane"));
+    EXPECT_EQ(store.fileURL(), file);
+    const Project copied = onDisk(copy);
+    EXPECT_NE(copied.id, packaged.id);
+    EXPECT_EQ(copied.videos.at(0)->sourcePath, folder.at("media/a.mov"));
+    EXPECT_EQ(copied.videos.at(0)->rating, 4);
+    EXPECT_EQ(await(authorization.unresolvedPaths(copy)), QSet{granted})
+        << "the user is asked about the media of the copy";
+    make(QStringLiteral("Fuller.corvane"), sampleProject(9));
+    EXPECT_FALSE(await(store.saveCopy(folder.at("Fuller.corvane"))));
+    EXPECT_THAT(error().toStdString(), testing::HasSubstr("Refusing to overwrite a fuller file."));
+}
+
+TEST_F(ProjectStoreTest, NeverOverwritesAForeignChangeUnasked) {
+    open();
+    Project foreign = *store.project();
+    foreign.notes = QStringLiteral("from another machine");
+    const auto changeElsewhere = [&] {
+        make(QStringLiteral("Harbor.corvane"), foreign);
+        store.setRating(clip, 2);
+        store.deleteSubclip({clip, store.project()->videos.at(0)->subclips.at(0).id});
+        await(store.flushPendingSave());
+    };
+    changeElsewhere();
+    EXPECT_EQ(error(),
+              QStringLiteral("Save failed: Save aborted: %1 was changed by another program after "
+                             "it was last read or saved here. It was not overwritten.")
+                  .arg(file));
+    await(store.closeProject());
+    await(store.openProject(file));
+    EXPECT_TRUE(store.isDirty());
+    EXPECT_EQ(onDisk(file), foreign);
+    EXPECT_EQ(clock.pendingTimers(), 0) << "it isn't retried";
+
+    await(store.openProject(file, ProjectStore::UnsavedEdits::Discard));
+    EXPECT_FALSE(store.lastError());
+    EXPECT_FALSE(store.isDirty());
+    EXPECT_EQ(store.project(), foreign);
+
+    foreign.videos.append(sampleVideo(QStringLiteral("another")));
+    changeElsewhere();
+    await(store.saveNow(ProjectStore::ForeignChanges::Overwrite));
+    EXPECT_FALSE(store.lastError());
+    EXPECT_EQ(onDisk(file), *store.project());
+    EXPECT_EQ(onDisk(file).subclipCount(), 2);
+    store.setRating(clip, 5);
+    await(store.flushPendingSave());
+    EXPECT_EQ(onDisk(file).videos.at(0)->rating, 5);
 }
 
 TEST_F(ProjectStoreTest, AppliesTheRulesOfClipEdits) {

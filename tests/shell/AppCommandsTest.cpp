@@ -31,14 +31,16 @@ TEST_F(AppCommandsTest, MenusListEveryCommandAndWhyItIsDisabled) {
     ASSERT_EQ(menus.size(), 2);
     EXPECT_EQ(describe(menus[0]),
               "New Project|Ctrl+N|\nOpen Project…|Ctrl+O|\nOpen Recent\n-Save Project|Ctrl+S|\n"
-              "-Close Project|Ctrl+Shift+W|\n---\n-Import Footage…|Ctrl+I|\n-Export…|Ctrl+E|\n"
+              "-Save a Copy…||\n-Close Project|Ctrl+Shift+W|\n-Close Without Saving…||\n---\n"
+              "-Import Footage…|Ctrl+I|\n-Export…|Ctrl+E|\n"
               "-Selects Handoff…|Ctrl+Shift+E|Mark clips with the S flag in Review first\n");
     EXPECT_EQ(describe(menus[1]), "Corvane Help|Ctrl+?|\n---\nCheck for Updates…||\n");
     open(make("Harbor.corvane", sampleProject(1)));
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
     EXPECT_EQ(describe(menus[0]),
               "New Project|Ctrl+N|\nOpen Project…|Ctrl+O|\nOpen Recent\nSave Project|Ctrl+S|\n"
-              "Close Project|Ctrl+Shift+W|\n---\nImport Footage…|Ctrl+I|\nExport…|Ctrl+E|\n"
+              "Save a Copy…||\nClose Project|Ctrl+Shift+W|\n-Close Without Saving…||\n---\n"
+              "Import Footage…|Ctrl+I|\nExport…|Ctrl+E|\n"
               "Selects Handoff…|Ctrl+Shift+E|Bundle selects + their media + cache into a portable "
               ".corvane package\n");
 }

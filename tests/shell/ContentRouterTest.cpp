@@ -44,6 +44,30 @@ TEST_F(ContentRouterTest, ShowsTheScreenForTheSessionState) {
     EXPECT_TRUE(app.setup()->projectName().isEmpty());
 }
 
+TEST_F(ContentRouterTest, ANewProjectSavesAndClosesTheOpenOneFirst) {
+    open(file);
+    QList<Screen> screens;
+    QObject::connect(app.router(), &ContentRouter::screenChanged,
+                     [&] { screens.append(app.router()->screen()); });
+    app.store().setRating(QStringLiteral("clip-0"), 3);
+    app.router()->setHeld(true);
+    command("newProject").trigger();
+    EXPECT_TRUE(app.store().project()) << "a run is in progress";
+    app.router()->setHeld(false);
+    waitUntil([&] { return !app.store().project(); });
+    EXPECT_EQ(screens, QList{Screen::Setup});
+    EXPECT_EQ(ProjectFileIO::loadNow(file).videos.at(0)->rating, 3);
+
+    open(file);
+    app.store().setRating(QStringLiteral("clip-0"), 4);
+    folder.write("Harbor.corvane", "changed by another program");
+    command("newProject").trigger();
+    waitUntil([&] { return app.store().lastError().has_value(); });
+    EXPECT_EQ(app.router()->screen(), Screen::Project) << "it can't be saved";
+    await(app.store().closeProject(ProjectStore::UnsavedEdits::Discard));
+    EXPECT_EQ(app.router()->screen(), Screen::Home);
+}
+
 TEST_F(ContentRouterTest, AcceptsOneDroppedProjectFile) {
     const QUrl project = QUrl::fromLocalFile(file);
     EXPECT_TRUE(ContentRouter::canOpenDropped({project}));

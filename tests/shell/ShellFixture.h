@@ -10,10 +10,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QTimer>
-
 namespace corvane::test {
 
 /// Captures log lines during its lifetime, as "category: text".
@@ -33,17 +29,6 @@ class LogCapture {
     static inline QStringList s_lines;
     QtMessageHandler m_previous = qInstallMessageHandler(keep);
 };
-
-/// Runs the event loop until the condition holds; fails after 20 s.
-inline void waitUntil(const std::function<bool()> &condition) {
-    const QDeadlineTimer deadline(20'000);
-    QTimer wakes;
-    wakes.start(5);
-    while (!condition() && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
-    }
-    EXPECT_TRUE(condition());
-}
 
 /// The application without its windows, with a data folder for each test.
 class ShellTest : public testing::Test {

@@ -55,15 +55,30 @@ Rectangle {
         anchors.left: separator.right
         anchors.leftMargin: Theme.spacing8
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, buttons.x - x - Theme.spacing16)
+        width: Math.min(implicitWidth, buttons.x - x - Theme.spacing16 - notice.width
+                                       - notice.anchors.leftMargin)
         text: root.header.projectName
         textStyle: Theme.bodyLabelStyle
         HelpText.text: truncated ? text : ""
     }
 
     Label {
-        objectName: "header.status"
+        id: notice
+
+        objectName: "header.notice"
         anchors.left: name.right
+        anchors.leftMargin: text === "" ? 0 : Theme.spacing24
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, buttons.x / 3)
+        text: root.header.notice
+        textStyle: Theme.listStyle
+        color: Theme.warning
+        HelpText.text: root.header.noticeHelp
+    }
+
+    Label {
+        objectName: "header.status"
+        anchors.left: notice.right
         anchors.leftMargin: Theme.spacing24
         anchors.right: buttons.left
         anchors.rightMargin: Theme.spacing16

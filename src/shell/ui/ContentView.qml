@@ -57,6 +57,11 @@ FocusScope {
     }
 
     Loader {
+        active: Boolean(root.app.sessionAlert.subject) || item !== null
+        Component.onCompleted: setSource("ProjectFileAlert.qml", { alert: root.app.sessionAlert })
+    }
+
+    Loader {
         active: root.app.updater.resultText !== "" || item !== null
         Component.onCompleted: setSource("UpdateAlert.qml", { updater: root.app.updater })
     }

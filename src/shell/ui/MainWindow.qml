@@ -15,7 +15,7 @@ AppWindow {
     height: Theme.windowHeight
     minimumWidth: Theme.windowMinWidth
     minimumHeight: Theme.windowMinHeight
-    onClosing: app.quit()
+    onClosing: close => close.accepted = app.closeWindow()
 
     menuBar: MenuBar {
         id: menus

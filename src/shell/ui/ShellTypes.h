@@ -15,6 +15,7 @@ CORVANE_QML_TYPE(HelpDocument)
 CORVANE_QML_TYPE(ProjectHeader)
 CORVANE_QML_TYPE(ProjectSetup)
 CORVANE_QML_TYPE(RecentProjectsModel)
+CORVANE_QML_TYPE(SessionAlert)
 CORVANE_QML_TYPE(UpdaterController)
 
 } // namespace corvane::shellTypes

@@ -154,6 +154,28 @@ TEST_F(MainWindowTest, EachWayToFailShowsOneAlertOverTheCurrentScreen) {
     EXPECT_TRUE(shows("home.recent.0"));
 }
 
+TEST_F(MainWindowTest, TheAlertAboutAForeignChangeHasAButtonForEachWayOut) {
+    open(file);
+    show();
+    const auto conflict = [this](int rating) {
+        Project foreign = ProjectFileIO::loadNow(file);
+        foreign.notes = QString::number(rating);
+        make(QStringLiteral("Harbor.corvane"), foreign);
+        app.store().setRating(QStringLiteral("clip-0"), rating);
+        await(app.store().flushPendingSave());
+        EXPECT_TRUE(appears("projectFile.choice2"));
+        EXPECT_EQ(text("header.notice"), QStringLiteral("Unsaved changes"));
+    };
+    conflict(1);
+    screen->key(Qt::Key_Escape);
+    EXPECT_TRUE(disappears("projectFile.accept"));
+    conflict(2);
+    click("projectFile.choice2");
+    EXPECT_TRUE(disappears("projectFile.accept"));
+    waitUntil([&] { return app.store().project()->notes == QStringLiteral("2"); });
+    EXPECT_FALSE(shows("projectError.accept"));
+}
+
 TEST_F(MainWindowTest, AProjectIsCreatedFromWhatIsTyped) {
     show();
     click("home.newProject");

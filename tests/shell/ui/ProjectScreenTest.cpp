@@ -41,7 +41,8 @@ TEST_F(ShellTest, ClicksAboveTheReviewLeaveItTheFocus) {
     const QString file = make("Harbor.corvane", sampleProject(2, 1));
     await(app.store().openProject(file));
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
-    ProjectHeader header(app.store());
+    ProjectPresence presence(app.store());
+    ProjectHeader header(app.store(), presence);
     Screen screen(kControlsAboveReview, {1280, 300},
                   {{QStringLiteral("header"), QVariant::fromValue(&header)}});
     for (const char *const name :
