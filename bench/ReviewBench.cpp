@@ -4,7 +4,10 @@
 #include "BenchData.h"
 
 #include "platform/Tasks.h"
-#include "review/ReviewListModel.h"
+#include "review/PlayerEngine.h"
+#include "review/ReviewScreenState.h"
+#include "shell/AppCommands.h"
+#include "shell/ProjectHeader.h"
 
 #include <benchmark/benchmark.h>
 
@@ -99,7 +102,7 @@ void openList(benchmark::State &state) {
     }
 }
 
-/// From the edit to the changed row's signal.
+/// From the edit to the last update of the review, the header and the menus.
 void starOneRow(benchmark::State &state) {
     ProjectFileIO io;
     ProjectRegistry registry{dataPath(QStringLiteral("review"))};
@@ -112,12 +115,14 @@ void starOneRow(benchmark::State &state) {
     waitUntilDone(io.save(empty, file, true));
     waitUntilDone(store.openProject(file));
     store.updateProject(reviewProject());
-    ReviewListModel model;
-    model.setProject(&*store.project());
-    QObject::connect(&store, &ProjectStore::projectChanged, &model,
-                     [&] { model.setProject(&*store.project()); });
+    PlayerEngine player({});
+    ReviewScreenState review(store, player);
+    const ProjectHeader header(store);
+    AppRequests requests;
+    UpdaterController updater({});
+    const AppCommands commands(store, updater, requests);
     int reports = 0;
-    QObject::connect(&model, &QAbstractItemModel::dataChanged, [&reports] { ++reports; });
+    QObject::connect(review.list(), &QAbstractItemModel::dataChanged, [&reports] { ++reports; });
     const QString id = store.project()->videos.at(12'500)->id;
     int rating = 0;
     for (auto _ : state) {

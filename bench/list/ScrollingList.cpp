@@ -54,6 +54,7 @@ class NoPlayer : public ReviewPlayer {
     void seek(double) override {}
     void stepFrames(int) override {}
     void setRate(double) override {}
+    bool isSettled() const override { return true; }
     void playConstrained(double, double) override {}
     void clearPlaybackConstraint() override {}
 };

@@ -22,13 +22,6 @@ qsizetype Project::subclipCount() const {
     return count;
 }
 
-bool Project::hasSelects() const {
-    const auto isSelected = [](const Subclip &subclip) { return subclip.selectedForExport; };
-    return std::ranges::any_of(videos, [&](const VideoItem &video) {
-        return video->selectedForExport || std::ranges::any_of(video->subclips, isSelected);
-    });
-}
-
 QString newIdentifier() {
     return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
 }

@@ -85,6 +85,9 @@ struct VideoRecord {
     QDateTime createdAt;
     QDateTime updatedAt;
 
+    /// True if the file is known to have audio and no video.
+    bool isAudioOnly() const { return audioCodec && !codec && !width; }
+
     bool operator==(const VideoRecord &) const = default;
 };
 
@@ -153,8 +156,6 @@ struct Project {
     /// The name that the user sees: `projectName` if set, otherwise `name`.
     QString displayName() const { return projectName.value_or(name); }
     qsizetype subclipCount() const; ///< of all clips
-    /// True if any clip or subclip is selected for export.
-    bool hasSelects() const;
 };
 
 /// A new random UUID in upper case.

@@ -82,6 +82,7 @@ ModalPopup {
                 width: parent.width
                 text: control.title
                 textStyle: Theme.headingStyle
+                literal: true
                 wrapMode: Text.Wrap
             }
             Flickable { // a path in it can be thousands of characters long
@@ -99,6 +100,7 @@ ModalPopup {
 
                     width: parent.width
                     text: control.text
+                    literal: true
                     lineHeight: textStyle.lineHeight + Theme.hairline
                     wrapMode: Text.Wrap
                 }

@@ -55,6 +55,7 @@ Item {
             y: Theme.spacing4
             width: Math.min(Math.ceil(implicitWidth), tip.width / 2)
             textStyle: Theme.smallStyle
+            literal: true
             wrapMode: Text.Wrap
             Accessible.ignored: true
         }

@@ -31,6 +31,7 @@ constexpr IconRow iconRows[] = {
     {QLatin1String("xmark.circle"), 0xE888},
     {QLatin1String("xmark.circle.fill"), 0xE5C9},
     {QLatin1String("film"), 0xE8DA},
+    {QLatin1String("waveform"), 0xE1B8},
     {QLatin1String("scissors"), 0xE14E},
     {QLatin1String("checkmark.circle.fill"), 0xE86C},
     {QLatin1String("heart.fill"), 0xE87D},

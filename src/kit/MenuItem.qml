@@ -1,5 +1,5 @@
 // A row of a menu.
-//   text: string; elide: as for Text; checkable, checked: bool (the check mark); shortcutText:
+//   text: string; literal: bool, as for Label; checkable, checked: bool (the check mark); shortcutText:
 //   string, right-aligned; helpText: string, shown while disabled too; signal triggered()
 import QtQuick
 import QtQuick.Templates as T
@@ -9,14 +9,14 @@ T.MenuItem {
     id: control
 
     property string helpText
-    property int elide: Text.ElideRight
+    property bool literal: false
     property string shortcutText
 
     implicitHeight: Theme.menuItemHeight
     implicitWidth: leftPadding + implicitContentWidth + rightPadding
     leftPadding: Theme.spacing6 + Theme.checkIconSize + Theme.spacing6
     rightPadding: Theme.spacing8
-    font: Theme.listStyle.font
+    font: literal ? Theme.listStyle.literalFont : Theme.listStyle.font
 
     HelpText.text: helpText
     Accessible.role: Accessible.MenuItem
@@ -59,7 +59,7 @@ T.MenuItem {
             text: control.text
             font: control.font
             color: control.enabled ? Theme.primaryText : Theme.disabledText
-            elide: control.elide
+            elide: control.literal ? Text.ElideMiddle : Text.ElideRight
             maximumLineCount: 1
         }
 

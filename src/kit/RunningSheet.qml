@@ -68,7 +68,7 @@ Sheet {
                     anchors.rightMargin: Theme.spacing16
                     text: control.fileName
                     textStyle: Theme.bodyLabelStyle
-                    elide: Text.ElideMiddle
+                    literal: true
                     HelpText.text: truncated ? text : ""
                 }
                 TabularLabel {

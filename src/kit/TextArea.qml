@@ -46,7 +46,7 @@ Item {
             rightPadding: Theme.spacing8 - Theme.hairline
             topPadding: Theme.spacing6 - Theme.hairline
             bottomPadding: Theme.spacing6 - Theme.hairline
-            font: Theme.bodyStyle.font
+            font: Theme.bodyStyle.literalFont
             color: enabled ? Theme.primaryText : Theme.disabledText
             placeholderTextColor: enabled ? Theme.placeholderText : Theme.disabledText
             selectionColor: Theme.textSelection

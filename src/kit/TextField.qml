@@ -19,7 +19,7 @@ T.TextField {
                  + (symbol !== "" ? Theme.buttonIconSize + Theme.spacing6 : 0)
     rightPadding: Theme.spacing8 + Theme.hairline
     verticalAlignment: TextInput.AlignVCenter
-    font: Theme.bodyStyle.font
+    font: Theme.bodyStyle.literalFont
     color: enabled ? Theme.primaryText : Theme.disabledText
     placeholderTextColor: enabled ? Theme.placeholderText : Theme.disabledText
     selectionColor: Theme.textSelection

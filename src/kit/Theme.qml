@@ -13,13 +13,20 @@ QtObject {
         required property int lineHeight
         property int weight: Font.Normal
         property string family: "Inter"
-        readonly property font font: Qt.font({
-            family: family,
-            pixelSize: pixelSize,
-            weight: weight,
-            hintingPreference: Font.PreferNoHinting
-        })
+        readonly property font font: fontWithShaping(true)
+        // Without the typeface's contextual forms, which turn "640x360" into "640×360".
+        readonly property font literalFont: fontWithShaping(false)
         readonly property real leading: (lineHeight - pixelSize * (family === "Inter" ? 1.2102 : 1.1641)) / 2
+
+        function fontWithShaping(preferShaping: bool): font {
+            return Qt.font({
+                family: family,
+                pixelSize: pixelSize,
+                weight: weight,
+                hintingPreference: Font.PreferNoHinting,
+                preferShaping: preferShaping
+            });
+        }
     }
 
     // Background levels, darkest to lightest.
@@ -123,6 +130,7 @@ QtObject {
     readonly property int transportIconSize: 22
     readonly property int playIconSize: 24
     readonly property int overlayIconSize: 32
+    readonly property int audioIconSize: 96
     readonly property int overlayButtonSize: 56
 
     // Text styles.
@@ -243,6 +251,7 @@ QtObject {
     readonly property int sidePaneWidth: 220
     readonly property int sidePaneMinWidth: 160
     readonly property int sidePaneMaxWidth: 380
+    readonly property int splitStep: 20
     readonly property int largeStarWidth: 22
     readonly property int largeStarClearWidth: 26
     readonly property int factRadius: 4

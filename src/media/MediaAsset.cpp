@@ -52,10 +52,30 @@ VideoTrack videoTrack(const AVFormatContext &context, const AVStream &stream) {
             .mediaSubType = mediaSubType(context, stream)};
 }
 
+/// The duration of the first audio stream of a file whose header has none, such as bare AAC. Reads
+/// all packets: the data rate of the first ones would only give an estimate.
+std::optional<MediaTime> measuredAudioDuration(const QString &path, std::stop_token stop) {
+    MediaInput input(path, MediaInput::Depth::Coding, std::move(stop));
+    const AVFormatContext &context = *input.context();
+    const int index = av_find_best_stream(input.context(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+    if (index < 0) {
+        return std::nullopt;
+    }
+    qint64 ticks = 0;
+    const auto packet = makePacket();
+    while (input.read(*packet)) {
+        if (packet->stream_index == index) {
+            ticks += std::max<qint64>(packet->duration, 0);
+        }
+    }
+    const double seconds = double(ticks) * av_q2d(context.streams[index]->time_base);
+    return ticks > 0 ? std::optional(MediaTime::fromSeconds(seconds)) : std::nullopt;
+}
+
 } // namespace
 
 MediaAsset MediaAsset::read(const QString &path, std::stop_token stop) {
-    const MediaInput input(path, MediaInput::Depth::Facts, std::move(stop));
+    const MediaInput input(path, MediaInput::Depth::Facts, stop);
     const AVFormatContext &context = *input.context();
     MediaAsset asset{.duration = input.duration()};
     for (const AVStream *stream : allStreams(context)) {
@@ -69,6 +89,9 @@ MediaAsset MediaAsset::read(const QString &path, std::stop_token stop) {
         } else if (stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
             asset.audioTracks.append({.mediaSubType = mediaSubType(context, *stream)});
         }
+    }
+    if (!asset.duration && asset.videoTracks.isEmpty() && !asset.audioTracks.isEmpty()) {
+        asset.duration = measuredAudioDuration(path, std::move(stop));
     }
     if (asset.videoTracks.size() == 1 && asset.videoTracks.first().estimatedDataRate <= 0) {
         asset.videoTracks.first().estimatedDataRate = remainingDataRate(context, asset.duration);

@@ -29,8 +29,9 @@ struct MediaAsset {
     QList<VideoTrack> videoTracks;
     QList<AudioTrack> audioTracks;
 
-    /// Reads the facts of a file, decoding as little as possible. Throws `MediaError` if it isn't a
-    /// media file, and `Cancelled`. Thread-safe.
+    /// Reads the facts of a file, decoding as little as possible. Reads bare audio to its end if
+    /// the header has no duration. Throws `MediaError` if it isn't a media file, and `Cancelled`.
+    /// Thread-safe.
     static MediaAsset read(const QString &path, std::stop_token stop = {});
 };
 

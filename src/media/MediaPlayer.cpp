@@ -40,6 +40,7 @@ void MediaPlayer::replaceCurrentItem(const QString &path) {
         request.seek.reset();
         request.steps.clear();
         request.rate = {0, m_rateSerial};
+        request.range = PlayerRequest::Range{};
         request.serial = m_serial;
     });
     updateRate(0);
@@ -49,9 +50,17 @@ void MediaPlayer::replaceCurrentItem(const QString &path) {
 void MediaPlayer::setRate(float rate) {
     const float clamped = std::isfinite(rate) ? std::clamp(rate, -kFastestRate, kFastestRate) : 0;
     ++m_rateSerial;
-    m_thread->requests().add(
-        [&](PlayerRequest &request) { request.rate = {clamped, m_rateSerial}; });
+    m_move += m_rate != 0 && clamped == 0;
+    m_thread->requests().add([&](PlayerRequest &request) {
+        request.rate = {clamped, m_rateSerial};
+        request.move = m_move;
+    });
     updateRate(clamped);
+}
+
+void MediaPlayer::setRange(std::optional<MediaTimeRange> range) {
+    m_thread->requests().add(
+        [&](PlayerRequest &request) { request.range = PlayerRequest::Range{range}; });
 }
 
 void MediaPlayer::updateRate(float rate) {
@@ -72,8 +81,11 @@ void MediaPlayer::seek(MediaTime time) {
 }
 
 void MediaPlayer::stepFrames(int frames, std::optional<MediaTimeRange> range) {
-    m_thread->requests().add(
-        [&](PlayerRequest &request) { request.steps.append({frames, range}); });
+    ++m_move;
+    m_thread->requests().add([&](PlayerRequest &request) {
+        request.steps.append({frames, range});
+        request.move = m_move;
+    });
 }
 
 MediaPlayer::Token MediaPlayer::addPeriodicTimeObserver(std::chrono::nanoseconds interval,
@@ -83,24 +95,14 @@ MediaPlayer::Token MediaPlayer::addPeriodicTimeObserver(std::chrono::nanoseconds
     return m_lastToken;
 }
 
-MediaPlayer::Token MediaPlayer::addBoundaryTimeObserver(MediaTime time,
-                                                        std::function<void()> call) {
-    m_boundaryObservers[++m_lastToken] = {time, std::move(call)};
-    sendObservers();
-    return m_lastToken;
-}
-
 void MediaPlayer::removeTimeObserver(Token token) {
-    if (m_periodicObservers.erase(token) + m_boundaryObservers.erase(token) > 0) {
+    if (m_periodicObservers.erase(token) > 0) {
         sendObservers();
     }
 }
 
 void MediaPlayer::sendObservers() {
     PlayerRequest::Observers observers;
-    for (const auto &[token, observer] : m_boundaryObservers) {
-        observers.boundaries.append({token, observer.first});
-    }
     for (const auto &[token, observer] : m_periodicObservers) {
         observers.period =
             std::min(observers.period.value_or(observer.interval), observer.interval);
@@ -114,11 +116,19 @@ void MediaPlayer::handleReports() {
     if (report.time && report.time->serial == m_serial) {
         updateTime(report.time->time, report.time->isJump);
     }
-    if (alive && !report.boundaries.isEmpty()) {
-        callBoundaryObservers(report.boundaries);
-    }
     if (alive && report.endedRate == m_rateSerial) {
         updateRate(0);
+    }
+    if (alive && report.move) {
+        updateSettled(*report.move);
+    }
+}
+
+void MediaPlayer::updateSettled(quint64 move) {
+    const bool wasSettled = isSettled();
+    m_settledMove = move;
+    if (!wasSettled && isSettled()) {
+        Q_EMIT settled();
     }
 }
 
@@ -141,21 +151,6 @@ void MediaPlayer::updateTime(MediaTime time, bool isJump) {
             call(time);
         }
     }
-}
-
-void MediaPlayer::callBoundaryObservers(const QList<Token> &tokens) {
-    const QPointer alive(this);
-    for (const auto token : tokens) {
-        const auto observer = m_boundaryObservers.find(token);
-        if (observer != m_boundaryObservers.end()) {
-            const auto call = observer->second.second;
-            call();
-        }
-        if (!alive) {
-            return;
-        }
-    }
-    m_thread->requests().add([](PlayerRequest &request) { request.isBoundaryAnswered = true; });
 }
 
 } // namespace corvane::media

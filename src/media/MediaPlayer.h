@@ -62,6 +62,12 @@ class MediaPlayer : public QObject {
     float rate() const { return m_rate; }
     void pause() { setRate(0); }
 
+    /// Holds playback in a range, both points included, until the next file; nullopt removes it.
+    /// Doesn't move the playhead. Playback that reaches the out point or the end of the item shows
+    /// that frame, pauses and returns to the in point; in reverse it pauses at the in point.
+    /// Playback that starts or continues outside does the same at once.
+    void setRange(std::optional<MediaTimeRange> range);
+
     /// Moves to the frame that `time` names and keeps the rate. A newer seek cancels an older one.
     void seek(MediaTime time);
     /// Moves by a number of frames, backward if negative, from where the earlier requests lead.
@@ -70,19 +76,20 @@ class MediaPlayer : public QObject {
     void stepFrames(int frames, std::optional<MediaTimeRange> range = {});
     /// The playhead's position; the target if a seek is pending.
     MediaTime currentTime() const { return m_time; }
+    /// False while `currentTime` doesn't include the effect of a step or of pausing playback.
+    bool isSettled() const { return m_settledMove == m_move; }
 
     /// Calls `call` with the current time at this interval during playback, and after each seek,
     /// step and stop.
     Token addPeriodicTimeObserver(std::chrono::nanoseconds interval,
                                   std::function<void(MediaTime)> call);
-    /// Calls `call` when playback in either direction reaches `time`. Playback waits there until
-    /// the call has returned.
-    Token addBoundaryTimeObserver(MediaTime time, std::function<void()> call);
     /// Stops the calls at once. Ignores unknown tokens.
     void removeTimeObserver(Token token);
 
   Q_SIGNALS:
     void rateChanged(float rate);
+    /// `isSettled` became true; `currentTime` is up to date.
+    void settled();
 
   private:
     struct PeriodicObserver {
@@ -93,19 +100,20 @@ class MediaPlayer : public QObject {
 
     void handleReports();
     void updateTime(MediaTime time, bool isJump);
-    void callBoundaryObservers(const QList<Token> &tokens);
     void updateRate(float rate);
+    void updateSettled(quint64 move);
     void sendObservers();
 
     MonotonicClock &m_clock;
     quint64 m_item = 0;
-    quint64 m_serial = 0;     ///< of the latest request that moves the playhead
-    quint64 m_rateSerial = 0; ///< of the latest request that sets the rate
+    quint64 m_serial = 0;      ///< of the latest request that moves the playhead
+    quint64 m_rateSerial = 0;  ///< of the latest request that sets the rate
+    quint64 m_move = 0;        ///< number of the latest request that `isSettled` waits for
+    quint64 m_settledMove = 0; ///< number of the latest one that was carried out
     float m_rate = 0;
     MediaTime m_time;
     Token m_lastToken = 0;
     std::map<Token, PeriodicObserver> m_periodicObservers;
-    std::map<Token, std::pair<MediaTime, std::function<void()>>> m_boundaryObservers;
     std::unique_ptr<PlayerThread> m_thread;
 };
 

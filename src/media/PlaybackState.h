@@ -15,10 +15,9 @@ namespace corvane::media {
 ///     Starting       -> AwaitingAudio   if audio plays at this rate
 ///     Starting       -> Running         if it doesn't
 ///     AwaitingAudio  -> Running         when audio is heard, or at the deadline
-///     Running        -> AtBoundary      when the playhead reaches an observed boundary
-///     AtBoundary     -> Starting        when the boundary's observers have been called
 ///     all but Paused -> Starting        after a seek, a step or a change of rate
-///     all            -> Paused          if the rate becomes 0, at the end of the item, on an error
+///     all            -> Paused          if the rate becomes 0, at the end of the range or of the
+///                                       item, on an error
 namespace playback {
 
 struct Paused {};
@@ -39,10 +38,7 @@ struct Running {
     std::optional<MonotonicClock::Duration> nextReport;    ///< nullopt before the first report
 };
 
-/// The playhead is exactly on a boundary until the main thread has called its observers.
-struct AtBoundary {};
-
-using State = std::variant<Paused, Starting, AwaitingAudio, Running, AtBoundary>;
+using State = std::variant<Paused, Starting, AwaitingAudio, Running>;
 
 } // namespace playback
 

@@ -17,8 +17,8 @@ struct PlayerReport {
     };
 
     std::optional<Time> time;
-    QList<MediaPlayer::Token> boundaries; ///< observers of the boundary where playback waits
-    std::optional<quint64> endedRate;     ///< serial of the rate reset to 0 at an end of the item
+    std::optional<quint64> endedRate; ///< serial of the rate reset to 0 at an end
+    std::optional<quint64> move;      ///< see `PlayerRequest::move`; carried out
 };
 
 /// Passes reports to the main thread; however many are pending, it is notified once. Any thread.

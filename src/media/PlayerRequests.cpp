@@ -7,8 +7,8 @@
 namespace corvane::media {
 
 bool PlayerRequest::isEmpty() const {
-    return !isQuit && !observers && !isBoundaryAnswered && !rate && !item && !seek &&
-           steps.isEmpty() && !isRedraw;
+    return !isQuit && !observers && !range && !rate && !item && !seek && steps.isEmpty() &&
+           !isRedraw;
 }
 
 void PlayerRequests::add(const std::function<void(PlayerRequest &)> &change) {
@@ -36,8 +36,8 @@ PlayerRequest PlayerRequests::take(std::optional<MonotonicClock::Duration> due) 
         m_clock.wait(lock, m_changed, due);
     }
     m_isWoken = false;
-    const auto serial = m_pending.serial;
-    return std::exchange(m_pending, {.serial = serial});
+    const PlayerRequest next{.serial = m_pending.serial, .move = m_pending.move};
+    return std::exchange(m_pending, next);
 }
 
 std::stop_token PlayerRequests::start(Task task) {

@@ -23,24 +23,25 @@ struct PlayerRequest {
         float value = 0;
         quint64 serial = 0;
     };
-    struct Boundary {
-        MediaPlayer::Token token = 0;
-        MediaTime time;
+    struct Range {
+        std::optional<MediaTimeRange> value; ///< nullopt removes the range
     };
     struct Observers {
-        QList<Boundary> boundaries;
         std::optional<MonotonicClock::Duration> period; ///< nullopt without periodic observers
     };
 
     bool isQuit = false;
     std::optional<Observers> observers;
-    bool isBoundaryAnswered = false; ///< its observers have been called
+    std::optional<Range> range;
     std::optional<Rate> rate;
     std::optional<Item> item;
     std::optional<MediaTime> seek;
     QList<Step> steps;
     bool isRedraw = false;
     quint64 serial = 0; ///< of the latest request that moves the playhead, pending or not
+    /// Number of the latest request whose effect on the time only the player's thread knows,
+    /// pending or not.
+    quint64 move = 0;
 
     bool isEmpty() const;
 };

@@ -80,6 +80,7 @@ void PlayerThread::run() {
 PlayerThread::Due PlayerThread::carryOut(const PlayerRequest &request) {
     try {
         handle(request);
+        reportMove(request.move);
         if (!request.isEmpty()) {
             m_readAheadFrom = m_clock.now() + kReadAheadDelay;
         }
@@ -90,8 +91,9 @@ PlayerThread::Due PlayerThread::carryOut(const PlayerRequest &request) {
         // A `Failure` if the file became unreadable or a frame cannot be decoded, else a fault such
         // as exhausted memory. It ends playback, never the program. The shown frame stays.
         if (m_rate.value != 0) {
-            endPlayback();
+            stopPlayback();
         }
+        reportMove(request.move);
         return std::nullopt;
     }
 }
@@ -100,8 +102,8 @@ void PlayerThread::handle(const PlayerRequest &request) {
     if (request.observers) {
         m_observers = *request.observers;
     }
-    if (request.isBoundaryAnswered && std::holds_alternative<playback::AtBoundary>(m_state)) {
-        enter(playback::Starting());
+    if (request.range) {
+        m_range = request.range->value;
     }
     if (request.rate) {
         setRate(*request.rate);
@@ -152,15 +154,20 @@ void PlayerThread::open(const PlayerRequest::Item &item) {
 void PlayerThread::seek(MediaTime time) {
     m_time = time;
     restart();
-    if (m_source) {
-        const bool isOverdue = m_lastShow && m_clock.now() - *m_lastShow > kMaxTimeWithoutFrame;
-        startTask(isOverdue ? Task::seekToShow : Task::seek);
-        if (const auto frame = m_source->at(time)) {
-            setFrame(*frame);
-            show();
-        }
-    }
+    const bool isOverdue = m_lastShow && m_clock.now() - *m_lastShow > kMaxTimeWithoutFrame;
+    showFrameAt(time, isOverdue ? Task::seekToShow : Task::seek);
     report(true);
+}
+
+void PlayerThread::showFrameAt(MediaTime time, Task task) {
+    if (!m_source) {
+        return;
+    }
+    startTask(task);
+    if (const auto frame = m_source->at(time)) {
+        setFrame(*frame);
+        show();
+    }
 }
 
 void PlayerThread::step(const PlayerRequest::Step &step) {
@@ -259,6 +266,12 @@ void PlayerThread::report(bool isJump) {
         const bool wasJump = report.time && report.time->isJump;
         report.time = {m_time, m_serial, isJump || wasJump};
     });
+}
+
+void PlayerThread::reportMove(quint64 move) {
+    if (std::exchange(m_reportedMove, move) != move) {
+        m_reports.add([move](PlayerReport &report) { report.move = move; });
+    }
 }
 
 } // namespace corvane::media

@@ -43,25 +43,27 @@ class PlayerThread {
     void step(const PlayerRequest::Step &step);
     VideoFrame frameAfterStep(VideoFrame frame, const PlayerRequest::Step &step);
     void setRate(const PlayerRequest::Rate &rate);
+    void showFrameAt(MediaTime time, PlayerRequests::Task task);
 
     void enter(playback::State state);
     void restart();
+    void stopPlayback();
     void endPlayback();
-    void waitAtBoundary(MediaTime boundary);
+    MediaTime timeAfterEnd() const;
     Due advance();
     Due advance(playback::Paused &);
     Due advance(playback::Starting &);
     Due advance(playback::AwaitingAudio &awaiting);
     Due advance(playback::Running &running);
-    static Due advance(playback::AtBoundary &);
 
     void syncToAudio(playback::Running &running, Duration now);
-    std::optional<MediaTime> firstBoundary(double from, double to) const;
     void moveTo(playback::Running &running, double seconds);
     void skipTo(double seconds);
     bool isAtEnd(const playback::Running &running);
+    bool isRangeOver(double position) const;
+    double limit() const;
     MediaTime shownTime(const playback::Running &running);
-    Duration nextDue(const playback::Running &running, Duration now);
+    Duration nextDue(const playback::Running &running);
     std::optional<VideoFrame> nextToPlay();
     double endSeconds() const;
     bool isForward() const { return m_rate.value > 0; }
@@ -70,6 +72,7 @@ class PlayerThread {
     void setFrame(const VideoFrame &frame);
     void show();
     void report(bool isJump);
+    void reportMove(quint64 move);
 
     MonotonicClock &m_clock;
     std::unique_ptr<AudioOutput> m_audioOutput;
@@ -86,6 +89,7 @@ class PlayerThread {
     std::optional<MediaTime> m_duration;
     quint64 m_item = 0;
     quint64 m_serial = 0;
+    quint64 m_reportedMove = 0;
     MediaTime m_time;                  ///< the playhead as of the latest request or report
     std::optional<VideoFrame> m_frame; ///< that `m_time` names
     std::optional<MediaTime> m_shownTime;
@@ -93,6 +97,7 @@ class PlayerThread {
     Duration m_readAheadFrom{0}; ///< when reading ahead may begin
 
     PlayerRequest::Rate m_rate; ///< 0 exactly in the state `Paused`
+    std::optional<MediaTimeRange> m_range;
     PlayerRequest::Observers m_observers;
     playback::State m_state;
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace corvane::media {
 
@@ -50,31 +51,32 @@ void PlayerThread::restart() {
     }
 }
 
-void PlayerThread::endPlayback() {
-    if (m_rate.value < 0) {
-        m_time = {};
-    } else if (m_duration && m_duration->seconds() >= endSeconds()) {
-        m_time = *m_duration;
-    } else {
-        m_time = MediaTime::fromSeconds(endSeconds());
-    }
+/// Pauses where playback in this direction ends. The shown frame stays.
+void PlayerThread::stopPlayback() {
+    m_time = timeAfterEnd();
     m_rate.value = 0;
     enter(Paused());
     report(true);
     m_reports.add([this](PlayerReport &report) { report.endedRate = m_rate.serial; });
 }
 
-void PlayerThread::waitAtBoundary(MediaTime boundary) {
-    m_time = boundary;
-    enter(AtBoundary());
-    report(false);
-    m_reports.add([this, boundary](PlayerReport &report) {
-        for (const auto &observed : m_observers.boundaries) {
-            if (observed.time == boundary) {
-                report.boundaries.append(observed.token);
-            }
-        }
-    });
+void PlayerThread::endPlayback() {
+    stopPlayback();
+    if (m_range) {
+        showFrameAt(m_time, PlayerRequests::Task::seek);
+    }
+}
+
+MediaTime PlayerThread::timeAfterEnd() const {
+    if (m_range) {
+        return m_range->in;
+    }
+    if (m_rate.value < 0) {
+        return {};
+    }
+    return m_duration && m_duration->seconds() >= endSeconds()
+               ? *m_duration
+               : MediaTime::fromSeconds(endSeconds());
 }
 
 /// Continues in the current state. Returns the current time if another turn is needed at once.
@@ -96,6 +98,10 @@ PlayerThread::Due PlayerThread::advance(Paused &) {
 PlayerThread::Due PlayerThread::advance(Starting &) {
     const auto now = m_clock.now();
     const double position = m_time.seconds();
+    if (isRangeOver(position)) {
+        endPlayback();
+        return now;
+    }
     if (m_audioOutput && m_rate.value > 0 && m_rate.value <= kFastestAudioRate) {
         enter(AwaitingAudio{position, now + kAudioStartTimeout});
     } else {
@@ -121,13 +127,8 @@ PlayerThread::Due PlayerThread::advance(Running &running) {
     syncToAudio(running, now);
     const double from = running.position;
     const double reached = running.motion.position(now);
-    const double to = isForward() ? std::max(from, reached) : std::clamp(reached, 0.0, from);
-    if (const auto boundary = firstBoundary(from, to)) {
-        moveTo(running, boundary->seconds());
-        show();
-        waitAtBoundary(*boundary);
-        return std::nullopt;
-    }
+    const double to = isForward() ? std::max(from, std::min(reached, limit()))
+                                  : std::min(from, std::max(reached, limit()));
     moveTo(running, to);
     show();
     if (isAtEnd(running)) {
@@ -140,13 +141,9 @@ PlayerThread::Due PlayerThread::advance(Running &running) {
         report(isFirst);
         running.nextReport = now + m_observers.period.value_or(0s);
     }
-    const auto due = nextDue(running, now);
+    const auto due = nextDue(running);
     const bool canReadAhead = m_source && due - m_clock.now() > kMinReadAheadTime;
     return canReadAhead && m_source->readAhead(false) ? now : due;
-}
-
-PlayerThread::Due PlayerThread::advance(AtBoundary &) {
-    return std::nullopt;
 }
 
 void PlayerThread::syncToAudio(Running &running, Duration now) {
@@ -159,22 +156,6 @@ void PlayerThread::syncToAudio(Running &running, Duration now) {
         const bool isLarge = std::abs(deviation) > kLargeDeviation;
         running.motion.shift(isLarge ? deviation : deviation * kCorrectedShare);
     }
-}
-
-/// The first observed boundary that the playhead passes or reaches on the way between two
-/// positions.
-std::optional<MediaTime> PlayerThread::firstBoundary(double from, double to) const {
-    std::optional<MediaTime> first;
-    for (const auto &boundary : m_observers.boundaries) {
-        const double seconds = boundary.time.seconds();
-        const bool isReached = isForward() ? from < seconds && seconds <= to + kEpsilon
-                                           : from > seconds && seconds >= to - kEpsilon;
-        if (isReached &&
-            (!first || (isForward() ? boundary.time < *first : boundary.time > *first))) {
-            first = boundary.time;
-        }
-    }
-    return first;
 }
 
 std::optional<VideoFrame> PlayerThread::nextToPlay() {
@@ -208,7 +189,12 @@ void PlayerThread::skipTo(double seconds) {
     }
     const auto frame =
         m_source->near(MediaTime::fromSeconds(std::max(seconds, 0.0)), std::abs(rate) / 2);
-    if (frame && (rate > 0 ? frame->time > m_frame->time : frame->time < m_frame->time)) {
+    const auto isBetween = [](double time, double from, double to) {
+        return time > from && time <= to + kHalfTick;
+    };
+    const double from = m_frame->time.seconds();
+    const double time = frame ? frame->time.seconds() : from;
+    if (rate > 0 ? isBetween(time, from, limit()) : isBetween(-time, -from, -limit())) {
         setFrame(*frame);
     }
 }
@@ -222,7 +208,24 @@ double PlayerThread::endSeconds() const {
     return m_frame ? std::max(last, m_frame->end.seconds()) : 0;
 }
 
+/// The position at which playback in this direction has to stop, in seconds; may be infinite.
+double PlayerThread::limit() const {
+    if (m_range) {
+        return (isForward() ? m_range->out : m_range->in).seconds();
+    }
+    return isForward() ? std::numeric_limits<double>::infinity() : 0;
+}
+
+/// True if there is a range and playback in this direction can't continue in it.
+bool PlayerThread::isRangeOver(double position) const {
+    return m_range &&
+           (isForward() ? position + kEpsilon >= limit() : position - kEpsilon <= limit());
+}
+
 bool PlayerThread::isAtEnd(const Running &running) {
+    if (isRangeOver(running.position)) {
+        return true;
+    }
     const bool isTimeOver =
         isForward() ? running.position + kEpsilon >= endSeconds() : running.position <= 0;
     return isTimeOver && !(m_frame && nextToPlay());
@@ -243,19 +246,16 @@ MediaTime PlayerThread::shownTime(const Running &running) {
     return time.seconds() + kHalfTick < m_frame->time.seconds() ? m_frame->time : time;
 }
 
-/// When the next frame, boundary or report is due.
-PlayerThread::Duration PlayerThread::nextDue(const Running &running, Duration now) {
+/// When the next frame, the end of the range or the next report is due.
+PlayerThread::Duration PlayerThread::nextDue(const Running &running) {
     double next = isForward() ? endSeconds() : 0;
     if (m_frame) {
         if (const auto frame = nextToPlay()) {
             next = isForward() ? frame->time.seconds() : m_frame->time.seconds() - 2 * kEpsilon;
         }
     }
-    auto due = running.motion.timeOf(next);
-    for (const auto &boundary : m_observers.boundaries) {
-        const auto reached = running.motion.timeOf(boundary.time.seconds());
-        due = reached > now ? std::min(due, reached) : due;
-    }
+    next = isForward() ? std::min(next, limit()) : std::max(next, limit());
+    const auto due = running.motion.timeOf(next);
     return m_observers.period ? std::min(due, running.nextReport.value_or(due)) : due;
 }
 

@@ -70,6 +70,11 @@ bool matches(With with, Qt::KeyboardModifiers modifiers) {
 
 } // namespace
 
+bool Command::readsPlayhead() const {
+    constexpr std::array kActions{togglePlayback, skip, markIn, nudgeIn, markOut, nudgeOut};
+    return std::ranges::find(kActions, action) != kActions.end();
+}
+
 std::optional<Command> command(int key, Qt::KeyboardModifiers modifiers) {
     if (key == 0 || modifiers & (Qt::MetaModifier | Qt::AltModifier)) {
         return std::nullopt;

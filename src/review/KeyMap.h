@@ -38,6 +38,7 @@ struct Command {
 
     /// True for all commands except undo and redo.
     bool needsClip() const { return action != Action::undo && action != Action::redo; }
+    bool readsPlayhead() const;
 
     bool operator==(const Command &) const = default;
 };

@@ -29,13 +29,11 @@ PlayerEngine::PlayerEngine(media::MediaPlayer::Options options, QObject *parent)
         });
     connect(&m_player, &media::MediaPlayer::rateChanged, this,
             [this] { store(m_rate, m_player.rate(), &PlayerEngine::rateChanged); });
+    connect(&m_player, &media::MediaPlayer::settled, this, &PlayerEngine::settled);
 }
 
 PlayerEngine::~PlayerEngine() {
     m_stopReading.request_stop();
-    if (m_boundaryObserverToken) {
-        m_player.removeTimeObserver(*m_boundaryObserverToken);
-    }
     m_player.removeTimeObserver(m_timeObserverToken);
     m_player.disconnect(this);
 }
@@ -88,11 +86,14 @@ void PlayerEngine::storeFacts(const media::MediaAsset &asset) {
     store(m_naturalSize, track.naturalSize, &PlayerEngine::naturalSizeChanged);
 }
 
+/// The playback range, or the entire clip.
+PlayerEngine::PlaybackConstraint PlayerEngine::bounds() const {
+    return m_playbackConstraint.value_or(PlaybackConstraint{0, durationSeconds()});
+}
+
 double PlayerEngine::clamped(double seconds) const {
     const double inClip = std::max(std::min(seconds, durationSeconds()), 0.0);
-    return m_playbackConstraint
-               ? std::max(m_playbackConstraint->in, std::min(inClip, m_playbackConstraint->out))
-               : inClip;
+    return std::max(bounds().in, std::min(inClip, bounds().out));
 }
 
 void PlayerEngine::seek(double seconds) {
@@ -113,8 +114,11 @@ void PlayerEngine::stepFrames(int frames) {
 }
 
 void PlayerEngine::setRate(double rate) {
-    if (rate > 0 && m_playbackConstraint && currentSeconds() >= m_playbackConstraint->out) {
-        seek(m_playbackConstraint->in);
+    const auto [in, out] = bounds();
+    // In ticks: the time of a stop and that of a seek to the same point differ by their rounding.
+    if (rate > 0 && in < out &&
+        MediaTime::fromSeconds(currentSeconds()) >= MediaTime::fromSeconds(out)) {
+        seek(in);
     }
     m_player.setRate(float(rate));
 }
@@ -125,23 +129,14 @@ void PlayerEngine::playConstrained(double in, double out) {
         return;
     }
     m_playbackConstraint = {in, out};
-    m_boundaryObserverToken = m_player.addBoundaryTimeObserver(MediaTime::fromSeconds(out),
-                                                               [this, in] { stopAtOut(in); });
+    m_player.setRange(media::MediaTimeRange::fromSeconds(in, out));
     Q_EMIT playbackConstraintChanged();
 }
 
-void PlayerEngine::stopAtOut(double in) {
-    m_player.pause();
-    seek(in);
-}
-
 void PlayerEngine::clearPlaybackConstraint() {
-    if (m_boundaryObserverToken) {
-        m_player.removeTimeObserver(*m_boundaryObserverToken);
-        m_boundaryObserverToken.reset();
-    }
     if (m_playbackConstraint) {
         m_playbackConstraint.reset();
+        m_player.setRange({});
         Q_EMIT playbackConstraintChanged();
     }
 }

@@ -43,6 +43,7 @@ class PlayerEngine : public ReviewPlayer {
     double fps() const override { return m_fps; }        ///< nominal, of the first video track
     QSizeF naturalSize() const { return m_naturalSize; } ///< of the first video track
     bool isReady() const override { return m_isReady; }
+    bool isSettled() const override { return m_player.isSettled(); }
     const std::optional<PlaybackConstraint> &playbackConstraint() const {
         return m_playbackConstraint;
     }
@@ -71,7 +72,7 @@ class PlayerEngine : public ReviewPlayer {
     template <typename Value>
     void store(Value &field, const Value &value, void (PlayerEngine::*changed)());
     void storeFacts(const media::MediaAsset &asset);
-    void stopAtOut(double in);
+    PlaybackConstraint bounds() const;
     double clamped(double seconds) const;
 
     QString m_url;
@@ -87,7 +88,6 @@ class PlayerEngine : public ReviewPlayer {
     std::stop_source m_stopReading;
     media::MediaPlayer m_player;
     media::MediaPlayer::Token m_timeObserverToken = 0;
-    std::optional<media::MediaPlayer::Token> m_boundaryObserverToken;
     SerialExecutor m_reading{QStringLiteral("playerFacts")};
 };
 

@@ -2,27 +2,22 @@
 
 namespace corvane {
 
-PlayerReadiness::PlayerReadiness(std::function<void()> action, QObject *parent)
-    : QObject(parent), m_action(std::move(action)) {}
-
-void PlayerReadiness::whenReady(ReviewPlayer &player, Clock &clock, std::function<void()> action,
-                                QObject *parent) {
+PlayerReadiness::PlayerReadiness(ReviewPlayer &player, Clock &clock, std::function<void()> action)
+    : m_action(std::move(action)) {
     if (player.isReady()) {
-        action();
+        finish();
         return;
     }
-    auto *wait = new PlayerReadiness(std::move(action), parent);
-    connect(&player, &ReviewPlayer::isReadyChanged, wait, [wait, &player] {
+    connect(&player, &ReviewPlayer::isReadyChanged, this, [this, &player] {
         if (player.isReady()) {
-            wait->finish();
+            finish();
         }
     });
-    wait->m_timer = clock.after(kTimeout, [wait] { wait->finish(); });
+    m_timer = clock.after(kTimeout, [this] { finish(); });
 }
 
 void PlayerReadiness::finish() {
     if (const auto action = std::exchange(m_action, {})) {
-        deleteLater();
         action();
     }
 }

@@ -5,19 +5,17 @@
 
 namespace corvane {
 
-/// Runs an action when a player is ready or a timeout has passed, then deletes itself.
+/// Runs an action once, when a player is ready or a timeout has passed: immediately if it is ready
+/// already. Destroying this object cancels the action, which must not do that itself.
 class PlayerReadiness : public QObject {
     Q_OBJECT
 
   public:
     static constexpr std::chrono::seconds kTimeout{1};
 
-    /// Runs the action immediately if the player is ready. Deleting `parent` cancels the action.
-    static void whenReady(ReviewPlayer &player, Clock &clock, std::function<void()> action,
-                          QObject *parent);
+    PlayerReadiness(ReviewPlayer &player, Clock &clock, std::function<void()> action);
 
   private:
-    PlayerReadiness(std::function<void()> action, QObject *parent);
     void finish();
 
     std::function<void()> m_action;

@@ -46,6 +46,7 @@ class ReviewListModel : public KeyListModel {
         DetailsRole,      ///< the time, and the number of subclips if there are any
         DescriptionRole,  ///< everything the row shows, in words
         HasHdRole,
+        IsAudioOnlyRole,       ///< of the clip, or of a subclip's clip
         ThumbnailRole,         ///< a path, or empty
         FallbackThumbnailRole, ///< the thumbnail of a subclip's clip; empty for a clip
         IsSelectedRole,        ///< the clip in the player, or the active subclip

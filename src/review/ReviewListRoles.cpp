@@ -99,6 +99,8 @@ ReviewListModel::ReviewListModel(QObject *parent)
            {DetailsRole, "details", ofRow(this, detailsOfRow)},
            {DescriptionRole, "description", ofRow(this, descriptionOfRow)},
            {HasHdRole, "hasHd", ofRow(this, hasHd)},
+           {IsAudioOnlyRole, "isAudioOnly",
+            ofRow(this, [](const ListedRow &row) { return row.video.isAudioOnly(); })},
            {ThumbnailRole, "thumbnail",
             ofRow(this,
                   [this](const ListedRow &row) {

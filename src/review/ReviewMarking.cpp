@@ -1,5 +1,6 @@
 #include "review/ReviewMarking.h"
 
+#include "media/MediaTime.h"
 #include "review/ScrubberGeometry.h"
 
 #include <QPointer>
@@ -10,7 +11,8 @@ namespace corvane {
 
 namespace {
 
-constexpr double kShortestSubclip = 0.1;
+/// A tenth of a second. In ticks, because the difference of two times in seconds rounds below it.
+constexpr qint64 kMinSubclipTicks = media::MediaTime::kTimescale / 10;
 constexpr double kDefaultFrameDuration = 1.0 / 30;
 
 /// The range between the drafts in either order. A missing draft is the start or the end of the
@@ -23,10 +25,9 @@ std::optional<ClipRange> rangeOfDrafts(const std::optional<double> &in,
     const ClipRange range = in && out ? ClipRange{std::min(*in, *out), std::max(*in, *out)}
                             : in      ? ClipRange{*in, end}
                                       : ClipRange{0, *out};
-    if (!(range.durationSeconds() >= kShortestSubclip)) {
-        return std::nullopt;
-    }
-    return range;
+    const auto ticks = media::MediaTimeRange::fromSeconds(range.inSeconds, range.outSeconds);
+    return ticks.out.value - ticks.in.value < kMinSubclipTicks ? std::nullopt
+                                                               : std::optional(range);
 }
 
 } // namespace

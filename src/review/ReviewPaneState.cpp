@@ -2,6 +2,30 @@
 
 namespace corvane {
 
+namespace {
+
+const auto kSidePaneWidthKey = QStringLiteral("review.sidePaneWidth");
+
+} // namespace
+
+ReviewPaneState::ReviewPaneState(const ReviewSelection &selection,
+                                 std::unique_ptr<QSettings> settings)
+    : m_selection(selection), m_settings(std::move(settings)) {
+    if (m_settings) {
+        m_sidePaneWidth = std::max(0, m_settings->value(kSidePaneWidthKey).toInt());
+    }
+}
+
+void ReviewPaneState::setSidePaneWidth(int width) {
+    if (std::exchange(m_sidePaneWidth, width) == width) {
+        return;
+    }
+    if (m_settings) {
+        m_settings->setValue(kSidePaneWidthKey, width);
+    }
+    Q_EMIT sidePaneWidthChanged();
+}
+
 QString ReviewPaneState::inspectorGlyph() const {
     return showsInspector() ? QStringLiteral("chevron.left") : QStringLiteral("info.circle");
 }

@@ -2,10 +2,12 @@
 
 #include "review/ReviewSelection.h"
 
+#include <QSettings>
+
 namespace corvane {
 
-/// The parts of the review screen that open and close, and where its keyboard focus is. Main thread
-/// only. The selection must outlive it.
+/// The parts of the review screen that open and close, their sizes, and where its keyboard focus
+/// is. Main thread only. The selection must outlive it.
 class ReviewPaneState : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool showsInspector READ showsInspector NOTIFY panesChanged)
@@ -15,11 +17,15 @@ class ReviewPaneState : public QObject {
     Q_PROPERTY(QString subclipDrawerGlyph READ subclipDrawerGlyph NOTIFY panesChanged)
     Q_PROPERTY(bool showsSubclipBars READ showsSubclipBars NOTIFY panesChanged)
     Q_PROPERTY(QString subclipCountText READ subclipCountText NOTIFY panesChanged)
+    Q_PROPERTY(
+        int sidePaneWidth READ sidePaneWidth WRITE setSidePaneWidth NOTIFY sidePaneWidthChanged)
     Q_PROPERTY(bool keyboardFocused READ keyboardFocused WRITE setKeyboardFocused NOTIFY
                    keyboardFocusedChanged)
 
   public:
-    explicit ReviewPaneState(const ReviewSelection &selection) : m_selection(selection) {}
+    /// Keeps sizes in `settings`; null for a state that forgets them.
+    explicit ReviewPaneState(const ReviewSelection &selection,
+                             std::unique_ptr<QSettings> settings = {});
 
     bool inspectorPanelOpen() const { return m_inspectorPanelOpen; }
     /// True if the inspector is open and a clip is selected. It is shown instead of the list.
@@ -36,6 +42,10 @@ class ReviewPaneState : public QObject {
     bool showsSubclipBars() const;
     QString subclipCountText() const; ///< of the selected clip, in parentheses
 
+    /// The width that the user has chosen, in points; 0 before the first choice.
+    int sidePaneWidth() const { return m_sidePaneWidth; }
+    void setSidePaneWidth(int width);
+
     /// True if keys go to the screen and to none of its controls.
     bool keyboardFocused() const { return m_keyboardFocused; }
     void setKeyboardFocused(bool focused);
@@ -46,10 +56,13 @@ class ReviewPaneState : public QObject {
 
   Q_SIGNALS:
     void panesChanged();
+    void sidePaneWidthChanged();
     void keyboardFocusedChanged();
 
   private:
     const ReviewSelection &m_selection;
+    std::unique_ptr<QSettings> m_settings;
+    int m_sidePaneWidth = 0;
     /// The selection, the open parts, the subclip bars and the count.
     std::tuple<bool, bool, bool, bool, QString> m_published;
     bool m_inspectorPanelOpen = false;

@@ -18,6 +18,8 @@ class ReviewPlayer : public QObject {
     virtual double rate() const = 0;            ///< 0 if paused, negative in reverse
     virtual double fps() const = 0;
     virtual bool isReady() const = 0; ///< duration and tracks of the file have been read
+    /// False while `currentSeconds` doesn't include the effect of a step or of pausing playback.
+    virtual bool isSettled() const = 0;
 
     /// Loads a file, paused at its first frame; an empty path unloads. Finishes when duration and
     /// tracks have been read, or when a newer load has replaced this one, which then changes
@@ -28,12 +30,12 @@ class ReviewPlayer : public QObject {
     /// Steps forward, or back if negative. Clamps like `seek`. Does not change the rate.
     virtual void stepFrames(int frames) = 0;
     /// Plays in reverse if negative, pauses if 0. Playing forward from the end of the playback
-    /// range starts at its beginning.
+    /// range, or of the clip without a range, starts at its beginning.
     virtual void setRate(double rate) = 0;
     void pause() { setRate(0); }
-    /// Replaces the playback range: playback that reaches its end pauses and returns to its start.
-    /// Removes it unless the in point is less than the out point. Does not start playback and does
-    /// not seek.
+    /// Replaces the playback range, which includes both points: playback that reaches its end
+    /// pauses and returns to its start; in reverse it pauses at its start. Removes the range unless
+    /// the in point is less than the out point. Does not start playback and does not seek.
     virtual void playConstrained(double inSeconds, double outSeconds) = 0;
     virtual void clearPlaybackConstraint() = 0;
 
@@ -42,6 +44,7 @@ class ReviewPlayer : public QObject {
     void durationChanged();
     void rateChanged();
     void isReadyChanged();
+    void settled(); ///< `isSettled` became true
 };
 
 } // namespace corvane

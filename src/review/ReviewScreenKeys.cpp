@@ -11,7 +11,7 @@ bool ReviewScreenState::handleKeyDown(int key, Qt::KeyboardModifiers modifiers, 
     }
     if (m_isShown && (key == Qt::Key_Backspace || key == Qt::Key_Delete)) {
         if (!isRepeat) {
-            handleDeleteKey();
+            m_actions.add([this] { handleDeleteKey(); });
         }
         return true;
     }
@@ -31,8 +31,12 @@ bool ReviewScreenState::handleKeyPress(int key, Qt::KeyboardModifiers modifiers,
     if (!command || (command->needsClip() && !m_selection.hasSelectedVideo())) {
         return false;
     }
-    run(*command);
+    m_actions.add([this, command = *command] { run(command); }, command->readsPlayhead());
     return true;
+}
+
+void ReviewScreenState::moveSelection(int rows, Qt::KeyboardModifiers modifiers) {
+    m_actions.add([this, rows, modifiers] { m_selection.moveSelection(rows, modifiers); });
 }
 
 void ReviewScreenState::run(const KeyMap::Command &command) {

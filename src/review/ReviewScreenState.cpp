@@ -17,7 +17,8 @@ QString nounForRows(const ReviewState &state) {
 } // namespace
 
 ReviewScreenState::Services ReviewScreenState::mediaServices() {
-    return {FilmstripService::generate, SubclipThumbnails::writeFrame};
+    return {.filmstrip = FilmstripService::generate,
+            .subclipThumbnail = SubclipThumbnails::writeFrame};
 }
 
 ReviewScreenState::ReviewScreenState(ProjectStore &store, ReviewPlayer &player, Services services,
@@ -35,14 +36,17 @@ ReviewScreenState::ReviewScreenState(ProjectStore &store, ReviewPlayer &player, 
                  .list = m_list,
                  .subclips = m_subclips},
                 std::move(services.subclipThumbnail)),
-      m_panes(m_selection),
-      m_edits(store, m_list, m_selection, m_marking) {
+      m_panes(m_selection, std::move(services.settings)),
+      m_edits(store, m_list, m_selection, m_marking),
+      m_actions(player) {
     connect(&m_store, &ProjectStore::projectOpened, this, [this] { m_projectFile.reset(); });
     connect(&m_store, &ProjectStore::projectChanged, this, &ReviewScreenState::updateProject);
     connect(&m_filterBar, &FilterBar::stateChanged, this, &ReviewScreenState::updateFilter);
     connect(&m_selection, &ReviewSelection::changed, this, &ReviewScreenState::updateSelection);
-    connect(&m_selection, &ReviewSelection::focusRequested, &m_panes,
-            [this] { m_panes.setKeyboardFocused(true); });
+    connect(&m_selection, &ReviewSelection::focusRequested, this, [this] {
+        m_actions.clear(); // they were meant for the previous choice
+        m_panes.setKeyboardFocused(true);
+    });
     updateProject();
 }
 
@@ -83,6 +87,7 @@ void ReviewScreenState::updateProject() {
 }
 
 void ReviewScreenState::resetForProject() {
+    m_actions.clear();
     m_selection.reset();
     m_marking.clearDrafts();
     m_filterBar.setState({});

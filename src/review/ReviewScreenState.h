@@ -1,5 +1,6 @@
 #pragma once
 
+#include "review/ActionQueue.h"
 #include "review/ClipInspector.h"
 #include "review/FilterBar.h"
 #include "review/ReviewPaneState.h"
@@ -29,10 +30,11 @@ class ReviewScreenState : public QObject {
     Q_PROPERTY(QVariant confirmation READ alertSubject NOTIFY confirmationChanged)
 
   public:
-    /// Creators of derived images. An empty function disables its kind.
+    /// Creators of derived images, and where sizes are kept. A null member disables its kind.
     struct Services {
         FilmstripLoader::Generator filmstrip;
         SubclipThumbnails::Writer subclipThumbnail;
+        std::unique_ptr<QSettings> settings;
     };
     /// The creators that read media files.
     static Services mediaServices();
@@ -61,6 +63,8 @@ class ReviewScreenState : public QObject {
                        bool isRepeat = false);
     /// The same for keys of the key map only.
     bool handleKeyPress(int key, Qt::KeyboardModifiers modifiers, bool textHasFocus);
+    /// Does what `ReviewSelection::moveSelection` does, after the keys before it.
+    void moveSelection(int rows, Qt::KeyboardModifiers modifiers);
     /// Asks for confirmation of `SelectionEdits::deletion`.
     void handleDeleteKey();
 
@@ -70,7 +74,7 @@ class ReviewScreenState : public QObject {
     Q_INVOKABLE void answerConfirmation(bool accept);
 
     /// True if anything in the project is selected for export.
-    bool hasSelects() const { return m_list.reviewIndex().hasSelects(); }
+    bool hasSelects() const { return m_store.hasSelects(); }
     /// True if the project has clips but the list is empty.
     bool showsNoMatches() const;
     /// Selects or deselects all visible rows for export, except inline subclips, and reports the
@@ -108,6 +112,7 @@ class ReviewScreenState : public QObject {
     ReviewMarking m_marking;
     ReviewPaneState m_panes;
     SelectionEdits m_edits;
+    ActionQueue m_actions;
 
     std::optional<QString> m_projectFile; ///< of the shown project; nullopt if it isn't shown yet
     std::optional<ReviewConfirmation> m_confirmation;

@@ -5,7 +5,6 @@
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 #include "review/list/ReviewFormats.h"
-#include "review/PlayerReadiness.h"
 
 #include <algorithm>
 
@@ -26,6 +25,7 @@ void ReviewSelection::selectClip(const QString &videoId) {
         return;
     }
     m_selectedVideoId = videoId;
+    m_activation.reset();
     m_activeSubclipId.reset(); // loading clears the player's range
     Q_EMIT clipSelected();
     const auto &projectFile = m_store.fileURL();
@@ -38,6 +38,11 @@ void ReviewSelection::selectClip(const QString &videoId) {
                                   : paths::joined(applicationFolders::applicationSupport(),
                                                   QStringLiteral(".corvane-cache")));
     Q_EMIT changed();
+}
+
+bool ReviewSelection::isAudioOnly() const {
+    const VideoRecord *video = selectedVideo();
+    return video && video->isAudioOnly();
 }
 
 const Subclip *ReviewSelection::activeSubclip() const {
@@ -61,33 +66,23 @@ void ReviewSelection::selectSubclip(const QString &videoId, const QString &subcl
     }
     if (selected && m_selectedVideoId == videoId) {
         Q_EMIT focusRequested();
+        m_activation.reset();
         activateSubclip(*selected);
-        seekOnceReady(key, selected->inSeconds);
+        if (!m_player.isReady()) { // it clamps seeks to the start of the clip
+            activateOnceReady(key);
+        }
     } else if (selected) {
         selectClip(videoId);
-        // A later selection doesn't cancel this.
-        PlayerReadiness::whenReady(
-            m_player, m_store.clock(),
-            [this, key] {
-                if (const Subclip *subclip = m_list.subclip(key)) {
-                    activateSubclip(*subclip);
-                }
-            },
-            this);
+        activateOnceReady(key);
     }
 }
 
-/// Until the duration is known, the player clamps every seek to the start of the clip.
-void ReviewSelection::seekOnceReady(const SubclipKey &key, double inSeconds) {
-    if (m_player.isReady()) {
-        return;
-    }
-    const auto seek = [this, key, inSeconds] {
-        if (m_selectedVideoId == key.videoId && m_activeSubclipId == key.subclipId) {
-            m_player.seek(inSeconds);
+void ReviewSelection::activateOnceReady(const SubclipKey &key) {
+    m_activation = std::make_unique<PlayerReadiness>(m_player, m_store.clock(), [this, key] {
+        if (const Subclip *subclip = m_list.subclip(key)) {
+            activateSubclip(*subclip);
         }
-    };
-    PlayerReadiness::whenReady(m_player, m_store.clock(), seek, this);
+    });
 }
 
 void ReviewSelection::activateSubclip(const Subclip &subclip) {
@@ -100,6 +95,7 @@ void ReviewSelection::activateSubclip(const Subclip &subclip) {
 }
 
 void ReviewSelection::exitSubclipMode() {
+    m_activation.reset();
     if (m_activeSubclipId) {
         leaveSubclip();
         Q_EMIT changed();
@@ -183,6 +179,7 @@ void ReviewSelection::reset() {
     if (m_selectedVideoId) {
         detach(m_player.load({})); // closes the project's files
     }
+    m_activation.reset();
     leaveSubclip();
     m_selectedVideoId.reset();
     m_clickedRow.reset();
@@ -202,7 +199,7 @@ void ReviewSelection::dropRemoved() {
 }
 
 void ReviewSelection::publish() {
-    const std::tuple now(selectedVideoIdText(), hasSelectedVideo(),
+    const std::tuple now(selectedVideoIdText(), hasSelectedVideo(), isAudioOnly(),
                          isInSubclipMode() ? std::optional(activeSubclipName()) : std::nullopt);
     if (std::exchange(m_published, now) != now) {
         Q_EMIT selectionChanged();

@@ -2,6 +2,7 @@
 
 #include "review/FilmstripLoader.h"
 #include "review/MultiSelection.h"
+#include "review/PlayerReadiness.h"
 #include "review/ReviewListModel.h"
 #include "review/ReviewPlayer.h"
 
@@ -19,6 +20,7 @@ class ReviewSelection : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString selectedVideoId READ selectedVideoIdText NOTIFY selectionChanged)
     Q_PROPERTY(bool hasSelectedVideo READ hasSelectedVideo NOTIFY selectionChanged)
+    Q_PROPERTY(bool isAudioOnly READ isAudioOnly NOTIFY selectionChanged)
     Q_PROPERTY(bool isInSubclipMode READ isInSubclipMode NOTIFY selectionChanged)
     Q_PROPERTY(QString activeSubclipName READ activeSubclipName NOTIFY selectionChanged)
 
@@ -30,6 +32,7 @@ class ReviewSelection : public QObject {
     /// nullptr if no clip is selected or it was removed. Valid until the next edit.
     const VideoRecord *selectedVideo() const { return m_list.video(m_selectedVideoId); }
     bool hasSelectedVideo() const { return selectedVideo() != nullptr; }
+    bool isAudioOnly() const; ///< of the selected clip
     /// Loads the clip. If it is selected already, only leaves subclip mode.
     void selectClip(const QString &videoId);
 
@@ -39,10 +42,12 @@ class ReviewSelection : public QObject {
     bool isInSubclipMode() const { return activeSubclip() != nullptr; }
     QString activeSubclipName() const;
     /// Selects the subclip's clip if necessary, then activates the subclip when the player is
-    /// ready, at the latest after `PlayerReadiness::kTimeout`.
+    /// ready, at the latest after `PlayerReadiness::kTimeout`. Any later choice of a clip or a
+    /// subclip cancels the activation, and so does `exitSubclipMode`.
     Q_INVOKABLE void selectSubclip(const QString &videoId, const QString &subclipId);
     /// Seeks to the subclip's in point and holds playback in its range.
     void activateSubclip(const Subclip &subclip);
+    /// Clears the active subclip and the range, and cancels a pending activation.
     Q_INVOKABLE void exitSubclipMode();
 
     /// Selects the row and clears the multi-selection; with Control toggles its mark, with Shift
@@ -83,7 +88,7 @@ class ReviewSelection : public QObject {
 
   private:
     QString selectedVideoIdText() const { return m_selectedVideoId.value_or(QString()); }
-    void seekOnceReady(const SubclipKey &key, double inSeconds);
+    void activateOnceReady(const SubclipKey &key);
     void leaveSubclip();
 
     ProjectStore &m_store;
@@ -93,11 +98,12 @@ class ReviewSelection : public QObject {
 
     std::optional<QString> m_selectedVideoId;
     std::optional<QString> m_activeSubclipId;
+    std::unique_ptr<PlayerReadiness> m_activation; ///< pending or done; at most one
     MultiSelection m_marks;
     std::optional<SidebarRowId> m_clickedRow; ///< clicked last, or chosen by a key
     std::optional<qsizetype> m_clickedIndex;  ///< its index at that time; nullopt if refiltered
     /// The selected clip, whether it exists, and the active subclip's name.
-    std::tuple<QString, bool, std::optional<QString>> m_published;
+    std::tuple<QString, bool, bool, std::optional<QString>> m_published;
 };
 
 } // namespace corvane

@@ -47,6 +47,7 @@ SubclipListModel::SubclipListModel(QObject *parent)
                                                           m_projectFolder)
                           .value_or(QString());
                   }},
+                 {IsAudioOnlyRole, "isAudioOnly", &SubclipRow::isAudioOnly},
                  {IsActiveRole, "isActive", &SubclipRow::isActive}},
                 parent) {}
 
@@ -58,6 +59,7 @@ void SubclipListModel::setClip(const ReviewIndex::IndexedClip *clip, const QStri
         subclips.append({.id = subclip.id,
                          .subclip = subclip,
                          .clipThumbnailPath = clip->video->thumbnailPath,
+                         .isAudioOnly = clip->video->isAudioOnly(),
                          .isActive = subclip.id == m_activeSubclipId,
                          .isThumbnailPending = m_pendingThumbnails.contains(subclip.id)});
     }

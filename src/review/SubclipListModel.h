@@ -12,6 +12,7 @@ struct SubclipRow {
     QString id;
     Subclip subclip;
     std::optional<QString> clipThumbnailPath; ///< as stored in the project
+    bool isAudioOnly = false;                 ///< the clip
     bool isActive = false;
     bool isThumbnailPending = false;
 
@@ -37,6 +38,7 @@ class SubclipListModel : public ListModel<SubclipRow> {
         SelectedForExportRole,
         ThumbnailRole,         ///< a path, or empty
         FallbackThumbnailRole, ///< the thumbnail of the clip
+        IsAudioOnlyRole,
         IsActiveRole,
     };
 

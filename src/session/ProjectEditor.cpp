@@ -107,6 +107,11 @@ const VideoRecord *ProjectEditor::video(const QString &id) const {
     return index < 0 ? nullptr : &*m_project->videos.at(index);
 }
 
+bool ProjectEditor::hasSelects() const {
+    m_selects.update(m_project ? m_project->videos : QList<VideoItem>());
+    return !m_selects.isZero();
+}
+
 qsizetype ProjectEditor::indexOfVideo(const QString &id) const {
     if (!m_inUndoBatch) {
         return m_project->indexOfVideo(id);

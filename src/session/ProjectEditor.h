@@ -2,6 +2,7 @@
 
 #include "document/Project.h"
 #include "platform/Clock.h"
+#include "session/SelectsCount.h"
 
 #include <QHash>
 #include <QObject>
@@ -35,6 +36,9 @@ class ProjectEditor : public QObject {
     /// The clip with this id; nullptr if it is unknown or no project is open. Valid until the next
     /// edit. Linear in the number of clips, but constant within an `UndoBatch`.
     const VideoRecord *video(const QString &id) const;
+    /// True if any clip or subclip is selected for export; false if no project is open. Reads only
+    /// the clips edited since the last call.
+    bool hasSelects() const;
     Clock &clock() { return m_clock; }
 
     /// Replaces the document as it is: without an undo step, and without setting `updatedAt`. No-op
@@ -139,6 +143,7 @@ class ProjectEditor : public QObject {
     bool m_inUndoBatch = false;
     bool m_isReplayingHistory = false;
     bool m_hasBatchEdits = false;
+    mutable SelectsCount m_selects;                   ///< as of the last call of `hasSelects`
     mutable QHash<QString, qsizetype> m_batchIndexes; ///< by clip id; built on first use in a batch
 };
 

@@ -90,7 +90,7 @@ AppCommand *AppCommands::command(const QString &id) const {
 
 void AppCommands::updateEnabled() {
     const bool isOpen = m_store.project().has_value();
-    const bool hasSelects = isOpen && m_store.project()->hasSelects();
+    const bool hasSelects = m_store.hasSelects();
     for (const char *const id : {"saveProject", "saveCopy", "closeProject", "import", "export"}) {
         command(QLatin1String(id))->setEnabled(isOpen);
     }

@@ -24,7 +24,7 @@ void ProjectHeader::updateState() {
     if (const auto &project = m_store.project()) {
         state = {.projectName = project->displayName(),
                  .statusMessage = m_store.statusMessage().value_or(QString()),
-                 .hasSelects = project->hasSelects()};
+                 .hasSelects = m_store.hasSelects()};
         addNotices(state);
     }
     if (std::exchange(m_state, state) != state) {
@@ -50,12 +50,12 @@ void ProjectHeader::addNotices(State &state) const {
 }
 
 QString ProjectHeader::exportHelp() const {
-    return hasSelects() ? QStringLiteral("Export selects (Cmd-E)") : kNoSelectsHelp;
+    return hasSelects() ? QStringLiteral("Export selects (Ctrl+E)") : kNoSelectsHelp;
 }
 
 QString ProjectHeader::handoffHelp() const {
     return hasSelects() ? QStringLiteral("Bundle selects + media into a portable .corvane package "
-                                         "(Shift-Cmd-E)")
+                                         "(Ctrl+Shift+E)")
                         : kNoSelectsHelp;
 }
 

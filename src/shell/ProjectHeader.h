@@ -32,10 +32,10 @@ class ProjectHeader : public QObject {
     bool hasSelects() const { return m_state.hasSelects; }
 
     static QString closeHelp() { return QStringLiteral("Close project and return to Home"); }
-    static QString importHelp() { return QStringLiteral("Import footage (Cmd-I)"); }
+    static QString importHelp() { return QStringLiteral("Import footage (Ctrl+I)"); }
     QString exportHelp() const;
     QString handoffHelp() const;
-    static QString guideHelp() { return QStringLiteral("Open Corvane User Guide (Cmd-?)"); }
+    static QString guideHelp() { return QStringLiteral("Open Corvane User Guide (Ctrl+?)"); }
 
   Q_SIGNALS:
     void changed();

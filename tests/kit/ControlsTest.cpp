@@ -147,6 +147,29 @@ TEST(ControlsTest, AnAlertTakesReturnAndEscButNoClickOutside) {
     EXPECT_EQ(eventsOf(screen), QStringList({text("yes"), text("no")}));
 }
 
+TEST(ControlsTest, TheButtonsOfASheetKeepTheirGapAtEveryLabelLength) {
+    Screen screen(windowWith(R"(
+        property string label
+        Sheet {
+            visible: true
+            sheetWidth: 600
+            sheetHeight: 300
+            footer: [
+                Button { objectName: "left"; large: true; text: window.label },
+                Button { objectName: "right"; large: true; text: "Begin " + window.label }
+            ]
+        }
+    )"));
+    for (const int length : {2, 30, 1, 12}) {
+        screen.root()->setProperty("label", QString(length, QLatin1Char('n')));
+        screen.picture();
+        const QQuickItem *left = screen.item("left");
+        const QQuickItem *right = screen.item("right");
+        EXPECT_EQ(right->x() - (left->x() + left->width()), 8) << length;
+        EXPECT_GE(left->width(), left->implicitWidth());
+    }
+}
+
 TEST(ControlsTest, ASheetStaysOpenOnEscAndClicksOutsideAndReturnPressesItsDefaultButton) {
     Screen screen(windowWith(R"(
         Sheet {

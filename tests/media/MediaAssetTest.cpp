@@ -63,6 +63,15 @@ qint64 peakMemory() {
 
 } // namespace
 
+TEST(MediaAssetTest, MeasuresBareAudioWhoseHeaderHasNoDuration) {
+    const TestFolder folder;
+    const ClipOptions options{.frames = 0, .audioTracks = 1, .audioSeconds = 7};
+    const MediaAsset asset = MediaAsset::read(makeClip(folder.at("a.aac"), options));
+    EXPECT_EQ(asset.audioTracks.size(), 1);
+    ASSERT_TRUE(asset.duration);
+    EXPECT_NEAR(asset.duration->seconds(), 7, 0.1);
+}
+
 TEST(MediaAssetTest, RefusesFilesThatAreNotMedia) {
     const TestFolder folder;
     const QString clip = makeClip(folder.at("a.mp4"));

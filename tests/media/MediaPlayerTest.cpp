@@ -1,89 +1,13 @@
-#include "media/MediaPlayer.h"
-
 #include "media/FrameGenerator.h"
-#include "support/TestFolder.h"
-#include "support/TestMedia.h"
-#include "support/TestPlayer.h"
-
-#include <gmock/gmock.h>
+#include "MediaPlayerFixture.h"
 
 #include <QRandomGenerator>
 
-#include <algorithm>
-#include <cmath>
-#include <numeric>
-
 namespace corvane::media {
-
-namespace {
 
 using namespace std::chrono_literals;
 using test::eventually;
-using test::TestAudioOutput;
-
-constexpr double kFrame = 0.04;
-
-class MediaPlayerTest : public testing::Test {
-  protected:
-    void start(MediaPlayer::Options options = {}) {
-        options.clock = &clock;
-        player = std::make_unique<MediaPlayer>(std::move(options));
-        player->setSink(sink);
-        player->addPeriodicTimeObserver(1ms, [this](MediaTime) { ++reports; });
-    }
-
-    QString clip(const test::ClipOptions &options = {.frames = 60, .bFrames = 2}) {
-        return test::makeClip(folder.at(QStringLiteral("%1.mp4").arg(++clips)), options);
-    }
-    /// Sends a request and waits for the player thread's report.
-    void settle(const std::function<void()> &request) {
-        request();
-        EXPECT_TRUE(eventually([this, before = reports] { return reports > before; }));
-    }
-    void load(const QString &path) {
-        settle([&] { player->replaceCurrentItem(path); });
-        shows(0);
-    }
-    void play(float rate) {
-        settle([&] { player->setRate(rate); });
-    }
-    bool shows(int number) {
-        const bool isShown = eventually([&] { return sink->number() == number; });
-        EXPECT_EQ(sink->number(), number);
-        return isShown;
-    }
-    bool comesTo(double seconds) {
-        constexpr double kGrid = 6 * kHalfTick;
-        const bool is = eventually(
-            [&] { return std::abs(player->currentTime().seconds() - seconds) <= kGrid; });
-        EXPECT_NEAR(player->currentTime().seconds(), seconds, kGrid);
-        return is;
-    }
-    /// Advances the clock frame by frame until the player stops.
-    void playToTheEnd(float rate, double from, double to) {
-        play(rate);
-        for (double at = from; player->rate() != 0;) {
-            if (!comesTo(at)) {
-                return;
-            }
-            clock.advance(std::chrono::duration<double>(kFrame));
-            at = rate > 0 ? std::min(at + kFrame * rate, to) : std::max(at + kFrame * rate, to);
-            if (at == to) {
-                EXPECT_TRUE(eventually([&] { return player->rate() == 0; }));
-            }
-        }
-        comesTo(to);
-    }
-
-    test::TestFolder folder;
-    int clips = 0;
-    int reports = 0;
-    test::TestMonotonicClock clock;
-    std::shared_ptr<test::TestSink> sink = std::make_shared<test::TestSink>();
-    std::unique_ptr<MediaPlayer> player;
-};
-
-} // namespace
+using test::MediaPlayerTest;
 
 TEST_F(MediaPlayerTest, ShowsTheFrameOfEverySeekAndStepWithAndWithoutACache) {
     const std::pair<qsizetype, test::ClipOptions> table[] = {
@@ -180,78 +104,33 @@ TEST_F(MediaPlayerTest, KeepsStepsInsideARange) {
     EXPECT_TRUE(shows(10));
 }
 
-TEST_F(MediaPlayerTest, PlaysEveryFrameInOrderButSkipsFramesAtFastRates) {
+TEST_F(MediaPlayerTest, IsSettledWhenStepsAndPausesHaveChangedTheTime) {
     start();
     load(clip());
-    playToTheEnd(1, 0, 2.4);
-    QList<int> expected(60);
-    std::iota(expected.begin(), expected.end(), 0);
-    EXPECT_EQ(sink->numbers(), expected);
-
-    sink->clear();
-    playToTheEnd(-1, 2.4, 0);
-    std::ranges::reverse(expected);
-    expected.removeFirst(); // already shown
-    EXPECT_EQ(sink->numbers(), expected);
-    EXPECT_EQ(player->currentTime(), MediaTime());
-
-    sink->clear();
-    playToTheEnd(2, 0, 2.4);
-    EXPECT_TRUE(std::ranges::is_sorted(sink->numbers()));
-    EXPECT_EQ(sink->numbers().last(), 59);
-    sink->clear();
-    playToTheEnd(-8, 2.4, 0);
-    EXPECT_THAT(sink->numbers(), testing::ElementsAre(52, 44, 36, 28, 20, 12, 4, 0));
-    sink->clear();
-    playToTheEnd(8, 0, 2.4);
-    EXPECT_THAT(sink->numbers(), testing::ElementsAre(8, 16, 24, 32, 40, 48, 56, 59));
-    player->setRate(100);
-    EXPECT_EQ(player->rate(), MediaPlayer::kFastestRate);
-}
-
-TEST_F(MediaPlayerTest, PausesOnTheFrameThatTheCurrentTimeNames) {
-    start();
-    load(clip({.frames = 60, .rate = "24000/1001"}));
+    QList<MediaTime> settledTimes;
+    QObject::connect(player.get(), &MediaPlayer::settled,
+                     [&] { settledTimes.append(player->currentTime()); });
+    const auto settles = [this] { return eventually([this] { return player->isSettled(); }); };
+    player->stepFrames(2);
+    player->stepFrames(1);
+    EXPECT_FALSE(player->isSettled());
+    ASSERT_TRUE(settles());
     play(1);
-    for (int step = 1; step < 40; ++step) {
-        clock.advance(0.0397s);
-        ASSERT_TRUE(comesTo(step * 0.0397));
-        const int shown = sink->number();
-        settle([&] { player->pause(); });
-        settle([&] { player->seek(player->currentTime()); });
-        ASSERT_TRUE(shows(shown));
-        settle([&] { player->seek(MediaTime::fromSeconds(step * 0.0397)); });
-        play(1);
-    }
-}
-
-TEST_F(MediaPlayerTest, WaitsAtABoundaryUntilItsObserverIsCalled) {
-    start({.frameBytes = 1}); // decodes on the way, so that requests can cancel it
-    load(clip());
-    int calls = 0;
-    int redraws = 0;
-    const auto token = player->addBoundaryTimeObserver(MediaTime::fromSeconds(0.4), [&] {
-        ++calls;
-        EXPECT_EQ(sink->number(), 10);
-        player->pause();
-    });
-    play(8);
-    clock.advance(100ms);
-    EXPECT_TRUE(eventually([&] {
-        if (++redraws < 20) {
-            player->redraw();
-        }
-        return calls == 1;
-    }));
-    EXPECT_TRUE(comesTo(0.4));
-    player->removeTimeObserver(token);
-    player->seek({});
-    player->setRate(8);
-    EXPECT_TRUE(eventually([&] {
-        clock.advance(50ms); // each step is reported, which wakes this loop
-        return player->rate() == 0;
-    }));
-    EXPECT_EQ(calls, 1);
+    clock.advance(0.1s);
+    player->pause();
+    EXPECT_FALSE(player->isSettled());
+    ASSERT_TRUE(settles());
+    const auto exact = sink->shown().last().frame.time;
+    player->stepFrames(-1);
+    player->seek(MediaTime::fromSeconds(1)); // drops the step
+    ASSERT_TRUE(settles());
+    ASSERT_EQ(settledTimes.size(), 3);
+    EXPECT_EQ(settledTimes[0], (MediaTime{3, 25}));
+    EXPECT_GE(settledTimes[1], exact);
+    EXPECT_EQ(settledTimes[2], MediaTime::fromSeconds(1));
+    player->replaceCurrentItem(folder.write("a.mov", "no film"));
+    player->stepFrames(1);
+    EXPECT_TRUE(settles()) << "a file without frames";
 }
 
 TEST_F(MediaPlayerTest, NeverShowsAFrameOfThePreviousFile) {
@@ -351,36 +230,6 @@ TEST_F(MediaPlayerTest, MapsHighDynamicRangeLikeStills) {
         furthest = std::max(furthest, std::abs(green - uchar(still.pixels.at(3 * at + 1))));
     }
     EXPECT_LE(furthest, 2);
-}
-
-TEST_F(MediaPlayerTest, SynchronizesFramesToTheAudio) {
-    TestAudioOutput::Device device;
-    start({.audioOutput = std::make_unique<TestAudioOutput>(device)});
-    load(clip());
-    player->setRate(1);
-    ASSERT_TRUE(eventually([&] { return device.state == AudioOutput::State::starting; }));
-    clock.advance(100ms); // still starting
-    device.state = AudioOutput::State::running;
-    clock.advance(500ms);
-    ASSERT_TRUE(shows(0));
-    device.position = 1.2;
-    clock.advance(300ms);
-    EXPECT_TRUE(eventually([&] { return sink->number() >= 30; }));
-    player->setRate(4);
-    EXPECT_TRUE(eventually([&] { return device.state == AudioOutput::State::silent; }));
-    player.reset(); // before the device it refers to
-}
-
-TEST_F(MediaPlayerTest, PlaysAudioWithOrWithoutADevice) {
-    const auto output = makeAudioOutput();
-    output->setWake(test::wakeEventually);
-    output->setFile(clip({.frames = 50, .audioTracks = 1}));
-    output->play(0.5, 1);
-    EXPECT_TRUE(eventually([&] { return output->state() == AudioOutput::State::running; }));
-    EXPECT_GE(output->position().value_or(0), 0.3);
-    output->setFile(clip({.frames = 5}));
-    output->play(0, 1);
-    EXPECT_TRUE(eventually([&] { return output->state() == AudioOutput::State::silent; }));
 }
 
 } // namespace corvane::media

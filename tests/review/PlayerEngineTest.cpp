@@ -67,6 +67,18 @@ TEST_F(PlayerEngineTest, PublishesTheFactsOfALoadedFileAndPausesAtItsFirstFrame)
     engine->seek(0.5);
     engine->stepFrames(1);
     EXPECT_NEAR(engine->currentSeconds(), 0.5 + 1.0 / 30, 0.001);
+    engine->setRate(1);
+    for (const double seconds : {0.6, 0.8}) {
+        EXPECT_TRUE(eventually([&] {
+            clock.advance(std::chrono::milliseconds(40)); // every report wakes this loop
+            return engine->currentSeconds() >= seconds;
+        }));
+    }
+    EXPECT_TRUE(eventually([&] {
+        clock.advance(std::chrono::milliseconds(50));
+        return engine->rate() == 0;
+    }));
+    EXPECT_NEAR(engine->currentSeconds(), engine->durationSeconds(), 0.001);
 
     load(folder.write("no.mov", "no film"));
     EXPECT_FALSE(engine->isReady());
@@ -125,7 +137,7 @@ TEST_F(PlayerEngineTest, PausesAtTheOutPointOfARangeAndReturnsToItsInPoint) {
     engine->seek(0.4);
     engine->playConstrained(0.4, 1.2);
     ASSERT_TRUE(shows(10, 0.4));
-    for (int round = 0; round < 2; ++round) {
+    for (int round = 0; round < 2; ++round) { // Space plays the range again
         engine->setRate(1);
         EXPECT_EQ(engine->rate(), 1);
         EXPECT_TRUE(eventually([&] {
@@ -140,6 +152,29 @@ TEST_F(PlayerEngineTest, PausesAtTheOutPointOfARangeAndReturnsToItsInPoint) {
     engine->seek(1.2);
     engine->setRate(1); // restarts from the end of the range
     EXPECT_TRUE(shows(10, 0.4));
+}
+
+TEST_F(PlayerEngineTest, PlaysAgainFromTheStartAtTheEndOfTheClip) {
+    load(clip({.frames = 50, .rate = "24000/1001"}));
+    const auto playToTheEnd = [this] {
+        engine->setRate(1);
+        EXPECT_TRUE(eventually([&] {
+            clock.advance(std::chrono::milliseconds(50)); // every report wakes this loop
+            return engine->rate() == 0;
+        }));
+        return shows(49, engine->durationSeconds());
+    };
+    ASSERT_TRUE(playToTheEnd());
+    engine->setRate(-1);
+    EXPECT_EQ(engine->currentSeconds(), engine->durationSeconds());
+    engine->setRate(0);
+    for (int round = 0; round < 2; ++round) {
+        engine->setRate(1);
+        EXPECT_EQ(engine->rate(), 1);
+        EXPECT_TRUE(shows(0, 0));
+        engine->setRate(0);
+        engine->seek(engine->durationSeconds()); // rounded to the grid of seeks
+    }
 }
 
 } // namespace corvane

@@ -20,6 +20,7 @@ class FakePlayer : public ReviewPlayer {
     double rate() const override { return shownRate; }
     double fps() const override { return frameRate; }
     bool isReady() const override { return ready; }
+    bool isSettled() const override { return pendingSteps == 0; }
     QCoro::Task<> load(QString path) override {
         loaded.append(path);
         clearPlaybackConstraint();
@@ -36,7 +37,12 @@ class FakePlayer : public ReviewPlayer {
         }
         Q_EMIT currentTimeChanged();
     }
-    void stepFrames(int frames) override { seek(current + frames / frameRate); }
+    void stepFrames(int frames) override {
+        pendingSteps += frames;
+        if (!delaysSteps) {
+            settle();
+        }
+    }
     void setRate(double rate) override {
         shownRate = rate;
         Q_EMIT rateChanged();
@@ -50,12 +56,19 @@ class FakePlayer : public ReviewPlayer {
         ready = true;
         Q_EMIT isReadyChanged();
     }
+    /// Carries out the steps.
+    void settle() {
+        seek(current + std::exchange(pendingSteps, 0) / frameRate);
+        Q_EMIT settled();
+    }
 
     QStringList loaded;
     double duration = 12.5;
     double current = 0;
     double shownRate = 0;
     double frameRate = 25;
+    bool delaysSteps = false; ///< until `settle`
+    int pendingSteps = 0;
     bool ready = false;
     std::optional<ClipRange> range;
 };

@@ -105,6 +105,11 @@ TEST_F(ReviewScreenTest, SavesTheMarkedRange) {
     EXPECT_EQ(screen.marking()->draftOut(), 5.05) << "the drafts are kept";
     EXPECT_FALSE(screen.selection()->isInSubclipMode());
     press(Qt::Key_Escape);
+    for (int frame = 0; frame < 60; ++frame) {
+        EXPECT_EQ(range(frame / 30.0, (frame + 2) / 30.0), QStringLiteral("nothing"));
+        EXPECT_NE(range(frame / 30.0, (frame + 3) / 30.0), QStringLiteral("nothing")) << frame;
+    }
+    EXPECT_EQ(range({}, 8), QStringLiteral("0-8"));
 
     player.seek(2);
     press(Qt::Key_I, Qt::ShiftModifier);
@@ -112,6 +117,57 @@ TEST_F(ReviewScreenTest, SavesTheMarkedRange) {
     player.seek(12.5);
     press(Qt::Key_O, Qt::ShiftModifier);
     EXPECT_EQ(screen.marking()->draftOut(), 12.5);
+}
+
+TEST_F(ReviewScreenTest, RunsKeysTypedAheadInTheirOrderOnTheRequestedFrame) {
+    click("clip-0");
+    player.becomeReady();
+    player.seek(5);
+    player.delaysSteps = true;
+    press(Qt::Key_Comma);
+    type("i");
+    press(Qt::Key_Right);
+    press(Qt::Key_Period);
+    type("o");
+    press(Qt::Key_Return);
+    screen.moveSelection(1, {});
+    EXPECT_FALSE(screen.marking()->draftIn()) << "the step is not carried out yet";
+    player.settle();
+    EXPECT_EQ(screen.marking()->draftIn(), 4.96);
+    EXPECT_FALSE(screen.marking()->draftOut());
+    player.settle();
+    ASSERT_EQ(clip(0).subclips.size(), 3);
+    EXPECT_DOUBLE_EQ(clip(0).subclips.last().inSeconds, 4.96);
+    EXPECT_DOUBLE_EQ(clip(0).subclips.last().outSeconds, 10);
+    EXPECT_EQ(screen.selection()->activeSubclipId(), QStringLiteral("clip-0-sub-0"));
+
+    press(Qt::Key_Period);
+    type("i");
+    click("clip-1");
+    player.settle();
+    EXPECT_FALSE(screen.marking()->draftIn()) << "the key was meant for the previous clip";
+}
+
+TEST_F(ReviewScreenTest, ActivatesOnlyTheSubclipChosenLast) {
+    const std::function<void()> laterChoices[] = {
+        [&] { click("clip-2"); },
+        [&] { press(Qt::Key_Escape); },
+        [&] { click("clip-1"); },
+        [&] { click("clip-2-sub-1"); },
+        [&] { test::await(store.closeProject()); },
+    };
+    for (const auto &choose : laterChoices) {
+        click("clip-1-sub-0");
+        choose();
+        player.becomeReady();
+        clock.advance(PlayerReadiness::kTimeout);
+        const Subclip *active = screen.selection()->activeSubclip();
+        EXPECT_EQ(active ? std::optional(active->range()) : std::nullopt, player.range);
+        EXPECT_NE(screen.selection()->activeSubclipId(), QStringLiteral("clip-1-sub-0"));
+        if (store.project()) {
+            click("clip-3");
+        }
+    }
 }
 
 TEST_F(ReviewScreenTest, PlaysASubclipInItsRange) {

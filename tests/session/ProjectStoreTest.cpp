@@ -395,6 +395,32 @@ TEST_F(ProjectStoreTest, AppliesTheRulesOfSubclipEdits) {
     EXPECT_EQ(subclips().at(0).creationIndex, 1) << "the highest number was freed";
 }
 
+TEST_F(ProjectStoreTest, KnowsAfterEveryEditWhetherAnythingIsSelectedForExport) {
+    const QString last = QStringLiteral("clip-2");
+    const auto withoutFirstClip = [this] {
+        Project project = *store.project();
+        project.videos.removeFirst();
+        return project;
+    };
+    const std::pair<std::function<void()>, bool> edits[] = {
+        {[&] { await(store.openProject(file)); }, false},
+        {[&] { store.toggleSelectedForExport(last); }, true},
+        {[&] { store.setRating(last, 3); }, true},
+        {[&] { store.toggleSubclipSelected(subclip); }, true},
+        {[&] { store.deselectClips({last}); }, true},
+        {[&] { store.updateProject(withoutFirstClip()); }, false},
+        {[&] { store.undo(); }, true},
+        {[&] { store.deleteSubclip(subclip); }, true},
+        {[&] { store.toggleRejected(last); }, false},
+        {[&] { store.undo(); }, true},
+        {[&] { await(store.closeProject()); }, false},
+    };
+    for (size_t edit = 0; edit < std::size(edits); ++edit) {
+        edits[edit].first();
+        EXPECT_EQ(store.hasSelects(), edits[edit].second) << "after edit " << edit;
+    }
+}
+
 TEST_F(ProjectStoreTest, KeepsFiftyUndoStepsAndUndoesABatchAtOnce) {
     await(store.openProject(file));
     for (int i = 0; i < 51; ++i) {

@@ -109,10 +109,10 @@ TEST_F(ContentRouterTest, TheHeaderShowsTheProjectAndExplainsDisabledButtons) {
     EXPECT_EQ(header.exportHelp(), QStringLiteral("Mark clips with the S flag in Review first"));
     EXPECT_EQ(header.handoffHelp(), header.exportHelp());
     app.store().toggleSelectedForExport(QStringLiteral("clip-0"));
-    EXPECT_EQ(header.exportHelp(), QStringLiteral("Export selects (Cmd-E)"));
+    EXPECT_EQ(header.exportHelp(), QStringLiteral("Export selects (Ctrl+E)"));
     EXPECT_EQ(header.handoffHelp(),
               QStringLiteral("Bundle selects + media into a portable .corvane package "
-                             "(Shift-Cmd-E)"));
+                             "(Ctrl+Shift+E)"));
 }
 
 TEST_F(ProjectSetupTest, RequiresAValidName) {

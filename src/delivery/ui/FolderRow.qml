@@ -41,7 +41,7 @@ LabelledRow {
                 anchors.rightMargin: Theme.spacing8
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.sheet.folderLine
-                elide: Text.ElideMiddle
+                literal: true
                 HelpText.text: truncated ? row.sheet.folder : ""
                 Accessible.name: row.label + ": " + row.sheet.folderLine
             }

@@ -64,6 +64,7 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.name
                 textStyle: Theme.listStyle
+                literal: true
                 HelpText.text: truncated ? text : ""
                 Accessible.ignored: true
             }

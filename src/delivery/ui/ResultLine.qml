@@ -34,7 +34,7 @@ Item {
         width: Math.min(implicitWidth, parent.width - x - reveal.width - Theme.buttonGap)
         text: line.text
         muted: true
-        elide: Text.ElideMiddle
+        literal: true
         HelpText.text: truncated ? text : ""
     }
     Button {

@@ -89,7 +89,7 @@ Item {
                             reveal.x - x - (about.visible ? about.width + Theme.spacing6 : 0) - Theme.spacing12)
             text: row.name
             textStyle: Theme.listStyle
-            elide: Text.ElideMiddle
+            literal: true
             HelpText.text: truncated ? text : ""
             Accessible.ignored: true
         }
@@ -119,7 +119,7 @@ Item {
             text: row.delivered ? "" : row.rich
             textFormat: TextEdit.RichText
             wrapMode: TextEdit.Wrap
-            font: Theme.listStyle.font
+            font: Theme.listStyle.literalFont
             color: Theme.primaryText
             selectionColor: Theme.textSelection
             selectedTextColor: Theme.primaryText

@@ -47,6 +47,7 @@ ReadingList {
                 width: parent.width
                 text: row.modelData.fileName
                 textStyle: Theme.listHeadingStyle
+                literal: true
                 wrapMode: Text.Wrap
                 Accessible.ignored: true
             }
@@ -54,6 +55,7 @@ ReadingList {
                 width: parent.width
                 text: row.modelData.message
                 textStyle: Theme.listStyle
+                literal: true
                 wrapMode: Text.Wrap
                 Accessible.ignored: true
             }

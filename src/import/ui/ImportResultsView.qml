@@ -133,6 +133,7 @@ ImportStage {
             text: stage.sheet.preview.leftOut
             textStyle: Theme.listStyle
             muted: true
+            literal: true
             wrapMode: Text.Wrap
         }
         Label {
@@ -142,6 +143,7 @@ ImportStage {
             text: stage.sheet.preview.refused
             textStyle: Theme.listStyle
             color: Theme.warning
+            literal: true
             wrapMode: Text.Wrap
         }
     }

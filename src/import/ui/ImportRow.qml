@@ -96,6 +96,7 @@ Item {
                                parent.width - names.arrowed - to.implicitWidth))
                 text: row.name
                 textStyle: Theme.listNameStyle
+                literal: true
                 color: row.canToggle ? Theme.primaryText : Theme.placeholderText
                 Accessible.ignored: true
             }
@@ -117,6 +118,7 @@ Item {
                 visible: names.hasBoth
                 text: row.proposedName
                 textStyle: Theme.listNameStyle
+                literal: true
                 Accessible.ignored: true
             }
         }

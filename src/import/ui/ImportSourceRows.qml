@@ -93,7 +93,7 @@ ScrollingList {
             anchors.rightMargin: Theme.spacing8
             anchors.verticalCenter: parent.verticalCenter
             text: row.path
-            elide: Text.ElideMiddle
+            literal: true
             Accessible.ignored: true
         }
         Button {

@@ -114,6 +114,7 @@ ImportStage {
             text: stage.sheet.sources.notice
             textStyle: Theme.listStyle
             muted: true
+            literal: true
             wrapMode: Text.Wrap
         }
         Label {
@@ -122,6 +123,7 @@ ImportStage {
             visible: text !== ""
             text: stage.sheet.scanError
             color: Theme.danger
+            literal: true
             wrapMode: Text.Wrap
             Accessible.role: Accessible.AlertMessage
         }

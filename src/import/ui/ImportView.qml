@@ -91,6 +91,9 @@ Item {
                 }
             }
             onLoaded: {
+                for (let i = 0; i < slot.children.length; ++i) {
+                    slot.children[i].visible = false; // of a former stage, which is deleted later
+                }
                 root.current.footer.parent = slot;
                 if (panel.visible && root.current.initialFocus) {
                     root.current.initialFocus.forceActiveFocus(Qt.OtherFocusReason);

@@ -15,11 +15,6 @@ std::vector<qsizetype> indexesInCreationOrder(const VideoRecord &video) {
     return indexes;
 }
 
-int countSelects(const VideoRecord &video) {
-    return int(video.selectedForExport) +
-           int(std::ranges::count_if(video.subclips, &Subclip::selectedForExport));
-}
-
 } // namespace
 
 ReviewIndex::Change ReviewIndex::update(const QList<VideoItem> &videos) {
@@ -83,9 +78,7 @@ ReviewIndex::IndexedClip ReviewIndex::makeClip(const VideoItem &video) {
     IndexedClip clip{.video = video,
                      .key = newKey(),
                      .flags = ClipFlags::of(*video),
-                     .texts = SearchTexts(*video, order),
-                     .selects = countSelects(*video)};
-    m_selects += clip.selects;
+                     .texts = SearchTexts(*video, order)};
     clip.subclips.reserve(order.size());
     for (const qsizetype index : order) {
         clip.subclips.push_back({newKey(), index});
@@ -118,8 +111,6 @@ void ReviewIndex::replaceClip(IndexedClip &clip, const VideoItem &video) {
     }
     clip.flags = ClipFlags::of(*video);
     clip.texts = SearchTexts(*video, order);
-    m_selects -= std::exchange(clip.selects, countSelects(*video));
-    m_selects += clip.selects;
     clip.video = video;
 }
 
@@ -129,7 +120,6 @@ void ReviewIndex::removeKeys(const IndexedClip &clip) {
         removeKey(subclip.key);
     }
     m_subclipCount -= qsizetype(clip.subclips.size());
-    m_selects -= clip.selects;
 }
 
 void ReviewIndex::removeKey(Key key) {

@@ -33,7 +33,6 @@ class ReviewIndex {
         ClipFlags flags;
         std::vector<IndexedSubclip> subclips; ///< by `creationIndex`, stable
         SearchTexts texts;
-        int selects = 0; ///< how many of the clip and its subclips are selected for export
         std::optional<QCollatorSortKey> nameKey; ///< computed by `nameKey()`
     };
 
@@ -65,8 +64,6 @@ class ReviewIndex {
     /// The subclip of an entry that is one.
     const Subclip &subclip(Entry entry) const;
     qsizetype subclipCount() const { return m_subclipCount; }
-    /// True if any clip or subclip is selected for export.
-    bool hasSelects() const { return m_selects > 0; }
     /// Index of the clip with that id, or -1; the first one if a damaged project repeats an id.
     qsizetype indexOfClip(const QString &videoId) const;
     /// The clip's key for sorting by file name, computed on first use.
@@ -87,7 +84,6 @@ class ReviewIndex {
     std::vector<Key> m_freeKeys;
     std::vector<Key> m_removedKeys; ///< free after the next update
     qsizetype m_subclipCount = 0;
-    qsizetype m_selects = 0;
     mutable QHash<QString, qsizetype> m_indexesById; ///< built on first use
 };
 

@@ -31,6 +31,17 @@ Rectangle {
             showsPicture: pane.review.selection.hasSelectedVideo
         }
 
+        Icon {
+            objectName: "player.audio"
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: parent.verticalCenter
+            anchors.bottomMargin: Theme.overlayButtonSize / 2 + Theme.spacing12
+            visible: pane.review.selection.isAudioOnly
+            symbol: "waveform"
+            size: Theme.audioIconSize
+            color: Theme.disabledText
+        }
+
         HoverHandler {
             onHoveredChanged: pane.review.transport.hoveringPlayer = hovered
         }

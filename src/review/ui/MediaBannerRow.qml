@@ -66,7 +66,7 @@ Rectangle {
                     text: modelData
                     textStyle: Theme.listStyle
                     muted: true
-                    elide: Text.ElideMiddle
+                    literal: true
                     HelpText.text: truncated ? text : ""
                     Accessible.role: Accessible.ListItem
                 }

@@ -1,5 +1,5 @@
-// The list in the side pane. It gets the focus by Tab only. With the focus, Up, Down, Home, End, Page
-// Up and Page Down move the current row, and Return and Space click it; other keys are not accepted.
+// The list in the side pane. It gets the focus by Tab only. With the focus, Return clicks the current
+// row unless it is chosen already, and Ctrl+Space marks it; other keys are left to the screen.
 //   review: ReviewScreenState
 // Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
 // qmllint disable unqualified
@@ -30,10 +30,6 @@ ScrollingList {
         return indexAt(0, Math.max(originY, Math.min(y, originY + contentHeight - 1)));
     }
 
-    function isInView(item: Item): bool {
-        return item !== null && item.y >= contentY && item.y + item.height <= contentY + height;
-    }
-
     function moveTo(row: int) {
         if (row >= 0 && row < count) {
             currentIndex = row;
@@ -41,47 +37,12 @@ ScrollingList {
         }
     }
 
-    // Moves to the edge of the view, or by a view if the current row is there.
-    function movePage(direction: int) {
-        const edge = () => rowAt(direction > 0 ? contentY + height - 1 : contentY);
-        if (isInView(currentItem) && currentIndex !== edge()) {
-            moveTo(edge());
-            return;
-        }
-        positionViewAtIndex(edge(), direction > 0 ? ListView.Beginning : ListView.End);
-        forceLayout();
-        moveTo(edge());
-    }
-
-    function handleKey(event: var): bool {
-        switch (event.key) {
-        case Qt.Key_Up:
-            moveTo(currentIndex - 1);
-            return true;
-        case Qt.Key_Down:
-            moveTo(currentIndex + 1);
-            return true;
-        case Qt.Key_Home:
-            moveTo(0);
-            return true;
-        case Qt.Key_End:
-            moveTo(count - 1);
-            return true;
-        case Qt.Key_PageUp:
-            movePage(-1);
-            return true;
-        case Qt.Key_PageDown:
-            movePage(1);
-            return true;
-        case Qt.Key_Return:
-        case Qt.Key_Enter:
-        case Qt.Key_Space:
-            if (!event.isAutoRepeat) {
-                review.selection.clickRow(currentIndex, event.modifiers);
-            }
-            return true;
-        default:
-            return false;
+    // Clicks the current row. Without modifiers the chosen row leaves the key to the screen.
+    function clickCurrentRow(event: var) {
+        const row = currentItem as ReviewRow;
+        event.accepted = row !== null && !(row.isSelected && (event.modifiers & ~Qt.KeypadModifier) === 0);
+        if (event.accepted && !event.isAutoRepeat) {
+            review.selection.clickRow(currentIndex, event.modifiers);
         }
     }
 
@@ -107,10 +68,17 @@ ScrollingList {
 
     onWantsCardsChanged: updateForm()
     Component.onCompleted: updateForm()
-    Keys.onPressed: event => event.accepted = handleKey(event)
+    Keys.onReturnPressed: event => clickCurrentRow(event)
+    Keys.onEnterPressed: event => clickCurrentRow(event)
+    Keys.onSpacePressed: event => {
+        event.accepted = event.modifiers === Qt.ControlModifier;
+        if (event.accepted) {
+            clickCurrentRow(event);
+        }
+    }
     onActiveFocusChanged: {
-        if (activeFocus && !isInView(currentItem)) {
-            currentIndex = rowAt(contentY + topMargin);
+        if (activeFocus) {
+            moveTo(currentIndex);
         }
     }
 

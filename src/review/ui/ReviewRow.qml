@@ -22,6 +22,7 @@ RowBackground {
     required property bool reviewed
     required property bool rejected
     required property bool hasHd
+    required property bool isAudioOnly
     required property string subclipCount
     required property string thumbnail
     required property string fallbackThumbnail
@@ -67,6 +68,7 @@ RowBackground {
         opacity: row.rejected ? Theme.rejectedOpacity : 1
         primaryURL: row.pooled ? "" : row.thumbnail
         fallbackURL: row.pooled ? "" : row.fallbackThumbnail
+        isAudioOnly: row.isAudioOnly
     }
 
     Rectangle {
@@ -95,6 +97,7 @@ RowBackground {
         width: row.form.textWidth - (timeText.visible ? timeText.width + Theme.spacing8 : 0)
         text: row.name
         textStyle: Theme.listNameStyle
+        literal: true
         color: row.current ? Theme.playerClipName : row.rejected ? Theme.secondaryText : Theme.primaryText
         Accessible.ignored: true
     }

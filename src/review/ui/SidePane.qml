@@ -51,6 +51,7 @@ Rectangle {
             visible: pane.review.panes.showsInspector
             text: pane.review.inspector.title
             textStyle: Theme.listHeadingStyle
+            literal: true
             HelpText.text: truncated ? text : ""
         }
 

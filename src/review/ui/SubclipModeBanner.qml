@@ -62,6 +62,7 @@ BorderedPanel {
             width: Math.max(0, Math.floor(Math.min(Math.ceil(implicitWidth), banner.maximumWidth - banner.aside)))
             text: banner.review.selection.activeSubclipName
             textStyle: Theme.listStyle
+            literal: true
             HelpText.text: truncated ? text : ""
         }
 

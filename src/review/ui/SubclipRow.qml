@@ -1,5 +1,5 @@
 // A subclip of the clip in the player. Clicking its name edits the name; clicking elsewhere plays the
-// subclip.
+// subclip. Return stores the edited name, and so does leaving the field; Esc discards it.
 //   review: ReviewScreenState; the roles of SubclipListModel; isEditing: bool, read-only; signal
 //   editingEnded(): Return or Esc was pressed
 import QtQuick
@@ -21,6 +21,7 @@ FocusItem {
     required property bool selectedForExport
     required property string thumbnail
     required property string fallbackThumbnail
+    required property bool isAudioOnly
     required property bool isActive
     readonly property alias isEditing: field.visible
 
@@ -44,9 +45,14 @@ FocusItem {
         field.forceActiveFocus(Qt.OtherFocusReason);
     }
 
-    function endEditing() {
-        field.visible = false;
-        row.editingEnded();
+    function commit() {
+        if (isEditing) {
+            const isChanged = field.text !== label;
+            field.visible = false;
+            if (isChanged) {
+                review.marking.renameSubclip(subclipId, field.text);
+            }
+        }
     }
 
     objectName: "subclip." + index
@@ -75,9 +81,7 @@ FocusItem {
     MouseArea {
         anchors.fill: parent
         onClicked: {
-            if (row.isEditing) {
-                row.endEditing();
-            }
+            row.commit();
             row.select();
         }
     }
@@ -96,6 +100,7 @@ FocusItem {
         height: Theme.drawerThumbnailHeight
         primaryURL: row.thumbnail
         fallbackURL: row.fallbackThumbnail
+        isAudioOnly: row.isAudioOnly
     }
 
     Item {
@@ -127,6 +132,7 @@ FocusItem {
                 verticalAlignment: Text.AlignVCenter
                 text: row.name
                 textStyle: Theme.bodyLabelStyle
+                literal: true
                 Accessible.ignored: true
             }
             background: Item {
@@ -149,13 +155,17 @@ FocusItem {
             leftPadding: Theme.spacing6 + Theme.hairline
             name: qsTr("Name of the subclip")
             onAccepted: {
-                row.review.marking.renameSubclip(row.subclipId, text);
-                row.endEditing();
+                row.commit();
+                row.editingEnded();
             }
-            Keys.onEscapePressed: row.endEditing()
+            Keys.onEscapePressed: {
+                text = row.label;
+                row.commit();
+                row.editingEnded();
+            }
             onActiveFocusChanged: {
                 if (!activeFocus) {
-                    visible = false;
+                    row.commit();
                 }
             }
 
@@ -228,7 +238,7 @@ FocusItem {
             objectName: row.objectName + ".delete"
             symbol: "trash"
             destructive: true
-            helpText: qsTr("Delete subclip (Cmd-Z to undo)")
+            helpText: qsTr("Delete subclip (Ctrl+Z to undo)")
             onClicked: row.review.marking.deleteSubclip(row.subclipId)
         }
     }

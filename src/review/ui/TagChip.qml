@@ -27,6 +27,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: chip.text
         textStyle: Theme.listStyle
+        literal: true
     }
 
     ButtonBase {

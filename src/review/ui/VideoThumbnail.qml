@@ -1,6 +1,6 @@
 // The thumbnail of a clip or subclip, or a glyph if it can't be loaded.
 //   primaryURL, fallbackURL: string (paths, may be empty; the fallback is used if the first file
-//   doesn't exist); isLoaded: bool, read-only
+//   doesn't exist); isAudioOnly: bool (the glyph is one for audio); isLoaded: bool, read-only
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -10,6 +10,7 @@ Item {
 
     property string primaryURL
     property string fallbackURL
+    property bool isAudioOnly: false
     readonly property alias isLoaded: image.isLoaded
 
     implicitWidth: Theme.clipThumbnailWidth
@@ -23,8 +24,9 @@ Item {
         color: Theme.missingThumbnail
 
         Icon {
+            objectName: "thumbnail.glyph"
             anchors.centerIn: parent
-            symbol: "film"
+            symbol: control.isAudioOnly ? "waveform" : "film"
             size: Theme.iconSize
             color: Theme.disabledText
         }

@@ -59,6 +59,7 @@ Rectangle {
                                        - notice.anchors.leftMargin)
         text: root.header.projectName
         textStyle: Theme.bodyLabelStyle
+        literal: true
         HelpText.text: truncated ? text : ""
     }
 
@@ -86,6 +87,8 @@ Rectangle {
         visible: width > 0
         text: root.header.statusMessage
         textStyle: Theme.listStyle
+        literal: true
+        elide: Text.ElideRight
         muted: true
         HelpText.text: truncated ? text : ""
     }

@@ -1,6 +1,7 @@
 #include "shell/project/ProjectScreen.h"
 
 #include "media/ExportSession.h"
+#include "platform/ApplicationFolders.h"
 #include "shell/ProjectModule.h"
 
 #include <QGuiApplication>
@@ -13,11 +14,17 @@ namespace {
 /// Rows that the page keys move the selection by.
 constexpr int kRowsPerPage = 10;
 
+ReviewScreenState::Services servicesWithSettings() {
+    ReviewScreenState::Services services = ReviewScreenState::mediaServices();
+    services.settings = applicationFolders::userDefaults();
+    return services;
+}
+
 } // namespace
 
 ProjectScreen::ProjectScreen(CorvaneApp &app, media::MediaPlayer::Options player)
     : m_engine(std::move(player)),
-      m_review(app.store(), m_engine, ReviewScreenState::mediaServices()),
+      m_review(app.store(), m_engine, servicesWithSettings()),
       m_banners(app.store()),
       m_importFlow(&app.store()),
       m_importing(m_importFlow, app.panels(), app.clock()),
@@ -144,7 +151,7 @@ bool ProjectScreen::moveInList(int key, Qt::KeyboardModifiers modifiers) {
     if (rows == rowsByKey.cend() || modifiers & ~Qt::ShiftModifier) {
         return false;
     }
-    m_review.selection()->moveSelection(*rows, modifiers);
+    m_review.moveSelection(*rows, modifiers);
     return true;
 }
 

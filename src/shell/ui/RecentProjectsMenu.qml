@@ -33,6 +33,7 @@ PopUpMenu {
 
             objectName: "menu.recent." + index
             text: name
+            literal: true
             onTriggered: root.app.recents.open(index)
         }
         onObjectAdded: (index, object) => root.insertItem(index, object)

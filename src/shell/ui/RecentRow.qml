@@ -80,6 +80,7 @@ Item {
             width: parent.width
             text: row.name
             textStyle: Theme.bodyLabelStyle
+            literal: true
             Accessible.ignored: true
         }
 
@@ -90,7 +91,7 @@ Item {
             text: row.filePath
             textStyle: Theme.listStyle
             muted: true
-            elide: Text.ElideMiddle
+            literal: true
             Accessible.ignored: true
         }
     }

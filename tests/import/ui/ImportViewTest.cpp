@@ -201,6 +201,7 @@ TEST_F(ImportViewTest, ArrowKeysSkipImportedRowsAndLongNamesFit) {
     EXPECT_EQ(text("import.included"), named("3 included"));
     EXPECT_EQ(Screen::accessibleRole(screen.item("import.row.4")), QAccessible::CheckBox);
     EXPECT_EQ(Screen::accessibleName(screen.item("import.row.0")), named("a line.mov"));
+    EXPECT_FALSE(screen.shows("import.cancel")) << "a button of the former stage";
     screen.picture("import-results");
     screen.window()->resize(960, 600);
     EXPECT_TRUE(screen.waitFor([&] { return screen.root()->property("width") == 960; }));

@@ -221,11 +221,23 @@ TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
     edit("Lost");
     view.key(Qt::Key_Escape);
     EXPECT_FALSE(view.shows(field));
-    edit("Lost too");
+    EXPECT_EQ(subclip(0).label, text("Pole lift, wide"));
+    edit("Low tide");
     view.click("subclip.1.name");
     EXPECT_FALSE(view.shows(field));
+    EXPECT_EQ(subclip(0).label, text("Low tide")) << "the focus left the field";
+    EXPECT_TRUE(view.shows("subclip.1.field"));
     view.key(Qt::Key_Escape);
-    EXPECT_EQ(subclip(0).label, text("Pole lift, wide"));
+    edit("High tide");
+    view.click("subclip.0");
+    EXPECT_EQ(subclip(0).label, text("High tide"));
+    screen.selection()->exitSubclipMode();
+    const auto lastEdit = store.project()->updatedAt;
+    clock.advance(std::chrono::seconds(1));
+    view.click("subclip.0.name");
+    view.click("subclip.1.name");
+    view.key(Qt::Key_Escape);
+    EXPECT_EQ(store.project()->updatedAt, lastEdit) << "an unchanged name is not an edit";
     edit("");
     view.key(Qt::Key_Backspace);
     view.key(Qt::Key_Return);
@@ -275,6 +287,14 @@ TEST_F(MainPaneTest, RatesMarksPlaysAndDeletesASubclipByPointerAndByKeys) {
     view.click("subclip.0.delete");
     EXPECT_TRUE(view.waitFor([&] { return view.shows("drawer.none"); }));
     EXPECT_EQ(player.range, std::nullopt);
+}
+
+TEST_F(MainPaneTest, ShowsAnAudioIconForAClipWithoutVideo) {
+    Screen view = open();
+    EXPECT_FALSE(view.shows("player.audio"));
+    store.updateVideo(text("clip-1"), [](VideoRecord &video) { video.audioCodec = text("mp4a"); });
+    EXPECT_TRUE(view.shows("player.audio") && view.shows("scrubber.knob"));
+    view.picture("mainpane-audio");
 }
 
 TEST_F(MainPaneTest, StopsARemovedClipUntilItIsRestored) {

@@ -1,4 +1,5 @@
 #include "platform/TextFormat.h"
+#include "review/MediaBanners.h"
 #include "review/ReviewScreenFixture.h"
 #include "support/screens/Screen.h"
 
@@ -104,37 +105,28 @@ TEST_F(SidePaneTest, ClicksSelectRowsAndMarkRangesWithoutMovingTheFocus) {
     EXPECT_EQ(window.root()->property("keys").toList().size(), 1) << "only the key for the screen";
 }
 
-TEST_F(SidePaneTest, MovesThroughAllRowsByKeysIfTheListHasTheFocus) {
-    key(Qt::Key_Down);
-    EXPECT_EQ(current(), 0) << "without the focus it ignores keys";
+TEST_F(SidePaneTest, ClicksTheCurrentRowByReturnAndLeavesOtherKeysToTheScreen) {
     focusList();
     EXPECT_TRUE(window.shows("review.list.ring"));
-    key(Qt::Key_Down);
-    key(Qt::Key_Down);
     key(Qt::Key_Return);
-    player.becomeReady();
-    EXPECT_TRUE(window.waitFor([&] { return screen.selection()->activeSubclipId().has_value(); }));
-    key(Qt::Key_Down, Qt::ShiftModifier);
-    key(Qt::Key_Space, Qt::ShiftModifier);
-    EXPECT_EQ(marked().size(), 2);
-    key(Qt::Key_End);
+    EXPECT_EQ(screen.selection()->selectedVideoId(), QStringLiteral("clip-0"));
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(marked(), QStringList{QStringLiteral("clip-0")});
+    screen.selection()->moveSelection(301);
     EXPECT_EQ(current(), 301);
     EXPECT_TRUE(window.shows("clip-clip-299"));
-    key(Qt::Key_Space, Qt::ControlModifier);
-    EXPECT_TRUE(marked().contains(QStringLiteral("clip-299")));
-    key(Qt::Key_PageUp);
-    const int page = 301 - current();
-    EXPECT_GE(page, 5);
-    key(Qt::Key_PageUp);
-    EXPECT_GE(301 - current(), 2 * page - 2) << "one page";
-    key(Qt::Key_PageDown);
-    key(Qt::Key_PageDown);
-    key(Qt::Key_PageDown);
+    list()->setProperty("contentY", 0);
+    window.root()->findChild<QQuickItem *>(QStringLiteral("keys"))->forceActiveFocus();
+    focusList();
+    EXPECT_TRUE(window.shows("clip-clip-299")) << "the current row is in view";
+    QList<int> expected;
+    for (const auto left : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Up, Qt::Key_Down, Qt::Key_Home,
+                            Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_5}) {
+        key(left);
+        expected.append(left);
+    }
+    EXPECT_EQ(window.root()->property("keys").value<QList<int>>(), expected);
     EXPECT_EQ(current(), 301);
-    key(Qt::Key_Home);
-    EXPECT_EQ(current(), 0);
-    key(Qt::Key_5);
-    EXPECT_EQ(window.root()->property("keys").toList().last().toInt(), int(Qt::Key_5));
 }
 
 TEST_F(SidePaneTest, DescribesRowsToScreenReaders) {
@@ -150,7 +142,7 @@ TEST_F(SidePaneTest, DescribesRowsToScreenReaders) {
     EXPECT_FALSE(face->state().focused);
     focusList();
     EXPECT_TRUE(face->state().focused) << "screen readers follow the current row";
-    key(Qt::Key_Down);
+    screen.selection()->moveSelection(1);
     EXPECT_FALSE(face->state().focused);
 }
 
@@ -175,6 +167,86 @@ TEST_F(SidePaneTest, KeepsMarksAndTextApartAtEveryWidthAndElidesOnlyNames) {
     auto *tip = window.item("tip");
     EXPECT_TRUE(
         window.waitFor([&] { return tip->property("shownText") == inOneLine(clip(0).fileName); }));
+}
+
+TEST_F(SidePaneTest, ShowsNamesAsTheyAreAndTheirEndsIfTheyAreLong) {
+    const QString take = QString(80, QLatin1Char('n')) + QStringLiteral("_take");
+    const std::pair<QString, QString> names[] = {
+        {QStringLiteral("640x360.mov"), QStringLiteral("640×360.mov")},
+        {QStringLiteral("a->b.mov"), QStringLiteral("a→b.mov")},
+        {take + QStringLiteral("01.mov"), take + QStringLiteral("02.mov")},
+    };
+    for (const auto &[left, right] : names) {
+        store.updateVideo(QStringLiteral("clip-2"),
+                          [&](VideoRecord &clip) { clip.fileName = left; });
+        store.updateVideo(QStringLiteral("clip-3"),
+                          [&](VideoRecord &clip) { clip.fileName = right; });
+        const QImage picture = window.picture();
+        const auto nameIn = [&](const char *row) {
+            const QQuickItem *name = partOf(row, "row.name");
+            return picture.copy(name->mapRectToScene({0, 0, 200, name->height()}).toRect());
+        };
+        EXPECT_NE(nameIn("clip-clip-2"), nameIn("clip-clip-3")) << left.toStdString();
+    }
+}
+
+TEST_F(SidePaneTest, ShowsAnAudioGlyphForAClipWithoutVideo) {
+    const auto glyph = [this](const char *row) {
+        return partOf(row, "thumbnail.glyph")->property("symbol").toString();
+    };
+    store.updateVideo(QStringLiteral("clip-1"),
+                      [](VideoRecord &clip) { clip.audioCodec = QStringLiteral("mp4a"); });
+    for (const char *const row : {"clip-clip-1", "sub-clip-1-sub-0"}) {
+        EXPECT_EQ(glyph(row), QStringLiteral("waveform")) << row;
+    }
+    EXPECT_EQ(glyph("clip-clip-2"), QStringLiteral("film"));
+    store.updateVideo(QStringLiteral("clip-1"),
+                      [](VideoRecord &clip) { clip.codec = QStringLiteral("avc1"); });
+    EXPECT_EQ(glyph("clip-clip-1"), QStringLiteral("film"));
+}
+
+TEST_F(SidePaneTest, KeepsTheWidthThatKeysAndThePointerGiveIt) {
+    constexpr auto kPanes = R"(
+        import QtQuick
+        import Corvane.Review
+        Item {
+            id: root
+            required property ReviewScreenState review
+            required property MediaBanners banners
+            ReviewPanes {
+                anchors.fill: parent
+                review: root.review
+                engine: null
+                banners: root.banners
+            }
+        })";
+    const auto handle = QStringLiteral("review.split.handle");
+    const QString file = folder.at(QStringLiteral("settings.ini"));
+    MediaBanners banners(store);
+    for (const int kept : {220, 280}) {
+        ReviewScreenState state(
+            store, player, {.settings = std::make_unique<QSettings>(file, QSettings::IniFormat)});
+        Screen view(kPanes, {1280, 800},
+                    {{QStringLiteral("review"), QVariant::fromValue(&state)},
+                     {QStringLiteral("banners"), QVariant::fromValue(&banners)}});
+        const auto width = [&] {
+            view.picture();
+            return view.item("review.list")->width() + 1; // with the line
+        };
+        EXPECT_EQ(width(), kept);
+        view.item(handle)->forceActiveFocus(Qt::TabFocusReason);
+        const std::pair<Qt::Key, int> keys[] = {
+            {Qt::Key_End, 380},  {Qt::Key_Right, 380}, {Qt::Key_Left, 360},
+            {Qt::Key_Home, 160}, {Qt::Key_Left, 160},  {Qt::Key_Right, 180},
+        };
+        for (const auto &[key, expected] : keys) {
+            view.key(key);
+            EXPECT_EQ(width(), expected);
+        }
+        const QPoint line = view.item(handle)->mapToScene({0, 300}).toPoint();
+        view.drag(line, line + QPoint(100, 0));
+        EXPECT_EQ(width(), 280);
+    }
 }
 
 TEST_F(SidePaneTest, KeepsTheFirstVisibleClipAtTheTopAndDoesNotScrollForEdits) {

@@ -226,7 +226,7 @@ TEST_F(MainWindowTest, OpensADroppedProjectWhoseHeaderButtonsWork) {
     click("header.export");
     EXPECT_EQ(exports, 1);
     EXPECT_EQ(Screen::accessibleName(screen->item("header.help")),
-              QStringLiteral("Open Corvane User Guide (Cmd-?)"));
+              QStringLiteral("Open Corvane User Guide (Ctrl+?)"));
     screen->picture("project");
 }
 

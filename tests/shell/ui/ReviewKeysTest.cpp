@@ -168,6 +168,31 @@ TEST_F(ReviewKeysTest, RangeKeysSetNudgeSaveAndJumpToTheRange) {
               "3.54-8.54");
 }
 
+TEST_F(ReviewKeysTest, KeysMeanTheSameIfTheListHasTheFocus) {
+    select("clip-clip-0");
+    const auto focusList = [this] {
+        screen->item(QStringLiteral("review.list"))->forceActiveFocus(Qt::TabFocusReason);
+    };
+    for (const char *const script :
+         {"Right > 0R x0 5.00", "Space > 0R x1 5.00", "Space > 0R x0 5.00", "Left > 0R x0 0.00",
+          "I > 0R x0 0.00 in 0.00", "Return > 0R x0 0.00"}) {
+        focusList();
+        keys(script);
+    }
+    EXPECT_EQ(clip(0).subclips.size(), 3);
+    const auto chosen = [this] {
+        return review().selection()->activeSubclipId().value_or(
+            review().selection()->selectedVideoId().value_or(QString()));
+    };
+    for (const auto &[shortcut, expected] :
+         {std::pair("Down", "clip-0-sub-0"), {"End", "clip-2-sub-1"}, {"Home", "clip-0"}}) {
+        focusList();
+        key(shortcut);
+        EXPECT_TRUE(screen->waitFor([&] { return chosen() == QLatin1String(expected); }))
+            << shortcut << " chose " << chosen().toStdString();
+    }
+}
+
 TEST_F(ReviewKeysTest, InSubclipModeKeysEditTheSubclip) {
     select("clip-clip-0");
     press({"Down", "Down"});

@@ -33,7 +33,7 @@ Button {
 
                 objectName: "handoff.recent." + index
                 text: modelData
-                elide: Text.ElideMiddle
+                literal: true
                 helpText: modelData
                 onTriggered: recent.handoff.chooseRecent(index)
             }
