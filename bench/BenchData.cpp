@@ -104,13 +104,14 @@ QString largeFile(const QString &name, qint64 bytes) {
     QRandomGenerator generator(1);
     QByteArray block(1 << 20, Qt::Uninitialized);
     generator.fillRange(reinterpret_cast<quint32 *>(block.data()), block.size() / 4);
-    TemporaryFile file(path + QStringLiteral(".tmp"));
+    TemporaryFile file(OpenFolder::at(paths::parentFolder(path)),
+                       paths::lastComponent(path) + QStringLiteral(".tmp"));
     for (qint64 written = 0; written < bytes; written += block.size()) {
         block[qsizetype(written % 4096)] = char(written >> 20);
         file.write(block.constData(), std::min<qint64>(block.size(), bytes - written));
     }
     file.finish();
-    file.commit(path);
+    file.commit(paths::lastComponent(path));
     return path;
 }
 

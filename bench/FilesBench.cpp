@@ -54,11 +54,14 @@ void copyOurs(benchmark::State &state) {
     const QString copy = dataPath(QStringLiteral("copy/footage.mov"));
     RootIdentity identity = *PathSafety::folderIdentity(dataFolder());
     identity.contentHash = ContentHasher::makeAnchor(path);
+    fileSystem().createFolders(dataPath(QStringLiteral("copy")));
     for (auto _ : state) {
         state.PauseTiming();
         removeCopy(copy);
         state.ResumeTiming();
-        ImportCopier::copy(path, copy, ImportCopier::SourceRoot{dataFolder(), identity}, {}, {});
+        const OpenFolder folder = OpenFolder::at(dataPath(QStringLiteral("copy")));
+        ImportCopier::copy(path, {folder, QStringLiteral("footage.mov")},
+                           ImportCopier::SourceRoot{dataFolder(), identity}, {}, {});
     }
     removeCopy(copy);
 }
@@ -96,9 +99,9 @@ QString clipTree(const QString &name, int folders) {
         fileSystem().createFolders(QStringLiteral("%1/%2").arg(root).arg(folder));
     }
     for (int file = 0; file < kFiles; ++file) {
-        const QString path =
-            QStringLiteral("%1/%2/C%3.MP4").arg(root).arg(file % folders).arg(file);
-        fileSystem().createForWriting(path);
+        const OpenFolder folder =
+            OpenFolder::at(QStringLiteral("%1/%2").arg(root).arg(file % folders));
+        fileSystem().createFileAt(folder.descriptor(), QStringLiteral("C%1.MP4").arg(file));
     }
     return root;
 }

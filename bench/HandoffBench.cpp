@@ -7,6 +7,7 @@
 #include "media/ExportSession.h"
 #include "mediacache/FilmstripService.h"
 #include "platform/AtomicWrite.h"
+#include "platform/Paths.h"
 #include "platform/Tasks.h"
 #include "transfer/ImportCopier.h"
 
@@ -67,11 +68,13 @@ class Footage {
         QStringList pictures = FilmstripService::framePaths(id, cache);
         pictures.append(cache + QStringLiteral("/thumbnails/%1.jpg").arg(id));
         for (const QString &file : std::as_const(pictures)) {
-            fileSystem().createFolders(file.left(file.lastIndexOf(QLatin1Char('/'))));
-            TemporaryFile written(file + QStringLiteral(".tmp"), 0666, Durability::Later);
+            const QString folder = paths::parentFolder(file);
+            fileSystem().createFolders(folder);
+            TemporaryFile written(OpenFolder::at(folder), QStringLiteral(".tmp"), 0666,
+                                  Durability::Later);
             written.write(picture.constData(), picture.size());
             written.finish();
-            written.commit(file);
+            written.commit(paths::lastComponent(file));
         }
     }
 
@@ -112,9 +115,10 @@ void handoffCopies(benchmark::State &state) {
         state.PauseTiming();
         clearOutputs();
         state.ResumeTiming();
+        const OpenFolder out = OpenFolder::at(dataPath(QStringLiteral("handoff/out")));
         for (const auto &[path, identity] : footage.grants().asKeyValueRange()) {
             const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
-            ImportCopier::copy(path, dataPath(QStringLiteral("handoff/out")) + path.mid(slash),
+            ImportCopier::copy(path, {out, path.mid(slash + 1)},
                                ImportCopier::SourceRoot{path.left(slash), identity}, {}, {});
         }
     }

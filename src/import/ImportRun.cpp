@@ -4,6 +4,7 @@
 #include "import/ImportTexts.h"
 #include "mediacache/MetadataProcessor.h"
 #include "platform/Paths.h"
+#include "transfer/Leftovers.h"
 
 #include <atomic>
 
@@ -70,15 +71,19 @@ bool ImportRun::isProjectOpen() const {
            m_store->project()->id == m_projectId;
 }
 
-/// Creates the folder for the copies and grants the project access to it. Returns false on failure.
+/// Opens the folder for the copies and grants the project access to it. Returns false on failure.
 QCoro::Task<bool> ImportRun::prepareDestination() {
     if (m_mode == SourceImportMode::inPlace) {
         co_return true;
     }
     std::optional<QString> error;
     try {
-        co_await userInitiatedExecutor().run(
-            [folder = m_destinationFolder] { RowImport::ensureDestination(folder); });
+        m_destination = co_await userInitiatedExecutor().run(
+            [path = m_destinationFolder, now = m_store->clock().now()] {
+                OpenFolder folder = RowImport::openDestination(path);
+                Leftovers::removeFrom(folder, now);
+                return folder;
+            });
     } catch (const std::exception &failure) {
         error = describe(failure);
     }
@@ -111,11 +116,10 @@ QCoro::Task<> ImportRun::importRows() {
 /// Returns nullopt if the run was cancelled during this row.
 QCoro::Task<std::optional<RowImport::Outcome>> ImportRun::copyRow(ImportPreviewRow row) {
     try {
-        co_return co_await userInitiatedExecutor().run([row, folder = m_destinationFolder,
-                                                        progress = byteProgress(),
-                                                        stop = m_stop.get_token()] {
-            return RowImport::copyFiles(row, folder, progress, stop);
-        });
+        co_return co_await userInitiatedExecutor().run(
+            [row, folder = *m_destination, progress = byteProgress(), stop = m_stop.get_token()] {
+                return RowImport::copyFiles(row, folder, progress, stop);
+            });
     } catch (const Cancelled &) {
         co_return std::nullopt;
     }
@@ -154,6 +158,9 @@ void ImportRun::finishRow(const ImportPreviewRow &row, const RowImport::Outcome 
     }
     ++m_result.succeededCount;
     m_result.sidecarsImportedCount += outcome.sidecarPath ? 1 : 0;
+    if (outcome.anchor) {
+        m_anchors.insert(paths::standardized(*outcome.sourcePath), *outcome.anchor);
+    }
     if (m_store) {
         m_videos.append(RowImport::makeVideoItem(row, m_mode, outcome, m_store->clock().now()));
         m_rootFolders.append(row.source.scanRoot.url);
@@ -202,6 +209,7 @@ void ImportRun::addToProject() {
 }
 
 /// Follows the copies, because grants contain anchors of the files at the clips' paths.
+/// Follows the copies, because the anchors are those of the files at the clips' paths.
 QCoro::Task<> ImportRun::grantAccess() {
     QStringList files;
     for (const VideoItem &video : std::as_const(m_videos)) {
@@ -214,7 +222,7 @@ QCoro::Task<> ImportRun::grantAccess() {
         setProgress(progress);
     };
     const QSet<QString> granted = co_await m_store->authorization().authorize(
-        files, m_projectFile, {}, {.stop = m_stop.get_token(), .progress = report});
+        files, m_projectFile, m_anchors, {.stop = m_stop.get_token(), .progress = report});
     for (const VideoItem &video : std::as_const(m_videos)) {
         if (granted.contains(paths::standardized(video->sourcePath))) {
             continue;

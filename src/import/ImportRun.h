@@ -88,8 +88,10 @@ class ImportRun : public QObject {
     std::stop_source m_stop;
     std::optional<ImportProgress> m_progress;
     ImportResult m_result;
-    QList<VideoItem> m_videos; ///< clips of the completed rows
-    QStringList m_rootFolders; ///< scanned folders of the completed rows
+    std::optional<OpenFolder> m_destination; ///< open; nullopt if files are used in place
+    QList<VideoItem> m_videos;               ///< clips of the completed rows
+    QHash<QString, QString> m_anchors;       ///< of copies, by path
+    QStringList m_rootFolders;               ///< scanned folders of the completed rows
 };
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/Project.h"
+#include "platform/FileSystem.h"
 #include "trust/RootIdentity.h"
 
 #include <QString>
@@ -23,8 +24,10 @@ struct ScannedVideo {
     QString id; ///< a new UUID
     QString url;
     quint64 fileSizeBytes = 0;
+    FileTime modified{}; ///< a file with another time is not the one that was scanned
     std::optional<QString> sidecarURL;
     std::optional<SidecarType> sidecarType;
+    std::optional<FileTime> sidecarModified; ///< nullopt if it could not be read
     ScanRoot scanRoot;
     /// The duplicate key, set after the scan; nullopt if the file cannot be hashed.
     std::optional<QString> contentHash;

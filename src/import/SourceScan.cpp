@@ -179,10 +179,14 @@ void SourceScanner::scanFile(const QString &folder, const QString &name,
         ScannedVideo video{.id = newIdentifier(),
                            .url = path,
                            .fileSizeBytes = quint64(status->size),
+                           .modified = status->modified,
                            .scanRoot = m_root};
         if (const auto sidecar = sidecars.find(paths::split(name).stem)) {
             video.sidecarURL = paths::joined(folder, sidecar->name);
             video.sidecarType = sidecar->type;
+            const auto sidecarStatus = fileSystem().linkStatus(*video.sidecarURL);
+            video.sidecarModified =
+                sidecarStatus ? std::optional(sidecarStatus->modified) : std::nullopt;
             m_pairedSidecars.insert(*video.sidecarURL);
         }
         m_result.videos.append(std::move(video));

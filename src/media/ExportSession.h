@@ -32,7 +32,8 @@ class ExportSession {
 
     /// Exports the range, or the entire asset without one. Blocks the calling executor thread until
     /// the output is complete. `output` is an existing empty file, which is opened by its path and
-    /// filled in place, never replaced. The caller syncs, moves or removes it.
+    /// filled in place, never replaced. The path may lead to an open file of this process. The
+    /// caller syncs, moves or removes it.
     ///
     /// Throws `Cancelled` soon after `stop` is triggered, `UnsupportedSource`, or another exception
     /// that describes the failure.

@@ -1,22 +1,8 @@
 #include "mediacache/CacheFolder.h"
 
-#include "platform/FileSystem.h"
-#include "platform/Paths.h"
-
 #include <cerrno>
 
 namespace corvane::cacheFolder {
-
-namespace {
-
-void checkFolder(const QString &path) {
-    const auto existing = fileSystem().linkStatus(path);
-    if (existing && existing->type != FileType::Directory) {
-        throw FileError(path, existing->type == FileType::SymbolicLink ? ELOOP : ENOTDIR);
-    }
-}
-
-} // namespace
 
 void checkName(const QString &name) {
     const bool isInvalid = name.isEmpty() || name == QStringLiteral(".") ||
@@ -26,15 +12,17 @@ void checkName(const QString &name) {
     }
 }
 
-QString ensure(const QString &cacheRoot, const QStringList &names) {
-    QString folder = cacheRoot;
-    checkFolder(folder);
+OpenFolder ensure(const QString &cacheRoot, const QStringList &names) {
+    const auto existing = fileSystem().linkStatus(cacheRoot);
+    if (existing && existing->type != FileType::Directory) {
+        throw FileError(cacheRoot, existing->type == FileType::SymbolicLink ? ELOOP : ENOTDIR);
+    }
+    fileSystem().createFolders(cacheRoot);
+    OpenFolder folder = OpenFolder::at(cacheRoot);
     for (const QString &name : names) {
         checkName(name);
-        folder = paths::joined(folder, name);
-        checkFolder(folder);
+        folder = folder.subfolder(name);
     }
-    fileSystem().createFolders(folder);
     return folder;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "platform/OpenFolder.h"
+
 #include <QStringList>
 
 /// Folders inside a project's cache, which contains only files that can be recreated.
@@ -10,9 +11,9 @@ namespace corvane::cacheFolder {
 /// and a document can contain any id.
 void checkName(const QString &name);
 
-/// Creates the folder at `cacheRoot`/`names` with its parents and returns its path. Throws
-/// `FileError` if a component, the cache root included, is a link or a file, and like
-/// `checkName`. Any thread.
-QString ensure(const QString &cacheRoot, const QStringList &names);
+/// Opens the folder at `cacheRoot`/`names` and creates it with its parents if it is missing. Throws
+/// `FileError` if a component, the cache root included, is a link or a file, and like `checkName`.
+/// Any thread.
+OpenFolder ensure(const QString &cacheRoot, const QStringList &names);
 
 } // namespace corvane::cacheFolder

@@ -25,11 +25,14 @@ QStringList folderNames(const QString &videoId) {
     return {videoId, QStringLiteral("filmstrip")};
 }
 
+QString frameName(qsizetype index) {
+    return QStringLiteral("frame-%1.jpg").arg(index, 2, 10, QLatin1Char('0'));
+}
+
 QStringList framePathsIn(const QString &folder) {
     QStringList files;
     for (int index = 0; index < kFrameCount; ++index) {
-        files.append(paths::joined(
-            folder, QStringLiteral("frame-%1.jpg").arg(index, 2, 10, QLatin1Char('0'))));
+        files.append(paths::joined(folder, frameName(index)));
     }
     return files;
 }
@@ -53,7 +56,7 @@ double durationOf(const QString &path, const std::stop_token &stop) {
     return asset.duration->seconds();
 }
 
-void createFrames(const QString &path, const QStringList &files, const std::stop_token &stop) {
+void createFrames(const QString &path, const OpenFolder &folder, const std::stop_token &stop) {
     QList<media::MediaTime> times;
     for (const double seconds : frameSeconds(durationOf(path, stop))) {
         times.append(media::MediaTime::fromSeconds(seconds));
@@ -66,7 +69,7 @@ void createFrames(const QString &path, const QStringList &files, const std::stop
             return;
         }
         try {
-            ImageIOHelper::writeJPEG(*image, files.at(index), kFrameQuality);
+            ImageIOHelper::writeJPEG(*image, folder, frameName(index), kFrameQuality);
         } catch (const Failure &) {
             // Left out of the filmstrip; the next request tries again.
         }
@@ -75,9 +78,10 @@ void createFrames(const QString &path, const QStringList &files, const std::stop
 
 QStringList generateNow(const QString &videoId, const QString &path, const QString &cacheRoot,
                         const std::stop_token &stop) {
-    const QStringList files = framePathsIn(cacheFolder::ensure(cacheRoot, folderNames(videoId)));
+    const OpenFolder folder = cacheFolder::ensure(cacheRoot, folderNames(videoId));
+    const QStringList files = framePathsIn(folder.path());
     if (existing(files).size() < files.size()) {
-        createFrames(path, files, stop);
+        createFrames(path, folder, stop);
     }
     return existing(files);
 }

@@ -12,11 +12,11 @@ namespace corvane::ImageIOHelper {
 
 namespace {
 
-std::unique_ptr<TemporaryFile> createDestination(const QString &path) {
+std::unique_ptr<TemporaryFile> createDestination(const OpenFolder &folder, const QString &path) {
     const QString name = QStringLiteral(".tmp-%1.jpg")
                              .arg(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
     try {
-        return std::make_unique<TemporaryFile>(paths::joined(paths::parentFolder(path), name));
+        return std::make_unique<TemporaryFile>(folder, name);
     } catch (const FileError &) {
         throw WriteError(WriteError::Case::destinationCreateFailed, path);
     }
@@ -44,10 +44,17 @@ WriteError::WriteError(Case reason, const QString &path)
       m_path(path) {}
 
 void writeJPEG(const media::RGBImage &image, const QString &path, double quality) {
-    fileSystem().createFolders(paths::parentFolder(path));
-    const std::unique_ptr<TemporaryFile> file = createDestination(path);
+    const QString folder = paths::parentFolder(path);
+    fileSystem().createFolders(folder);
+    writeJPEG(image, OpenFolder::at(folder), paths::lastComponent(path), quality);
+}
+
+void writeJPEG(const media::RGBImage &image, const OpenFolder &folder, const QString &name,
+               double quality) {
+    const QString path = paths::joined(folder.path(), name);
+    const std::unique_ptr<TemporaryFile> file = createDestination(folder, path);
     finalize(*file, image, quality, path);
-    file->commit(path);
+    file->commit(name);
 }
 
 } // namespace corvane::ImageIOHelper

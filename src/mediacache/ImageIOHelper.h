@@ -1,9 +1,7 @@
 #pragma once
 
 #include "media/RGBImage.h"
-#include "platform/Failure.h"
-
-#include <QString>
+#include "platform/OpenFolder.h"
 
 /// Writes images to files.
 namespace corvane::ImageIOHelper {
@@ -26,5 +24,8 @@ class WriteError : public Failure {
 /// `quality` is 0 to 1. Throws `WriteError`, or `FileError` if creating the folders or renaming the
 /// file fails. Leaves no temporary file. Any thread.
 void writeJPEG(const media::RGBImage &image, const QString &path, double quality);
+/// Does the same with a file of an open folder.
+void writeJPEG(const media::RGBImage &image, const OpenFolder &folder, const QString &name,
+               double quality);
 
 } // namespace corvane::ImageIOHelper

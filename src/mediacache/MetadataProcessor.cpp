@@ -61,11 +61,11 @@ QString writeThumbnail(const QString &videoId, const QString &path, const QStrin
     cacheFolder::checkName(videoId);
     const QString folder = QStringLiteral("thumbnails");
     const QString name = videoId + QStringLiteral(".jpg");
-    const QString target = paths::joined(cacheFolder::ensure(cacheRoot, {folder}), name);
+    const OpenFolder target = cacheFolder::ensure(cacheRoot, {folder});
     media::FrameGenerator generator(
         path, {.maximumSize = kThumbnailSize, .tolerance = kThumbnailTolerance});
     const auto time = media::MediaTime::fromSeconds(thumbnailSeconds(duration));
-    ImageIOHelper::writeJPEG(generator.imageAt(time), target, kThumbnailQuality);
+    ImageIOHelper::writeJPEG(generator.imageAt(time), target, name, kThumbnailQuality);
     return paths::joined(folder, name);
 }
 

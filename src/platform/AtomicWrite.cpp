@@ -27,12 +27,26 @@ void keepPermissions(const Descriptor &file, quint32 permissions) {
     }
 }
 
+QString temporaryName() {
+    return QStringLiteral(".tmp-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+}
+
+FileStatus fillAndCommit(TemporaryFile &file, const QByteArray &bytes, const QString &name,
+                         Placing placing) {
+    file.write(bytes.constData(), bytes.size());
+    const FileStatus written = file.finish();
+    file.commit(name, placing);
+    return written;
+}
+
 } // namespace
 
-TemporaryFile::TemporaryFile(QString path, quint32 permissions, Durability durability)
-    : m_path(std::move(path)),
+TemporaryFile::TemporaryFile(OpenFolder folder, QString name, quint32 permissions,
+                             Durability durability)
+    : m_folder(std::move(folder)),
+      m_name(std::move(name)),
       m_durability(durability),
-      m_file(fileSystem().createForWriting(m_path, permissions)) {}
+      m_file(fileSystem().createFileAt(m_folder.descriptor(), m_name, permissions)) {}
 
 TemporaryFile::~TemporaryFile() {
     if (m_isCommitted) {
@@ -40,7 +54,7 @@ TemporaryFile::~TemporaryFile() {
     }
     m_file = Descriptor();
     try {
-        fileSystem().remove(m_path);
+        fileSystem().removeAt(m_folder.descriptor(), m_name);
     } catch (const FileError &) {
         // A leftover hidden file does no harm, and a destructor can't report.
     }
@@ -64,19 +78,11 @@ FileStatus TemporaryFile::finish() {
     return status;
 }
 
-void TemporaryFile::commit(const QString &target) {
-    const auto existing = fileSystem().linkStatus(target);
-    if (existing && existing->type != FileType::Regular) {
-        throw FileError(target, EEXIST);
-    }
-    if (existing) {
-        fileSystem().rename(m_path, target);
-    } else {
-        fileSystem().renameToFreeName(m_path, target);
-    }
+void TemporaryFile::commit(const QString &target, Placing placing) {
+    fileSystem().renameAt(m_folder.descriptor(), m_name, target, placing);
     m_isCommitted = true;
     if (m_durability == Durability::Synced) {
-        fileSystem().syncFolder(paths::parentFolder(target));
+        fileSystem().syncFolder(m_folder.descriptor());
     }
 }
 
@@ -85,16 +91,17 @@ FileStatus writeAtomically(const QString &path, const QByteArray &bytes) {
     const bool isLink = link && link->type == FileType::SymbolicLink;
     const QString target = isLink ? fileSystem().realPath(path) : path;
     const auto existing = isLink ? fileSystem().linkStatus(target) : link;
-    const QString name =
-        QStringLiteral(".tmp-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-    TemporaryFile file(paths::joined(paths::parentFolder(target), name));
+    TemporaryFile file(OpenFolder::at(paths::parentFolder(target)), temporaryName());
     if (existing && existing->type == FileType::Regular) {
         keepPermissions(file.descriptor(), existing->permissions);
     }
-    file.write(bytes.constData(), bytes.size());
-    const FileStatus written = file.finish();
-    file.commit(target);
-    return written;
+    return fillAndCommit(file, bytes, paths::lastComponent(target), Placing::mayReplaceRegular);
+}
+
+FileStatus writeAtomically(const OpenFolder &folder, const QString &name, const QByteArray &bytes,
+                           Placing placing) {
+    TemporaryFile file(folder, temporaryName());
+    return fillAndCommit(file, bytes, name, placing);
 }
 
 } // namespace corvane

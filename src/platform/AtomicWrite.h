@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileSystem.h"
+#include "platform/OpenFolder.h"
 
 namespace corvane {
 
@@ -17,13 +17,14 @@ enum class Durability {
 /// of each step in its own words.
 class TemporaryFile {
   public:
-    /// Creates the empty file at `path`, which must be in the target's folder and not exist.
-    explicit TemporaryFile(QString path, quint32 permissions = 0666,
-                           Durability durability = Durability::Synced);
+    /// Creates the empty file in the target's folder, which must not contain the name.
+    TemporaryFile(OpenFolder folder, QString name, quint32 permissions = 0666,
+                  Durability durability = Durability::Synced);
     ~TemporaryFile();
     Q_DISABLE_COPY_MOVE(TemporaryFile)
 
-    const QString &path() const noexcept { return m_path; }
+    const OpenFolder &folder() const noexcept { return m_folder; }
+    const QString &name() const noexcept { return m_name; }
     const Descriptor &descriptor() const noexcept { return m_file; }
 
     void write(const char *bytes, qint64 count);
@@ -31,12 +32,13 @@ class TemporaryFile {
     /// identity (device, inode, modification time) it keeps under its final name.
     FileStatus finish();
     /// Renames the finished file to the target's name and syncs the folder unless
-    /// `Durability::Later`. Replaces a regular file atomically; fails with `EEXIST` if the target
-    /// is anything else or is created by another process during the call.
-    void commit(const QString &target);
+    /// `Durability::Later`. Fails with `EEXIST` if the name is taken by an entry that may not be
+    /// replaced; the call may then be repeated with another name.
+    void commit(const QString &target, Placing placing = Placing::mayReplaceRegular);
 
   private:
-    QString m_path;
+    OpenFolder m_folder;
+    QString m_name;
     Durability m_durability;
     Descriptor m_file;
     qint64 m_written = 0;
@@ -52,5 +54,10 @@ class TemporaryFile {
 /// If only the final sync of the folder fails, this throws although the new file has its name: it
 /// may not survive a loss of power.
 FileStatus writeAtomically(const QString &path, const QByteArray &bytes);
+
+/// Creates a file of an open folder with these bytes, or replaces it, which changes its
+/// permissions. Fails with `EEXIST` if the name is taken by an entry that may not be replaced.
+FileStatus writeAtomically(const OpenFolder &folder, const QString &name, const QByteArray &bytes,
+                           Placing placing);
 
 } // namespace corvane

@@ -75,6 +75,12 @@ struct DirectoryEntry {
     bool isTypeKnown = false;
 };
 
+/// Which entry a rename may replace.
+enum class Placing {
+    mustBeFree,        ///< none
+    mayReplaceRegular, ///< a regular file
+};
+
 /// The mount that contains an open file, and the file's path.
 struct MountedPath {
     quint64 fileSystemId = 0;
@@ -90,7 +96,11 @@ struct MountedPath {
 ///
 /// Paths are absolute. A path that contains a NUL character fails with `EINVAL`. Every function
 /// throws `FileError` on failure unless it is documented otherwise. Thread-safe, but a descriptor
-/// must not be used by two threads at a time.
+/// must not be used by two threads at a time, except that of a folder.
+///
+/// The functions whose names end in "At" refer to an entry of an open folder by its name, which
+/// must be a single path component (`EINVAL`). They act on that folder even if it was renamed or
+/// another folder has its path now, and follow no link.
 class FileSystem {
   public:
     virtual ~FileSystem();
@@ -99,9 +109,11 @@ class FileSystem {
     /// the parent folders are always followed.
     enum class Links { Follow, Refuse };
 
-    // Status. The first two return nullopt on any failure; `linkStatus` doesn't follow a link.
+    // Status. The first three return nullopt on any failure; `linkStatus` doesn't follow a link.
     virtual std::optional<FileStatus> linkStatus(const QString &path) const = 0;
     virtual std::optional<FileStatus> targetStatus(const QString &path) const = 0;
+    virtual std::optional<FileStatus> linkStatusAt(const Descriptor &folder,
+                                                   const QString &name) const = 0;
     /// Follows links. Throws, unlike `targetStatus`.
     virtual FileStatus status(const QString &path) const = 0;
     virtual FileStatus status(const Descriptor &file) const = 0;
@@ -113,8 +125,9 @@ class FileSystem {
     // Reading.
     /// Doesn't block, even if the path leads to a FIFO without a writer.
     virtual Descriptor openForReading(const QString &path, Links links) = 0;
+    /// Without read permission for the folder, the descriptor serves only for the "At" functions.
     virtual Descriptor openFolder(const QString &path) = 0;
-    // Open an entry of an open folder. A symbolic link fails with `ELOOP` or `ENOTDIR`.
+    // A symbolic link fails with `ELOOP` or `ENOTDIR`.
     virtual Descriptor openFolderAt(const Descriptor &folder, const QString &name) = 0;
     virtual Descriptor openFileAt(const Descriptor &folder, const QString &name) = 0;
     // Read up to `maximum` bytes and return how many were read: 0 at the end of the file. `readAt`
@@ -124,11 +137,15 @@ class FileSystem {
 
     // Writing.
     /// Creates a file; `EEXIST` if the name is taken. The umask applies to the permissions.
-    virtual Descriptor createForWriting(const QString &path, quint32 permissions = 0666) = 0;
+    virtual Descriptor createFileAt(const Descriptor &folder, const QString &name,
+                                    quint32 permissions = 0666) = 0;
     /// Writes all `count` bytes at the descriptor's position.
     virtual void write(const Descriptor &file, const char *bytes, qint64 count) = 0;
     /// Hints that the system may start to write a part of the file to the disk. Never fails.
     virtual void startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept = 0;
+    /// Gives an empty file the bytes of another one without copying them. Returns false if the file
+    /// system can't, or if the two are on different ones.
+    virtual bool shareBytes(const Descriptor &from, const Descriptor &into) noexcept = 0;
     virtual void setPermissions(const Descriptor &file, quint32 permissions) = 0;
     /// Blocks until the file's data is on the disk.
     virtual void sync(const Descriptor &file) = 0;
@@ -140,15 +157,17 @@ class FileSystem {
     virtual void createFolders(const QString &path) = 0;
     /// Creates a folder; `EEXIST` if the name is taken. Of two processes that race for the name,
     /// one succeeds.
-    virtual void createFolder(const QString &path) = 0;
-    /// Renames a file atomically and replaces the file that has the new name.
-    virtual void rename(const QString &from, const QString &to) = 0;
-    /// Renames a file without replacing another; `EEXIST` if the name is taken.
-    virtual void renameToFreeName(const QString &from, const QString &to) = 0;
-    virtual void remove(const QString &path) = 0; ///< not for folders
+    virtual void createFolderAt(const Descriptor &folder, const QString &name) = 0;
+    /// Renames a file of the folder atomically; `EEXIST` if the new name is taken by an entry that
+    /// may not be replaced.
+    virtual void renameAt(const Descriptor &folder, const QString &from, const QString &to,
+                          Placing placing) = 0;
+    // Not for folders.
+    virtual void remove(const QString &path) = 0;
+    virtual void removeAt(const Descriptor &folder, const QString &name) = 0;
     /// Blocks until the folder's entries are on the disk. A no-op if the system can't do that: on
     /// some network mounts, and for a folder without read permission.
-    virtual void syncFolder(const QString &path) = 0;
+    virtual void syncFolder(const Descriptor &folder) = 0;
 
     // Volumes.
     /// Blocks until everything written to the volume of this path is on the disk. For many small

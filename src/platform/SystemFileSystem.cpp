@@ -8,6 +8,9 @@
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
+#include <functional>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/vfs.h>
@@ -23,6 +26,24 @@ QByteArray encoded(const QString &path) {
         throw FileError(path, EINVAL);
     }
     return path.toUtf8();
+}
+
+/// The path of a folder's entry, for messages.
+QString pathOf(const Descriptor &folder, const QString &name) {
+    return paths::joined(folder.path(), name);
+}
+
+bool isEntryName(const QString &name) {
+    return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..") &&
+           !name.contains(QLatin1Char('/')) && !name.contains(QChar(u'\0'));
+}
+
+/// The name of a folder's entry in UTF-8. Throws `EINVAL` for anything but a single component.
+QByteArray encodedEntry(const Descriptor &folder, const QString &name) {
+    if (!isEntryName(name)) {
+        throw FileError(pathOf(folder, name), EINVAL);
+    }
+    return name.toUtf8();
 }
 
 /// Repeats a call while it is interrupted by signals; throws on any other failure.
@@ -79,15 +100,17 @@ Descriptor opened(const QString &path, int flags, mode_t mode = 0) {
         checked(path, [&] { return ::open(name.constData(), flags | O_CLOEXEC, mode); }), path);
 }
 
-Descriptor openedAt(const Descriptor &folder, const QString &name, int flags) {
-    const QString path = paths::joined(folder.path(), name);
-    const QByteArray raw = encoded(name);
-    return Descriptor(checked(path,
-                              [&] {
-                                  return ::openat(folder.number(), raw.constData(),
-                                                  flags | O_CLOEXEC | O_NOFOLLOW);
-                              }),
-                      path);
+/// Opens a folder. One that can't be listed may still be entered.
+Descriptor openedFolder(const QString &path, const std::function<int(int flags)> &open) {
+    constexpr int kFlags = O_DIRECTORY | O_CLOEXEC;
+    try {
+        return Descriptor(checked(path, [&] { return open(kFlags | O_RDONLY); }), path);
+    } catch (const FileError &error) {
+        if (error.code() != EACCES) {
+            throw;
+        }
+    }
+    return Descriptor(checked(path, [&] { return open(kFlags | O_PATH); }), path);
 }
 
 DirectoryEntry fromDirent(const dirent &raw) {
@@ -110,6 +133,15 @@ std::optional<FileStatus> SystemFileSystem::linkStatus(const QString &path) cons
 
 std::optional<FileStatus> SystemFileSystem::targetStatus(const QString &path) const {
     return statusIfReadable(path, &::stat);
+}
+
+std::optional<FileStatus> SystemFileSystem::linkStatusAt(const Descriptor &folder,
+                                                         const QString &name) const {
+    struct stat raw{};
+    const bool isReadable =
+        isEntryName(name) &&
+        ::fstatat(folder.number(), name.toUtf8().constData(), &raw, AT_SYMLINK_NOFOLLOW) == 0;
+    return isReadable ? std::optional(fromStat(raw)) : std::nullopt;
 }
 
 FileStatus SystemFileSystem::status(const QString &path) const {
@@ -165,15 +197,23 @@ Descriptor SystemFileSystem::openForReading(const QString &path, Links links) {
 }
 
 Descriptor SystemFileSystem::openFolder(const QString &path) {
-    return opened(path, O_RDONLY | O_DIRECTORY);
+    const QByteArray name = encoded(path);
+    return openedFolder(path, [&](int flags) { return ::open(name.constData(), flags); });
 }
 
 Descriptor SystemFileSystem::openFolderAt(const Descriptor &folder, const QString &name) {
-    return openedAt(folder, name, O_RDONLY | O_DIRECTORY);
+    const QByteArray entry = encodedEntry(folder, name);
+    return openedFolder(pathOf(folder, name), [&](int flags) {
+        return ::openat(folder.number(), entry.constData(), flags | O_NOFOLLOW);
+    });
 }
 
 Descriptor SystemFileSystem::openFileAt(const Descriptor &folder, const QString &name) {
-    return openedAt(folder, name, O_RDONLY | O_NONBLOCK);
+    constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC;
+    const QString path = pathOf(folder, name);
+    const QByteArray entry = encodedEntry(folder, name);
+    return Descriptor(
+        checked(path, [&] { return ::openat(folder.number(), entry.constData(), kFlags); }), path);
 }
 
 qint64 SystemFileSystem::read(const Descriptor &file, char *into, qint64 maximum) {
@@ -185,8 +225,17 @@ qint64 SystemFileSystem::readAt(const Descriptor &file, qint64 offset, char *int
                    [&] { return ::pread(file.number(), into, size_t(maximum), offset); });
 }
 
-Descriptor SystemFileSystem::createForWriting(const QString &path, quint32 permissions) {
-    return opened(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, permissions);
+Descriptor SystemFileSystem::createFileAt(const Descriptor &folder, const QString &name,
+                                          quint32 permissions) {
+    constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    const QString path = pathOf(folder, name);
+    const QByteArray entry = encodedEntry(folder, name);
+    return Descriptor(checked(path,
+                              [&] {
+                                  return ::openat(folder.number(), entry.constData(), kFlags,
+                                                  mode_t(permissions));
+                              }),
+                      path);
 }
 
 void SystemFileSystem::write(const Descriptor &file, const char *bytes, qint64 count) {
@@ -194,6 +243,9 @@ void SystemFileSystem::write(const Descriptor &file, const char *bytes, qint64 c
         const qint64 step = std::min(count, kWriteStep);
         const qint64 done =
             checked(file.path(), [&] { return ::write(file.number(), bytes, size_t(step)); });
+        if (done == 0) {
+            throw FileError(file.path(), EIO); // a broken file system; it would be tried forever
+        }
         bytes += done;
         count -= done;
     }
@@ -202,6 +254,10 @@ void SystemFileSystem::write(const Descriptor &file, const char *bytes, qint64 c
 void SystemFileSystem::startWriteBack(const Descriptor &file, qint64 offset,
                                       qint64 count) noexcept {
     ::sync_file_range(file.number(), offset, count, SYNC_FILE_RANGE_WRITE);
+}
+
+bool SystemFileSystem::shareBytes(const Descriptor &from, const Descriptor &into) noexcept {
+    return ::ioctl(into.number(), FICLONE, from.number()) == 0;
 }
 
 void SystemFileSystem::setPermissions(const Descriptor &file, quint32 permissions) {
@@ -243,35 +299,44 @@ void SystemFileSystem::createFolders(const QString &path) {
     }
 }
 
-void SystemFileSystem::createFolder(const QString &path) {
-    const QByteArray name = encoded(path);
-    checked(path, [&] { return ::mkdir(name.constData(), 0777); });
+void SystemFileSystem::createFolderAt(const Descriptor &folder, const QString &name) {
+    const QByteArray entry = encodedEntry(folder, name);
+    checked(pathOf(folder, name),
+            [&] { return ::mkdirat(folder.number(), entry.constData(), 0777); });
 }
 
-void SystemFileSystem::rename(const QString &from, const QString &to) {
-    const QByteArray source = encoded(from);
-    const QByteArray target = encoded(to);
-    checked(to, [&] { return ::rename(source.constData(), target.constData()); });
-}
-
-void SystemFileSystem::renameToFreeName(const QString &from, const QString &to) {
-    const QByteArray source = encoded(from);
-    const QByteArray target = encoded(to);
-    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
-        0) {
+void SystemFileSystem::renameAt(const Descriptor &folder, const QString &from, const QString &to,
+                                Placing placing) {
+    const QByteArray source = encodedEntry(folder, from);
+    const QByteArray target = encodedEntry(folder, to);
+    const QString path = pathOf(folder, to);
+    const int number = folder.number();
+    const auto rename = [&](unsigned flags) {
+        return ::renameat2(number, source.constData(), number, target.constData(), flags);
+    };
+    const auto existing = linkStatusAt(folder, to);
+    const bool isRegular = existing && existing->type == FileType::Regular;
+    if (placing == Placing::mayReplaceRegular && isRegular) {
+        checked(path, [&] { return rename(0); });
+        return;
+    }
+    if (existing) {
+        throw FileError(path, EEXIST);
+    }
+    if (rename(RENAME_NOREPLACE) == 0) {
         return;
     }
     if (errno != EINVAL && errno != ENOSYS) {
-        throw FileError(to, errno);
+        throw FileError(path, errno);
     }
     // The file system lacks RENAME_NOREPLACE. A hard link is exclusive too; without hard links only
     // a check just before the rename is left, which another process can race.
-    if (::link(source.constData(), target.constData()) == 0) {
-        ::unlink(source.constData());
-    } else if (errno == EEXIST || linkStatus(to)) {
-        throw FileError(to, EEXIST);
+    if (::linkat(number, source.constData(), number, target.constData(), 0) == 0) {
+        ::unlinkat(number, source.constData(), 0);
+    } else if (errno == EEXIST || linkStatusAt(folder, to)) {
+        throw FileError(path, EEXIST);
     } else {
-        rename(from, to);
+        checked(path, [&] { return rename(0); });
     }
 }
 
@@ -280,18 +345,18 @@ void SystemFileSystem::remove(const QString &path) {
     checked(path, [&] { return ::unlink(name.constData()); });
 }
 
-void SystemFileSystem::syncFolder(const QString &path) {
-    const QByteArray name = encoded(path);
-    const Descriptor folder(::open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), path);
-    if (!folder.isOpen() && (errno == EACCES || errno == EPERM)) {
-        return; // opening needs read permission, writing the entry didn't
-    }
-    if (!folder.isOpen()) {
-        throw FileError(path, errno);
-    }
-    // Some network and FUSE file systems don't support syncing a folder.
-    if (::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != ENOSYS) {
-        throw FileError(path, errno);
+void SystemFileSystem::removeAt(const Descriptor &folder, const QString &name) {
+    const QByteArray entry = encodedEntry(folder, name);
+    checked(pathOf(folder, name),
+            [&] { return ::unlinkat(folder.number(), entry.constData(), 0); });
+}
+
+void SystemFileSystem::syncFolder(const Descriptor &folder) {
+    // EBADF: opened without read permission. The others: not supported, as by some network and FUSE
+    // file systems.
+    if (::fsync(folder.number()) != 0 && errno != EBADF && errno != EINVAL && errno != ENOTSUP &&
+        errno != ENOSYS) {
+        throw FileError(folder.path(), errno);
     }
 }
 

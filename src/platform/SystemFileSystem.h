@@ -9,6 +9,8 @@ class SystemFileSystem : public FileSystem {
   public:
     std::optional<FileStatus> linkStatus(const QString &path) const override;
     std::optional<FileStatus> targetStatus(const QString &path) const override;
+    std::optional<FileStatus> linkStatusAt(const Descriptor &folder,
+                                           const QString &name) const override;
     FileStatus status(const QString &path) const override;
     FileStatus status(const Descriptor &file) const override;
     QList<DirectoryEntry> list(const QString &folder) const override;
@@ -21,19 +23,22 @@ class SystemFileSystem : public FileSystem {
     qint64 read(const Descriptor &file, char *into, qint64 maximum) override;
     qint64 readAt(const Descriptor &file, qint64 offset, char *into, qint64 maximum) override;
 
-    Descriptor createForWriting(const QString &path, quint32 permissions) override;
+    Descriptor createFileAt(const Descriptor &folder, const QString &name,
+                            quint32 permissions) override;
     void write(const Descriptor &file, const char *bytes, qint64 count) override;
     void startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept override;
+    bool shareBytes(const Descriptor &from, const Descriptor &into) noexcept override;
     void setPermissions(const Descriptor &file, quint32 permissions) override;
     void sync(const Descriptor &file) override;
     void close(Descriptor &file) override;
 
     void createFolders(const QString &path) override;
-    void createFolder(const QString &path) override;
-    void rename(const QString &from, const QString &to) override;
-    void renameToFreeName(const QString &from, const QString &to) override;
+    void createFolderAt(const Descriptor &folder, const QString &name) override;
+    void renameAt(const Descriptor &folder, const QString &from, const QString &to,
+                  Placing placing) override;
     void remove(const QString &path) override;
-    void syncFolder(const QString &path) override;
+    void removeAt(const Descriptor &folder, const QString &name) override;
+    void syncFolder(const Descriptor &folder) override;
 
     void syncVolume(const QString &path) override;
     MountedPath mountedPath(const Descriptor &file) const override;

@@ -5,11 +5,8 @@
 #include "platform/SerialExecutor.h"
 #include "platform/TextFormat.h"
 #include "transfer/CancelToken.h"
-#include "transfer/ImportCopier.h"
 #include "transfer/ProgressPoll.h"
-#include "trust/PathSafety.h"
-
-#include <QDir>
+#include "transfer/VettedSources.h"
 
 #include <cmath>
 
@@ -17,7 +14,6 @@ namespace corvane::AVExportSession {
 
 namespace {
 
-using ImportCopier::temporaryName;
 using media::ExportPreset;
 using media::ExportSession;
 using media::ExportSessionFactory;
@@ -40,74 +36,6 @@ class SharedSession {
     mutable std::mutex m_mutex;
     std::weak_ptr<ExportSession> m_session;
 };
-
-/// A private copy of the source in the temporary folder. The destructor removes it.
-class VettedCopy {
-  public:
-    explicit VettedCopy(const QString &source) {
-        const QString extension = paths::extension(source);
-        m_path =
-            paths::joined(QDir::tempPath(),
-                          temporaryName(QStringLiteral("cv-transcode-src."),
-                                        extension.isEmpty() ? QStringLiteral("mov") : extension));
-    }
-    ~VettedCopy() {
-        try {
-            fileSystem().remove(m_path);
-        } catch (const FileError &) {
-            // Ignored: there is no copy yet, or it stays in the system's temporary folder.
-        }
-    }
-    Q_DISABLE_COPY_MOVE(VettedCopy)
-
-    const QString &path() const { return m_path; }
-
-    /// Throws if the copy doesn't fit, before time is spent on it.
-    void checkSpace(const QString &source) const;
-    void create(const QString &source, const RootIdentity &identity,
-                const std::stop_token &stop) const;
-
-  private:
-    QString m_path;
-};
-
-void VettedCopy::checkSpace(const QString &source) const {
-    const QString folder = paths::parentFolder(m_path);
-    const auto status = fileSystem().targetStatus(source);
-    const qint64 needed = status ? status->size : 0;
-    const qint64 available = fileSystem().availableBytes(folder);
-    if (needed > available) {
-        throw SessionError::exportFailed(
-            QStringLiteral("a private copy of %1 needs %2 in the temporary folder %3, where %4 are "
-                           "free. Make room there, then run the export again.")
-                .arg(paths::lastComponent(source), formattedByteCount(quint64(needed)), folder,
-                     formattedByteCount(quint64(available))));
-    }
-}
-
-void VettedCopy::create(const QString &source, const RootIdentity &identity,
-                        const std::stop_token &stop) const {
-    using Kind = ImportCopier::CopyError::Kind;
-    const QString folder = paths::parentFolder(paths::standardized(source));
-    try {
-        // Readable by the owner only, because the source may be.
-        ImportCopier::copy(source, m_path, ImportCopier::SourceRoot{folder, identity}, {}, stop,
-                           0600);
-    } catch (const Cancelled &) {
-        throw SessionError::cancelled();
-    } catch (const ImportCopier::CopyError &error) {
-        switch (error.kind()) {
-        case Kind::sourceRootChanged:
-            throw SessionError::sourceIdentityChanged(source);
-        case Kind::sourceContentChanged:
-            throw SessionError::sourceContentChanged(source);
-        case Kind::destinationIsNotAFile:
-            throw SessionError::destinationIsNotAFile(m_path);
-        default:
-            throw SessionError::exportFailed(error.description());
-        }
-    }
-}
 
 std::shared_ptr<ExportSession> createSession(const Transcode &transcode, const QString &asset,
                                              ExportSessionFactory &sessions) {
@@ -151,48 +79,45 @@ void runSession(ExportSession &session, ExportPreset preset, const QString &outp
     }
 }
 
-void createFolder(const QString &folder) {
-    try {
-        fileSystem().createFolders(folder);
-    } catch (const FileError &error) {
-        throw SessionError::exportFailed(folder + QStringLiteral(": ") + error.description());
-    }
-}
-
-/// Renames the output to its destination, where it may replace only a regular file.
-void place(TemporaryFile &output, const QString &destination) {
-    const auto existing = PathSafety::fileType(destination);
-    if (existing && *existing != FileType::Regular) {
-        throw SessionError::destinationIsNotAFile(destination);
+/// Renames the output to its destination.
+void place(TemporaryFile &output, const Destination &destination) {
+    const auto existing =
+        fileSystem().linkStatusAt(destination.folder.descriptor(), destination.name);
+    if (existing && existing->type != FileType::Regular) {
+        throw SessionError::destinationIsNotAFile(destination.path());
     }
     try {
-        output.commit(destination);
+        output.commit(destination.name, destination.placing);
     } catch (const FileError &error) {
         throw SessionError::exportFailed(QStringLiteral("rename: ") + error.description());
     }
 }
 
+/// The path of an open file in this process, whatever its name is now.
+QString pathOf(const Descriptor &file) {
+    return QStringLiteral("/proc/self/fd/%1").arg(file.number());
+}
+
 /// Performs the transcode on an executor's thread.
 void transcodeNow(const Transcode &transcode, ExportSessionFactory &sessions, SharedSession &shared,
                   const std::stop_token &stop) {
-    std::optional<VettedCopy> copy;
-    const QString folder = paths::parentFolder(transcode.destination);
-    const QString name = temporaryName(QStringLiteral(".tmp."), QStringLiteral("mp4"));
+    const Destination &destination = transcode.destination;
+    VettedSources ownSources;
+    VettedSources &sources = transcode.vettedSources ? *transcode.vettedSources : ownSources;
     try {
-        if (transcode.expectedIdentity) {
-            copy.emplace(transcode.source);
-            copy->checkSpace(transcode.source);
-            copy->create(transcode.source, *transcode.expectedIdentity, stop);
-        }
-        createFolder(folder);
-        const auto session =
-            createSession(transcode, copy ? copy->path() : transcode.source, sessions);
+        const QString asset =
+            transcode.sourceRoot.identity
+                ? sources.copyOf(transcode.source, transcode.sourceRoot, destination.folder, stop)
+                : transcode.source;
+        const auto session = createSession(transcode, asset, sessions);
         const auto range = timeRange(transcode);
-        TemporaryFile output(paths::joined(folder, name));
+        TemporaryFile output(
+            destination.folder,
+            ImportCopier::temporaryName(QStringLiteral(".tmp."), QStringLiteral("mp4")));
         shared.set(session);
-        runSession(*session, transcode.preset, output.path(), range, stop);
+        runSession(*session, transcode.preset, pathOf(output.descriptor()), range, stop);
         output.finish();
-        place(output, transcode.destination);
+        place(output, destination);
     } catch (const FileError &error) {
         throw SessionError::exportFailed(error.description());
     }

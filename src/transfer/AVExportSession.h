@@ -3,11 +3,15 @@
 #include "document/ClipRange.h"
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
-#include "trust/RootIdentity.h"
+#include "transfer/ImportCopier.h"
 
 #include <QCoroTask>
 
 #include <functional>
+
+namespace corvane {
+class VettedSources;
+}
 
 /// Transcodes one source to one output file. The output is written to a hidden temporary file in
 /// the destination's folder and renamed when it is complete. On failure the temporary file is
@@ -48,12 +52,13 @@ class SessionError : public Failure {
 /// An output to create. The caller has checked the paths.
 struct Transcode {
     QString source;
-    QString destination;
+    /// The source's folder with the grant of the source. With a grant, a private copy is encoded
+    /// instead of the source.
+    ImportCopier::SourceRoot sourceRoot;
+    VettedSources *vettedSources = nullptr; ///< keeps that copy; nullptr: until the task ends
+    Destination destination;
     media::ExportPreset preset = media::ExportPreset::highestQuality;
     std::optional<ClipRange> range; ///< nullopt: the entire asset
-    /// The grant of the source. If set, a private copy is encoded instead of the source. It is
-    /// verified against the grant while it is copied, and removed when the task ends.
-    std::optional<RootIdentity> expectedIdentity;
 };
 
 /// Interval of the progress reports.

@@ -45,13 +45,19 @@ FileLocations FileLocations::of(const QStringList &files) {
     return locations;
 }
 
-void assertReplacesNoMedia(const QString &output, const FileLocations &media) {
-    if (media.intersects(FileLocations::of({output}))) {
+void assertReplacesNoMedia(const Destination &output, const FileLocations &media) {
+    FileLocations location;
+    location.paths.insert(
+        paths::joined(fileSystem().realPath(output.folder.anchoredPath()), output.name));
+    if (const auto status = fileSystem().linkStatusAt(output.folder.descriptor(), output.name)) {
+        location.identities.insert({status->device, status->inode});
+    }
+    if (media.intersects(location)) {
         throw ExportEngineError(
             ExportEngineError::Code::destinationIsProjectMedia,
             QStringLiteral("%1 belongs to the media of this project, refusing to replace it: %2. "
                            "Pick another export folder, then run the export again.")
-                .arg(paths::lastComponent(output), output));
+                .arg(output.name, output.path()));
     }
 }
 

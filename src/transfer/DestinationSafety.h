@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Failure.h"
+#include "transfer/Destination.h"
 
 #include <QSet>
 #include <QString>
@@ -53,7 +53,7 @@ struct FileLocations {
 };
 
 /// Throws `ExportEngineError` if the output would replace one of the project's files.
-void assertReplacesNoMedia(const QString &output, const FileLocations &media);
+void assertReplacesNoMedia(const Destination &output, const FileLocations &media);
 
 } // namespace DestinationSafety
 

@@ -1,10 +1,8 @@
 #include "transfer/OutputMaker.h"
 
 #include "platform/FileSystem.h"
-#include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
 #include "transfer/AVExportSession.h"
-#include "transfer/ImportCopier.h"
 #include "transfer/ProgressPoll.h"
 
 #include <atomic>
@@ -18,16 +16,21 @@ constexpr std::chrono::milliseconds kByteProgressInterval{50};
 } // namespace
 
 OutputMaker::OutputMaker(media::ExportSessionFactory &sessions, Clock &clock, std::stop_token stop)
-    : m_sessions(sessions), m_clock(clock), m_stop(std::move(stop)) {}
+    : m_sessions(sessions),
+      m_clock(clock),
+      m_stop(std::move(stop)),
+      m_sources(std::make_shared<VettedSources>()) {}
 
 QCoro::Task<> OutputMaker::make(Output output, ProgressHandler onProgress) const {
     return output.preset ? transcode(std::move(output), std::move(onProgress))
                          : copy(std::move(output), std::move(onProgress));
 }
 
+QCoro::Task<> OutputMaker::finish() const {
+    co_await userInitiatedExecutor().run([sources = m_sources] { sources->clear(); });
+}
+
 QCoro::Task<> OutputMaker::copy(Output output, ProgressHandler onProgress) const {
-    const ImportCopier::SourceRoot root{paths::parentFolder(paths::standardized(output.source)),
-                                        output.sourceIdentity};
     std::atomic<quint64> bytesDone = 0;
     std::atomic<quint64> bytesTotal = 0;
     const auto report = [&] {
@@ -42,8 +45,8 @@ QCoro::Task<> OutputMaker::copy(Output output, ProgressHandler onProgress) const
         const auto status = fileSystem().linkStatus(output.source);
         bytesTotal = status ? quint64(status->size) : 0;
         ImportCopier::copy(
-            output.source, output.destination, root, [&](quint64 done) { bytesDone = done; },
-            m_stop);
+            output.source, output.destination, output.sourceRoot,
+            [&](quint64 done) { bytesDone = done; }, m_stop);
     });
     report();
 }
@@ -51,10 +54,11 @@ QCoro::Task<> OutputMaker::copy(Output output, ProgressHandler onProgress) const
 QCoro::Task<> OutputMaker::transcode(Output output, ProgressHandler onProgress) const {
     using SessionError = AVExportSession::SessionError;
     const AVExportSession::Transcode transcode{.source = output.source,
+                                               .sourceRoot = output.sourceRoot,
+                                               .vettedSources = m_sources.get(),
                                                .destination = output.destination,
                                                .preset = *output.preset,
-                                               .range = output.range,
-                                               .expectedIdentity = output.sourceIdentity};
+                                               .range = output.range};
     const auto report = [&](double fraction) { onProgress({.fraction = fraction}); };
     try {
         co_await AVExportSession::transcodeVetted(transcode, m_sessions, report, m_stop, m_clock);

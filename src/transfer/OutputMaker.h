@@ -3,7 +3,7 @@
 #include "document/ClipRange.h"
 #include "media/ExportSession.h"
 #include "platform/Clock.h"
-#include "trust/RootIdentity.h"
+#include "transfer/VettedSources.h"
 
 #include <QCoroTask>
 
@@ -15,10 +15,10 @@ namespace corvane {
 /// A file to make from one source. The caller has validated both paths.
 struct Output {
     QString source;
-    QString destination;
-    std::optional<media::ExportPreset> preset;  ///< nullopt: a byte copy
-    std::optional<ClipRange> range;             ///< of a transcode; nullopt: the entire asset
-    std::optional<RootIdentity> sourceIdentity; ///< grant that the bytes read must match
+    ImportCopier::SourceRoot sourceRoot; ///< the source's folder with the grant of the source
+    Destination destination;
+    std::optional<media::ExportPreset> preset; ///< nullopt: a byte copy
+    std::optional<ClipRange> range;            ///< of a transcode; nullopt: the entire asset
 };
 
 struct OutputProgress {
@@ -40,6 +40,8 @@ class OutputMaker {
     /// `AVExportSession::SessionError` or `FileError`; the destination is then unchanged. The maker
     /// must outlive the task.
     QCoro::Task<> make(Output output, ProgressHandler onProgress) const;
+    /// Removes private copies of sources. To be called after the last output.
+    QCoro::Task<> finish() const;
 
   private:
     QCoro::Task<> copy(Output output, ProgressHandler onProgress) const;
@@ -48,6 +50,7 @@ class OutputMaker {
     media::ExportSessionFactory &m_sessions;
     Clock &m_clock;
     std::stop_token m_stop;
+    std::shared_ptr<VettedSources> m_sources; ///< used on an executor, by one output at a time
 };
 
 } // namespace corvane

@@ -2,7 +2,6 @@
 
 #include "platform/Paths.h"
 #include "transfer/DestinationSafety.h"
-#include "transfer/ImportCopier.h"
 #include "trust/PathSafety.h"
 
 namespace corvane::SidecarCopier {
@@ -55,22 +54,26 @@ void assertFileTypes(const QString &source, const QString &destination) {
 } // namespace
 
 void copySidecar(const QString &sidecarSource, const QString &sidecarDestination,
-                 const QString &clipSource, const QString &outputFolder, std::stop_token stop) {
+                 ImportCopier::SourceRoot clipFolder, const OpenFolder &outputFolder,
+                 Placing placing, std::stop_token stop) {
     const QString sourceLabel = QStringLiteral("sidecar source");
     const QString destinationLabel = QStringLiteral("sidecar destination");
     const QString source = paths::standardized(sidecarSource);
     const QString destination = paths::standardized(sidecarDestination);
-    const QString folder = paths::standardized(outputFolder);
-    const QString clipFolder = paths::parentFolder(paths::standardized(clipSource));
-    DestinationSafety::assertContained(source, clipFolder, sourceLabel);
+    const QString folder = paths::standardized(outputFolder.path());
+    DestinationSafety::assertContained(source, clipFolder.path, sourceLabel);
     DestinationSafety::assertContained(destination, folder, destinationLabel);
-    assertNoLink(source, paths::parentFolder(clipFolder), sourceLabel);
+    assertNoLink(source, paths::parentFolder(clipFolder.path), sourceLabel);
     assertNoLink(destination, folder, destinationLabel);
     assertFileTypes(source, destination);
-    if (source != destination) {
-        const ImportCopier::SourceRoot root{clipFolder, std::nullopt};
-        ImportCopier::copy(source, destination, root, {}, std::move(stop));
+    if (source == destination) {
+        return;
     }
+    if (clipFolder.identity) {
+        clipFolder.identity->contentHash.reset(); // of the clip
+    }
+    ImportCopier::copy(source, Destination::below(outputFolder, destination, placing), clipFolder,
+                       {}, std::move(stop));
 }
 
 } // namespace corvane::SidecarCopier

@@ -121,18 +121,18 @@ qint64 AuthorizationFile::write(const AuthorizationTables &tables, const QString
 
 QString AuthorizationFile::setAside(const QString &file, const QDateTime &now) {
     const QString stamp = isoDate::toText(now).replace(QLatin1Char(':'), QLatin1Char('-'));
-    const auto [stem, extension] = paths::split(paths::lastComponent(file));
-    const QString kept =
-        paths::joined(paths::parentFolder(file),
-                      QStringLiteral("%1.unreadable-%2%3").arg(stem, stamp, extension));
+    const QString name = paths::lastComponent(file);
+    const auto [stem, extension] = paths::split(name);
+    const QString kept = QStringLiteral("%1.unreadable-%2%3").arg(stem, stamp, extension);
+    const QString folder = paths::parentFolder(file);
     try {
-        fileSystem().renameToFreeName(file, kept);
+        fileSystem().renameAt(OpenFolder::at(folder).descriptor(), name, kept, Placing::mustBeFree);
     } catch (const FileError &error) {
         if (!error.isMissingFile()) {
             throw;
         }
     }
-    return kept;
+    return paths::joined(folder, kept);
 }
 
 } // namespace corvane

@@ -26,16 +26,6 @@ bool isHexDigit(QChar character) {
     return isLowerHexDigit(character) || (character >= u'A' && character <= u'F');
 }
 
-QByteArray randomSalt() {
-    std::array<quint32, kSaltSize / sizeof(quint32)> words{};
-    QRandomGenerator::system()->fillRange(words.data(), qsizetype(words.size()));
-    return QByteArray(reinterpret_cast<const char *>(words.data()), kSaltSize);
-}
-
-QString fullAnchor(const QByteArray &salt, const QString &digest) {
-    return kFullPrefix + QString::fromLatin1(salt.toHex()) + digest;
-}
-
 /// Parses an anchor in one of the two salted formats.
 std::optional<FullAnchor> parseSalted(const QString &anchor, const QString &prefix) {
     constexpr qsizetype kSaltDigits = 2 * kSaltSize;
@@ -120,6 +110,16 @@ void StreamingAnchorHasher::update(const char *bytes, qint64 count) {
 
 QString StreamingAnchorHasher::finalizeDigest() {
     return digestWithLength(m_hasher, m_totalBytes);
+}
+
+QByteArray randomSalt() {
+    std::array<quint32, kSaltSize / sizeof(quint32)> words{};
+    QRandomGenerator::system()->fillRange(words.data(), qsizetype(words.size()));
+    return QByteArray(reinterpret_cast<const char *>(words.data()), kSaltSize);
+}
+
+QString fullAnchor(const QByteArray &salt, const QString &digest) {
+    return kFullPrefix + QString::fromLatin1(salt.toHex()) + digest;
 }
 
 QString makeAnchor(const QString &path, const std::stop_token &stop, const BlockHandler &onBlock) {

@@ -84,6 +84,10 @@ using BlockHandler = std::function<void(qint64 bytes)>;
 /// requested.
 QString makeAnchor(const QString &path, const std::stop_token &stop = {},
                    const BlockHandler &onBlock = {});
+/// Returns the salt of a new full anchor.
+QByteArray randomSalt();
+/// Returns the full anchor with a salt and the digest of a `StreamingAnchorHasher` for that salt.
+QString fullAnchor(const QByteArray &salt, const QString &digest);
 
 /// Compares the file with an anchor in any format. Does not throw.
 AnchorVerification verifyAnchor(const QString &anchor, const QString &path);

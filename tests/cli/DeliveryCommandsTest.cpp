@@ -2,6 +2,7 @@
 #include "support/FaultyFileSystem.h"
 #include "support/TestMedia.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <atomic>
@@ -261,7 +262,8 @@ TEST_F(DeliveryCommands, AsksAboutSourcesThatADeliveryRefusedBecauseTheyChanged)
     };
     const auto replaceFolder = [&] {
         const QByteArray bytes = folder.read(QStringLiteral("card/clip1.mp4"));
-        fileSystem().rename(folder.at(QStringLiteral("card")), folder.at(QStringLiteral("former")));
+        ASSERT_TRUE(QDir().rename(folder.at(QStringLiteral("card")),
+                                  folder.at(QStringLiteral("former"))));
         folder.write(QStringLiteral("card/clip1.mp4"), bytes);
     };
     const std::vector<std::pair<const char *, std::function<void()>>> cases{
@@ -325,7 +327,7 @@ TEST_F(DeliveryCommands, AMovedPackageDeliversOnceItsMediaAreConfirmed) {
 
     EXPECT_EQ(run("export @out/Show/Show.corvane --to @here"), kAllDone) << console.error.data();
     folder.folder("far");
-    fileSystem().rename(folder.at("out/Show"), folder.at("far/away"));
+    QDir().rename(folder.at("out/Show"), folder.at("far/away"));
     EXPECT_EQ(run("export @far/away/Show.corvane --all --to @there"), kRefused);
     expectMembers(json("media @far/away/Show.corvane"),
                   R"({"legacyPackageMediaNeedsAuthorization": true})");

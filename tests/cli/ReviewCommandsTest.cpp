@@ -69,7 +69,7 @@ TEST_F(ReviewCommands, RefusesToOverwriteAProjectThatWasChangedMeanwhile) {
     const FileSystemScope scope(files);
     files.setObserver([&](const QString &operation, const QString &path) {
         // The recent list is written when the project has been read.
-        if (operation == QLatin1String("createForWriting") &&
+        if (operation == QLatin1String("createFileAt") &&
             path.startsWith(folder.at(QStringLiteral("data")))) {
             folder.write(QStringLiteral("p/Harbor.corvane"), foreign);
         }

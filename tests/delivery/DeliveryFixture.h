@@ -3,8 +3,10 @@
 #include "delivery/DeliverySheet.h"
 #include "session/ProjectStore.h"
 #include "support/SampleProject.h"
+#include "transfer/Destination.h"
 #include "transfer/TransferFixture.h"
 
+#include <QDir>
 #include <QEventLoop>
 
 namespace corvane::test {
@@ -57,6 +59,56 @@ class DeliveryTest : public TransferTest {
             errors.push_back(shortened(row.error));
         }
         return errors;
+    }
+
+    /// Runs a delivery once for every `stride`-th of its calls after it opened the folder: before
+    /// that call, an empty folder, or a link to one, takes the path of `swapped`. Expects that
+    /// nothing is written to the other folder, and calls `check` with the result.
+    template <typename Run, typename Check>
+    void swapDestinationDuring(const QString &opened, const QString &swapped, int stride, Run run,
+                               Check check) {
+        int calls = 0;
+        files.setObserver([&](const QString &operation, const QString &path) {
+            if (calls == 0 && operation.startsWith(QLatin1String("openFolder")) &&
+                opened.endsWith(path)) {
+                calls = files.calls() + 1;
+            }
+        });
+        files.failAt(0, 0);
+        QDir(at("out")).removeRecursively();
+        folder.folder("out");
+        run();
+        files.setObserver({});
+        ASSERT_GT(calls, 0);
+        for (const bool isLink : {false, true}) {
+            for (int call = calls + 1;; call += stride) {
+                for (const char *name : {"out", "out.away", "other"}) {
+                    QDir(at(text(name))).removeRecursively();
+                    QFile::remove(at(text(name)));
+                }
+                folder.folder("out");
+                folder.folder("decoy");
+                const QString other =
+                    isLink ? folder.link("other", at("decoy")) : folder.folder("other");
+                files.swapAt(call, swapped, other);
+                const auto result = run();
+                files.failAt(0, 0);
+                if (!QFileInfo::exists(swapped + text(".away"))) {
+                    QFile::remove(other);
+                    break;
+                }
+                SCOPED_TRACE(call);
+                EXPECT_THAT(
+                    QDir(swapped).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                    testing::IsEmpty());
+                check(result);
+                QFile::remove(swapped); // a link
+            }
+        }
+    }
+    /// The sentence about a destination that another folder replaced.
+    std::string lostText(const QString &path) const {
+        return shortened(DestinationLost(path).description());
     }
 
     ProjectFileIO io;

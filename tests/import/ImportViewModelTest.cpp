@@ -136,7 +136,7 @@ TEST_F(ImportViewModelTest, WritesABackupBeforeItChangesTheProject) {
     FaultyFileSystem files;
     const FileSystemScope scope(files);
     files.setObserver([this](const QString &operation, const QString &path) {
-        if (operation == QLatin1String("createForWriting") && path.startsWith(at("p/.tmp"))) {
+        if (operation == QLatin1String("createFileAt") && path.startsWith(at("p/.tmp"))) {
             throw FileError(path, ENOSPC);
         }
     });
@@ -280,7 +280,8 @@ TEST_F(ImportViewModelTest, RemovesTheVideoIfItsSidecarIsCancelled) {
             task.request_stop();
         }
     });
-    EXPECT_THROW(RowImport::copyFiles(import.previewRows().first(), media, {}, task.get_token()),
+    EXPECT_THROW(RowImport::copyFiles(import.previewRows().first(),
+                                      RowImport::openDestination(media), {}, task.get_token()),
                  Cancelled);
     EXPECT_THAT(folder.names("p/media"), testing::IsEmpty());
 }

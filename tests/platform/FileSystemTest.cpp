@@ -60,13 +60,53 @@ TEST(AtomicWrite, RefusesDanglingLinksAndFIFOs) {
     EXPECT_TRUE(folder.temporaries().isEmpty());
 }
 
-TEST(FileSystem, RenameToFreeNameNeverReplacesAFile) {
+TEST(FileSystem, RenamesOverNothingButARegularFileIfAtAll) {
     const TestFolder folder;
-    const QString from = folder.write("from", "mine");
-    const QString to = folder.write("to", "theirs");
-    EXPECT_THROW(fileSystem().renameToFreeName(from, to), FileError);
-    EXPECT_EQ(folder.read("to"), "theirs");
-    EXPECT_EQ(folder.read("from"), "mine");
+    const OpenFolder open = OpenFolder::at(folder.path());
+    const auto rename = [&](const char *to, Placing placing) {
+        folder.write("from", "mine");
+        fileSystem().renameAt(open.descriptor(), QStringLiteral("from"), QString::fromLatin1(to),
+                              placing);
+    };
+    folder.write("file", "theirs");
+    folder.folder("folder");
+    folder.link("link", folder.at("file"));
+    for (const char *taken : {"file", "folder", "link"}) {
+        EXPECT_THROW(rename(taken, Placing::mustBeFree), FileError) << taken;
+        EXPECT_EQ(folder.read("file"), "theirs");
+    }
+    for (const char *taken : {"folder", "link"}) {
+        EXPECT_THROW(rename(taken, Placing::mayReplaceRegular), FileError) << taken;
+    }
+    rename("file", Placing::mayReplaceRegular);
+    rename("free", Placing::mustBeFree);
+    EXPECT_EQ(folder.read("file") + folder.read("free"), "minemine");
+    for (const char *name : {"", ".", "..", "a/b", "../a"}) {
+        EXPECT_THROW(rename(name, Placing::mustBeFree), FileError) << name;
+    }
+}
+
+TEST(OpenFolder, StaysTheSameFolderWhereverItsPathLeads) {
+    const TestFolder folder;
+    const OpenFolder open = OpenFolder::at(folder.folder("card"));
+    EXPECT_TRUE(open.isAtItsPath());
+    ASSERT_EQ(
+        ::rename(folder.at("card").toUtf8().constData(), folder.at("away").toUtf8().constData()),
+        0);
+    EXPECT_FALSE(open.isAtItsPath());
+    folder.link("card", folder.folder("other"));
+    EXPECT_FALSE(open.isAtItsPath());
+    writeAtomically(open.subfolder(QStringLiteral("inner")), QStringLiteral("a"), "bytes",
+                    Placing::mustBeFree);
+    EXPECT_EQ(folder.read("away/inner/a"), "bytes");
+    EXPECT_EQ(readAll(open.subfolder(QStringLiteral("inner")).anchoredPath(QStringLiteral("a")), 9),
+              "bytes");
+    EXPECT_EQ(fileSystem().linkStatus(open.anchoredPath())->type, FileType::Directory);
+    EXPECT_THAT(folder.names("other"), testing::IsEmpty());
+    folder.link("away/link", folder.at("other"));
+    folder.write("away/file", "");
+    EXPECT_THROW((void)open.subfolder(QStringLiteral("link")), FileError);
+    EXPECT_THROW((void)open.subfolder(QStringLiteral("file")), FileError);
 }
 
 TEST(FileSystem, FlagsNamesThatAreNotUtf8) {

@@ -1,14 +1,24 @@
 #include "support/FaultyFileSystem.h"
 
+#include "platform/Paths.h"
+
 #include <QFile>
 
 #include <cerrno>
+#include <cstdio>
 
 namespace corvane::test {
 
 void FaultyFileSystem::failAt(int call, int code) {
     m_failingCode = code;
     m_failingCall = call;
+    m_swappingCall = 0;
+    m_calls = 0;
+}
+
+void FaultyFileSystem::swapAt(int call, const QString &folder, const QString &other) {
+    m_swapped = {folder, other};
+    m_swappingCall = call;
     m_calls = 0;
 }
 
@@ -32,7 +42,13 @@ void FaultyFileSystem::count(const char *operation, const QString &path) {
     if (observer) {
         observer(QLatin1String(operation), path);
     }
-    if (++m_calls == m_failingCall) {
+    const int call = ++m_calls;
+    if (call == m_swappingCall) {
+        const auto &[folder, other] = m_swapped;
+        std::rename(qPrintable(folder), qPrintable(folder + QStringLiteral(".away")));
+        std::rename(qPrintable(other), qPrintable(folder));
+    }
+    if (call == m_failingCall) {
         throw FileError(path, m_failingCode);
     }
 }
@@ -69,9 +85,11 @@ qint64 FaultyFileSystem::read(const Descriptor &file, char *into, qint64 maximum
     return SystemFileSystem::read(file, into, maximum);
 }
 
-Descriptor FaultyFileSystem::createForWriting(const QString &path, quint32 permissions) {
-    count("createForWriting", path);
-    Descriptor file = SystemFileSystem::createForWriting(path, permissions);
+Descriptor FaultyFileSystem::createFileAt(const Descriptor &folder, const QString &name,
+                                          quint32 permissions) {
+    const QString path = paths::joined(folder.path(), name);
+    count("createFileAt", path);
+    Descriptor file = SystemFileSystem::createFileAt(folder, name, permissions);
     const std::scoped_lock lock(m_mutex);
     m_unsynced.append(path);
     return file;
@@ -84,6 +102,17 @@ void FaultyFileSystem::write(const Descriptor &file, const char *bytes, qint64 s
         throw FileError(file.path(), ENOSPC);
     }
     SystemFileSystem::write(file, bytes, size);
+}
+
+bool FaultyFileSystem::shareBytes(const Descriptor &from, const Descriptor &into) noexcept {
+    if (m_canShareBytes) {
+        const qint64 size = SystemFileSystem::status(from).size;
+        QByteArray bytes(size, Qt::Uninitialized);
+        SystemFileSystem::readAt(from, 0, bytes.data(), size);
+        SystemFileSystem::write(into, bytes.constData(), size);
+        ++m_sharedFiles;
+    }
+    return m_canShareBytes;
 }
 
 void FaultyFileSystem::setPermissions(const Descriptor &file, quint32 permissions) {
@@ -108,26 +137,21 @@ void FaultyFileSystem::createFolders(const QString &path) {
     SystemFileSystem::createFolders(path);
 }
 
-void FaultyFileSystem::createFolder(const QString &path) {
-    count("createFolder", path);
-    SystemFileSystem::createFolder(path);
+void FaultyFileSystem::createFolderAt(const Descriptor &folder, const QString &name) {
+    count("createFolderAt", paths::joined(folder.path(), name));
+    SystemFileSystem::createFolderAt(folder, name);
 }
 
-void FaultyFileSystem::rename(const QString &from, const QString &to) {
-    count("rename", to);
-    SystemFileSystem::rename(from, to);
-    noteRename(from, to);
+void FaultyFileSystem::renameAt(const Descriptor &folder, const QString &from, const QString &to,
+                                Placing placing) {
+    count("renameAt", paths::joined(folder.path(), to));
+    SystemFileSystem::renameAt(folder, from, to, placing);
+    noteRename(paths::joined(folder.path(), from), paths::joined(folder.path(), to));
 }
 
-void FaultyFileSystem::renameToFreeName(const QString &from, const QString &to) {
-    count("renameToFreeName", to);
-    SystemFileSystem::renameToFreeName(from, to);
-    noteRename(from, to);
-}
-
-void FaultyFileSystem::syncFolder(const QString &path) {
-    count("syncFolder", path);
-    SystemFileSystem::syncFolder(path);
+void FaultyFileSystem::syncFolder(const Descriptor &folder) {
+    count("syncFolder", folder.path());
+    SystemFileSystem::syncFolder(folder);
 }
 
 void FaultyFileSystem::syncVolume(const QString &path) {

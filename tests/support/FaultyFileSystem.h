@@ -21,10 +21,16 @@ class FaultyFileSystem : public SystemFileSystem {
     /// Makes the call with this number (from 1) fail with an `errno` code, and restarts the count.
     /// 0 for no failure.
     void failAt(int call, int code);
+    /// Simulates a file system that can share bytes: each sharing copies the file.
+    void setCanShareBytes(bool canShare) { m_canShareBytes = canShare; }
+    int sharedFiles() const { return m_sharedFiles; }
     /// Makes writes fail with `ENOSPC` once this many bytes were written.
     void setFreeSpace(qint64 bytes) { m_freeSpace = bytes; }
     /// Sets a function to call with the operation's name and path before each counted call.
     void setObserver(std::function<void(const QString &, const QString &)> observer);
+    /// Before the call with this number (from 1), renames the folder to "<folder>.away" and gives
+    /// its path to another folder or link. Restarts the count.
+    void swapAt(int call, const QString &folder, const QString &other);
     int calls() const { return m_calls; }
     /// Replaces the system's mount table by a text in the form of /proc/self/mountinfo.
     void setMountTable(const QByteArray &table) { m_mountTable = table; }
@@ -39,16 +45,18 @@ class FaultyFileSystem : public SystemFileSystem {
     Descriptor openFolderAt(const Descriptor &folder, const QString &name) override;
     Descriptor openFileAt(const Descriptor &folder, const QString &name) override;
     qint64 read(const Descriptor &file, char *into, qint64 maximum) override;
-    Descriptor createForWriting(const QString &path, quint32 permissions) override;
+    Descriptor createFileAt(const Descriptor &folder, const QString &name,
+                            quint32 permissions) override;
     void write(const Descriptor &file, const char *bytes, qint64 count) override;
+    bool shareBytes(const Descriptor &from, const Descriptor &into) noexcept override;
     void setPermissions(const Descriptor &file, quint32 permissions) override;
     void sync(const Descriptor &file) override;
     void close(Descriptor &file) override;
     void createFolders(const QString &path) override;
-    void createFolder(const QString &path) override;
-    void rename(const QString &from, const QString &to) override;
-    void renameToFreeName(const QString &from, const QString &to) override;
-    void syncFolder(const QString &path) override;
+    void createFolderAt(const Descriptor &folder, const QString &name) override;
+    void renameAt(const Descriptor &folder, const QString &from, const QString &to,
+                  Placing placing) override;
+    void syncFolder(const Descriptor &folder) override;
     void syncVolume(const QString &path) override;
     MountedPath mountedPath(const Descriptor &file) const override;
     std::optional<QString> volumeUUID(const Mount &mount) const override;
@@ -61,6 +69,10 @@ class FaultyFileSystem : public SystemFileSystem {
     std::atomic<int> m_calls = 0;
     std::atomic<int> m_failingCall = 0;
     std::atomic<int> m_failingCode = 0;
+    std::atomic<int> m_swappingCall = 0;
+    std::atomic<bool> m_canShareBytes = false;
+    std::atomic<int> m_sharedFiles = 0;
+    std::pair<QString, QString> m_swapped; ///< the folder and what takes its place
     std::atomic<qint64> m_freeSpace = -1;
     std::function<void(const QString &, const QString &)> m_observer;
     std::optional<QByteArray> m_mountTable;

@@ -28,20 +28,24 @@ class AVExportSessionTest : public TransferTest {
         EXPECT_EQ(delivered("clip.mp4"), "older");
         expectNoTemporaries();
     }
-    RootIdentity grant(const QString &file) const {
+    ImportCopier::SourceRoot granted(const QString &file) const {
         RootIdentity identity = *PathSafety::folderIdentity(at("footage"));
         identity.contentHash = ContentHasher::makeAnchor(file);
-        return identity;
+        return {at("footage"), identity};
+    }
+    Destination into(const QString &path) const {
+        return Destination::below(out, path, Placing::mayReplaceRegular);
     }
 
     const QByteArray bytes = noise(70'000);
     const QString source = folder.write(footage("clip"), bytes);
     const QString destination = folder.write("out/clip.mp4", "older");
+    OpenFolder out = OpenFolder::at(at("out"));
     AVExportSession::Transcode job{.source = source,
-                                   .destination = destination,
+                                   .sourceRoot = granted(source),
+                                   .destination = into(destination),
                                    .preset = ExportPreset::passthrough,
-                                   .range = ClipRange{1.5, 2.0},
-                                   .expectedIdentity = grant(source)};
+                                   .range = ClipRange{1.5, 2.0}};
     std::stop_source stop;
     QList<double> fractions;
 };
@@ -58,15 +62,15 @@ TEST_F(AVExportSessionTest, EncodesAVerifiedCopyAndReplacesTheDestinationOnceCom
     EXPECT_EQ(transcode(), QString());
     EXPECT_EQ(delivered("clip.mp4"),
               FakeSessions::output(ExportPreset::passthrough, bytes, {{{900}, {1200}}}));
-    EXPECT_TRUE(sessions.assets.at(0).startsWith(at("tmp/cv-transcode-src.")));
+    EXPECT_TRUE(sessions.assets.at(0).contains(text("/.cv-transcode-src.")));
     EXPECT_TRUE(sessions.assets.at(0).endsWith(text(".mov")));
     expectNoTemporaries();
 }
 
 TEST_F(AVExportSessionTest, ReadsTheSourceItselfWithoutAGrantAndCreatesTheFolder) {
-    job.expectedIdentity.reset();
+    job.sourceRoot.identity.reset();
     job.range.reset();
-    job.destination = at("out/HD/new.mp4");
+    job.destination = into(at("out/HD/new.mp4"));
     EXPECT_EQ(transcode(), QString());
     EXPECT_EQ(delivered("HD/new.mp4"), FakeSessions::output(ExportPreset::passthrough, bytes));
     EXPECT_EQ(sessions.assets, QStringList{source});
@@ -113,7 +117,8 @@ TEST_F(AVExportSessionTest, RefusesASourceThatDiffersFromItsGrant) {
               text("clip's contents changed since it was authorized, refusing to transcode "
                    "what was just read: %1. Re-import or relink it, then try again.")
                   .arg(source));
-    job.expectedIdentity->inode += 1;
+    job.sourceRoot.identity->inode += 1;
+    job.sourceRoot.folder = std::make_shared<Descriptor>();
     EXPECT_EQ(transcode(),
               text("The folder clip changed after it was authorized and no longer matches "
                    "what was granted, refusing to read from it: %1. Re-import or relink it, "
@@ -123,25 +128,25 @@ TEST_F(AVExportSessionTest, RefusesASourceThatDiffersFromItsGrant) {
     expectOldDestination();
 }
 
-TEST_F(AVExportSessionTest, RefusesASourceIfTheTemporaryFolderIsFull) {
+TEST_F(AVExportSessionTest, RefusesASourceWhosePrivateCopyDoesNotFit) {
     files.setFreeSpace(60'000);
     EXPECT_EQ(
         transcode(),
-        text("Export failed: a private copy of clip needs 70.0 kB in the temporary folder %1, "
-             "where 60.0 kB are free. Make room there, then run the export again.")
-            .arg(at("tmp")));
+        text("Export failed: the private copy of the source needs 70.0 kB in the folder %1, where "
+             "60.0 kB are free. Make room there, then try again.")
+            .arg(at("out")));
     files.setFreeSpace(-1);
     EXPECT_TRUE(sessions.assets.isEmpty());
     expectOldDestination();
 }
 
 TEST_F(AVExportSessionTest, RefusesADestinationThatIsNotAFile) {
-    job.destination = folder.folder("out/folder");
+    job.destination = into(folder.folder("out/folder"));
     const QString refusal =
         text("Something that isn't a file is already at %1. Rename it or pick another export "
              "folder, then run the export again.");
     EXPECT_EQ(transcode(), refusal.arg(text("folder")));
-    job.destination = folder.link("out/link", destination);
+    job.destination = into(folder.link("out/link", destination));
     EXPECT_EQ(transcode(), refusal.arg(text("link")));
     expectOldDestination();
 }

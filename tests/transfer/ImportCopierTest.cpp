@@ -27,8 +27,11 @@ class ImportCopierTest : public TransferTest {
         anchored.identity->contentHash = anchor;
         return anchored;
     }
+    Destination into(const QString &file) const {
+        return Destination::below(out, file, Placing::mayReplaceRegular);
+    }
     void copy(const std::optional<SourceRoot> &through) const {
-        ImportCopier::copy(source, destination, through, {}, {});
+        ImportCopier::copy(source, into(destination), through, {}, {});
     }
     /// The kind of failure, or nullopt if the copy succeeds.
     std::optional<CopyKind> failure(const std::optional<SourceRoot> &through) const {
@@ -47,6 +50,7 @@ class ImportCopierTest : public TransferTest {
     QByteArray bytes = noise((qsizetype(3) << 20) + 5);
     QString source = folder.write("card/DCIM/clip.mov", bytes);
     QString destination = folder.write("out/clip.mov", "older");
+    OpenFolder out = OpenFolder::at(at("out"));
 };
 
 qsizetype openDescriptors() {
@@ -59,7 +63,7 @@ CopyKind failureKind(const QString &operation) {
         return CopyKind::sourceUnreadable;
     }
     return operation.startsWith(text("create")) ? CopyKind::destinationUnwritable
-           : operation == text("rename")        ? CopyKind::renameFailed
+           : operation == text("renameAt")      ? CopyKind::renameFailed
                                                 : CopyKind::writeFailed;
 }
 
@@ -68,10 +72,10 @@ CopyKind failureKind(const QString &operation) {
 TEST_F(ImportCopierTest, CopiesExactlyTheBytesOfTheSourceAndReportsProgress) {
     SourceRoot remounted = root();
     remounted.identity->device += 1;
-    const QString fresh = at("new/folder/clip.mov");
     QList<quint64> reported;
-    ImportCopier::copy(source, fresh, remounted, [&](quint64 done) { reported.append(done); }, {});
-    EXPECT_EQ(folder.read("new/folder/clip.mov"), bytes);
+    ImportCopier::copy(source, into(at("out/new/folder/clip.mov")), remounted,
+                       [&](quint64 done) { reported.append(done); }, {});
+    EXPECT_EQ(folder.read("out/new/folder/clip.mov"), bytes);
     EXPECT_TRUE(std::ranges::is_sorted(reported));
     EXPECT_EQ(reported.last(), quint64(bytes.size()));
 
@@ -81,23 +85,22 @@ TEST_F(ImportCopierTest, CopiesExactlyTheBytesOfTheSourceAndReportsProgress) {
 }
 
 TEST_F(ImportCopierTest, LeavesTheDestinationUnchangedWhicheverOperationFails) {
-    const SourceRoot anchored = rootWithAnchor(ContentHasher::makeAnchor(source));
-    const QString out = at("out");
+    const QString anchor = ContentHasher::makeAnchor(source);
     std::pair<QString, QString> last;
     files.setObserver(
         [&](const QString &operation, const QString &path) { last = {operation, path}; });
     files.failAt(0, 0);
-    copy(anchored);
+    copy(rootWithAnchor(anchor));
     const int calls = files.calls();
     ASSERT_GT(calls, 15);
     const qsizetype descriptors = openDescriptors();
     for (int call = 1; call <= calls; ++call) {
         folder.write("out/clip.mov", "older");
         files.failAt(call, EIO);
-        const auto failed = failure(anchored);
+        const auto failed = failure(rootWithAnchor(anchor));
         SCOPED_TRACE(last.first.toStdString());
         // After the rename only the folder's sync can fail, and the destination is complete.
-        const bool isRenamed = last.second == out && last.first != QLatin1String("createFolders");
+        const bool isRenamed = last.first == QLatin1String("syncFolder");
         EXPECT_EQ(failed, isRenamed ? CopyKind::renameFailed : failureKind(last.first));
         EXPECT_EQ(delivered("clip.mov"), isRenamed ? bytes : QByteArray("older"));
         EXPECT_EQ(openDescriptors(), descriptors);
@@ -163,8 +166,9 @@ TEST_F(ImportCopierTest, LeavesNoTemporaryFileWhenCancelled) {
     for (const auto &through : {root(), anchored}) {
         std::stop_source task;
         const auto stopAtOnce = [&](quint64) { task.request_stop(); };
-        EXPECT_THROW(ImportCopier::copy(source, destination, through, stopAtOnce, task.get_token()),
-                     Cancelled);
+        EXPECT_THROW(
+            ImportCopier::copy(source, into(destination), through, stopAtOnce, task.get_token()),
+            Cancelled);
         expectOldDestination();
     }
 }
@@ -191,4 +195,24 @@ TEST_F(ImportCopierTest, CopiesOnlyTheBytesThatMatchTheAnchor) {
     expectOldDestination();
     EXPECT_EQ(failure(root()), std::nullopt);
     EXPECT_EQ(delivered("clip.mov"), bytes.left(qsizetype(2) << 20));
+}
+
+TEST_F(ImportCopierTest, VerifiesThePrivateCopyThatSharesTheBytesOfItsSource) {
+    files.setCanShareBytes(true);
+    files.setFreeSpace(0);
+    const SourceRoot anchored = rootWithAnchor(ContentHasher::makeAnchor(source));
+    const auto copyPrivately = [&] {
+        ImportCopier::copy(source, into(destination), anchored, {}, {}, {.isPrivate = true});
+    };
+    copyPrivately();
+    EXPECT_EQ(delivered("clip.mov"), bytes);
+    EXPECT_EQ(files.sharedFiles(), 1);
+    EXPECT_EQ(fileSystem().linkStatus(destination)->permissions, 0600U);
+    folder.write("out/clip.mov", "older");
+    folder.write("card/DCIM/clip.mov", "changed");
+    EXPECT_THROW(copyPrivately(), CopyError);
+    expectOldDestination();
+    files.setCanShareBytes(false);
+    EXPECT_THROW(copyPrivately(), CopyError) << "no space";
+    expectOldDestination();
 }

@@ -103,7 +103,7 @@ TEST_F(MediaSourceAuthorizationTest, WritesTheFileOnlyForChangesAndTwiceOnlyIfHa
     FaultyFileSystem files;
     const FileSystemScope scope(files);
     files.setObserver([&](const QString &operation, const QString &) {
-        writes += operation == QStringLiteral("createForWriting") ? 1 : 0;
+        writes += operation == QStringLiteral("createFileAt") ? 1 : 0;
     });
     authorize({});
     confirm({clip});
@@ -325,7 +325,7 @@ TEST_F(MediaSourceAuthorizationTest, SetsAnUnreadableFileAsideBeforeTheFirstChan
     folder.write(kRegistry, sound);
     files.setObserver([](const QString &operation, const QString &path) {
         if (path.contains(u"media-authorizations") &&
-            (operation == u"openForReading" || operation == u"renameToFreeName")) {
+            (operation == u"openForReading" || operation == u"renameAt")) {
             throw FileError(path, EIO);
         }
     });

@@ -55,7 +55,7 @@ struct ExportBatchInput {
     AuthorizedPaths authorizedSourcePaths; ///< snapshot of the grants for the entire run
     bool mediaRootAuthorized = false;      ///< part of the snapshot
     /// Files that no output may replace, besides the sources of the rows: the project file and the
-    /// media, sidecars and original files of all clips.
+    /// media, sidecars, HD files and original files of all clips.
     QStringList protectedFiles;
 
     bool operator==(const ExportBatchInput &) const = default;

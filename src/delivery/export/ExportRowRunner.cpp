@@ -38,6 +38,9 @@ ExportRowFailure failedRow(const ExportRowJob &row, const QString &error, bool i
 ExportRowRunner::ExportRowRunner(std::shared_ptr<const ExportRunContext> context, ExportRowJob row,
                                  int index)
     : m_context(std::move(context)), m_row(std::move(row)) {
+    const QString source = paths::standardized(m_row.sourcePath);
+    m_sourceRoot.path = paths::parentFolder(source);
+    m_sourceRoot.identity = m_context->grants.authorizedSourcePaths.value(source);
     m_progress = {.index = index,
                   .total = m_context->total,
                   .currentFilename = m_row.proposedName,
@@ -58,6 +61,7 @@ QCoro::Task<ExportRowResult> ExportRowRunner::run() {
         co_await makePrimary();
         co_await copySidecar();
         co_await makeHDCopy();
+        co_await userInitiatedExecutor().run([this] { assertOutputsInPlace(); });
         result = m_outcome;
     } catch (const Cancelled &) {
         result = failedRow(m_row, kCancelledText, true);
@@ -85,18 +89,33 @@ void ExportRowRunner::reportProgress(double rowProgress, Phase phase) {
 }
 
 /// May hash the entire source, so it runs on an executor.
-void ExportRowRunner::validatePaths() const {
-    const QString &folder = m_context->input.outputFolder;
-    const auto validateDestination = [&](const QString &path, const QString &label) {
-        DestinationSafety::assertContained(path, folder, label);
-        DestinationSafety::assertNoLinkedFolder(path, folder, label);
-        DestinationSafety::assertReplacesNoMedia(path, m_context->protectedFiles);
-    };
+void ExportRowRunner::validatePaths() {
+    assertInPlace(m_context->folder);
     PathSafety::validateSource(m_row.sourcePath, m_context->grants,
                                QStringLiteral("export source"));
-    validateDestination(m_row.destinationPath, QStringLiteral("export destination"));
+    m_primary = validatedDestination(m_row.destinationPath, QStringLiteral("export destination"));
     if (m_row.hdDestinationPath) {
-        validateDestination(*m_row.hdDestinationPath, QStringLiteral("HD export destination"));
+        m_hd =
+            validatedDestination(*m_row.hdDestinationPath, QStringLiteral("HD export destination"));
+    }
+}
+
+Destination ExportRowRunner::validatedDestination(const QString &path, const QString &label) const {
+    const QString &folder = m_context->input.outputFolder;
+    DestinationSafety::assertContained(path, folder, label);
+    DestinationSafety::assertNoLinkedFolder(path, folder, label);
+    Destination destination =
+        Destination::below(m_context->folder, path, Placing::mayReplaceRegular);
+    DestinationSafety::assertReplacesNoMedia(destination, m_context->protectedFiles);
+    return destination;
+}
+
+/// Outputs may be in subfolders, which can be replaced on their own.
+void ExportRowRunner::assertOutputsInPlace() const {
+    assertInPlace(m_context->folder);
+    assertInPlace(m_primary->folder);
+    if (m_hd) {
+        assertInPlace(m_hd->folder);
     }
 }
 
@@ -113,13 +132,14 @@ QCoro::Task<> ExportRowRunner::makePrimary() {
     if (isSubclip() && !m_row.range()) {
         throw RowError(QStringLiteral("subclip job missing range"));
     }
-    co_await makeOutput(m_row.destinationPath, preset);
+    co_await makeOutput(*m_primary, preset);
     if (isHDOnly()) {
         m_outcome.hdOutputPath = m_row.destinationPath;
     }
 }
 
-QCoro::Task<> ExportRowRunner::makeOutput(QString destination, std::optional<ExportPreset> preset) {
+QCoro::Task<> ExportRowRunner::makeOutput(Destination destination,
+                                          std::optional<ExportPreset> preset) {
     const Phase phase = preset == ExportPreset::hd1920x1080 ? Phase::hdEncoding : Phase::inProgress;
     const auto report = [this, phase](const OutputProgress &progress) {
         m_progress.bytesDone = progress.bytesDone;
@@ -127,11 +147,10 @@ QCoro::Task<> ExportRowRunner::makeOutput(QString destination, std::optional<Exp
         reportProgress(progress.fraction, phase);
     };
     co_await m_context->maker.make({.source = m_row.sourcePath,
+                                    .sourceRoot = m_sourceRoot,
                                     .destination = std::move(destination),
                                     .preset = preset,
-                                    .range = isSubclip() ? m_row.range() : std::nullopt,
-                                    .sourceIdentity = m_context->grants.authorizedSourcePaths.value(
-                                        paths::standardized(m_row.sourcePath))},
+                                    .range = isSubclip() ? m_row.range() : std::nullopt},
                                    report);
 }
 
@@ -146,11 +165,13 @@ QCoro::Task<> ExportRowRunner::copySidecar() {
         co_await userInitiatedExecutor().run([this] {
             const QString source = paths::standardized(*m_row.sidecarSource);
             const QString destination = paths::standardized(*m_row.sidecarDestination);
-            if (destination != source) {
-                DestinationSafety::assertReplacesNoMedia(destination, m_context->protectedFiles);
+            const OpenFolder &folder = m_context->folder;
+            const auto placing = Placing::mayReplaceRegular;
+            if (destination != source && paths::isBelow(destination, folder.path())) {
+                DestinationSafety::assertReplacesNoMedia(
+                    Destination::below(folder, destination, placing), m_context->protectedFiles);
             }
-            SidecarCopier::copySidecar(source, destination, m_row.sourcePath,
-                                       m_context->input.outputFolder,
+            SidecarCopier::copySidecar(source, destination, m_sourceRoot, folder, placing,
                                        m_context->cancelToken->stopToken());
         });
     } catch (const Cancelled &) {
@@ -162,7 +183,7 @@ QCoro::Task<> ExportRowRunner::copySidecar() {
 
 /// A failure does not fail the row, because the primary output is complete.
 QCoro::Task<> ExportRowRunner::makeHDCopy() {
-    if (m_context->input.outputMode != OutputMode::primaryAndHd || !m_row.hdDestinationPath) {
+    if (m_context->input.outputMode != OutputMode::primaryAndHd || !m_hd) {
         co_return;
     }
     if (m_context->cancelToken->isRequested()) {
@@ -171,7 +192,7 @@ QCoro::Task<> ExportRowRunner::makeHDCopy() {
     }
     startProgress(QStringLiteral("hd"), Phase::hdEncoding);
     try {
-        co_await makeOutput(*m_row.hdDestinationPath, ExportPreset::hd1920x1080);
+        co_await makeOutput(*m_hd, ExportPreset::hd1920x1080);
         m_outcome.hdOutputPath = m_row.hdDestinationPath;
     } catch (const std::exception &error) {
         m_isSourceChanged = isSourceChange(error);

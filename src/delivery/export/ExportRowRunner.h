@@ -16,7 +16,8 @@ namespace corvane {
 /// Shared by all rows of one run.
 struct ExportRunContext {
     ExportBatchInput input;
-    int total = 0; ///< rows
+    OpenFolder folder; ///< of the outputs
+    int total = 0;     ///< rows
     PathSafety::SourceGrants grants;
     DestinationSafety::FileLocations protectedFiles;
     std::shared_ptr<CancelToken> cancelToken;
@@ -40,11 +41,13 @@ class ExportRowRunner {
     bool isSourceChanged() const { return m_isSourceChanged; }
 
   private:
-    void validatePaths() const;
+    void validatePaths();
+    void assertOutputsInPlace() const;
+    Destination validatedDestination(const QString &path, const QString &label) const;
     QCoro::Task<> makePrimary();
     QCoro::Task<> copySidecar();
     QCoro::Task<> makeHDCopy();
-    QCoro::Task<> makeOutput(QString destination, std::optional<media::ExportPreset> preset);
+    QCoro::Task<> makeOutput(Destination destination, std::optional<media::ExportPreset> preset);
     void startProgress(const QString &mode, ExportProgress::Phase phase);
     void reportProgress(double rowProgress, ExportProgress::Phase phase);
 
@@ -53,6 +56,9 @@ class ExportRowRunner {
 
     std::shared_ptr<const ExportRunContext> m_context;
     ExportRowJob m_row;
+    ImportCopier::SourceRoot m_sourceRoot;
+    std::optional<Destination> m_primary; ///< set by `validatePaths`, as the next
+    std::optional<Destination> m_hd;      ///< nullopt without an HD copy
     ExportProgress m_progress;
     ExportRowOutcome m_outcome;
     bool m_isSourceChanged = false;

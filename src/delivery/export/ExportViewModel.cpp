@@ -19,6 +19,7 @@ QStringList filesOf(const Project &project) {
         add(video->sourcePath);
         add(video->originalSourcePath);
         add(video->sidecarPath);
+        add(video->hdPath);
     }
     return files;
 }

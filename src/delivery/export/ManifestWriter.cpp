@@ -3,6 +3,7 @@
 #include "platform/AtomicWrite.h"
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
+#include "transfer/Destination.h"
 
 namespace corvane::ManifestWriter {
 
@@ -79,16 +80,12 @@ QByteArray serialized(const JSONValue::Object &fields) {
     }
 }
 
-/// Refuses anything but a regular file, because an atomic write follows a symbolic link.
-void writeNow(const QString &path, const QByteArray &bytes) {
+void writeNow(const OpenFolder &folder, const QString &name, const QByteArray &bytes) {
+    assertInPlace(folder);
     try {
-        const auto existing = fileSystem().linkStatus(path);
-        if (existing && existing->type != FileType::Regular) {
-            throw FileError(path, EEXIST);
-        }
-        writeAtomically(path, bytes);
+        writeAtomically(folder, name, bytes, Placing::mayReplaceRegular);
     } catch (const FileError &error) {
-        throw WriteError::ioFailed(path, error.description());
+        throw WriteError::ioFailed(paths::joined(folder.path(), name), error.description());
     }
 }
 
@@ -135,16 +132,15 @@ JSONValue::Object manifest(const ExportBatchInput &input, const QList<ExportRowO
     return fields;
 }
 
-QCoro::Task<QString> write(ExportBatchInput input, QList<ExportRowOutcome> succeeded,
-                           QList<ExportRowFailure> failed) {
+QCoro::Task<QString> write(OpenFolder folder, ExportBatchInput input,
+                           QList<ExportRowOutcome> succeeded, QList<ExportRowFailure> failed) {
     if (!isValidBatchId(input.batchId)) {
         throw WriteError::invalidBatchId(input.batchId);
     }
     const QByteArray bytes = serialized(manifest(input, succeeded, failed));
-    const QString path =
-        paths::joined(input.outputFolder, QStringLiteral("manifest-%1.json").arg(input.batchId));
-    co_await userInitiatedExecutor().run([path, bytes] { writeNow(path, bytes); });
-    co_return path;
+    const QString name = QStringLiteral("manifest-%1.json").arg(input.batchId);
+    co_await userInitiatedExecutor().run([&] { writeNow(folder, name, bytes); });
+    co_return paths::joined(folder.path(), name);
 }
 
 } // namespace corvane::ManifestWriter

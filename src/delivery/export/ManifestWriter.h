@@ -1,6 +1,7 @@
 #pragma once
 
 #include "delivery/export/ExportRow.h"
+#include "platform/OpenFolder.h"
 
 #include <QCoroTask>
 
@@ -28,9 +29,10 @@ class WriteError : public Failure {
 JSONValue::Object manifest(const ExportBatchInput &input, const QList<ExportRowOutcome> &succeeded,
                            const QList<ExportRowFailure> &failed);
 
-/// Writes "manifest-<batchId>.json" atomically into the output folder and returns its path. Throws
-/// `WriteError`; no partial file is left. Main thread.
-QCoro::Task<QString> write(ExportBatchInput input, QList<ExportRowOutcome> succeeded,
-                           QList<ExportRowFailure> failed);
+/// Writes "manifest-<batchId>.json" atomically into the open output folder and returns its path.
+/// Throws `WriteError`, or `DestinationLost` if that folder is no longer at its path; no partial
+/// file is left. Main thread.
+QCoro::Task<QString> write(OpenFolder folder, ExportBatchInput input,
+                           QList<ExportRowOutcome> succeeded, QList<ExportRowFailure> failed);
 
 } // namespace corvane::ManifestWriter

@@ -51,7 +51,7 @@ QString frameName(int index) {
 
 } // namespace
 
-CacheCopier::CacheCopier(QString sourceRoot, QString packageRoot, std::stop_token stop)
+CacheCopier::CacheCopier(QString sourceRoot, OpenFolder packageRoot, std::stop_token stop)
     : m_sourceRoot(std::move(sourceRoot)),
       m_packageRoot(std::move(packageRoot)),
       m_stop(std::move(stop)) {}
@@ -99,16 +99,15 @@ void CacheCopier::copySubclipThumbnails(const VideoRecord &video) const {
 /// Copies a file by its paths in the two caches. Returns false if it does not exist or on failure.
 bool CacheCopier::copy(const QString &from, const QString &to) const {
     const QString source = paths::joined(m_sourceRoot, from);
-    const QString destination = paths::joined(m_packageRoot, to);
     try {
         assertCacheAsset(source, m_sourceRoot);
-        assertCacheAsset(destination, m_packageRoot);
         if (PathSafety::fileType(source) != FileType::Regular) {
-            return false; // before the copier creates a folder
+            return false; // before a folder is created
         }
-        ImportCopier::copy(source, destination,
-                           ImportCopier::SourceRoot{m_sourceRoot, std::nullopt}, {}, m_stop, 0666,
-                           Durability::Later);
+        const auto destination = Destination::below(
+            m_packageRoot, paths::joined(m_packageRoot.path(), to), Placing::mayReplaceRegular);
+        ImportCopier::copy(source, destination, ImportCopier::SourceRoot{m_sourceRoot, {}}, {},
+                           m_stop, {.durability = Durability::Later});
         return true;
     } catch (const std::exception &) {
         return false;

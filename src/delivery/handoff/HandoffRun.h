@@ -1,6 +1,7 @@
 #pragma once
 
 #include "delivery/handoff/CacheFunctions.h"
+#include "delivery/handoff/PackageFolder.h"
 #include "delivery/handoff/PackageGrants.h"
 #include "delivery/handoff/PackageProject.h"
 #include "platform/Clock.h"
@@ -16,6 +17,7 @@ namespace corvane {
 struct HandoffRun {
     HandoffPlan plan;
     PackageProject::Paths paths;
+    std::optional<PackageFolder::Folders> folders; ///< set before the first step
     PathSafety::SourceGrants sourceGrants;
     PackageGrants packageGrants;
     std::shared_ptr<CancelToken> cancelToken;

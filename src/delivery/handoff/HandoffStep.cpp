@@ -1,9 +1,7 @@
 #include "delivery/handoff/HandoffStep.h"
 
-#include "delivery/handoff/SelectsHandoff.h"
 #include "delivery/SourceChange.h"
 #include "platform/Paths.h"
-#include "transfer/DestinationSafety.h"
 
 namespace corvane {
 
@@ -30,6 +28,9 @@ HandoffRowFailure failedClip(const HandoffClip &clip, const QString &error, bool
 
 HandoffStep::HandoffStep(std::shared_ptr<HandoffRun> run, HandoffClip clip, int index)
     : m_run(std::move(run)), m_clip(std::move(clip)) {
+    const QString source = paths::standardized(m_clip.video->sourcePath);
+    m_sourceRoot.path = paths::parentFolder(source);
+    m_sourceRoot.identity = m_run->sourceGrants.authorizedSourcePaths.value(source);
     m_progress = {.index = index,
                   .total = int(m_run->plan.clips.size()),
                   .currentFilename = m_clip.video->fileName};
@@ -76,28 +77,21 @@ QString HandoffStep::mediaPath() const {
     return paths::joined(m_run->paths.media, m_name);
 }
 
-std::optional<RootIdentity> HandoffStep::sourceIdentity() const {
-    return m_run->sourceGrants.authorizedSourcePaths.value(
-        paths::standardized(m_clip.video->sourcePath));
+QString HandoffStep::anchoredMediaPath() const {
+    return m_run->folders->media.anchoredPath(m_name);
 }
 
 QCoro::Task<> HandoffStep::validatePaths() {
     co_await userInitiatedExecutor().run([this] {
         const QString source = paths::standardized(m_clip.video->sourcePath);
+        m_run->folders->assertAllInPlace();
         ProxyInvariant::assertNotProxySource(source);
         PathSafety::validateSource(source, withoutHashing(m_run->sourceGrants, source),
                                    kSourceLabel);
-        assertInPackage(mediaPath());
     });
 }
 
-void HandoffStep::assertInPackage(const QString &path) const {
-    SelectsHandoff::assertContained(path, m_run->paths.folder);
-    DestinationSafety::assertNoLinkedFolder(path, m_run->paths.folder,
-                                            QStringLiteral("handoff destination"));
-}
-
-QCoro::Task<> HandoffStep::makeOutput(QString destination,
+QCoro::Task<> HandoffStep::makeOutput(Destination destination,
                                       std::optional<media::ExportPreset> preset,
                                       std::optional<ClipRange> range, ProgressRange progressRange) {
     const QString source = paths::standardized(m_clip.video->sourcePath);
@@ -109,10 +103,10 @@ QCoro::Task<> HandoffStep::makeOutput(QString destination,
     };
     try {
         co_await m_run->maker.make({.source = source,
+                                    .sourceRoot = m_sourceRoot,
                                     .destination = std::move(destination),
                                     .preset = preset,
-                                    .range = range,
-                                    .sourceIdentity = sourceIdentity()},
+                                    .range = range},
                                    report);
     } catch (const Failure &error) {
         if (isSourceChange(error)) {
@@ -131,11 +125,10 @@ QCoro::Task<std::optional<QString>> HandoffStep::makeHDCopy(std::optional<ClipRa
         co_return std::nullopt;
     }
     const QString name = paths::split(m_name).stem + QStringLiteral(".mp4");
-    const QString path = paths::joined(m_run->paths.hd, name);
     reportPhase(Phase::copyingHD, progressRange.from);
     try {
-        co_await userInitiatedExecutor().run([this, path] { assertInPackage(path); });
-        co_await makeOutput(path, media::ExportPreset::hd1920x1080, range, progressRange);
+        co_await makeOutput({*m_run->folders->hd, name, Placing::mustBeFree},
+                            media::ExportPreset::hd1920x1080, range, progressRange);
     } catch (const std::exception &error) {
         noteSourceChange(error);
         co_return std::nullopt;
@@ -143,16 +136,22 @@ QCoro::Task<std::optional<QString>> HandoffStep::makeHDCopy(std::optional<ClipRa
     co_return name;
 }
 
+void HandoffStep::addGrant(const std::optional<QString> &anchor) {
+    m_run->packageGrants.add(mediaPath(), m_run->folders->media, anchor);
+}
+
 QCoro::Task<> HandoffStep::makeFilmstrip(QString videoId) {
     try {
-        co_await m_run->cache.makeFilmstrip(videoId, mediaPath(), m_run->paths.cacheRoot,
+        co_await m_run->cache.makeFilmstrip(videoId, anchoredMediaPath(),
+                                            m_run->folders->cache.anchoredPath(),
                                             m_run->cancelToken->abortToken());
     } catch (const std::exception &) {
         // The scrubber shows a plain bar instead.
     }
 }
 
-void HandoffStep::deliver(const VideoItem &video, const std::optional<QString> &hdName) {
+QCoro::Task<> HandoffStep::deliver(VideoItem video, std::optional<QString> hdName) {
+    co_await userInitiatedExecutor().run([this] { m_run->folders->assertAllInPlace(); });
     m_run->videos.append(video);
     m_run->result.succeeded.append(
         {.videoId = video->id,

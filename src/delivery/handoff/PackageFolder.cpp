@@ -1,9 +1,11 @@
 #include "delivery/handoff/PackageFolder.h"
 
 #include "delivery/handoff/HandoffPlanning.h"
-#include "platform/FileSystem.h"
+#include "document/ProjectFileIO.h"
+#include "platform/AtomicWrite.h"
 #include "platform/Paths.h"
 #include "platform/TextFormat.h"
+#include "transfer/Destination.h"
 
 namespace corvane::PackageFolder {
 
@@ -30,6 +32,10 @@ QList<HandoffClip> withSizes(QList<HandoffClip> clips) {
     return clips;
 }
 
+QByteArray contentsOf(const OpenFolder &folder, const QString &name) {
+    return readAll(fileSystem().openFileAt(folder.descriptor(), name), ProjectFileIO::kFileLimit);
+}
+
 /// nullopt if the volume does not report it.
 std::optional<quint64> freeSpaceAt(const QString &folder) {
     try {
@@ -54,24 +60,61 @@ void assertFreeSpace(const HandoffPlan &plan) {
     }
 }
 
-PackageProject::Paths reserve(const HandoffPlan &plan, const SelectsHandoff::Seconds &now) {
+OpenFolder reserve(const HandoffPlan &plan, const SelectsHandoff::Seconds &now) {
     return withPrefix(QStringLiteral("Could not reserve package folder: "), [&] {
-        const QString folder =
-            SelectsHandoff::reserveUniqueSubfolder(plan.projectName, plan.destinationFolder, now);
-        fileSystem().syncFolder(paths::parentFolder(folder));
-        return PackageProject::Paths::of(folder, plan.projectName);
+        const OpenFolder destination = OpenFolder::at(paths::standardized(plan.destinationFolder));
+        OpenFolder package =
+            SelectsHandoff::reserveUniqueSubfolder(plan.projectName, destination, now);
+        fileSystem().syncFolder(destination.descriptor());
+        return package;
     });
 }
 
-void createSkeleton(const PackageProject::Paths &paths, HandoffOutputMode outputMode) {
-    withPrefix(QStringLiteral("Could not create package skeleton: "), [&] {
-        fileSystem().createFolders(paths.media);
-        fileSystem().createFolders(paths::joined(paths.cacheRoot, QStringLiteral("thumbnails")));
-        fileSystem().createFolders(
-            paths::joined(paths.cacheRoot, QStringLiteral("subclip-thumbs")));
+void Folders::assertAllInPlace() const {
+    assertInPlace(package);
+    assertInPlace(media);
+    if (hd) {
+        assertInPlace(*hd);
+    }
+}
+
+Folders createSkeleton(const OpenFolder &package, HandoffOutputMode outputMode) {
+    return withPrefix(QStringLiteral("Could not create package skeleton: "), [&] {
+        const OpenFolder media = package.subfolder(QStringLiteral("media"));
+        const OpenFolder cache = package.subfolder(QStringLiteral(".corvane-cache"));
+        (void)cache.subfolder(QStringLiteral("thumbnails"));
+        (void)cache.subfolder(QStringLiteral("subclip-thumbs"));
+        Folders folders{.package = package, .media = media, .hd = {}, .cache = cache};
         if (outputMode == HandoffOutputMode::primaryAndHd) {
-            fileSystem().createFolders(paths.hd);
+            folders.hd = media.subfolder(QStringLiteral("HD"));
         }
+        return folders;
+    });
+}
+
+QByteArray writeDocument(const OpenFolder &package, Project document,
+                         const std::optional<QByteArray> &replaced) {
+    assertInPlace(package);
+    document.schemaVersion = kCurrentSchemaVersion;
+    const QString name = paths::lastComponent(document.filePath);
+    const auto fail = [&](const QString &error) {
+        return ProjectFileIO::SaveError::writeFailed(document.filePath, error);
+    };
+    return withPrefix(QStringLiteral("Could not write project file: "), [&] {
+        const QByteArray bytes = encodeJSON(document);
+        if (bytes.size() > ProjectFileIO::kFileLimit) {
+            throw fail(QStringLiteral("The document would be too large to be opened again."));
+        }
+        try {
+            if (replaced && contentsOf(package, name) != *replaced) {
+                throw fail(QStringLiteral("Another program changed it during the handoff."));
+            }
+            writeAtomically(package, name, bytes,
+                            replaced ? Placing::mayReplaceRegular : Placing::mustBeFree);
+        } catch (const FileError &error) {
+            throw fail(error.description());
+        }
+        return bytes;
     });
 }
 

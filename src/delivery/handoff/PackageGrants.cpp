@@ -1,5 +1,6 @@
 #include "delivery/handoff/PackageGrants.h"
 
+#include "platform/Paths.h"
 #include "trust/ContentHasher.h"
 
 namespace corvane {
@@ -7,10 +8,10 @@ namespace corvane {
 namespace {
 
 /// nullopt if the file cannot be hashed. The registry then asks the user to confirm it.
-QCoro::Task<std::optional<QString>> hashed(QString file, std::stop_token stop) {
-    co_return co_await utilityExecutor().run([file, stop]() -> std::optional<QString> {
+QCoro::Task<std::optional<QString>> hashed(OpenFolder folder, QString name, std::stop_token stop) {
+    co_return co_await utilityExecutor().run([folder, name, stop]() -> std::optional<QString> {
         try {
-            return ContentHasher::makeAnchor(file, stop);
+            return ContentHasher::makeAnchor(folder.anchoredPath(name), stop);
         } catch (const ContentHasher::HashError &) {
             return std::nullopt;
         } catch (const Cancelled &) {
@@ -24,12 +25,13 @@ QCoro::Task<std::optional<QString>> hashed(QString file, std::stop_token stop) {
 PackageGrants::PackageGrants(MediaSourceAuthorization &authorization, std::stop_token stop)
     : m_authorization(authorization), m_stop(std::move(stop)) {}
 
-void PackageGrants::add(const QString &file, const std::optional<QString> &anchor) {
+void PackageGrants::add(const QString &file, const OpenFolder &folder,
+                        const std::optional<QString> &anchor) {
     m_files.append(file);
     if (anchor) {
         m_anchors.insert(file, *anchor);
     } else {
-        m_hashing.emplace_back(file, hashed(file, m_stop));
+        m_hashing.emplace_back(file, hashed(folder, paths::lastComponent(file), m_stop));
     }
 }
 

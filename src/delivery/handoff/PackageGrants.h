@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/OpenFolder.h"
 #include "trust/MediaSourceAuthorization.h"
 
 namespace corvane {
@@ -13,8 +14,8 @@ class PackageGrants {
     PackageGrants(MediaSourceAuthorization &authorization, std::stop_token stop);
 
     /// Adds a file. `anchor` is the anchor of its content if it was verified while the file was
-    /// written; otherwise the file is hashed.
-    void add(const QString &file, const std::optional<QString> &anchor);
+    /// written; otherwise the file is hashed as an entry of its open folder.
+    void add(const QString &file, const OpenFolder &folder, const std::optional<QString> &anchor);
     /// Waits for the hashes and grants all files to the project.
     QCoro::Task<> grantAll(QString projectFile);
 

@@ -1,6 +1,5 @@
 #include "delivery/handoff/SelectsHandoff.h"
 
-#include "platform/FileSystem.h"
 #include "platform/Paths.h"
 
 #include <cerrno>
@@ -16,10 +15,10 @@ QString numbered(const QString &name, qint64 number) {
 }
 
 /// Returns false if the name is taken.
-bool createIfFree(const QString &folder, const QString &destination) {
-    assertContained(folder, destination);
+bool createIfFree(const QString &name, const OpenFolder &destination) {
+    assertContained(paths::joined(destination.path(), name), destination.path());
     try {
-        fileSystem().createFolder(folder);
+        fileSystem().createFolderAt(destination.descriptor(), name);
         return true;
     } catch (const FileError &error) {
         if (error.code() != EEXIST) {
@@ -52,22 +51,20 @@ void assertContained(const QString &child, const QString &parent) {
     }
 }
 
-QString reserveUniqueSubfolder(const QString &name, const QString &destination,
-                               const Seconds &now) {
-    const QString parent = paths::standardized(destination);
-    const auto candidate = [&](const QString &text) { return paths::joined(parent, text); };
-    QString folder = candidate(name);
-    for (int number = 2; !createIfFree(folder, parent); ++number) {
+OpenFolder reserveUniqueSubfolder(const QString &name, const OpenFolder &destination,
+                                  const Seconds &now) {
+    QString folder = name;
+    for (int number = 2; !createIfFree(folder, destination); ++number) {
         if (number > kLargestNumber) {
-            folder = candidate(numbered(name, now()));
-            if (!createIfFree(folder, parent)) {
+            folder = numbered(name, now());
+            if (!createIfFree(folder, destination)) {
                 throw ContainmentError::couldNotReserveFolder(name);
             }
             break;
         }
-        folder = candidate(numbered(name, number));
+        folder = numbered(name, number);
     }
-    return folder;
+    return destination.subfolder(folder);
 }
 
 } // namespace corvane::SelectsHandoff

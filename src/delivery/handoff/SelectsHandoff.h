@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Failure.h"
+#include "platform/OpenFolder.h"
 
 #include <functional>
 
@@ -30,9 +30,10 @@ void assertContained(const QString &child, const QString &parent);
 /// Unix time in whole seconds.
 using Seconds = std::function<qint64()>;
 
-/// Creates a new folder in the destination, with the name or the first free numbered name, and
-/// returns its path. Concurrent calls get different folders. The destination must exist. On an
-/// executor's thread. Throws `ContainmentError` and `FileError`.
-QString reserveUniqueSubfolder(const QString &name, const QString &destination, const Seconds &now);
+/// Creates and opens a new folder in the destination, with the name or the first free numbered
+/// name. Concurrent calls get different folders. On an executor's thread. Throws `ContainmentError`
+/// and `FileError`.
+OpenFolder reserveUniqueSubfolder(const QString &name, const OpenFolder &destination,
+                                  const Seconds &now);
 
 } // namespace corvane::SelectsHandoff

@@ -1,9 +1,7 @@
 #include "delivery/handoff/SelectsHandoffEngine.h"
 
-#include "delivery/handoff/PackageFolder.h"
 #include "delivery/handoff/SubclipStep.h"
 #include "delivery/handoff/WholeClipStep.h"
-#include "document/ProjectFileIO.h"
 #include "platform/Paths.h"
 
 #include <algorithm>
@@ -12,12 +10,7 @@ namespace corvane {
 
 namespace {
 
-using PackageFolder::RunError;
 using Phase = HandoffProgress::Phase;
-
-QString projectFileError(const std::exception &error) {
-    return QStringLiteral("Could not write project file: ") + describe(error);
-}
 
 void reportRun(const HandoffRun &run, Phase phase) {
     const int total = int(run.plan.clips.size());
@@ -43,20 +36,55 @@ QCoro::Task<> deliverClip(std::shared_ptr<HandoffRun> run, HandoffClip clip, int
     }
 }
 
+/// The document of an unfinished package and its bytes on disk.
+struct Stub {
+    Project document;
+    QByteArray bytes;
+};
+
 /// Replaces the stub by the final document, after everything that it refers to is on disk.
-QCoro::Task<> completePackage(std::shared_ptr<HandoffRun> run, Project stub) {
+QCoro::Task<> completePackage(std::shared_ptr<HandoffRun> run, Stub stub) {
     reportRun(*run, Phase::writingProject);
+    co_await userInitiatedExecutor().run([run] { run->folders->assertAllInPlace(); });
     co_await run->packageGrants.grantAll(run->paths.projectFile);
     const Project project =
-        PackageProject::finished(run->plan, stub, run->videos, run->clock.now());
-    ProjectFileIO io;
-    try {
-        co_await userInitiatedExecutor().run(
-            [folder = run->paths.folder] { fileSystem().syncVolume(folder); });
-        co_await io.save(project, run->paths.projectFile, false);
-    } catch (const std::exception &error) {
-        run->result.generalError = projectFileError(error);
-    }
+        PackageProject::finished(run->plan, stub.document, run->videos, run->clock.now());
+    co_await userInitiatedExecutor().run([package = run->folders->package, project, stub] {
+        try {
+            fileSystem().syncVolume(package.anchoredPath());
+        } catch (const FileError &error) {
+            throw PackageFolder::RunError(QStringLiteral("Could not write project file: ") +
+                                          error.description());
+        }
+        PackageFolder::writeDocument(package, project, stub.bytes);
+    });
+}
+
+/// Creates the unfinished package.
+QCoro::Task<Stub> createPackage(std::shared_ptr<HandoffRun> run,
+                                MediaSourceAuthorization &authorization) {
+    const HandoffPlan &plan = run->plan;
+    const QDateTime now = run->clock.now();
+    const OpenFolder package =
+        co_await userInitiatedExecutor().run([plan, seconds = now.toSecsSinceEpoch()] {
+            PackageFolder::assertFreeSpace(plan);
+            return PackageFolder::reserve(plan, [seconds] { return seconds; });
+        });
+    run->paths = PackageProject::Paths::of(package.path(), plan.projectName);
+    run->result.packageFolder = run->paths.folder;
+    Stub stub{.document = PackageProject::stub(plan, run->paths, now), .bytes = {}};
+    stub.bytes = co_await userInitiatedExecutor().run([package, document = stub.document] {
+        return PackageFolder::writeDocument(package, document, std::nullopt);
+    });
+    run->result.projectFileURL = run->paths.projectFile;
+    run->folders = co_await userInitiatedExecutor().run([package, outputMode = plan.outputMode] {
+        return PackageFolder::createSkeleton(package, outputMode);
+    });
+    co_await authorization.authorizeMediaRoot(run->paths.media, run->paths.projectFile);
+    run->sourceGrants = {.projectFolder = projectFolder(plan.sourceProjectFilePath),
+                         .authorizedSourcePaths = plan.authorizedSourcePaths,
+                         .mediaRootAuthorized = plan.sourceMediaRootAuthorized};
+    co_return stub;
 }
 
 } // namespace
@@ -82,10 +110,11 @@ QCoro::Task<HandoffResult> SelectsHandoffEngine::run(HandoffPlan plan,
                    .cache = m_cache,
                    .clock = m_clock});
     try {
-        const Project stub = co_await createPackage(run);
+        const Stub stub = co_await createPackage(run, m_authorization);
         for (int index = 0; index < run->plan.clips.size(); ++index) {
             co_await deliverClip(run, run->plan.clips.at(index), index);
         }
+        co_await run->maker.finish();
         co_await completePackage(run, stub);
     } catch (const std::exception &error) {
         run->result.generalError = describe(error);
@@ -97,33 +126,6 @@ QCoro::Task<HandoffResult> SelectsHandoffEngine::run(HandoffPlan plan,
     result.cancelled = result.cancelledCount != 0;
     endRun();
     co_return result;
-}
-
-/// Creates the unfinished package and returns its document.
-QCoro::Task<Project> SelectsHandoffEngine::createPackage(std::shared_ptr<HandoffRun> run) {
-    const HandoffPlan &plan = run->plan;
-    run->paths =
-        co_await userInitiatedExecutor().run([plan, now = m_clock.now().toSecsSinceEpoch()] {
-            PackageFolder::assertFreeSpace(plan);
-            return PackageFolder::reserve(plan, [now] { return now; });
-        });
-    run->result.packageFolder = run->paths.folder;
-    const Project stub = PackageProject::stub(plan, run->paths, m_clock.now());
-    ProjectFileIO io;
-    try {
-        co_await io.save(stub, run->paths.projectFile, false);
-    } catch (const std::exception &error) {
-        throw RunError(projectFileError(error));
-    }
-    run->result.projectFileURL = run->paths.projectFile;
-    co_await userInitiatedExecutor().run([paths = run->paths, outputMode = plan.outputMode] {
-        PackageFolder::createSkeleton(paths, outputMode);
-    });
-    co_await m_authorization.authorizeMediaRoot(run->paths.media, run->paths.projectFile);
-    run->sourceGrants = {.projectFolder = projectFolder(plan.sourceProjectFilePath),
-                         .authorizedSourcePaths = plan.authorizedSourcePaths,
-                         .mediaRootAuthorized = plan.sourceMediaRootAuthorized};
-    co_return stub;
 }
 
 } // namespace corvane

@@ -11,8 +11,6 @@
 
 namespace corvane {
 
-struct HandoffRun;
-
 /// Builds one self-contained package from a plan: the media of the selected items, their cached
 /// images, and a project file whose paths are relative to the package. Changes neither the source
 /// project nor existing files at the destination.
@@ -35,8 +33,6 @@ class SelectsHandoffEngine : public DeliveryEngine {
                                    std::shared_ptr<CancelToken> cancelToken);
 
   private:
-    QCoro::Task<Project> createPackage(std::shared_ptr<HandoffRun> run);
-
     MediaSourceAuthorization &m_authorization;
     media::ExportSessionFactory &m_sessions;
     CacheFunctions m_cache;

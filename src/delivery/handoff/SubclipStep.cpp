@@ -29,26 +29,27 @@ QCoro::Task<> SubclipStep::make() {
     co_await validatePaths();
     const auto preset =
         isFastCopy() ? media::ExportPreset::passthrough : media::ExportPreset::highestQuality;
-    co_await makeOutput(mediaPath(), preset, range, {0, kExtracted});
-    m_run->packageGrants.add(mediaPath(), std::nullopt);
+    co_await makeOutput(mediaFile(), preset, range, {0, kExtracted});
+    addGrant(std::nullopt);
     const QString id = newIdentifier();
-    MetadataProcessor::Outcome facts =
-        co_await m_run->cache.process(id, mediaPath(), m_run->paths.cacheRoot);
+    MetadataProcessor::Outcome facts = co_await m_run->cache.process(
+        id, anchoredMediaPath(), m_run->folders->cache.anchoredPath());
     facts.videoId = id;
     reportPhase(Phase::generatingFilmstrip, kExtracted);
     co_await makeFilmstrip(id);
     const auto hdName = co_await makeHDCopy(range, {kFilmstripDone, 1});
-    const auto status = co_await userInitiatedExecutor().run(
-        [path = mediaPath()] { return fileSystem().linkStatus(path); });
-    deliver(PackageProject::clipOf(
-                {.parent = *m_clip.video,
-                 .subclip = m_subclip,
-                 .range = range,
-                 .output = {m_name, hdName},
-                 .facts = facts,
-                 .fileSizeBytes = status ? std::optional(status->size) : std::nullopt},
-                m_run->clock.now()),
-            hdName);
+    const auto status = co_await userInitiatedExecutor().run([file = mediaFile()] {
+        return fileSystem().linkStatusAt(file.folder.descriptor(), file.name);
+    });
+    co_await deliver(PackageProject::clipOf(
+                         {.parent = *m_clip.video,
+                          .subclip = m_subclip,
+                          .range = range,
+                          .output = {m_name, hdName},
+                          .facts = facts,
+                          .fileSizeBytes = status ? std::optional(status->size) : std::nullopt},
+                         m_run->clock.now()),
+                     hdName);
     reportPhase(Phase::done, 1);
 }
 

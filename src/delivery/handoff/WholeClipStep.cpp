@@ -21,7 +21,7 @@ QCoro::Task<> WholeClipStep::make() {
     reportPhase(Phase::copyingMedia, kPrimaryDone);
     co_await copyCache();
     const auto hdName = co_await makeHDCopy(std::nullopt, {kCacheDone, 1});
-    deliver(PackageProject::rewrittenClip(m_clip.video, {m_name, hdName}), hdName);
+    co_await deliver(PackageProject::rewrittenClip(m_clip.video, {m_name, hdName}), hdName);
     ++m_progress.index;
     reportPhase(Phase::done, 1);
 }
@@ -30,17 +30,18 @@ QCoro::Task<> WholeClipStep::makePrimary() {
     const auto preset =
         isFastCopy() ? std::nullopt : std::optional(media::ExportPreset::highestQuality);
     reportPhase(Phase::copyingMedia, 0);
-    co_await makeOutput(mediaPath(), preset, std::nullopt, {0, kPrimaryDone});
+    co_await makeOutput(mediaFile(), preset, std::nullopt, {0, kPrimaryDone});
     // The source's full anchor was verified during the byte copy, so it is the copy's as well.
     std::optional<QString> anchor;
-    if (const auto identity = sourceIdentity(); isFastCopy() && identity) {
+    if (const auto &identity = sourceIdentity(); isFastCopy() && identity) {
         anchor = identity->contentHash;
     }
     const bool isFull = anchor && ContentHasher::parseFullAnchor(*anchor);
-    m_run->packageGrants.add(mediaPath(), isFull ? anchor : std::nullopt);
+    addGrant(isFull ? anchor : std::nullopt);
 }
 
-/// Ignores failures: a sidecar that is refused or cannot be copied is missing in the package.
+/// A sidecar that is refused is missing in the package, without a word. One that is lost by a
+/// failed operation is reported, but doesn't fail the clip.
 QCoro::Task<> WholeClipStep::copySidecar() {
     const QString sidecar = m_clip.video->sidecarPath.value_or(QString());
     if (sidecar.isEmpty()) {
@@ -54,16 +55,19 @@ QCoro::Task<> WholeClipStep::copySidecar() {
     try {
         co_await userInitiatedExecutor().run([this, sidecar, name] {
             SidecarCopier::copySidecar(sidecar, paths::joined(m_run->paths.media, name),
-                                       m_clip.video->sourcePath, m_run->paths.media,
+                                       m_sourceRoot, m_run->folders->media, Placing::mustBeFree,
                                        m_run->cancelToken->abortToken());
         });
+    } catch (const ImportCopier::CopyError &error) {
+        m_run->result.failed.append(
+            failedClip(m_clip, QStringLiteral("sidecar: ") + error.description()));
     } catch (const std::exception &) {
     }
 }
 
 /// Creates what cannot be copied from the cache of the source project.
 QCoro::Task<> WholeClipStep::copyCache() {
-    const CacheCopier copier(m_run->plan.sourceCacheRoot, m_run->paths.cacheRoot,
+    const CacheCopier copier(m_run->plan.sourceCacheRoot, m_run->folders->cache,
                              m_run->cancelToken->abortToken());
     const auto identifier = PackageProject::canonicalIdentifier(m_clip.video->id);
     bool hasThumbnail = false;
@@ -78,7 +82,8 @@ QCoro::Task<> WholeClipStep::copyCache() {
     }
     if (!hasThumbnail) {
         reportPhase(Phase::generatingThumbnail, kPrimaryDone);
-        co_await m_run->cache.process(*identifier, mediaPath(), m_run->paths.cacheRoot);
+        co_await m_run->cache.process(*identifier, anchoredMediaPath(),
+                                      m_run->folders->cache.anchoredPath());
     }
     if (!hasFilmstrip) {
         reportPhase(Phase::generatingFilmstrip, kPrimaryDone);

@@ -1,10 +1,7 @@
-#include "delivery/export/ExportFixture.h"
+#include "delivery/export/ExportEngineFixture.h"
 
-#include "delivery/export/ExportEngine.h"
 #include "transfer/SidecarCopier.h"
 #include "trust/PathSafety.h"
-
-#include <QJsonDocument>
 
 #include <cerrno>
 
@@ -16,59 +13,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 using Phase = ExportProgress::Phase;
-
-namespace {
-
-class ExportEngineTest : public ExportTest {
-  protected:
-    ExportBatchInput input() {
-        return {.batchId = text("BATCH-1"),
-                .outputFolder = *choices.outputFolder,
-                .mode = choices.mode,
-                .outputMode = choices.outputMode,
-                .completedAt = clock.now(),
-                .namingOptions = choices.naming,
-                .projectFolder = projectFolder(projectFile),
-                .authorizedSourcePaths = await(authorization.authorizedPaths(projectFile))};
-    }
-    ExportBatchResult run(QList<ExportRowJob> rows) {
-        const auto report = [this](const ExportProgress &reported) {
-            progress.append(reported);
-            onProgress(reported);
-        };
-        return await(engine.run(input(), std::move(rows), report, std::make_shared<CancelToken>()));
-    }
-    ExportBatchResult run() { return run(planRows(project, choices, true)); }
-    /// Returns the text of the only failure.
-    std::string failure(const QList<ExportRowJob> &rows) {
-        const auto errors = errorsOf(run(rows));
-        EXPECT_THAT(errors, SizeIs(1));
-        return errors.empty() ? std::string() : errors.front();
-    }
-    std::string failure() { return failure(planRows(project, choices, true)); }
-    /// Returns the manifest's HD status of the first row.
-    QString hdStatus() const {
-        const auto manifest = QJsonDocument::fromJson(delivered("manifest-BATCH-1.json"));
-        const QJsonValue row = manifest[text("rows")][0];
-        EXPECT_EQ(row[text("hdDestinationPath")].toString(), at("out/HD/a.mp4"));
-        return row[text("hdStatus")].toString();
-    }
-    /// Requests cancellation once the row has started.
-    void cancelDuringRow(int index) {
-        onProgress = [this, index](const ExportProgress &reported) {
-            if (reported.index == index && reported.phase == Phase::inProgress &&
-                !engine.cancelToken()->isRequested()) {
-                engine.requestCancel();
-            }
-        };
-    }
-
-    ExportEngine engine{sessions, clock};
-    QList<ExportProgress> progress;
-    std::function<void(const ExportProgress &)> onProgress = [](const ExportProgress &) {};
-};
-
-} // namespace
 
 TEST_F(ExportEngineTest, DeliversClipsWithTheirSidecarsAndAManifest) {
     const QByteArray bytes = noise(100'000);
@@ -157,43 +101,6 @@ TEST_F(ExportEngineTest, RefusesAllRowsIfOneIsAProxyOrTheFolderIsUnwritable) {
     EXPECT_EQ(unwritable.manifestError, text("skipped manifest — output folder unwritable"));
 }
 
-TEST_F(ExportEngineTest, RefusesDestinationsThatLeaveTheOutputFolderOrReplaceMedia) {
-    addClip("A", "a.mov", "a");
-    grantAndOpen();
-    ExportRowJob row = planRows(project, choices, true).at(0);
-    row.destinationPath = at("out/../out");
-    EXPECT_EQ(failure({row}),
-              "export destination escapes containing folder: child=/out parent=/out");
-
-    folder.link("out/a.mov", folder.write("elsewhere/a.mov", "kept"));
-    EXPECT_THAT(failure(), StartsWith("Something that isn't a file is already at"));
-    EXPECT_EQ(folder.read("elsewhere/a.mov"), "kept");
-
-    choices.outputMode = OutputMode::primaryAndHd;
-    folder.link("out/HD", at("elsewhere"));
-    EXPECT_EQ(failure(), "HD export destination reaches through a symbolic link, refusing to use "
-                         "it: /out/HD/a.mp4");
-
-    choices.outputMode = OutputMode::primaryOnly;
-    choices.outputFolder = folder.link("linked", at("footage"));
-    EXPECT_EQ(failure(), "a.mov belongs to the media of this project, refusing to replace it: "
-                         "/linked/a.mov. Pick another export folder, then run the export again.");
-    EXPECT_EQ(folder.read(footage("a.mov")), "a");
-}
-
-TEST_F(ExportEngineTest, NeverReplacesTheSidecarOfAnotherClip) {
-    addSidecar(addClip("A", "a.mov", "a"), "a.xml", "of a");
-    addSidecar(addClip("B", "b.mov", "b"), "b.xml", "of b");
-    grantAndOpen();
-    choices.outputFolder = at("footage");
-    choices.mode = ExportBatch::Mode::accurateTranscode;
-    auto rows = planRows(project, choices, true);
-    EXPECT_THAT(run(rows).succeeded, SizeIs(2)) << "each sidecar is already at its destination";
-    rows[1].sidecarDestination = rows[0].sidecarSource;
-    EXPECT_THAT(run(rows).failed, SizeIs(1));
-    EXPECT_EQ(folder.read(footage("a.xml")), "of a");
-}
-
 TEST_F(ExportEngineTest, RefusesSidecarsThatAreNotPlainFilesBesideTheirClip) {
     VideoRecord &clip = addClip("A", "a.mov", "a");
     grantAndOpen();
@@ -229,8 +136,8 @@ TEST_F(ExportEngineTest, RefusesSidecarsThatAreNotPlainFilesBesideTheirClip) {
     EXPECT_THAT(failure(rows),
                 StartsWith("sidecar copy: sidecar destination escapes containing folder: "));
     const QString linked = folder.link("linked", at("footage"));
-    EXPECT_THROW(SidecarCopier::copySidecar(linked + text("/a.xml"), at("out/b.xml"),
-                                            linked + text("/a.mov"), at("out"), {}),
+    EXPECT_THROW(SidecarCopier::copySidecar(linked + text("/a.xml"), at("out/b.xml"), {linked, {}},
+                                            OpenFolder::at(at("out")), Placing::mustBeFree, {}),
                  PathSafety::Violation);
 }
 
@@ -250,7 +157,9 @@ TEST_F(ExportEngineTest, ChoosesTheSessionByKindModeAndOutput) {
               FakeSessions::output(ExportPreset::hd1920x1080, "a", range));
     EXPECT_EQ(both.succeeded.at(0).hdOutputPath, at("out/HD/a.mp4"));
     EXPECT_EQ(hdStatus(), text("succeeded"));
-    EXPECT_EQ(sessions.assets.filter(at("tmp/cv-transcode-src.")), sessions.assets);
+    EXPECT_THAT(sessions.assets, SizeIs(3));
+    EXPECT_EQ(QSet<QString>(sessions.assets.cbegin(), sessions.assets.cend()).size(), 1)
+        << "one private copy for all outputs of a source";
     choices.mode = ExportBatch::Mode::accurateTranscode;
     choices.outputMode = OutputMode::primaryOnly;
     run();

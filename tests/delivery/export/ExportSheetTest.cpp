@@ -217,7 +217,7 @@ TEST_F(ExportSheetTest, ShowsManifestAndBackupErrorsOnTheirOwnLines) {
         const bool isBackup = path.startsWith(at("project/.tmp"));
         const bool isManifest =
             path.startsWith(at("project/selects/.tmp")) && has("project/selects/b_subclip-1.mov");
-        if (operation == QLatin1String("createForWriting") && (isBackup || isManifest)) {
+        if (operation == QLatin1String("createFileAt") && (isBackup || isManifest)) {
             throw FileError(path, ENOSPC);
         }
     });

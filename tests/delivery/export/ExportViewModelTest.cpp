@@ -120,6 +120,16 @@ TEST_F(ExportViewModelTest, MarksDeliveredClipsAndRecordsTheRun) {
     EXPECT_EQ(store.project()->exportBatches, QList{expected});
 }
 
+TEST_F(ExportViewModelTest, NeverReplacesAnHDFileThatTheProjectNames) {
+    const QString hd = folder.write("project/selects/HD/a.mp4", "kept");
+    store.updateVideo(text("B"), [&](VideoRecord &video) { video.hdPath = hd; });
+    flow->setOutputMode(OutputMode::primaryAndHd);
+    run();
+    EXPECT_EQ(folder.read("project/selects/HD/a.mp4"), "kept");
+    EXPECT_FALSE(isExported(0));
+    EXPECT_TRUE(isExported(1));
+}
+
 TEST_F(ExportViewModelTest, NeverWritesBackToAnotherProject) {
     const ExportOrigin origin = ExportOrigin::of(*store.project(), store);
     const ExportBatchResult result{.succeeded = {{.rowId = exportRowId(text("A"))}}};

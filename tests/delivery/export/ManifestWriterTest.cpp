@@ -12,7 +12,10 @@ namespace {
 
 class ManifestWriterTest : public testing::Test {
   protected:
-    QString write() { return await(ManifestWriter::write(input, succeeded, failed)); }
+    QString write() {
+        const OpenFolder out = OpenFolder::at(input.outputFolder);
+        return await(ManifestWriter::write(out, input, succeeded, failed));
+    }
     WriteError failure() {
         try {
             write();

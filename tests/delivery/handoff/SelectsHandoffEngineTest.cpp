@@ -187,6 +187,21 @@ TEST_F(SelectsHandoffEngineTest, CopiesSidecarsUnderTheNamesOfTheirClips) {
     EXPECT_EQ(delivered().videos.at(4)->sidecarPath, text("media/d"));
 }
 
+TEST_F(SelectsHandoffEngineTest, ReportsASidecarThatCannotBeWritten) {
+    addSidecar(addVideo("a.mov", "1"), "a.xml", "sidecar");
+    files.setObserver([](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("renameAt") && path.endsWith(QLatin1String("a.xml"))) {
+            throw FileError(path, EIO);
+        }
+    });
+    const HandoffResult result = run();
+    files.setObserver({});
+    EXPECT_THAT(errorsOf(result),
+                ElementsAre("sidecar: Rename failed for a.xml: Input/output error"));
+    EXPECT_THAT(result.succeeded, SizeIs(1));
+    EXPECT_THAT(media(), ElementsAre(text("a.mov")));
+}
+
 TEST_F(SelectsHandoffEngineTest, FailsRefusedClipsAndDeliversTheOthers) {
     addVideo("gone.mov", "1");
     addVideo("changed.mov", "2");
@@ -280,12 +295,12 @@ TEST_F(SelectsHandoffEngineTest, ReportsAFailedRunAndLeavesAStubProject) {
         const char *error;
         bool hasStub;
     } table[] = {
-        {"createFolder", "", "Could not reserve package folder: No space left on device", false},
-        {"createForWriting", "out/Show/.tmp",
+        {"createFolderAt", "", "Could not reserve package folder: No space left on device", false},
+        {"createFileAt", "out/Show/.tmp",
          "Could not write project file: Failed to write "
          "/out/Show/Show.corvane: No space left on device",
          false},
-        {"createFolders", "thumbnails",
+        {"createFolderAt", "thumbnails",
          "Could not create package skeleton: No space left on device", true},
         {"syncVolume", "", "Could not write project file: No space left on device", true},
     };
@@ -334,7 +349,9 @@ TEST_F(SelectsHandoffEngineTest, RefusesADestinationWithoutRoomOrFolder) {
 
 TEST_F(SelectsHandoffEngineTest, ReservesAUniqueFolder) {
     const auto reserve = [this](const char *name) {
-        return SelectsHandoff::reserveUniqueSubfolder(text(name), at("out"), [] { return 1234; });
+        return SelectsHandoff::reserveUniqueSubfolder(text(name), OpenFolder::at(at("out")),
+                                                      [] { return 1234; })
+            .path();
     };
     folder.write("out/Show", "a file");
     EXPECT_EQ(reserve("Show"), at("out/Show (2)"));
@@ -352,4 +369,27 @@ TEST_F(SelectsHandoffEngineTest, ReservesAUniqueFolder) {
     EXPECT_THROW(reserve("../Show"), SelectsHandoff::ContainmentError);
     EXPECT_THROW(reserve("."), SelectsHandoff::ContainmentError);
     EXPECT_EQ(folder.read("out/Show"), "a file");
+}
+
+TEST_F(HandoffOutputs, GoToTheFolderOfThePackageWhateverTakesItsPlace) {
+    addSidecar(project.videos[0].edit(), "A012_C003.xml", "sidecar");
+    addCache(text("thumbnails/%1.jpg").arg(uuid(1)), "kept");
+    grantAndOpen();
+    handoff.projectName = text("Show");
+    handoff.outputMode = HandoffOutputMode::primaryAndHd;
+    const HandoffPlan input = plan();
+    const std::pair<const char *, const char *> table[] = {
+        {"out/Show", "out/Show"}, {"out/Show", "out"}, {"out/Show/media", "out/Show/media"}};
+    for (const auto &[opened, swapped] : table) {
+        int lostRuns = 0;
+        swapDestinationDuring(
+            at(text(opened)), at(text(swapped)), 17, [&] { return run(input); },
+            [&](const HandoffResult &result) {
+                if (result.generalError && result.succeeded.isEmpty()) {
+                    EXPECT_EQ(shortened(result.generalError), lostText(at(text(opened))));
+                    ++lostRuns;
+                }
+            });
+        EXPECT_GT(lostRuns, 2) << swapped;
+    }
 }
