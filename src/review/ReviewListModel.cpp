@@ -122,7 +122,8 @@ void ReviewListModel::notify(const ReviewIndex::ChangedClip &changed) {
     if (!hasSameRow(*changed.before, *clip.video)) {
         notifyRow(clip.key);
     }
-    const bool hasOtherThumbnail = changed.before->thumbnailPath != clip.video->thumbnailPath;
+    const bool hasOtherThumbnail = changed.before->thumbnailPath != clip.video->thumbnailPath ||
+                                   changed.before->isAudioOnly() != clip.video->isAudioOnly();
     for (const ReviewIndex::IndexedSubclip &subclip : clip.subclips) {
         if (hasOtherThumbnail ||
             !changed.before->subclips.contains(clip.video->subclips.at(subclip.index))) {

@@ -229,7 +229,7 @@ TEST_F(MainPaneTest, EditsANameWithoutPassingKeysToTheScreen) {
     EXPECT_TRUE(view.shows("subclip.1.field"));
     view.key(Qt::Key_Escape);
     edit("High tide");
-    view.click("subclip.0");
+    view.click(rectOf(view, "subclip.0").topLeft() + QPoint(20, 20)); // the thumbnail
     EXPECT_EQ(subclip(0).label, text("High tide"));
     screen.selection()->exitSubclipMode();
     const auto lastEdit = store.project()->updatedAt;
