@@ -89,15 +89,18 @@ TEST_F(ImportCopierTest, LeavesTheDestinationUnchangedWhicheverOperationFails) {
     std::pair<QString, QString> last;
     files.setObserver(
         [&](const QString &operation, const QString &path) { last = {operation, path}; });
-    files.failAt(0, 0);
-    copy(rootWithAnchor(anchor));
+    const auto failureAt = [&](int call) {
+        const SourceRoot unopened = rootWithAnchor(anchor);
+        files.failAt(call, EIO);
+        return failure(unopened);
+    };
+    EXPECT_EQ(failureAt(0), std::nullopt);
     const int calls = files.calls();
     ASSERT_GT(calls, 15);
     const qsizetype descriptors = openDescriptors();
     for (int call = 1; call <= calls; ++call) {
         folder.write("out/clip.mov", "older");
-        files.failAt(call, EIO);
-        const auto failed = failure(rootWithAnchor(anchor));
+        const auto failed = failureAt(call);
         SCOPED_TRACE(last.first.toStdString());
         // After the rename only the folder's sync can fail, and the destination is complete.
         const bool isRenamed = last.first == QLatin1String("syncFolder");
