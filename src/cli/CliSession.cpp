@@ -38,17 +38,18 @@ CliSession::CliSession(Console &console, ContentHashMigration hashes)
 
 CliSession::CliSession(const CommandCall &call, ContentHashMigration hashes)
     : CliSession(call.console(), hashes) {
-    waitUntilDone(m_store.openProject(call.path(0)));
-    throwLastError();
-}
-
-void CliSession::create(const NewProject &fields, const QString &file) {
-    waitUntilDone(m_store.createProject(fields, file));
+    const QString file = call.path(0);
+    waitUntilDone(m_store.openProject(file));
     throwLastError();
     if (const auto holder = DocumentLock::otherHolder(file, {}, m_store.clock().now())) {
         warn(SessionTexts::openOnSince(*holder));
     }
     warnIfNearlyFull();
+}
+
+void CliSession::create(const NewProject &fields, const QString &file) {
+    waitUntilDone(m_store.createProject(fields, file));
+    throwLastError();
 }
 
 void CliSession::save() {

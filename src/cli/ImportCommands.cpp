@@ -46,6 +46,12 @@ void scanSources(ImportViewModel &flow, const QStringList &sources, const Comman
     }
 }
 
+void printFailures(const CommandCall &call, const QList<ImportFailure> &failures) {
+    for (const ImportFailure &failure : failures) {
+        call.printNotice(failure.filename + QStringLiteral(": ") + failure.message);
+    }
+}
+
 /// Prints to standard error if standard output is reserved for JSON.
 void printLeftOut(const CommandCall &call, const LeftOut &leftOut) {
     const QString text = leftOutText(leftOut);
@@ -82,10 +88,11 @@ int runScan(const CommandCall &call) {
     ImportViewModel flow(nullptr);
     const InterruptWatcher watcher([&flow] { flow.cancelScan(); });
     scanSources(flow, sources, call);
+    printFailures(call, flow.failures());
     call.printResult([&](JSONWriter &writer) { writeScan(writer, flow.scannedVideos()); },
                      [&] { printScan(call, flow); });
     printLeftOut(call, flow.leftOut());
-    return kAllDone;
+    return flow.failures().isEmpty() ? kAllDone : kRefused;
 }
 
 /// Shows the progress of an import.
@@ -186,9 +193,8 @@ int runImport(const CommandCall &call) {
     if (result.backupError) {
         call.printNotice(SessionTexts::backupLine(result.backupError));
     }
-    for (const ImportFailure &failure : std::as_const(result.failures)) {
-        call.printNotice(failure.filename + QStringLiteral(": ") + failure.message);
-    }
+    result.failures = flow.failures();
+    printFailures(call, result.failures);
     call.printResult([&](JSONWriter &writer) { writeResult(writer, result); },
                      [&] { printResult(call, result); });
     printLeftOut(call, flow.leftOut());

@@ -4,6 +4,7 @@
 #include "delivery/Segments.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/SerialExecutor.h"
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 #include "session/SessionTexts.h"
@@ -17,6 +18,8 @@ namespace {
 /// If planning takes longer, it waits for a pause in typing.
 constexpr std::chrono::milliseconds kQuickPlan{8};
 constexpr std::chrono::milliseconds kTypingPause{120};
+/// How long the folder panel waits for the check of its initial folder.
+constexpr std::chrono::milliseconds kFolderCheckLimit{1000};
 
 constexpr std::array<segments::Segment<ExportBatch::Mode>, 2> kModes{{
     {ExportBatch::Mode::fastCopy, "Fast copy",
@@ -141,6 +144,7 @@ void DeliverySheet::again() {
 
 void DeliverySheet::setOpen(bool isOpen) {
     if (std::exchange(m_isOpen, isOpen) != isOpen) {
+        m_panelTimer.reset();
         Q_EMIT isOpenChanged();
         Q_EMIT canStartChanged();
     }
@@ -150,10 +154,31 @@ void DeliverySheet::chooseFolder() {
     if (stage() != Stage::configure) {
         return;
     }
-    const auto chosen = m_flow.folder();
+    if (const auto chosen = m_flow.folder()) {
+        // A drive that doesn't respond must not keep the panel closed.
+        m_panelTimer = m_clock.after(kFolderCheckLimit, [this] { showFolderPanel({}); });
+        detach(showFolderPanelAt(*chosen));
+    } else {
+        showFolderPanel({});
+    }
+}
+
+QCoro::Task<> DeliverySheet::showFolderPanelAt(QString folder) {
+    const QPointer self(this);
+    const QString start =
+        co_await userInitiatedExecutor().run([folder] { return existingFolder(folder); });
+    if (self && m_panelTimer) {
+        showFolderPanel(start);
+    }
+}
+
+void DeliverySheet::showFolderPanel(const QString &startFolder) {
+    m_panelTimer.reset();
+    if (stage() != Stage::configure) {
+        return;
+    }
     const FilePanels::ChoosePanel panel{.message = m_texts.folderPanelMessage,
-                                        .startFolder =
-                                            chosen ? existingFolder(*chosen) : QString()};
+                                        .startFolder = startFolder};
     m_panels.chooseFolder(panel, [self = QPointer(this)](const QString &folder) {
         if (self && self->m_isOpen && self->stage() == Stage::configure) {
             self->m_flow.setFolder(folder);

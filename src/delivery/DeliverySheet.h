@@ -151,6 +151,8 @@ class DeliverySheet : public QObject {
     void updateRun();
     void updateResult();
     void setOpen(bool isOpen);
+    QCoro::Task<> showFolderPanelAt(QString folder);
+    void showFolderPanel(const QString &startFolder);
 
     Texts m_texts;
     DeliveryFlow &m_flow;
@@ -169,6 +171,7 @@ class DeliverySheet : public QObject {
     std::optional<RemainingTime> m_remaining;
     std::chrono::milliseconds m_planDuration{0}; ///< of the last plan
     std::unique_ptr<Clock::Timer> m_planTimer;
+    std::unique_ptr<Clock::Timer> m_panelTimer; ///< while the folder panel is about to open
 };
 
 } // namespace corvane

@@ -18,7 +18,8 @@ constexpr qint64 kLockFileLimit = 64 * 1024;
 
 std::optional<Holder> readHolder(const QString &lock) {
     try {
-        const QByteArray bytes = readAll(lock, kLockFileLimit);
+        const QByteArray bytes =
+            readAll(fileSystem().openForReading(lock, FileSystem::Links::Refuse), kLockFileLimit);
         if (bytes.size() > kLockFileLimit) {
             return std::nullopt;
         }
@@ -61,8 +62,17 @@ std::optional<Holder> otherHolder(const QString &projectFile, const QString &ses
 }
 
 void write(const QString &projectFile, const Holder &holder) {
+    const QString lock = pathFor(projectFile);
+    const QString temporary = QStringLiteral(".tmp-") + holder.session;
     try {
-        writeAtomically(pathFor(projectFile), encodeJSON(holder));
+        // Unlike `writeAtomically`, replaces no file that a link planted here leads to. Not synced:
+        // a lock that a power cut damages is stale anyway.
+        TemporaryFile file(OpenFolder::at(paths::parentFolder(lock)), temporary, 0666,
+                           Durability::Later);
+        const QByteArray bytes = encodeJSON(holder);
+        file.write(bytes.constData(), bytes.size());
+        file.finish();
+        file.commit(paths::lastComponent(lock));
     } catch (const Failure &) {
         // Other machines are not warned. Their changes are noticed before the next save.
     }

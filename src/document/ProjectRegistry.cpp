@@ -18,6 +18,10 @@ ProjectRegistry::ProjectRegistry(const QString &dataFolder, Clock &clock)
     : m_filePath(paths::joined(dataFolder, QStringLiteral("registry.json"))),
       m_clock(clock),
       m_executor(QStringLiteral("ProjectRegistry")) {
+    m_executor.post([this, dataFolder] { load(dataFolder); }); // before every other operation
+}
+
+void ProjectRegistry::load(const QString &dataFolder) {
     try {
         fileSystem().createFolders(dataFolder);
     } catch (const FileError &) {

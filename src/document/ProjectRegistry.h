@@ -24,8 +24,7 @@ CORVANE_JSON_FIELDS(ProjectSummary, id, filePath, name, lastOpenedAt, videoCount
 /// awaited on the main thread.
 class ProjectRegistry {
   public:
-    /// Creates the folder and reads the list, which is empty if it can't be read. Blocks on file
-    /// access.
+    /// Starts to create the folder and to read the list, which is empty if it can't be read.
     explicit ProjectRegistry(const QString &dataFolder, Clock &clock = Clock::system());
 
     /// Adds or updates the entry of a project that was opened. Returns the new list.
@@ -36,11 +35,12 @@ class ProjectRegistry {
     QCoro::Task<QList<ProjectSummary>> summaries();
 
   private:
+    void load(const QString &dataFolder);
     void persist() const;
 
     QString m_filePath;
     Clock &m_clock;
-    QList<ProjectSummary> m_summaries; ///< used on the executor only, after construction
+    QList<ProjectSummary> m_summaries; ///< used on the executor only
     SerialExecutor m_executor;
 };
 

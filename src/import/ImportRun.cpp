@@ -208,7 +208,6 @@ void ImportRun::addToProject() {
     setProgress(progress);
 }
 
-/// Follows the copies, because grants contain anchors of the files at the clips' paths.
 /// Follows the copies, because the anchors are those of the files at the clips' paths.
 QCoro::Task<> ImportRun::grantAccess() {
     QStringList files;

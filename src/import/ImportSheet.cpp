@@ -3,11 +3,13 @@
 #include "import/ImportTexts.h"
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/SerialExecutor.h"
 #include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 #include "session/SessionTexts.h"
 
 #include <QMetaEnum>
+#include <QPointer>
 
 namespace corvane {
 
@@ -147,6 +149,7 @@ void ImportSheet::scan() {
 
 void ImportSheet::updatePreview() {
     const QList<ImportPreviewRow> &rows = m_import.previewRows();
+    const ImportPreviewTexts before = m_preview;
     m_preview = {.found = foundText(rows),
                  .alreadyImported = alreadyImportedText(rows),
                  .leftOut = leftOutText(m_import.leftOut()),
@@ -155,11 +158,22 @@ void ImportSheet::updatePreview() {
     if (folder && m_import.mode() == SourceImportMode::copied) {
         m_preview.destination = paths::lastComponent(*folder) + QStringLiteral(" folder");
         m_preview.destinationPath = *folder;
-        if (!fileSystem().linkStatus(*folder)) {
-            m_preview.destinationNote = QStringLiteral("(created on import)");
+        if (before.destinationPath == *folder) {
+            m_preview.destinationNote = before.destinationNote;
         }
+        detach(checkDestination(*folder));
     }
     updateIncluded();
+}
+
+QCoro::Task<> ImportSheet::checkDestination(QString folder) {
+    const QPointer self(this);
+    const bool exists = co_await userInitiatedExecutor().run(
+        [folder] { return fileSystem().linkStatus(folder).has_value(); });
+    if (self && m_preview.destinationPath == folder) {
+        m_preview.destinationNote = exists ? QString() : QStringLiteral("(created on import)");
+        Q_EMIT previewChanged();
+    }
 }
 
 void ImportSheet::updateIncluded() {
@@ -243,7 +257,7 @@ ImportResultTexts ImportSheet::result() const {
         notices.append(SessionTexts::backupLine(result.backupError));
     }
     texts.notice = notices.join(QLatin1Char('\n'));
-    for (const ImportFailure &failure : result.failures) {
+    for (const ImportFailure &failure : m_import.failures()) {
         texts.failures.append(QVariantMap{{QStringLiteral("fileName"), failure.filename},
                                           {QStringLiteral("message"), failure.message}});
     }

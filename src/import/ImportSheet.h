@@ -149,6 +149,7 @@ class ImportSheet : public QObject {
     void setOpen(bool isOpen);
     void updateStage();
     void updatePreview();
+    QCoro::Task<> checkDestination(QString folder);
     void updateIncluded();
     void startRun();
     void updateRun();

@@ -2,6 +2,8 @@
 
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/SerialExecutor.h"
+#include "platform/Tasks.h"
 #include "platform/TextFormat.h"
 
 #include <QPointer>
@@ -38,16 +40,45 @@ ImportSourceList::ImportSourceList(ImportViewModel &import, FilePanels &panels, 
     update();
 }
 
-/// Checks only new paths for being a folder.
+/// Checks only new paths for being a folder; until then a name without an extension is taken for
+/// one.
 void ImportSourceList::update() {
     QHash<QString, ImportSource> known;
     for (const ImportSource &source : rows()) {
         known.insert(source.path, source);
     }
     QList<ImportSource> sources;
+    QStringList added;
     for (const QString &path : m_import.sourceURLs()) {
         const auto source = known.constFind(path);
-        sources.append(source != known.cend() ? *source : ImportSource{path, isFolderPath(path)});
+        if (source == known.cend()) {
+            added.append(path);
+        }
+        sources.append(source != known.cend()
+                           ? *source
+                           : ImportSource{path, paths::extension(path).isEmpty()});
+    }
+    setRows(sources);
+    if (!added.isEmpty()) {
+        detach(checkTypes(added));
+    }
+}
+
+QCoro::Task<> ImportSourceList::checkTypes(QStringList paths) {
+    const QPointer self(this);
+    const QHash<QString, bool> areFolders = co_await userInitiatedExecutor().run([paths] {
+        QHash<QString, bool> found;
+        for (const QString &path : paths) {
+            found.insert(path, isFolderPath(path));
+        }
+        return found;
+    });
+    if (!self) {
+        co_return;
+    }
+    QList<ImportSource> sources = rows();
+    for (ImportSource &source : sources) {
+        source.isFolder = areFolders.value(source.path, source.isFolder);
     }
     setRows(sources);
 }

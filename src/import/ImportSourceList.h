@@ -45,6 +45,7 @@ class ImportSourceList : public ListModel<ImportSource, &ImportSource::path> {
 
   private:
     void update();
+    QCoro::Task<> checkTypes(QStringList paths);
     void setNotice(const QString &notice);
 
     ImportViewModel &m_import;

@@ -34,6 +34,16 @@ QString leftOutText(const LeftOut &leftOut) {
                            : QStringLiteral("Left out: ") + parts.join(QStringLiteral(", "));
 }
 
+QList<ImportFailure> unreadableFailures(const QList<UnreadableEntry> &entries) {
+    QList<ImportFailure> failures;
+    for (const UnreadableEntry &entry : entries) {
+        failures.append({entry.path, QStringLiteral("It can't be read: %1. Nothing in it was "
+                                                    "imported. Check the drive, then import again.")
+                                         .arg(entry.error)});
+    }
+    return failures;
+}
+
 QString refusedText(int count) {
     if (count == 0) {
         return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "import/ImportPreview.h"
+#include "import/RowImport.h"
 #include "import/SourceScan.h"
 
 /// Sentences about an import, for the sheet and the command line.
@@ -14,6 +15,9 @@ QString alreadyImportedText(const QList<ImportPreviewRow> &rows);
 
 /// "Left out: 2 symbolic links". Empty if the scan left out no entry.
 QString leftOutText(const LeftOut &leftOut);
+
+/// One failure per entry that the scan could not read: whatever it contains was not imported.
+QList<ImportFailure> unreadableFailures(const QList<UnreadableEntry> &entries);
 
 /// Explains that `count` of the scanned files cannot be read until the user confirms. Empty for
 /// zero.

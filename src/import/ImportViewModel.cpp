@@ -1,5 +1,6 @@
 #include "import/ImportViewModel.h"
 
+#include "import/ImportTexts.h"
 #include "import/RefusedRows.h"
 #include "platform/Cancellation.h"
 #include "platform/Paths.h"
@@ -43,6 +44,10 @@ ImportViewModel::~ImportViewModel() {
 
 std::optional<ImportProgress> ImportViewModel::progress() const {
     return m_run ? m_run->progress() : std::nullopt;
+}
+
+QList<ImportFailure> ImportViewModel::failures() const {
+    return unreadableFailures(m_scan.unreadable) + m_result.failures;
 }
 
 bool ImportViewModel::canBeginImport() const {

@@ -30,6 +30,8 @@ class ImportViewModel : public QObject {
     SourceImportMode mode() const { return m_mode; }
     const QList<ScannedVideo> &scannedVideos() const { return m_scan.videos; }
     const LeftOut &leftOut() const { return m_scan.leftOut; }
+    /// Failures of the scan, followed by those of the last run.
+    QList<ImportFailure> failures() const;
     const QList<ImportPreviewRow> &previewRows() const { return m_previewRows; }
     /// The folder for copies: the project's media folder unless another one was set.
     const std::optional<QString> &destinationFolder() const { return m_destinationFolder; }

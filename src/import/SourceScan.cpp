@@ -35,11 +35,12 @@ class SourceScanner {
 
   private:
     const std::optional<ScanRoot> &rootAt(const QString &folder);
-    static std::optional<FolderListing> listFolder(const QString &folder);
+    std::optional<FolderListing> listFolder(const QString &folder);
     void walk(const QString &folder);
     void visit(const QString &folder, const DirectoryEntry &entry, const SidecarIndex &sidecars);
     void scanSingleFile(const QString &folder, const QString &name);
     void scanFile(const QString &folder, const QString &name, const SidecarIndex &sidecars);
+    void addUnreadable(const QString &path);
     void leaveOutNonMedia(const QString &folder, const QString &name);
 
     bool m_recursive;
@@ -62,7 +63,7 @@ void SourceScanner::scanSource(const QString &source) {
     const QString folder = isFolder ? path : paths::parentFolder(path);
     const auto &root = rootAt(folder);
     if (!root) {
-        ++m_result.leftOut.unreadable;
+        addUnreadable(path);
         return;
     }
     m_root = *root;
@@ -94,7 +95,8 @@ std::optional<FolderListing> SourceScanner::listFolder(const QString &folder) {
     FolderListing listing;
     try {
         listing.entries = fileSystem().list(folder);
-    } catch (const FileError &) {
+    } catch (const FileError &error) {
+        m_result.unreadable.append({folder, error.description()});
         return std::nullopt;
     }
     listing.entries.removeIf(
@@ -115,11 +117,13 @@ std::optional<FolderListing> SourceScanner::listFolder(const QString &folder) {
 
 void SourceScanner::walk(const QString &folder) {
     const auto listing = listFolder(folder);
-    // Listing follows a link that replaced the folder after it was visited.
-    const bool isLinked =
-        folder != m_root.url && PathSafety::fileType(folder) != FileType::Directory;
-    if (!listing || isLinked) {
+    if (!listing) {
         ++m_result.leftOut.unreadable;
+        return;
+    }
+    // Listing follows a link that replaced the folder after it was visited.
+    if (folder != m_root.url && PathSafety::fileType(folder) != FileType::Directory) {
+        addUnreadable(folder);
         return;
     }
     for (const DirectoryEntry &entry : listing->entries) {
@@ -139,7 +143,7 @@ void SourceScanner::visit(const QString &folder, const DirectoryEntry &entry,
     } else if (isFolder) {
         walk(paths::joined(folder, entry.name));
     } else if (!entry.isTypeKnown) {
-        ++m_result.leftOut.unreadable;
+        addUnreadable(paths::joined(folder, entry.name));
     } else if (entry.type == FileType::SymbolicLink) {
         ++m_result.leftOut.symbolicLinks;
     } else if (entry.type == FileType::Regular && PathSafety::isMediaFile(entry.name)) {
@@ -170,7 +174,7 @@ void SourceScanner::scanFile(const QString &folder, const QString &name,
     const QString path = paths::joined(folder, name);
     const auto status = fileSystem().linkStatus(path);
     if (!status) {
-        ++m_result.leftOut.unreadable;
+        addUnreadable(path);
     } else if (status->type == FileType::SymbolicLink) {
         ++m_result.leftOut.symbolicLinks;
     } else if (status->type != FileType::Regular) {
@@ -191,6 +195,17 @@ void SourceScanner::scanFile(const QString &folder, const QString &name,
         }
         m_result.videos.append(std::move(video));
     }
+}
+
+void SourceScanner::addUnreadable(const QString &path) {
+    ++m_result.leftOut.unreadable;
+    QString error = QStringLiteral("it changed during the scan");
+    try {
+        (void)fileSystem().openForReading(path, FileSystem::Links::Refuse);
+    } catch (const FileError &failure) {
+        error = failure.description();
+    }
+    m_result.unreadable.append({path, error});
 }
 
 void SourceScanner::leaveOutNonMedia(const QString &folder, const QString &name) {

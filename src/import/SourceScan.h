@@ -19,9 +19,20 @@ struct LeftOut {
     bool operator==(const LeftOut &) const = default;
 };
 
+/// A source, folder or file that a scan could not read, so that clips or sidecars may be missing.
+struct UnreadableEntry {
+    QString path;
+    QString error; ///< the system's text
+
+    bool operator==(const UnreadableEntry &) const = default;
+};
+
 struct ScanResult {
     QList<ScannedVideo> videos; ///< in the order of the sources
     LeftOut leftOut;
+    /// The entries that `LeftOut::unreadable` counts, and folders of single files whose sidecars
+    /// cannot be found.
+    QList<UnreadableEntry> unreadable;
 
     bool operator==(const ScanResult &) const = default;
 };
@@ -30,7 +41,7 @@ struct ScanResult {
 /// sidecar. Entries of a folder are sorted by name; the content of a subfolder takes the position
 /// of the subfolder.
 ///
-/// Blocks; any thread. Entries that cannot be read are counted in `LeftOut`. Throws `Cancelled`.
+/// Blocks; any thread. Entries that cannot be read don't end the scan. Throws `Cancelled`.
 ScanResult scan(const QStringList &sources, bool recursive, std::stop_token stop);
 
 } // namespace corvane

@@ -23,6 +23,15 @@ bool Format::isDay(const QString &date) {
     return date.size() == 10 && QDate::fromString(date, Qt::ISODate).isValid();
 }
 
+QString Format::underlined(const QString &text, int index) {
+    if (index < 0 || index >= text.size()) {
+        return text.toHtmlEscaped();
+    }
+    return QStringLiteral("%1<u>%2</u>%3")
+        .arg(text.left(index).toHtmlEscaped(), text.mid(index, 1).toHtmlEscaped(),
+             text.mid(index + 1).toHtmlEscaped());
+}
+
 QString Format::keys(const QString &shortcut) {
     return QKeySequence::fromString(shortcut).toString(QKeySequence::NativeText);
 }

@@ -24,6 +24,9 @@ class Format : public QObject {
     /// True for an ISO date such as "2025-06-13".
     Q_INVOKABLE static bool isDay(const QString &date);
 
+    /// The text as `Text.StyledText` with the character at `index` underlined. -1 is allowed.
+    Q_INVOKABLE static QString underlined(const QString &text, int index);
+
     /// A portable shortcut such as "Ctrl+Shift+E" as the desktop writes it.
     Q_INVOKABLE static QString keys(const QString &shortcut);
 };

@@ -1,12 +1,29 @@
 // The menu bar of a window. Its titles come first in the Tab order; Return, Enter and Down open a
-// menu.
+// menu. Alt with the underlined letter of a title opens its menu, F10 the first one.
 //   children: PopUpMenu with a title
+// Qt 6.4 lacks `pragma ComponentBehavior: Bound`.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
 
 T.MenuBar {
     id: control
+
+    function openByKey(item: T.MenuBarItem) {
+        Buttons.click(item);
+        item.menu.currentIndex = 0;
+    }
+
+    function toggleFirst() {
+        for (let i = 0; i < count; ++i) {
+            if (menuAt(i).visible) {
+                menuAt(i).dismiss();
+                return;
+            }
+        }
+        openByKey(itemAt(0));
+    }
 
     implicitHeight: Theme.menuBarHeight
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -17,6 +34,8 @@ T.MenuBar {
 
     delegate: T.MenuBarItem {
         id: item
+
+        readonly property int mnemonic: (menu as PopUpMenu)?.mnemonic ?? -1
 
         implicitHeight: Theme.menuBarHeight
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -30,8 +49,16 @@ T.MenuBar {
         Accessible.role: Accessible.MenuItem
         Accessible.name: text
 
+        Shortcut {
+            enabled: item.mnemonic >= 0
+            sequence: enabled ? "Alt+" + item.text[item.mnemonic] : ""
+            autoRepeat: false
+            onActivated: control.openByKey(item)
+        }
+
         contentItem: ControlText {
-            text: item.text
+            text: Format.underlined(item.text, item.mnemonic)
+            textFormat: Text.StyledText
             font: item.font
             color: item.highlighted ? Theme.primaryText : Theme.secondaryText
         }
@@ -49,6 +76,12 @@ T.MenuBar {
     }
 
     contentItem: Row {
+        Shortcut {
+            sequence: "F10"
+            autoRepeat: false
+            onActivated: control.toggleFirst()
+        }
+
         Repeater {
             model: control.contentModel
         }

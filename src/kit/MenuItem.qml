@@ -1,6 +1,7 @@
 // A row of a menu.
 //   text: string; literal: bool, as for Label; checkable, checked: bool (the check mark); shortcutText:
-//   string, right-aligned; helpText: string, shown while disabled too; signal triggered()
+//   string, right-aligned; helpText: string, shown while disabled too; mnemonic:
+//   int, index in the text of the underlined letter that chooses the row, or -1; signal triggered()
 import QtQuick
 import QtQuick.Templates as T
 import Corvane.Kit
@@ -11,6 +12,7 @@ T.MenuItem {
     property string helpText
     property bool literal: false
     property string shortcutText
+    property int mnemonic: subMenu?.mnemonic ?? -1 // qmllint disable type
 
     implicitHeight: Theme.menuItemHeight
     implicitWidth: leftPadding + implicitContentWidth + rightPadding
@@ -56,7 +58,8 @@ T.MenuItem {
             anchors.left: parent.left
             anchors.right: shortcut.left
             anchors.verticalCenter: parent.verticalCenter
-            text: control.text
+            text: control.mnemonic < 0 ? control.text : Format.underlined(control.text, control.mnemonic)
+            textFormat: control.mnemonic < 0 ? Text.PlainText : Text.StyledText
             font: control.font
             color: control.enabled ? Theme.primaryText : Theme.disabledText
             elide: control.literal ? Text.ElideMiddle : Text.ElideRight

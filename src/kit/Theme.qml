@@ -382,6 +382,7 @@ QtObject {
     readonly property color heading1Rule: Qt.alpha(accent, 0.4)
     readonly property color heading2Rule: Qt.rgba(1, 1, 1, 0.1)
     readonly property int helpScrollStep: 60
+    readonly property int helpScrollInterval: 50 // ms
 
     // Durations.
     readonly property int popupDuration: 90

@@ -55,15 +55,13 @@ int ExportSource::reference() const {
 }
 
 bool ExportSource::read(AVPacket &packet) {
-    if (m_input->read(packet)) {
+    const bool hasPacket = m_input->read(packet);
+    // Also if there is a packet: demuxers return incomplete packets and skip unreadable ones.
+    check(AVERROR(m_input->readFault()), "The source can't be read");
+    if (hasPacket) {
         continueTimestamps(packet);
-        return true;
     }
-    const int fault = context().pb ? context().pb->error : 0;
-    if (fault < 0 && fault != AVERROR_EOF) {
-        check(fault, "The source can't be read");
-    }
-    return false;
+    return hasPacket;
 }
 
 /// The first stream to restart determines the offset, which the others adopt to stay in sync.

@@ -41,8 +41,9 @@ class ExportSource {
     MediaTime start() const { return {m_input->startTime(), AV_TIME_BASE}; }
     std::optional<MediaTime> duration() const { return m_input->duration(); }
 
-    /// Reads the next packet. Returns false at the end of the readable data; throws if the file
-    /// system fails. If timestamps restart, as in concatenated files, they are made to continue.
+    /// Reads the next packet. Returns false at the end of the readable data; throws if any read of
+    /// the file failed or ended before the file's end. If timestamps restart, as in concatenated
+    /// files, they are made to continue.
     bool read(AVPacket &packet);
     /// Seeks to `time` or earlier in the stream, as precisely as the container allows. Returns true
     /// if that is the start of the file.

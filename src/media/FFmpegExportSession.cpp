@@ -34,7 +34,7 @@ void FFmpegExportSession::run(const QString &path, std::optional<MediaTimeRange>
         route.sink->finish();
     }
     checkOutput(cut, routes);
-    output.finish();
+    output.finish(stop);
     m_progress = 1;
 }
 

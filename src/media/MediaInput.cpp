@@ -30,9 +30,10 @@ constexpr double kMaxFrameRate = 1000;
 /// After this many consecutive read errors, the rest of the file counts as lost.
 constexpr int kMaxReadErrors = 64;
 
-/// Throws unless it is a regular file (opening a FIFO would wait for its writer) whose header
-/// tables fit into the memory allowed for them.
-void checkFile(const QString &path, const std::stop_token &stop) {
+/// Opens a file. Throws unless it is a regular file (opening a FIFO would wait for its writer)
+/// whose header tables fit into the memory allowed for them.
+std::unique_ptr<InputIO> openFile(const QString &path, const AVIOInterruptCB &interrupt,
+                                  const std::stop_token &stop) {
     try {
         const FileStatus status = fileSystem().status(path);
         if (status.type != FileType::Regular) {
@@ -41,6 +42,7 @@ void checkFile(const QString &path, const std::stop_token &stop) {
         if (estimatedHeaderMemory(path, stop) > allowedHeaderMemory(status.size)) {
             throw MediaError(QStringLiteral("Its header claims more than the file can hold."));
         }
+        return std::make_unique<InputIO>(path, interrupt);
     } catch (const FileError &error) {
         throw MediaError(QStringLiteral("Cannot open the file: ") + error.description());
     }
@@ -92,9 +94,10 @@ MediaInput::~MediaInput() = default;
 
 void MediaInput::open(const QString &path) {
     initializeFFmpeg();
-    checkFile(path, m_stop);
     InputHandle opening(allocated(avformat_alloc_context()));
     opening->interrupt_callback = {.callback = &MediaInput::shouldInterrupt, .opaque = this};
+    m_io = openFile(path, opening->interrupt_callback, m_stop);
+    opening->pb = m_io->context();
     // Without a list, everything would be allowed.
     opening->protocol_whitelist = allocated(av_strdup("file"));
     opening->format_whitelist = allocated(av_strdup(kContainers));

@@ -2,7 +2,7 @@
 
 // Internal to src/media.
 
-#include "media/FFmpegHandles.h"
+#include "media/MediaIO.h"
 #include "media/MediaTime.h"
 
 #include <QString>
@@ -50,6 +50,8 @@ class MediaInput {
     /// Seeks to the first packet. Returns false if the container can't.
     bool rewind(const AVStream &stream);
 
+    /// The `errno` code of the first failed read, or 0. Readers skip what they can't read.
+    int readFault() const { return m_io->fault(); }
     void setStop(std::stop_token stop) { m_stop = std::move(stop); }
     void throwIfStopped() const;
 
@@ -62,6 +64,7 @@ class MediaInput {
     void completeTimestamps();
 
     std::stop_token m_stop;
+    std::unique_ptr<InputIO> m_io;
     InputHandle m_context;
     AVFormatContext *m_opening = nullptr; ///< owned by FFmpeg while the file is being opened
     bool m_hasLongHeader = false;

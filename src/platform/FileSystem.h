@@ -91,8 +91,8 @@ struct MountedPath {
 };
 
 /// The file system calls of the program. An interface, so that a test can make any call fail and
-/// can discard unsynced data. All files are written through it, except by libraries (media output,
-/// settings) and `InstanceLock`.
+/// can discard unsynced data. All files are written through it, except by libraries (settings) and
+/// `InstanceLock`.
 ///
 /// Paths are absolute. A path that contains a NUL character fails with `EINVAL`. Every function
 /// throws `FileError` on failure unless it is documented otherwise. Thread-safe, but a descriptor
@@ -139,8 +139,13 @@ class FileSystem {
     /// Creates a file; `EEXIST` if the name is taken. The umask applies to the permissions.
     virtual Descriptor createFileAt(const Descriptor &folder, const QString &name,
                                     quint32 permissions = 0666) = 0;
-    /// Writes all `count` bytes at the descriptor's position.
+    /// Opens an existing file without changing it. Links are followed.
+    virtual Descriptor openForWriting(const QString &path) = 0;
+    // Write all `count` bytes; `EIO` if the system accepts no byte, or only a few at a time.
+    // `writeAt` leaves the descriptor's position unchanged.
     virtual void write(const Descriptor &file, const char *bytes, qint64 count) = 0;
+    virtual void writeAt(const Descriptor &file, qint64 offset, const char *bytes,
+                         qint64 count) = 0;
     /// Hints that the system may start to write a part of the file to the disk. Never fails.
     virtual void startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept = 0;
     /// Gives an empty file the bytes of another one without copying them. Returns false if the file

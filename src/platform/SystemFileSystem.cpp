@@ -93,6 +93,10 @@ std::optional<FileStatus> statusIfReadable(const QString &path,
 /// Bytes per write call. For larger writes the kernel allocates larger page cache folios, which
 /// take up to twice as long to fill if their memory wasn't in use before.
 constexpr qint64 kWriteStep = qint64(16) << 10;
+/// A volume that accepts only a few bytes at a time is broken: after this many consecutive calls
+/// that wrote fewer bytes than this, writing fails instead of taking minutes.
+constexpr int kMaxTinyWrites = 64;
+constexpr qint64 kTinyWrite = 512;
 
 Descriptor opened(const QString &path, int flags, mode_t mode = 0) {
     const QByteArray name = encoded(path);
@@ -238,17 +242,41 @@ Descriptor SystemFileSystem::createFileAt(const Descriptor &folder, const QStrin
                       path);
 }
 
+Descriptor SystemFileSystem::openForWriting(const QString &path) {
+    return opened(path, O_WRONLY);
+}
+
 void SystemFileSystem::write(const Descriptor &file, const char *bytes, qint64 count) {
+    writeAll(file, std::nullopt, bytes, count);
+}
+
+void SystemFileSystem::writeAt(const Descriptor &file, qint64 offset, const char *bytes,
+                               qint64 count) {
+    writeAll(file, offset, bytes, count);
+}
+
+void SystemFileSystem::writeAll(const Descriptor &file, std::optional<qint64> offset,
+                                const char *bytes, qint64 count) {
+    int tinyWrites = 0;
     while (count > 0) {
         const qint64 step = std::min(count, kWriteStep);
-        const qint64 done =
-            checked(file.path(), [&] { return ::write(file.number(), bytes, size_t(step)); });
-        if (done == 0) {
-            throw FileError(file.path(), EIO); // a broken file system; it would be tried forever
+        const qint64 done = writeOnce(file, offset, bytes, step);
+        tinyWrites = done < std::min(step, kTinyWrite) ? tinyWrites + 1 : 0;
+        if (done == 0 || tinyWrites > kMaxTinyWrites) {
+            throw FileError(file.path(), EIO);
         }
+        offset = offset ? std::optional(*offset + done) : std::nullopt;
         bytes += done;
         count -= done;
     }
+}
+
+qint64 SystemFileSystem::writeOnce(const Descriptor &file, std::optional<qint64> offset,
+                                   const char *bytes, qint64 count) {
+    return checked(file.path(), [&] {
+        return offset ? ::pwrite(file.number(), bytes, size_t(count), *offset)
+                      : ::write(file.number(), bytes, size_t(count));
+    });
 }
 
 void SystemFileSystem::startWriteBack(const Descriptor &file, qint64 offset,

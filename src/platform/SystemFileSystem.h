@@ -25,7 +25,9 @@ class SystemFileSystem : public FileSystem {
 
     Descriptor createFileAt(const Descriptor &folder, const QString &name,
                             quint32 permissions) override;
+    Descriptor openForWriting(const QString &path) override;
     void write(const Descriptor &file, const char *bytes, qint64 count) override;
+    void writeAt(const Descriptor &file, qint64 offset, const char *bytes, qint64 count) override;
     void startWriteBack(const Descriptor &file, qint64 offset, qint64 count) noexcept override;
     bool shareBytes(const Descriptor &from, const Descriptor &into) noexcept override;
     void setPermissions(const Descriptor &file, quint32 permissions) override;
@@ -44,6 +46,16 @@ class SystemFileSystem : public FileSystem {
     MountedPath mountedPath(const Descriptor &file) const override;
     std::optional<QString> volumeUUID(const Mount &mount) const override;
     qint64 availableBytes(const QString &path) const override;
+
+  protected:
+    /// One system call, which may write fewer bytes. Without an offset, writes at the descriptor's
+    /// position. Returns the number of bytes written.
+    virtual qint64 writeOnce(const Descriptor &file, std::optional<qint64> offset,
+                             const char *bytes, qint64 count);
+
+  private:
+    void writeAll(const Descriptor &file, std::optional<qint64> offset, const char *bytes,
+                  qint64 count);
 };
 
 } // namespace corvane

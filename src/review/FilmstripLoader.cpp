@@ -1,6 +1,5 @@
 #include "review/FilmstripLoader.h"
 
-#include "platform/FileSystem.h"
 #include "platform/Tasks.h"
 
 #include <QPointer>
@@ -39,7 +38,6 @@ QCoro::Task<> FilmstripLoader::run(QString videoId, QString media, QString cache
     const QUuid id = QUuid::fromString(videoId);
     QStringList frames;
     try {
-        fileSystem().createFolders(cacheRoot);
         if (!generator || id.isNull()) {
             co_return;
         }

@@ -49,6 +49,7 @@ class ReviewListModel : public KeyListModel {
         IsAudioOnlyRole,       ///< of the clip, or of a subclip's clip
         ThumbnailRole,         ///< a path, or empty
         FallbackThumbnailRole, ///< the thumbnail of a subclip's clip; empty for a clip
+        ThumbnailRootRole,     ///< folder below which a thumbnail may not be reached by a link
         IsSelectedRole,        ///< the clip in the player, or the active subclip
         IsMarkedRole,          ///< part of the multi-selection
     };

@@ -112,6 +112,8 @@ ReviewListModel::ReviewListModel(QObject *parent)
                   [this](const ListedRow &row) {
                       return row.subclip ? clipThumbnail(row.video) : QString();
                   })},
+           {ThumbnailRootRole, "thumbnailRoot",
+            ofRow(this, [this](const ListedRow &) { return m_projectFolder; })},
            {IsSelectedRole, "isSelected",
             ofRow(this,
                   [this](const ListedRow &row) {
@@ -127,14 +129,16 @@ ReviewListModel::ReviewListModel(QObject *parent)
           parent) {}
 
 QString ReviewListModel::clipThumbnail(const VideoRecord &video) const {
-    return PathSafety::resolveCachePath(video.thumbnailPath.value_or(QString()), m_projectFolder)
+    return PathSafety::cachePath(video.thumbnailPath.value_or(QString()), m_projectFolder)
         .value_or(QString());
 }
 
 QString ReviewListModel::subclipThumbnail(const Subclip &subclip) const {
     return m_pendingThumbnails.contains(subclip.id)
                ? QString()
-               : PathSafety::subclipThumbnailPath(subclip.id, m_projectFolder).value_or(QString());
+               : PathSafety::cachePath(PathSafety::subclipThumbnailName(subclip.id),
+                                       m_projectFolder)
+                     .value_or(QString());
 }
 
 } // namespace corvane

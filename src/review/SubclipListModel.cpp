@@ -38,16 +38,19 @@ SubclipListModel::SubclipListModel(QObject *parent)
                   [this](const SubclipRow &row) {
                       return row.isThumbnailPending
                                  ? QString()
-                                 : PathSafety::subclipThumbnailPath(row.id, m_projectFolder)
+                                 : PathSafety::cachePath(PathSafety::subclipThumbnailName(row.id),
+                                                         m_projectFolder)
                                        .value_or(QString());
                   }},
                  {FallbackThumbnailRole, "fallbackThumbnail",
                   [this](const SubclipRow &row) {
-                      return PathSafety::resolveCachePath(row.clipThumbnailPath.value_or(QString()),
-                                                          m_projectFolder)
+                      return PathSafety::cachePath(row.clipThumbnailPath.value_or(QString()),
+                                                   m_projectFolder)
                           .value_or(QString());
                   }},
                  {IsAudioOnlyRole, "isAudioOnly", &SubclipRow::isAudioOnly},
+                 {ThumbnailRootRole, "thumbnailRoot",
+                  [this](const SubclipRow &) { return m_projectFolder; }},
                  {IsActiveRole, "isActive", &SubclipRow::isActive}},
                 parent) {}
 

@@ -39,6 +39,7 @@ class SubclipListModel : public ListModel<SubclipRow> {
         ThumbnailRole,         ///< a path, or empty
         FallbackThumbnailRole, ///< the thumbnail of the clip
         IsAudioOnlyRole,
+        ThumbnailRootRole, ///< folder below which a thumbnail may not be reached by a link
         IsActiveRole,
     };
 

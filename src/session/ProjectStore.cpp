@@ -59,12 +59,16 @@ QCoro::Task<> ProjectStore::openProject(QString file, UnsavedEdits edits) {
     if (!self) {
         co_return;
     }
+    const QString key = co_await keyOf(file);
+    if (!self) {
+        co_return;
+    }
     auto opened = edits == UnsavedEdits::Discard ? co_await loadAfterSaves(file)
-                                                 : co_await loadUpToDate(file);
+                                                 : co_await loadUpToDate(file, key);
     if (!self || !opened) {
         co_return;
     }
-    adoptProject(std::move(*opened), file);
+    adoptProject(std::move(*opened), file, key);
     if (!self || !project()) {
         co_return; // closed by an observer
     }
@@ -106,10 +110,11 @@ ProjectStore::loadAfterSaves(QString file) {
 
 /// Saves the open project and reads `file`. Reads again if `file` is the open project and it was
 /// edited and saved during the read.
-QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> ProjectStore::loadUpToDate(QString file) {
+QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> ProjectStore::loadUpToDate(QString file,
+                                                                                    QString key) {
     const QPointer self(this);
     for (;;) {
-        if (isOpen(file) && (!co_await saveEverything() || !self)) {
+        if (isOpen(key) && (!co_await saveEverything() || !self)) {
             co_return std::nullopt;
         }
         const quint64 before = revision();
@@ -117,7 +122,7 @@ QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> ProjectStore::loadUpToD
         if (!self || !opened || !co_await saveEverything() || !self) {
             co_return std::nullopt;
         }
-        if (!isOpen(file) || revision() == before) {
+        if (!isOpen(key) || revision() == before) {
             co_return opened;
         }
     }
@@ -136,9 +141,10 @@ QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> ProjectStore::loadProje
     co_return std::nullopt;
 }
 
-bool ProjectStore::isOpen(const QString &file) const {
-    return m_fileURL && MediaSourceAuthorization::projectKey(file) ==
-                            MediaSourceAuthorization::projectKey(*m_fileURL);
+/// Accesses the file, which may be on a drive that responds slowly.
+QCoro::Task<QString> ProjectStore::keyOf(QString file) {
+    co_return co_await m_fileChecks.run(
+        [file] { return MediaSourceAuthorization::projectKey(file); });
 }
 
 /// Throws the error whose description follows "Create failed: ".
@@ -177,6 +183,10 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, Proje
         }
         co_return;
     }
+    if (!self) {
+        co_return;
+    }
+    const QString key = co_await keyOf(file);
     // The project that is still open may have been edited meanwhile.
     if (!self || !co_await saveEverything()) {
         if (self) {
@@ -188,7 +198,7 @@ QCoro::Task<> ProjectStore::createProject(NewProject fields, QString file, Proje
         co_return;
     }
     const QString name = created.project.name;
-    adoptProject(std::move(created), file);
+    adoptProject(std::move(created), file, key);
     m_lastSavedAt = clock().now();
     Q_EMIT lastSavedAtChanged();
     setStatus(QStringLiteral("Created project %1").arg(name));
@@ -230,11 +240,13 @@ QCoro::Task<> ProjectStore::touchRecents() {
     }
 }
 
-void ProjectStore::adoptProject(ProjectFileIO::OpenedProject opened, const QString &file) {
+void ProjectStore::adoptProject(ProjectFileIO::OpenedProject opened, const QString &file,
+                                const QString &key) {
     clearHistory();
     setProject(std::move(opened.project));
     m_baseline = std::move(opened.baseline);
     m_fileURL = file;
+    m_projectKey = key;
     m_lastSavedAt.reset();
     m_saver = std::make_shared<DebounceSaver>(
         [self = QPointer(this)]() -> QCoro::Task<> {
@@ -265,6 +277,7 @@ void ProjectStore::leaveProject() {
     if (project()) {
         setProject(std::nullopt);
         m_fileURL.reset();
+        m_projectKey.clear();
         Q_EMIT projectChanged();
         Q_EMIT fileURLChanged();
     }

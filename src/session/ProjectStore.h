@@ -138,11 +138,13 @@ class ProjectStore : public ProjectEditor {
     // Return nullopt and publish the failure if the file can't be read.
     QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> loadProject(QString file);
     QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> loadAfterSaves(QString file);
-    QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> loadUpToDate(QString file);
+    QCoro::Task<std::optional<ProjectFileIO::OpenedProject>> loadUpToDate(QString file,
+                                                                          QString key);
     QCoro::Task<ProjectFileIO::OpenedProject> writeNewProject(Project project, QString file,
                                                               ProjectFolder folder);
-    bool isOpen(const QString &file) const;
-    void adoptProject(ProjectFileIO::OpenedProject opened, const QString &file);
+    QCoro::Task<QString> keyOf(QString file);
+    bool isOpen(const QString &key) const { return m_fileURL && m_projectKey == key; }
+    void adoptProject(ProjectFileIO::OpenedProject opened, const QString &file, const QString &key);
     void leaveProject();
     QCoro::Task<> performSave();
     void publishSave(const SaveState &state);
@@ -199,6 +201,7 @@ class ProjectStore : public ProjectEditor {
     MediaSourceAuthorization &m_authorization;
 
     std::optional<QString> m_fileURL;
+    QString m_projectKey; ///< of that file, in the registry of grants
     bool m_isDirty = false;
     int m_runningSaves = 0;
     SaveState m_saveState;
@@ -211,8 +214,8 @@ class ProjectStore : public ProjectEditor {
     std::set<std::pair<Answer, QString>> m_runningAnswers; ///< with the path of the project file
     std::stop_source m_answerStop;                         ///< of all answers in progress
     std::optional<MediaProgress> m_mediaProgress;
-    /// For the file checks of the media confirmation, which must not wait for a copy.
-    SerialExecutor m_mediaChecks{QStringLiteral("MediaChecks")};
+    /// For short file checks, which must not wait for a copy.
+    SerialExecutor m_fileChecks{QStringLiteral("FileChecks")};
 
     std::shared_ptr<QCoro::Task<>> m_startUp;
     std::shared_ptr<FileBaseline> m_baseline; ///< null without an open project

@@ -51,7 +51,7 @@ QCoro::Task<bool> ProjectStore::legacyPackageNeedsAuthorization(Project project,
     if (!self) {
         co_return false;
     }
-    co_return co_await m_mediaChecks.run(
+    co_return co_await m_fileChecks.run(
         [project, grants] { return isUnauthorizedPackage(project, grants); });
 }
 
@@ -76,7 +76,7 @@ QCoro::Task<> ProjectStore::refreshMediaConfirmationState() {
 }
 
 void ProjectStore::addContentMismatch(const ContentMismatchEvent &event) {
-    if (m_fileURL && MediaSourceAuthorization::projectKey(*m_fileURL) == event.projectKey) {
+    if (isOpen(event.projectKey)) {
         MediaConfirmation state = m_mediaConfirmation;
         state.addContentMismatches(event.paths);
         setMediaConfirmation(std::move(state));

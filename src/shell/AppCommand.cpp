@@ -7,9 +7,23 @@ AppCommand::AppCommand(Text text, std::function<void()> action, QObject *parent)
     setObjectName(m_text.id);
 }
 
+QVariantList AppCommand::shortcuts() const {
+    QVariantList values;
+    for (const QString &shortcut : m_text.shortcuts) {
+        values.append(shortcut);
+    }
+    return values;
+}
+
 void AppCommand::setEnabled(bool enabled) {
     if (std::exchange(m_isEnabled, enabled) != enabled) {
         Q_EMIT enabledChanged();
+    }
+}
+
+void AppCommand::setChecked(bool checked) {
+    if (std::exchange(m_isChecked, checked) != checked) {
+        Q_EMIT checkedChanged();
     }
 }
 

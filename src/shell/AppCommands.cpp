@@ -14,6 +14,22 @@ template <typename Value> QVariantList toVariants(const QList<Value> &values) {
     return variants;
 }
 
+/// The index of the first initial of a word in `label`, or else of the first letter, that is not in
+/// `taken`, to which it is added. -1 if all are taken.
+int takeMnemonic(const QString &label, QString &taken) {
+    for (const bool isInitialWanted : {true, false}) {
+        for (int i = 0; i < label.size(); ++i) {
+            const bool isInitial = i == 0 || label.at(i - 1).isSpace();
+            if (label.at(i).isLetter() && (isInitial || !isInitialWanted) &&
+                !taken.contains(label.at(i), Qt::CaseInsensitive)) {
+                taken += label.at(i);
+                return i;
+            }
+        }
+    }
+    return -1;
+}
+
 } // namespace
 
 AppCommands::AppCommands(ProjectStore &store, UpdaterController &updater, AppRequests &requests,
@@ -25,8 +41,9 @@ AppCommands::AppCommands(ProjectStore &store, UpdaterController &updater, AppReq
     add("openProject", QStringLiteral("Open Project…"), "Ctrl+O",
         [&requests] { Q_EMIT requests.openProjectRequested(); });
     addProjectCommands(requests);
-    add("help", QStringLiteral("Corvane Help"), "Ctrl+?", [this] { Q_EMIT helpRequested(); });
+    addWindowCommands();
     addMenus();
+    addMnemonics();
     connect(&m_store, &ProjectStore::projectChanged, this, &AppCommands::updateEnabled);
     connect(&m_store, &ProjectStore::saveStateChanged, this, &AppCommands::updateEnabled);
     connect(&m_updater, &UpdaterController::canCheckChanged, this, &AppCommands::updateEnabled);
@@ -50,11 +67,33 @@ void AppCommands::addProjectCommands(AppRequests &requests) {
         [&requests] { Q_EMIT requests.selectsHandoffRequested(); });
 }
 
+void AppCommands::addWindowCommands() {
+    add({.id = QStringLiteral("help"),
+         .label = QStringLiteral("Corvane Help"),
+         .shortcuts = {QStringLiteral("F1"), QStringLiteral("Ctrl+?")}},
+        [this] { Q_EMIT helpRequested(); });
+    add({.id = QStringLiteral("fullScreen"),
+         .label = QStringLiteral("Full Screen"),
+         .shortcuts = {QStringLiteral("F11")},
+         .isCheckable = true},
+        [this] { setFullScreen(!m_isFullScreen); });
+    add({.id = QStringLiteral("quit"),
+         .label = QStringLiteral("Quit"),
+         .shortcuts = {QStringLiteral("Ctrl+Q")},
+         .isApplicationWide = true},
+        [this] { Q_EMIT quitRequested(); });
+}
+
+void AppCommands::add(AppCommand::Text text, std::function<void()> action) {
+    m_commands.append(new AppCommand(std::move(text), std::move(action), this));
+}
+
 void AppCommands::add(const char *id, const QString &label, const char *shortcut,
                       std::function<void()> action) {
-    m_commands.append(new AppCommand(
-        {.id = QLatin1String(id), .label = label, .shortcut = QLatin1String(shortcut)},
-        std::move(action), this));
+    add({.id = QLatin1String(id),
+         .label = label,
+         .shortcuts = *shortcut ? QStringList(QLatin1String(shortcut)) : QStringList()},
+        std::move(action));
 }
 
 void AppCommands::addMenus() {
@@ -62,13 +101,36 @@ void AppCommands::addMenus() {
         return MenuEntry{.command = command(QLatin1String(id))};
     };
     const MenuEntry divider;
-    m_menus = {{.title = QStringLiteral("File"),
-                .entries = {entry("newProject"), entry("openProject"),
-                            MenuEntry{.isRecentProjects = true}, entry("saveProject"),
-                            entry("saveCopy"), entry("closeProject"), entry("closeWithoutSaving"),
-                            divider, entry("import"), entry("export"), entry("selectsHandoff")}},
-               {.title = QStringLiteral("Help"),
-                .entries = {entry("help"), divider, entry("checkForUpdates")}}};
+    m_menus = {
+        {.title = QStringLiteral("File"),
+         .entries = {entry("newProject"), entry("openProject"), MenuEntry{.isRecentProjects = true},
+                     entry("saveProject"), entry("saveCopy"), entry("closeProject"),
+                     entry("closeWithoutSaving"), divider, entry("import"), entry("export"),
+                     entry("selectsHandoff"), divider, entry("quit")}},
+        {.title = QStringLiteral("View"), .entries = {entry("fullScreen")}},
+        {.title = QStringLiteral("Help"),
+         .entries = {entry("help"), divider, entry("checkForUpdates")}}};
+}
+
+void AppCommands::addMnemonics() {
+    QString takenByMenus;
+    for (AppMenu &menu : m_menus) {
+        menu.mnemonic = takeMnemonic(menu.title, takenByMenus);
+        QString taken;
+        for (MenuEntry &entry : menu.entries) {
+            if (!entry.isDivider()) {
+                entry.mnemonic =
+                    takeMnemonic(entry.command ? entry.command->label() : openRecentLabel(), taken);
+            }
+        }
+    }
+}
+
+void AppCommands::setFullScreen(bool isFullScreen) {
+    if (std::exchange(m_isFullScreen, isFullScreen) != isFullScreen) {
+        command(QStringLiteral("fullScreen"))->setChecked(isFullScreen);
+        Q_EMIT fullScreenChanged();
+    }
 }
 
 QVariantList AppMenu::entryValues() const {

@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Tasks.h"
+#include "platform/TextFormat.h"
 
 #include <QPointer>
 
@@ -15,7 +16,9 @@ ContentRouter::ContentRouter(ProjectStore &store, AppRequests &requests, FilePan
     connect(&m_store, &ProjectStore::fileURLChanged, this, &ContentRouter::resetSetupAfterOpening);
     connect(&m_store, &ProjectStore::projectChanged, this, &ContentRouter::updateScreen);
     connect(&m_store, &ProjectStore::lastErrorChanged, this, &ContentRouter::errorChanged);
+    connect(&m_store, &ProjectStore::projectChanged, this, &ContentRouter::updateWindowTitle);
     updateScreen();
+    updateWindowTitle();
 }
 
 QString ContentRouter::errorMessage() const {
@@ -91,6 +94,16 @@ void ContentRouter::setHeld(bool held) {
 void ContentRouter::resetSetupAfterOpening() {
     if (m_store.fileURL()) {
         leaveSetup();
+    }
+}
+
+void ContentRouter::updateWindowTitle() {
+    const QString product = QStringLiteral("Corvane");
+    const QString name =
+        m_store.project() ? inOneLine(m_store.project()->displayName()) : QString();
+    const QString title = name.isEmpty() ? product : QStringLiteral("%1 — %2").arg(name, product);
+    if (std::exchange(m_windowTitle, title) != title) {
+        Q_EMIT windowTitleChanged();
     }
 }
 

@@ -9,13 +9,14 @@
 
 namespace corvane {
 
-/// Chooses the screen of the main window by the state of the session, and shows the session's last
-/// error as an alert, except the failure of a save (see `SessionAlert`). Handles the requests for a
-/// new and for another project. The constructor's arguments must outlive this object. Main thread
-/// only.
+/// Chooses the screen and the title of the main window by the state of the session, and shows the
+/// session's last error as an alert, except the failure of a save (see `SessionAlert`). Handles the
+/// requests for a new and for another project. The constructor's arguments must outlive this
+/// object. Main thread only.
 class ContentRouter : public QObject {
     Q_OBJECT
     Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
+    Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
     Q_PROPERTY(bool hasError READ hasError NOTIFY errorChanged)
     Q_PROPERTY(QString errorTitle READ errorTitle CONSTANT)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorChanged)
@@ -32,6 +33,8 @@ class ContentRouter : public QObject {
                   ProjectSetup &setup, QObject *parent = nullptr);
 
     Screen screen() const { return m_screen; }
+    /// "Harbor — Corvane", or "Corvane" without an open project.
+    const QString &windowTitle() const { return m_windowTitle; }
     bool hasError() const { return m_store.lastError() && !m_store.lastError()->isSaveFailure(); }
     static QString errorTitle() { return QStringLiteral("Project error"); }
     /// The error's description, or "Unknown error." if that is empty.
@@ -52,6 +55,7 @@ class ContentRouter : public QObject {
 
   Q_SIGNALS:
     void screenChanged();
+    void windowTitleChanged();
     void errorChanged();
 
   private:
@@ -60,6 +64,7 @@ class ContentRouter : public QObject {
     void runOpenPanel();
     void resetSetupAfterOpening();
     void updateScreen();
+    void updateWindowTitle();
 
     ProjectStore &m_store;
     FilePanels &m_panels;
@@ -68,6 +73,7 @@ class ContentRouter : public QObject {
     bool m_isHeld = false;
     std::function<void()> m_pendingRequest; ///< for the end of the hold; may be empty
     Screen m_screen = Screen::Home;
+    QString m_windowTitle;
 };
 
 } // namespace corvane

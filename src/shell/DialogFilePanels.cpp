@@ -1,8 +1,12 @@
 #include "shell/DialogFilePanels.h"
 
+#include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/SerialExecutor.h"
+#include "platform/Tasks.h"
 
 #include <QDir>
+#include <QPointer>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -16,6 +20,21 @@ FilePanels::ChosenFiles acceptFirst(FilePanels::Chosen chosen) {
 }
 
 } // namespace
+
+DialogFilePanels::DialogFilePanels(QObject *parent) : QObject(parent) {
+    detach(findDocuments());
+}
+
+QCoro::Task<> DialogFilePanels::findDocuments() {
+    const QPointer self(this);
+    const QString folder = co_await userInitiatedExecutor().run([] {
+        const QString path = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        return fileSystem().targetStatus(path) ? path : QString();
+    });
+    if (self) {
+        m_documents = folder;
+    }
+}
 
 void DialogFilePanels::openProjectFile(Chosen chosen) {
     request(Kind::OpenFile, {.message = QStringLiteral("Open Project"), .choosesProjectFile = true},
@@ -57,8 +76,7 @@ QUrl DialogFilePanels::folder() const {
     if (!m_folder.isEmpty()) {
         return QUrl::fromLocalFile(m_folder);
     }
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QUrl::fromLocalFile(QDir(documents).exists() ? documents : QDir::homePath());
+    return QUrl::fromLocalFile(m_documents.isEmpty() ? QDir::homePath() : m_documents);
 }
 
 QUrl DialogFilePanels::proposedFile() const {

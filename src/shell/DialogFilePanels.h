@@ -2,6 +2,7 @@
 
 #include "platform/FilePanels.h"
 
+#include <QCoroTask>
 #include <QObject>
 
 namespace corvane {
@@ -22,7 +23,7 @@ class DialogFilePanels : public QObject, public FilePanels {
     enum class Kind { OpenFile, OpenFiles, SaveFile, OpenFolder };
     Q_ENUM(Kind)
 
-    using QObject::QObject;
+    explicit DialogFilePanels(QObject *parent = nullptr);
 
     void openProjectFile(Chosen chosen) override;
     void save(const SavePanel &panel, Chosen chosen) override;
@@ -32,7 +33,8 @@ class DialogFilePanels : public QObject, public FilePanels {
     const QString &title() const { return m_panel.message; }
     const QString &acceptLabel() const { return m_acceptLabel; }
     Kind kind() const { return m_kind; }
-    /// The initial folder: that of the latest choice in this session, else the user's home.
+    /// The initial folder: that of the latest choice in this session, else the user's documents or,
+    /// without such a folder, home.
     QUrl folder() const;
     /// The proposed file in that folder; empty for panels that open files.
     QUrl proposedFile() const;
@@ -48,6 +50,7 @@ class DialogFilePanels : public QObject, public FilePanels {
     void dialogRequested();
 
   private:
+    QCoro::Task<> findDocuments();
     void request(Kind kind, SavePanel panel, const QString &acceptLabel, ChosenFiles chosen);
 
     Kind m_kind = Kind::OpenFile;
@@ -55,6 +58,7 @@ class DialogFilePanels : public QObject, public FilePanels {
     QString m_acceptLabel;
     ChosenFiles m_chosen; ///< empty unless a panel is open
     QString m_folder;
+    QString m_documents; ///< empty unless the folder exists
 };
 
 } // namespace corvane

@@ -3,8 +3,10 @@
 #include "platform/FileSystem.h"
 #include "shell/InlineMarkdown.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QFile>
+#include <QGuiApplication>
 #include <QUrl>
 
 namespace corvane {
@@ -89,6 +91,19 @@ bool HelpDocument::isAllowedLink(const QString &address) {
 
 bool HelpDocument::openLink(const QString &address) {
     return isAllowedLink(address) && QDesktopServices::openUrl(QUrl(address, QUrl::StrictMode));
+}
+
+void HelpDocument::copy(const QString &text) {
+    if (!text.isEmpty()) {
+        QGuiApplication::clipboard()->setText(text);
+    }
+}
+
+void HelpDocument::noteSelection(const QString &text) {
+    QClipboard *const clipboard = QGuiApplication::clipboard();
+    if (!text.isEmpty() && clipboard->supportsSelection()) {
+        clipboard->setText(text, QClipboard::Selection);
+    }
 }
 
 int HelpDocument::rowCount(const QModelIndex &parent) const {

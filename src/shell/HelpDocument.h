@@ -43,6 +43,10 @@ class HelpDocument : public QAbstractListModel {
     Q_INVOKABLE void load();
     /// Opens a web or mail link in the user's program. Returns false for any other scheme.
     Q_INVOKABLE static bool openLink(const QString &address);
+    /// Copies text to the clipboard; no-op if it is empty.
+    Q_INVOKABLE static void copy(const QString &text);
+    /// Offers selected text for the middle mouse button, if the desktop has that; no-op if empty.
+    Q_INVOKABLE static void noteSelection(const QString &text);
     static bool isAllowedLink(const QString &address);
 
     int rowCount(const QModelIndex &parent = {}) const override;

@@ -35,7 +35,7 @@ class ProjectHeader : public QObject {
     static QString importHelp() { return QStringLiteral("Import footage (Ctrl+I)"); }
     QString exportHelp() const;
     QString handoffHelp() const;
-    static QString guideHelp() { return QStringLiteral("Open Corvane User Guide (Ctrl+?)"); }
+    static QString guideHelp() { return QStringLiteral("Open Corvane User Guide (F1)"); }
 
   Q_SIGNALS:
     void changed();

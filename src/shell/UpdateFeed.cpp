@@ -27,13 +27,13 @@ AvailableVersion decodeFeed(const QByteArray &feed) {
     try {
         object = JSONDocument::parse(feed).root().toValue();
     } catch (const JSONSyntaxError &) {
-        throw FeedError(QStringLiteral("the feed is no JSON"));
+        throw FeedError(QStringLiteral("the feed is not valid JSON"));
     }
     const QString text = textMember(object, "version");
     qsizetype end = 0;
     const QVersionNumber version = QVersionNumber::fromString(text, &end);
     if (version.isNull() || end != text.size()) {
-        throw FeedError(QStringLiteral("the feed names no version"));
+        throw FeedError(QStringLiteral("the feed contains no version"));
     }
     const QUrl page(textMember(object, "page"), QUrl::StrictMode);
     return {.version = version, .page = UpdateDownload::isAllowedAddress(page) ? page : QUrl()};
@@ -41,7 +41,7 @@ AvailableVersion decodeFeed(const QByteArray &feed) {
 
 QCoro::Task<QByteArray> download(QUrl address, Clock &clock) {
     if (!UpdateDownload::isAllowedAddress(address)) {
-        throw FeedError(QStringLiteral("\"%1\" is no address with https").arg(address.toString()));
+        throw FeedError(QStringLiteral("\"%1\" is not an https address").arg(address.toString()));
     }
     UpdateDownload running(address, clock);
     co_await qCoro(&running, &UpdateDownload::finished);
@@ -57,7 +57,7 @@ QCoro::Task<QByteArray> download(QUrl address, Clock &clock) {
 AvailableVersion read(const QByteArray &feed, const QByteArray &signature,
                       const QByteArray &publicKey) {
     if (!ed25519::verify(fromBase64(publicKey), feed, fromBase64(signature))) {
-        throw FeedError(QStringLiteral("its signature is not the key's"));
+        throw FeedError(QStringLiteral("the feed's signature doesn't match this build's key"));
     }
     return decodeFeed(feed);
 }

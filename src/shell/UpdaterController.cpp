@@ -12,6 +12,16 @@ namespace {
 
 Q_LOGGING_CATEGORY(updaterLog, "app.corvane.Corvane.Updater")
 
+const auto kNoKey = QStringLiteral(
+    "This build of Corvane can't check for updates, because it has no key to verify them with. Ask "
+    "whoever provided it for the newest version.");
+
+QString describeFailure(const QString &reason) {
+    return QStringLiteral("The check for updates failed: %1. Your version stays as it is; you can "
+                          "try again later.")
+        .arg(reason);
+}
+
 QString describeResult(const AvailableVersion &available, const QString &ownVersion) {
     if (available.version <= QVersionNumber::fromString(ownVersion)) {
         return QStringLiteral("Corvane %1 is the newest version.").arg(ownVersion);
@@ -42,6 +52,7 @@ void UpdaterController::check() {
         qCCritical(updaterLog).noquote()
             << QStringLiteral("Refusing update check: SUPublicEDKey is blank in Info.plist. EdDSA "
                               "verification cannot function without the key.");
+        setResultText(kNoKey);
         return;
     }
     detach(run());
@@ -60,6 +71,7 @@ QCoro::Task<> UpdaterController::run() {
     } catch (const std::exception &error) {
         qCCritical(updaterLog).noquote()
             << QStringLiteral("Refusing update feed: %1.").arg(describe(error));
+        result = describeFailure(describe(error));
     }
     if (self) {
         setChecking(false);

@@ -19,8 +19,9 @@ struct UpdateSettings {
     static UpdateSettings builtIn();
 };
 
-/// Checks for a newer version on request and announces it; never downloads or installs one. A check
-/// that fails or cannot be verified only writes a line to the log. Main thread only.
+/// Checks for a newer version on request and announces it; never downloads or installs one. If a
+/// check fails or cannot be verified, the result is the reason, which is logged too. Main thread
+/// only.
 class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString resultTitle READ resultTitle CONSTANT)
@@ -33,7 +34,7 @@ class UpdaterController : public QObject {
     /// False while a check is in progress.
     bool canCheck() const { return !m_isChecking; }
     static QString resultTitle() { return QStringLiteral("Corvane updates"); }
-    /// Result of the last check until it is dismissed; empty if there was none or it failed.
+    /// Result of the last check until it is dismissed; empty if there was none.
     const QString &resultText() const { return m_resultText; }
 
     /// Starts a check. No-op while one is in progress.

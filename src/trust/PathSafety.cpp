@@ -119,7 +119,7 @@ void validateSource(const QString &path, const SourceGrants &grants, const QStri
              Kind::sourceIdentityChanged);
 }
 
-std::optional<QString> resolveCachePath(const QString &storedPath, const QString &projectFolder) {
+std::optional<QString> cachePath(const QString &storedPath, const QString &projectFolder) {
     if (storedPath.isEmpty()) {
         return std::nullopt;
     }
@@ -127,19 +127,27 @@ std::optional<QString> resolveCachePath(const QString &storedPath, const QString
     const bool isAbsolute = storedPath.startsWith(QLatin1Char('/'));
     QString path =
         paths::standardized(isAbsolute ? storedPath : paths::joined(cacheRoot, storedPath));
-    if (reachesOutsideOrThroughSymlink(path, projectFolder)) {
+    if (!paths::isBelow(path, paths::standardized(projectFolder))) {
         return std::nullopt;
     }
     return path;
 }
 
+std::optional<QString> resolveCachePath(const QString &storedPath, const QString &projectFolder) {
+    const auto path = cachePath(storedPath, projectFolder);
+    return path && !reachesOutsideOrThroughSymlink(*path, projectFolder) ? path : std::nullopt;
+}
+
+QString subclipThumbnailName(const QString &subclipId) {
+    const QString uuid = QUuid::fromString(subclipId).toString(QUuid::WithoutBraces).toUpper();
+    return uuid == subclipId.toUpper() // not a UUID in braces
+               ? QStringLiteral("subclip-thumbs/%1.jpg").arg(uuid)
+               : QString();
+}
+
 std::optional<QString> subclipThumbnailPath(const QString &subclipId,
                                             const QString &projectFolder) {
-    const QString uuid = QUuid::fromString(subclipId).toString(QUuid::WithoutBraces).toUpper();
-    if (uuid != subclipId.toUpper()) { // such as a UUID in braces
-        return std::nullopt;
-    }
-    return resolveCachePath(QStringLiteral("subclip-thumbs/%1.jpg").arg(uuid), projectFolder);
+    return resolveCachePath(subclipThumbnailName(subclipId), projectFolder);
 }
 
 } // namespace corvane::PathSafety

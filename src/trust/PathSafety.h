@@ -65,10 +65,18 @@ struct SourceGrants {
 void validateSource(const QString &path, const SourceGrants &grants, const QString &label);
 
 /// Returns the absolute path of a stored cache path, which is absolute or relative to the cache
-/// root; nullopt if it is empty, outside the project folder or reached through a symbolic link.
+/// root; nullopt if it is empty or outside the project folder. Doesn't access the disk: whoever
+/// reads the file refuses symbolic links below the project folder.
+std::optional<QString> cachePath(const QString &storedPath, const QString &projectFolder);
+
+/// `cachePath`; also nullopt if the path is reached through a symbolic link.
 std::optional<QString> resolveCachePath(const QString &storedPath, const QString &projectFolder);
 
-/// Returns the path of a subclip's thumbnail; nullopt if the id is not a UUID.
+/// The stored path of a subclip's thumbnail; empty if the id is not a UUID.
+QString subclipThumbnailName(const QString &subclipId);
+
+/// Returns the path of a subclip's thumbnail; nullopt if the id is not a UUID, or as in
+/// `resolveCachePath`.
 std::optional<QString> subclipThumbnailPath(const QString &subclipId, const QString &projectFolder);
 
 } // namespace corvane::PathSafety

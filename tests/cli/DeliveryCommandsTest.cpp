@@ -53,6 +53,26 @@ TEST_F(DeliveryCommands, ScanListsMediaWithSidecarsAndReportsSkippedFiles) {
     EXPECT_THAT(console.error.toStdString(), HasSubstr("missing: No such file or directory"));
 }
 
+TEST_F(DeliveryCommands, NamesAFolderThatCannotBeListedAndExitsWithOne) {
+    class BrokenFolder : public SystemFileSystem {
+        QList<DirectoryEntry> list(const QString &path) const override {
+            return path.endsWith(QStringLiteral("/broken")) ? throw FileError(path, EIO)
+                                                            : SystemFileSystem::list(path);
+        }
+    } files;
+    const FileSystemScope scope(files);
+    createWithClips(1);
+    folder.write("more/a.mov", noise(100, 7));
+    folder.write("more/broken/b.mov", noise(100, 8));
+    for (const auto *command :
+         {"scan @more --recursive", "import P @more --recursive", "import P @more/broken"}) {
+        EXPECT_EQ(run(command), kRefused) << command;
+        EXPECT_THAT(console.error.toStdString(),
+                    HasSubstr("/more/broken: It can't be read: Input/output error."));
+    }
+    EXPECT_EQ(list(json("info P"), "videos").size(), 2);
+}
+
 TEST_F(DeliveryCommands, ImportsNewFilesInPlaceOrByCopyAndReportsFailures) {
     createWithClips(2);
     EXPECT_EQ(column(list(json("info P"), "videos"), "sourcePath").first(),

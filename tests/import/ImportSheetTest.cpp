@@ -148,7 +148,8 @@ TEST_F(ImportSheetTest, ReportsProgressThatNeverDecreases) {
     scanCards(SourceImportMode::copied);
     sheet.toggleRow(1);
     EXPECT_TRUE(folder.names("p/media").isEmpty());
-    EXPECT_EQ(sheet.preview().destinationNote, utf8("(created on import)"));
+    EXPECT_TRUE(
+        eventually([&] { return sheet.preview().destinationNote == utf8("(created on import)"); }));
     QStringList seen;
     double reached = 0;
     QObject::connect(&sheet, &ImportSheet::runChanged, &sheet, [&] {

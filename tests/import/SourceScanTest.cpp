@@ -118,6 +118,11 @@ TEST_F(SourceScanTest, CountsEntriesLeftOutByReason) {
     EXPECT_EQ(found(result), "a.mov");
     EXPECT_EQ(result.leftOut,
               (LeftOut{.notMedia = 3, .symbolicLinks = 2, .unreadable = 2, .invalidNames = 1}));
+    EXPECT_THAT(
+        result.unreadable,
+        testing::ElementsAre(
+            UnreadableEntry{at("locked"), QStringLiteral("Permission denied")},
+            UnreadableEntry{at("replaced"), QStringLiteral("Too many levels of symbolic links")}));
 }
 
 TEST_F(SourceScanTest, ScansSingleFilesThroughTheirFolderAndFollowsALinkedRoot) {

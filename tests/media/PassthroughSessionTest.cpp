@@ -1,9 +1,11 @@
 #include "SessionFixture.h"
+#include "support/FaultyFileSystem.h"
 
 #include <gmock/gmock.h>
 
-#include <csignal>
-#include <sys/resource.h>
+#include <QFileInfo>
+
+#include <cerrno>
 
 using namespace corvane;
 using namespace corvane::test;
@@ -15,26 +17,6 @@ namespace {
 constexpr auto kPassthrough = ExportPreset::passthrough;
 
 class PassthroughSessionTest : public SessionTest {};
-
-/// Limits the size of the files that the process writes, during its lifetime.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        m_handler = ::signal(SIGXFSZ, SIG_IGN);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        ::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY_MOVE(FileSizeLimit)
-
-  private:
-    rlimit m_before{};
-    sighandler_t m_handler = SIG_DFL;
-};
 
 } // namespace
 
@@ -177,12 +159,51 @@ TEST_F(PassthroughSessionTest, KeepsTheCameraMetadataAndAdvancesTheTimecode) {
     }
 }
 
-TEST_F(PassthroughSessionTest, ReportsAFullDisk) {
+TEST_F(PassthroughSessionTest, ReportsEveryFailedAccessToTheOutput) {
     const QString source =
         clip("big.mp4", {.size = {640, 360}, .frames = 50, .arguments = "-qp 1"});
+    const std::pair<const char *, std::function<void(FaultyFileSystem &)>> faults[] = {
+        {"No space left on device", [](auto &files) { files.setFreeSpace(2'000); }},
+        {"Input/output error", [](auto &files) { files.setBytesPerWrite(0); }},
+        {"Input/output error", [](auto &files) { files.setBytesPerWrite(1); }},
+    };
     for (const ExportPreset preset : {kPassthrough, ExportPreset::highestQuality}) {
-        folder.write("out.mp4", {});
-        const FileSizeLimit limit(2'000);
-        EXPECT_EQ(exported(source, preset), "The output can't be written: File too large");
+        for (const auto &[error, inject] : faults) {
+            FaultyFileSystem files;
+            inject(files);
+            const FileSystemScope scope(files);
+            EXPECT_EQ(exported(source, preset),
+                      std::string("The output can't be written: ") + error);
+        }
+    }
+    FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    int call = 0;
+    do {
+        files.failAt(++call, EIO);
+    } while (!exported(source, kPassthrough).empty());
+    EXPECT_GT(call, files.calls()) << "only a run without a failure succeeds";
+}
+
+TEST_F(PassthroughSessionTest, RefusesAnOutputThatCannotBeReadBackToItsEnd) {
+    const QString source = clip("a.mp4", {.frames = 80, .audioTracks = 1});
+    FaultyFileSystem files;
+    const FileSystemScope scope(files);
+    files.setObserver([&](const QString &operation, const QString &path) {
+        if (operation == QLatin1String("close") && path == output) {
+            QFile::resize(path, QFileInfo(path).size() - 400);
+        }
+    });
+    EXPECT_THAT(exported(source, kPassthrough), HasSubstr("The finished file is incomplete"));
+}
+
+TEST_F(PassthroughSessionTest, ReportsASourceThatEndsBeforeItsSize) {
+    const QString source = clip(
+        "long.mp4", {.size = {640, 360}, .frames = 80, .arguments = "-qp 1 -movflags +faststart"});
+    FaultyFileSystem files;
+    files.setReadableBytes(QFileInfo(source).size() / 2);
+    const FileSystemScope scope(files);
+    for (const ExportPreset preset : {kPassthrough, ExportPreset::highestQuality}) {
+        EXPECT_EQ(exported(source, preset), "The source can't be read: Input/output error");
     }
 }

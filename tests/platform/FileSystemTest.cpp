@@ -109,6 +109,28 @@ TEST(OpenFolder, StaysTheSameFolderWhereverItsPathLeads) {
     EXPECT_THROW((void)open.subfolder(QStringLiteral("file")), FileError);
 }
 
+TEST(FileSystem, CompletesShortWritesButGivesUpIfOnlyAFewBytesAreAccepted) {
+    const TestFolder folder;
+    const QByteArray bytes(100'000, 'n');
+    for (const auto &[bytesPerWrite, length, isWritten] :
+         {std::tuple{4'000, 100'000, true}, {1, 40, true}, {1, 100'000, false}, {0, 40, false}}) {
+        FaultyFileSystem files;
+        files.setBytesPerWrite(bytesPerWrite);
+        const QString path = folder.write("file", {});
+        const auto writeTwice = [&] {
+            const Descriptor file = files.openForWriting(path);
+            files.write(file, bytes.constData(), length);
+            files.writeAt(file, length, bytes.constData(), length);
+        };
+        if (isWritten) {
+            writeTwice();
+            EXPECT_TRUE(folder.read("file") == bytes.left(length) + bytes.left(length));
+        } else {
+            EXPECT_THROW(writeTwice(), FileError);
+        }
+    }
+}
+
 TEST(FileSystem, FlagsNamesThatAreNotUtf8) {
     const TestFolder folder;
     const QByteArray raw = folder.path().toUtf8() + "/bad\xFF.mov";

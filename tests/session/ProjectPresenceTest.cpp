@@ -65,6 +65,12 @@ TEST_F(ProjectPresenceTest, RecognizesTheLockOfAnotherLiveSession) {
     }
     folder.write(".Harbor.corvane.lock", "{}");
     EXPECT_FALSE(DocumentLock::otherHolder(file, {}, clock.now()));
+    const QString linked = folder.write("other.json", encodeJSON(running));
+    QFile::remove(DocumentLock::pathFor(file));
+    folder.link(".Harbor.corvane.lock", linked);
+    DocumentLock::write(file, own);
+    EXPECT_EQ(folder.read("other.json"), encodeJSON(running)) << "links are not followed";
+    EXPECT_FALSE(DocumentLock::otherHolder(file, {}, clock.now()));
 }
 
 TEST_F(ProjectPresenceTest, HoldsTheLockWhileTheProjectIsOpen) {

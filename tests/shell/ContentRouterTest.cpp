@@ -31,16 +31,20 @@ class ProjectSetupTest : public ShellTest {
 
 } // namespace
 
-TEST_F(ContentRouterTest, ShowsTheScreenForTheSessionState) {
+TEST_F(ContentRouterTest, ShowsTheScreenAndTheTitleForTheSessionState) {
     ContentRouter &router = *app.router();
     EXPECT_EQ(router.screen(), Screen::Home);
+    EXPECT_EQ(router.windowTitle(), QStringLiteral("Corvane"));
     Q_EMIT app.requests()->newProjectRequested();
     EXPECT_EQ(router.screen(), Screen::Setup);
     app.setup()->setProjectName(QStringLiteral("Half typed"));
     open(file);
     EXPECT_EQ(router.screen(), Screen::Project);
+    EXPECT_EQ(router.windowTitle(),
+              app.store().project()->displayName() + QStringLiteral(" — Corvane"));
     await(app.store().closeProject());
     EXPECT_EQ(router.screen(), Screen::Home) << "opening a project leaves the setup";
+    EXPECT_EQ(router.windowTitle(), QStringLiteral("Corvane"));
     EXPECT_TRUE(app.setup()->projectName().isEmpty());
 }
 

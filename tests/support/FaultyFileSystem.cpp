@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 
@@ -85,6 +86,11 @@ qint64 FaultyFileSystem::read(const Descriptor &file, char *into, qint64 maximum
     return SystemFileSystem::read(file, into, maximum);
 }
 
+qint64 FaultyFileSystem::readAt(const Descriptor &file, qint64 offset, char *into, qint64 maximum) {
+    const qint64 readable = std::clamp<qint64>(m_readableBytes - offset, 0, maximum);
+    return SystemFileSystem::readAt(file, offset, into, readable);
+}
+
 Descriptor FaultyFileSystem::createFileAt(const Descriptor &folder, const QString &name,
                                           quint32 permissions) {
     const QString path = paths::joined(folder.path(), name);
@@ -95,13 +101,35 @@ Descriptor FaultyFileSystem::createFileAt(const Descriptor &folder, const QStrin
     return file;
 }
 
+Descriptor FaultyFileSystem::openForWriting(const QString &path) {
+    count("openForWriting", path);
+    return SystemFileSystem::openForWriting(path);
+}
+
 void FaultyFileSystem::write(const Descriptor &file, const char *bytes, qint64 size) {
     count("write", file.path());
+    takeSpace(file, size);
+    SystemFileSystem::write(file, bytes, size);
+}
+
+void FaultyFileSystem::writeAt(const Descriptor &file, qint64 offset, const char *bytes,
+                               qint64 size) {
+    count("writeAt", file.path());
+    takeSpace(file, size);
+    SystemFileSystem::writeAt(file, offset, bytes, size);
+}
+
+void FaultyFileSystem::takeSpace(const Descriptor &file, qint64 size) {
     if (m_freeSpace >= 0 && (m_freeSpace -= size) < 0) {
         m_freeSpace = 0;
         throw FileError(file.path(), ENOSPC);
     }
-    SystemFileSystem::write(file, bytes, size);
+}
+
+qint64 FaultyFileSystem::writeOnce(const Descriptor &file, std::optional<qint64> offset,
+                                   const char *bytes, qint64 size) {
+    return SystemFileSystem::writeOnce(file, offset, bytes,
+                                       std::min<qint64>(size, m_bytesPerWrite));
 }
 
 bool FaultyFileSystem::shareBytes(const Descriptor &from, const Descriptor &into) noexcept {

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <functional>
+#include <limits>
 #include <mutex>
 
 namespace corvane::test {
@@ -26,6 +27,10 @@ class FaultyFileSystem : public SystemFileSystem {
     int sharedFiles() const { return m_sharedFiles; }
     /// Makes writes fail with `ENOSPC` once this many bytes were written.
     void setFreeSpace(qint64 bytes) { m_freeSpace = bytes; }
+    /// Makes the file end at this offset for `readAt`, whatever its size.
+    void setReadableBytes(qint64 bytes) { m_readableBytes = bytes; }
+    /// Limits the bytes that one system call writes; 0 makes it write no byte and succeed.
+    void setBytesPerWrite(qint64 bytes) { m_bytesPerWrite = bytes; }
     /// Sets a function to call with the operation's name and path before each counted call.
     void setObserver(std::function<void(const QString &, const QString &)> observer);
     /// Before the call with this number (from 1), renames the folder to "<folder>.away" and gives
@@ -45,9 +50,12 @@ class FaultyFileSystem : public SystemFileSystem {
     Descriptor openFolderAt(const Descriptor &folder, const QString &name) override;
     Descriptor openFileAt(const Descriptor &folder, const QString &name) override;
     qint64 read(const Descriptor &file, char *into, qint64 maximum) override;
+    qint64 readAt(const Descriptor &file, qint64 offset, char *into, qint64 maximum) override;
     Descriptor createFileAt(const Descriptor &folder, const QString &name,
                             quint32 permissions) override;
+    Descriptor openForWriting(const QString &path) override;
     void write(const Descriptor &file, const char *bytes, qint64 count) override;
+    void writeAt(const Descriptor &file, qint64 offset, const char *bytes, qint64 count) override;
     bool shareBytes(const Descriptor &from, const Descriptor &into) noexcept override;
     void setPermissions(const Descriptor &file, quint32 permissions) override;
     void sync(const Descriptor &file) override;
@@ -62,7 +70,12 @@ class FaultyFileSystem : public SystemFileSystem {
     std::optional<QString> volumeUUID(const Mount &mount) const override;
     qint64 availableBytes(const QString &path) const override;
 
+  protected:
+    qint64 writeOnce(const Descriptor &file, std::optional<qint64> offset, const char *bytes,
+                     qint64 count) override;
+
   private:
+    void takeSpace(const Descriptor &file, qint64 size);
     void count(const char *operation, const QString &path);
     void noteRename(const QString &from, const QString &to);
 
@@ -74,6 +87,8 @@ class FaultyFileSystem : public SystemFileSystem {
     std::atomic<int> m_sharedFiles = 0;
     std::pair<QString, QString> m_swapped; ///< the folder and what takes its place
     std::atomic<qint64> m_freeSpace = -1;
+    std::atomic<qint64> m_readableBytes = std::numeric_limits<qint64>::max();
+    std::atomic<qint64> m_bytesPerWrite = std::numeric_limits<qint64>::max();
     std::function<void(const QString &, const QString &)> m_observer;
     std::optional<QByteArray> m_mountTable;
     std::optional<std::optional<QString>> m_volumeUUID;

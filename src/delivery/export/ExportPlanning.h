@@ -22,8 +22,8 @@ ExportChoices defaultExportChoices(const Project &project);
 /// Returns the rows in the order of the run: by clip id, the whole clip before its subclips. Empty
 /// if there is no output folder.
 ///
-/// With `includeFolderContents`, lists the output folder and avoids the names of its folders. Files
-/// in it may be replaced. A folder that cannot be listed counts as empty. Main thread.
+/// With `includeFolderContents`, lists the output folder, which blocks, and avoids the names of its
+/// folders. Files in it may be replaced. A folder that cannot be listed counts as empty.
 QList<ExportRowJob> planRows(const Project &project, const ExportChoices &choices,
                              bool includeFolderContents);
 

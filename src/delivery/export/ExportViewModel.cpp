@@ -2,6 +2,7 @@
 
 #include "delivery/export/ExportEngine.h"
 #include "delivery/export/ExportWriteBack.h"
+#include "platform/SerialExecutor.h"
 
 namespace corvane {
 
@@ -28,14 +29,14 @@ QStringList filesOf(const Project &project) {
 
 class ExportViewModel::Run : public DeliveryRun {
   public:
-    Run(ExportViewModel &flow, const Project &project, ExportBatchInput input,
-        QList<ExportRowJob> rows)
+    Run(ExportViewModel &flow, const Project &project, ExportBatchInput input)
         : m_flow(&flow),
           m_store(flow.store()),
           m_engine(flow.m_sessions, m_store->clock()),
           m_origin(ExportOrigin::of(project, *m_store)),
-          m_input(std::move(input)),
-          m_rows(std::move(rows)) {}
+          m_project(project),
+          m_choices(flow.choices()),
+          m_input(std::move(input)) {}
 
     QCoro::Task<QStringList> deliver(PathSafety::SourceGrants grants,
                                      std::shared_ptr<CancelToken> cancelToken) override {
@@ -47,7 +48,12 @@ class ExportViewModel::Run : public DeliveryRun {
                 m_flow->setProgress(progress, progress.overallFraction(m_input.outputMode));
             }
         };
-        ExportBatchResult result = co_await m_engine.run(m_input, m_rows, onProgress, cancelToken);
+        // The output folder may be on a drive that responds slowly.
+        const QList<ExportRowJob> rows =
+            co_await userInitiatedExecutor().run([project = m_project, choices = m_choices] {
+                return corvane::planRows(project, choices, true);
+            });
+        ExportBatchResult result = co_await m_engine.run(m_input, rows, onProgress, cancelToken);
         if (m_store) {
             writeBack(*m_store, m_origin, m_input, result);
         }
@@ -63,8 +69,9 @@ class ExportViewModel::Run : public DeliveryRun {
     QPointer<ProjectStore> m_store;
     ExportEngine m_engine;
     ExportOrigin m_origin;
+    Project m_project;
+    ExportChoices m_choices;
     ExportBatchInput m_input;
-    QList<ExportRowJob> m_rows;
 };
 
 ExportViewModel::ExportViewModel(ProjectStore *store, media::ExportSessionFactory &sessions,
@@ -85,8 +92,7 @@ bool ExportViewModel::canStart(const QList<ExportRowJob> &rows) const {
 }
 
 std::shared_ptr<DeliveryRun> ExportViewModel::prepareRun(const Project &project) {
-    QList<ExportRowJob> rows = planRows(project, true);
-    if (!canStart(rows)) {
+    if (!canStart(planRows(project, false))) {
         return nullptr;
     }
     m_runInput = ExportBatchInput{
@@ -102,7 +108,7 @@ std::shared_ptr<DeliveryRun> ExportViewModel::prepareRun(const Project &project)
         .projectFolder = projectFolder(project.filePath),
         .protectedFiles = filesOf(project),
     };
-    return std::make_shared<Run>(*this, project, *m_runInput, std::move(rows));
+    return std::make_shared<Run>(*this, project, *m_runInput);
 }
 
 } // namespace corvane

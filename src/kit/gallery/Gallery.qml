@@ -28,7 +28,7 @@ AppWindow {
         PopUpMenu {
             title: "Help"
 
-            MenuItem { text: "Corvane Help"; shortcutText: "Ctrl+?" }
+            MenuItem { text: "Corvane Help"; shortcutText: "F1" }
         }
     }
 

@@ -1,6 +1,7 @@
 #include "review/ui/JpegDecoder.h"
 
 #include "platform/FileSystem.h"
+#include "trust/PathSafety.h"
 
 #include <QPainter>
 
@@ -16,14 +17,14 @@ struct DestroyDecoder {
     void operator()(void *decoder) const { tjDestroy(decoder); }
 };
 
-bool isFile(const QString &path) {
-    const auto status = path.isEmpty() ? std::nullopt : fileSystem().linkStatus(path);
-    return status && status->type == FileType::Regular;
+bool isFile(const QString &path, const QString &root) {
+    return !path.isEmpty() && PathSafety::fileType(path) == FileType::Regular &&
+           (root.isEmpty() || !PathSafety::reachesOutsideOrThroughSymlink(path, root));
 }
 
 /// Empty if the file can't be read or is too large.
-QByteArray fileBytes(const QString &path) {
-    if (!isFile(path)) {
+QByteArray fileBytes(const QString &path, const QString &root) {
+    if (!isFile(path, root)) {
         return {};
     }
     try {
@@ -108,7 +109,8 @@ QImage decode(const DecodeRequest &request, const std::stop_token &stop) {
     if (stop.stop_requested() || request.pixels.isEmpty()) {
         return {};
     }
-    const QByteArray bytes = fileBytes(isFile(request.path) ? request.path : request.fallbackPath);
+    const QByteArray bytes = fileBytes(
+        isFile(request.path, request.root) ? request.path : request.fallbackPath, request.root);
     if (bytes.isEmpty() || stop.stop_requested()) {
         return {};
     }

@@ -17,6 +17,7 @@ constexpr int kMaxSide = 4096;
 JpegImage::JpegImage(QQuickItem *parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
     connect(this, &JpegImage::radiusChanged, this, &QQuickItem::polish);
+    connect(this, &JpegImage::rootChanged, this, &QQuickItem::polish);
 }
 
 JpegImage::~JpegImage() {
@@ -53,7 +54,8 @@ void JpegImage::cancel() {
 jpeg::DecodeRequest JpegImage::request() const {
     const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1;
     const QSize pixels(int(std::ceil(width() * ratio)), int(std::ceil(height() * ratio)));
-    return {m_path, m_fallbackPath, pixels.boundedTo({kMaxSide, kMaxSide}), m_radius * ratio};
+    return {m_path, m_fallbackPath, m_root, pixels.boundedTo({kMaxSide, kMaxSide}),
+            m_radius * ratio};
 }
 
 /// Runs once per frame, after all properties are set. After a change of size the former image stays

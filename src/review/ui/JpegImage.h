@@ -16,6 +16,9 @@ class JpegImage : public QQuickItem {
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
     /// Used if there is no file at `path` when it is read.
     Q_PROPERTY(QString fallbackPath READ fallbackPath WRITE setFallbackPath NOTIFY pathChanged)
+    /// A folder below which no component of the paths may be a link. Empty: only the file itself is
+    /// no link.
+    Q_PROPERTY(QString root MEMBER m_root NOTIFY rootChanged)
     Q_PROPERTY(double radius MEMBER m_radius NOTIFY radiusChanged)
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY isLoadedChanged)
 
@@ -34,6 +37,7 @@ class JpegImage : public QQuickItem {
 
   Q_SIGNALS:
     void pathChanged();
+    void rootChanged();
     void radiusChanged();
     void isLoadedChanged();
 
@@ -51,6 +55,7 @@ class JpegImage : public QQuickItem {
 
     QString m_path;
     QString m_fallbackPath;
+    QString m_root;
     double m_radius = 0;
     std::shared_ptr<JpegTask> m_task;
     jpeg::DecodeRequest m_lastRequest;

@@ -26,6 +26,7 @@ RowBackground {
     required property string subclipCount
     required property string thumbnail
     required property string fallbackThumbnail
+    required property string thumbnailRoot
     required property bool isSelected
     required property bool isMarked
     property RowForm form
@@ -69,6 +70,7 @@ RowBackground {
         primaryURL: row.pooled ? "" : row.thumbnail
         fallbackURL: row.pooled ? "" : row.fallbackThumbnail
         isAudioOnly: row.isAudioOnly
+        root: row.thumbnailRoot
     }
 
     Rectangle {

@@ -22,6 +22,7 @@ FocusItem {
     required property string thumbnail
     required property string fallbackThumbnail
     required property bool isAudioOnly
+    required property string thumbnailRoot
     required property bool isActive
     readonly property alias isEditing: field.visible
 
@@ -101,6 +102,7 @@ FocusItem {
         primaryURL: row.thumbnail
         fallbackURL: row.fallbackThumbnail
         isAudioOnly: row.isAudioOnly
+        root: row.thumbnailRoot
     }
 
     Item {

@@ -1,6 +1,7 @@
 // The thumbnail of a clip or subclip, or a glyph if it can't be loaded.
 //   primaryURL, fallbackURL: string (paths, may be empty; the fallback is used if the first file
-//   doesn't exist); isAudioOnly: bool (the glyph is one for audio); isLoaded: bool, read-only
+//   doesn't exist); root: string, as for JpegImage; isAudioOnly: bool (the glyph is one for audio);
+//   isLoaded: bool, read-only
 import QtQuick
 import Corvane.Kit
 import Corvane.Review
@@ -11,6 +12,7 @@ Item {
     property string primaryURL
     property string fallbackURL
     property bool isAudioOnly: false
+    property string root
     readonly property alias isLoaded: image.isLoaded
 
     implicitWidth: Theme.clipThumbnailWidth
@@ -38,6 +40,7 @@ Item {
         anchors.fill: parent
         path: control.primaryURL
         fallbackPath: control.fallbackURL
+        root: control.root
         radius: Theme.thumbnailRadius
     }
 }

@@ -12,6 +12,7 @@ PopUpMenu {
 
     objectName: "menu." + menu.title
     title: menu.title
+    mnemonic: menu.mnemonic
     // Filled on first use, so that the first frame doesn't wait for it.
     onAboutToShow: {
         if (count === 0) {
@@ -24,9 +25,10 @@ PopUpMenu {
             if (entry.isDivider) {
                 addItem(divider.createObject(root.contentItem));
             } else if (entry.isRecentProjects) {
-                addMenu(recentProjects.createObject(root, { app: app }));
+                addMenu(recentProjects.createObject(root, { app: app, mnemonic: entry.mnemonic }));
             } else {
-                addItem(commandItem.createObject(root.contentItem, { command: entry.command }));
+                addItem(commandItem.createObject(root.contentItem,
+                                                 { command: entry.command, mnemonic: entry.mnemonic }));
             }
         }
     }
@@ -53,6 +55,8 @@ PopUpMenu {
             text: command.label
             shortcutText: Format.keys(command.shortcut)
             enabled: command.enabled
+            checkable: command.isCheckable
+            checked: command.isChecked
             helpText: command.toolTip
             onTriggered: command.trigger()
         }

@@ -1,5 +1,6 @@
 // A block of the user guide: a gap, a heading, a bullet or a paragraph.
-//   kind, text: roles of HelpDocument; signal linkActivated(string address)
+//   kind, text: roles of HelpDocument
+// The functions take points of the block, and offsets in its text without marks.
 import QtQuick
 import Corvane.Kit
 import Corvane.Shell
@@ -12,6 +13,7 @@ Item {
     required property string text
     readonly property bool isHeading: kind === HelpDocument.Heading1 || kind === HelpDocument.Heading2
                                       || kind === HelpDocument.Heading3
+    readonly property bool isGap: kind === HelpDocument.Gap
     readonly property bool isBullet: kind === HelpDocument.Bullet
     readonly property int ruleHeight: kind === HelpDocument.Heading1 ? Theme.heading1RuleHeight
                                     : kind === HelpDocument.Heading2 ? Theme.heading2RuleHeight : 0
@@ -20,14 +22,37 @@ Item {
     readonly property int below: kind === HelpDocument.Heading3 || kind === HelpDocument.Paragraph
                                  ? Theme.spacing4 : 0
 
-    signal linkActivated(string address)
+    function offsetAt(point: point): int {
+        return isGap ? 0 : body.positionAt(point.x - body.x, point.y - body.y);
+    }
+
+    function linkAt(point: point): string {
+        return isGap ? "" : body.linkAt(point.x - body.x, point.y - body.y);
+    }
+
+    // The two ends of the word at an offset.
+    function wordAt(offset: int): var {
+        body.cursorPosition = offset;
+        body.selectWord();
+        return [body.selectionStart, body.selectionEnd];
+    }
+
+    // Selects a part of the text and returns it, with the bullet if it starts the block.
+    function select(from: int, to: real): string {
+        body.select(from, Math.min(to, body.length));
+        const bullet = isBullet && from === 0 && to > 0 ? dot.text + " " : "";
+        return isGap ? "" : bullet + body.getText(from, Math.min(to, body.length));
+    }
+
+    function deselect() {
+        body.deselect();
+    }
 
     objectName: "helpView.line." + index
-    height: kind === HelpDocument.Gap ? Theme.helpGap
-                                   : above + body.height + below + ruleHeight
+    height: isGap ? Theme.helpGap : above + body.height + below + ruleHeight
     Accessible.role: isHeading ? Accessible.Heading : Accessible.Paragraph
     Accessible.name: body.plain
-    Accessible.ignored: kind === HelpDocument.Gap
+    Accessible.ignored: isGap
 
     Text {
         id: dot
@@ -43,18 +68,19 @@ Item {
     TextEdit {
         id: body
 
-        readonly property string plain: line.kind === HelpDocument.Gap ? "" : getText(0, length)
+        readonly property string plain: line.isGap ? "" : getText(0, length)
 
         y: line.above
         x: line.isBullet ? dot.width + Theme.spacing8 : 0
         width: parent.width - x
-        visible: line.kind !== HelpDocument.Gap
+        visible: !line.isGap
         text: line.text
         textFormat: line.isHeading ? TextEdit.PlainText : TextEdit.RichText
         wrapMode: TextEdit.Wrap
         readOnly: true
-        selectByMouse: true
+        selectByMouse: false // HelpSelection selects across blocks
         activeFocusOnPress: false
+        persistentSelection: true
         font: line.kind === HelpDocument.Heading1 ? Theme.helpHeading1Style.font
             : line.kind === HelpDocument.Heading2 ? Theme.helpHeading2Style.font
             : line.kind === HelpDocument.Heading3 ? Theme.helpHeading3Style.font : Theme.helpBodyStyle.font
@@ -62,12 +88,7 @@ Item {
         selectionColor: Theme.textSelection
         selectedTextColor: Theme.primaryText
         palette.link: Theme.accent
-        onLinkActivated: address => line.linkActivated(address)
         Accessible.ignored: true
-
-        HoverHandler {
-            cursorShape: body.hoveredLink !== "" ? Qt.PointingHandCursor : Qt.IBeamCursor
-        }
     }
 
     Rectangle {

@@ -61,8 +61,51 @@ AppWindow {
             delegate: HelpLine {
                 x: Theme.helpPadding
                 width: list.width - 2 * Theme.helpPadding
-                onLinkActivated: address => window.help.openLink(address)
             }
+
+            HelpSelection {
+                id: selection
+
+                parent: list.contentItem
+                z: 1
+                blocks: list
+                onLinkActivated: address => window.help.openLink(address)
+                onSelectedTextChanged: window.help.noteSelection(selectedText)
+                onMenuRequested: menu.popup()
+            }
+        }
+
+        PopUpMenu {
+            id: menu
+
+            objectName: "helpView.menu"
+            name: qsTr("Text")
+
+            MenuItem {
+                objectName: "helpView.copy"
+                text: qsTr("Copy")
+                mnemonic: 0
+                shortcutText: Format.keys("Ctrl+C")
+                enabled: selection.selectedText !== ""
+                onTriggered: window.help.copy(selection.selectedText)
+            }
+            MenuItem {
+                objectName: "helpView.selectAll"
+                text: qsTr("Select All")
+                mnemonic: 7
+                shortcutText: Format.keys("Ctrl+A")
+                onTriggered: selection.selectAll()
+            }
+        }
+
+        Shortcut {
+            sequences: [StandardKey.Copy]
+            onActivated: window.help.copy(selection.selectedText)
+        }
+
+        Shortcut {
+            sequences: [StandardKey.SelectAll]
+            onActivated: selection.selectAll()
         }
     }
 }

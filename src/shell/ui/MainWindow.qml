@@ -9,12 +9,14 @@ AppWindow {
     id: window
 
     required property CorvaneApp app
+    property int visibilityBefore: Window.Windowed // full screen
 
-    title: app.productName
+    title: app.router.windowTitle
     width: Theme.windowWidth
     height: Theme.windowHeight
     minimumWidth: Theme.windowMinWidth
     minimumHeight: Theme.windowMinHeight
+    onVisibilityChanged: app.commands.isFullScreen = window.visibility === Window.FullScreen
     onClosing: close => close.accepted = app.closeWindow()
 
     menuBar: MenuBar {
@@ -40,9 +42,10 @@ AppWindow {
         delegate: Shortcut {
             required property AppCommand modelData
 
-            sequence: modelData.shortcut
+            sequences: modelData.shortcuts
+            context: modelData.isApplicationWide ? Qt.ApplicationShortcut : Qt.WindowShortcut
             autoRepeat: false
-            enabled: modelData.enabled && modelData.shortcut !== ""
+            enabled: modelData.enabled
             onActivated: modelData.trigger()
         }
     }
@@ -58,6 +61,25 @@ AppWindow {
             help.show();
             help.raise();
             help.requestActivate();
+        }
+
+        function onQuitRequested() {
+            window.close();
+            if (window.visible) { // a question may keep it open
+                window.raise();
+                window.requestActivate();
+            }
+        }
+
+        function onFullScreenChanged() {
+            const isWanted = window.app.commands.isFullScreen;
+            if (isWanted === (window.visibility === Window.FullScreen)) {
+                return;
+            }
+            if (isWanted) {
+                window.visibilityBefore = window.visibility;
+            }
+            window.visibility = isWanted ? Window.FullScreen : window.visibilityBefore;
         }
     }
 

@@ -139,6 +139,7 @@ TEST_F(HandoffSheetTest, ReportsFailedAndCancelledRuns) {
     sheet.again();
     panels.answer = folder.write("file", "in the way");
     sheet.chooseFolder();
+    waitUntil([&] { return sheet.folder() == panels.answer; });
     runSheet(sheet);
     EXPECT_EQ(sheet.result().headline, text("Handoff finished with 1 issue"));
     EXPECT_FALSE(sheet.result().errorLine.isEmpty());

@@ -121,8 +121,10 @@ TEST_F(ImportViewTest, CopiesByMouseAndShowsFailures) {
     clip("other/b.mov");
     scanCards({cards, at("other")});
     screen.click("import.mode.1");
-    EXPECT_EQ(Screen::accessibleName(screen.item("import.destination")),
-              named("media folder (created on import)"));
+    EXPECT_TRUE(screen.waitFor([&] {
+        return Screen::accessibleName(screen.item("import.destination")) ==
+               named("media folder (created on import)");
+    }));
     ASSERT_TRUE(QFile::rename(at("other"), at("gone")));
     click("import.begin");
     ASSERT_TRUE(reaches(Stage::done, "import.more"));

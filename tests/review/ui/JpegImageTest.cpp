@@ -22,6 +22,7 @@ constexpr auto kThumbnails = R"(
         property string first
         property string second
         property string fallback
+        property string root
         property bool shown: true
         spacing: 20
         Loader {
@@ -30,6 +31,7 @@ constexpr auto kThumbnails = R"(
                 objectName: "first"
                 primaryURL: row.first
                 fallbackURL: row.fallback
+                root: row.root
             }
         }
         VideoThumbnail { objectName: "second"; primaryURL: row.second }
@@ -126,6 +128,13 @@ TEST_F(JpegImageTest, ShowsAGlyphForAnInvalidFileWithoutBlockingOnIt) {
         ASSERT_TRUE(reloadsSecond());
         EXPECT_FALSE(isLoaded("first")) << path.toStdString();
     }
+    folder.write("other/good.jpg", whole);
+    show("root", folder.path());
+    show("first", folder.link("linked", folder.at("other")) + QStringLiteral("/good.jpg"));
+    ASSERT_TRUE(reloadsSecond());
+    EXPECT_FALSE(isLoaded("first")) << "a link below the root";
+    show("first", folder.at("other/good.jpg"));
+    EXPECT_TRUE(screen.waitFor([this] { return isLoaded("first"); }));
 }
 
 TEST_F(JpegImageTest, UsesTheFallbackWithoutAFileAndReadsAgainWhenRecreated) {

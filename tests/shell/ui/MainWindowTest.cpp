@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 
 using namespace corvane;
@@ -76,6 +77,92 @@ TEST_F(MainWindowTest, MenusShowTheStateOfCommandsAndShortcutsTriggerThem) {
     ASSERT_TRUE(appears("home.newProject"));
     screen->key(Qt::Key_N, Qt::ControlModifier);
     EXPECT_TRUE(appears("setup.projectName"));
+}
+
+TEST_F(MainWindowTest, KeysOpenMenusAndLettersChooseTheirRows) {
+    show();
+    open(file);
+    ASSERT_TRUE(reviewGetsFocus());
+    const auto highlighted = [&](const char *row) {
+        return screen->property(row, "highlighted").toBool();
+    };
+    screen->key(Qt::Key_F10);
+    ASSERT_TRUE(appears("menu.newProject"));
+    EXPECT_TRUE(highlighted("menu.newProject"));
+    screen->key(Qt::Key_Down);
+    EXPECT_TRUE(highlighted("menu.openProject"));
+    screen->key(Qt::Key_F10);
+    ASSERT_TRUE(disappears("menu.newProject"));
+    EXPECT_TRUE(reviewGetsFocus());
+    screen->key(Qt::Key_H, Qt::AltModifier);
+    ASSERT_TRUE(appears("menu.help"));
+    screen->key(Qt::Key_Escape);
+    ASSERT_TRUE(disappears("menu.help"));
+    EXPECT_TRUE(reviewGetsFocus());
+    screen->key(Qt::Key_F, Qt::AltModifier);
+    ASSERT_TRUE(appears("menu.openProject"));
+    screen->key(Qt::Key_H); // disabled
+    EXPECT_TRUE(shows("menu.openProject"));
+    screen->key(Qt::Key_R);
+    ASSERT_TRUE(appears("menu.recent.0"));
+    screen->key(Qt::Key_Escape);
+    ASSERT_TRUE(disappears("menu.recent.0"));
+    screen->key(Qt::Key_C);
+    EXPECT_TRUE(appears("home.newProject")) << "C closes the project";
+}
+
+TEST_F(MainWindowTest, FollowsTheKeysForFullScreenHelpAndQuit) {
+    show();
+    QQuickWindow &window = *screen->window();
+    EXPECT_EQ(window.title(), QStringLiteral("Corvane"));
+    open(file);
+    EXPECT_EQ(window.title(), app.router()->windowTitle());
+    screen->key(Qt::Key_F11);
+    EXPECT_EQ(window.visibility(), QWindow::FullScreen);
+    EXPECT_TRUE(command("fullScreen").isChecked());
+    screen->key(Qt::Key_F11);
+    EXPECT_EQ(window.visibility(), QWindow::Windowed);
+    EXPECT_FALSE(command("fullScreen").isChecked());
+    window.showFullScreen(); // by the desktop
+    EXPECT_TRUE(screen->waitFor([&] { return command("fullScreen").isChecked(); }));
+    command("fullScreen").trigger();
+    EXPECT_EQ(window.visibility(), QWindow::Windowed);
+    const auto helpIsVisible = [] {
+        return std::ranges::any_of(QGuiApplication::topLevelWindows(), [](const QWindow *each) {
+            return each->objectName() == QStringLiteral("help") && each->isVisible();
+        });
+    };
+    screen->key(Qt::Key_F1);
+    EXPECT_TRUE(helpIsVisible());
+    screen->key(Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_TRUE(screen->waitFor([&] { return !window.isVisible(); }));
+}
+
+TEST_F(MainWindowTest, TheGuideIsSelectedAcrossItsBlocksAndCopied) {
+    HelpDocument guide(
+        folder.write("guide.md", "# Tide\n\n- Low **water**\n[Web](https://a.example) & more"));
+    Screen help("import Corvane.Shell\nHelpWindow {}", {820, 700},
+                {{QStringLiteral("help"), QVariant::fromValue(&guide)}});
+    ASSERT_TRUE(help.waitFor([&] { return help.shows("helpView.line.3"); }));
+    QClipboard &clipboard = *QGuiApplication::clipboard();
+    const auto copied = [&] {
+        help.key(Qt::Key_C, Qt::ControlModifier);
+        return clipboard.text().toStdString();
+    };
+    const auto point = [&](const char *line, int x, int y) {
+        return help.item(line)->mapToScene({qreal(x), qreal(y)}).toPoint();
+    };
+    clipboard.setText(QStringLiteral("before"));
+    EXPECT_EQ(copied(), "before") << "there is no selection yet";
+    help.key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(copied(), "Tide\n\n• Low water\nWeb & more");
+    help.drag(point("helpView.line.2", 0, 10), point("helpView.line.3", 500, 10));
+    EXPECT_EQ(copied(), "• Low water\nWeb & more");
+    help.click(point("helpView.line.0", 20, 20), Qt::NoModifier, Qt::RightButton);
+    ASSERT_TRUE(help.waitFor([&] { return help.shows("helpView.selectAll"); }));
+    help.key(Qt::Key_A);
+    ASSERT_TRUE(help.waitFor([&] { return !help.shows("helpView.selectAll"); }));
+    EXPECT_EQ(copied(), "Tide\n\n• Low water\nWeb & more");
 }
 
 TEST_F(MainWindowTest, HomeOpensAndRemovesRecentProjects) {
@@ -226,7 +313,7 @@ TEST_F(MainWindowTest, OpensADroppedProjectWhoseHeaderButtonsWork) {
     click("header.export");
     EXPECT_EQ(exports, 1);
     EXPECT_EQ(Screen::accessibleName(screen->item("header.help")),
-              QStringLiteral("Open Corvane User Guide (Ctrl+?)"));
+              QStringLiteral("Open Corvane User Guide (F1)"));
     screen->picture("project");
 }
 

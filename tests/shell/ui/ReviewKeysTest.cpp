@@ -129,7 +129,9 @@ TEST_F(ReviewKeysTest, MarkKeysEditTheSelectedClipAndOtherKeysDoNothing) {
         if (!KeyMap::command(each, Qt::NoModifier)) {
             screen->key(Qt::Key(each));
         }
-        screen->key(Qt::Key(each), Qt::AltModifier);
+        if (!QByteArray("FVH").contains(char(each))) { // these open menus
+            screen->key(Qt::Key(each), Qt::AltModifier);
+        }
         screen->key(Qt::Key(each), Qt::MetaModifier);
     }
     EXPECT_EQ(state(), "0R x0 0.00");

@@ -2,6 +2,8 @@
 
 #include "WindowFixture.h"
 
+#include "support/MainThreadAccesses.h"
+
 using namespace corvane;
 using namespace corvane::test;
 using testing::HasSubstr;
@@ -47,7 +49,12 @@ QList<Clip> clipsOfManyKinds() {
     };
 }
 
-class StoryTest : public WindowTest {
+/// Installed before the application starts.
+struct WatchedMainThread {
+    MainThreadAccesses accesses;
+};
+
+class StoryTest : protected WatchedMainThread, public WindowTest {
   protected:
     StoryTest() { show(); }
 
@@ -194,13 +201,17 @@ TEST_F(StoryTest, ImportsReviewsExportsAndHandsOffAShootAndPlaysThePackage) {
     markSubclips();
     screen->picture("story-review");
     exportTwice();
-    checkExport("fast");
-    checkExport("accurate");
     configure("handoff", folder.folder("elsewhere"));
     deliverAll("handoff");
+    // Only the preview of copies reads the names in their folder on the main thread.
+    EXPECT_EQ(accesses.take().join(u'\n'), QStringLiteral("list ") + folder.at("shoot/media"));
+    checkExport("fast");
+    checkExport("accurate");
     const QString package = folder.at("elsewhere/Tide - Selects");
     checkPackage(package);
+    accesses.take();
     EXPECT_EQ(folder.temporaries(), QStringList());
     openPackage(package);
     playFromTheStart();
+    EXPECT_EQ(accesses.take().join(u'\n').toStdString(), "");
 }

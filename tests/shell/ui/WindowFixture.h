@@ -111,6 +111,7 @@ class WindowTest : public ShellTest {
         ASSERT_TRUE(appears((flow + ".folder.choose").c_str()));
         panels.answer = destination;
         click((flow + ".folder.choose").c_str());
+        EXPECT_TRUE(screen->waitFor([&] { return delivery->folder() == destination; }));
     }
     /// Starts the configured run and closes its result sheet. Returns the headline and one line per
     /// row.

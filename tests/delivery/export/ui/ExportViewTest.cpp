@@ -52,6 +52,7 @@ TEST_F(ExportViewTest, DeliversByKeyboardAndMouse) {
 
     panels.answer = at("out");
     screen->click("export.folder.choose");
+    ASSERT_TRUE(screen->waitFor([&] { return sheet->folder() == at("out"); }));
     EXPECT_EQ(panels.choice.startFolder, at("project")) << "the chosen folder does not exist yet";
     screen->click("export.output.1");
     screen->click("export.naming.preset.2");
