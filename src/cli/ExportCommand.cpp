@@ -129,6 +129,7 @@ int runExport(const CommandCall &call) {
     if (!call.isSet("preview")) {
         return runPlanned(flow, session, call);
     }
+    waitUntilDone(flow.readVolumeLimits());
     const QList<ExportRowJob> rows = flow.planRows(session.project(), false);
     call.printResult([&](JSONWriter &writer) { writeExportPreview(writer, rows); },
                      [&] { printExportPreview(call, rows); });

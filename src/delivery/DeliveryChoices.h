@@ -1,6 +1,7 @@
 #pragma once
 
 #include "delivery/ExportNaming.h"
+#include "platform/VolumeLimits.h"
 
 #include <algorithm>
 
@@ -12,6 +13,7 @@ struct DeliveryChoices {
     double subclipHandleSeconds = 0; ///< added at both ends of a subclip
     NamingPreset namingPreset = NamingPreset::keepOriginal;
     ExportNamingOptions naming;
+    VolumeLimits volumeLimits; ///< of the folder to deliver into, as far as they are known
 
     bool operator==(const DeliveryChoices &) const = default;
 };

@@ -1,6 +1,7 @@
 #include "delivery/DeliveryFlow.h"
 
 #include "platform/Paths.h"
+#include "platform/SerialExecutor.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,6 +50,8 @@ void DeliveryFlow::reset(const Project &project) {
     assign(m_projectDisplayName, std::optional(project.displayName()),
            &DeliveryFlow::projectDisplayNameChanged);
     resetChoices(project);
+    m_folderOfLimits.reset();
+    detach(readVolumeLimits());
     clearRun();
     setStage(Stage::configure);
 }
@@ -64,9 +67,28 @@ void DeliveryFlow::clearRun() {
     }
 }
 
+QCoro::Task<> DeliveryFlow::readVolumeLimits() {
+    const QPointer self(this);
+    const auto target = folder();
+    if (!target) {
+        co_return;
+    }
+    const VolumeLimits limits =
+        co_await userInitiatedExecutor().run([path = *target] { return VolumeLimits::of(path); });
+    if (self && self->m_stage != Stage::running && self->folder() == target) {
+        self->m_folderOfLimits = target;
+        self->assign(self->editableChoices().volumeLimits, limits, &DeliveryFlow::choicesChanged);
+    }
+}
+
 QCoro::Task<> DeliveryFlow::start(Project project) {
     if (!m_store || m_stage == Stage::running) {
         co_return;
+    }
+    if (folder() && m_folderOfLimits != folder()) {
+        // Started before they were read, as by a command.
+        assign(editableChoices().volumeLimits, VolumeLimits::of(*folder()),
+               &DeliveryFlow::choicesChanged);
     }
     if (const auto run = prepareRun(project)) {
         clearRun();

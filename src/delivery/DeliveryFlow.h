@@ -1,6 +1,7 @@
 #pragma once
 
 #include "delivery/DeliveryChoices.h"
+#include "platform/Tasks.h"
 #include "session/ProjectStore.h"
 #include "transfer/CancelToken.h"
 
@@ -56,6 +57,9 @@ class DeliveryFlow : public QObject {
     /// current folder; an empty path counts as nullopt.
     virtual const std::optional<QString> &folder() const = 0;
     virtual void setFolder(const std::optional<QString> &folder) = 0;
+    /// Reads the limits of the folder's volume, to which the names are fitted, and sets the choice.
+    /// The flow does that itself after each change of the folder.
+    QCoro::Task<> readVolumeLimits();
     void setMode(ExportBatch::Mode mode);
     /// Values that are not finite and positive count as 0.
     void setSubclipHandleSeconds(double seconds);
@@ -115,6 +119,7 @@ class DeliveryFlow : public QObject {
     QPointer<ProjectStore> m_store;
     Stage m_stage = Stage::configure;
     std::optional<QString> m_projectDisplayName;
+    std::optional<QString> m_folderOfLimits; ///< for which the volume's limits were read
     double m_overallFraction = 0;
     std::optional<QString> m_backupError;
     std::shared_ptr<CancelToken> m_cancelToken = std::make_shared<CancelToken>(); ///< per run
@@ -137,6 +142,7 @@ class TypedDeliveryFlow : public DeliveryFlow {
     const std::optional<QString> &folder() const override { return m_choices.*folderField; }
     void setFolder(const std::optional<QString> &folder) override {
         choose(folderField, standardizedFolder(folder));
+        detach(readVolumeLimits());
     }
     void setOutputMode(decltype(Choices::outputMode) mode) { choose(&Choices::outputMode, mode); }
 

@@ -2,6 +2,7 @@
 
 #include "platform/FileSystem.h"
 #include "platform/Paths.h"
+#include "platform/VolumeLimits.h"
 
 #include <QHash>
 
@@ -11,9 +12,9 @@ namespace {
 
 constexpr int kFirstNumber = 2;
 
+/// The name is valid on its volume already, but may become too long.
 QString numbered(const QString &name, int number) {
-    const auto [stem, extension] = paths::split(name);
-    return QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), extension);
+    return VolumeLimits().fittedName(name, QStringLiteral(" (%1)").arg(number));
 }
 
 /// Makes names unique as "name (2)", with case. Remembers the last number of each name, so that
@@ -21,10 +22,12 @@ QString numbered(const QString &name, int number) {
 /// see `NameReserver` in transfer.)
 class UniqueNames {
   public:
-    explicit UniqueNames(QSet<QString> taken) : m_taken(std::move(taken)) {}
+    UniqueNames(QSet<QString> taken, const VolumeLimits &limits)
+        : m_taken(std::move(taken)), m_limits(limits) {}
 
-    /// Returns the name if it is free, else the name with the first free number.
-    QString reserve(const QString &name) {
+    /// Returns the name, fitted to the limits, if it is free, else with the first free number.
+    QString reserve(const QString &wanted) {
+        const QString name = m_limits.fittedName(wanted);
         QString reserved = name;
         if (m_taken.contains(name)) {
             int &next = m_nextNumber.insert(name, m_nextNumber.value(name, kFirstNumber)).value();
@@ -38,6 +41,7 @@ class UniqueNames {
 
   private:
     QSet<QString> m_taken;
+    VolumeLimits m_limits;
     QHash<QString, int> m_nextNumber;
 };
 
@@ -95,8 +99,9 @@ QList<ImportPreviewRow> buildPreviewRows(const QList<ScannedVideo> &scannedVideo
                                          const std::optional<QString> &destinationFolder) {
     const QSet<QString> known = project ? contentHashes(*project) : QSet<QString>();
     const bool isCopied = mode == SourceImportMode::copied;
-    UniqueNames names(isCopied && destinationFolder ? namesIn(*destinationFolder)
-                                                    : QSet<QString>());
+    const bool hasFolder = isCopied && destinationFolder;
+    UniqueNames names(hasFolder ? namesIn(*destinationFolder) : QSet<QString>(),
+                      hasFolder ? VolumeLimits::of(*destinationFolder) : VolumeLimits());
     QList<ImportPreviewRow> rows;
     rows.reserve(scannedVideos.size());
     for (const ScannedVideo &video : scannedVideos) {

@@ -1,6 +1,7 @@
 #include "import/RowImport.h"
 
 #include "platform/Paths.h"
+#include "platform/VolumeLimits.h"
 
 namespace corvane::RowImport {
 
@@ -63,6 +64,14 @@ void refuseIfChanged(const ScannedVideo &scanned, const ImportCopier::UnplacedCo
     }
 }
 
+void refuseTooLarge(const ScannedVideo &scanned, const OpenFolder &destination) {
+    const VolumeLimits limits = VolumeLimits::of(destination.path());
+    const auto size = qint64(scanned.fileSizeBytes);
+    if (!limits.allowsSize(size)) {
+        throw Failure(tooLargeText(paths::lastComponent(scanned.url), size, *limits.maxFileSize));
+    }
+}
+
 } // namespace
 
 Outcome useInPlace(const ImportPreviewRow &row) {
@@ -77,6 +86,7 @@ Outcome copyFiles(const ImportPreviewRow &row, const OpenFolder &destination,
     Outcome outcome;
     try {
         assertInPlace(destination);
+        refuseTooLarge(scanned, destination);
         auto copy = ImportCopier::copyUnplaced(scanned.url, {destination, row.proposedName}, root,
                                                progress, stop, {.isIdentified = true});
         refuseIfChanged(scanned, copy);

@@ -47,6 +47,8 @@ class OutputIO {
     Q_DISABLE_COPY_MOVE(OutputIO)
 
     AVIOContext *context() const { return m_context.get(); }
+    /// Bytes written so far, without buffered ones.
+    qint64 size() const { return m_size; }
     /// Closes the file, whose buffered bytes must have been flushed. Throws `FileError`, with `EIO`
     /// if the file's size isn't that of the bytes written.
     void close();

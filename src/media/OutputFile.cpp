@@ -121,7 +121,7 @@ void OutputFile::readBack(const std::stop_token &stop) const {
     bool isComplete = false;
     try {
         MediaInput input(m_path, MediaInput::Depth::Facts, stop);
-        isComplete = hasAllPackets(input);
+        isComplete = avio_size(input.context()->pb) == m_io->size() && hasAllPackets(input);
     } catch (const MediaError &) {
         // Its header is missing or damaged.
     }

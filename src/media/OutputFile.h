@@ -28,9 +28,9 @@ class OutputFile {
     /// Moves the packet into the file. Timestamps may be negative: the stream's edit list hides
     /// packets before 0. Returns false for a packet that is too damaged, which is left out.
     bool write(AVPacket &packet, const AVStream &stream);
-    /// Completes and closes the file, then opens it once more and compares its duration and the
-    /// last packet of each video and audio stream with what was written. Throws `Cancelled` soon
-    /// after the stop token is triggered.
+    /// Completes and closes the file, then opens it once more and compares its size, its duration
+    /// and the last packet of each video and audio stream with what was written. Throws `Cancelled`
+    /// soon after the stop token is triggered.
     void finish(const std::stop_token &stop);
 
   private:

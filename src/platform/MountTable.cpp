@@ -58,21 +58,21 @@ bool isFUSE(const QByteArray &type) {
     return type == "fuse" || type == "fuseblk" || type.startsWith("fuse.");
 }
 
-bool isFAT(const QByteArray &type) {
-    return type == "vfat" || type == "exfat" || type == "msdos";
-}
-
 bool isCIFS(const QByteArray &type) {
     return type == "cifs" || type == "smb3";
 }
 
 } // namespace
 
+bool Mount::isFAT() const {
+    return type == "vfat" || type == "exfat" || type == "msdos";
+}
+
 bool Mount::hasStableInodes() const {
     if (isCIFS(type)) {
         return options.split(',').contains("serverino");
     }
-    return !isFUSE(type) && !isFAT(type);
+    return !isFUSE(type) && !isFAT();
 }
 
 std::optional<QString> Mount::share() const {

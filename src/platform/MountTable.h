@@ -20,6 +20,8 @@ struct Mount {
 
     bool operator==(const Mount &) const = default;
 
+    /// FAT or exFAT.
+    bool isFAT() const;
     /// False if inodes may change when the volume is mounted again or when the system frees memory:
     /// FAT, exFAT, FUSE, and CIFS without the inodes of its server.
     bool hasStableInodes() const;

@@ -19,7 +19,8 @@ QString numberSuffix(qint64 number) {
 
 } // namespace
 
-NameReserver::NameReserver(Seconds now) : m_now(std::move(now)) {}
+NameReserver::NameReserver(VolumeLimits limits, Seconds now)
+    : m_limits(limits), m_now(std::move(now)) {}
 
 void NameReserver::reserveName(const QString &name) {
     m_usedNames.insert(name.toLower());
@@ -41,27 +42,23 @@ QString NameReserver::take(const QString &name, const QSet<QString> &stems,
     // Names and stems are never released, so a number that was taken need not be tried again.
     const QString key = name.toLower();
     qint64 number = next.value(key, kUnnumbered);
-    const QString free = firstFree(name, m_usedNames, stems, number, m_now);
+    const QString free = firstFree(name, m_usedNames, stems, number, m_now, m_limits);
     next.insert(key, number + 1);
     m_usedNames.insert(free.toLower());
     return free;
 }
 
 QString NameReserver::firstFree(const QString &name, const QSet<QString> &usedNames,
-                                const QSet<QString> &usedStems, qint64 &number,
-                                const Seconds &now) {
-    const auto [stem, extension] = paths::split(name);
-    const QString lowerStem = stem.toLower();
-    const QString lowerExtension = extension.toLower();
+                                const QSet<QString> &usedStems, qint64 &number, const Seconds &now,
+                                const VolumeLimits &limits) {
     for (;; ++number) {
         if (number > kLargestNumber) {
             number = std::max(number, now());
         }
-        const QString suffix = numberSuffix(number);
-        const QString candidateStem = lowerStem + suffix;
-        if (!usedNames.contains(candidateStem + lowerExtension) &&
-            !usedStems.contains(candidateStem)) {
-            return stem + suffix + extension;
+        const QString candidate = limits.fittedName(name, numberSuffix(number));
+        const QString lower = candidate.toLower();
+        if (!usedNames.contains(lower) && !usedStems.contains(paths::split(lower).stem)) {
+            return candidate;
         }
     }
 }

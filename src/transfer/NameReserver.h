@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/VolumeLimits.h"
+
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -16,7 +18,8 @@ class NameReserver {
     /// Returns the Unix time in seconds, the number of a name whose smaller numbers are all taken.
     using Seconds = std::function<qint64()>;
 
-    explicit NameReserver(Seconds now = systemSeconds);
+    /// Names are fitted to `limits`.
+    explicit NameReserver(VolumeLimits limits = {}, Seconds now = systemSeconds);
 
     void reserveName(const QString &name);
     void reserveStem(const QString &stem);
@@ -31,12 +34,14 @@ class NameReserver {
     /// Returns the first free name, starting with `number`, and sets `number` to that name's. The
     /// sets contain lower-case text.
     static QString firstFree(const QString &name, const QSet<QString> &usedNames,
-                             const QSet<QString> &usedStems, qint64 &number, const Seconds &now);
+                             const QSet<QString> &usedStems, qint64 &number, const Seconds &now,
+                             const VolumeLimits &limits = {});
     static qint64 systemSeconds();
 
   private:
     QString take(const QString &name, const QSet<QString> &stems, QHash<QString, qint64> &next);
 
+    VolumeLimits m_limits;
     Seconds m_now;
     QSet<QString> m_usedNames; ///< lower case
     QSet<QString> m_usedStems; ///< lower case

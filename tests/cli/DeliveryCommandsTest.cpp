@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 
 namespace corvane {
@@ -282,8 +283,8 @@ TEST_F(DeliveryCommands, AsksAboutSourcesThatADeliveryRefusedBecauseTheyChanged)
     };
     const auto replaceFolder = [&] {
         const QByteArray bytes = folder.read(QStringLiteral("card/clip1.mp4"));
-        ASSERT_TRUE(QDir().rename(folder.at(QStringLiteral("card")),
-                                  folder.at(QStringLiteral("former"))));
+        ASSERT_TRUE(
+            QDir().rename(folder.at(QStringLiteral("card")), folder.at(QStringLiteral("former"))));
         folder.write(QStringLiteral("card/clip1.mp4"), bytes);
     };
     const std::vector<std::pair<const char *, std::function<void()>>> cases{

@@ -154,7 +154,7 @@ TEST(NameReserver, ReservesTheSameNamesAsUniqueExportName) {
 }
 
 TEST(NameReserver, AppendsTheTimeOnceAllNumbersAreTaken) {
-    NameReserver reserver([] { return qint64(1'700'000'000); });
+    NameReserver reserver({}, [] { return qint64(1'700'000'000); });
     QSet<QString> names;
     for (int count = 0; count < 10'000; ++count) {
         names.insert(reserver.take(text("a.mov")));

@@ -1,5 +1,7 @@
 #include "import/ImportPreview.h"
 
+#include "import/RowImport.h"
+#include "support/FaultyFileSystem.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -50,6 +52,39 @@ TEST(ImportPreview, RenamesEquallyNamedVideosTogetherWithTheirSidecars) {
     EXPECT_EQ(rows.at(1).status, CollisionStatus::renamed);
     EXPECT_EQ(rows.at(5).status, CollisionStatus::ok);
     EXPECT_TRUE(rows.at(1).included);
+}
+
+TEST(ImportPreview, FitsNamesOfCopiesToTheirVolume) {
+    const TestFolder destination;
+    test::FaultyFileSystem files;
+    files.setMountTable("1 0 8:1 / / rw - exfat /dev/sda1 rw\n");
+    const FileSystemScope scope(files);
+    const QList<ScannedVideo> videos{scannedVideo("/a/a?b.mp4", "/a/a?b.xml"),
+                                     scannedVideo("/a/a:b.mp4")};
+    const auto preview = [&](SourceImportMode mode) {
+        return buildPreviewRows(videos, std::nullopt, mode, destination.path());
+    };
+    EXPECT_EQ(namesOf(preview(SourceImportMode::copied)), "a_b.mp4 + a_b.xml, a_b (2).mp4");
+    EXPECT_EQ(preview(SourceImportMode::copied).at(0).status, CollisionStatus::renamed);
+    EXPECT_EQ(namesOf(preview(SourceImportMode::inPlace)), "a?b.mp4 + a?b.xml, a:b.mp4");
+}
+
+TEST(RowImport, RefusesAFileThatTheVolumeCannotHoldBeforeItIsRead) {
+    const TestFolder destination;
+    test::FaultyFileSystem files;
+    files.setMountTable("1 0 8:1 / / rw - vfat /dev/sda1 rw\n");
+    const FileSystemScope scope(files);
+    ScannedVideo video = scannedVideo("/card/big.mov");
+    video.fileSizeBytes = 5'000'000'000;
+    const auto rows =
+        buildPreviewRows({video}, std::nullopt, SourceImportMode::copied, destination.path());
+    const auto outcome =
+        RowImport::copyFiles(rows.first(), RowImport::openDestination(destination.path()), {}, {});
+    EXPECT_FALSE(outcome.sourcePath);
+    ASSERT_EQ(outcome.failures.size(), 1);
+    EXPECT_TRUE(outcome.failures.first().message.startsWith(
+        QStringLiteral("big.mov has 5.0 GB, and the drive can't hold files of more than 4.3 GB.")))
+        << outcome.failures.first().message.toStdString();
 }
 
 TEST(ImportPreview, ExcludesImportedVideosAndReservesNoNamesForThem) {

@@ -112,8 +112,9 @@ TEST(OpenFolder, StaysTheSameFolderWhereverItsPathLeads) {
 TEST(FileSystem, CompletesShortWritesButGivesUpIfOnlyAFewBytesAreAccepted) {
     const TestFolder folder;
     const QByteArray bytes(100'000, 'n');
-    for (const auto &[bytesPerWrite, length, isWritten] :
-         {std::tuple{4'000, 100'000, true}, {1, 40, true}, {1, 100'000, false}, {0, 40, false}}) {
+    const std::tuple<int, int, bool> cases[] = {
+        {4'000, 100'000, true}, {1, 40, true}, {1, 100'000, false}, {0, 40, false}};
+    for (const auto &[bytesPerWrite, length, isWritten] : cases) {
         FaultyFileSystem files;
         files.setBytesPerWrite(bytesPerWrite);
         const QString path = folder.write("file", {});

@@ -67,7 +67,10 @@ void reserveFolders(NameReserver &names, const QString &outputFolder) {
 class RowPlanner {
   public:
     RowPlanner(const Project &project, const ExportChoices &choices, bool includeFolderContents)
-        : m_project(project), m_choices(choices), m_folder(*choices.outputFolder) {
+        : m_project(project),
+          m_choices(choices),
+          m_folder(*choices.outputFolder),
+          m_names(choices.volumeLimits) {
         if (includeFolderContents) {
             reserveFolders(m_names, m_folder);
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "delivery/ExportNaming.h"
+#include "platform/VolumeLimits.h"
 #include "trust/RootIdentity.h"
 
 #include <functional>
@@ -51,6 +52,7 @@ struct ExportBatchInput {
     double subclipHandleSeconds = 0;
     bool includeWholeVideoSelects = true;
     bool includeSubclipSelects = true;
+    VolumeLimits volumeLimits; ///< of the output folder
     QString projectFolder;
     AuthorizedPaths authorizedSourcePaths; ///< snapshot of the grants for the entire run
     bool mediaRootAuthorized = false;      ///< part of the snapshot

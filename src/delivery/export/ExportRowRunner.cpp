@@ -1,6 +1,7 @@
 #include "delivery/export/ExportRowRunner.h"
 
 #include "delivery/SourceChange.h"
+#include "platform/FileSystem.h"
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
 #include "transfer/SidecarCopier.h"
@@ -91,6 +92,7 @@ void ExportRowRunner::reportProgress(double rowProgress, Phase phase) {
 /// May hash the entire source, so it runs on an executor.
 void ExportRowRunner::validatePaths() {
     assertInPlace(m_context->folder);
+    refuseTooLarge();
     PathSafety::validateSource(m_row.sourcePath, m_context->grants,
                                QStringLiteral("export source"));
     m_primary = validatedDestination(m_row.destinationPath, QStringLiteral("export destination"));
@@ -116,6 +118,17 @@ void ExportRowRunner::assertOutputsInPlace() const {
     assertInPlace(m_primary->folder);
     if (m_hd) {
         assertInPlace(m_hd->folder);
+    }
+}
+
+/// Before the source is hashed. The size of an encoded output isn't known in advance.
+void ExportRowRunner::refuseTooLarge() const {
+    const VolumeLimits &limits = m_context->input.volumeLimits;
+    const auto status = fileSystem().linkStatus(m_row.sourcePath);
+    const bool isByteCopy =
+        m_context->input.mode == ExportBatch::Mode::fastCopy && !isHDOnly() && !isSubclip();
+    if (isByteCopy && status && !limits.allowsSize(status->size)) {
+        throw RowError(tooLargeText(m_row.originalFilename, status->size, *limits.maxFileSize));
     }
 }
 

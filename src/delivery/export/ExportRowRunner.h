@@ -42,6 +42,7 @@ class ExportRowRunner {
 
   private:
     void validatePaths();
+    void refuseTooLarge() const;
     void assertOutputsInPlace() const;
     Destination validatedDestination(const QString &path, const QString &label) const;
     QCoro::Task<> makePrimary();

@@ -105,6 +105,7 @@ std::shared_ptr<DeliveryRun> ExportViewModel::prepareRun(const Project &project)
         .subclipHandleSeconds = choices().subclipHandleSeconds,
         .includeWholeVideoSelects = choices().includeWholeVideoSelects,
         .includeSubclipSelects = choices().includeSubclipSelects,
+        .volumeLimits = choices().volumeLimits,
         .projectFolder = projectFolder(project.filePath),
         .protectedFiles = filesOf(project),
     };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/Project.h"
+#include "platform/VolumeLimits.h"
 #include "trust/RootIdentity.h"
 
 #include <algorithm>
@@ -34,6 +35,7 @@ struct HandoffPlan {
     HandoffOutputMode outputMode = HandoffOutputMode::primaryOnly;
     double subclipHandleSeconds = 0;
     ExportNamingOptions naming;
+    VolumeLimits volumeLimits; ///< of the destination folder
     QList<HandoffClip> clips;
     AuthorizedPaths authorizedSourcePaths;  ///< snapshot of the grants for the entire run
     bool sourceMediaRootAuthorized = false; ///< part of the snapshot

@@ -68,7 +68,7 @@ HandoffPlan makePlan(const Project &project, const HandoffChoices &choices) {
     return {.sourceProjectFilePath = project.filePath,
             .sourceCacheRoot = cacheRoot(project.filePath),
             .destinationFolder = *choices.destinationFolder,
-            .projectName = packageName(choices.projectName),
+            .projectName = packageName(choices.projectName, choices.volumeLimits),
             .shootDate = project.shootDate,
             .clientOrSeries = project.clientOrSeries,
             .location = project.location,
@@ -77,12 +77,20 @@ HandoffPlan makePlan(const Project &project, const HandoffChoices &choices) {
             .outputMode = choices.outputMode,
             .subclipHandleSeconds = choices.subclipHandleSeconds,
             .naming = choices.naming,
+            .volumeLimits = choices.volumeLimits,
             .clips = planClips(project)};
 }
 
-QString packageName(const QString &projectName) {
+QString packageName(const QString &projectName, const VolumeLimits &limits) {
     const QString clean = sanitizeNameComponent(projectName);
-    return clean.isEmpty() ? QStringLiteral("Selects") : clean;
+    if (clean.isEmpty()) {
+        return QStringLiteral("Selects");
+    }
+    // Leaves room for the number of the folder and for the extension of the project file.
+    const QString number(13, QLatin1Char('0'));
+    const QString extension = QStringLiteral(".corvane");
+    return limits.fittedName(limits.fittedName(clean) + extension, number)
+        .chopped(number.size() + extension.size());
 }
 
 quint64 estimatedBytes(const QList<HandoffClip> &clips) {

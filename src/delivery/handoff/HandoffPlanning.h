@@ -25,7 +25,7 @@ QList<HandoffClip> planClips(const Project &project);
 HandoffPlan makePlan(const Project &project, const HandoffChoices &choices);
 
 /// Returns the text as a valid name of a package; never empty.
-QString packageName(const QString &projectName);
+QString packageName(const QString &projectName, const VolumeLimits &limits = {});
 
 /// Estimated size of the primary outputs. Clips of unknown size count as 0.
 quint64 estimatedBytes(const QList<HandoffClip> &clips);

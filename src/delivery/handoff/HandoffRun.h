@@ -26,7 +26,7 @@ struct HandoffRun {
     CacheFunctions cache;
     Clock &clock;
 
-    NameReserver names{};
+    NameReserver names{plan.volumeLimits};
     int sequence = 0; ///< of the last named output, from 1
     QList<VideoItem> videos;
     HandoffResult result;

@@ -36,7 +36,8 @@ QString phaseText(HandoffProgress::Phase phase) {
 QString packageLocation(const HandoffChoices &choices) {
     const QString folder =
         choices.destinationFolder
-            ? paths::joined(*choices.destinationFolder, packageName(choices.projectName))
+            ? paths::joined(*choices.destinationFolder,
+                            packageName(choices.projectName, choices.volumeLimits))
             : QStringLiteral("<destination>/<name>");
     return QStringLiteral("The handoff package will be created at %1/.").arg(folder);
 }

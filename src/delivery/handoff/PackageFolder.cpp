@@ -47,6 +47,19 @@ std::optional<quint64> freeSpaceAt(const QString &folder) {
 
 } // namespace
 
+void assertSizes(const HandoffPlan &plan) {
+    const VolumeLimits &limits = plan.volumeLimits;
+    if (plan.mode != ExportBatch::Mode::fastCopy || !limits.maxFileSize) {
+        return;
+    }
+    for (const HandoffClip &clip : withSizes(plan.clips)) {
+        const qint64 bytes = clip.video->fileSizeBytes.value_or(0);
+        if (clip.isWholeClipSelected && !limits.allowsSize(bytes)) {
+            throw RunError(tooLargeText(clip.video->fileName, bytes, *limits.maxFileSize));
+        }
+    }
+}
+
 void assertFreeSpace(const HandoffPlan &plan) {
     const quint64 needed = estimatedBytes(withSizes(plan.clips));
     const auto available = freeSpaceAt(plan.destinationFolder);

@@ -12,6 +12,9 @@ class RunError : public Failure {
     using Failure::Failure;
 };
 
+/// Throws `RunError` if a file to copy is larger than the destination's volume allows.
+void assertSizes(const HandoffPlan &plan);
+
 /// Throws `RunError` if the destination's volume has less free space than the estimated size of the
 /// package.
 void assertFreeSpace(const HandoffPlan &plan);

@@ -67,6 +67,7 @@ QCoro::Task<Stub> createPackage(std::shared_ptr<HandoffRun> run,
     const QDateTime now = run->clock.now();
     const OpenFolder package =
         co_await userInitiatedExecutor().run([plan, seconds = now.toSecsSinceEpoch()] {
+            PackageFolder::assertSizes(plan);
             PackageFolder::assertFreeSpace(plan);
             return PackageFolder::reserve(plan, [seconds] { return seconds; });
         });

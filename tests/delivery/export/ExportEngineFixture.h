@@ -17,6 +17,7 @@ class ExportEngineTest : public ExportTest {
                 .outputMode = choices.outputMode,
                 .completedAt = clock.now(),
                 .namingOptions = choices.naming,
+                .volumeLimits = choices.volumeLimits,
                 .projectFolder = projectFolder(projectFile),
                 .authorizedSourcePaths = await(authorization.authorizedPaths(projectFile))};
     }

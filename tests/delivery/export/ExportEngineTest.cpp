@@ -14,6 +14,17 @@ using testing::SizeIs;
 using testing::StartsWith;
 using Phase = ExportProgress::Phase;
 
+TEST_F(ExportEngineTest, RefusesAFileThatTheVolumeCannotHoldAndDeliversTheOthers) {
+    addClip("A", "large.mov", "12345");
+    addClip("B", "small.mov", "1234");
+    grantAndOpen();
+    choices.volumeLimits.maxFileSize = 4;
+    EXPECT_THAT(failure(), StartsWith("large.mov has 5 bytes, and the drive can't hold files of "
+                                      "more than 4 bytes. Nothing of it was copied."));
+    EXPECT_FALSE(folder.has("out/large.mov"));
+    EXPECT_EQ(delivered("small.mov"), "1234");
+}
+
 TEST_F(ExportEngineTest, DeliversClipsWithTheirSidecarsAndAManifest) {
     const QByteArray bytes = noise(100'000);
     addSidecar(addClip("A", "a.mov", bytes), "a.xml", "new");

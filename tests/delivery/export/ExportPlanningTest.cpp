@@ -44,6 +44,17 @@ TEST_F(ExportPlanningTest, OrdersRowsByClipIdTheWholeClipFirst) {
     EXPECT_TRUE(plan().isEmpty());
 }
 
+TEST_F(ExportPlanningTest, FitsNamesToTheVolume) {
+    addSidecar(addClip("A", "a?b.mov", ""), "a?b.xml", "");
+    addClip("B", "a*b.mov", "");
+    addClip("C", text("x").repeated(251).toUtf8().constData(), "");
+    addClip("D", text("x").repeated(251).toUtf8().constData(), "");
+    choices.volumeLimits.restrictsNames = true;
+    const std::string stem(243, 'x');
+    EXPECT_THAT(names(), ElementsAre("a_b.mov", "a_b (2).mov", stem + "xxxx", stem + " (2)"));
+    EXPECT_EQ(plan().at(0).sidecarDestination, at("out/a_b.xml"));
+}
+
 TEST_F(ExportPlanningTest, SkipsSelectsThatWereExported) {
     VideoRecord &video = addClip("A", "a.mov", "");
     video.exportedAt = clock.now();

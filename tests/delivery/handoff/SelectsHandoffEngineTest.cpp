@@ -335,6 +335,12 @@ TEST_F(SelectsHandoffEngineTest, RefusesADestinationWithoutRoomOrFolder) {
               "the handoff again.");
     EXPECT_THAT(folder.names("out"), IsEmpty());
     files.setFreeSpace(100'000);
+    input.volumeLimits.maxFileSize = 4;
+    EXPECT_THAT(
+        shortened(run(input).generalError),
+        StartsWith("a.mov has 5 bytes, and the drive can't hold files of more than 4 bytes."));
+    EXPECT_THAT(folder.names("out"), IsEmpty());
+    input.volumeLimits = {};
     input.destinationFolder = folder.link("nowhere", at("missing"));
     EXPECT_EQ(shortened(run(input).generalError),
               "Could not reserve package folder: No such file or directory");
