@@ -1,5 +1,6 @@
 #include "delivery/DeliveryFlow.h"
 
+#include "delivery/SourceChange.h"
 #include "platform/Paths.h"
 #include "platform/SerialExecutor.h"
 
@@ -114,6 +115,10 @@ QCoro::Task<> DeliveryFlow::perform(QPointer<DeliveryFlow> flow, QString project
     QStringList changed;
     if (flow) {
         changed = co_await run->deliver(grants, cancelToken);
+    }
+    if (!changed.isEmpty()) {
+        changed =
+            co_await userInitiatedExecutor().run([changed] { return existingSources(changed); });
     }
     if (store && !changed.isEmpty()) {
         co_await store->authorization().markPending({}, changed, projectFile);

@@ -1,5 +1,6 @@
 #include "delivery/SourceChange.h"
 
+#include "platform/FileSystem.h"
 #include "transfer/AVExportSession.h"
 #include "transfer/ImportCopier.h"
 #include "trust/PathSafety.h"
@@ -20,6 +21,12 @@ bool isSourceChange(const std::exception &error) {
     const auto *session = dynamic_cast<const SessionError *>(&error);
     return session && (session->kind() == SessionError::Kind::sourceContentChanged ||
                        session->kind() == SessionError::Kind::sourceIdentityChanged);
+}
+
+QStringList existingSources(const QStringList &files) {
+    QStringList existing = files;
+    existing.removeIf([](const QString &file) { return !fileSystem().linkStatus(file); });
+    return existing;
 }
 
 } // namespace corvane

@@ -14,7 +14,7 @@ namespace corvane::DocumentLock {
 
 namespace {
 
-constexpr qint64 kLockFileLimit = 64 * 1024;
+constexpr qint64 kLockFileLimit = qint64(64) << 10;
 
 std::optional<Holder> readHolder(const QString &lock) {
     try {

@@ -108,7 +108,7 @@ template <class Row, auto key = &Row::id> class ListModel : public ListModelBase
     }
 
     void setRows(QList<Row> rows) {
-        if (rows == m_rows) {
+        if (!rows.isEmpty() && rows == m_rows) { // comparing two empty lists reads null
             return;
         }
         const int countBefore = count();

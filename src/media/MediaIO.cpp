@@ -47,7 +47,7 @@ IOHandle makeContext(int bufferSize, int isWritable, void *self, Callbacks... ca
 } // namespace
 
 void FreeIO::operator()(AVIOContext *context) const {
-    av_freep(&context->buffer);
+    av_freep(static_cast<void *>(&context->buffer));
     avio_context_free(&context);
 }
 

@@ -92,13 +92,20 @@ QCoro::Task<> ProjectStore::waitForRunningSave() {
 }
 
 QCoro::Task<> ProjectStore::saveNow(ForeignChanges changes) {
-    if (changes == ForeignChanges::Overwrite && project()) {
+    const QPointer self(this);
+    const auto foreign = m_baseline;
+    const bool overwrites = changes == ForeignChanges::Overwrite && project();
+    if (overwrites) {
         m_baseline = std::make_shared<FileBaseline>();
         setNextSaveAllowsDecrease();
     }
+    const auto any = m_baseline;
     const auto save = std::make_shared<QCoro::Task<>>(performSave());
     m_lastSave = save;
     co_await *save;
+    if (self && overwrites && m_saveState.failure && m_baseline == any) {
+        m_baseline = foreign; // the answer doesn't cover later changes, so a retry asks again
+    }
 }
 
 QCoro::Task<> ProjectStore::performSave() {
@@ -171,9 +178,13 @@ QCoro::Task<bool> ProjectStore::saveCopy(QString file) {
     }
     const QPointer self(this);
     file = paths::standardized(file);
+    const QString key = co_await keyOf(file);
+    if (!self || !project()) {
+        co_return false;
+    }
     std::optional<ProjectStoreError> failure;
     try {
-        if (isOpen(file)) {
+        if (isOpen(key)) {
             throw Failure(
                 QStringLiteral("%1 is the open project itself. Choose another name.").arg(file));
         }

@@ -21,7 +21,8 @@ std::optional<MediaRootRecord> mediaRootRecord(const QString &mediaFolder) {
     }
     const auto identity = PathSafety::folderIdentity(path);
     const bool isUnchanged = identity && identity->inode == status->inode;
-    return isUnchanged ? std::optional(MediaRootRecord{*identity, path}) : std::nullopt;
+    return isUnchanged ? std::optional(MediaRootRecord{FolderIdentity(*identity), path})
+                       : std::nullopt;
 }
 
 /// The record has the absolute path, so an older one doesn't need the path on the volume.

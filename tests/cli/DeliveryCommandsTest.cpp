@@ -287,6 +287,11 @@ TEST_F(DeliveryCommands, AsksAboutSourcesThatADeliveryRefusedBecauseTheyChanged)
             QDir().rename(folder.at(QStringLiteral("card")), folder.at(QStringLiteral("former"))));
         folder.write(QStringLiteral("card/clip1.mp4"), bytes);
     };
+    ASSERT_TRUE(QFile::rename(clip, clip + QStringLiteral(".away")));
+    EXPECT_EQ(run("export P --all --to @selects"), kRefused);
+    EXPECT_TRUE(list(json("media P"), "contentMismatchPendingPaths").empty())
+        << "a missing file has not changed";
+    ASSERT_TRUE(QFile::rename(clip + QStringLiteral(".away"), clip));
     const std::vector<std::pair<const char *, std::function<void()>>> cases{
         {"export P --all --to @selects", changeContents},
         {"export P --all --to @selects", replaceFolder},

@@ -278,6 +278,9 @@ TEST_F(ProjectStoreTest, SavesACopyAsAProjectOfItsOwn) {
     EXPECT_EQ(error(),
               QStringLiteral("Copy failed: %1 is the open project itself. Choose another name.")
                   .arg(file));
+    folder.link("linked", folder.path());
+    EXPECT_FALSE(await(store.saveCopy(folder.at("linked/Packaged.corvane"))));
+    EXPECT_TRUE(error().contains(QStringLiteral("is the open project itself")));
     store.clearLastError();
     folder.folder("drive");
     const QString copy = folder.at("drive/Copy.corvane");
@@ -323,6 +326,18 @@ TEST_F(ProjectStoreTest, NeverOverwritesAForeignChangeUnasked) {
 
     foreign.videos.append(sampleVideo(QStringLiteral("another")));
     changeElsewhere();
+    {
+        FaultyFileSystem files;
+        const FileSystemScope scope(files);
+        files.setObserver([](const QString &operation, const QString &path) {
+            if (operation == QLatin1String("createFileAt")) {
+                throw FileError(path, ENOSPC);
+            }
+        });
+        await(store.saveNow(ProjectStore::ForeignChanges::Overwrite));
+    }
+    await(store.flushPendingSave());
+    EXPECT_EQ(onDisk(file), foreign) << "the answer ended with the save that failed";
     await(store.saveNow(ProjectStore::ForeignChanges::Overwrite));
     EXPECT_FALSE(store.lastError());
     EXPECT_EQ(onDisk(file), *store.project());

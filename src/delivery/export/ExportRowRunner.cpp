@@ -69,7 +69,7 @@ QCoro::Task<ExportRowResult> ExportRowRunner::run() {
     } catch (const SidecarCancelled &error) {
         result = failedRow(m_row, error.description(), true);
     } catch (const std::exception &error) {
-        m_isSourceChanged = isSourceChange(error);
+        m_isSourceChanged = m_isSourceChanged || isSourceChange(error);
         result = failedRow(m_row, describe(error));
     }
     reportProgress(1, Phase::done);
@@ -208,7 +208,7 @@ QCoro::Task<> ExportRowRunner::makeHDCopy() {
         co_await makeOutput(*m_hd, ExportPreset::hd1920x1080);
         m_outcome.hdOutputPath = m_row.hdDestinationPath;
     } catch (const std::exception &error) {
-        m_isSourceChanged = isSourceChange(error);
+        m_isSourceChanged = m_isSourceChanged || isSourceChange(error);
         m_outcome.hdError = describe(error);
     }
 }
