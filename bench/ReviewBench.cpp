@@ -6,6 +6,7 @@
 #include "platform/Tasks.h"
 #include "review/PlayerEngine.h"
 #include "review/ReviewScreenState.h"
+#include "session/ProjectPresence.h"
 #include "shell/AppCommands.h"
 #include "shell/ProjectHeader.h"
 
@@ -117,7 +118,8 @@ void starOneRow(benchmark::State &state) {
     store.updateProject(reviewProject());
     PlayerEngine player({});
     ReviewScreenState review(store, player);
-    const ProjectHeader header(store);
+    ProjectPresence presence(store);
+    const ProjectHeader header(store, presence);
     AppRequests requests;
     UpdaterController updater({});
     const AppCommands commands(store, updater, requests);
