@@ -21,8 +21,11 @@ std::optional<MediaRootRecord> mediaRootRecord(const QString &mediaFolder) {
     }
     const auto identity = PathSafety::folderIdentity(path);
     const bool isUnchanged = identity && identity->inode == status->inode;
-    return isUnchanged ? std::optional(MediaRootRecord{FolderIdentity(*identity), path})
-                       : std::nullopt;
+    if (!isUnchanged) {
+        return std::nullopt;
+    }
+    const FolderIdentity &folder = *identity;
+    return MediaRootRecord{folder, path};
 }
 
 /// The record has the absolute path, so an older one doesn't need the path on the volume.
